@@ -1,0 +1,24 @@
+# What every target of this project is compiled and linked with: link to `project_options`.
+add_library(project_options INTERFACE)
+target_include_directories(project_options INTERFACE ${PROJECT_SOURCE_DIR})
+target_compile_options(project_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Werror
+    -Wcast-align -Wcast-qual -Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual -Wformat=2
+    -Wundef -Wduplicated-cond -Wduplicated-branches -Wlogical-op -Wnull-dereference
+    -Wno-format-nonliteral)
+
+if(WIN32)
+    target_compile_definitions(project_options INTERFACE
+        NOMINMAX STRICT WIN32_LEAN_AND_MEAN WINVER=0x0601 _WIN32_WINNT=0x0601 _WIN32_IE=0x0700)
+    target_compile_options(project_options INTERFACE -fstack-protector-strong)
+    # One file that needs nothing beside it, with the platform's memory protections asked for; no time
+    # stamp, so that two builds of one state are the same file.
+    target_link_options(project_options INTERFACE
+        -static -fstack-protector-strong
+        -Wl,--dynamicbase,--nxcompat,--large-address-aware,--no-insert-timestamp
+        $<$<CONFIG:Release>:-s>)
+    set(CMAKE_CXX_FLAGS_RELEASE "-O2 -DNDEBUG" CACHE STRING "" FORCE)
+else()
+    add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=address,undefined)
+endif()

@@ -1,0 +1,59 @@
+// Files on disk: a read-only view of one, whole writes, and whether one is there.
+#pragma once
+
+#include "lib/base/handles.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <span>
+#include <string>
+
+namespace base {
+
+/// A read-only view of a whole file. Empty (no view, size 0) unless open() succeeded.
+class MappedFile {
+public:
+    MappedFile() = default;
+    ~MappedFile() { close(); }
+    MappedFile(const MappedFile&) = delete;
+    MappedFile& operator=(const MappedFile&) = delete;
+
+    /// Closes what was open, then maps the file at `path`. False, and an empty object, when any step fails;
+    /// an empty file cannot be mapped. Other readers are let in, writers are not.
+    bool open(const std::string& path);
+
+    void close();
+
+    /// The file's bytes, valid until close().
+    std::span<const std::byte> bytes() const { return {view_, size_}; }
+    std::uint32_t size() const { return size_; }
+    bool isOpen() const { return view_ != nullptr; }
+
+private:
+    FileHandle file_;
+    KernelHandle mapping_;
+    const std::byte* view_ = nullptr;
+    std::uint32_t size_ = 0;
+};
+
+namespace detail {
+/// Opens a stream for binary writing and truncation whose handle no child process inherits: a process that is
+/// started meanwhile would keep the file open, and unreadable, until it ends. Null when that fails.
+std::FILE* openForWriting(const std::string& path);
+} // namespace detail
+
+/// Writes `bytes` as the whole content of the file at `path`, through a stream opened for binary writing and
+/// truncation. False when opening, writing or closing failed; a partly written file is left as it is.
+bool writeFile(const std::string& path, std::span<const std::byte> bytes);
+
+/// Whether at least one file matches a pattern that may hold "*" and "?".
+bool anyFileMatches(const std::string& pattern);
+
+/// Whether the attributes of a file or folder can be read.
+bool fileExists(const std::string& path);
+
+/// The Windows directory, with a backslash at its end. Empty when the platform does not tell.
+std::string windowsDirectory();
+
+} // namespace base

@@ -1,0 +1,102 @@
+#include "lib/base/formatting.h"
+
+#include "lib/base/dateparsing.h"
+#include "lib/base/locale.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <ctime>
+#include <exception>
+#include <limits>
+
+namespace base {
+namespace {
+
+[[maybe_unused]] const bool registered = registerSourceFile(__FILE__, RELEASE_DATE);
+
+} // namespace
+
+std::string formatPattern(TimeValue t, const char* pattern) {
+    const std::tm* const fields = t == TimeValue() ? nullptr : detail::localFields(t);
+    if (!fields)
+        return {};
+    std::array<char, 128> buffer{};
+    return std::string(buffer.data(), std::strftime(buffer.data(), buffer.size(), pattern, fields));
+}
+
+int relativeDay(TimeValue now, TimeValue t) {
+    // The remainder is meant: a year ahead on the same day of the month counts as today.
+    const int days = secondsBetween(t, now) / 86400 % 365;
+    // A negative number of days adds nothing: for times that are past the probe is now itself, which makes -2
+    // of what is between 24 and 48 hours ago, so that "yesterday" is said of the last 24 hours only.
+    const TimeValue probe = now + TimeSpan::fromDays(days);
+    if (probe.day() == t.day())
+        return days;
+    return now < t ? days + 1 : days - 1;
+}
+
+std::string formatRelative(TimeValue t, TimeValue now) {
+    if (t == TimeValue())
+        return {};
+    const std::string clock = formatLocaleTime(t, false, true);
+    switch (relativeDay(now, t)) {
+    case -1:
+        return format("yesterday at %s", clock);
+    case 0:
+        return format("today at %s", clock);
+    case 1:
+        return format("tomorrow at %s", clock);
+    default:
+        break;
+    }
+    const std::string yearPart = t.year() == now.year() ? std::string() : formatPattern(t, ", %Y");
+    return formatPattern(t, "%a %b %d") + format("%s at %s", yearPart, clock);
+}
+
+namespace {
+
+/// Widths come from the pattern: a sum that wrapped around would ask for too little.
+std::size_t saturatingAdd(std::size_t a, std::size_t b) {
+    return b > std::numeric_limits<std::size_t>::max() - a ? std::numeric_limits<std::size_t>::max() : a + b;
+}
+
+} // namespace
+
+namespace detail {
+
+std::size_t estimateFormattedLength(const char* pattern, std::size_t textsLength) {
+    std::size_t length = saturatingAdd(std::strlen(pattern), textsLength);
+    const char* position = pattern;
+    while ((position = std::strchr(position, '%')) != nullptr) {
+        ++position;
+        if (*position == '%') {
+            ++position;
+            continue;
+        }
+        position += std::strspn(position, " 0.#+-%");
+        length = saturatingAdd(length, static_cast<std::size_t>(std::strtol(position, nullptr, 10)) + 6);
+    }
+    return length;
+}
+
+bool formatTexts(std::string& out, const char* pattern, const FormatTexts& texts) {
+    std::size_t textsLength = 0;
+    for (const FormatText& text : texts)
+        textsLength += text.length;
+    const std::size_t estimate = estimateFormattedLength(pattern, textsLength);
+    try {
+        out.resize(estimate);
+    } catch (const std::exception&) {
+        out.clear();
+        return false;
+    }
+    const int written = std::snprintf(out.data(), out.size() + 1, pattern, texts[0].start, texts[1].start,
+                                      texts[2].start, texts[3].start);
+    out.resize(written < 0 ? 0 : std::min(static_cast<std::size_t>(written), estimate));
+    return true;
+}
+
+} // namespace detail
+} // namespace base

@@ -1,0 +1,69 @@
+// Owners of the platform's handles, one type per kind with its own notion of "none".
+#pragma once
+
+#include <windows.h>
+
+#include <utility>
+
+namespace base {
+
+/// Owns one handle. `Traits` has the handle's type, the value that means none, and how it is closed.
+template<class Traits>
+class UniqueHandle {
+public:
+    using Handle = typename Traits::Handle;
+
+    UniqueHandle() = default;
+    explicit UniqueHandle(Handle handle) : handle_(handle) {}
+    UniqueHandle(UniqueHandle&& other) noexcept : handle_(other.release()) {}
+    UniqueHandle& operator=(UniqueHandle&& other) noexcept {
+        reset(other.release());
+        return *this;
+    }
+    ~UniqueHandle() { reset(); }
+
+    Handle get() const { return handle_; }
+    explicit operator bool() const { return handle_ != Traits::none(); }
+
+    [[nodiscard]] Handle release() { return std::exchange(handle_, Traits::none()); }
+
+    void reset(Handle handle = Traits::none()) {
+        const Handle old = std::exchange(handle_, handle);
+        if (old != Traits::none())
+            Traits::close(old);
+    }
+
+    /// For platform calls that hand a handle out through a pointer. What was owned is closed first.
+    Handle* receive() {
+        reset();
+        return &handle_;
+    }
+
+private:
+    Handle handle_ = Traits::none();
+};
+
+/// Kernel objects whose functions answer null for none: mappings, processes, threads, mutexes.
+struct KernelHandleTraits {
+    using Handle = HANDLE;
+    static Handle none() { return nullptr; }
+    static void close(Handle handle) { CloseHandle(handle); }
+};
+using KernelHandle = UniqueHandle<KernelHandleTraits>;
+
+/// Files, for which the platform answers INVALID_HANDLE_VALUE for none.
+struct FileHandleTraits {
+    using Handle = HANDLE;
+    static Handle none() { return INVALID_HANDLE_VALUE; }
+    static void close(Handle handle) { CloseHandle(handle); }
+};
+using FileHandle = UniqueHandle<FileHandleTraits>;
+
+struct RegistryKeyTraits {
+    using Handle = HKEY;
+    static Handle none() { return nullptr; }
+    static void close(Handle handle) { RegCloseKey(handle); }
+};
+using RegistryKey = UniqueHandle<RegistryKeyTraits>;
+
+} // namespace base

@@ -1,0 +1,67 @@
+#include "lib/base/opsys.h"
+
+#include "lib/base/base.h"
+#include "lib/base/dateparsing.h"
+#include "lib/base/formatting.h"
+
+#include <windows.h>
+
+#include <objbase.h>
+
+#include <cstdlib>
+#include <exception>
+
+namespace base {
+namespace {
+
+[[maybe_unused]] const bool registered = registerSourceFile(__FILE__, RELEASE_DATE);
+
+} // namespace
+
+void startComponentLibrary() {
+    if (SUCCEEDED(CoInitialize(nullptr))) // closing what was not opened is an error
+        std::atexit([] { CoUninitialize(); });
+}
+
+HINSTANCE moduleHandle() {
+    static const HINSTANCE module = GetModuleHandleA(nullptr);
+    return module;
+}
+
+std::string executablePath() {
+    std::string path(MAX_PATH, '\0');
+    for (;;) {
+        const DWORD length = GetModuleFileNameA(nullptr, path.data(), static_cast<DWORD>(path.size()));
+        if (length < path.size()) {
+            path.resize(length);
+            return path;
+        }
+        path.resize(path.size() * 2);
+    }
+}
+
+bool createInstanceMutex(const std::string& name) {
+    // Never closed: the mutex stands for this process and ends with it.
+    return CreateMutexA(nullptr, TRUE, name.c_str()) && GetLastError() == ERROR_ALREADY_EXISTS;
+}
+
+bool isAnotherInstanceRunning() {
+    return createInstanceMutex(format("%s %s", vendorName, applicationName));
+}
+
+std::string windowText(HWND window) {
+    const int length = GetWindowTextLengthA(window);
+    if (length <= 0)
+        return {};
+    std::string text;
+    try {
+        text.resize(static_cast<std::size_t>(length));
+    } catch (const std::exception&) {
+        return {};
+    }
+    // The string's own terminating zero is the room for the platform's.
+    GetWindowTextA(window, text.data(), length + 1);
+    return text;
+}
+
+} // namespace base

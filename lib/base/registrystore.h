@@ -1,0 +1,41 @@
+// The registry's values below one path, for those who load and save a section of settings.
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace base {
+
+/// Typed access to the values below one path, which enter() and leave() lengthen and shorten.
+class RegistryStore {
+public:
+    RegistryStore(HKEY root, std::string path) : root_(root), path_(std::move(path)) {}
+
+    HKEY root() const { return root_; }
+    const std::string& path() const { return path_; }
+
+    /// Appends a backslash, unless the path is empty, and `name`.
+    void enter(std::string_view name);
+    /// Removes what enter(name) appended.
+    void leave(std::string_view name);
+
+    // Values of the current path, by name.
+    bool readNumber(const std::string& name, std::uint32_t& out);
+    bool readString(const std::string& name, std::string& out);
+    bool writeNumber(const std::string& name, std::uint32_t value);
+    bool writeString(const std::string& name, std::string_view text);
+
+    // The value that the current path itself addresses: its last section is the value's name.
+    bool readBinaryHere(std::string& out) const;
+    bool writeBinaryHere(std::string_view bytes) const;
+
+private:
+    HKEY root_;
+    std::string path_;
+};
+
+} // namespace base

@@ -1,0 +1,71 @@
+#include "lib/base/trayicon.h"
+
+#include "lib/base/dateparsing.h"
+#include "lib/base/opsys.h"
+
+#include <windows.h>
+
+#include <shellapi.h>
+
+#include <map>
+
+namespace base {
+namespace {
+
+[[maybe_unused]] const bool registered = registerSourceFile(__FILE__, RELEASE_DATE);
+
+constexpr std::size_t maxTipLength = 63;
+
+/// Null when the program has no such icon.
+HICON loadedIcon(std::uint16_t resource) {
+    static std::map<std::uint16_t, HICON> icons;
+    if (const auto known = icons.find(resource); known != icons.end())
+        return known->second;
+    const HANDLE icon = LoadImageA(moduleHandle(), MAKEINTRESOURCEA(resource), IMAGE_ICON, 16, 16, 0);
+    if (!icon)
+        return nullptr;
+    return icons.emplace(resource, static_cast<HICON>(icon)).first->second;
+}
+
+bool showIcon(DWORD message, UINT flags, HWND window, std::uint16_t iconResource, const std::string& tip) {
+    if (!window)
+        return false;
+    const HICON icon = loadedIcon(iconResource);
+    if (!icon)
+        return false;
+    NOTIFYICONDATAA record = detail::trayIconRecord(window, flags, icon, tip);
+    return Shell_NotifyIconA(message, &record);
+}
+
+} // namespace
+
+namespace detail {
+
+NOTIFYICONDATAA trayIconRecord(HWND window, UINT flags, HICON icon, const std::string& tip) {
+    NOTIFYICONDATAA record{};
+    record.cbSize = NOTIFYICONDATAA_V1_SIZE; // the shell then reads no more than 64 characters of the tip
+    record.hWnd = window;
+    record.uFlags = flags;
+    if (flags & NIF_MESSAGE)
+        record.uCallbackMessage = WM_TRAY_NOTIFY;
+    record.hIcon = icon;
+    tip.copy(record.szTip, maxTipLength);
+    return record;
+}
+
+} // namespace detail
+
+bool addTrayIcon(HWND window, std::uint16_t iconResource, const std::string& tip) {
+    return showIcon(NIM_ADD, NIF_MESSAGE | NIF_ICON | NIF_TIP, window, iconResource, tip);
+}
+
+bool modifyTrayIcon(HWND window, std::uint16_t iconResource, const std::string& tip) {
+    return showIcon(NIM_MODIFY, NIF_ICON | NIF_TIP, window, iconResource, tip);
+}
+
+bool removeTrayIcon(HWND window) {
+    NOTIFYICONDATAA record = detail::trayIconRecord(window, 0, nullptr, {});
+    return Shell_NotifyIconA(NIM_DELETE, &record);
+}
+
+} // namespace base

@@ -1,0 +1,47 @@
+#include "scheduler/model/additions.h"
+
+#include "lib/base/paths.h"
+
+#include <new>
+#include <utility>
+
+namespace scheduler {
+
+ScheduledProject newEntryTemplate(const ScheduleList& list, base::TimeValue now) {
+    ScheduledProject record;
+    if (list.empty()) {
+        record.kind = ScheduleKind::AtStartup;
+    } else {
+        record.kind = ScheduleKind::AfterProject;
+        record.afterIndex = static_cast<std::int32_t>(list.size() - 1);
+    }
+    const base::TimeValue inAMinute = now + base::TimeSpan::fromMinutes(1);
+    record.time = base::TimeValue(inAMinute.seconds() / 60 * 60);
+    return record;
+}
+
+bool addEntry(ScheduleList& list, ScheduledProject record, const EngineState& state, ScheduleStore& store) {
+    record.nextRun = computeNextRun(state, record, state.clock->now());
+    if (list.append(std::move(record)) == ScheduleList::noMemory)
+        return false;
+    return store.save(list);
+}
+
+bool addEntries(ScheduleList& list, const ScheduledProject& pattern, std::span<const std::string> names,
+                const EngineState& state, ScheduleStore& store) {
+    bool allAdded = true;
+    for (const std::string& name : names) {
+        try {
+            ScheduledProject record = pattern;
+            // The folder ends in its separator already: the second backslash is harmless to the file system,
+            // and schedules hold such paths.
+            record.path = &name == names.data() ? name : base::directoryOf(names.front()) + "\\" + name;
+            allAdded &= addEntry(list, std::move(record), state, store);
+        } catch (const std::bad_alloc&) {
+            allAdded = false;
+        }
+    }
+    return allAdded;
+}
+
+} // namespace scheduler

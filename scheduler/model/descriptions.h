@@ -1,0 +1,30 @@
+// The English phrases by which an entry is shown: its name, when it runs, how it runs, its next run.
+#pragma once
+
+#include "scheduler/model/nextrun.h"
+#include "scheduler/model/schedulelist.h"
+
+#include <string>
+
+namespace scheduler {
+
+/// The name of an entry, also in other entries' phrases: a project file's name without folder and extension,
+/// or the whole text of a command line, prefix included.
+std::string displayName(const ScheduledProject& entry);
+
+/// When the entry runs, for instance "every Mon/Wed at 8:00 PM". `schedule` tells the name of the followed
+/// entry, "(unknown)" when there is none at that position.
+std::string describeSchedule(const ScheduledProject& entry, const ScheduleList& schedule);
+
+/// How the entry runs, for instance "Run update only for up to 90 minutes via Office line; disconnect when
+/// done".
+std::string describeRun(const ScheduledProject& entry);
+
+/// The entry's next run as seen at the state's clock, for instance "tomorrow at 8:00 PM" or "Now".
+std::string describeNextRun(const ScheduledProject& entry, const ScheduleList& schedule,
+                            const EngineState& state);
+
+/// The entry's last run as seen at `now`: "Never" or a time.
+std::string describeLastRun(const ScheduledProject& entry, base::TimeValue now);
+
+} // namespace scheduler

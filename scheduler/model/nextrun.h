@@ -1,0 +1,40 @@
+// When an entry is next due.
+#pragma once
+
+#include "lib/base/dates.h"
+#include "scheduler/model/scheduledproject.h"
+
+namespace scheduler {
+
+/// What next runs and descriptions need to know of the engine, which makes it anew whenever it is asked.
+struct EngineState {
+    /// True only while the schedule is first evaluated after the system started the program at log-on.
+    bool startupFlag = false;
+    bool suspended = false;
+    const base::Clock* clock = &base::systemClock();
+};
+
+/// The entry's next occasion as seen at `now`: TimeValue() is at once, TimeValue::never() is not at all. An
+/// entry that follows another gets never: the engine sets its time when that one has finished. The daily and
+/// the monthly rule also read the state's clock.
+///
+/// Days are added as 86400 seconds each, not by the calendar: behind a change to or from daylight saving time
+/// a daily or monthly occasion lies an hour off its time of day. That is how the schedule is meant to work.
+base::TimeValue computeNextRun(const EngineState& state, const ScheduledProject& entry, base::TimeValue now);
+
+/// Seconds since local midnight; 0 when `t` is negative.
+base::TimeSpan timeOfDay(base::TimeValue t);
+
+/// The local date of `t` at 00:00:00.
+base::TimeValue localMidnight(base::TimeValue t);
+
+/// The local date and hour of `t` with minute and second 0.
+base::TimeValue hourStart(base::TimeValue t);
+
+/// Day 1 at 00:00:00 of the current local month.
+base::TimeValue monthStart(const base::Clock& clock);
+
+/// Day 1 at 00:00:00 of the month after the current local one.
+base::TimeValue nextMonthStart(const base::Clock& clock);
+
+} // namespace scheduler

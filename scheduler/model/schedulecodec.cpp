@@ -1,0 +1,135 @@
+#include "scheduler/model/schedulecodec.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstring>
+#include <exception>
+#include <string>
+#include <type_traits>
+#include <utility>
+
+namespace scheduler {
+namespace {
+
+static_assert(std::endian::native == std::endian::little,
+              "the file's numbers are copied as they lie in memory");
+
+// What a record takes at least: its fixed fields and three empty strings.
+constexpr std::size_t smallestRecord = 82;
+
+/// Hands each field of a record to `visit`, in the order of the file. The one place that knows this order.
+template<class Record, class Visitor>
+bool visitFields(Record& record, Visitor&& visit) {
+    return visit(record.path) && visit(record.lastResult) && visit(record.lastRun) && visit(record.kind) &&
+           visit(record.time) && visit(record.minutes) && visit(record.afterIndex) &&
+           visit(record.weekdays) && visit(record.dayOfMonth) && visit(record.runCommand) &&
+           visit(record.dialupEntry) && visit(record.timeLimitMinutes) && visit(record.disconnectWhenDone) &&
+           visit(record.disabled) && visit(record.running) && visit(record.waitingSince) &&
+           visit(record.runStart) && visit(record.runNumber) && visit(record.nextRun) &&
+           visit(record.retryLimit) && visit(record.retriesDone) && visit(record.retryIntervalMinutes);
+}
+
+std::size_t encodedSize(const ScheduledProject& record) {
+    return smallestRecord + record.path.size() + record.lastResult.size() + record.dialupEntry.size();
+}
+
+class Writer {
+public:
+    explicit Writer(std::byte* target) : target_(target) {}
+
+    bool operator()(const std::string& text) {
+        (*this)(static_cast<std::uint32_t>(text.size()));
+        copy(text.data(), text.size());
+        return true;
+    }
+
+    template<class Field>
+    requires std::is_trivially_copyable_v<Field>
+    bool operator()(const Field& field) {
+        copy(&field, sizeof(field));
+        return true;
+    }
+
+private:
+    void copy(const void* source, std::size_t size) {
+        std::memcpy(target_, source, size);
+        target_ += size;
+    }
+
+    std::byte* target_;
+};
+
+class Reader {
+public:
+    explicit Reader(std::span<const std::byte> content) : rest_(content) {}
+
+    bool operator()(std::string& text) {
+        std::uint32_t length = 0;
+        if (!(*this)(length) || length > rest_.size())
+            return false;
+        text.assign(reinterpret_cast<const char*>(rest_.data()), length);
+        rest_ = rest_.subspan(length);
+        return true;
+    }
+
+    template<class Field>
+    requires std::is_trivially_copyable_v<Field>
+    bool operator()(Field& field) {
+        if (rest_.size() < sizeof(field))
+            return false;
+        std::memcpy(&field, rest_.data(), sizeof(field));
+        rest_ = rest_.subspan(sizeof(field));
+        return true;
+    }
+
+private:
+    std::span<const std::byte> rest_;
+};
+
+bool readEntries(Reader& read, std::uint32_t count, std::size_t contentSize,
+                 std::vector<ScheduledProject>& entries) {
+    try {
+        // The count may be damaged and yet pass; memory is taken for what the content can hold.
+        entries.reserve(std::min<std::size_t>(count, contentSize / smallestRecord));
+        for (std::uint32_t i = 0; i < count; ++i)
+            if (!visitFields(entries.emplace_back(), read))
+                return false;
+        return true;
+    } catch (const std::exception&) {
+        // No memory, or more records than the address space holds: a file of a gigabyte has room for both.
+        return false;
+    }
+}
+
+} // namespace
+
+std::vector<std::byte> encodeSchedule(std::span<const ScheduledProject> entries) {
+    std::size_t size = 2 * sizeof(std::uint32_t);
+    for (const ScheduledProject& entry : entries)
+        size += encodedSize(entry);
+    std::vector<std::byte> content(size);
+    Writer writer(content.data());
+    writer(scheduleMagic);
+    writer(static_cast<std::uint32_t>(entries.size()));
+    for (const ScheduledProject& entry : entries)
+        visitFields(entry, writer);
+    return content;
+}
+
+bool decodeSchedule(std::span<const std::byte> content, std::uint32_t expectedMagic, ScheduleList& list) {
+    Reader read(content);
+    std::uint32_t magic = 0;
+    std::uint32_t count = 0;
+    if (!read(magic) || (expectedMagic != 0 && magic != expectedMagic) || !read(count))
+        return false;
+    list.clear();
+    if (count >= content.size())
+        return false;
+    std::vector<ScheduledProject> entries;
+    if (!readEntries(read, count, content.size(), entries))
+        return false;
+    list.assign(std::move(entries));
+    return true;
+}
+
+} // namespace scheduler

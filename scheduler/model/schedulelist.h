@@ -1,0 +1,77 @@
+// The schedule: entries in order, referred to by position.
+#pragma once
+
+#include "scheduler/model/scheduledproject.h"
+
+#include <cstddef>
+#include <span>
+#include <vector>
+
+namespace scheduler {
+
+/// Told of what is added to the schedule. Not an owner, and must outlive its place in the list of observers.
+class ScheduleObserver {
+public:
+    virtual ~ScheduleObserver() = default;
+
+    /// An entry stands at `position` now; those behind it moved up. `becameLast`: it is the last one.
+    virtual void onEntryInserted(std::size_t position, bool becameLast) = 0;
+
+    /// The entries at positions 0 to count - 1 are new.
+    virtual void onEntriesLoaded(std::size_t count) = 0;
+};
+
+/// How many records an array is grown to that has to hold `neededCount` of `recordSize` bytes: twice as many
+/// while these take less than 16384 bytes, half as many again below 131072 bytes, a quarter as many again
+/// above.
+std::size_t grownCapacity(std::size_t neededCount, std::size_t recordSize);
+
+/// Holds its records by value. For the user-interface thread.
+class ScheduleList {
+public:
+    static constexpr std::ptrdiff_t noMemory = -1;
+
+    ScheduleList() = default;
+    ScheduleList(const ScheduleList&) = delete;
+    ScheduleList& operator=(const ScheduleList&) = delete;
+
+    std::size_t size() const { return entries_.size(); }
+    bool empty() const { return entries_.empty(); }
+    std::size_t capacity() const { return entries_.capacity(); }
+
+    /// Positions must be below size().
+    ScheduledProject& operator[](std::size_t position) { return entries_[position]; }
+    const ScheduledProject& operator[](std::size_t position) const { return entries_[position]; }
+    std::span<ScheduledProject> entries() { return entries_; }
+    std::span<const ScheduledProject> entries() const { return entries_; }
+    auto begin() { return entries_.begin(); }
+    auto end() { return entries_.end(); }
+    auto begin() const { return entries_.begin(); }
+    auto end() const { return entries_.end(); }
+
+    /// Puts a record before the one at `position`, or at the end when there is none, and tells the observers.
+    /// The position used, or noMemory with the schedule unchanged.
+    std::ptrdiff_t insert(std::size_t position, ScheduledProject record);
+    std::ptrdiff_t append(ScheduledProject record) { return insert(size(), std::move(record)); }
+
+    void remove(std::size_t position);
+    /// Removes the entries at `positions`, which descend, in one sweep.
+    void removeAll(const std::vector<std::size_t>& positions);
+    void replace(std::size_t position, ScheduledProject record);
+    void clear() { entries_.clear(); }
+
+    /// Takes over a whole schedule, as a load does, and tells the observers.
+    void assign(std::vector<ScheduledProject> entries);
+
+    void addObserver(ScheduleObserver& observer);
+    void removeObserver(ScheduleObserver& observer);
+
+private:
+    template<class Notice>
+    void notify(const Notice& notice);
+
+    std::vector<ScheduledProject> entries_;
+    std::vector<ScheduleObserver*> observers_; ///< null where one has left
+};
+
+} // namespace scheduler

@@ -1,0 +1,64 @@
+#include "scheduler/run/dialupconnector.h"
+
+#include <array>
+#include <bit>
+#include <cstddef>
+#include <raserror.h>
+
+namespace scheduler {
+namespace {
+
+// The service tells the forms of its record apart by their sizes. This one's name is followed by the path of
+// its phone book.
+static_assert(sizeof(RASENTRYNAMEA) == 532 && offsetof(RASENTRYNAMEA, szEntryName) == 4);
+
+// Only the first is called here. The others are what dialling takes: a service without them is of no use.
+constexpr std::array entryPointNames{
+    "RasEnumEntriesA", "RasEnumConnectionsA", "RasGetConnectStatusA",   "RasHangUpA",
+    "RasDialA",        "RasGetErrorStringA",  "RasGetEntryDialParamsA",
+};
+
+} // namespace
+
+bool listEntries(const EnumerateEntries& enumerate, std::vector<std::string>& names) {
+    RASENTRYNAMEA blank{};
+    blank.dwSize = sizeof(blank);
+    std::vector<RASENTRYNAMEA> records;
+    DWORD count = 0;
+    DWORD result = ERROR_SUCCESS;
+    do {
+        records.push_back(blank);
+        DWORD size = static_cast<DWORD>(records.size() * sizeof(blank));
+        result = enumerate(nullptr, nullptr, records.data(), &size, &count);
+    } while (result == ERROR_BUFFER_TOO_SMALL);
+
+    const bool succeeded = result == ERROR_SUCCESS && count <= records.size();
+    if (succeeded)
+        records.resize(count);
+    // Meant also after a failure: the editor then offers the empty names of the records that were prepared.
+    for (const RASENTRYNAMEA& record : records)
+        names.emplace_back(record.szEntryName);
+    return succeeded;
+}
+
+const DialupConnector& DialupConnector::instance() {
+    // From the system's folder only: one of this name that lies beside the program is nobody's service.
+    static const DialupConnector connector(LoadLibraryExA("RASAPI32", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32),
+                                           &GetProcAddress);
+    return connector;
+}
+
+DialupConnector::DialupConnector(HMODULE library, const FindEntryPoint& find) {
+    if (!library)
+        return;
+    std::array<FARPROC, entryPointNames.size()> entryPoints{};
+    for (std::size_t index = 0; index < entryPoints.size(); ++index) {
+        entryPoints[index] = find(library, entryPointNames[index]);
+        if (!entryPoints[index])
+            return;
+    }
+    available_ = true;
+    listEntries(std::bit_cast<decltype(&RasEnumEntriesA)>(entryPoints.front()), entries_);
+}
+
+} // namespace scheduler

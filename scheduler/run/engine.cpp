@@ -1,0 +1,217 @@
+#include "scheduler/run/engine.h"
+
+#include <algorithm>
+#include <exception>
+#include <utility>
+
+namespace scheduler {
+
+namespace {
+
+constexpr const char* conflictText = "Could not run on schedule; another project was already running.";
+constexpr const char* systemErrorText = "A system error prevented the project from running.";
+
+// What a retry is later than the entry's interval says.
+constexpr base::TimeSpan retryDelay = base::TimeSpan::fromSeconds(5);
+
+std::uint32_t runNumberOf(const ScheduledProject& entry) {
+    return static_cast<std::uint32_t>(entry.runNumber);
+}
+
+} // namespace
+
+SchedulerEngine::SchedulerEngine(ScheduleList& entries, RunPolicy& policy, const EngineServices& services)
+    : entries_(entries), policy_(policy), services_(services) {}
+
+EngineState SchedulerEngine::state() const {
+    return {startupFlag_, policy_.suspended, &services_.clock};
+}
+
+void SchedulerEngine::resetAll(base::TimeValue now) {
+    for (ScheduledProject& entry : entries_) {
+        resetRunState(entry);
+        entry.nextRun = computeNextRun(state(), entry, now);
+    }
+}
+
+void SchedulerEngine::onTimer(base::TimeValue now) {
+    if (!policy_.suspended)
+        tick(now);
+}
+
+void SchedulerEngine::tick(base::TimeValue now) {
+    startDue(now, Cause::Schedule);
+}
+
+void SchedulerEngine::testTick() {
+    startDue(services_.clock.now(), Cause::Trial);
+    services_.listener.onScheduleChanged();
+}
+
+void SchedulerEngine::startDue(base::TimeValue now, Cause cause) {
+    // The count is read afresh on each step: those who are called when an entry starts may change the
+    // schedule.
+    for (std::size_t position = 0; position < entries_.size(); ++position) {
+        if (isDue(position, now))
+            startEntry(position, now, cause);
+    }
+}
+
+bool SchedulerEngine::anyRunning() const {
+    // While a project runs, every waiting entry asks this once a second. The answer found last is tried
+    // first, so that many of them do not each search the whole schedule.
+    if (lastSeenRunning_ < entries_.size() && entries_[lastSeenRunning_].running)
+        return true;
+    const auto found =
+        std::ranges::find_if(entries_, [](const ScheduledProject& entry) { return entry.running != 0; });
+    lastSeenRunning_ = static_cast<std::size_t>(found - entries_.begin());
+    return found != entries_.end();
+}
+
+void SchedulerEngine::runEntry(std::size_t position, base::TimeValue now, bool manual) {
+    startEntry(position, now, manual ? Cause::User : Cause::Schedule);
+}
+
+void SchedulerEngine::startEntry(std::size_t position, base::TimeValue now, Cause cause) {
+    if (cause != Cause::User && !policy_.runMultiple && anyRunning()) {
+        waitForOthers(position, now);
+        return;
+    }
+
+    markRunning(entries_[position], now);
+    const std::uint32_t runNumber = runNumberOf(entries_[position]);
+    std::unique_ptr<RunRequest> request = makeRequest(entries_[position]);
+    // The entry stays marked as running and no end will be reported for it: that is how the test command
+    // shows what would have been started. The next start of the program clears it.
+    if (cause == Cause::Trial)
+        return;
+
+    if (!request || !services_.launcher.launch(std::move(request))) {
+        if (cause == Cause::User)
+            services_.messages.showNotice(systemErrorText);
+        // Messages are dispatched while the notice is shown, so the entry is looked up again.
+        if (const std::size_t failed = findRun(runNumber); failed < entries_.size())
+            finishRun(failed, now, {systemErrorText, 0});
+    }
+    services_.listener.onScheduleChanged();
+}
+
+void SchedulerEngine::waitForOthers(std::size_t position, base::TimeValue now) {
+    ScheduledProject& entry = entries_[position];
+    if (entry.waitingSince == base::TimeValue()) {
+        entry.waitingSince = now;
+        return;
+    }
+    if (hasWaitedTooLong(entry, now)) {
+        // Giving up is recorded as a run that began and ended now and went well, so it is not retried and
+        // those that follow this entry are woken.
+        markRunning(entry, now);
+        finishRun(position, now, {conflictText, 0});
+    }
+    services_.listener.onScheduleChanged();
+}
+
+bool SchedulerEngine::hasWaitedTooLong(const ScheduledProject& entry, base::TimeValue now) const {
+    // Whole minutes, and more of them than allowed: a wait time of N minutes ends after N + 1 minutes, that
+    // of 0 after one. The comparison is unsigned: when the clock was set back behind the beginning of the
+    // wait by a minute or more, the wait is over, while an enormous wait time is endless.
+    const std::int32_t minutesWaited = secondsBetween(now, entry.waitingSince) / 60;
+    return static_cast<std::uint32_t>(minutesWaited) > policy_.waitTime;
+}
+
+std::unique_ptr<RunRequest> SchedulerEngine::makeRequest(const ScheduledProject& entry) const {
+    try {
+        return std::make_unique<RunRequest>(
+            RunRequest{services_.launcher.commandLineOf(entry), runNumberOf(entry)});
+    } catch (const std::exception&) {
+        // Without memory, or for whatever else: the run ends here, or else the entry would run for ever.
+        return nullptr;
+    }
+}
+
+void SchedulerEngine::markRunning(ScheduledProject& entry, base::TimeValue now) {
+    std::int32_t highest = 0;
+    for (const ScheduledProject& other : entries_) {
+        if (other.running)
+            highest = std::max(highest, other.runNumber);
+    }
+    entry.running = 1;
+    entry.runStart = now;
+    entry.runNumber = static_cast<std::int32_t>(static_cast<std::uint32_t>(highest) + 1);
+}
+
+std::size_t SchedulerEngine::findRun(std::uint32_t runNumber) const {
+    const auto found = std::ranges::find_if(entries_, [runNumber](const ScheduledProject& entry) {
+        return entry.running && runNumberOf(entry) == runNumber;
+    });
+    return static_cast<std::size_t>(found - entries_.begin());
+}
+
+bool SchedulerEngine::onRunFinished(std::uint32_t runNumber) {
+    const std::size_t position = findRun(runNumber);
+    if (position == entries_.size())
+        return false;
+
+    finishRun(position, services_.clock.now(), outcomeOf(entries_[position]));
+    return true;
+}
+
+RunOutcome SchedulerEngine::outcomeOf(const ScheduledProject& entry) const {
+    const std::uint32_t runNumber = runNumberOf(entry);
+    // A command line of its own leaves no outcome. Its error code is meant to be the run number, which is
+    // never 0: such a run counts as failed for as long as its retries last, and is thus repeated.
+    if (isCommandLine(entry))
+        return {{}, runNumber};
+    try {
+        return services_.outcomes.take(runNumber);
+    } catch (const std::exception&) {
+        // As good as missing: the end of a run is reported only once, so it must be recorded now.
+        return {};
+    }
+}
+
+void SchedulerEngine::finishRun(std::size_t position, base::TimeValue finishTime, RunOutcome outcome) {
+    ScheduledProject& entry = entries_[position];
+    entry.running = 0;
+    entry.lastRun = entry.runStart;
+    entry.waitingSince = base::TimeValue();
+    entry.lastResult = std::move(outcome.resultText);
+
+    if (outcome.errorCode != 0 && entry.retriesDone < entry.retryLimit) {
+        entry.nextRun =
+            services_.clock.now() + base::TimeSpan::fromMinutes(entry.retryIntervalMinutes) + retryDelay;
+        ++entry.retriesDone;
+    } else {
+        entry.retriesDone = 0;
+        entry.nextRun = computeNextRun(state(), entry, finishTime);
+        wakeFollowers(position, finishTime);
+    }
+
+    services_.listener.onScheduleChanged();
+    services_.store.save(entries_);
+}
+
+void SchedulerEngine::wakeFollowers(std::size_t position, base::TimeValue finishTime) {
+    // Disabled and running followers too: the former are shown with their time and start should they be
+    // enabled later, the latter get another next run when theirs has ended.
+    for (ScheduledProject& follower : entries_) {
+        if (follower.kind == ScheduleKind::AfterProject && std::cmp_equal(follower.afterIndex, position))
+            follower.nextRun = finishTime + base::TimeSpan::fromMinutes(follower.minutes);
+    }
+}
+
+void SchedulerEngine::recomputeAll(base::TimeValue now) {
+    for (ScheduledProject& entry : entries_) {
+        if (!entry.running)
+            entry.nextRun = computeNextRun(state(), entry, now);
+    }
+}
+
+void SchedulerEngine::setSuspended(bool suspended) {
+    policy_.suspended = suspended;
+    recomputeAll(services_.clock.now());
+    services_.listener.onScheduleChanged();
+    services_.listener.onSuspendedChanged(suspended);
+}
+
+} // namespace scheduler

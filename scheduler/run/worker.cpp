@@ -1,0 +1,74 @@
+#include "scheduler/run/worker.h"
+
+#include "lib/base/expressions.h"
+#include "lib/base/paths.h"
+#include "lib/base/processes.h"
+#include "lib/base/threads.h"
+#include "scheduler/run/projectlaunch.h"
+
+#include <new>
+#include <utility>
+#include <vector>
+
+namespace scheduler {
+
+namespace {
+
+// All that a worker thread knows. It shares nothing with anyone.
+struct Supervision {
+    RunRequest request;
+    HWND window;
+};
+
+std::string_view withoutQuotes(std::string_view word) {
+    for (const char quote : {'"', '\''}) {
+        if (!word.starts_with(quote))
+            continue;
+        word.remove_prefix(1);
+        if (word.ends_with(quote))
+            word.remove_suffix(1);
+        break;
+    }
+    return word;
+}
+
+void runToItsEnd(const std::string& commandLine) {
+    // No time-out: the spider keeps to the entry's time limit by itself, and nothing here ends a process. Its
+    // exit code says nothing either; a start that failed is a run that ended at once.
+    base::runProcessAndWait(commandLine, SW_SHOWMINNOACTIVE, workingDirectoryOf(commandLine), INFINITE);
+}
+
+// The entry of a worker thread.
+void supervise(void* argument) noexcept {
+    const std::unique_ptr<const Supervision> run(static_cast<Supervision*>(argument));
+    try {
+        runToItsEnd(run->request.commandLine);
+    } catch (...) {
+        // Memory ran out before the process could be started: its end is reported like that of any failed
+        // start.
+    }
+    // Posted, never sent: the worker must not wait for the user interface.
+    PostMessageA(run->window, WM_RUN_FINISHED, run->request.runNumber, 0);
+}
+
+} // namespace
+
+std::string workingDirectoryOf(std::string_view commandLine) {
+    const std::vector<std::string> words = base::commandToken.matchesIn(commandLine);
+    return words.empty() ? std::string() : base::directoryOf(withoutQuotes(words.front()));
+}
+
+std::string WorkerLauncher::commandLineOf(const ScheduledProject& entry) {
+    return buildCommandLine(entry);
+}
+
+bool WorkerLauncher::launch(std::unique_ptr<RunRequest> request) {
+    std::unique_ptr<Supervision> run(new (std::nothrow) Supervision{std::move(*request), window_});
+    if (!run || base::startThread(supervise, run.get()) == base::threadFailed)
+        return false;
+    // The thread may be over by now: only the pointer itself is still ours to touch.
+    static_cast<void>(run.release());
+    return true;
+}
+
+} // namespace scheduler

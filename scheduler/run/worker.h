@@ -1,0 +1,37 @@
+// One thread per run: it starts the process, waits for its end and reports it.
+#pragma once
+
+#include "scheduler/run/runlauncher.h"
+
+#include <windows.h>
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace scheduler {
+
+/// Posted to the main window when a run's process has ended; wParam is the run number, lParam 0.
+inline constexpr UINT WM_RUN_FINISHED = WM_USER + 1;
+
+/// The folder, with its separator, of the program that a command line names first; empty when it names none.
+std::string workingDirectoryOf(std::string_view commandLine);
+
+/// Starts runs on worker threads that report to one window.
+class WorkerLauncher : public RunLauncher {
+public:
+    /// The window that is told of the end of each run started from now on.
+    void reportTo(HWND window) { window_ = window; }
+
+    std::string commandLineOf(const ScheduledProject& entry) override;
+
+    /// Other than promised, the end of the run may never be reported, though true was returned: when memory
+    /// runs out at the very start of the worker, its thread does nothing (see base::startThread). The entry
+    /// then runs until the scheduler is started again.
+    bool launch(std::unique_ptr<RunRequest> request) override;
+
+private:
+    HWND window_ = nullptr;
+};
+
+} // namespace scheduler

@@ -1,0 +1,14 @@
+// The dialog that tells the program's name and version.
+#pragma once
+
+#include "resources/ids.h"
+#include "scheduler/ui/framework/dialog.h"
+
+namespace scheduler {
+
+class AboutDialog : public framework::Dialog {
+public:
+    AboutDialog() : Dialog(IDD_ABOUT) {}
+};
+
+} // namespace scheduler

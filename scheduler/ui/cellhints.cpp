@@ -1,0 +1,80 @@
+#include "scheduler/ui/cellhints.h"
+
+#include "scheduler/ui/framework/hintwindow.h"
+
+#include <windowsx.h>
+
+#include <commctrl.h>
+
+#include <string>
+
+namespace scheduler {
+namespace {
+
+// What the control leaves free beside a cell's text, on both sides together.
+constexpr int cellMargins = 12;
+
+void reportRest(HWND window) {
+    TRACKMOUSEEVENT track{};
+    track.cbSize = sizeof(track);
+    track.dwFlags = TME_HOVER | TME_LEAVE;
+    track.hwndTrack = window;
+    track.dwHoverTime = HOVER_DEFAULT;
+    TrackMouseEvent(&track);
+}
+
+} // namespace
+
+framework::Handled CellHints::filterMessage(framework::Window&, const framework::Message& message) {
+    switch (message.id) {
+    case WM_MOUSEMOVE:
+        onMouseMove({GET_X_LPARAM(message.lParam), GET_Y_LPARAM(message.lParam)});
+        break;
+    case WM_MOUSEHOVER:
+        onMouseRests();
+        break;
+    case WM_MOUSELEAVE:
+        underMouse_ = {};
+        break;
+    default:
+        break;
+    }
+    return std::nullopt;
+}
+
+void CellHints::onMouseMove(POINT point) {
+    const Cell cell = cellAt(point);
+    if (cell == underMouse_)
+        return;
+    underMouse_ = cell;
+    framework::HintWindow::dismiss(list_);
+    if (cell.row >= 0)
+        reportRest(list_.handle());
+}
+
+void CellHints::onMouseRests() {
+    if (underMouse_.row < 0 || static_cast<std::size_t>(underMouse_.row) >= rows_.size())
+        return;
+    framework::Hint hint;
+    hint.text = rows_.text(static_cast<std::size_t>(underMouse_.row),
+                           static_cast<ScheduleColumn>(underMouse_.column));
+    if (!isCut(underMouse_, hint.text))
+        return;
+    GetCursorPos(&hint.point);
+    framework::HintWindow::show(&list_, hint);
+}
+
+CellHints::Cell CellHints::cellAt(POINT point) const {
+    LVHITTESTINFO hit{};
+    hit.pt = point;
+    ListView_SubItemHitTest(list_.handle(), &hit);
+    return hit.iItem < 0 ? Cell() : Cell{hit.iItem, hit.iSubItem};
+}
+
+bool CellHints::isCut(const Cell& cell, const std::string& text) const {
+    const auto width =
+        SendMessageA(list_.handle(), LVM_GETSTRINGWIDTHA, 0, reinterpret_cast<LPARAM>(text.c_str()));
+    return width + cellMargins > ListView_GetColumnWidth(list_.handle(), cell.column);
+}
+
+} // namespace scheduler

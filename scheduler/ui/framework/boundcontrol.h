@@ -1,0 +1,42 @@
+// A control that shows one value, bound to a record's field of that type.
+#pragma once
+
+#include "scheduler/ui/framework/control.h"
+#include "scheduler/ui/framework/fieldbinding.h"
+
+#include <memory>
+#include <utility>
+
+namespace framework {
+
+template<class Value, class Base = Control>
+class BoundControl : public Base {
+public:
+    using Binding = std::unique_ptr<FieldBinding<Value>>;
+
+    /// Takes the binding, which may be none, and what `Base` wants.
+    template<class... Arguments>
+    explicit BoundControl(Binding binding, Arguments&&... arguments)
+        : Base(std::forward<Arguments>(arguments)...), binding_(std::move(binding)) {}
+
+    /// Replaces the binding. The control shows the new field from its next load on.
+    void bind(Binding binding) { binding_ = std::move(binding); }
+
+    virtual Value value() const = 0;
+    virtual void setValue(const Value& value) = 0;
+
+    void load() override {
+        if (binding_)
+            setValue(binding_->get());
+    }
+
+    void store() override {
+        if (binding_)
+            binding_->set(value());
+    }
+
+private:
+    Binding binding_;
+};
+
+} // namespace framework

@@ -1,0 +1,168 @@
+#include "scheduler/ui/framework/browseedit.h"
+
+#include "lib/base/base.h"
+#include "lib/base/opsys.h"
+#include "scheduler/ui/framework/browselayout.h"
+#include "scheduler/ui/framework/chosenfiles.h"
+#include "scheduler/ui/framework/controlhost.h"
+
+#include <cderr.h>
+
+namespace framework {
+namespace {
+
+/// The button's id, beyond those of templates.
+constexpr int buttonIdOf(int editId) {
+    return editId + 0x4000;
+}
+
+constexpr std::size_t longestAnswer = 32 * 1024; // what the ANSI dialog can fill
+
+UINT_PTR CALLBACK centreWhenReady(HWND hook, UINT id, WPARAM, LPARAM lParam) noexcept {
+    // The hook's window is a child of the dialog.
+    if (id == WM_NOTIFY && reinterpret_cast<const OFNOTIFYA*>(lParam)->hdr.code == CDN_INITDONE)
+        centreWindow(GetParent(hook));
+    return 0;
+}
+
+/// Asks the user; false when nothing was chosen.
+bool askForFiles(OPENFILENAMEA& request) {
+    if (GetOpenFileNameA(&request))
+        return true;
+    // The dialog refuses to start from a text that cannot be a file's name, as that of several files.
+    if (CommDlgExtendedError() != FNERR_INVALIDFILENAME)
+        return false;
+    request.lpstrFile[0] = '\0';
+    return GetOpenFileNameA(&request);
+}
+
+class MeasuringContext {
+public:
+    explicit MeasuringContext(HWND window)
+        : window_(window),
+          context_(GetDC(window)),
+          oldFont_(
+              SelectObject(context_, reinterpret_cast<HGDIOBJ>(SendMessageA(window, WM_GETFONT, 0, 0)))) {}
+    MeasuringContext(const MeasuringContext&) = delete;
+    MeasuringContext& operator=(const MeasuringContext&) = delete;
+    ~MeasuringContext() {
+        SelectObject(context_, oldFont_);
+        ReleaseDC(window_, context_);
+    }
+
+    /// Of a text on a button: the mark of its access key is not shown.
+    int widthOf(const std::string& text) const {
+        RECT extent{};
+        DrawTextA(context_, text.c_str(), -1, &extent, DT_CALCRECT | DT_SINGLELINE);
+        return extent.right;
+    }
+
+private:
+    HWND window_;
+    HDC context_;
+    HGDIOBJ oldFont_;
+};
+
+void place(HWND window, const RECT& place, HWND behind) {
+    SetWindowPos(window, behind, place.left, place.top, place.right - place.left, place.bottom - place.top,
+                 SWP_NOACTIVATE | (behind ? 0U : UINT{SWP_NOZORDER}));
+}
+
+} // namespace
+
+BrowseEdit::BrowseEdit(ControlHost& host, int id, Binding binding)
+    : Edit(host, id, std::move(binding)), button_(host, buttonIdOf(id), [this] { browse(); }) {}
+
+void BrowseEdit::setButtonText(std::string text) {
+    buttonText_ = std::move(text);
+    if (!handle())
+        return;
+    button_.setText(buttonText_);
+    layOut();
+}
+
+void BrowseEdit::setFilter(const std::string& sections) {
+    filter_ = dialogFilter(sections);
+}
+
+void BrowseEdit::setCheck(std::function<bool(const std::string&)> isAcceptable, std::string message) {
+    isAcceptable_ = std::move(isAcceptable);
+    message_ = std::move(message);
+}
+
+void BrowseEdit::onAttached() {
+    Edit::onAttached();
+    GetWindowRect(handle(), &place_);
+    MapWindowPoints(nullptr, GetParent(handle()), reinterpret_cast<POINT*>(&place_), 2);
+    createButton();
+    layOut();
+}
+
+void BrowseEdit::createButton() {
+    const DWORD style = WS_CHILD | WS_TABSTOP | BS_PUSHBUTTON | (isVisible() ? DWORD{WS_VISIBLE} : 0) |
+                        (isEnabled() ? 0 : DWORD{WS_DISABLED});
+    const HWND button = CreateWindowExA(
+        0, "BUTTON", buttonText_.c_str(), style, 0, 0, 0, 0, GetParent(handle()),
+        reinterpret_cast<HMENU>(static_cast<INT_PTR>(button_.id())), base::moduleHandle(), nullptr);
+    SendMessageA(button, WM_SETFONT, static_cast<WPARAM>(send(WM_GETFONT)), FALSE);
+    button_.attach(button);
+}
+
+void BrowseEdit::layOut() {
+    const BrowseLayout layout = layOutBrowseEdit(place_, MeasuringContext(handle()).widthOf(buttonText_));
+    place(handle(), layout.edit, nullptr);
+    place(button_.handle(), layout.button, handle()); // behind the edit in the order of the Tab key, too
+}
+
+Handled BrowseEdit::onMessage(const Message& message) {
+    if (message.id == WM_ENABLE)
+        button_.setEnabled(message.wParam != FALSE);
+    else if (message.id == WM_SHOWWINDOW && message.lParam == 0) // not when it is about the dialog
+        button_.setVisible(message.wParam != FALSE);
+    return Edit::onMessage(message);
+}
+
+bool BrowseEdit::onNotification(UINT code) {
+    if (code != EN_CHANGE)
+        return false;
+    if (!takingChosen_)
+        chosen_.clear();
+    return true;
+}
+
+void BrowseEdit::browse() {
+    const std::string current = text();
+    std::string answer(longestAnswer, '\0');
+    current.copy(answer.data(), answer.size() - 1);
+
+    OPENFILENAMEA request{};
+    request.lStructSize = sizeof(request);
+    request.hwndOwner = GetParent(handle());
+    request.lpstrFilter = filter_.empty() ? nullptr : filter_.c_str();
+    request.lpstrFile = answer.data();
+    request.nMaxFile = static_cast<DWORD>(answer.size());
+    request.lpstrTitle = "Browse";
+    // A hook hears that the dialog is ready only from a dialog of the newer kind.
+    request.Flags = flags_ | OFN_EXPLORER | OFN_ENABLEHOOK;
+    request.lpfnHook = &centreWhenReady;
+    if (askForFiles(request))
+        takeChosen(chosenFiles(answer));
+}
+
+void BrowseEdit::takeChosen(std::vector<std::string> files) {
+    chosen_ = std::move(files);
+    takingChosen_ = true;
+    setText(chosenFilesText(chosen_));
+    takingChosen_ = false;
+}
+
+bool BrowseEdit::check() {
+    if (!isAcceptable_ || isAcceptable_(text()))
+        return true;
+    host().reveal();
+    MessageBoxA(GetParent(handle()), message_.c_str(), base::applicationName.c_str(), MB_OK);
+    takeFocus();
+    return false;
+}
+
+} // namespace framework

@@ -1,0 +1,97 @@
+#include "scheduler/ui/framework/control.h"
+
+#include "lib/base/opsys.h"
+#include "lib/base/strings.h"
+#include "scheduler/ui/framework/controlhost.h"
+
+#include <array>
+
+namespace framework {
+namespace {
+
+bool hasStyle(HWND window, DWORD style) {
+    return (static_cast<DWORD>(GetWindowLongA(window, GWL_STYLE)) & style) != 0;
+}
+
+} // namespace
+
+Control::Control(ControlHost& host, int id) : host_(host), id_(id) {
+    host_.add(*this);
+}
+
+Control::~Control() {
+    host_.remove(*this);
+}
+
+bool Control::attachIn(HWND dialog) {
+    return attach(GetDlgItem(dialog, id_));
+}
+
+bool Control::isVisible() const {
+    // IsWindowVisible would ask the dialog, too, and a page behind another one is hidden.
+    return hasStyle(handle(), WS_VISIBLE);
+}
+
+bool Control::isEnabled() const {
+    return !hasStyle(handle(), WS_DISABLED);
+}
+
+bool Control::onNotification(UINT) {
+    return false;
+}
+
+bool Control::onDrawItem(const DRAWITEMSTRUCT&) {
+    return false;
+}
+
+void Control::setEnabled(bool enabled) {
+    enableWindow(handle(), enabled);
+}
+
+void Control::setVisible(bool visible) {
+    showWindow(handle(), visible);
+}
+
+void Control::setText(const std::string& newText) {
+    if (text() != newText)
+        SetWindowTextA(handle(), newText.c_str());
+}
+
+std::string Control::text() const {
+    return base::windowText(handle());
+}
+
+void Control::takeFocus() {
+    SendMessageA(GetParent(handle()), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(handle()), TRUE);
+}
+
+Handled Control::onMessage(const Message& message) {
+    if (message.id == WM_ENABLE)
+        enableWindow(labelOf(handle()), message.wParam != FALSE);
+    return std::nullopt;
+}
+
+LRESULT Control::send(UINT message, WPARAM wParam, LPARAM lParam) const {
+    return SendMessageA(handle(), message, wParam, lParam);
+}
+
+void enableWindow(HWND window, bool enabled) {
+    if (hasStyle(window, WS_DISABLED) == enabled)
+        EnableWindow(window, enabled);
+}
+
+void showWindow(HWND window, bool visible) {
+    if (hasStyle(window, WS_VISIBLE) != visible)
+        ShowWindow(window, visible ? SW_SHOWNA : SW_HIDE);
+}
+
+HWND labelOf(HWND control) {
+    const HWND before = GetWindow(control, GW_HWNDPREV);
+    std::array<char, 8> className{};
+    GetClassNameA(before, className.data(), static_cast<int>(className.size()));
+    const bool isLabel = base::compareNoCase(className.data(), "static") == 0 &&
+                         base::windowText(before).find('&') != std::string::npos;
+    return isLabel ? before : nullptr;
+}
+
+} // namespace framework

@@ -1,0 +1,90 @@
+#include "scheduler/ui/framework/dialog.h"
+
+#include "lib/base/opsys.h"
+#include "scheduler/ui/framework/messagepump.h"
+#include "scheduler/ui/framework/modalowner.h"
+
+namespace framework {
+
+Dialog::~Dialog() {
+    close();
+}
+
+bool Dialog::open(HWND owner) {
+    return CreateDialogParamA(base::moduleHandle(), MAKEINTRESOURCEA(templateId()), owner, &dialogProcedure,
+                              reinterpret_cast<LPARAM>(static_cast<ControlHost*>(this))) != nullptr;
+}
+
+void Dialog::close() {
+    if (handle())
+        DestroyWindow(handle());
+}
+
+int Dialog::runModal(HWND owner) {
+    {
+        const ModalOwner waiting(owner);
+        beginModal();
+        if (!open(owner))
+            return IDCANCEL;
+        if (!(GetWindowLongA(handle(), GWL_STYLE) & DS_CENTER))
+            centreWindow(handle());
+        ShowWindow(handle(), SW_SHOW);
+        UpdateWindow(handle());
+        MessagePump::instance().runModalLoop(*this);
+    }
+    // Only now: were the dialog destroyed while its owner is disabled, the platform would activate another
+    // program.
+    close();
+    return modalResult() == IDOK ? IDOK : IDCANCEL;
+}
+
+bool Dialog::preTranslate(MSG& message) {
+    return message.message != WM_MOUSEMOVE && IsDialogMessageA(handle(), &message);
+}
+
+bool Dialog::isModalFinished() const {
+    return !handle() || ControlHost::isModalFinished();
+}
+
+bool Dialog::onCommand(int id, UINT code) {
+    // The codes of a menu's and an accelerator's command are 0 and 1, a button's is 0, too.
+    if (code > 1)
+        return false;
+    switch (id) {
+    case IDOK:
+        onOk();
+        return true;
+    case IDCANCEL:
+        onCancel();
+        return true;
+    default:
+        return false;
+    }
+}
+
+Handled Dialog::onMessage(const Message& message) {
+    if (message.id == WM_CLOSE) {
+        onCancel();
+        return 0;
+    }
+    return ControlHost::onMessage(message);
+}
+
+void Dialog::onOk() {
+    if (!check())
+        return;
+    store();
+    finish(IDOK);
+}
+
+void Dialog::onCancel() {
+    finish(IDCANCEL);
+}
+
+void Dialog::finish(int result) {
+    endModal(result);
+    // The loop looks after each posted message; what ended the dialog may have been sent.
+    PostMessageA(handle(), WM_NULL, 0, 0);
+}
+
+} // namespace framework

@@ -1,0 +1,81 @@
+// What ties a control to one field of a record: the field is read when the control loads and written when it
+// stores.
+#pragma once
+
+#include "lib/base/dates.h"
+
+#include <concepts>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <type_traits>
+
+namespace framework {
+
+/// Gives and takes a field in the form that its control shows. The field has to outlive the binding.
+template<class Value>
+class FieldBinding {
+public:
+    FieldBinding() = default;
+    FieldBinding(const FieldBinding&) = delete;
+    FieldBinding& operator=(const FieldBinding&) = delete;
+    virtual ~FieldBinding() = default;
+
+    virtual Value get() const = 0;
+    virtual void set(const Value& value) = 0;
+};
+
+using NumberBinding = FieldBinding<std::int32_t>;
+using TextBinding = FieldBinding<std::string>;
+using TimeBinding = FieldBinding<base::TimeValue>;
+
+/// Numbers and enumerations of 32 bits. Of an unsigned field the bits are what counts.
+template<class Field>
+concept NumberField = sizeof(Field) == sizeof(std::int32_t) &&
+                      (std::integral<Field> || std::is_enum_v<Field>);
+
+template<class Field>
+concept FlagField = std::same_as<Field, bool> || std::same_as<Field, std::uint8_t>;
+
+template<NumberField Field>
+class NumberFieldBinding final : public NumberBinding {
+public:
+    explicit NumberFieldBinding(Field& field) : field_(&field) {}
+    std::int32_t get() const override { return static_cast<std::int32_t>(*field_); }
+    void set(const std::int32_t& value) override { *field_ = static_cast<Field>(value); }
+
+private:
+    Field* field_;
+};
+
+/// Any value but 0 sets the flag, so the choice of a radio group can be a flag, too.
+template<FlagField Field>
+class FlagBinding final : public NumberBinding {
+public:
+    explicit FlagBinding(Field& field) : field_(&field) {}
+    std::int32_t get() const override { return *field_; }
+    void set(const std::int32_t& value) override { *field_ = value != 0 ? Field{1} : Field{0}; }
+
+private:
+    Field* field_;
+};
+
+template<NumberField Field>
+std::unique_ptr<NumberBinding> bindNumber(Field& field) {
+    return std::make_unique<NumberFieldBinding<Field>>(field);
+}
+
+template<FlagField Field>
+std::unique_ptr<NumberBinding> bindFlag(Field& field) {
+    return std::make_unique<FlagBinding<Field>>(field);
+}
+
+std::unique_ptr<TextBinding> bindText(std::string& field);
+
+/// A time as it is: the edit for times of day writes and reads it.
+std::unique_ptr<TimeBinding> bindTimeOfDay(base::TimeValue& field);
+
+/// A time as the text that an edit for date and time shows. A text that is no date stores 0.
+std::unique_ptr<TextBinding> bindDateTime(base::TimeValue& field);
+
+} // namespace framework

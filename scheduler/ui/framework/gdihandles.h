@@ -1,0 +1,37 @@
+// Owners of what painting makes.
+#pragma once
+
+#include "lib/base/handles.h"
+
+#include <windows.h>
+
+namespace framework {
+
+struct MemoryContextTraits {
+    using Handle = HDC;
+    static Handle none() { return nullptr; }
+    static void close(Handle handle) { DeleteDC(handle); }
+};
+using MemoryContext = base::UniqueHandle<MemoryContextTraits>;
+
+struct BitmapTraits {
+    using Handle = HBITMAP;
+    static Handle none() { return nullptr; }
+    static void close(Handle handle) { DeleteObject(handle); }
+};
+using Bitmap = base::UniqueHandle<BitmapTraits>;
+
+/// Has an object selected into a device context, and afterwards what was selected before.
+class Selection {
+public:
+    Selection(HDC context, HGDIOBJ object) : context_(context), previous_(SelectObject(context, object)) {}
+    Selection(const Selection&) = delete;
+    Selection& operator=(const Selection&) = delete;
+    ~Selection() { SelectObject(context_, previous_); }
+
+private:
+    HDC context_;
+    HGDIOBJ previous_;
+};
+
+} // namespace framework

@@ -1,0 +1,90 @@
+#include "scheduler/ui/framework/hintface.h"
+
+#include "scheduler/ui/framework/fonts.h"
+#include "scheduler/ui/framework/gdihandles.h"
+
+#include <algorithm>
+
+namespace framework {
+namespace {
+
+constexpr int distanceBelowPoint = 20;
+constexpr int growthAside = 6;
+constexpr int growthAboveAndBelow = 2;
+constexpr int cornerDiameter = 20;
+constexpr int roundedMargin = 20;
+
+/// The part of the format that decides how much room a text takes.
+UINT measureFormat(HintStyle style) {
+    const UINT lines = style == HintStyle::Rounded ? DT_WORDBREAK : DT_SINGLELINE;
+    return lines | DT_EXPANDTABS | DT_NOPREFIX;
+}
+
+UINT drawFormat(HintStyle style) {
+    const UINT place = style == HintStyle::Rounded ? 0 : DT_CENTER | DT_VCENTER;
+    return measureFormat(style) | place;
+}
+
+/// The shift that brings low..high inside lowest..highest; the low end counts where both cannot be.
+LONG shiftInside(LONG low, LONG high, LONG lowest, LONG highest) {
+    return std::max(lowest - low, std::min(highest - high, 0L));
+}
+
+} // namespace
+
+SIZE hintExtent(const std::string& text, HintStyle style, int maxWidth) {
+    // What the rounded style keeps free around its text is more than the place grows by.
+    const bool isRounded = style == HintStyle::Rounded;
+    const int spaceAside = isRounded ? roundedMargin - growthAside : 0;
+    const int spaceAboveAndBelow = isRounded ? roundedMargin - growthAboveAndBelow : 0;
+    const MemoryContext context(CreateCompatibleDC(nullptr));
+    const Selection font(context.get(), hintFont());
+    RECT area{};
+    area.right = std::max(maxWidth - 2 * spaceAside, 1);
+    DrawTextA(context.get(), text.c_str(), -1, &area, measureFormat(style) | DT_CALCRECT);
+    return {area.right - area.left + 2 * spaceAside, area.bottom - area.top + 2 * spaceAboveAndBelow};
+}
+
+RECT hintRectangle(SIZE extent, POINT point, const RECT& workArea) {
+    RECT place{};
+    place.left = point.x - extent.cx / 2;
+    place.top = point.y + distanceBelowPoint;
+    place.right = place.left + extent.cx;
+    place.bottom = place.top + extent.cy;
+    InflateRect(&place, growthAside, growthAboveAndBelow);
+    OffsetRect(&place, shiftInside(place.left, place.right, workArea.left, workArea.right),
+               shiftInside(place.top, place.bottom, workArea.top, workArea.bottom));
+    return place;
+}
+
+int maxHintWidth(const RECT& workArea) {
+    return workArea.right - workArea.left - 2 * growthAside;
+}
+
+HRGN hintOutline(HintStyle style, SIZE window) {
+    if (style == HintStyle::Plain)
+        return nullptr;
+    // A region ends before its right and bottom edges, by one pixel more than a drawn rectangle.
+    return CreateRoundRectRgn(0, 0, window.cx + 1, window.cy + 1, cornerDiameter, cornerDiameter);
+}
+
+void drawHint(HDC context, const RECT& area, const std::string& text, HintStyle style) {
+    const Selection font(context, hintFont());
+    const Selection brush(context, GetStockObject(DC_BRUSH));
+    const Selection pen(context, GetStockObject(BLACK_PEN));
+    SetDCBrushColor(context, hintColour);
+    SetBkMode(context, TRANSPARENT);
+    // Not the user's colour for tool tips, which may be as pale as the background here.
+    SetTextColor(context, RGB(0, 0, 0));
+    FillRect(context, &area, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
+    RECT textArea = area;
+    if (style == HintStyle::Rounded) {
+        RoundRect(context, area.left, area.top, area.right, area.bottom, cornerDiameter, cornerDiameter);
+        InflateRect(&textArea, -roundedMargin, -roundedMargin);
+    } else {
+        Rectangle(context, area.left, area.top, area.right, area.bottom);
+    }
+    DrawTextA(context, text.c_str(), -1, &textArea, drawFormat(style));
+}
+
+} // namespace framework

@@ -1,0 +1,18 @@
+#include "scheduler/ui/framework/modalowner.h"
+
+namespace framework {
+
+// The focus is asked for first: a window that is disabled loses it.
+ModalOwner::ModalOwner(HWND owner) : owner_(owner), focus_(GetFocus()) {
+    if (owner_)
+        EnableWindow(owner_, FALSE);
+}
+
+ModalOwner::~ModalOwner() {
+    if (owner_)
+        EnableWindow(owner_, TRUE);
+    if (focus_)
+        SetFocus(focus_);
+}
+
+} // namespace framework

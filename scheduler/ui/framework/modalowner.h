@@ -1,0 +1,22 @@
+// The window that waits while another one is run modally.
+#pragma once
+
+#include <windows.h>
+
+namespace framework {
+
+/// Disables the owner for as long as this object lives, and then gives the focus back to where it was.
+class ModalOwner {
+public:
+    /// No owner is null.
+    explicit ModalOwner(HWND owner);
+    ModalOwner(const ModalOwner&) = delete;
+    ModalOwner& operator=(const ModalOwner&) = delete;
+    ~ModalOwner();
+
+private:
+    HWND owner_;
+    HWND focus_;
+};
+
+} // namespace framework

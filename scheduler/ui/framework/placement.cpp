@@ -1,0 +1,50 @@
+#include "scheduler/ui/framework/placement.h"
+
+#include <cstring>
+
+namespace framework {
+namespace {
+
+static_assert(sizeof(WINDOWPLACEMENT) == 44 && sizeof(WINDOWPLACEMENT) <= sizeof(PlacementBytes));
+
+bool meetsWorkArea(const RECT& place) {
+    const HMONITOR monitor = MonitorFromRect(&place, MONITOR_DEFAULTTONULL);
+    if (!monitor)
+        return false;
+    MONITORINFO info{};
+    info.cbSize = sizeof(info);
+    RECT common{};
+    return GetMonitorInfoA(monitor, &info) && IntersectRect(&common, &place, &info.rcWork);
+}
+
+bool asksForNormalForm(int showCommand) {
+    return showCommand == SW_SHOWNORMAL || showCommand == SW_SHOWDEFAULT || showCommand == SW_SHOW;
+}
+
+} // namespace
+
+PlacementBytes capturePlacement(HWND window) {
+    WINDOWPLACEMENT placement{};
+    placement.length = sizeof(placement);
+    GetWindowPlacement(window, &placement);
+    PlacementBytes bytes{};
+    std::memcpy(bytes.data(), &placement, sizeof(placement));
+    return bytes;
+}
+
+bool applyPlacement(HWND window, const PlacementBytes& bytes, int& showCommand) {
+    WINDOWPLACEMENT placement{};
+    std::memcpy(&placement, bytes.data(), sizeof(placement));
+    if (placement.length != sizeof(placement) || !meetsWorkArea(placement.rcNormalPosition))
+        return false;
+    const bool wasMaximised = placement.showCmd == SW_SHOWMAXIMIZED;
+    placement.showCmd = SW_HIDE;
+    placement.flags = 0;
+    if (!SetWindowPlacement(window, &placement))
+        return false;
+    if (wasMaximised && asksForNormalForm(showCommand))
+        showCommand = SW_SHOWMAXIMIZED;
+    return true;
+}
+
+} // namespace framework

@@ -1,0 +1,41 @@
+#include "scheduler/ui/framework/propertypage.h"
+
+#include "lib/base/opsys.h"
+
+namespace framework {
+
+void PropertyPage::reveal() {
+    const HWND sheet = GetParent(handle());
+    if (reinterpret_cast<HWND>(SendMessageA(sheet, PSM_GETCURRENTPAGEHWND, 0, 0)) == handle())
+        return;
+    const LRESULT index = SendMessageA(sheet, PSM_HWNDTOINDEX, reinterpret_cast<WPARAM>(handle()), 0);
+    SendMessageA(sheet, PSM_SETCURSEL, static_cast<WPARAM>(index), 0);
+}
+
+PROPSHEETPAGEA PropertyPage::platformRecord() {
+    PROPSHEETPAGEA record{};
+    record.dwSize = sizeof(record);
+    // Made with the sheet, not when it is first shown: a page that the user never turned to is checked, too.
+    record.dwFlags = PSP_PREMATURE;
+    record.hInstance = base::moduleHandle();
+    record.pszTemplate = MAKEINTRESOURCEA(templateId());
+    record.pfnDlgProc = &pageProcedure;
+    record.lParam = reinterpret_cast<LPARAM>(static_cast<ControlHost*>(this));
+    return record;
+}
+
+Handled PropertyPage::onMessage(const Message& message) {
+    if (message.id == WM_NOTIFY && reinterpret_cast<const NMHDR*>(message.lParam)->code == PSN_APPLY)
+        return check() ? PSNRET_NOERROR : PSNRET_INVALID;
+    return ControlHost::onMessage(message);
+}
+
+INT_PTR CALLBACK pageProcedure(HWND page, UINT id, WPARAM wParam, LPARAM lParam) noexcept {
+    if (id != WM_INITDIALOG)
+        return FALSE;
+    const LPARAM object = reinterpret_cast<const PROPSHEETPAGEA*>(lParam)->lParam;
+    SetWindowLongA(page, GWL_ID, reinterpret_cast<const ControlHost*>(object)->templateId());
+    return dialogProcedure(page, id, wParam, object);
+}
+
+} // namespace framework

@@ -1,0 +1,75 @@
+#include "scheduler/ui/framework/propertysheet.h"
+
+#include "lib/base/opsys.h"
+#include "scheduler/ui/framework/messagepump.h"
+#include "scheduler/ui/framework/modalowner.h"
+
+namespace framework {
+
+PropertySheetDialog::~PropertySheetDialog() {
+    close();
+}
+
+int PropertySheetDialog::run(const std::string& title, HWND owner) {
+    bool accepted = false;
+    {
+        const ModalOwner waiting(owner);
+        beginModal();
+        if (!open(title, owner))
+            return IDCANCEL;
+        MessagePump::instance().runModalLoop(*this);
+        accepted = isModalFinished() && handle() && SendMessageA(handle(), PSM_GETRESULT, 0, 0) > 0;
+    }
+    // Not before all pages have passed, so that a sheet that is cancelled after all has stored nothing.
+    if (accepted)
+        for (PropertyPage* page : pages_)
+            page->store();
+    close();
+    return accepted ? IDOK : IDCANCEL;
+}
+
+bool PropertySheetDialog::open(const std::string& title, HWND owner) {
+    std::vector<PROPSHEETPAGEA> records;
+    for (PropertyPage* page : pages_)
+        records.push_back(page->platformRecord());
+    PROPSHEETHEADERA header{};
+    header.dwSize = sizeof(header);
+    header.dwFlags = PSH_PROPSHEETPAGE | PSH_MODELESS;
+    header.hwndParent = owner;
+    header.hInstance = base::moduleHandle();
+    header.pszCaption = title.c_str();
+    header.nPages = static_cast<UINT>(records.size());
+    header.ppsp = records.data();
+    constexpr INT_PTR failed = -1;
+    const INT_PTR result = PropertySheetA(&header);
+    if (result == 0 || result == failed)
+        return false;
+    const HWND sheet = reinterpret_cast<HWND>(result);
+    if (attach(sheet))
+        return true;
+    DestroyWindow(sheet);
+    return false;
+}
+
+void PropertySheetDialog::close() {
+    if (handle())
+        DestroyWindow(handle());
+}
+
+void PropertySheetDialog::onIdle() {
+    for (PropertyPage* page : pages_)
+        if (page->handle())
+            page->onIdle();
+}
+
+bool PropertySheetDialog::preTranslate(MSG& message) {
+    return message.message != WM_MOUSEMOVE &&
+           SendMessageA(handle(), PSM_ISDIALOGMESSAGE, 0, reinterpret_cast<LPARAM>(&message)) != 0;
+}
+
+bool PropertySheetDialog::isModalFinished() const {
+    // A sheet that has ended waits, without a current page, to be destroyed.
+    return !handle() || SendMessageA(handle(), PSM_GETCURRENTPAGEHWND, 0, 0) == 0;
+}
+
+} // namespace framework

@@ -1,0 +1,29 @@
+// A field for a time of day, rewritten in its normal form when the focus leaves it.
+#pragma once
+
+#include "lib/base/dates.h"
+#include "scheduler/ui/framework/boundcontrol.h"
+
+namespace framework {
+
+class TimeOfDayEdit : public BoundControl<base::TimeValue> {
+public:
+    /// The clock tells on which day a typed time lies; it has to outlive the edit.
+    TimeOfDayEdit(ControlHost& host, int id, Binding binding = nullptr,
+                  const base::Clock& clock = base::systemClock())
+        : BoundControl(std::move(binding), host, id), clock_(clock) {}
+
+    /// The typed time of day, today.
+    base::TimeValue value() const override;
+    void setValue(const base::TimeValue& value) override;
+
+    bool onNotification(UINT code) override;
+
+protected:
+    void onAttached() override;
+
+private:
+    const base::Clock& clock_;
+};
+
+} // namespace framework

@@ -1,0 +1,168 @@
+#include "scheduler/ui/framework/window.h"
+
+#include "lib/base/opsys.h"
+#include "scheduler/ui/framework/windowclass.h"
+
+#include <algorithm>
+#include <exception>
+
+namespace framework {
+
+/// One message being handled. The frames of nested messages form a chain, by which a dying object tells all
+/// of its frames that it is gone.
+class Window::Dispatch {
+public:
+    explicit Dispatch(Window* window) : window_(window), outer_(innermost_) { innermost_ = this; }
+    Dispatch(const Dispatch&) = delete;
+    Dispatch& operator=(const Dispatch&) = delete;
+    ~Dispatch() { innermost_ = outer_; }
+
+    Handled run(const Message& message) {
+        // Filters may come and go while they are asked, so each is looked up afresh.
+        for (std::size_t left = window_->filters_.size(); left-- > 0 && window_;) {
+            if (left >= window_->filters_.size())
+                continue;
+            if (const Handled handled = window_->filters_[left]->filterMessage(*window_, message))
+                return handled;
+        }
+        return window_ ? window_->onMessage(message) : std::nullopt;
+    }
+
+    bool windowIsAlive() const { return window_ != nullptr; }
+
+    static void forget(const Window* window) {
+        for (Dispatch* frame = innermost_; frame; frame = frame->outer_)
+            if (frame->window_ == window)
+                frame->window_ = nullptr;
+    }
+
+private:
+    Window* window_;
+    Dispatch* outer_;
+
+    static inline Dispatch* innermost_ = nullptr;
+};
+
+namespace {
+
+// The 32-bit target keeps addresses in a window's long values.
+static_assert(sizeof(LONG) == sizeof(void*));
+
+const LONG frameworkProcedure = reinterpret_cast<LONG>(&windowProcedure);
+
+/// What a window does with a message that its object leaves alone.
+LRESULT callClassProcedure(HWND window, const Message& message) {
+    const auto classProcedure = reinterpret_cast<WNDPROC>(GetClassLongA(window, GCL_WNDPROC));
+    if (!classProcedure || classProcedure == &windowProcedure)
+        return DefWindowProcA(window, message.id, message.wParam, message.lParam);
+    return CallWindowProcA(classProcedure, window, message.id, message.wParam, message.lParam);
+}
+
+Window* objectFor(HWND window, const Message& message) {
+    if (message.id == WM_NCCREATE || message.id == WM_CREATE)
+        return static_cast<Window*>(reinterpret_cast<const CREATESTRUCTA*>(message.lParam)->lpCreateParams);
+    return Window::of(window);
+}
+
+} // namespace
+
+Window::~Window() {
+    Dispatch::forget(this);
+    if (!handle_)
+        return;
+    const HWND window = handle_;
+    unbind();
+    if (created_)
+        DestroyWindow(window);
+    else
+        SetWindowLongA(window, GWL_WNDPROC, static_cast<LONG>(GetClassLongA(window, GCL_WNDPROC)));
+}
+
+bool Window::create(WindowClass& windowClass, const WindowParameters& parameters) {
+    windowClass.registerOnce();
+    created_ = true;
+    const HWND window =
+        CreateWindowExA(parameters.extendedStyle, windowClass.name().c_str(), parameters.title.c_str(),
+                        parameters.style, parameters.x, parameters.y, parameters.width, parameters.height,
+                        parameters.parent, parameters.menuOrId, base::moduleHandle(), this);
+    if (!window)
+        return false;
+    onAttached();
+    return true;
+}
+
+bool Window::attach(HWND window) {
+    if (!window || GetWindowLongA(window, GWL_USERDATA) != 0)
+        return false;
+    bind(window);
+    SetWindowLongA(window, GWL_WNDPROC, frameworkProcedure);
+    onAttached();
+    return true;
+}
+
+Window* Window::of(HWND window) {
+    if (!window || GetWindowLongA(window, GWL_WNDPROC) != frameworkProcedure)
+        return nullptr;
+    return reinterpret_cast<Window*>(GetWindowLongA(window, GWL_USERDATA));
+}
+
+void Window::addFilter(MessageFilter& filter) {
+    filters_.push_back(&filter);
+}
+
+void Window::removeFilter(MessageFilter& filter) {
+    std::erase(filters_, &filter);
+}
+
+void Window::beginModal() {
+    modalFinished_ = false;
+    modalResult_ = 0;
+}
+
+void Window::endModal(int result) {
+    modalFinished_ = true;
+    modalResult_ = result;
+}
+
+void Window::bind(HWND window) {
+    handle_ = window;
+    SetWindowLongA(window, GWL_USERDATA, reinterpret_cast<LONG>(this));
+}
+
+void Window::unbind() {
+    SetWindowLongA(handle_, GWL_USERDATA, 0);
+    handle_ = nullptr;
+}
+
+LRESULT CALLBACK windowProcedure(HWND window, UINT id, WPARAM wParam, LPARAM lParam) noexcept {
+    const Message message{id, wParam, lParam};
+    try {
+        if (Window* object = objectFor(window, message)) {
+            if (!object->handle_)
+                object->bind(window);
+            Window::Dispatch dispatch(object);
+            const Handled handled = dispatch.run(message);
+            if (id == WM_NCDESTROY && dispatch.windowIsAlive())
+                object->unbind();
+            if (handled)
+                return *handled;
+        }
+    } catch (const std::exception& failure) {
+        // No exception may cross the platform's frames. The message goes its default way.
+        OutputDebugStringA(failure.what());
+    }
+    return callClassProcedure(window, message);
+}
+
+void centreWindow(HWND window) {
+    const HWND parent = GetParent(window);
+    RECT reference{};
+    RECT own{};
+    GetWindowRect(parent ? parent : GetDesktopWindow(), &reference);
+    GetWindowRect(window, &own);
+    const int x = (reference.left + reference.right) / 2 - (own.right - own.left) / 2;
+    const int y = (reference.top + reference.bottom) / 2 - (own.bottom - own.top) / 2;
+    SetWindowPos(window, nullptr, x, y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+} // namespace framework

@@ -1,0 +1,87 @@
+// The main window: it holds the schedule and the engine, shows the list, and is where the timer, the ends of
+// runs and the user's commands arrive.
+#pragma once
+
+#include "scheduler/model/preferences.h"
+#include "scheduler/model/schedulefile.h"
+#include "scheduler/model/schedulelist.h"
+#include "scheduler/run/engine.h"
+#include "scheduler/run/outcomes.h"
+#include "scheduler/run/worker.h"
+#include "scheduler/ui/cellhints.h"
+#include "scheduler/ui/exitrules.h"
+#include "scheduler/ui/framework/window.h"
+#include "scheduler/ui/framework/windowclass.h"
+#include "scheduler/ui/messageboxes.h"
+#include "scheduler/ui/notificationicon.h"
+#include "scheduler/ui/schedulecommands.h"
+#include "scheduler/ui/schedulelistview.h"
+#include "scheduler/ui/schedulerows.h"
+
+#include <windows.h>
+
+#include <shellapi.h>
+
+#include <string>
+
+namespace scheduler {
+
+class MainWindow : public framework::Window, private EngineListener {
+public:
+    MainWindow();
+
+    /// Creates the window, loads what was saved and sets the engine going. False when there is no window.
+    bool start(const std::string& commandLine, int showCommand);
+
+private:
+    framework::Handled onMessage(const framework::Message& message) override;
+    framework::Handled onCommand(UINT command);
+    framework::Handled onNotify(const NMHDR& notification);
+    void onTimer();
+    void onTrayNotify(UINT mouseMessage);
+    void onContextMenu(HWND source);
+    void onDropFiles(HDROP drop);
+    void onHelp();
+
+    void onScheduleChanged() override;
+    void onSuspendedChanged(bool suspended) override;
+
+    void addEntryByEditor();
+    void editSelectedEntry();
+    void deleteSelectedEntries();
+    void toggleSelectedEntries();
+    void openSelectedProjects();
+    void changePreferences();
+
+    bool createWindow();
+    void loadState(int& showCommand);
+    void takeFocusToList();
+    void layOut();
+    void showMainWindow();
+    void hideMainWindow();
+    void exitProgram(ExitMode mode);
+    bool confirmExit();
+    void savePreferencesNow();
+    void saveWindowState();
+    void trackMenu(UINT menuResource);
+
+    framework::WindowClass class_;
+    UINT taskbarCreated_; // sent to all when the shell's taskbar has been made anew
+    ScheduleList schedule_;
+    Preferences preferences_;
+    ScheduleFile file_;
+    WorkerLauncher launcher_;
+    RegistryOutcomes outcomes_;
+    MessageBoxes messages_;
+    NotificationIcon icon_;
+    SchedulerEngine engine_;
+    ScheduleRows rows_;
+    ScheduleListView list_;
+    CellHints cellHints_;
+    ScheduleCommands commands_;
+    bool placed_ = false;
+    bool inTick_ = false;
+    bool askingToExit_ = false;
+};
+
+} // namespace scheduler

@@ -1,0 +1,27 @@
+#include "scheduler/ui/notificationicon.h"
+
+#include "lib/base/trayicon.h"
+#include "resources/ids.h"
+#include "scheduler/ui/programtexts.h"
+
+namespace scheduler {
+
+void NotificationIcon::add(HWND window) {
+    window_ = window;
+    base::addTrayIcon(window_, IDI_ACTIVE, titleFor(false));
+}
+
+void NotificationIcon::update(bool suspended) {
+    base::modifyTrayIcon(window_, suspended ? IDI_SUSPENDED : IDI_ACTIVE, titleFor(suspended));
+}
+
+void NotificationIcon::restore(bool suspended) {
+    add(window_);
+    update(suspended);
+}
+
+void NotificationIcon::remove() {
+    base::removeTrayIcon(window_);
+}
+
+} // namespace scheduler

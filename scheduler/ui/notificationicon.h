@@ -1,0 +1,23 @@
+// The program's icon in the notification area.
+#pragma once
+
+#include <windows.h>
+
+namespace scheduler {
+
+/// Shows by icon and tip whether the scheduler is active or suspended. Failures of the shell are left alone:
+/// the program works without its icon.
+class NotificationIcon {
+public:
+    /// The window that the icon stands for and reports to.
+    void add(HWND window);
+    void update(bool suspended);
+    /// The shell has lost all icons.
+    void restore(bool suspended);
+    void remove();
+
+private:
+    HWND window_ = nullptr;
+};
+
+} // namespace scheduler

@@ -1,0 +1,26 @@
+// The dialog for the program-wide preferences.
+#pragma once
+
+#include "scheduler/model/preferences.h"
+#include "scheduler/ui/framework/checkbox.h"
+#include "scheduler/ui/framework/dialog.h"
+#include "scheduler/ui/framework/numberedit.h"
+#include "scheduler/ui/framework/radiogroup.h"
+
+namespace scheduler {
+
+class PreferencesDialog : public framework::Dialog {
+public:
+    /// Edits `preferences` in place on OK. They have to outlive the dialog.
+    explicit PreferencesDialog(Preferences& preferences);
+
+protected:
+    void updateState() override;
+
+private:
+    framework::CheckBox autostart_;
+    framework::RadioGroup runMultiple_;
+    framework::NumberEdit waitTime_;
+};
+
+} // namespace scheduler

@@ -1,0 +1,247 @@
+#include "scheduler/ui/schedulelistview.h"
+
+#include "lib/base/opsys.h"
+#include "resources/ids.h"
+#include "scheduler/ui/framework/fonts.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace scheduler {
+namespace {
+
+constexpr std::uint32_t widestSavedColumn = 4000;
+
+// Each column's share of the list's width until the user sets it, in percent.
+constexpr std::array<int, columnCount> defaultShares = {13, 24, 17, 16, 16, 14};
+
+std::string toAnsi(const wchar_t* text) {
+    std::array<char, MAX_PATH> buffer{};
+    WideCharToMultiByte(CP_ACP, 0, text, -1, buffer.data(), static_cast<int>(buffer.size() - 1), nullptr,
+                        nullptr);
+    return buffer.data();
+}
+
+std::string widthName(std::size_t column) {
+    return "Column" + std::to_string(column);
+}
+
+} // namespace
+
+bool ScheduleListView::createIn(HWND parent) {
+    const INITCOMMONCONTROLSEX controls{sizeof(controls), ICC_LISTVIEW_CLASSES};
+    InitCommonControlsEx(&controls);
+    const HWND list = CreateWindowExA(0, WC_LISTVIEWA, "",
+                                      WS_CHILD | WS_VISIBLE | WS_TABSTOP | LVS_REPORT | LVS_OWNERDATA |
+                                          LVS_SHOWSELALWAYS | LVS_SHAREIMAGELISTS,
+                                      0, 0, 0, 0, parent, reinterpret_cast<HMENU>(IDC_SCHEDULE_LIST),
+                                      base::moduleHandle(), nullptr);
+    if (!attach(list))
+        return false;
+    ListView_SetExtendedListViewStyle(list, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER);
+    SendMessageA(list, WM_SETFONT, reinterpret_cast<WPARAM>(framework::messageFont()), FALSE);
+    insertColumns();
+    ListView_SetItemCountEx(list, rows_.size(), 0);
+    return true;
+}
+
+void ScheduleListView::moveTo(const RECT& area) {
+    SetWindowPos(handle(), nullptr, area.left, area.top, area.right - area.left, area.bottom - area.top,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void ScheduleListView::insertColumns() {
+    for (std::size_t column = 0; column < columnCount; ++column) {
+        std::string header = columnHeaders[column];
+        LVCOLUMNA description{};
+        description.mask = LVCF_TEXT | LVCF_SUBITEM;
+        description.pszText = header.data();
+        description.iSubItem = static_cast<int>(column);
+        SendMessageA(handle(), LVM_INSERTCOLUMNA, column, reinterpret_cast<LPARAM>(&description));
+    }
+}
+
+int ScheduleListView::defaultWidth(std::size_t column) const {
+    RECT area{};
+    GetClientRect(handle(), &area);
+    // The vertical scroll bar, once the rows need one, must not make a horizontal one necessary.
+    return (area.right - GetSystemMetrics(SM_CXVSCROLL)) * defaultShares[column] / 100;
+}
+
+void ScheduleListView::restoreColumns(base::RegistryStore& store) {
+    for (std::size_t column = 0; column < columnCount; ++column) {
+        std::uint32_t saved = 0;
+        const bool usable = store.readNumber(widthName(column), saved) && saved <= widestSavedColumn;
+        ListView_SetColumnWidth(handle(), static_cast<int>(column),
+                                usable ? static_cast<int>(saved) : defaultWidth(column));
+    }
+}
+
+void ScheduleListView::saveColumns(base::RegistryStore& store) const {
+    for (std::size_t column = 0; column < columnCount; ++column)
+        store.writeNumber(widthName(column), static_cast<std::uint32_t>(ListView_GetColumnWidth(
+                                                 handle(), static_cast<int>(column))));
+}
+
+Selection ScheduleListView::selectedEntries() const {
+    Selection selected;
+    for (int row = -1; (row = ListView_GetNextItem(handle(), row, LVNI_SELECTED)) >= 0;)
+        selected.push_back(rows_.entryAt(static_cast<std::size_t>(row)));
+    std::ranges::sort(selected);
+    return selected;
+}
+
+std::optional<std::size_t> ScheduleListView::entryInRow(int row) const {
+    return row >= 0 ? std::optional(rows_.entryAt(static_cast<std::size_t>(row))) : std::nullopt;
+}
+
+std::optional<std::size_t> ScheduleListView::firstSelectedEntry() const {
+    return entryInRow(ListView_GetNextItem(handle(), -1, LVNI_SELECTED));
+}
+
+void ScheduleListView::selectEntries(const Selection& entries) {
+    constexpr int everyRow = -1;
+    const bool all = entries.size() == rows_.size();
+    ListView_SetItemState(handle(), everyRow, all ? UINT{LVIS_SELECTED} : UINT{0}, LVIS_SELECTED);
+    if (all || entries.empty())
+        return;
+    for (std::size_t row = 0; row < rows_.size(); ++row)
+        if (std::ranges::binary_search(entries, rows_.entryAt(row)))
+            ListView_SetItemState(handle(), static_cast<int>(row), LVIS_SELECTED, LVIS_SELECTED);
+}
+
+void ScheduleListView::focusEntry(std::size_t entry) {
+    for (std::size_t row = 0; row < rows_.size(); ++row)
+        if (rows_.entryAt(row) == entry)
+            ListView_SetItemState(handle(), static_cast<int>(row), LVIS_FOCUSED, LVIS_FOCUSED);
+}
+
+ScheduleListView::RowTexts ScheduleListView::textsOf(std::size_t row) const {
+    RowTexts texts;
+    for (std::size_t column = 0; column < columnCount; ++column)
+        texts[column] = rows_.text(row, static_cast<ScheduleColumn>(column));
+    return texts;
+}
+
+void ScheduleListView::refresh() {
+    const HWND list = handle();
+    if (static_cast<std::size_t>(ListView_GetItemCount(list)) != rows_.size())
+        ListView_SetItemCountEx(list, rows_.size(), LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL);
+    for (std::size_t i = 0; i < painted_.size(); ++i) {
+        const std::size_t row = firstPainted_ + i;
+        if (row < rows_.size() && painted_[i] != textsOf(row))
+            ListView_RedrawItems(list, static_cast<int>(row), static_cast<int>(row));
+    }
+    UpdateWindow(list);
+}
+
+void ScheduleListView::onRowsDeleted() {
+    const int focused = ListView_GetNextItem(handle(), -1, LVNI_FOCUSED);
+    ListView_SetItemState(handle(), -1, 0, LVIS_SELECTED | LVIS_FOCUSED);
+    ListView_SetItemCountEx(handle(), rows_.size(), LVSICF_NOSCROLL);
+    const int last = static_cast<int>(rows_.size()) - 1;
+    if (focused >= 0 && last >= 0)
+        ListView_SetItemState(handle(), std::min(focused, last), LVIS_FOCUSED, LVIS_FOCUSED);
+    UpdateWindow(handle());
+}
+
+framework::Handled ScheduleListView::onMessage(const framework::Message& message) {
+    // Accelerators reach the window that has the focus; their commands are its parent's.
+    if (message.id == WM_COMMAND && message.lParam == 0)
+        return SendMessageA(GetParent(handle()), WM_COMMAND, message.wParam, 0);
+    return std::nullopt;
+}
+
+framework::Handled ScheduleListView::onNotify(const NMHDR& notification) {
+    switch (notification.code) {
+    case LVN_GETDISPINFOA:
+        onGetText(reinterpret_cast<NMLVDISPINFOA&>(const_cast<NMHDR&>(notification)));
+        return 0;
+    case LVN_COLUMNCLICK:
+        onColumnClick(reinterpret_cast<const NMLISTVIEW&>(notification).iSubItem);
+        return 0;
+    case LVN_ODFINDITEMA:
+        return onFindItem(reinterpret_cast<const NMLVFINDITEMA&>(notification));
+    case LVN_ODFINDITEMW: { // some platforms' control asks so whatever the list's character set
+        NMLVFINDITEMA request = reinterpret_cast<const NMLVFINDITEMA&>(notification);
+        const auto* sought = reinterpret_cast<const NMLVFINDITEMW&>(notification).lvfi.psz;
+        const std::string text = sought ? toAnsi(sought) : std::string();
+        request.lvfi.psz = text.c_str();
+        return onFindItem(request);
+    }
+    case NM_CUSTOMDRAW:
+        return onCustomDraw(reinterpret_cast<const NMLVCUSTOMDRAW&>(notification));
+    default:
+        return std::nullopt;
+    }
+}
+
+void ScheduleListView::onGetText(NMLVDISPINFOA& request) const {
+    LVITEMA& item = request.item;
+    const auto row = static_cast<std::size_t>(item.iItem);
+    if (!(item.mask & LVIF_TEXT) || item.cchTextMax <= 0 || row >= rows_.size())
+        return;
+    const std::string text = rows_.text(row, static_cast<ScheduleColumn>(item.iSubItem));
+    const std::size_t length = std::min(text.size(), static_cast<std::size_t>(item.cchTextMax) - 1);
+    std::memcpy(item.pszText, text.data(), length);
+    item.pszText[length] = '\0';
+}
+
+LRESULT ScheduleListView::onCustomDraw(const NMLVCUSTOMDRAW& draw) {
+    switch (draw.nmcd.dwDrawStage) {
+    case CDDS_PREPAINT: {
+        const auto top = static_cast<std::size_t>(std::max(0, ListView_GetTopIndex(handle())));
+        const auto shown = static_cast<std::size_t>(ListView_GetCountPerPage(handle())) + 1;
+        std::vector<RowTexts> kept(std::min(shown, rows_.size() - std::min(top, rows_.size())));
+        for (std::size_t i = 0; i < kept.size(); ++i)
+            if (top + i >= firstPainted_ && top + i - firstPainted_ < painted_.size())
+                kept[i] = std::move(painted_[top + i - firstPainted_]);
+        painted_ = std::move(kept);
+        firstPainted_ = top;
+        return CDRF_NOTIFYITEMDRAW;
+    }
+    case CDDS_ITEMPREPAINT: {
+        const std::size_t row = draw.nmcd.dwItemSpec;
+        if (row >= firstPainted_ && row - firstPainted_ < painted_.size())
+            painted_[row - firstPainted_] = textsOf(row);
+        return CDRF_DODEFAULT;
+    }
+    default:
+        return CDRF_DODEFAULT;
+    }
+}
+
+void ScheduleListView::onColumnClick(int column) {
+    const Selection selected = selectedEntries();
+    const std::optional<std::size_t> focused = entryInRow(ListView_GetNextItem(handle(), -1, LVNI_FOCUSED));
+    rows_.sortBy(static_cast<ScheduleColumn>(column));
+    showSortArrow();
+    InvalidateRect(handle(), nullptr, FALSE);
+    selectEntries(selected);
+    if (focused)
+        focusEntry(*focused);
+    UpdateWindow(handle());
+}
+
+void ScheduleListView::showSortArrow() const {
+    const HWND header = ListView_GetHeader(handle());
+    for (std::size_t column = 0; column < columnCount; ++column) {
+        HDITEMA item{};
+        item.mask = HDI_FORMAT;
+        SendMessageA(header, HDM_GETITEMA, column, reinterpret_cast<LPARAM>(&item));
+        item.fmt &= ~(HDF_SORTUP | HDF_SORTDOWN);
+        if (rows_.sortColumn() == static_cast<ScheduleColumn>(column))
+            item.fmt |= rows_.isAscending() ? HDF_SORTUP : HDF_SORTDOWN;
+        SendMessageA(header, HDM_SETITEMA, column, reinterpret_cast<LPARAM>(&item));
+    }
+}
+
+LRESULT ScheduleListView::onFindItem(const NMLVFINDITEMA& request) const {
+    if (!(request.lvfi.flags & (LVFI_STRING | LVFI_PARTIAL)) || !request.lvfi.psz)
+        return -1;
+    const auto row =
+        rows_.findProject(request.lvfi.psz, static_cast<std::size_t>(std::max(0, request.iStart)));
+    return row ? static_cast<LRESULT>(*row) : -1;
+}
+
+} // namespace scheduler

@@ -1,0 +1,102 @@
+#include "scheduler/ui/schedulerows.h"
+
+#include "lib/base/strings.h"
+#include "scheduler/model/descriptions.h"
+
+#include <algorithm>
+#include <numeric>
+#include <utility>
+
+namespace scheduler {
+
+ScheduleRows::ScheduleRows(ScheduleList& schedule, std::function<EngineState()> state)
+    : schedule_(schedule), state_(std::move(state)) {
+    onEntriesLoaded(schedule_.size());
+    schedule_.addObserver(*this);
+}
+
+ScheduleRows::~ScheduleRows() {
+    schedule_.removeObserver(*this);
+}
+
+std::string ScheduleRows::text(std::size_t row, ScheduleColumn column) const {
+    return entryText(order_[row], column);
+}
+
+std::string ScheduleRows::entryText(std::size_t position, ScheduleColumn column) const {
+    const ScheduledProject& entry = schedule_[position];
+    switch (column) {
+    case ScheduleColumn::Project:
+        return displayName(entry);
+    case ScheduleColumn::Schedule:
+        return describeSchedule(entry, schedule_);
+    case ScheduleColumn::Parameters:
+        return describeRun(entry);
+    case ScheduleColumn::NextRun:
+        return describeNextRun(entry, schedule_, state_());
+    case ScheduleColumn::LastRun:
+        return describeLastRun(entry, state_().clock->now());
+    case ScheduleColumn::LastResult:
+        return entry.lastResult;
+    }
+    return {};
+}
+
+void ScheduleRows::sortBy(ScheduleColumn column) {
+    ascending_ = sortColumn_ != column || !ascending_;
+    sortColumn_ = column;
+
+    using Cell = std::pair<std::string, std::uint32_t>;
+    std::vector<Cell> cells;
+    cells.reserve(order_.size());
+    for (const std::uint32_t position : order_)
+        cells.emplace_back(entryText(position, column), position);
+    if (ascending_)
+        std::ranges::sort(cells);
+    else
+        std::ranges::sort(cells, [](const Cell& a, const Cell& b) {
+            const int order = b.first.compare(a.first);
+            return order != 0 ? order < 0 : a.second < b.second;
+        });
+    std::ranges::transform(cells, order_.begin(), &Cell::second);
+}
+
+std::optional<std::size_t> ScheduleRows::findProject(std::string_view prefix, std::size_t start) const {
+    for (std::size_t step = 0; step < size(); ++step) {
+        const std::size_t row = (start + step) % size();
+        if (base::startsWithNoCase(text(row, ScheduleColumn::Project), prefix))
+            return row;
+    }
+    return std::nullopt;
+}
+
+void ScheduleRows::onEntriesDeleted(const std::vector<std::size_t>& positions) {
+    // Where each remaining entry has moved to; the deleted ones have no new position.
+    const std::size_t oldCount = order_.size();
+    constexpr std::uint32_t deleted = 0xFFFFFFFF;
+    std::vector<std::uint32_t> moved(oldCount, 0);
+    for (const std::size_t position : positions)
+        moved[position] = deleted;
+    std::uint32_t next = 0;
+    for (std::uint32_t& position : moved)
+        if (position != deleted)
+            position = next++;
+    for (std::uint32_t& position : order_)
+        position = moved[position];
+    std::erase(order_, deleted);
+}
+
+void ScheduleRows::onEntryInserted(std::size_t position, bool becameLast) {
+    if (!becameLast)
+        for (std::uint32_t& other : order_)
+            other += other >= position;
+    order_.push_back(static_cast<std::uint32_t>(position));
+}
+
+void ScheduleRows::onEntriesLoaded(std::size_t count) {
+    order_.resize(count);
+    std::iota(order_.begin(), order_.end(), 0U);
+    sortColumn_.reset();
+}
+
+} // namespace scheduler

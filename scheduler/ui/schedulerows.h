@@ -1,0 +1,67 @@
+// The list as a table of texts: which entry stands in which row, and what each cell says. Knows no window.
+#pragma once
+
+#include "scheduler/model/nextrun.h"
+#include "scheduler/model/schedulelist.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace scheduler {
+
+enum class ScheduleColumn : std::uint8_t { Project, Schedule, Parameters, NextRun, LastRun, LastResult };
+
+/// The columns' headers in their order.
+inline constexpr std::array<const char*, 6> columnHeaders = {"Project",  "Schedule", "Parameters",
+                                                             "Next Run", "Last Run", "Last Result"};
+inline constexpr std::size_t columnCount = columnHeaders.size();
+
+/// The rows are the schedule's entries in an order of their own, which sorting changes. New entries come
+/// last.
+class ScheduleRows : public ScheduleObserver {
+public:
+    /// Asks `state` for the engine's state each time a text depends on it. Both outlive the rows.
+    ScheduleRows(ScheduleList& schedule, std::function<EngineState()> state);
+    ~ScheduleRows() override;
+
+    std::size_t size() const { return order_.size(); }
+
+    /// The position in the schedule of the entry in a row.
+    std::size_t entryAt(std::size_t row) const { return order_[row]; }
+
+    std::string text(std::size_t row, ScheduleColumn column) const;
+
+    /// Sorts by the cells' texts as shown, byte by byte: ascending, or the other way round when the rows are
+    /// sorted by this column already. Equal texts stand in the schedule's order.
+    void sortBy(ScheduleColumn column);
+    /// The column that the rows were sorted by last; none after a load.
+    std::optional<ScheduleColumn> sortColumn() const { return sortColumn_; }
+    bool isAscending() const { return ascending_; }
+
+    /// The first row from `start` on, and then from the top, whose project begins with `prefix` in any case.
+    std::optional<std::size_t> findProject(std::string_view prefix, std::size_t start) const;
+
+    /// Entries have been deleted from the schedule; `positions` are those they had. Keeps the order of the
+    /// others.
+    void onEntriesDeleted(const std::vector<std::size_t>& positions);
+
+    void onEntryInserted(std::size_t position, bool becameLast) override;
+    void onEntriesLoaded(std::size_t count) override;
+
+private:
+    std::string entryText(std::size_t position, ScheduleColumn column) const;
+
+    ScheduleList& schedule_;
+    std::function<EngineState()> state_;
+    std::vector<std::uint32_t> order_; // per row: the entry's position in the schedule
+    std::optional<ScheduleColumn> sortColumn_;
+    bool ascending_ = true;
+};
+
+} // namespace scheduler

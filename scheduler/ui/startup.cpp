@@ -1,0 +1,46 @@
+#include "scheduler/ui/startup.h"
+
+#include "lib/base/base.h"
+#include "lib/base/opsys.h"
+#include "lib/base/trayicon.h"
+#include "resources/ids.h"
+#include "scheduler/ui/commandswitches.h"
+#include "scheduler/ui/framework/messagepump.h"
+#include "scheduler/ui/mainwindow.h"
+#include "scheduler/ui/programtexts.h"
+
+namespace scheduler {
+namespace {
+
+/// The running copy is known by its exact title, so a suspended one, whose title says so, is not found and
+/// the message goes nowhere.
+void tellRunningCopy(UINT message, WPARAM wParam, LPARAM lParam) {
+    const HWND window = FindWindowA(nullptr, programTitle.c_str());
+    if (!window)
+        return;
+    // The copy may come to the front on behalf of this one, which the user has just started.
+    AllowSetForegroundWindow(ASFW_ANY);
+    SendMessageA(window, message, wParam, lParam);
+}
+
+} // namespace
+
+int runProgram(const std::string& commandLine, int showCommand) {
+    base::applicationName = programTitle;
+    if (asksToClose(commandLine)) {
+        tellRunningCopy(WM_COMMAND, IDM_EXIT, 0);
+        return 0;
+    }
+    if (base::isAnotherInstanceRunning()) {
+        tellRunningCopy(base::WM_TRAY_NOTIFY, 0, WM_LBUTTONDBLCLK);
+        return 0;
+    }
+    MainWindow window;
+    if (!window.start(commandLine, showCommand))
+        return 1;
+    framework::MessagePump& pump = framework::MessagePump::instance();
+    pump.setAccelerators(LoadAcceleratorsA(base::moduleHandle(), MAKEINTRESOURCEA(IDR_ACCELERATORS)));
+    return pump.runMainLoop();
+}
+
+} // namespace scheduler

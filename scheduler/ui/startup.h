@@ -1,0 +1,12 @@
+// From the entry point to the message loop.
+#pragma once
+
+#include <string>
+
+namespace scheduler {
+
+/// Runs the program with the text behind its name on the command line and the system's show command: tells a
+/// running copy to close or to show itself, or becomes the running copy. Returns the process's exit code.
+int runProgram(const std::string& commandLine, int showCommand);
+
+} // namespace scheduler

@@ -1,0 +1,334 @@
+// The list of the real program: what its cells say, how its rows are sorted, and when it paints.
+
+#include "lib/base/registry.h"
+#include "resources/ids.h"
+#include "scheduler/model/descriptions.h"
+#include "tests/program/listdriver.h"
+#include "tests/program/scheduledriver.h"
+#include "tests/program/witnessdriver.h"
+
+#include <commctrl.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <memory>
+#include <numeric>
+
+using base::TimeSpan;
+using base::TimeValue;
+using driver::ListDriver;
+using driver::SchedulerProcess;
+using driver::waitUntil;
+using driver::WitnessDriver;
+using scheduler::RunCommand;
+using scheduler::ScheduledProject;
+using scheduler::ScheduleKind;
+using ::testing::ElementsAre;
+
+namespace {
+
+const std::string stateKey = "Software\\Brindlewood\\scheduler\\State";
+constexpr int columns = 6;
+constexpr int nextRunColumn = 3;
+constexpr int lastRunColumn = 4;
+constexpr int lastResultColumn = 5;
+
+ScheduledProject entry(const std::string& path, ScheduleKind kind) {
+    ScheduledProject made;
+    made.path = path;
+    made.kind = kind;
+    return made;
+}
+
+/// One whose next run is never by itself, so that its texts stay as they are.
+ScheduledProject sleeping(const std::string& path) {
+    return entry(path, ScheduleKind::AtStartup);
+}
+
+class List : public ::testing::Test {
+protected:
+    void SetUp() override {
+        driver::saveEntries({});
+        base::deleteKey(HKEY_CURRENT_USER, "Software\\Brindlewood\\scheduler");
+    }
+
+    void startWith(const std::vector<ScheduledProject>& entries) {
+        driver::saveEntries(entries);
+        ASSERT_TRUE(scheduler_.start());
+        list_ = std::make_unique<ListDriver>(scheduler_.window());
+    }
+
+    void exitAndStart() {
+        ASSERT_EQ(SchedulerProcess::runToEnd("/close"), 0U);
+        ASSERT_TRUE(scheduler_.waitForExit());
+        ASSERT_TRUE(scheduler_.start());
+        list_ = std::make_unique<ListDriver>(scheduler_.window());
+    }
+
+    const ListDriver& list() const { return *list_; }
+
+    SchedulerProcess scheduler_;
+    std::unique_ptr<ListDriver> list_;
+};
+
+TEST_F(List, ShowsSixColumnsAndNoRowsForAnEmptySchedule) {
+    startWith({});
+    EXPECT_THAT(list().headers(),
+                ElementsAre("Project", "Schedule", "Parameters", "Next Run", "Last Run", "Last Result"));
+    EXPECT_EQ(list().rowCount(), 0);
+}
+
+TEST_F(List, FillsTheClientAreaOfTheWindow) {
+    startWith({});
+    for (const int width : {400, 700}) {
+        SetWindowPos(scheduler_.window(), nullptr, 10, 10, width, 300, SWP_NOZORDER);
+        RECT client{};
+        GetClientRect(scheduler_.window(), &client);
+        RECT place{};
+        GetWindowRect(list().handle(), &place);
+        MapWindowPoints(nullptr, scheduler_.window(), reinterpret_cast<POINT*>(&place), 2);
+        EXPECT_TRUE(EqualRect(&place, &client));
+    }
+}
+
+TEST_F(List, CellsOfEveryKindSayWhatTheDescriptionsSay) {
+    const TimeValue now = TimeValue::now();
+    std::vector<ScheduledProject> entries;
+    entries.push_back(entry("C:\\Sites\\news.daily.kra", ScheduleKind::Daily));
+    entries.back().time = now + TimeSpan::fromDays(-3);
+    entries.back().runCommand = RunCommand::RunUpdateOnly;
+    entries.back().timeLimitMinutes = 90;
+    entries.back().dialupEntry = "Office line";
+    entries.back().disconnectWhenDone = 1;
+    entries.push_back(entry("mirror.krb", ScheduleKind::AfterProject));
+    entries.back().minutes = 1;
+    entries.push_back(entry("C:/Sites/hours.krc", ScheduleKind::Hourly));
+    entries.back().minutes = 59;
+    entries.push_back(entry("run:C:\\tools\\copy.exe /x", ScheduleKind::Monthly));
+    entries.back().dayOfMonth = 31;
+    entries.back().time = now;
+    entries.push_back(entry("C:\\Sites\\once.kra", ScheduleKind::Once));
+    entries.back().time = now + TimeSpan::fromDays(1);
+    entries.push_back(entry("C:\\Sites\\past.kra", ScheduleKind::Once));
+    entries.back().time = now + TimeSpan::fromDays(-1);
+    entries.back().lastRun = now + TimeSpan::fromDays(-40);
+    entries.back().lastResult = "404 pages are missing";
+    entries.push_back(entry("C:\\Sites\\boot.kra", ScheduleKind::AtStartup));
+    entries.push_back(entry("C:\\Sites\\off.kra", ScheduleKind::AtStartup));
+    entries.back().disabled = 1;
+    entries.back().runCommand = RunCommand::RelinkFiles;
+    startWith(entries);
+
+    EXPECT_THAT(list().columnTexts(0),
+                ElementsAre("news.daily", "mirror", "hours", "run:C:\\tools\\copy.exe /x", "once", "past",
+                            "boot", "off"));
+    scheduler::ScheduleList schedule;
+    schedule.assign(entries);
+    ASSERT_EQ(list().rowCount(), static_cast<int>(entries.size()));
+    for (int row = 0; row < list().rowCount(); ++row) {
+        const ScheduledProject& shown = entries[static_cast<std::size_t>(row)];
+        EXPECT_EQ(list().cell(row, 1), scheduler::describeSchedule(shown, schedule));
+        EXPECT_EQ(list().cell(row, 2), scheduler::describeRun(shown));
+        EXPECT_EQ(list().cell(row, lastRunColumn), scheduler::describeLastRun(shown, TimeValue::now()));
+        EXPECT_EQ(list().cell(row, lastResultColumn), shown.lastResult);
+    }
+    EXPECT_EQ(list().cell(0, 2),
+              "Run update only for up to 90 minutes via Office line; disconnect when done");
+    EXPECT_EQ(list().cell(1, nextRunColumn), "waiting for news.daily");
+    EXPECT_EQ(list().cell(4, nextRunColumn).find("tomorrow at "), 0U);
+    EXPECT_EQ(list().cell(5, nextRunColumn), "(never)");
+    EXPECT_EQ(list().cell(6, nextRunColumn), "next startup");
+    EXPECT_EQ(list().cell(7, nextRunColumn), "(disabled)");
+    EXPECT_EQ(list().cell(7, 2), "Relink files");
+    EXPECT_EQ(list().cell(7, lastRunColumn), "Never");
+}
+
+TEST_F(List, SuspensionShowsInEveryRowThatIsNotDisabled) {
+    std::vector<ScheduledProject> entries = {sleeping("a.kra"), sleeping("b.kra")};
+    entries[1].disabled = 1;
+    startWith(entries);
+    SendMessageA(scheduler_.window(), WM_COMMAND, IDM_SUSPEND, 0);
+    EXPECT_THAT(list().columnTexts(nextRunColumn), ElementsAre("(suspended)", "(disabled)"));
+    SendMessageA(scheduler_.window(), WM_COMMAND, IDM_SUSPEND, 0);
+    EXPECT_THAT(list().columnTexts(nextRunColumn), ElementsAre("next startup", "(disabled)"));
+}
+
+TEST_F(List, FollowsARunToItsEnd) {
+    const driver::SampleSpider spider;
+    ScheduledProject run =
+        sleeping(spider.makeProject("news.kra", "seconds=2\nresult=3 pages are missing\nerror=1\n"));
+    run.lastResult = "old";
+    startWith({run});
+    const WitnessDriver witness(scheduler_.window(), list().handle());
+    ASSERT_TRUE(witness.isThere());
+    list().select({0});
+    scheduler_.command(IDM_RUN);
+    EXPECT_TRUE(waitUntil([&] { return list().cell(0, nextRunColumn) == "Running"; }));
+    EXPECT_TRUE(waitUntil([&] { return list().cell(0, lastResultColumn) == "3 pages are missing"; }));
+    EXPECT_EQ(list().cell(0, lastRunColumn).find("today at "), 0U);
+    EXPECT_EQ(list().cell(0, nextRunColumn), "next startup");
+    EXPECT_GE(witness.paints(), 2);
+}
+
+TEST_F(List, ATextLongerThanTheControlsBufferIsCutAndNothingElse) {
+    std::vector<ScheduledProject> entries = {sleeping("a.kra"), sleeping("b.kra")};
+    entries[0].lastResult = std::string(5000, 'x') + "end";
+    entries[1].lastResult = "short";
+    startWith(entries);
+    for (const std::size_t size : {std::size_t{2}, std::size_t{100}, std::size_t{260}}) {
+        EXPECT_EQ(list().cell(0, lastResultColumn, size), std::string(size - 1, 'x'));
+        EXPECT_EQ(list().cell(1, lastResultColumn, size), std::string("short").substr(0, size - 1));
+    }
+    // The control's own buffer limits it beyond that; the entry itself stays whole.
+    EXPECT_EQ(list().cell(0, lastResultColumn, 8000).find_first_not_of('x') == std::string::npos ||
+                  list().cell(0, lastResultColumn, 8000) == entries[0].lastResult,
+              true);
+    ASSERT_EQ(SchedulerProcess::runToEnd("/close"), 0U);
+    ASSERT_TRUE(scheduler_.waitForExit());
+    EXPECT_EQ(driver::savedSchedule()[0].lastResult, entries[0].lastResult);
+}
+
+TEST_F(List, AClickOnAHeaderSortsByItsTextsAndASecondOneTurnsThemRound) {
+    const TimeValue now = TimeValue::now();
+    std::vector<ScheduledProject> entries = {sleeping("b.kra"), sleeping("C.kra"), sleeping("a.kra"),
+                                             sleeping("B.kra")};
+    entries[0].lastResult = "10";
+    entries[1].lastResult = "9";
+    entries[2].kind = ScheduleKind::Once; // "(never)"
+    entries[3].disabled = 1;
+    entries[2].runCommand = RunCommand::RelinkFiles;
+    entries[1].lastRun = now - TimeSpan::fromDays(100);
+    entries[3].minutes = 5;
+    startWith(entries);
+    for (int column = 0; column < columns; ++column) {
+        list().select({0, 2});
+        std::vector<std::string> selected = {list().cell(0, 0), list().cell(2, 0)};
+        std::ranges::sort(selected);
+        for (const bool ascending : {true, false}) {
+            list().clickHeader(column);
+            const std::vector<std::string> texts = list().columnTexts(column);
+            EXPECT_TRUE(ascending ? std::ranges::is_sorted(texts)
+                                  : std::ranges::is_sorted(texts, std::greater()))
+                << column;
+            for (int other = 0; other < columns; ++other)
+                EXPECT_EQ(list().sortArrow(other), other != column ? 0
+                                                   : ascending     ? HDF_SORTUP
+                                                                   : HDF_SORTDOWN);
+            std::vector<std::string> still;
+            for (const int row : list().selectedRows())
+                still.push_back(list().cell(row, 0));
+            std::ranges::sort(still);
+            EXPECT_EQ(still, selected) << column;
+        }
+    }
+    list().clickHeader(0);
+    EXPECT_THAT(list().columnTexts(0), ElementsAre("B", "C", "a", "b")) << "capitals come first";
+}
+
+TEST_F(List, TheKeyboardStaysOnItsEntryWhenTheRowsAreSorted) {
+    startWith({sleeping("c.kra"), sleeping("a.kra"), sleeping("b.kra")});
+    list().select({0});
+    list().clickHeader(0);
+    EXPECT_THAT(list().selectedRows(), ElementsAre(2));
+    EXPECT_EQ(list().focusedRow(), 2);
+}
+
+TEST_F(List, SortingNextRunGoesByTextNotByTime) {
+    std::vector<ScheduledProject> entries(3, entry("a.kra", ScheduleKind::Once));
+    entries[0].time = TimeValue::now() + TimeSpan::fromDays(1); // "tomorrow at ..."
+    entries[1].time = TimeValue::now() - TimeSpan::fromDays(1); // "(never)"
+    entries[2].kind = ScheduleKind::AtStartup;                  // "next startup"
+    startWith(entries);
+    list().clickHeader(nextRunColumn);
+    const std::vector<std::string> texts = list().columnTexts(nextRunColumn);
+    EXPECT_EQ(texts[0], "(never)");
+    EXPECT_EQ(texts[1], "next startup");
+    EXPECT_EQ(texts[2].find("tomorrow at "), 0U);
+}
+
+TEST_F(List, SortingLeavesTheScheduleInItsOrder) {
+    startWith({sleeping("b.kra"), sleeping("a.kra")});
+    list().clickHeader(0);
+    EXPECT_THAT(list().columnTexts(0), ElementsAre("a", "b"));
+    exitAndStart();
+    EXPECT_THAT(list().columnTexts(0), ElementsAre("b", "a"));
+}
+
+TEST_F(List, DeletingASortedRowDeletesItsEntry) {
+    startWith({sleeping("c.kra"), sleeping("a.kra"), sleeping("b.kra")});
+    list().clickHeader(0);
+    list().select({1}); // b
+    SendMessageA(scheduler_.window(), WM_COMMAND, IDM_DELETE, 0);
+    EXPECT_THAT(list().columnTexts(0), ElementsAre("a", "c"));
+    EXPECT_TRUE(list().selectedRows().empty());
+    EXPECT_EQ(list().focusedRow(), 1);
+    ASSERT_EQ(driver::savedSchedule().size(), 2U);
+    EXPECT_EQ(driver::savedSchedule()[0].path, "c.kra");
+}
+
+TEST_F(List, ATickPaintsNothingWhenNoTextHasChanged) {
+    std::vector<ScheduledProject> entries(20, sleeping("a.kra"));
+    startWith(entries);
+    const WitnessDriver witness(scheduler_.window(), list().handle());
+    ASSERT_TRUE(witness.isThere());
+    UpdateWindow(list().handle());
+    Sleep(1500); // what the start has left to paint
+    const LONG before = witness.paints();
+    Sleep(4000);
+    EXPECT_EQ(witness.paints(), before);
+
+    // The counter does count, and only the row that has changed is painted.
+    RECT client{};
+    GetClientRect(list().handle(), &client);
+    list().select({3});
+    waitUntil([&] { return witness.paints() > before; });
+    Sleep(200);
+    const LONG afterSelection = witness.paints();
+    SendMessageA(scheduler_.window(), WM_COMMAND, IDM_ENABLE, 0);
+    EXPECT_TRUE(waitUntil([&] { return witness.paints() > afterSelection; }));
+    EXPECT_LT(witness.lastPaint().bottom - witness.lastPaint().top, (client.bottom - client.top) / 4);
+}
+
+TEST_F(List, ColumnWidthsComeBackAsTheyWereLeft) {
+    startWith({});
+    for (int column = 0; column < columns; ++column)
+        list().setColumnWidth(column, 40 + 10 * column);
+    exitAndStart();
+    for (int column = 0; column < columns; ++column)
+        EXPECT_EQ(list().columnWidth(column), 40 + 10 * column);
+}
+
+TEST_F(List, AWidthThatMakesNoSenseIsIgnored) {
+    startWith({});
+    const int usual = list().columnWidth(0);
+    EXPECT_GT(usual, 20);
+    exitAndStart();
+    scheduler_.kill();
+    for (const std::uint32_t width : {4001U, 0x80000000U, 0xFFFFFFFFU}) {
+        ASSERT_TRUE(base::writeNumber(HKEY_CURRENT_USER, stateKey + "\\Column0", width));
+        ASSERT_TRUE(scheduler_.start());
+        EXPECT_EQ(ListDriver(scheduler_.window()).columnWidth(0), usual) << width;
+        scheduler_.kill();
+    }
+    for (const std::uint32_t width : {0U, 4000U}) {
+        ASSERT_TRUE(base::writeNumber(HKEY_CURRENT_USER, stateKey + "\\Column0", width));
+        ASSERT_TRUE(scheduler_.start());
+        EXPECT_EQ(ListDriver(scheduler_.window()).columnWidth(0), static_cast<int>(width));
+        scheduler_.kill();
+    }
+}
+
+TEST_F(List, TheColumnsFillTheWindowAtFirstAndNeedNoScrolling) {
+    startWith({});
+    int sum = 0;
+    for (int column = 0; column < columns; ++column)
+        sum += list().columnWidth(column);
+    RECT client{};
+    GetClientRect(list().handle(), &client);
+    EXPECT_LE(sum, client.right - GetSystemMetrics(SM_CXVSCROLL));
+    EXPECT_GE(sum, client.right * 9 / 10);
+}
+
+} // namespace

@@ -1,0 +1,53 @@
+// The list of a running copy, read and used as its user does.
+#pragma once
+
+#include <windows.h>
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace driver {
+
+class ListDriver {
+public:
+    /// The list in a main window.
+    explicit ListDriver(HWND mainWindow);
+
+    HWND handle() const { return list_; }
+
+    std::vector<std::string> headers() const;
+    int rowCount() const;
+
+    /// A cell's text as the control gets it into a buffer of `bufferSize` characters, the last for the NUL.
+    std::string cell(int row, int column, std::size_t bufferSize = 1024) const;
+    std::vector<std::string> rowTexts(int row) const;
+    std::vector<std::string> columnTexts(int column) const;
+
+    /// Selects these rows and no others; the first of them gets the keyboard.
+    void select(const std::vector<int>& rows) const;
+    void selectAll() const;
+    std::vector<int> selectedRows() const;
+    int focusedRow() const;
+
+    /// Presses and lets go of the left button in the middle of a column's header.
+    void clickHeader(int column) const;
+    /// HDF_SORTUP, HDF_SORTDOWN or 0.
+    int sortArrow(int column) const;
+
+    int columnWidth(int column) const;
+    void setColumnWidth(int column, int width) const;
+
+    /// A key pressed while the list has the keyboard.
+    void pressKey(WPARAM key) const;
+    void doubleClickRow(int row) const;
+
+private:
+    void setState(int row, UINT state, UINT mask) const;
+    RECT rowPlace(int row) const;
+
+    HWND list_;
+    HWND header_;
+};
+
+} // namespace driver

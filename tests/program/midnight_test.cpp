@@ -1,0 +1,64 @@
+// What the list says of tomorrow and today while the day changes. Its clock starts ten minutes before
+// midnight and runs sixty times as fast.
+
+#include "tests/program/listdriver.h"
+#include "tests/program/scheduledriver.h"
+#include "tests/program/witnessdriver.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+
+using base::TimeSpan;
+using base::TimeValue;
+using driver::waitUntil;
+using scheduler::ScheduledProject;
+using scheduler::ScheduleKind;
+
+namespace {
+
+constexpr int nextRunColumn = 3;
+constexpr int lastRunColumn = 4;
+
+// By the fast clock; a minute and more of real time.
+constexpr std::chrono::hours limit(2);
+
+bool beginsWith(const std::string& text, const std::string& beginning) {
+    return text.compare(0, beginning.size(), beginning) == 0;
+}
+
+TEST(Midnight, TurnsTomorrowIntoTodayAndTodayIntoYesterdayByItself) {
+    const TimeValue start = TimeValue::now();
+    ASSERT_EQ(start.hour(), 23) << "this test needs a clock of its own";
+    ScheduledProject entry;
+    entry.path = "C:\\Sites\\news.kra";
+    entry.kind = ScheduleKind::Once;
+    entry.time = start + TimeSpan::fromMinutes(20 * 60); // tomorrow evening
+    entry.lastRun = start - TimeSpan::fromMinutes(20 * 60);
+    ScheduledProject still = entry;
+    still.kind = ScheduleKind::AtStartup;
+    still.lastRun = TimeValue();
+    driver::saveEntries({entry, still});
+
+    driver::SchedulerProcess scheduler;
+    ASSERT_TRUE(scheduler.start());
+    const driver::ListDriver list(scheduler.window());
+    const driver::WitnessDriver witness(scheduler.window(), list.handle());
+    ASSERT_TRUE(witness.isThere());
+    ASSERT_EQ(TimeValue::now().day(), start.day()) << "too late for this test";
+    EXPECT_TRUE(beginsWith(list.cell(0, nextRunColumn), "tomorrow at ")) << list.cell(0, nextRunColumn);
+    EXPECT_TRUE(beginsWith(list.cell(0, lastRunColumn), "today at ")) << list.cell(0, lastRunColumn);
+
+    UpdateWindow(list.handle());
+    const LONG before = witness.paints();
+    ASSERT_TRUE(waitUntil([&] { return witness.paints() > before; }, limit)) << "nothing was painted";
+    EXPECT_NE(TimeValue::now().day(), start.day()) << "painted without a reason";
+    EXPECT_TRUE(beginsWith(list.cell(0, nextRunColumn), "today at ")) << list.cell(0, nextRunColumn);
+    EXPECT_TRUE(beginsWith(list.cell(0, lastRunColumn), "yesterday at ")) << list.cell(0, lastRunColumn);
+    RECT client{};
+    GetClientRect(list.handle(), &client);
+    EXPECT_LT(witness.lastPaint().bottom - witness.lastPaint().top, (client.bottom - client.top) / 4)
+        << "only the row that says something else";
+}
+
+} // namespace

@@ -1,0 +1,218 @@
+#include "tests/program/scheduledriver.h"
+
+#include "lib/base/files.h"
+#include "lib/base/opsys.h"
+#include "lib/base/paths.h"
+#include "lib/base/processes.h"
+#include "scheduler/model/schedulefile.h"
+#include "tests/support/patience.h"
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <fstream>
+#include <sstream>
+
+namespace driver {
+namespace {
+
+struct WindowSearch {
+    DWORD process = 0;
+    std::string className; // empty: any
+    HWND found = nullptr;
+};
+
+BOOL CALLBACK checkWindow(HWND window, LPARAM parameter) {
+    auto& search = *reinterpret_cast<WindowSearch*>(parameter);
+    DWORD process = 0;
+    GetWindowThreadProcessId(window, &process);
+    char name[64]{};
+    GetClassNameA(window, name, sizeof(name));
+    if (process != search.process || name != search.className)
+        return TRUE;
+    search.found = window;
+    return FALSE;
+}
+
+HWND findWindow(DWORD process, const std::string& className) {
+    WindowSearch search{process, className, nullptr};
+    EnumWindows(&checkWindow, reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
+
+PROCESS_INFORMATION startCopy(const std::string& switches) {
+    STARTUPINFOA startupInfo{};
+    startupInfo.cb = sizeof(startupInfo);
+    PROCESS_INFORMATION information{};
+    base::createProcess("\"" + buildFolder() + "scheduler.exe\" " + switches, startupInfo, information, "",
+                        false);
+    CloseHandle(information.hThread);
+    return information;
+}
+
+} // namespace
+
+bool waitUntil(const std::function<bool()>& condition, std::chrono::milliseconds limit) {
+    const auto end = std::chrono::steady_clock::now() + limit;
+    while (!condition()) {
+        if (std::chrono::steady_clock::now() > end)
+            return condition();
+        Sleep(20);
+    }
+    return true;
+}
+
+std::string buildFolder() {
+    // The test programs stand two folders below it.
+    std::string folder = base::directoryOf(base::executablePath());
+    for (int level = 0; level < 2; ++level) {
+        folder.pop_back();
+        folder = base::directoryOf(folder);
+    }
+    return folder;
+}
+
+std::string makeTestFolder() {
+    static int count = 0;
+    char temporary[MAX_PATH]{};
+    GetTempPathA(sizeof(temporary), temporary);
+    const std::string folder = temporary + std::string("scheduler test ") +
+                               std::to_string(GetCurrentProcessId()) + "-" + std::to_string(++count) + "\\";
+    CreateDirectoryA(folder.c_str(), nullptr);
+    return folder;
+}
+
+void writeText(const std::string& path, const std::string& text) {
+    std::ofstream(path, std::ios::binary | std::ios::trunc) << text;
+}
+
+std::string readBytes(const std::string& path) {
+    std::ostringstream content;
+    content << std::ifstream(path, std::ios::binary).rdbuf();
+    return content.str();
+}
+
+std::vector<std::string> readLines(const std::string& path) {
+    std::vector<std::string> lines;
+    std::ifstream file(path);
+    for (std::string line; std::getline(file, line);)
+        lines.push_back(line);
+    return lines;
+}
+
+std::string textOf(HWND window) {
+    // GetWindowText reads nothing from the controls of another process.
+    std::array<char, 1024> buffer{};
+    const LRESULT length =
+        SendMessageA(window, WM_GETTEXT, buffer.size(), reinterpret_cast<LPARAM>(buffer.data()));
+    return {buffer.data(), static_cast<std::size_t>(length)};
+}
+
+SchedulerProcess::~SchedulerProcess() {
+    kill();
+}
+
+bool SchedulerProcess::start(const std::string& switches) {
+    const PROCESS_INFORMATION information = startCopy(switches);
+    process_.reset(information.hProcess);
+    id_ = information.dwProcessId;
+    window_ = nullptr;
+    // The message loop waits for input only when the start is over. The clock may run fast: an hour of it may
+    // be a minute.
+    if (WaitForInputIdle(process_.get(), 3600000) != 0)
+        return false;
+    return waitUntil([this] {
+        window_ = findWindow(id_, "scheduler");
+        return window_ != nullptr;
+    });
+}
+
+DWORD SchedulerProcess::runToEnd(const std::string& switches) {
+    const PROCESS_INFORMATION information = startCopy(switches);
+    base::KernelHandle process(information.hProcess);
+    DWORD code = base::processFailed;
+    if (WaitForSingleObject(process.get(), test::patience) == WAIT_OBJECT_0)
+        GetExitCodeProcess(process.get(), &code);
+    return code;
+}
+
+bool SchedulerProcess::isRunning() const {
+    return process_ && WaitForSingleObject(process_.get(), 0) == WAIT_TIMEOUT;
+}
+
+bool SchedulerProcess::waitForExit() {
+    return waitUntil([this] { return !isRunning(); });
+}
+
+DWORD SchedulerProcess::exitCode() const {
+    DWORD code = base::processFailed;
+    GetExitCodeProcess(process_.get(), &code);
+    return code;
+}
+
+void SchedulerProcess::kill() {
+    if (!isRunning())
+        return;
+    TerminateProcess(process_.get(), 1);
+    WaitForSingleObject(process_.get(), 10000);
+}
+
+void SchedulerProcess::command(int id) const {
+    PostMessageA(window_, WM_COMMAND, static_cast<WPARAM>(id), 0);
+}
+
+HWND SchedulerProcess::messageBox() const {
+    const HWND box = findWindow(id_, "#32770");
+    // It is there for the user once it is shown.
+    return box && IsWindowVisible(box) ? box : nullptr;
+}
+
+std::string SchedulerProcess::textOfBox(HWND box) {
+    // The text is the static control that has no icon in it.
+    for (HWND child = GetWindow(box, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+        char name[32]{};
+        GetClassNameA(child, name, sizeof(name));
+        const std::string text = textOf(child);
+        if (std::string(name) == "Static" && !text.empty())
+            return text;
+    }
+    return "";
+}
+
+void SchedulerProcess::press(HWND box, int button) {
+    PostMessageA(box, WM_COMMAND, static_cast<WPARAM>(button), 0);
+}
+
+std::vector<scheduler::ScheduledProject> savedSchedule() {
+    scheduler::ScheduleList list;
+    scheduler::loadSchedule(list, 0);
+    return {list.begin(), list.end()};
+}
+
+void saveEntries(const std::vector<scheduler::ScheduledProject>& entries) {
+    scheduler::ScheduleList list;
+    list.assign(entries);
+    scheduler::saveSchedule(list);
+}
+
+SampleSpider::SampleSpider() : folder_(makeTestFolder()), program_(folder_ + "spider.exe") {
+    CopyFileA((buildFolder() + "tests\\spider\\spider.exe").c_str(), program_.c_str(), FALSE);
+    base::runProcessAndWait("\"" + program_ + "\" /register", SW_HIDE, "", INFINITE);
+}
+
+std::string SampleSpider::makeProject(const std::string& fileName, const std::string& lines) const {
+    writeText(folder_ + fileName, lines);
+    return folder_ + fileName;
+}
+
+std::vector<std::string> SampleSpider::log() const {
+    return readLines(folder_ + "spider.log");
+}
+
+std::size_t SampleSpider::logged(const std::string& text) const {
+    const std::vector<std::string> lines = log();
+    return static_cast<std::size_t>(std::ranges::count_if(
+        lines, [&](const std::string& line) { return line.find(text) != std::string::npos; }));
+}
+
+} // namespace driver

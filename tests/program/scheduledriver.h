@@ -1,0 +1,92 @@
+// Runs the real program as its user and its spider see it: own folder, real registry, real file, real window.
+#pragma once
+
+#include "lib/base/handles.h"
+#include "scheduler/model/schedulelist.h"
+#include "tests/support/patience.h"
+
+#include <windows.h>
+
+#include <chrono>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace driver {
+
+/// Polls until `condition` holds; false when a test's patience ends. Real time as this process's (perhaps
+/// sped-up) clock has it.
+bool waitUntil(const std::function<bool()>& condition,
+               std::chrono::milliseconds limit = std::chrono::milliseconds(test::patience));
+
+/// The folder that holds the built program; with a backslash at its end.
+std::string buildFolder();
+
+/// A fresh folder below the temporary one, with a backslash at its end.
+std::string makeTestFolder();
+
+void writeText(const std::string& path, const std::string& text);
+std::string readBytes(const std::string& path);
+std::vector<std::string> readLines(const std::string& path);
+
+/// The text of a window or control of any process.
+std::string textOf(HWND window);
+
+/// One copy of scheduler.exe. Killed on destruction if it is still there.
+class SchedulerProcess {
+public:
+    SchedulerProcess() = default;
+    ~SchedulerProcess();
+    SchedulerProcess(const SchedulerProcess&) = delete;
+    SchedulerProcess& operator=(const SchedulerProcess&) = delete;
+
+    /// Starts a copy with the given switches. A main copy is up when its timer runs: waits for its window.
+    bool start(const std::string& switches = "");
+    /// Starts a copy that is expected to end by itself; its exit code.
+    static DWORD runToEnd(const std::string& switches);
+
+    HWND window() const { return window_; }
+    bool isRunning() const;
+    bool waitForExit();
+    DWORD exitCode() const;
+    void kill();
+
+    /// Sends a menu command and, for one that may ask, does not wait for its end.
+    void command(int id) const;
+
+    /// The program's message box, or dialog, that is open now; null when there is none.
+    HWND messageBox() const;
+    /// The box's text.
+    static std::string textOfBox(HWND box);
+    /// Presses one of the box's buttons (IDYES, IDNO, IDOK).
+    static void press(HWND box, int button);
+
+private:
+    base::KernelHandle process_;
+    DWORD id_ = 0;
+    HWND window_ = nullptr;
+};
+
+/// The saved schedule; empty when there is none that can be read.
+std::vector<scheduler::ScheduledProject> savedSchedule();
+void saveEntries(const std::vector<scheduler::ScheduledProject>& entries);
+
+/// The sample spider, installed in this test's own folder with a log of its own.
+class SampleSpider {
+public:
+    SampleSpider();
+
+    /// Writes a project file with the given lines; its full path.
+    std::string makeProject(const std::string& fileName, const std::string& lines) const;
+    const std::string& folder() const { return folder_; }
+    const std::string& program() const { return program_; }
+    std::vector<std::string> log() const;
+    /// How many lines of the log hold `text`.
+    std::size_t logged(const std::string& text) const;
+
+private:
+    std::string folder_;
+    std::string program_;
+};
+
+} // namespace driver

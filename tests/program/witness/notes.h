@@ -1,0 +1,37 @@
+// What the witness writes down, in memory that it shares with the test.
+#pragma once
+
+#include <windows.h>
+
+#include <array>
+
+namespace witness {
+
+struct MenuItem {
+    UINT command = 0; ///< 0 for a separator
+    UINT state = 0;   ///< MFS_... flags
+    std::array<char, 60> text{};
+};
+
+struct Notes {
+    HWND painted = nullptr; ///< set by the test: whose paintings are counted
+    LONG paints = 0;
+    RECT lastPaint{}; ///< the part that the last painting was about
+
+    LONG menus = 0; ///< popup menus that have opened
+    LONG itemCount = 0;
+    std::array<MenuItem, 16> items; ///< of the menu that has opened last, as its user sees it
+
+    LONG commands = 0; ///< commands sent to the main window
+    UINT lastCommand = 0;
+
+    std::array<char, 2000> dropped{}; ///< set by the test: names, each with a NUL behind it, and one NUL more
+};
+
+/// Registered; sent to a window, it drops the files in the notes there. Only in its own process can every
+/// platform's windows be handed a block of memory.
+inline constexpr const char* dropMessage = "scheduler test drop";
+
+inline constexpr const char* memoryName = "scheduler test witness";
+
+} // namespace witness

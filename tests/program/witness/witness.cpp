@@ -1,0 +1,93 @@
+// A library that hooks put into the scheduler's process. From there it sees what no other process can ask
+// for: what is painted and what menus say when they open. It changes nothing, so what is tested is the
+// program as it is.
+
+#include "tests/program/witness/notes.h"
+
+#include <algorithm>
+#include <cstring>
+#include <shlobj.h>
+
+namespace {
+
+witness::Notes* openNotes() {
+    const HANDLE memory = OpenFileMappingA(FILE_MAP_WRITE, FALSE, witness::memoryName);
+    return memory ? static_cast<witness::Notes*>(
+                        MapViewOfFile(memory, FILE_MAP_WRITE, 0, 0, sizeof(witness::Notes)))
+                  : nullptr;
+}
+
+witness::Notes* notes() {
+    static witness::Notes* const shared = openNotes();
+    return shared;
+}
+
+void notePaint(HWND window) {
+    if (window != notes()->painted)
+        return;
+    // Before it is painted: painting makes the region empty.
+    GetUpdateRect(window, &notes()->lastPaint, FALSE);
+    ++notes()->paints;
+}
+
+void noteMenu(HMENU menu) {
+    auto& items = notes()->items;
+    const int count = std::clamp(GetMenuItemCount(menu), 0, static_cast<int>(items.size()));
+    for (int position = 0; position < count; ++position) {
+        witness::MenuItem& item = items[static_cast<std::size_t>(position)];
+        item = {};
+        MENUITEMINFOA information{};
+        information.cbSize = sizeof(information);
+        information.fMask = MIIM_ID | MIIM_STATE | MIIM_STRING;
+        information.dwTypeData = item.text.data();
+        information.cch = static_cast<UINT>(item.text.size());
+        GetMenuItemInfoA(menu, static_cast<UINT>(position), TRUE, &information);
+        item.command = information.wID;
+        item.state = information.fState;
+    }
+    notes()->itemCount = count;
+    ++notes()->menus;
+}
+
+void dropFiles(HWND window) {
+    DROPFILES head{};
+    head.pFiles = sizeof(head);
+    const auto& names = notes()->dropped;
+    const HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, sizeof(head) + names.size());
+    char* const content = static_cast<char*>(GlobalLock(block));
+    std::memcpy(content, &head, sizeof(head));
+    std::memcpy(content + sizeof(head), names.data(), names.size());
+    GlobalUnlock(block);
+    PostMessageA(window, WM_DROPFILES, reinterpret_cast<WPARAM>(block), 0);
+}
+
+} // namespace
+
+// A painting is sent by UpdateWindow, or taken from the queue.
+extern "C" __declspec(dllexport) LRESULT CALLBACK onSent(int code, WPARAM wParam, LPARAM lParam) {
+    const auto& message = *reinterpret_cast<const CWPSTRUCT*>(lParam);
+    if (code == HC_ACTION && notes() && message.message == WM_PAINT)
+        notePaint(message.hwnd);
+    if (code == HC_ACTION && notes() && message.message == WM_COMMAND && !GetParent(message.hwnd)) {
+        notes()->lastCommand = LOWORD(message.wParam);
+        ++notes()->commands;
+    }
+    static const UINT dropMessage = RegisterWindowMessageA(witness::dropMessage);
+    if (code == HC_ACTION && notes() && message.message == dropMessage)
+        dropFiles(message.hwnd);
+    return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+extern "C" __declspec(dllexport) LRESULT CALLBACK onTaken(int code, WPARAM wParam, LPARAM lParam) {
+    const auto& message = *reinterpret_cast<const MSG*>(lParam);
+    if (code == HC_ACTION && notes() && wParam == PM_REMOVE && message.message == WM_PAINT)
+        notePaint(message.hwnd);
+    return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+extern "C" __declspec(dllexport) LRESULT CALLBACK onHandled(int code, WPARAM wParam, LPARAM lParam) {
+    const auto& message = *reinterpret_cast<const CWPRETSTRUCT*>(lParam);
+    if (code == HC_ACTION && notes() && message.message == WM_INITMENUPOPUP)
+        noteMenu(reinterpret_cast<HMENU>(message.wParam));
+    return CallNextHookEx(nullptr, code, wParam, lParam);
+}

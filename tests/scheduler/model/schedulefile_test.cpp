@@ -1,0 +1,246 @@
+#include "lib/base/files.h"
+#include "lib/base/handles.h"
+#include "scheduler/model/schedulecodec.h"
+#include "scheduler/model/schedulefile.h"
+#include "tests/support/allocations.h"
+#include "tests/support/filecontent.h"
+#include "tests/support/filledentry.h"
+#include "tests/support/importedfunctions.h"
+#include "tests/support/temporaryfolder.h"
+
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <filesystem>
+#include <fstream>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace {
+
+using scheduler::loadSchedule;
+using scheduler::saveSchedule;
+using scheduler::ScheduledProject;
+using scheduler::ScheduleList;
+using scheduler::scheduleMagic;
+using scheduler::schedulePath;
+using test::fileContent;
+
+bool windowsIsNotTold = false;
+
+UINT WINAPI windowsDirectoryUnlessNotTold(LPSTR buffer, UINT size) {
+    static const auto original =
+        test::platformFunction<decltype(&GetWindowsDirectoryA)>("kernel32.dll", "GetWindowsDirectoryA");
+    return windowsIsNotTold ? 0 : original(buffer, size);
+}
+
+/// The machine's own schedule, moved out of the way while a test lasts.
+class ScheduleFileTest : public testing::Test {
+protected:
+    ScheduleFileTest() { MoveFileExA(schedulePath().c_str(), aside().c_str(), MOVEFILE_REPLACE_EXISTING); }
+    ~ScheduleFileTest() override {
+        SetFileAttributesA(schedulePath().c_str(), FILE_ATTRIBUTE_NORMAL);
+        DeleteFileA(schedulePath().c_str());
+        RemoveDirectoryA(schedulePath().c_str());
+        MoveFileExA(aside().c_str(), schedulePath().c_str(), 0);
+    }
+
+    static std::string aside() { return schedulePath() + ".aside"; }
+    static bool write(const std::string& content) {
+        return base::writeFile(schedulePath(), std::as_bytes(std::span(content)));
+    }
+    static base::FileHandle open(DWORD access, DWORD sharing) {
+        return base::FileHandle(
+            CreateFileA(schedulePath().c_str(), access, sharing, nullptr, OPEN_EXISTING, 0, nullptr));
+    }
+    static std::string encoded(const std::vector<ScheduledProject>& entries) {
+        const auto content = scheduler::encodeSchedule(entries);
+        return {reinterpret_cast<const char*>(content.data()), content.size()};
+    }
+    static std::vector<ScheduledProject> severalEntries() {
+        std::vector<ScheduledProject> entries(3);
+        entries[1] = test::filledEntry();
+        entries[2].path = "run:cmd /c exit";
+        return entries;
+    }
+    std::vector<ScheduledProject> entries() const { return {list.begin(), list.end()}; }
+
+    ScheduleList list;
+};
+
+TEST_F(ScheduleFileTest, StandsInTheWindowsDirectory) {
+    std::array<char, MAX_PATH> directory{};
+    ASSERT_NE(GetWindowsDirectoryA(directory.data(), static_cast<UINT>(directory.size())), 0u);
+    EXPECT_EQ(schedulePath(), std::string(directory.data()) + "\\schedule.dat");
+}
+
+TEST_F(ScheduleFileTest, AnEmptyScheduleIsSavedAsEightBytes) {
+    EXPECT_TRUE(saveSchedule(list));
+    EXPECT_EQ(fileContent(schedulePath()), std::string("\x1C\xC7\x46\0\0\0\0\0", 8));
+    list.append({});
+    EXPECT_TRUE(loadSchedule(list, scheduleMagic));
+    EXPECT_TRUE(list.empty());
+}
+
+TEST_F(ScheduleFileTest, EveryFieldComesBack) {
+    list.assign(severalEntries());
+    EXPECT_TRUE(saveSchedule(list));
+    EXPECT_EQ(fileContent(schedulePath()), encoded(severalEntries()));
+
+    ScheduleList loaded;
+    EXPECT_TRUE(loadSchedule(loaded, scheduleMagic));
+    list.clear();
+    EXPECT_EQ(std::vector(loaded.begin(), loaded.end()), severalEntries())
+        << "the entries do not live in the file";
+}
+
+TEST_F(ScheduleFileTest, ASaveLeavesNothingOfALongerFile) {
+    ASSERT_TRUE(write(std::string(100'000, 'x')));
+    list.append(test::filledEntry());
+    EXPECT_TRUE(saveSchedule(list));
+    EXPECT_EQ(fileContent(schedulePath()), encoded({test::filledEntry()}));
+}
+
+TEST_F(ScheduleFileTest, BytesThatTextModeWouldChangeComeBack) {
+    list.append({});
+    list[0].path = "a\r\nb\nc\x1A"
+                   "d";
+    list[0].minutes = 0x0A0D1A0A;
+    const std::vector<ScheduledProject> stored = entries();
+    EXPECT_TRUE(saveSchedule(list));
+    EXPECT_TRUE(loadSchedule(list, scheduleMagic));
+    EXPECT_EQ(entries(), stored);
+}
+
+TEST_F(ScheduleFileTest, ALoadLetsGoOfTheFile) {
+    ASSERT_TRUE(saveSchedule(list));
+    EXPECT_TRUE(loadSchedule(list, scheduleMagic));
+    EXPECT_TRUE(saveSchedule(list)) << "open for reading, it could not be written";
+    EXPECT_TRUE(DeleteFileA(schedulePath().c_str()));
+}
+
+TEST_F(ScheduleFileTest, AMissingFileLeavesTheScheduleAsItIs) {
+    EXPECT_FALSE(loadSchedule(list, scheduleMagic));
+    EXPECT_TRUE(list.empty());
+    list.append({});
+    EXPECT_FALSE(loadSchedule(list, scheduleMagic));
+    EXPECT_EQ(list.size(), 1u);
+    EXPECT_FALSE(base::fileExists(schedulePath())) << "a load makes no file";
+}
+
+TEST_F(ScheduleFileTest, AShortForeignOrDamagedFileIsRefused) {
+    const std::string whole = encoded(severalEntries());
+    std::string foreign = whole;
+    foreign[0] = '!';
+    for (const std::string& content :
+         {std::string(), whole.substr(0, 3), whole.substr(0, 4), whole.substr(0, 7), foreign,
+          whole.substr(0, whole.size() - 1), std::string("text that is no schedule at all")}) {
+        ASSERT_TRUE(write(content));
+        ScheduleList loaded;
+        EXPECT_FALSE(loadSchedule(loaded, scheduleMagic)) << content.size();
+        EXPECT_TRUE(loaded.empty()) << content.size();
+    }
+    EXPECT_TRUE(saveSchedule(list)) << "the next save overwrites it";
+}
+
+TEST_F(ScheduleFileTest, ACountOfAThousandInNineHundredBytesIsRefused) {
+    std::string content("\x1C\xC7\x46\0\xE8\x03\0\0", 8);
+    content.resize(900);
+    ASSERT_TRUE(write(content));
+    list.append({});
+    EXPECT_FALSE(loadSchedule(list, scheduleMagic));
+    EXPECT_TRUE(list.empty());
+}
+
+TEST_F(ScheduleFileTest, AnExpectedMagicOfZeroTakesAnyFile) {
+    std::string content = encoded(severalEntries());
+    content[0] = '!';
+    ASSERT_TRUE(write(content));
+    EXPECT_FALSE(loadSchedule(list, scheduleMagic));
+    EXPECT_TRUE(loadSchedule(list, 0));
+    EXPECT_EQ(entries(), severalEntries());
+}
+
+TEST_F(ScheduleFileTest, AReadOnlyFileCanBeLoadedAndNotSaved) {
+    const std::string content = encoded(severalEntries());
+    ASSERT_TRUE(write(content));
+    ASSERT_TRUE(SetFileAttributesA(schedulePath().c_str(), FILE_ATTRIBUTE_READONLY));
+    EXPECT_TRUE(loadSchedule(list, scheduleMagic));
+    EXPECT_EQ(entries(), severalEntries());
+    if (open(GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE))
+        GTEST_SKIP() << "this user may write read-only files";
+    list.clear();
+    EXPECT_FALSE(saveSchedule(list));
+    EXPECT_EQ(fileContent(schedulePath()), content);
+}
+
+TEST_F(ScheduleFileTest, AFileThatAnotherReadsCanBeLoadedAndNotSaved) {
+    const std::string content = encoded(severalEntries());
+    ASSERT_TRUE(write(content));
+    {
+        const base::FileHandle reader = open(GENERIC_READ, FILE_SHARE_READ);
+        ASSERT_TRUE(reader);
+        EXPECT_TRUE(loadSchedule(list, scheduleMagic));
+        EXPECT_EQ(entries(), severalEntries());
+        list.clear();
+        EXPECT_FALSE(saveSchedule(list));
+        EXPECT_EQ(fileContent(schedulePath()), content);
+    }
+    EXPECT_TRUE(saveSchedule(list)) << "the other one is gone";
+}
+
+TEST_F(ScheduleFileTest, AFolderInItsPlaceIsNeitherLoadedNorSaved) {
+    ASSERT_TRUE(CreateDirectoryA(schedulePath().c_str(), nullptr));
+    list.append(test::filledEntry());
+    EXPECT_FALSE(loadSchedule(list, scheduleMagic));
+    EXPECT_FALSE(saveSchedule(list));
+    EXPECT_EQ(entries(), std::vector{test::filledEntry()});
+}
+
+TEST_F(ScheduleFileTest, WithoutMemoryTheFileKeepsTheLastSchedule) {
+    const std::string content = encoded(severalEntries());
+    ASSERT_TRUE(write(content));
+    list.append(test::filledEntry());
+    bool saved = true;
+    {
+        const test::RefusedAllocations refused;
+        saved = saveSchedule(list);
+    }
+    EXPECT_FALSE(saved);
+    EXPECT_EQ(fileContent(schedulePath()), content);
+}
+
+TEST_F(ScheduleFileTest, WhereWindowsIsUnknownNothingIsLoadedOrSaved) {
+    const test::TemporaryFolder folder;
+    const std::filesystem::path back = std::filesystem::current_path();
+    std::filesystem::current_path(folder.path());
+    windowsIsNotTold = true;
+    const bool saved = saveSchedule(list);
+    EXPECT_EQ(fileContent("schedule.dat"), "") << "the current folder's is another's";
+    std::ofstream("schedule.dat", std::ios::binary) << encoded(severalEntries());
+    const bool loaded = loadSchedule(list, scheduleMagic);
+    const std::string path = schedulePath();
+    windowsIsNotTold = false;
+    std::filesystem::current_path(back);
+
+    EXPECT_FALSE(saved);
+    EXPECT_FALSE(loaded);
+    EXPECT_TRUE(list.empty());
+    EXPECT_EQ(path, "");
+}
+
+TEST_F(ScheduleFileTest, TheStoreSavesToTheFile) {
+    scheduler::ScheduleFile store;
+    list.append(test::filledEntry());
+    EXPECT_TRUE(store.save(list));
+    EXPECT_EQ(fileContent(schedulePath()), encoded({test::filledEntry()}));
+    const base::FileHandle reader = open(GENERIC_READ, FILE_SHARE_READ);
+    EXPECT_FALSE(store.save(list));
+}
+
+} // namespace
+
+SCHEDULER_REPLACE_IMPORT(GetWindowsDirectoryA, "_GetWindowsDirectoryA@8", windowsDirectoryUnlessNotTold);

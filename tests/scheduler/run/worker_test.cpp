@@ -1,0 +1,296 @@
+#include "lib/base/handles.h"
+#include "lib/base/threads.h"
+#include "scheduler/model/scheduledproject.h"
+#include "scheduler/run/outcomes.h"
+#include "scheduler/run/worker.h"
+#include "tests/support/allocations.h"
+#include "tests/support/handlecount.h"
+#include "tests/support/importedfunctions.h"
+#include "tests/support/patience.h"
+#include "tests/support/samplespider.h"
+
+#include <windows.h>
+
+#include <process.h>
+
+#include <gmock/gmock.h>
+
+#include <map>
+#include <sstream>
+#include <tlhelp32.h>
+#include <vector>
+
+namespace scheduler {
+namespace {
+
+using test::builtProgram;
+using test::fileContent;
+using test::handleCount;
+using test::patience;
+using test::registerSpider;
+using test::SpiderFolder;
+using testing::HasSubstr;
+using testing::Not;
+
+class MessageWindow {
+public:
+    MessageWindow()
+        : window_(CreateWindowA("STATIC", "", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr)) {}
+    ~MessageWindow() { DestroyWindow(window_); }
+    MessageWindow(const MessageWindow&) = delete;
+    MessageWindow& operator=(const MessageWindow&) = delete;
+
+    HWND handle() const { return window_; }
+
+    /// Waits for so many ends of runs: how often each number came.
+    std::map<WPARAM, int> waitForEnds(std::size_t count) const {
+        std::map<WPARAM, int> ends;
+        const ULONGLONG last = GetTickCount64() + patience;
+        for (std::size_t seen = 0; seen < count && GetTickCount64() < last;) {
+            MSG message{};
+            if (!PeekMessageA(&message, window_, WM_RUN_FINISHED, WM_RUN_FINISHED, PM_REMOVE)) {
+                MsgWaitForMultipleObjects(0, nullptr, FALSE, 1000, QS_ALLPOSTMESSAGE);
+                continue;
+            }
+            EXPECT_EQ(message.lParam, 0);
+            ++ends[message.wParam];
+            ++seen;
+        }
+        return ends;
+    }
+
+    bool hasMore() const {
+        MSG message{};
+        return PeekMessageA(&message, window_, WM_RUN_FINISHED, WM_RUN_FINISHED, PM_NOREMOVE) != FALSE;
+    }
+
+private:
+    HWND window_;
+};
+
+using Ends = std::map<WPARAM, int>;
+
+bool threadsAreRefused = false;
+
+std::uintptr_t beginThreadUnlessRefused(void (*start)(void*), unsigned stackSize, void* argument) {
+    static const auto original =
+        test::platformFunction<decltype(&_beginthread)>("msvcrt.dll", "_beginthread");
+    return threadsAreRefused ? base::threadFailed : original(start, stackSize, argument);
+}
+
+/// The runs of these tests leave their outcomes in a Windows that belongs to this test program alone.
+class WorkerTest : public testing::Test {
+protected:
+    static void SetUpTestSuite() { ASSERT_TRUE(registerSpider()); }
+
+    WorkerTest() { launcher.reportTo(window.handle()); }
+
+    bool launch(const std::string& commandLine, std::uint32_t runNumber) {
+        return launcher.launch(std::make_unique<RunRequest>(RunRequest{commandLine, runNumber}));
+    }
+    bool launchProject(const std::string& path, std::int32_t runNumber) {
+        ScheduledProject entry;
+        entry.path = path;
+        entry.runNumber = runNumber;
+        return launch(launcher.commandLineOf(entry), static_cast<std::uint32_t>(runNumber));
+    }
+
+    MessageWindow window;
+    SpiderFolder folder;
+    WorkerLauncher launcher;
+};
+
+TEST(WorkingDirectory, IsTheFolderOfTheFirstWord) {
+    struct Row {
+        const char* commandLine;
+        const char* directory;
+    };
+    const Row rows[] = {
+        {"\"C:\\Program Files\\Spider\\spider.exe\" /s1 \"D:\\x\\a.kra\"", "C:\\Program Files\\Spider\\"},
+        {"C:\\Spider\\spider.exe /s1", "C:\\Spider\\"},
+        {"C:\\Program Files\\Spider\\spider.exe", "C:\\"},
+        {"  \t C:\\Spider\\spider.exe", "C:\\Spider\\"},
+        {"spider.exe D:\\x", ""},
+        {"tools/bin/spider.exe x", "tools/bin/"},
+        {"C:\\a/b.exe", "C:\\"},
+        {"\"tools/my spider.exe\"", "tools/"},
+        {"'C:\\Spider\\spider.exe' x", "C:\\Spider\\"},
+        {"'C:\\My Spider\\spider.exe' x", "C:\\"},
+        {"\"C:\\Spider\\spider.exe", "C:\\Spider\\"},
+        {"'C:\\Spider\\", "C:\\Spider\\"},
+        {"\"'C:\\Spider\\x'\"", "'C:\\Spider\\"},
+        {"\"C:\\Spider\\\"", "C:\\Spider\\"},
+        {"C:\\Spider\\\"", "C:\\Spider\\"},
+        {"\"C:\\a b\\c.exe\"d", "C:\\a b\\"},
+        {"\"", ""},
+        {"\"\"", ""},
+        {"'", ""},
+        {"", ""},
+        {"   ", ""},
+    };
+    for (const Row& row : rows)
+        EXPECT_EQ(workingDirectoryOf(row.commandLine), row.directory) << row.commandLine;
+}
+
+TEST(RunFinishedMessage, HasItsNumber) {
+    EXPECT_EQ(WM_RUN_FINISHED, 0x0401u);
+}
+
+TEST_F(WorkerTest, EndOfARunIsPostedWhenTheProcessHasEnded) {
+    ASSERT_TRUE(launchProject(folder.project("a b.kra", "ms=50\nresult=7 pages\nerror=2"), 7));
+    EXPECT_EQ(window.waitForEnds(1), (Ends{{7, 1}}));
+    EXPECT_THAT(folder.log(), HasSubstr("end run 7: error 2"));
+    const RunOutcome outcome = RegistryOutcomes().take(7);
+    EXPECT_EQ(outcome.resultText, "7 pages");
+    EXPECT_EQ(outcome.errorCode, 2u);
+    EXPECT_FALSE(window.hasMore());
+}
+
+TEST_F(WorkerTest, LaunchingDoesNotWait) {
+    const std::string project = folder.project("a.kra", "ms=1500");
+    ASSERT_TRUE(launchProject(project, 1));
+    EXPECT_THAT(folder.log(), Not(HasSubstr("end run 1")));
+    EXPECT_FALSE(window.hasMore());
+    EXPECT_EQ(window.waitForEnds(1), (Ends{{1, 1}}));
+}
+
+TEST_F(WorkerTest, ProcessIsStartedMinimisedInItsProgramsFolder) {
+    const std::string program = builtProgram("lib\\base\\startedprocess.exe");
+    const std::string report = folder.path() + "report.txt";
+    const std::string commandLine = '"' + program + "\" report \"" + report + '"';
+    ASSERT_TRUE(launch(commandLine, 1));
+    window.waitForEnds(1);
+    std::istringstream lines(fileContent(report));
+    std::string processId, flags, show, directory, seenCommandLine;
+    lines >> processId >> flags >> show >> std::ws;
+    std::getline(lines, directory);
+    std::getline(lines, seenCommandLine);
+    EXPECT_EQ(show, "7");
+    EXPECT_EQ(directory + '\\', base::directoryOf(program));
+    EXPECT_EQ(seenCommandLine, commandLine);
+}
+
+TEST_F(WorkerTest, ReportsToTheWindowOfTheLaunch) {
+    const MessageWindow later;
+    ASSERT_TRUE(launchProject(folder.project("a.kra", "ms=100"), 1));
+    launcher.reportTo(later.handle());
+    EXPECT_EQ(window.waitForEnds(1), (Ends{{1, 1}}));
+    EXPECT_FALSE(later.hasMore());
+}
+
+TEST_F(WorkerTest, StartThatFailsIsAnEndAtOnce) {
+    ASSERT_TRUE(launch("\"C:\\no such folder\\program.exe\" /s1", 1));
+    ASSERT_TRUE(launch("", 2));
+    ASSERT_TRUE(launch("\"\" /s3 /r /e \"C:\\news.kra\"", 3));
+    EXPECT_EQ(window.waitForEnds(3), (Ends{{1, 1}, {2, 1}, {3, 1}}));
+    const RunOutcome outcome = RegistryOutcomes().take(1);
+    EXPECT_EQ(outcome.resultText, "");
+    EXPECT_EQ(outcome.errorCode, 0u);
+}
+
+TEST_F(WorkerTest, WithoutMemoryNothingIsLaunchedAndTheRequestIsFreed) {
+    auto request = std::make_unique<RunRequest>(RunRequest{"\"C:\\Spider\\spider.exe\" /s1", 1});
+    const std::size_t freedBefore = test::deallocationCount;
+    bool launched = true;
+    {
+        const test::RefusedAllocations refused;
+        launched = launcher.launch(std::move(request));
+    }
+    EXPECT_FALSE(launched);
+    EXPECT_GE(test::deallocationCount - freedBefore, 2u) << "the request and its text";
+    EXPECT_FALSE(window.hasMore());
+}
+
+TEST_F(WorkerTest, WithoutAThreadNothingIsLaunchedAndTheRequestIsFreed) {
+    // Often, so that the end of an earlier test's thread does not matter.
+    constexpr std::size_t launches = 100;
+    threadsAreRefused = true;
+    const std::size_t allocatedBefore = test::allocationCount;
+    const std::size_t freedBefore = test::deallocationCount;
+    for (std::size_t i = 0; i < launches; ++i)
+        EXPECT_FALSE(launch("\"C:\\Spider\\spider.exe\" /s1", 1));
+    const std::size_t allocated = test::allocationCount - allocatedBefore;
+    const std::size_t freed = test::deallocationCount - freedBefore;
+    threadsAreRefused = false;
+    EXPECT_GE(allocated, 3 * launches) << "a request, its text and what the thread would get";
+    EXPECT_GE(freed, allocated);
+    EXPECT_FALSE(window.hasMore());
+}
+
+// The process that runs a program of this name, when there is one.
+base::KernelHandle runningProcess(const std::string& program) {
+    const base::FileHandle snapshot(CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
+    PROCESSENTRY32 process{};
+    process.dwSize = sizeof process;
+    for (BOOL more = Process32First(snapshot.get(), &process); more;
+         more = Process32Next(snapshot.get(), &process)) {
+        if (program == process.szExeFile)
+            return base::KernelHandle(OpenProcess(PROCESS_TERMINATE, FALSE, process.th32ProcessID));
+    }
+    return {};
+}
+
+TEST_F(WorkerTest, ProcessEndedFromOutsideIsAnEndWithoutAnOutcome) {
+    ASSERT_TRUE(launchProject(folder.project("a.kra", "seconds=600\nresult=never left\nerror=1"), 5));
+    ASSERT_TRUE(folder.logShows("start run 5"));
+    const base::KernelHandle process = runningProcess("spider.exe");
+    ASSERT_TRUE(process);
+    ASSERT_TRUE(TerminateProcess(process.get(), 1));
+    EXPECT_EQ(window.waitForEnds(1), (Ends{{5, 1}}));
+    const RunOutcome outcome = RegistryOutcomes().take(5);
+    EXPECT_EQ(outcome.resultText, "");
+    EXPECT_EQ(outcome.errorCode, 0u);
+}
+
+TEST_F(WorkerTest, WhateverASpiderLeavesTheRunEnds) {
+    launchProject(folder.project("crash.kra", "crash=1"), 1);
+    launchProject(folder.project("nothing.kra", "leave=nothing"), 2);
+    launchProject(folder.project("number.kra", "result-as-number=1\nerror=4"), 3);
+    launchProject(folder.path() + "missing.kra", 4);
+    EXPECT_EQ(window.waitForEnds(4), (Ends{{1, 1}, {2, 1}, {3, 1}, {4, 1}}));
+    RegistryOutcomes outcomes;
+    EXPECT_EQ(outcomes.take(1).errorCode, 0u);
+    EXPECT_EQ(outcomes.take(2).errorCode, 0u);
+    const RunOutcome number = outcomes.take(3);
+    EXPECT_EQ(number.resultText, "");
+    EXPECT_EQ(number.errorCode, 4u);
+    EXPECT_EQ(outcomes.take(4).errorCode, 2u);
+}
+
+TEST_F(WorkerTest, WindowThatIsGoneDoesNoHarm) {
+    {
+        const MessageWindow gone;
+        launcher.reportTo(gone.handle());
+        ASSERT_TRUE(launchProject(folder.project("a.kra", "ms=200"), 1));
+    }
+    EXPECT_TRUE(folder.logShows("end run 1"));
+}
+
+TEST_F(WorkerTest, TwoHundredRunsSideBySideEndOnceEach) {
+    constexpr int runs = 200;
+    const std::string project = folder.project("a.kra", "ms=300\nerror=1");
+    launchProject(project, 1);
+    window.waitForEnds(1);
+    const unsigned handlesBefore = handleCount();
+
+    Ends expected;
+    for (int number = 1; number <= runs; ++number) {
+        ASSERT_TRUE(launchProject(project, number));
+        expected[static_cast<WPARAM>(number)] = 1;
+    }
+    EXPECT_EQ(window.waitForEnds(runs), expected);
+    EXPECT_FALSE(window.hasMore());
+
+    RegistryOutcomes outcomes;
+    for (std::uint32_t number = 1; number <= runs; ++number)
+        EXPECT_EQ(outcomes.take(number).errorCode, 1u) << number;
+    // A worker has posted its message shortly before its thread ends.
+    for (int tries = 0; tries < 500 && handleCount() > handlesBefore; ++tries)
+        Sleep(20);
+    EXPECT_LE(handleCount(), handlesBefore);
+}
+
+} // namespace
+} // namespace scheduler
+
+SCHEDULER_REPLACE_IMPORT(_beginthread, "__beginthread", scheduler::beginThreadUnlessRefused);

@@ -1,0 +1,245 @@
+#include "lib/base/base.h"
+#include "lib/base/opsys.h"
+#include "scheduler/ui/framework/browseedit.h"
+#include "scheduler/ui/framework/dialog.h"
+#include "tests/scheduler/ui/framework/testdialogs.h"
+#include "tests/support/importedfunctions.h"
+
+#include <gtest/gtest.h>
+
+#include <cderr.h>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace {
+
+std::function<BOOL(OPENFILENAMEA&)> simulatedDialog;
+DWORD simulatedError = 0;
+
+struct ShownMessage {
+    HWND owner = nullptr;
+    std::string text;
+    std::string caption;
+    UINT flags = 0;
+};
+std::vector<ShownMessage> shownMessages;
+
+BOOL WINAPI simulatedOpenFileName(OPENFILENAMEA* request) {
+    return simulatedDialog(*request);
+}
+
+DWORD WINAPI simulatedExtendedError() {
+    return simulatedError;
+}
+
+int WINAPI simulatedMessageBox(HWND owner, LPCSTR text, LPCSTR caption, UINT flags) {
+    shownMessages.push_back({owner, text, caption, flags});
+    return IDOK;
+}
+
+} // namespace
+
+SCHEDULER_REPLACE_IMPORT(GetOpenFileNameA, "_GetOpenFileNameA@4", simulatedOpenFileName);
+SCHEDULER_REPLACE_IMPORT(CommDlgExtendedError, "_CommDlgExtendedError@0", simulatedExtendedError);
+SCHEDULER_REPLACE_IMPORT(MessageBoxA, "_MessageBoxA@16", simulatedMessageBox);
+
+namespace {
+
+using namespace std::string_literals;
+using Files = std::vector<std::string>;
+
+class BrowseDialog : public framework::Dialog {
+public:
+    explicit BrowseDialog(std::string& path)
+        : Dialog(IDD_CONTROLS), edit(*this, IDC_BROWSE, framework::bindText(path)) {
+        edit.setButtonText("&Browse...");
+    }
+    framework::BrowseEdit edit;
+};
+
+class BrowseEdit : public testing::Test {
+protected:
+    void SetUp() override {
+        shownMessages.clear();
+        simulatedError = 0;
+        ASSERT_TRUE(dialog.open(nullptr));
+    }
+
+    HWND handle() const { return dialog.edit.handle(); }
+    HWND button() const { return GetWindow(handle(), GW_HWNDNEXT); }
+
+    /// Presses the button; the user answers with the dialog's buffer filled so.
+    void choose(const std::string& answer) {
+        simulatedDialog = [&](OPENFILENAMEA& request) {
+            answer.copy(request.lpstrFile, request.nMaxFile);
+            return TRUE;
+        };
+        SendMessageA(button(), BM_CLICK, 0, 0);
+    }
+
+    static RECT placeOf(HWND window) {
+        RECT place{};
+        GetWindowRect(window, &place);
+        MapWindowPoints(nullptr, GetParent(window), reinterpret_cast<POINT*>(&place), 2);
+        return place;
+    }
+
+    std::string path = "C:\\before.kra";
+    BrowseDialog dialog{path};
+};
+
+TEST_F(BrowseEdit, HasAButtonBehindItInTheSameFont) {
+    EXPECT_EQ(base::windowText(button()), "&Browse...");
+    EXPECT_EQ(SendMessageA(button(), WM_GETFONT, 0, 0), SendMessageA(handle(), WM_GETFONT, 0, 0));
+    EXPECT_EQ(GetNextDlgTabItem(dialog.handle(), handle(), FALSE), button());
+}
+
+TEST_F(BrowseEdit, SharesItsPlaceWithTheButton) {
+    framework::Dialog plain(IDD_CONTROLS);
+    ASSERT_TRUE(plain.open(nullptr));
+    const RECT whole = placeOf(GetDlgItem(plain.handle(), IDC_BROWSE));
+    EXPECT_EQ(placeOf(handle()).left, whole.left);
+    EXPECT_EQ(placeOf(handle()).top, whole.top);
+    EXPECT_EQ(placeOf(handle()).bottom, whole.bottom);
+    EXPECT_EQ(placeOf(button()).right, whole.right);
+    EXPECT_EQ(placeOf(button()).left - placeOf(handle()).right, 4);
+    EXPECT_EQ(placeOf(button()).bottom - placeOf(button()).top, 23);
+
+    const int width = placeOf(button()).right - placeOf(button()).left;
+    dialog.edit.setButtonText("&...");
+    EXPECT_EQ(base::windowText(button()), "&...");
+    EXPECT_LT(placeOf(button()).right - placeOf(button()).left, width);
+    EXPECT_EQ(placeOf(button()).right, whole.right);
+    EXPECT_EQ(placeOf(button()).left - placeOf(handle()).right, 4);
+}
+
+TEST_F(BrowseEdit, TheButtonFollowsTheEdit) {
+    dialog.edit.setEnabled(false);
+    EXPECT_FALSE(IsWindowEnabled(button()));
+    EXPECT_FALSE(IsWindowEnabled(GetDlgItem(dialog.handle(), IDC_BROWSE_LABEL)));
+    dialog.edit.setEnabled(true);
+    EXPECT_TRUE(IsWindowEnabled(button()));
+    const auto buttonIsVisible = [&] { return (GetWindowLongA(button(), GWL_STYLE) & WS_VISIBLE) != 0; };
+    dialog.edit.setVisible(false);
+    EXPECT_FALSE(buttonIsVisible());
+    dialog.edit.setVisible(true);
+    EXPECT_TRUE(buttonIsVisible());
+}
+
+TEST_F(BrowseEdit, OpensThePlatformsDialogAsDeclared) {
+    dialog.edit.setFilter("All Files (*.*)|*.*||");
+    dialog.edit.addFlags(OFN_ALLOWMULTISELECT);
+    int calls = 0;
+    simulatedDialog = [&](OPENFILENAMEA& request) {
+        ++calls;
+        EXPECT_EQ(request.hwndOwner, dialog.handle());
+        EXPECT_STREQ(request.lpstrTitle, "Browse");
+        EXPECT_STREQ(request.lpstrFile, "C:\\before.kra");
+        EXPECT_GE(request.nMaxFile, 32768U);
+        EXPECT_EQ(std::string(request.lpstrFilter, 22), "All Files (*.*)\0*.*\0\0\0"s);
+        EXPECT_EQ(request.Flags, DWORD{OFN_FILEMUSTEXIST | OFN_PATHMUSTEXIST | OFN_HIDEREADONLY |
+                                       OFN_EXPLORER | OFN_ENABLEHOOK | OFN_ALLOWMULTISELECT});
+        return FALSE;
+    };
+    SendMessageA(button(), BM_CLICK, 0, 0);
+    EXPECT_EQ(calls, 1);
+    EXPECT_EQ(dialog.edit.text(), "C:\\before.kra") << "nothing was chosen";
+
+    dialog.edit.removeFlags(OFN_ALLOWMULTISELECT);
+    simulatedDialog = [&](OPENFILENAMEA& request) {
+        EXPECT_FALSE(request.Flags & OFN_ALLOWMULTISELECT);
+        return FALSE;
+    };
+    SendMessageA(button(), BM_CLICK, 0, 0);
+}
+
+TEST_F(BrowseEdit, TheDialogIsCentredWhenItIsReady) {
+    const HWND opened =
+        CreateWindowExA(0, "STATIC", "", WS_POPUP, 5, 5, 100, 60, dialog.handle(), nullptr, nullptr, nullptr);
+    const HWND hook =
+        CreateWindowExA(0, "STATIC", "", WS_CHILD, 0, 0, 10, 10, opened, nullptr, nullptr, nullptr);
+    simulatedDialog = [&](OPENFILENAMEA& request) {
+        OFNOTIFYA notice{};
+        notice.hdr.code = CDN_SELCHANGE;
+        request.lpfnHook(hook, WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&notice));
+        RECT place{};
+        GetWindowRect(opened, &place);
+        EXPECT_EQ(place.left, 5) << "not before";
+        notice.hdr.code = CDN_INITDONE;
+        request.lpfnHook(hook, WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&notice));
+        return FALSE;
+    };
+    SendMessageA(button(), BM_CLICK, 0, 0);
+    RECT place{};
+    RECT reference{};
+    GetWindowRect(opened, &place);
+    GetWindowRect(dialog.handle(), &reference);
+    EXPECT_EQ(place.left, (reference.left + reference.right) / 2 - 50);
+    EXPECT_EQ(place.top, (reference.top + reference.bottom) / 2 - 30);
+    DestroyWindow(opened);
+}
+
+TEST_F(BrowseEdit, OneChosenFileIsItsPath) {
+    choose("C:\\one.kra\0\0"s);
+    EXPECT_EQ(dialog.edit.text(), "C:\\one.kra");
+    EXPECT_EQ(dialog.edit.chosen(), (Files{"C:\\one.kra"}));
+}
+
+TEST_F(BrowseEdit, ThreeChosenFilesAreQuotedAndKept) {
+    choose("C:\\dir\0one.kra\0two.kra\0three.kra\0\0"s);
+    EXPECT_EQ(dialog.edit.text(), "\"C:\\dir\\one.kra\" \"C:\\dir\\two.kra\" \"C:\\dir\\three.kra\"");
+    EXPECT_EQ(dialog.edit.chosen(), (Files{"C:\\dir\\one.kra", "two.kra", "three.kra"}));
+    dialog.store();
+    EXPECT_EQ(path, dialog.edit.text());
+    DestroyWindow(dialog.handle());
+    EXPECT_EQ(dialog.edit.chosen().size(), 3U) << "kept for after the dialog";
+}
+
+TEST_F(BrowseEdit, WhatIsTypedAfterwardsIsNoChoiceAnyMore) {
+    choose("C:\\dir\0one.kra\0two.kra\0\0"s);
+    SendMessageA(handle(), EM_SETSEL, 0, -1);
+    SendMessageA(handle(), WM_CHAR, 'r', 1);
+    EXPECT_EQ(dialog.edit.text(), "r");
+    EXPECT_TRUE(dialog.edit.chosen().empty());
+}
+
+TEST_F(BrowseEdit, ATextThatTheDialogRefusesIsLeftOut) {
+    SetWindowTextA(handle(), "\"C:\\one.kra\" \"C:\\two.kra\"");
+    std::string asked;
+    simulatedDialog = [&](OPENFILENAMEA& request) {
+        asked += "<" + std::string(request.lpstrFile) + ">";
+        return FALSE;
+    };
+    SendMessageA(button(), BM_CLICK, 0, 0);
+    EXPECT_EQ(asked, "<\"C:\\one.kra\" \"C:\\two.kra\">") << "the user cancelled";
+    asked.clear();
+    simulatedError = FNERR_INVALIDFILENAME;
+    SendMessageA(button(), BM_CLICK, 0, 0);
+    EXPECT_EQ(asked, "<\"C:\\one.kra\" \"C:\\two.kra\"><>");
+}
+
+TEST_F(BrowseEdit, ATextThatIsNotAcceptableIsReported) {
+    base::applicationName = "The Program";
+    std::string asked;
+    bool acceptable = false;
+    EXPECT_TRUE(dialog.edit.check()) << "without a rule every text is";
+    dialog.edit.setCheck(
+        [&](const std::string& text) {
+            asked = text;
+            return acceptable;
+        },
+        "Not this one.");
+    EXPECT_FALSE(dialog.check());
+    EXPECT_EQ(asked, "C:\\before.kra");
+    ASSERT_EQ(shownMessages.size(), 1U);
+    EXPECT_EQ(shownMessages[0].text, "Not this one.");
+    EXPECT_EQ(shownMessages[0].caption, "The Program");
+    EXPECT_EQ(shownMessages[0].owner, dialog.handle());
+    EXPECT_EQ(shownMessages[0].flags, UINT{MB_OK});
+    acceptable = true;
+    EXPECT_TRUE(dialog.check());
+    EXPECT_EQ(shownMessages.size(), 1U);
+}
+
+} // namespace

@@ -1,0 +1,265 @@
+#include "scheduler/ui/framework/dialog.h"
+#include "scheduler/ui/framework/listbox.h"
+#include "tests/scheduler/ui/framework/testdialogs.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <memory>
+
+namespace {
+
+using framework::ItemList;
+
+class ListDialog : public framework::Dialog {
+public:
+    explicit ListDialog(const framework::ListSource& source)
+        : Dialog(IDD_CONTROLS), list(*this, IDC_LIST, source) {}
+    framework::ListBox list;
+};
+
+class TextListDialog : public framework::Dialog {
+public:
+    explicit TextListDialog(const framework::ListSource& source)
+        : Dialog(IDD_CONTROLS), list(*this, IDC_LIST, source) {}
+    framework::TextListBox list;
+};
+
+ItemList threeItems() {
+    return ItemList({{"none of them", 10, true}, {"a long text, to be drawn", 30}, {"other", 20}});
+}
+
+TEST(ListSource, AnItemStandsForItsPlaceUnlessItSaysOtherwise) {
+    class Plain : public framework::ListSource {
+        int count() const override { return 2; }
+        std::string text(int) const override { return "x"; }
+    };
+    const Plain plain;
+    const framework::ListSource& source = plain;
+    EXPECT_EQ(source.value(1), 1);
+    EXPECT_EQ(source.textColour(1), COLOR_WINDOWTEXT);
+    EXPECT_TRUE(source.equal(1, 1));
+    EXPECT_FALSE(source.equal(1, 2));
+}
+
+TEST(ListSource, GrayItemsHaveTheSystemsGrayText) {
+    const ItemList items = threeItems();
+    EXPECT_EQ(items.textColour(0), COLOR_GRAYTEXT);
+    EXPECT_EQ(items.textColour(1), COLOR_WINDOWTEXT);
+}
+
+class ListBox : public testing::Test {
+protected:
+    void SetUp() override { ASSERT_TRUE(dialog.open(nullptr)); }
+    HWND handle() const { return dialog.list.handle(); }
+
+    ItemList items = threeItems();
+    ListDialog dialog{items};
+};
+
+TEST_F(ListBox, HoldsEachTextBesideItsValue) {
+    ASSERT_EQ(dialog.list.count(), 3);
+    std::array<char, 64> text{};
+    SendMessageA(handle(), CB_GETLBTEXT, 1, reinterpret_cast<LPARAM>(text.data()));
+    EXPECT_STREQ(text.data(), "a long text, to be drawn");
+    EXPECT_EQ(SendMessageA(handle(), CB_GETITEMDATA, 0, 0), 10);
+    EXPECT_EQ(SendMessageA(handle(), CB_GETITEMDATA, 1, 0), 30);
+    EXPECT_EQ(SendMessageA(handle(), CB_GETITEMDATA, 2, 0), 20);
+}
+
+TEST_F(ListBox, SelectsTheItemOfItsValue) {
+    std::int32_t field = 20;
+    dialog.list.bind(framework::bindNumber(field));
+    dialog.load();
+    EXPECT_EQ(dialog.list.selected(), 2);
+    dialog.list.select(1);
+    EXPECT_EQ(dialog.list.value(), 30);
+    dialog.store();
+    EXPECT_EQ(field, 30);
+}
+
+TEST_F(ListBox, AValueThatNoItemStandsForSelectsNothingAndStaysInItsField) {
+    std::int32_t field = 20;
+    dialog.list.bind(framework::bindNumber(field));
+    dialog.load();
+    field = 4711;
+    dialog.load();
+    EXPECT_EQ(dialog.list.selected(), framework::ListBox::noItem);
+    dialog.store();
+    EXPECT_EQ(field, 4711);
+}
+
+TEST_F(ListBox, TheSourceDecidesWhichValuesAreEqual) {
+    class Tens : public ItemList {
+    public:
+        using ItemList::ItemList;
+        bool equal(std::int32_t value, std::int32_t wanted) const override {
+            return value / 10 == wanted / 10;
+        }
+    };
+    const Tens tens({{"ten", 10}, {"twenty", 20}});
+    ListDialog other(tens);
+    ASSERT_TRUE(other.open(nullptr));
+    other.list.setValue(27);
+    EXPECT_EQ(other.list.selected(), 1);
+}
+
+TEST_F(ListBox, IsFilledAnew) {
+    dialog.list.select(1);
+    items.add({"fourth", 40});
+    dialog.list.refill();
+    EXPECT_EQ(dialog.list.count(), 4);
+    EXPECT_EQ(dialog.list.selected(), framework::ListBox::noItem);
+}
+
+TEST(TextListBox, SelectsTheItemOfItsTextAndStoresIt) {
+    const ItemList items = threeItems();
+    TextListDialog dialog(items);
+    ASSERT_TRUE(dialog.open(nullptr));
+    std::string field = "other";
+    dialog.list.bind(framework::bindText(field));
+    dialog.load();
+    EXPECT_EQ(dialog.list.selected(), 2);
+    dialog.list.select(1);
+    dialog.store();
+    EXPECT_EQ(field, "a long text, to be drawn");
+    field = "gone";
+    dialog.load();
+    EXPECT_EQ(dialog.list.selected(), framework::ListBox::noItem);
+    EXPECT_EQ(dialog.list.value(), "");
+    dialog.store();
+    EXPECT_EQ(field, "gone");
+}
+
+/// What an item looks like: drawn by a real message into a bitmap, of which the colours are counted.
+class DrawnItem {
+public:
+    static constexpr int width = 200;
+    static constexpr int height = 20;
+
+    DrawnItem() {
+        BITMAPINFO info{};
+        info.bmiHeader.biSize = sizeof(info.bmiHeader);
+        info.bmiHeader.biWidth = width;
+        info.bmiHeader.biHeight = -height;
+        info.bmiHeader.biPlanes = 1;
+        info.bmiHeader.biBitCount = 32;
+        bitmap_ =
+            CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, reinterpret_cast<void**>(&pixels_), nullptr, 0);
+        old_ = SelectObject(context_, bitmap_);
+    }
+    DrawnItem(const DrawnItem&) = delete;
+    DrawnItem& operator=(const DrawnItem&) = delete;
+    ~DrawnItem() {
+        SelectObject(context_, old_);
+        DeleteObject(bitmap_);
+        DeleteDC(context_);
+    }
+
+    void draw(const framework::Control& control, int item, UINT state) {
+        DRAWITEMSTRUCT request{};
+        request.CtlType = ODT_COMBOBOX;
+        request.CtlID = static_cast<UINT>(control.id());
+        request.itemID = static_cast<UINT>(item);
+        request.itemAction = ODA_DRAWENTIRE;
+        request.itemState = state;
+        request.hwndItem = control.handle();
+        request.hDC = context_;
+        request.rcItem = {0, 0, width, height};
+        EXPECT_EQ(SendMessageA(GetParent(control.handle()), WM_DRAWITEM, request.CtlID,
+                               reinterpret_cast<LPARAM>(&request)),
+                  TRUE);
+        GdiFlush();
+    }
+
+    COLORREF background() const { return at(width - 3, height / 2); }
+
+    bool has(COLORREF colour) const {
+        for (int y = 0; y < height; ++y)
+            for (int x = 0; x < width; ++x)
+                if (at(x, y) == colour)
+                    return true;
+        return false;
+    }
+
+    /// Whether the item's edge is dotted.
+    bool hasFocusRectangle() const { return at(10, 0) != at(11, 0); }
+
+private:
+    COLORREF at(int x, int y) const {
+        const DWORD pixel = pixels_[y * width + x];
+        return RGB((pixel >> 16) & 0xFF, (pixel >> 8) & 0xFF, pixel & 0xFF);
+    }
+
+    HDC context_ = CreateCompatibleDC(nullptr);
+    HBITMAP bitmap_ = nullptr;
+    HGDIOBJ old_ = nullptr;
+    DWORD* pixels_ = nullptr;
+};
+
+/// With system colours that all differ. They belong to the whole session, so they are put back.
+class DrawnListBox : public ListBox {
+protected:
+    void SetUp() override {
+        ListBox::SetUp();
+        for (std::size_t i = 0; i < elements.size(); ++i)
+            old[i] = GetSysColor(elements[i]);
+        const std::array colours{RGB(0, 0, 200), RGB(255, 0, 0),   RGB(0, 255, 0),
+                                 RGB(90, 0, 90), RGB(255, 255, 0), RGB(0, 90, 90)};
+        SetSysColors(static_cast<int>(elements.size()), elements.data(), colours.data());
+    }
+    void TearDown() override { SetSysColors(static_cast<int>(elements.size()), elements.data(), old.data()); }
+
+    void expect(int item, UINT state, COLORREF text, COLORREF background) {
+        drawn.draw(dialog.list, item, state);
+        EXPECT_EQ(drawn.background(), background);
+        EXPECT_TRUE(drawn.has(text));
+        for (const COLORREF other : {RGB(255, 0, 0), RGB(0, 255, 0), RGB(255, 255, 0)})
+            EXPECT_EQ(drawn.has(other), other == text);
+    }
+
+    static constexpr std::array elements{COLOR_WINDOW,    COLOR_WINDOWTEXT,    COLOR_GRAYTEXT,
+                                         COLOR_HIGHLIGHT, COLOR_HIGHLIGHTTEXT, COLOR_BTNFACE};
+    std::array<COLORREF, elements.size()> old{};
+    DrawnItem drawn;
+};
+
+TEST_F(DrawnListBox, ItemsAreDrawnInTheSystemsColours) {
+    expect(1, 0, RGB(255, 0, 0), RGB(0, 0, 200));
+    expect(1, ODS_SELECTED, RGB(255, 255, 0), RGB(90, 0, 90));
+    expect(1, ODS_DISABLED, RGB(0, 255, 0), RGB(0, 90, 90));
+    expect(1, ODS_DISABLED | ODS_SELECTED, RGB(0, 255, 0), RGB(0, 90, 90));
+}
+
+TEST_F(DrawnListBox, AGrayItemIsGrayUnlessItIsSelected) {
+    expect(0, 0, RGB(0, 255, 0), RGB(0, 0, 200));
+    expect(0, ODS_SELECTED, RGB(255, 255, 0), RGB(90, 0, 90));
+}
+
+TEST_F(DrawnListBox, NoItemIsAnEmptyPlace) {
+    drawn.draw(dialog.list, -1, 0);
+    EXPECT_EQ(drawn.background(), RGB(0, 0, 200));
+    EXPECT_FALSE(drawn.has(RGB(255, 0, 0)));
+}
+
+TEST_F(DrawnListBox, TheFocusHasARectangleUnlessItIsNotShown) {
+    drawn.draw(dialog.list, 1, ODS_FOCUS);
+    EXPECT_TRUE(drawn.hasFocusRectangle());
+    drawn.draw(dialog.list, 1, ODS_FOCUS | ODS_NOFOCUSRECT);
+    EXPECT_FALSE(drawn.hasFocusRectangle());
+    drawn.draw(dialog.list, 1, 0);
+    EXPECT_FALSE(drawn.hasFocusRectangle());
+}
+
+TEST_F(ListBox, ItsItemsAreHighEnoughForItsFont) {
+    const HDC context = GetDC(handle());
+    const HGDIOBJ old =
+        SelectObject(context, reinterpret_cast<HGDIOBJ>(SendMessageA(handle(), WM_GETFONT, 0, 0)));
+    TEXTMETRICA metrics{};
+    GetTextMetricsA(context, &metrics);
+    SelectObject(context, old);
+    ReleaseDC(handle(), context);
+    EXPECT_GE(SendMessageA(handle(), CB_GETITEMHEIGHT, 0, 0), metrics.tmHeight);
+}
+
+} // namespace

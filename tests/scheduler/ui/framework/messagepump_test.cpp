@@ -1,0 +1,146 @@
+#include "scheduler/ui/framework/messagepump.h"
+#include "scheduler/ui/framework/window.h"
+#include "scheduler/ui/framework/windowclass.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+namespace {
+
+using framework::Handled;
+using framework::Message;
+using framework::MessagePump;
+using framework::Window;
+
+class PumpedWindow : public Window {
+public:
+    std::function<Handled(const Message&)> handler;
+    std::function<bool(MSG&)> translator;
+    int idlePasses = 0;
+
+    PumpedWindow() {
+        framework::WindowClass windowClass;
+        framework::WindowParameters parameters;
+        parameters.style = WS_OVERLAPPEDWINDOW;
+        create(windowClass, parameters);
+    }
+    Handled onMessage(const Message& message) override { return handler ? handler(message) : std::nullopt; }
+    bool preTranslate(MSG& message) override { return translator && translator(message); }
+    void onIdle() override { ++idlePasses; }
+};
+
+TEST(WantsIdlePass, OnlyForWhatMayChangeControls) {
+    for (const UINT id : {UINT{WM_SETTEXT}, UINT{WM_NOTIFY}, UINT{WM_STYLECHANGED}, UINT{WM_CHAR},
+                          UINT{WM_COMMAND}, UINT{WM_PARENTNOTIFY}, UINT{1025}, UINT{WM_APP}, UINT{0xFFFF}})
+        EXPECT_TRUE(framework::wantsIdlePass(id)) << id;
+    for (const UINT id :
+         {UINT{WM_USER}, UINT{WM_TIMER}, UINT{WM_PAINT}, UINT{WM_MOUSEMOVE}, UINT{WM_KEYDOWN}})
+        EXPECT_FALSE(framework::wantsIdlePass(id)) << id;
+}
+
+TEST(MessagePump, TheMainLoopEndsWithTheExitCode) {
+    PostQuitMessage(17);
+    EXPECT_EQ(MessagePump::instance().runMainLoop(), 17);
+}
+
+TEST(MessagePump, TheMainLoopWakesUpByItself) {
+    // Without a message of anyone else, the loop's own timer brings this one to its end.
+    PumpedWindow window;
+    int messages = 0;
+    MessagePump::instance().setInputObserver([&](const MSG& message) {
+        messages += message.message == WM_TIMER;
+        if (messages == 3)
+            PostQuitMessage(0);
+    });
+    const DWORD start = GetTickCount();
+    MessagePump::instance().runMainLoop();
+    MessagePump::instance().setInputObserver(nullptr);
+    EXPECT_GE(GetTickCount() - start, 500U);
+    EXPECT_EQ(window.idlePasses, 0) << "a timer is nothing that the user did";
+}
+
+TEST(MessagePump, TheIdlePassComesOnceTheQueueIsEmpty) {
+    PumpedWindow window;
+    int passesAtLast = -1;
+    window.handler = [&](const Message& message) -> Handled {
+        if (message.id == WM_APP + 1)
+            passesAtLast = window.idlePasses;
+        if (message.id == WM_TIMER)
+            window.endModal(1);
+        return std::nullopt;
+    };
+    for (int i = 0; i < 5; ++i)
+        PostMessageA(window.handle(), WM_COMMAND, 1, 0);
+    PostMessageA(window.handle(), WM_APP + 1, 0, 0);
+    SetTimer(window.handle(), 1, 50, nullptr);
+    window.beginModal();
+    EXPECT_EQ(MessagePump::instance().runModalLoop(window), 1);
+    EXPECT_EQ(passesAtLast, 0) << "messages were still waiting";
+    EXPECT_EQ(window.idlePasses, 1);
+    KillTimer(window.handle(), 1);
+}
+
+TEST(MessagePump, AModalLoopEndsWithItsObjectsResult) {
+    PumpedWindow window;
+    window.handler = [&](const Message& message) -> Handled {
+        if (message.id == WM_APP + 1)
+            window.endModal(static_cast<int>(message.wParam));
+        return std::nullopt;
+    };
+    for (const int result : {1, 2}) {
+        window.beginModal();
+        PostMessageA(window.handle(), WM_APP + 1, static_cast<WPARAM>(result), 0);
+        EXPECT_EQ(MessagePump::instance().runModalLoop(window), result);
+    }
+}
+
+TEST(MessagePump, WhatTheModalObjectTakesIsNotDispatched) {
+    PumpedWindow window;
+    int dispatched = 0;
+    window.handler = [&](const Message& message) -> Handled {
+        dispatched += message.id == WM_APP + 1;
+        return std::nullopt;
+    };
+    window.translator = [&](MSG& message) {
+        if (message.message != WM_APP + 1)
+            return false;
+        window.endModal(2);
+        return true;
+    };
+    PostMessageA(window.handle(), WM_APP + 1, 0, 0);
+    window.beginModal();
+    EXPECT_EQ(MessagePump::instance().runModalLoop(window), 2);
+    EXPECT_EQ(dispatched, 0);
+}
+
+TEST(MessagePump, AQuitInAModalLoopIsLeftToTheMainLoop) {
+    PumpedWindow window;
+    PostQuitMessage(5);
+    window.beginModal();
+    MessagePump::instance().runModalLoop(window);
+    EXPECT_EQ(MessagePump::instance().runMainLoop(), 5);
+}
+
+TEST(MessagePump, AcceleratorsBecomeCommandsOfTheMessagesWindow) {
+    PumpedWindow window;
+    int command = 0;
+    window.handler = [&](const Message& message) -> Handled {
+        if (message.id == WM_COMMAND) {
+            command = LOWORD(message.wParam);
+            window.endModal(1);
+        }
+        return std::nullopt;
+    };
+    ACCEL keys{FVIRTKEY, VK_F9, 4711};
+    const HACCEL table = CreateAcceleratorTableA(&keys, 1);
+    MessagePump::instance().setAccelerators(table);
+    PostMessageA(window.handle(), WM_KEYDOWN, VK_F9, 0);
+    window.beginModal();
+    MessagePump::instance().runModalLoop(window);
+    EXPECT_EQ(command, 4711);
+    MessagePump::instance().setAccelerators(nullptr);
+    DestroyAcceleratorTable(table);
+}
+
+} // namespace

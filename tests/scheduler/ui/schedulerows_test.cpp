@@ -1,0 +1,177 @@
+#include "scheduler/model/deletion.h"
+#include "scheduler/ui/schedulerows.h"
+#include "tests/support/fakeclock.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace {
+
+using base::TimeSpan;
+using base::TimeValue;
+using scheduler::ScheduleColumn;
+using scheduler::ScheduledProject;
+using scheduler::ScheduleKind;
+using scheduler::ScheduleRows;
+
+class ScheduleRowsTest : public ::testing::Test {
+protected:
+    static ScheduledProject project(const std::string& name) {
+        ScheduledProject entry;
+        entry.path = "C:\\Sites\\" + name + ".kra";
+        entry.kind = ScheduleKind::Hourly;
+        entry.nextRun = TimeValue::never();
+        return entry;
+    }
+
+    void load(const std::vector<std::string>& names) {
+        std::vector<ScheduledProject> entries;
+        for (const std::string& name : names)
+            entries.push_back(project(name));
+        schedule_.assign(std::move(entries));
+    }
+
+    std::string column(ScheduleColumn column) const {
+        std::string texts;
+        for (std::size_t row = 0; row < rows_.size(); ++row)
+            texts += rows_.text(row, column) + " ";
+        return texts;
+    }
+    std::string projects() const { return column(ScheduleColumn::Project); }
+
+    test::FakeClock clock_{TimeValue::fromLocal(2026, 5, 20, 12, 0, 0, -1)};
+    bool suspended_ = false;
+    scheduler::ScheduleList schedule_;
+    ScheduleRows rows_{schedule_, [this] { return scheduler::EngineState{false, suspended_, &clock_}; }};
+};
+
+TEST_F(ScheduleRowsTest, EachColumnSaysWhatItsHeaderPromises) {
+    ScheduledProject entry = project("news.daily");
+    entry.minutes = 5;
+    entry.nextRun = clock_.now() + TimeSpan::fromMinutes(1);
+    entry.lastResult = "3 pages are missing";
+    schedule_.assign({entry});
+    EXPECT_EQ(rows_.text(0, ScheduleColumn::Project), "news.daily");
+    EXPECT_EQ(rows_.text(0, ScheduleColumn::Schedule), "hourly at 5 minutes after the hour");
+    EXPECT_EQ(rows_.text(0, ScheduleColumn::Parameters), "Run normally");
+    EXPECT_TRUE(rows_.text(0, ScheduleColumn::NextRun).starts_with("today at "));
+    EXPECT_EQ(rows_.text(0, ScheduleColumn::LastRun), "Never");
+    EXPECT_EQ(rows_.text(0, ScheduleColumn::LastResult), "3 pages are missing");
+}
+
+TEST_F(ScheduleRowsTest, TextsFollowTheClockAndTheSuspension) {
+    load({"news"});
+    schedule_[0].nextRun = clock_.now() + TimeSpan::fromSeconds(1);
+    EXPECT_TRUE(rows_.text(0, ScheduleColumn::NextRun).starts_with("today"));
+    clock_.advance(TimeSpan::fromSeconds(1));
+    EXPECT_EQ(rows_.text(0, ScheduleColumn::NextRun), "Now");
+    suspended_ = true;
+    EXPECT_EQ(rows_.text(0, ScheduleColumn::NextRun), "(suspended)");
+    schedule_[0].lastRun = clock_.now();
+    EXPECT_TRUE(rows_.text(0, ScheduleColumn::LastRun).starts_with("today"));
+    clock_.advance(TimeSpan::fromMinutes(13 * 60));
+    EXPECT_TRUE(rows_.text(0, ScheduleColumn::LastRun).starts_with("yesterday"));
+}
+
+TEST_F(ScheduleRowsTest, StandInTheSchedulesOrderAtFirst) {
+    load({"c", "a", "b"});
+    EXPECT_EQ(projects(), "c a b ");
+    EXPECT_FALSE(rows_.sortColumn());
+}
+
+TEST_F(ScheduleRowsTest, AClickSortsAscendingASecondOneReverses) {
+    load({"c", "a", "b"});
+    rows_.sortBy(ScheduleColumn::Project);
+    EXPECT_EQ(projects(), "a b c ");
+    EXPECT_TRUE(rows_.isAscending());
+    rows_.sortBy(ScheduleColumn::Project);
+    EXPECT_EQ(projects(), "c b a ");
+    EXPECT_FALSE(rows_.isAscending());
+    rows_.sortBy(ScheduleColumn::Project);
+    EXPECT_EQ(projects(), "a b c ");
+}
+
+TEST_F(ScheduleRowsTest, AnotherColumnSortsAscending) {
+    load({"c", "a", "b"});
+    rows_.sortBy(ScheduleColumn::Project);
+    rows_.sortBy(ScheduleColumn::Project);
+    schedule_[0].minutes = 1;
+    schedule_[1].minutes = 2;
+    schedule_[2].minutes = 3;
+    rows_.sortBy(ScheduleColumn::Schedule);
+    EXPECT_EQ(projects(), "c a b ");
+    EXPECT_TRUE(rows_.isAscending());
+}
+
+TEST_F(ScheduleRowsTest, CapitalsSortBeforeSmallLettersAndBytesAsUnsigned) {
+    load({"b", "B", "\xE4", "a"});
+    rows_.sortBy(ScheduleColumn::Project);
+    EXPECT_EQ(projects(), "B a b \xE4 ");
+}
+
+TEST_F(ScheduleRowsTest, EqualTextsStandInTheSchedulesOrderBothWays) {
+    load({"c", "a", "b"});
+    rows_.sortBy(ScheduleColumn::Parameters);
+    EXPECT_EQ(projects(), "c a b ");
+    rows_.sortBy(ScheduleColumn::Parameters);
+    EXPECT_EQ(projects(), "c a b ");
+}
+
+TEST_F(ScheduleRowsTest, NextRunSortsByItsTextNotByItsTime) {
+    load({"never", "due", "soon"});
+    schedule_[1].nextRun = TimeValue(0);
+    schedule_[2].nextRun = clock_.now() + TimeSpan::fromMinutes(1);
+    rows_.sortBy(ScheduleColumn::NextRun);
+    EXPECT_EQ(projects(), "never due soon "); // "(never)", "Now", "today at ..."
+}
+
+TEST_F(ScheduleRowsTest, SortingLeavesTheScheduleAlone) {
+    load({"c", "a", "b"});
+    rows_.sortBy(ScheduleColumn::Project);
+    EXPECT_EQ(schedule_[0].path, "C:\\Sites\\c.kra");
+    EXPECT_EQ(rows_.entryAt(0), 1U);
+    EXPECT_EQ(rows_.entryAt(2), 0U);
+}
+
+TEST_F(ScheduleRowsTest, ANewEntryComesLastWhateverTheOrder) {
+    load({"c", "a", "b"});
+    rows_.sortBy(ScheduleColumn::Project);
+    schedule_.append(project("aa"));
+    EXPECT_EQ(projects(), "a b c aa ");
+    schedule_.insert(0, project("first"));
+    EXPECT_EQ(projects(), "a b c aa first ");
+}
+
+TEST_F(ScheduleRowsTest, DeletionKeepsTheOrderOfTheOthers) {
+    load({"c", "a", "d", "b", "e"});
+    rows_.sortBy(ScheduleColumn::Project);
+    scheduler::deleteEntries(schedule_, {1, 4});
+    rows_.onEntriesDeleted({1, 4});
+    EXPECT_EQ(projects(), "b c d ");
+    scheduler::deleteEntries(schedule_, {0, 1, 2});
+    rows_.onEntriesDeleted({0, 1, 2});
+    EXPECT_EQ(rows_.size(), 0U);
+}
+
+TEST_F(ScheduleRowsTest, ALoadStartsAfresh) {
+    load({"c", "a"});
+    rows_.sortBy(ScheduleColumn::Project);
+    load({"z", "y"});
+    EXPECT_EQ(projects(), "z y ");
+    EXPECT_FALSE(rows_.sortColumn());
+}
+
+TEST_F(ScheduleRowsTest, FindsAProjectByItsBeginningFromARowOnAndThenFromTheTop) {
+    load({"alpha", "beta", "Alps"});
+    EXPECT_EQ(rows_.findProject("al", 0), 0U);
+    EXPECT_EQ(rows_.findProject("al", 1), 2U);
+    EXPECT_EQ(rows_.findProject("AL", 3), 0U);
+    EXPECT_EQ(rows_.findProject("alpha", 1), 0U);
+    EXPECT_FALSE(rows_.findProject("gamma", 0));
+    load({});
+    EXPECT_FALSE(rows_.findProject("a", 0));
+}
+
+} // namespace

@@ -1,0 +1,46 @@
+// Doing something to a modal dialog while it runs.
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <utility>
+
+namespace test {
+
+/// Calls `act`, once, with this thread's next dialog that is shown. One at a time; it has to live as long as
+/// the dialog runs.
+class WhileOpen {
+public:
+    explicit WhileOpen(std::function<void(HWND dialog)> act) {
+        act_ = std::move(act);
+        timer_ = SetTimer(nullptr, 0, USER_TIMER_MINIMUM, &onTimer);
+    }
+    ~WhileOpen() {
+        KillTimer(nullptr, timer_);
+        act_ = nullptr;
+    }
+    WhileOpen(const WhileOpen&) = delete;
+    WhileOpen& operator=(const WhileOpen&) = delete;
+
+private:
+    static void CALLBACK onTimer(HWND, UINT, UINT_PTR, DWORD) noexcept {
+        HWND dialog = nullptr;
+        EnumThreadWindows(GetCurrentThreadId(), &findDialog, reinterpret_cast<LPARAM>(&dialog));
+        if (dialog && act_)
+            std::exchange(act_, nullptr)(dialog);
+    }
+
+    static BOOL CALLBACK findDialog(HWND window, LPARAM found) noexcept {
+        constexpr WORD dialogClass = 32770; // the platform's, whose name is its number
+        if (GetClassWord(window, GCW_ATOM) != dialogClass || !IsWindowVisible(window))
+            return TRUE;
+        *reinterpret_cast<HWND*>(found) = window;
+        return FALSE;
+    }
+
+    static inline std::function<void(HWND)> act_;
+    UINT_PTR timer_ = 0;
+};
+
+} // namespace test

@@ -1,0 +1,20 @@
+// How many objects of the graphics interface the test program holds.
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+
+namespace test {
+
+/// Tries every index of the platform's table, as Wine's GetGuiResources says 0.
+inline unsigned gdiObjectCount() {
+    if (const DWORD count = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS))
+        return count;
+    unsigned count = 0;
+    for (std::uintptr_t index = 1; index < 0x4000; ++index)
+        count += GetObjectType(reinterpret_cast<HGDIOBJ>(index)) != 0;
+    return count;
+}
+
+} // namespace test

@@ -1,0 +1,20 @@
+// How many kernel handles the test program holds.
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+
+namespace test {
+
+/// Tries every value that a handle of a small program has: Wine's GetProcessHandleCount says 0.
+inline unsigned handleCount() {
+    unsigned count = 0;
+    for (std::uintptr_t value = 4; value < 0x2000; value += 4) {
+        DWORD flags = 0;
+        count += GetHandleInformation(reinterpret_cast<HANDLE>(value), &flags) ? 1U : 0U;
+    }
+    return count;
+}
+
+} // namespace test

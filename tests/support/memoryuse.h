@@ -1,0 +1,27 @@
+// How much of its address space the test program uses.
+#pragma once
+
+#include <windows.h>
+
+#include <cstddef>
+#include <cstdint>
+
+namespace test {
+
+/// Bytes of one type of memory: MEM_PRIVATE for what was allocated, MEM_MAPPED for views of files.
+inline std::size_t committedBytes(DWORD type) {
+    std::size_t total = 0;
+    MEMORY_BASIC_INFORMATION region{};
+    const char* at = nullptr;
+    while (VirtualQuery(at, &region, sizeof region) != 0) {
+        if (region.State == MEM_COMMIT && region.Type == type)
+            total += region.RegionSize;
+        const char* const next = static_cast<const char*>(region.BaseAddress) + region.RegionSize;
+        if (reinterpret_cast<std::uintptr_t>(next) <= reinterpret_cast<std::uintptr_t>(at))
+            break; // around the end
+        at = next;
+    }
+    return total;
+}
+
+} // namespace test

@@ -1,0 +1,9 @@
+// How long a test waits for what is sure to come, before it fails.
+#pragma once
+
+namespace test {
+
+/// Milliseconds; generous, because the machine may be busy.
+inline constexpr unsigned patience = 120'000;
+
+} // namespace test

@@ -1,0 +1,122 @@
+#include "scheduler/model/schedulefile.h"
+#include "tests/support/temporaryfolder.h"
+#include "tools/schedule/commands.h"
+
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace {
+
+using testing::internal::CaptureStderr;
+using testing::internal::CaptureStdout;
+using testing::internal::GetCapturedStderr;
+using testing::internal::GetCapturedStdout;
+
+/// Runs with no schedule there. The Windows whose schedule this is belongs to the test program alone.
+class CommandsTest : public testing::Test {
+protected:
+    CommandsTest() { DeleteFileA(scheduler::schedulePath().c_str()); }
+
+    struct Result {
+        int exitCode;
+        std::string output;
+        std::string errors;
+    };
+    static Result run(const std::vector<std::string>& words) {
+        CaptureStdout();
+        CaptureStderr();
+        Result result{.exitCode = runCommand(words), .output = {}, .errors = {}};
+        result.output = GetCapturedStdout();
+        result.errors = GetCapturedStderr();
+        return result;
+    }
+};
+
+TEST(ParseNumber, TakesAWholeDecimalWordOnly) {
+    EXPECT_EQ(parseNumber("0"), 0u);
+    EXPECT_EQ(parseNumber("180"), 180u);
+    EXPECT_EQ(parseNumber("007"), 7u);
+    EXPECT_EQ(parseNumber("4294967295"), 4'294'967'295u);
+    for (const char* word : {"", " ", "-1", "+1", " 1", "1 ", "1s", "1.5", "0x1", "4294967296", "three"})
+        EXPECT_EQ(parseNumber(word), std::nullopt) << '"' << word << '"';
+}
+
+TEST_F(CommandsTest, WhateverIsNoCommandShowsTheUsage) {
+    const std::vector<std::string> misuses[] = {
+        {},
+        {""},
+        {"help"},
+        {"SHOW"},
+        {"show", "more"},
+        {"sample"},
+        {"sample", ""},
+        {"sample", "folder", "more"},
+        {"wait"},
+        {"wait", "1"},
+        {"wait", "1", "x"},
+        {"wait", "x", "1"},
+        {"wait", "-1", "1"},
+        {"wait", "1", "1", "1"},
+    };
+    for (const auto& words : misuses) {
+        const Result result = run(words);
+        EXPECT_EQ(result.exitCode, 2) << testing::PrintToString(words);
+        EXPECT_EQ(result.errors.rfind("usage: schedule sample DIR", 0), 0u) << result.errors;
+        EXPECT_EQ(result.output, "");
+    }
+    EXPECT_NE(run({}).errors.find("replace the schedule"), std::string::npos);
+}
+
+TEST_F(CommandsTest, WithoutAScheduleThereIsNothingToShow) {
+    const Result result = run({"show"});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.output, "");
+    EXPECT_EQ(result.errors, "schedule: there is no schedule that can be read\n");
+}
+
+TEST_F(CommandsTest, ASampleCanBeShown) {
+    const test::TemporaryFolder folder;
+    EXPECT_EQ(run({"sample", folder.path()}).exitCode, 0);
+    EXPECT_EQ(run({"sample", folder.path(), "60"}).exitCode, 0);
+    const Result shown = run({"show"});
+    EXPECT_EQ(shown.exitCode, 0);
+    EXPECT_EQ(shown.errors, "");
+    EXPECT_EQ(std::count(shown.output.begin(), shown.output.end(), '\n'), 4) << shown.output;
+    EXPECT_EQ(shown.output.rfind("Project ", 0), 0u) << shown.output;
+}
+
+TEST_F(CommandsTest, ASampleThatCannotBeWrittenFails) {
+    const test::TemporaryFolder folder;
+    const std::string file = folder.file("file");
+    CloseHandle(CreateFileA(file.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, 0, nullptr));
+    const Result result = run({"sample", file});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.errors, "schedule: the sample could not be written\n");
+}
+
+TEST_F(CommandsTest, WaitsUntilSoManyEntriesHaveRun) {
+    scheduler::ScheduleList list;
+    list.append({});
+    list.append({});
+    list.append({});
+    list[0].lastRun = base::TimeValue(1);
+    list[1].lastRun = base::TimeValue(1);
+    list[1].running = 1;
+    ASSERT_TRUE(scheduler::saveSchedule(list));
+    EXPECT_EQ(run({"wait", "0", "0"}).exitCode, 0);
+    EXPECT_EQ(run({"wait", "1", "0"}).exitCode, 0);
+    const Result tooFew = run({"wait", "2", "0"});
+    EXPECT_EQ(tooFew.exitCode, 1) << "one runs again, one never ran";
+    EXPECT_EQ(tooFew.errors, "schedule: too few entries have run in that time\n");
+}
+
+TEST_F(CommandsTest, WaitsNoLongerThanItIsTold) {
+    const ULONGLONG start = GetTickCount64();
+    EXPECT_EQ(run({"wait", "1", "1"}).exitCode, 1);
+    EXPECT_GE(GetTickCount64() - start, 1000u);
+}
+
+} // namespace

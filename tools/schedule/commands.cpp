@@ -1,0 +1,85 @@
+#include "tools/schedule/commands.h"
+
+#include "tools/schedule/sample.h"
+#include "tools/schedule/storedschedule.h"
+#include "tools/schedule/table.h"
+
+#include <windows.h>
+
+#include <algorithm>
+#include <charconv>
+#include <cstdio>
+
+namespace {
+
+constexpr DWORD pollInterval = 200; // milliseconds
+
+int usage() {
+    std::fputs("usage: schedule sample DIR [SECONDS]\n"
+               "                                  write sample projects into DIR, and replace the schedule\n"
+               "                                  with one of them that begins after so many seconds (8)\n"
+               "       schedule show              print the schedule\n"
+               "       schedule wait N SECONDS    wait until N entries have run, but no longer than that\n",
+               stderr);
+    return misused;
+}
+
+int fail(const char* message) {
+    std::fprintf(stderr, "schedule: %s\n", message);
+    return failed;
+}
+
+int makeSample(const std::string& folder, unsigned seconds) {
+    return writeSample(folder, seconds) ? succeeded : fail("the sample could not be written");
+}
+
+int show() {
+    scheduler::ScheduleList list;
+    if (!readStoredSchedule(list))
+        return fail("there is no schedule that can be read");
+    std::fputs(scheduleTable(list, base::TimeValue::now()).c_str(), stdout);
+    return succeeded;
+}
+
+bool hasRun(const scheduler::ScheduledProject& entry) {
+    return entry.lastRun != base::TimeValue() && !entry.running;
+}
+
+int waitForRuns(unsigned wanted, unsigned seconds) {
+    const ULONGLONG end = GetTickCount64() + 1000ULL * seconds;
+    for (;;) {
+        scheduler::ScheduleList list;
+        if (readStoredSchedule(list) &&
+            std::ranges::count_if(list, hasRun) >= static_cast<std::ptrdiff_t>(wanted))
+            return succeeded;
+        if (GetTickCount64() >= end)
+            return fail("too few entries have run in that time");
+        Sleep(pollInterval);
+    }
+}
+
+} // namespace
+
+std::optional<unsigned> parseNumber(std::string_view word) {
+    unsigned number = 0;
+    const char* const end = word.data() + word.size();
+    const auto [rest, error] = std::from_chars(word.data(), end, number);
+    return error == std::errc() && rest == end ? std::optional(number) : std::nullopt;
+}
+
+int runCommand(const std::vector<std::string>& words) {
+    if ((words.size() == 2 || words.size() == 3) && words[0] == "sample" && !words[1].empty()) {
+        const auto seconds = words.size() == 3 ? parseNumber(words[2]) : 8U;
+        if (seconds)
+            return makeSample(words[1], *seconds);
+    }
+    if (words.size() == 1 && words[0] == "show")
+        return show();
+    if (words.size() == 3 && words[0] == "wait") {
+        const auto wanted = parseNumber(words[1]);
+        const auto seconds = parseNumber(words[2]);
+        if (wanted && seconds)
+            return waitForRuns(*wanted, *seconds);
+    }
+    return usage();
+}

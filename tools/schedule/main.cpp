@@ -1,0 +1,6 @@
+// Makes, shows and watches the schedule file of this Windows; the usage in commands.cpp tells how.
+#include "tools/schedule/commands.h"
+
+int main(int argc, char* argv[]) {
+    return runCommand({argv + 1, argv + argc});
+}
