@@ -1,4 +1,4 @@
-// What the list says of tomorrow and today while the day changes. Its clock starts ten minutes before
+// What the list says of tomorrow and today while the day changes. Its clock starts forty minutes before
 // midnight and runs sixty times as fast.
 
 #include "tests/program/listdriver.h"

@@ -4,6 +4,7 @@
 #include "lib/base/opsys.h"
 #include "lib/base/paths.h"
 #include "lib/base/processes.h"
+#include "scheduler/model/schedulecodec.h"
 #include "scheduler/model/schedulefile.h"
 #include "tests/support/patience.h"
 
@@ -11,6 +12,7 @@
 #include <array>
 #include <chrono>
 #include <fstream>
+#include <span>
 #include <sstream>
 
 namespace driver {
@@ -117,14 +119,15 @@ bool SchedulerProcess::start(const std::string& switches) {
     process_.reset(information.hProcess);
     id_ = information.dwProcessId;
     window_ = nullptr;
-    // The message loop waits for input only when the start is over. The clock may run fast: an hour of it may
-    // be a minute.
-    if (WaitForInputIdle(process_.get(), 3600000) != 0)
-        return false;
-    return waitUntil([this] {
-        window_ = findWindow(id_, "scheduler");
-        return window_ != nullptr;
-    });
+    // To accept dropped files is the last thing that the window does before it answers messages. The clock may
+    // run fast: an hour of it may be a minute.
+    waitUntil(
+        [this] {
+            window_ = findWindow(id_, "scheduler");
+            return !isRunning() || (GetWindowLongA(window_, GWL_EXSTYLE) & WS_EX_ACCEPTFILES) != 0;
+        },
+        std::chrono::hours(1));
+    return isRunning() && window_ != nullptr;
 }
 
 DWORD SchedulerProcess::runToEnd(const std::string& switches) {
@@ -184,8 +187,10 @@ void SchedulerProcess::press(HWND box, int button) {
 }
 
 std::vector<scheduler::ScheduledProject> savedSchedule() {
+    // loadSchedule() shuts writers out while it reads: a save of the running scheduler would then fail.
+    const std::string content = readBytes(scheduler::schedulePath());
     scheduler::ScheduleList list;
-    scheduler::loadSchedule(list, 0);
+    scheduler::decodeSchedule(std::as_bytes(std::span(content)), scheduler::scheduleMagic, list);
     return {list.begin(), list.end()};
 }
 

@@ -126,7 +126,7 @@ TEST_F(ProjectLaunchTest, OpeningShowsTheSpiderNormallyWhereTheProgramIs) {
         DeleteFileA((project + ".opened").c_str());
         associate("kra", command);
         EXPECT_TRUE(openProject(project, messages));
-        for (int tries = 0; tries < 3000 && !base::fileExists(project + ".opened"); ++tries)
+        for (int tries = 0; tries < 3000 && fileContent(project + ".opened").empty(); ++tries)
             Sleep(20);
         EXPECT_EQ(fileContent(project + ".opened"),
                   "5|" + std::string(directory.data()) + "|\"" + program + "\" \"" + project + '"')
