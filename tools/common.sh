@@ -5,7 +5,9 @@ top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd -P)
 
 # The Wine root and its finished prefix. The name comes from the recipe, so that every clone of the same state
 # shares one root, and a changed recipe makes a new one instead of mending the old.
-cache=${XDG_CACHE_HOME:-$HOME/.cache}/corvane-scheduler
+# A service may run without HOME.
+home=${HOME:-$(getent passwd "$EUID" | cut -d: -f6)}
+cache=${XDG_CACHE_HOME:-$home/.cache}/corvane-scheduler
 recipe=$(sha256sum < "$top/tools/winroot")
 # shellcheck disable=SC2034 # for those who source this
 winroot=$cache/${recipe:0:12}
