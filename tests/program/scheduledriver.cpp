@@ -119,8 +119,8 @@ bool SchedulerProcess::start(const std::string& switches) {
     process_.reset(information.hProcess);
     id_ = information.dwProcessId;
     window_ = nullptr;
-    // To accept dropped files is the last thing that the window does before it answers messages. The clock may
-    // run fast: an hour of it may be a minute.
+    // To accept dropped files is the last thing that the window does before it answers messages. The clock
+    // may run fast: an hour of it may be a minute.
     waitUntil(
         [this] {
             window_ = findWindow(id_, "scheduler");
