@@ -42,12 +42,15 @@ HWND findWindow(DWORD process, const std::string& className) {
     return search.found;
 }
 
-PROCESS_INFORMATION startCopy(const std::string& switches) {
+std::string builtProgram() {
+    return buildFolder() + "scheduler.exe";
+}
+
+PROCESS_INFORMATION startCopy(const std::string& program, const std::string& switches) {
     STARTUPINFOA startupInfo{};
     startupInfo.cb = sizeof(startupInfo);
     PROCESS_INFORMATION information{};
-    base::createProcess("\"" + buildFolder() + "scheduler.exe\" " + switches, startupInfo, information, "",
-                        false);
+    base::createProcess("\"" + program + "\" " + switches, startupInfo, information, "", false);
     CloseHandle(information.hThread);
     return information;
 }
@@ -110,12 +113,14 @@ std::string textOf(HWND window) {
     return {buffer.data(), static_cast<std::size_t>(length)};
 }
 
+SchedulerProcess::SchedulerProcess() : SchedulerProcess(builtProgram()) {}
+
 SchedulerProcess::~SchedulerProcess() {
     kill();
 }
 
 bool SchedulerProcess::start(const std::string& switches) {
-    const PROCESS_INFORMATION information = startCopy(switches);
+    const PROCESS_INFORMATION information = startCopy(program_, switches);
     process_.reset(information.hProcess);
     id_ = information.dwProcessId;
     window_ = nullptr;
@@ -131,7 +136,7 @@ bool SchedulerProcess::start(const std::string& switches) {
 }
 
 DWORD SchedulerProcess::runToEnd(const std::string& switches) {
-    const PROCESS_INFORMATION information = startCopy(switches);
+    const PROCESS_INFORMATION information = startCopy(builtProgram(), switches);
     base::KernelHandle process(information.hProcess);
     DWORD code = base::processFailed;
     if (WaitForSingleObject(process.get(), test::patience) == WAIT_OBJECT_0)

@@ -10,6 +10,7 @@
 #include <chrono>
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace driver {
@@ -35,7 +36,8 @@ std::string textOf(HWND window);
 /// One copy of scheduler.exe. Killed on destruction if it is still there.
 class SchedulerProcess {
 public:
-    SchedulerProcess() = default;
+    SchedulerProcess();
+    explicit SchedulerProcess(std::string program) : program_(std::move(program)) {}
     ~SchedulerProcess();
     SchedulerProcess(const SchedulerProcess&) = delete;
     SchedulerProcess& operator=(const SchedulerProcess&) = delete;
@@ -62,6 +64,7 @@ public:
     static void press(HWND box, int button);
 
 private:
+    std::string program_; ///< the built one, unless another was named
     base::KernelHandle process_;
     DWORD id_ = 0;
     HWND window_ = nullptr;
