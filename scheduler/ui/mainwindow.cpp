@@ -1,95 +1,21 @@
 #include "scheduler/ui/mainwindow.h"
 
 #include "lib/base/opsys.h"
-#include "lib/base/paths.h"
 #include "lib/base/trayicon.h"
 #include "resources/ids.h"
 #include "scheduler/model/additions.h"
-#include "scheduler/model/schedulecodec.h"
 #include "scheduler/run/projectlaunch.h"
-#include "scheduler/ui/autostart.h"
-#include "scheduler/ui/commandswitches.h"
 #include "scheduler/ui/dialogs.h"
 #include "scheduler/ui/droppedfiles.h"
-#include "scheduler/ui/framework/placement.h"
+#include "scheduler/ui/helpfile.h"
 #include "scheduler/ui/menustate.h"
+#include "scheduler/ui/popupmenus.h"
 #include "scheduler/ui/programtexts.h"
 
 namespace scheduler {
 
 using base::TimeValue;
 using framework::Handled;
-
-namespace {
-
-constexpr UINT_PTR engineTimer = 1;
-constexpr UINT engineTimerMilliseconds = 1000;
-
-HICON loadIcon(int sizeMetric) {
-    const int size = GetSystemMetrics(sizeMetric);
-    return static_cast<HICON>(
-        LoadImageA(base::moduleHandle(), MAKEINTRESOURCEA(IDI_ACTIVE), IMAGE_ICON, size, size, LR_SHARED));
-}
-
-} // namespace
-
-MainWindow::MainWindow()
-    : class_("scheduler"),
-      taskbarCreated_(RegisterWindowMessageA("TaskbarCreated")),
-      engine_(schedule_, preferences_, {base::systemClock(), launcher_, outcomes_, file_, messages_, *this}),
-      rows_(schedule_, [this] { return engine_.state(); }),
-      list_(rows_),
-      cellHints_(list_, rows_),
-      commands_(schedule_, engine_, file_, base::systemClock()) {}
-
-bool MainWindow::start(const std::string& commandLine, int showCommand) {
-    if (!createWindow())
-        return false;
-    const bool hiddenStart = asksForHiddenStart(commandLine);
-    engine_.setStartupFlag(hiddenStart);
-    RegistryOutcomes::discardAll();
-    loadState(showCommand);
-    loadSchedule(schedule_, scheduleMagic);
-    engine_.resetAll(TimeValue::now());
-    icon_.add(handle());
-    ShowWindow(handle(), hiddenStart ? SW_HIDE : showCommand);
-    UpdateWindow(handle());
-    if (preferences_.suspended)
-        engine_.setSuspended(true);
-    engine_.recomputeAll(TimeValue::now());
-    list_.refresh();
-    DragAcceptFiles(handle(), TRUE);
-    engine_.setStartupFlag(false);
-    SetTimer(handle(), engineTimer, engineTimerMilliseconds, nullptr);
-    return true;
-}
-
-bool MainWindow::createWindow() {
-    class_.description().hIcon = loadIcon(SM_CXICON);
-    class_.description().hIconSm = loadIcon(SM_CXSMICON);
-    framework::WindowParameters parameters;
-    parameters.title = programTitle;
-    parameters.style = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN | WS_VISIBLE;
-    parameters.menuOrId = LoadMenuA(base::moduleHandle(), MAKEINTRESOURCEA(IDR_MAIN_MENU));
-    if (!create(class_, parameters) || !list_.createIn(handle()))
-        return false;
-    list_.addFilter(cellHints_);
-    // A visible window gets the focus while it is being created, before there is a list to pass it on to.
-    if (GetFocus() == handle())
-        takeFocusToList();
-    launcher_.reportTo(handle());
-    messages_.setOwner(handle());
-    return true;
-}
-
-void MainWindow::loadState(int& showCommand) {
-    base::RegistryStore store = appRegistryKey(stateSection);
-    loadPreferences(store, preferences_);
-    framework::applyPlacement(handle(), preferences_.windowState, showCommand);
-    placed_ = true;
-    layOut();
-    list_.restoreColumns(store);
-}
 
 Handled MainWindow::onMessage(const framework::Message& message) {
     switch (message.id) {
@@ -112,7 +38,7 @@ Handled MainWindow::onMessage(const framework::Message& message) {
         engine_.onRunFinished(static_cast<std::uint32_t>(message.wParam));
         return 0;
     case base::WM_TRAY_NOTIFY:
-        onTrayNotify(static_cast<UINT>(message.lParam));
+        onIconMouse(static_cast<UINT>(message.lParam), presence_);
         return 0;
     case WM_COMMAND:
         return onCommand(LOWORD(message.wParam));
@@ -131,16 +57,16 @@ Handled MainWindow::onMessage(const framework::Message& message) {
         onDropFiles(reinterpret_cast<HDROP>(message.wParam));
         return 0;
     case WM_HELP:
-        onHelp();
+        showHelp(handle());
         return 0;
     case WM_CLOSE:
-        hideMainWindow();
+        presence_.hide();
         return 0;
     case WM_QUERYENDSESSION:
         return 1;
     case WM_ENDSESSION:
         if (message.wParam)
-            exitProgram(ExitMode::AskFirst);
+            exit_.exitProgram(ExitMode::AskFirst);
         return 0;
     default:
         if (message.id == taskbarCreated_)
@@ -184,13 +110,13 @@ Handled MainWindow::onCommand(UINT command) {
     case IDM_HELP:
         return SendMessageA(handle(), WM_HELP, 0, 0);
     case IDM_DISPLAY:
-        showMainWindow();
+        presence_.show();
         return 0;
     case IDM_CLOSE:
-        hideMainWindow();
+        presence_.hide();
         return 0;
     case IDM_EXIT:
-        exitProgram(ExitMode::AskFirst);
+        exit_.exitProgram(ExitMode::AskFirst);
         return 0;
     default:
         return std::nullopt;
@@ -284,48 +210,14 @@ void MainWindow::changePreferences() {
         savePreferencesNow();
 }
 
-void MainWindow::onTrayNotify(UINT mouseMessage) {
-    switch (mouseMessage) {
-    case WM_LBUTTONDOWN:
-        if (IsWindowVisible(handle()))
-            SetForegroundWindow(handle());
-        break;
-    case WM_LBUTTONDBLCLK:
-        showMainWindow();
-        break;
-    case WM_RBUTTONDOWN:
-        // A menu closes when the user clicks elsewhere only if its window is in the foreground; one that is
-        // hidden stays hidden there.
-        SetForegroundWindow(handle());
-        trackMenu(IDR_TRAY_MENU);
-        PostMessageA(handle(), WM_NULL, 0, 0);
-        break;
-    default:
-        break;
-    }
-}
-
 void MainWindow::onContextMenu(HWND source) {
     if (source == list_.handle())
-        trackMenu(IDR_ITEM_MENU);
-}
-
-void MainWindow::trackMenu(UINT menuResource) {
-    const HMENU menu = LoadMenuA(base::moduleHandle(), MAKEINTRESOURCEA(menuResource));
-    POINT cursor{};
-    GetCursorPos(&cursor);
-    TrackPopupMenu(GetSubMenu(menu, 0), TPM_RIGHTBUTTON, cursor.x, cursor.y, 0, handle(), nullptr);
-    DestroyMenu(menu);
+        trackMenu(handle(), IDR_ITEM_MENU);
 }
 
 void MainWindow::onDropFiles(HDROP drop) {
     if (commands_.addDropped(droppedFiles(drop)))
         list_.refresh();
-}
-
-void MainWindow::onHelp() {
-    const std::string file = base::directoryOf(base::executablePath()) + "scheduler.hlp";
-    WinHelpA(handle(), file.c_str(), HELP_KEY, reinterpret_cast<ULONG_PTR>(programTitle.c_str()));
 }
 
 void MainWindow::takeFocusToList() {
@@ -339,52 +231,8 @@ void MainWindow::layOut() {
     list_.moveTo(area);
 }
 
-void MainWindow::showMainWindow() {
-    ShowWindow(handle(), SW_RESTORE);
-    UpdateWindow(handle());
-    list_.refresh();
-    SetForegroundWindow(handle());
-}
-
-void MainWindow::hideMainWindow() {
-    // A window that was not shown has no new place, and has not taken on a saved maximised form.
-    if (IsWindowVisible(handle()))
-        preferences_.windowState = framework::capturePlacement(handle());
-    ShowWindow(handle(), SW_HIDE);
-    UpdateWindow(handle());
-}
-
-void MainWindow::exitProgram(ExitMode mode) {
-    if (mode == ExitMode::AskFirst && !confirmExit())
-        return;
-    hideMainWindow();
-    icon_.remove();
-    saveWindowState();
-    file_.save(schedule_);
-    applyAutostart(preferences_.autostart);
-    PostQuitMessage(0);
-}
-
-bool MainWindow::confirmExit() {
-    // A second request while the question stands is the same question.
-    if (askingToExit_)
-        return false;
-    if (!hasPendingRun(schedule_))
-        return true;
-    askingToExit_ = true;
-    const bool confirmed = askYesNo(exitQuestion);
-    askingToExit_ = false;
-    return confirmed;
-}
-
 void MainWindow::savePreferencesNow() {
     base::RegistryStore store = appRegistryKey(stateSection);
-    savePreferences(store, preferences_);
-}
-
-void MainWindow::saveWindowState() {
-    base::RegistryStore store = appRegistryKey(stateSection);
-    list_.saveColumns(store);
     savePreferences(store, preferences_);
 }
 

@@ -9,14 +9,15 @@
 #include "scheduler/run/outcomes.h"
 #include "scheduler/run/worker.h"
 #include "scheduler/ui/cellhints.h"
-#include "scheduler/ui/exitrules.h"
 #include "scheduler/ui/framework/window.h"
 #include "scheduler/ui/framework/windowclass.h"
 #include "scheduler/ui/messageboxes.h"
 #include "scheduler/ui/notificationicon.h"
+#include "scheduler/ui/programexit.h"
 #include "scheduler/ui/schedulecommands.h"
 #include "scheduler/ui/schedulelistview.h"
 #include "scheduler/ui/schedulerows.h"
+#include "scheduler/ui/windowpresence.h"
 
 #include <windows.h>
 
@@ -38,10 +39,8 @@ private:
     framework::Handled onCommand(UINT command);
     framework::Handled onNotify(const NMHDR& notification);
     void onTimer();
-    void onTrayNotify(UINT mouseMessage);
     void onContextMenu(HWND source);
     void onDropFiles(HDROP drop);
-    void onHelp();
 
     void onScheduleChanged() override;
     void onSuspendedChanged(bool suspended) override;
@@ -57,13 +56,7 @@ private:
     void loadState(int& showCommand);
     void takeFocusToList();
     void layOut();
-    void showMainWindow();
-    void hideMainWindow();
-    void exitProgram(ExitMode mode);
-    bool confirmExit();
     void savePreferencesNow();
-    void saveWindowState();
-    void trackMenu(UINT menuResource);
 
     framework::WindowClass class_;
     UINT taskbarCreated_; // sent to all when the shell's taskbar has been made anew
@@ -79,9 +72,10 @@ private:
     ScheduleListView list_;
     CellHints cellHints_;
     ScheduleCommands commands_;
+    WindowPresence presence_;
+    ProgramExit exit_;
     bool placed_ = false;
     bool inTick_ = false;
-    bool askingToExit_ = false;
 };
 
 } // namespace scheduler

@@ -1,0 +1,40 @@
+// The program's end: whether the user wants it, and what is saved and taken down then.
+#pragma once
+
+#include "scheduler/model/preferences.h"
+#include "scheduler/model/schedulelist.h"
+#include "scheduler/model/schedulestore.h"
+#include "scheduler/ui/exitrules.h"
+#include "scheduler/ui/notificationicon.h"
+#include "scheduler/ui/schedulelistview.h"
+#include "scheduler/ui/windowpresence.h"
+
+namespace scheduler {
+
+/// What is left behind. Owns nothing; all of it outlives the exit.
+struct ExitParts {
+    const ScheduleList& schedule;
+    ScheduleStore& store;
+    const Preferences& preferences;
+    const ScheduleListView& list;
+    NotificationIcon& icon;
+    WindowPresence& presence;
+};
+
+class ProgramExit {
+public:
+    explicit ProgramExit(const ExitParts& parts) : parts_(parts) {}
+
+    /// Hides the window, takes the icon away, saves everything and ends the message loop; or changes nothing
+    /// when the user, asked, wants to stay.
+    void exitProgram(ExitMode mode);
+
+private:
+    bool confirm();
+    void saveState() const;
+
+    ExitParts parts_;
+    bool asking_ = false;
+};
+
+} // namespace scheduler

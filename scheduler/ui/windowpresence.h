@@ -1,0 +1,35 @@
+// Showing and hiding the main window, which lives on unseen while only the notification icon is there.
+#pragma once
+
+#include "scheduler/model/preferences.h"
+#include "scheduler/ui/framework/window.h"
+#include "scheduler/ui/schedulelistview.h"
+
+namespace scheduler {
+
+/// All outlive the presence.
+class WindowPresence {
+public:
+    WindowPresence(const framework::Window& window, ScheduleListView& list, Preferences& preferences)
+        : window_(window), list_(list), preferences_(preferences) {}
+
+    HWND window() const { return window_.handle(); }
+
+    /// Shows the window, also one that is minimised, with its list up to date, in front of all others.
+    void show();
+
+    /// In front of all others, if it is shown; a hidden window stays hidden.
+    void bringForwardIfShown();
+
+    void hide();
+
+    /// Takes down where the window stands, for the preferences to be saved with.
+    void rememberPlace();
+
+private:
+    const framework::Window& window_;
+    ScheduleListView& list_;
+    Preferences& preferences_;
+};
+
+} // namespace scheduler
