@@ -34,6 +34,7 @@ std::ptrdiff_t ScheduleList::insert(std::size_t position, ScheduledProject recor
 
 void ScheduleList::remove(std::size_t position) {
     entries_.erase(entries_.begin() + static_cast<std::ptrdiff_t>(position));
+    notify([&](ScheduleObserver& observer) { observer.onEntriesRemoved({&position, 1}); });
 }
 
 void ScheduleList::removeAll(const std::vector<std::size_t>& positions) {
@@ -49,6 +50,12 @@ void ScheduleList::removeAll(const std::vector<std::size_t>& positions) {
             entries_[kept++] = std::move(entries_[position]);
     }
     entries_.erase(entries_.begin() + static_cast<std::ptrdiff_t>(kept), entries_.end());
+    notify([&](ScheduleObserver& observer) { observer.onEntriesRemoved(positions); });
+}
+
+void ScheduleList::clear() {
+    entries_.clear();
+    notify([](ScheduleObserver& observer) { observer.onCleared(); });
 }
 
 void ScheduleList::replace(std::size_t position, ScheduledProject record) {

@@ -9,7 +9,8 @@
 
 namespace scheduler {
 
-/// Told of what is added to the schedule. Not an owner, and must outlive its place in the list of observers.
+/// Told of what comes into the schedule and what goes. Not an owner, and must outlive its place in the list
+/// of observers. What it is told has happened already, and takes no memory: it can be relied on to arrive.
 class ScheduleObserver {
 public:
     virtual ~ScheduleObserver() = default;
@@ -19,6 +20,12 @@ public:
 
     /// The entries at positions 0 to count - 1 are new.
     virtual void onEntriesLoaded(std::size_t count) = 0;
+
+    /// The entries that stood at `positions`, which descend, are gone; those behind each moved down.
+    virtual void onEntriesRemoved(std::span<const std::size_t> /*positions*/) {}
+
+    /// All are gone.
+    virtual void onCleared() {}
 };
 
 /// How many records an array is grown to that has to hold `neededCount` of `recordSize` bytes: twice as many
@@ -54,11 +61,13 @@ public:
     std::ptrdiff_t insert(std::size_t position, ScheduledProject record);
     std::ptrdiff_t append(ScheduledProject record) { return insert(size(), std::move(record)); }
 
+    // Removals tell the observers, too.
+
     void remove(std::size_t position);
     /// Removes the entries at `positions`, which descend, in one sweep.
     void removeAll(const std::vector<std::size_t>& positions);
     void replace(std::size_t position, ScheduledProject record);
-    void clear() { entries_.clear(); }
+    void clear();
 
     /// Takes over a whole schedule, as a load does, and tells the observers.
     void assign(std::vector<ScheduledProject> entries);

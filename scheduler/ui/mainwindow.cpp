@@ -190,7 +190,6 @@ void MainWindow::deleteSelectedEntries() {
     if (selection.empty())
         return;
     commands_.remove(selection);
-    rows_.onEntriesDeleted(selection);
     list_.onRowsDeleted();
 }
 

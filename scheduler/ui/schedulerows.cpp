@@ -70,22 +70,6 @@ std::optional<std::size_t> ScheduleRows::findProject(std::string_view prefix, st
     return std::nullopt;
 }
 
-void ScheduleRows::onEntriesDeleted(const std::vector<std::size_t>& positions) {
-    // Where each remaining entry has moved to; the deleted ones have no new position.
-    const std::size_t oldCount = order_.size();
-    constexpr std::uint32_t deleted = 0xFFFFFFFF;
-    std::vector<std::uint32_t> moved(oldCount, 0);
-    for (const std::size_t position : positions)
-        moved[position] = deleted;
-    std::uint32_t next = 0;
-    for (std::uint32_t& position : moved)
-        if (position != deleted)
-            position = next++;
-    for (std::uint32_t& position : order_)
-        position = moved[position];
-    std::erase(order_, deleted);
-}
-
 void ScheduleRows::onEntryInserted(std::size_t position, bool becameLast) {
     if (!becameLast)
         for (std::uint32_t& other : order_)
@@ -97,6 +81,22 @@ void ScheduleRows::onEntriesLoaded(std::size_t count) {
     order_.resize(count);
     std::iota(order_.begin(), order_.end(), 0U);
     sortColumn_.reset();
+}
+
+void ScheduleRows::onEntriesRemoved(std::span<const std::size_t> positions) {
+    // Takes no memory, for a removal cannot be taken back any more.
+    const auto isRemoved = [&](std::size_t position) {
+        return std::ranges::binary_search(positions, position, std::greater());
+    };
+    std::erase_if(order_, isRemoved);
+    for (std::uint32_t& position : order_) {
+        const auto below = std::ranges::lower_bound(positions, std::size_t{position}, std::greater());
+        position -= static_cast<std::uint32_t>(positions.end() - below);
+    }
+}
+
+void ScheduleRows::onCleared() {
+    onEntriesLoaded(0);
 }
 
 } // namespace scheduler

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,7 +24,8 @@ inline constexpr std::array<const char*, 6> columnHeaders = {"Project",  "Schedu
 inline constexpr std::size_t columnCount = columnHeaders.size();
 
 /// The rows are the schedule's entries in an order of their own, which sorting changes. New entries come
-/// last.
+/// last, and where entries are removed the others keep their order. Whoever changes the schedule, the rows
+/// are in step with it.
 class ScheduleRows : public ScheduleObserver {
 public:
     /// Asks `state` for the engine's state each time a text depends on it. Both outlive the rows.
@@ -47,12 +49,10 @@ public:
     /// The first row from `start` on, and then from the top, whose project begins with `prefix` in any case.
     std::optional<std::size_t> findProject(std::string_view prefix, std::size_t start) const;
 
-    /// Entries have been deleted from the schedule; `positions` are those they had. Keeps the order of the
-    /// others.
-    void onEntriesDeleted(const std::vector<std::size_t>& positions);
-
     void onEntryInserted(std::size_t position, bool becameLast) override;
     void onEntriesLoaded(std::size_t count) override;
+    void onEntriesRemoved(std::span<const std::size_t> positions) override;
+    void onCleared() override;
 
 private:
     std::string entryText(std::size_t position, ScheduleColumn column) const;

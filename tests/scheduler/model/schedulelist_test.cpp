@@ -8,6 +8,7 @@
 #include <iterator>
 #include <limits>
 #include <random>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -26,6 +27,8 @@ class MockObserver : public scheduler::ScheduleObserver {
 public:
     MOCK_METHOD(void, onEntryInserted, (std::size_t position, bool becameLast), (override));
     MOCK_METHOD(void, onEntriesLoaded, (std::size_t count), (override));
+    MOCK_METHOD(void, onEntriesRemoved, (std::span<const std::size_t> positions), (override));
+    MOCK_METHOD(void, onCleared, (), (override));
 };
 
 ScheduledProject named(const std::string& name) {
@@ -223,6 +226,51 @@ TEST(ScheduleList, RemovingManyIsRemovingEachFromTheHighestDown) {
     }
 }
 
+TEST(ScheduleList, RemovalsAreToldOnceTheyHaveHappened) {
+    StrictMock<MockObserver> observer;
+    ScheduleList list;
+    fill(list, {"a", "b", "c", "d", "e"});
+    list.addObserver(observer);
+    const auto expectTold = [&](std::vector<std::size_t> positions, std::size_t left) {
+        EXPECT_CALL(observer, onEntriesRemoved(testing::ElementsAreArray(positions))).WillOnce([&list, left] {
+            EXPECT_EQ(list.size(), left);
+        });
+    };
+    const InSequence sequence;
+    expectTold({1}, 4);
+    expectTold({3, 0}, 2);
+    EXPECT_CALL(observer, onCleared).WillOnce([&] { EXPECT_TRUE(list.empty()); });
+    list.remove(1);
+    list.removeAll({3, 0});
+    list.removeAll({}); // nothing has happened
+    list.clear();
+}
+
+TEST(ScheduleList, RemovalsAreToldWithoutMemory) {
+    struct Counter : scheduler::ScheduleObserver {
+        std::size_t removed = 0;
+        int cleared = 0;
+        void onEntryInserted(std::size_t, bool) override {}
+        void onEntriesLoaded(std::size_t) override {}
+        void onEntriesRemoved(std::span<const std::size_t> positions) override {
+            removed += positions.size();
+        }
+        void onCleared() override { ++cleared; }
+    } counter;
+    ScheduleList list;
+    fill(list, {"a", "b", "c", "d", "e"});
+    list.addObserver(counter);
+    const std::vector<std::size_t> descending = {3, 1};
+    {
+        const test::RefusedAllocations refused;
+        list.removeAll(descending);
+        list.remove(0);
+        list.clear();
+    }
+    EXPECT_EQ(counter.removed, 3U);
+    EXPECT_EQ(counter.cleared, 1);
+}
+
 TEST(ScheduleList, RemovingManyPassesOnceOverTheEntries) {
     constexpr std::size_t count = 100'000;
     std::vector<ScheduledProject> entries(count);
@@ -257,11 +305,7 @@ TEST(ScheduleList, ObserversLearnThePositionAndWhetherItIsTheLast) {
     list.insert(0, named("a"));
     list.insert(1, named("b"));
     list.insert(99, named("d"));
-    // Nobody is told of what follows.
-    list.replace(0, named("A"));
-    list.remove(0);
-    list.removeAll({1});
-    list.clear();
+    list.replace(0, named("A")); // nobody is told
 }
 
 TEST(ScheduleList, ObserversSeeTheChangedList) {

@@ -1,9 +1,11 @@
 #include "scheduler/model/deletion.h"
 #include "scheduler/ui/schedulerows.h"
+#include "tests/support/allocations.h"
 #include "tests/support/fakeclock.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -148,11 +150,54 @@ TEST_F(ScheduleRowsTest, DeletionKeepsTheOrderOfTheOthers) {
     load({"c", "a", "d", "b", "e"});
     rows_.sortBy(ScheduleColumn::Project);
     scheduler::deleteEntries(schedule_, {1, 4});
-    rows_.onEntriesDeleted({1, 4});
     EXPECT_EQ(projects(), "b c d ");
     scheduler::deleteEntries(schedule_, {0, 1, 2});
-    rows_.onEntriesDeleted({0, 1, 2});
     EXPECT_EQ(rows_.size(), 0U);
+}
+
+TEST_F(ScheduleRowsTest, WhateverIsRemovedTheRowsAreThoseThatAreLeft) {
+    // Every subset of seven entries, in an order of the rows that is not the schedule's.
+    constexpr std::size_t count = 7;
+    for (unsigned subset = 0; subset < 1U << count; ++subset) {
+        load({"d", "a", "f", "b", "g", "c", "e"});
+        rows_.sortBy(ScheduleColumn::Project);
+        std::vector<std::size_t> descending;
+        for (std::size_t position = count; position-- > 0;)
+            if (subset >> position & 1)
+                descending.push_back(position);
+        schedule_.removeAll(descending);
+        ASSERT_EQ(rows_.size(), schedule_.size()) << subset;
+        std::string shown;
+        for (std::size_t row = 0; row < rows_.size(); ++row) {
+            ASSERT_LT(rows_.entryAt(row), schedule_.size()) << subset;
+            shown += rows_.text(row, ScheduleColumn::Project);
+        }
+        EXPECT_TRUE(std::ranges::is_sorted(shown)) << subset << ": " << shown;
+        EXPECT_EQ(std::ranges::adjacent_find(shown), shown.end()) << subset << ": " << shown;
+    }
+}
+
+TEST_F(ScheduleRowsTest, FollowTheRemovalOfOneEntryAndOfAll) {
+    load({"c", "a", "b"});
+    rows_.sortBy(ScheduleColumn::Project);
+    schedule_.remove(1);
+    EXPECT_EQ(projects(), "b c ");
+    schedule_.clear();
+    EXPECT_EQ(rows_.size(), 0U);
+    schedule_.append(project("new"));
+    EXPECT_EQ(projects(), "new ");
+}
+
+TEST_F(ScheduleRowsTest, ARemovalFindsItsRowsWithoutMemory) {
+    load({"c", "a", "d", "b"});
+    rows_.sortBy(ScheduleColumn::Project);
+    const std::vector<std::size_t> descending = {2, 0};
+    {
+        const test::RefusedAllocations refused;
+        schedule_.removeAll(descending);
+        schedule_.remove(0);
+    }
+    EXPECT_EQ(projects(), "b ");
 }
 
 TEST_F(ScheduleRowsTest, ALoadStartsAfresh) {
