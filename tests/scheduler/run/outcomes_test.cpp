@@ -1,10 +1,31 @@
 #include "lib/base/handles.h"
 #include "lib/base/registry.h"
 #include "scheduler/run/outcomes.h"
+#include "tests/support/importedfunctions.h"
 
 #include <windows.h>
 
 #include <gtest/gtest.h>
+
+#include <functional>
+#include <new>
+
+namespace {
+
+std::function<void(const std::string& value)> beforeReading;
+
+LSTATUS WINAPI observedQueryValue(HKEY key, LPCSTR name, LPDWORD reserved, LPDWORD type, LPBYTE data,
+                                  LPDWORD size) {
+    static const auto original =
+        test::platformFunction<decltype(&RegQueryValueExA)>("advapi32.dll", "RegQueryValueExA");
+    if (beforeReading)
+        beforeReading(name);
+    return original(key, name, reserved, type, data, size);
+}
+
+} // namespace
+
+SCHEDULER_REPLACE_IMPORT(RegQueryValueExA, "_RegQueryValueExA@24", observedQueryValue);
 
 namespace scheduler {
 namespace {
@@ -92,6 +113,20 @@ TEST_F(OutcomesTest, OutcomesOfOtherRunsStay) {
     expectOutcome(1, "one", 0);
     EXPECT_TRUE(keyExists(allOutcomes + "\\Schedule7"));
     expectOutcome(10, "ten", 0);
+}
+
+TEST_F(OutcomesTest, KeyIsGoneAlsoWhenReadingItFails) {
+    for (const std::string failing : {"Result", "Error"}) {
+        leaveText(8, "Result", "of an earlier run");
+        leaveNumber(8, "Error", 5);
+        beforeReading = [&](const std::string& value) {
+            if (value == failing)
+                throw std::bad_alloc();
+        };
+        EXPECT_THROW(source.take(8), std::bad_alloc);
+        beforeReading = nullptr;
+        expectOutcome(8, "", 0);
+    }
 }
 
 TEST_F(OutcomesTest, DiscardingRemovesThemAllAndNothingElse) {
