@@ -16,7 +16,10 @@ constexpr int buttonIdOf(int editId) {
     return editId + 0x4000;
 }
 
-constexpr std::size_t longestAnswer = 32 * 1024; // what the ANSI dialog can fill
+// The dialog's answer: room for what users choose, and, when that was not enough, for whatever they could.
+// How much it would have needed the dialog says in 16 bits, which is too few to go by.
+constexpr std::size_t usualAnswer = 64 * 1024;
+constexpr std::size_t longestAnswer = 4 * 1024 * 1024;
 
 UINT_PTR CALLBACK centreWhenReady(HWND hook, UINT id, WPARAM, LPARAM lParam) noexcept {
     // The hook's window is a child of the dialog.
@@ -25,15 +28,24 @@ UINT_PTR CALLBACK centreWhenReady(HWND hook, UINT id, WPARAM, LPARAM lParam) noe
     return 0;
 }
 
-/// Asks the user; false when nothing was chosen.
-bool askForFiles(OPENFILENAMEA& request) {
-    if (GetOpenFileNameA(&request))
-        return true;
-    // The dialog refuses to start from a text that cannot be a file's name, as that of several files.
-    if (CommDlgExtendedError() != FNERR_INVALIDFILENAME)
-        return false;
-    request.lpstrFile[0] = '\0';
-    return GetOpenFileNameA(&request);
+/// Asks the user, with `text` as what is chosen at first. The dialog's answer; empty when nothing was chosen.
+std::string askForFiles(OPENFILENAMEA request, std::string text) {
+    std::size_t size = usualAnswer;
+    for (;;) {
+        std::string answer(size, '\0');
+        text.copy(answer.data(), answer.size() - 1);
+        request.lpstrFile = answer.data();
+        request.nMaxFile = static_cast<DWORD>(answer.size());
+        if (GetOpenFileNameA(&request))
+            return answer;
+        const DWORD error = CommDlgExtendedError();
+        if (error == FNERR_INVALIDFILENAME && !text.empty())
+            text.clear(); // it does not start from what cannot be a file's name, as the text of several files
+        else if (error == FNERR_BUFFERTOOSMALL && size < longestAnswer)
+            size = longestAnswer; // what was chosen is lost, and the user asked again
+        else
+            return {};
+    }
 }
 
 class MeasuringContext {
@@ -131,22 +143,17 @@ bool BrowseEdit::onNotification(UINT code) {
 }
 
 void BrowseEdit::browse() {
-    const std::string current = text();
-    std::string answer(longestAnswer, '\0');
-    current.copy(answer.data(), answer.size() - 1);
-
     OPENFILENAMEA request{};
     request.lStructSize = sizeof(request);
     request.hwndOwner = GetParent(handle());
     request.lpstrFilter = filter_.empty() ? nullptr : filter_.c_str();
-    request.lpstrFile = answer.data();
-    request.nMaxFile = static_cast<DWORD>(answer.size());
     request.lpstrTitle = "Browse";
     // A hook hears that the dialog is ready only from a dialog of the newer kind.
     request.Flags = flags_ | OFN_EXPLORER | OFN_ENABLEHOOK;
     request.lpfnHook = &centreWhenReady;
-    if (askForFiles(request))
-        takeChosen(chosenFiles(answer));
+    std::vector<std::string> files = chosenFiles(askForFiles(request, text()));
+    if (!files.empty())
+        takeChosen(std::move(files));
 }
 
 void BrowseEdit::takeChosen(std::vector<std::string> files) {

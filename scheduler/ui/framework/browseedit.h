@@ -33,7 +33,8 @@ public:
     /// same folder. Empty when the text was typed.
     const std::vector<std::string>& chosen() const { return chosen_; }
 
-    /// Lets the user choose.
+    /// Lets the user choose. When nothing was chosen, or more than the dialog can hand over, the text stays
+    /// as it is.
     void browse();
 
     bool check() override;

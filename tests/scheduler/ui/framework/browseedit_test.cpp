@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <cderr.h>
+#include <cstring>
 #include <functional>
 #include <string>
 #include <vector>
@@ -217,6 +218,50 @@ TEST_F(BrowseEdit, ATextThatTheDialogRefusesIsLeftOut) {
     simulatedError = FNERR_INVALIDFILENAME;
     SendMessageA(button(), BM_CLICK, 0, 0);
     EXPECT_EQ(asked, "<\"C:\\one.kra\" \"C:\\two.kra\"><>");
+}
+
+TEST_F(BrowseEdit, AnAnswerTooLongForTheBufferIsAskedForAgainWithALargerOne) {
+    // Thousands of files: more than fits into a buffer of usual size.
+    std::string answer = "C:\\dir\0"s;
+    Files expected;
+    for (int i = 0; i < 5000; ++i) {
+        expected.push_back("a project with a long name " + std::to_string(i) + ".kra");
+        answer += expected.back() + '\0';
+    }
+    answer += '\0';
+    expected[0].insert(0, "C:\\dir\\");
+    std::vector<DWORD> sizes;
+    simulatedDialog = [&](OPENFILENAMEA& request) {
+        EXPECT_STREQ(request.lpstrFile, "C:\\before.kra");
+        sizes.push_back(request.nMaxFile);
+        if (request.nMaxFile < answer.size()) {
+            simulatedError = FNERR_BUFFERTOOSMALL;
+            const auto needed = static_cast<WORD>(answer.size()); // as far as two bytes can tell
+            std::memcpy(request.lpstrFile, &needed, sizeof needed);
+            return FALSE;
+        }
+        answer.copy(request.lpstrFile, answer.size());
+        return TRUE;
+    };
+    SendMessageA(button(), BM_CLICK, 0, 0);
+    EXPECT_EQ(sizes.size(), 2U);
+    EXPECT_EQ(dialog.edit.chosen(), expected);
+}
+
+TEST_F(BrowseEdit, AnAnswerTooLongForAnyBufferLeavesTheTextAsItWas) {
+    choose("C:\\dir\0one.kra\0two.kra\0\0"s);
+    const std::string before = dialog.edit.text();
+    int calls = 0;
+    simulatedDialog = [&](OPENFILENAMEA& request) {
+        ++calls;
+        simulatedError = FNERR_BUFFERTOOSMALL;
+        request.lpstrFile[0] = request.lpstrFile[1] = '\xFF';
+        return FALSE;
+    };
+    SendMessageA(button(), BM_CLICK, 0, 0);
+    EXPECT_EQ(calls, 2) << "not for ever";
+    EXPECT_EQ(dialog.edit.text(), before);
+    EXPECT_EQ(dialog.edit.chosen().size(), 2U);
 }
 
 TEST_F(BrowseEdit, ATextThatIsNotAcceptableIsReported) {
