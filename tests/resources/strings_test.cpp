@@ -1,4 +1,5 @@
 #include "resources/ids.h"
+#include "scheduler/ui/framework/resourcetext.h"
 
 #include <windows.h>
 
@@ -35,6 +36,26 @@ TEST(Strings, EachCommandWithADescriptionHasExactlyThatOne) {
                          {2020, "Disables this project"},
                          {2021, "Opens this project with Corvane"},
                      }));
+}
+
+TEST(Strings, TheDescriptionOfACommandIsFetchedByTheCommandsNumber) {
+    const std::map<UINT, std::string> descriptions = {
+        {IDM_PREFERENCES, "Sets your preferences for how the Scheduler will function"},
+        {IDM_ADD, "Adds a new project to the schedule"},
+        {IDM_EDIT, "Edits the schedule for the selected project"},
+        {IDM_DELETE, "Deletes the selected project from the schedule"},
+        {IDM_RUN, "Runs this project now, instead of on schedule"},
+        {IDM_SUSPEND, "Suspends further scheduled programs"},
+        {IDM_TEST, "Tests the schedule"},
+        {IDM_ENABLE, "Enables this project so that it will run on schedule"},
+        {IDS_DISABLE, "Disables this project"},
+        {IDM_OPEN, "Opens this project with Corvane"},
+    };
+    for (const auto& [command, text] : descriptions)
+        EXPECT_EQ(framework::resourceText(command), text);
+    for (const UINT command :
+         {UINT{IDM_ABOUT}, UINT{IDM_EXIT}, UINT{IDM_HELP}, UINT{IDM_DISPLAY}, UINT{IDM_CLOSE}})
+        EXPECT_EQ(framework::resourceText(command), "") << "needs no description";
 }
 
 TEST(Strings, NamesStandForTheNumbersOfTheCommands) {

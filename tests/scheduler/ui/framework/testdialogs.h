@@ -25,3 +25,10 @@
 // Pages of one edit each.
 #define IDD_FIRST_PAGE 202
 #define IDD_SECOND_PAGE 203
+
+// Texts: a short one, and ones that end just before, at and behind the length that is read at once.
+#define IDS_SHORT 500
+#define IDS_BEFORE 501
+#define IDS_AT 502
+#define IDS_BEHIND 503
+#define IDS_LONG 504
