@@ -66,7 +66,7 @@ Handled MainWindow::onMessage(const framework::Message& message) {
         return 1;
     case WM_ENDSESSION:
         if (message.wParam)
-            exit_.exitProgram(ExitMode::AskFirst);
+            exit_.onSessionEnd();
         return 0;
     default:
         if (message.id == taskbarCreated_)

@@ -10,10 +10,17 @@ void ProgramExit::exitProgram(ExitMode mode) {
         return;
     parts_.presence.hide();
     parts_.icon.remove();
-    saveState();
-    parts_.store.save(parts_.schedule);
+    save();
     applyAutostart(parts_.preferences.autostart);
     PostQuitMessage(0);
+}
+
+void ProgramExit::onSessionEnd() {
+    // Saved before anything is asked: the platform may end the process while the question stands, and it may
+    // do so as soon as this message is answered, which is at once when the question stands already.
+    parts_.presence.rememberPlace();
+    save();
+    exitProgram(ExitMode::AskFirst);
 }
 
 bool ProgramExit::confirm() {
@@ -28,10 +35,11 @@ bool ProgramExit::confirm() {
     return confirmed;
 }
 
-void ProgramExit::saveState() const {
+void ProgramExit::save() const {
     base::RegistryStore store = appRegistryKey(stateSection);
     parts_.list.saveColumns(store);
     savePreferences(store, parts_.preferences);
+    parts_.store.save(parts_.schedule);
 }
 
 } // namespace scheduler

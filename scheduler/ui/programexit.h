@@ -29,9 +29,13 @@ public:
     /// when the user, asked, wants to stay.
     void exitProgram(ExitMode mode);
 
+    /// The log-on session is ending: saves everything, and then leaves as exitProgram does. The answer to the
+    /// question decides as ever, but the platform may not wait for it.
+    void onSessionEnd();
+
 private:
     bool confirm();
-    void saveState() const;
+    void save() const;
 
     ExitParts parts_;
     bool asking_ = false;

@@ -178,6 +178,57 @@ TEST_F(Lifecycle, EndOfTheLogOnAsksTheSameQuestion) {
     EXPECT_TRUE(scheduler_.waitForExit());
 }
 
+TEST_F(Lifecycle, NoAtTheEndOfTheLogOnLeavesEverythingAsItWas) {
+    driver::saveEntries({pendingEntry()});
+    base::writeString(HKEY_LOCAL_MACHINE, runValue, "old");
+    ASSERT_TRUE(scheduler_.start());
+    PostMessageA(scheduler_.window(), WM_ENDSESSION, TRUE, 0);
+    const HWND box = waitForBox();
+    ASSERT_NE(box, nullptr);
+    SchedulerProcess::press(box, IDNO);
+    EXPECT_TRUE(waitUntil([&] { return scheduler_.messageBox() == nullptr; }));
+    EXPECT_TRUE(IsWindowVisible(scheduler_.window()));
+    EXPECT_EQ(base::getString(HKEY_LOCAL_MACHINE, runValue), "old");
+    EXPECT_EQ(driver::savedSchedule().size(), 1U);
+    // Its timer and its commands work on.
+    scheduler_.command(IDM_EXIT);
+    const HWND asked = waitForBox();
+    ASSERT_NE(asked, nullptr);
+    SchedulerProcess::press(asked, IDYES);
+    EXPECT_TRUE(scheduler_.waitForExit());
+}
+
+TEST_F(Lifecycle, TheScheduleIsSavedBeforeTheEndOfTheLogOnIsAskedAbout) {
+    driver::saveEntries({pendingEntry()});
+    ASSERT_TRUE(scheduler_.start());
+    ASSERT_TRUE(DeleteFileA(scheduler::schedulePath().c_str()));
+    PostMessageA(scheduler_.window(), WM_ENDSESSION, TRUE, 0);
+    ASSERT_NE(waitForBox(), nullptr);
+    EXPECT_EQ(driver::savedSchedule().size(), 1U) << "nobody may have the time to answer";
+}
+
+TEST_F(Lifecycle, TheScheduleIsSavedWhenTheLogOnEndsWhileTheQuestionStands) {
+    driver::saveEntries({pendingEntry()});
+    ASSERT_TRUE(scheduler_.start());
+    ASSERT_TRUE(DeleteFileA(scheduler::schedulePath().c_str()));
+    SetWindowPos(scheduler_.window(), nullptr, 40, 60, 500, 300, SWP_NOZORDER);
+    scheduler_.command(IDM_EXIT);
+    const HWND box = waitForBox();
+    ASSERT_NE(box, nullptr);
+    EXPECT_TRUE(driver::savedSchedule().empty()) << "asking alone saves nothing";
+    EXPECT_EQ(SendMessageA(scheduler_.window(), WM_QUERYENDSESSION, 0, 0), 1);
+    EXPECT_EQ(SendMessageA(scheduler_.window(), WM_ENDSESSION, TRUE, 0), 0);
+    EXPECT_EQ(scheduler_.messageBox(), box) << "it is the same question, and still open";
+    EXPECT_EQ(driver::savedSchedule().size(), 1U);
+    // The platform ends the process now.
+    scheduler_.kill();
+    ASSERT_TRUE(scheduler_.start());
+    RECT place{};
+    GetWindowRect(scheduler_.window(), &place);
+    EXPECT_EQ(place.left, 40);
+    EXPECT_EQ(place.right - place.left, 500);
+}
+
 TEST_F(Lifecycle, ExitWritesTheAutostartValueWhenThePreferencesSaySo) {
     ASSERT_TRUE(scheduler_.start());
     EXPECT_EQ(base::getString(HKEY_LOCAL_MACHINE, runValue), "") << "only exit touches it";
