@@ -33,7 +33,9 @@ LONG shiftInside(LONG low, LONG high, LONG lowest, LONG highest) {
 } // namespace
 
 SIZE hintExtent(const std::string& text, HintStyle style, int maxWidth) {
-    // What the rounded style keeps free around its text is more than the place grows by.
+    // A rounded hint keeps more free around its text than its place grows by: 20 pixels on each side against
+    // 6 and 2. In a window of the text's extent and that growth alone, the text would have 28 pixels less
+    // than it is wide, and less than no height. So the difference counts as part of what the text takes.
     const bool isRounded = style == HintStyle::Rounded;
     const int spaceAside = isRounded ? roundedMargin - growthAside : 0;
     const int spaceAboveAndBelow = isRounded ? roundedMargin - growthAboveAndBelow : 0;
