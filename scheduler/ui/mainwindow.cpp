@@ -126,10 +126,8 @@ Handled MainWindow::onCommand(UINT command) {
 Handled MainWindow::onNotify(const NMHDR& notification) {
     if (notification.idFrom != IDC_SCHEDULE_LIST)
         return std::nullopt;
-    if (notification.code == NM_DBLCLK) {
-        editSelectedEntry();
-        return 0;
-    }
+    if (notification.code == NM_DBLCLK)
+        return SendMessageA(handle(), WM_COMMAND, IDM_EDIT, 0);
     return list_.onNotify(notification);
 }
 

@@ -105,6 +105,29 @@ protected:
                                 SeenItem{IDM_RUN, "&Run now", anySelected, false}));
     }
 
+    /// What has the keyboard in the program; null while the program is not in the foreground.
+    HWND focusedWindow() const {
+        GUITHREADINFO information{};
+        information.cbSize = sizeof(information);
+        GetGUIThreadInfo(GetWindowThreadProcessId(window(), nullptr), &information);
+        return information.hwndFocus;
+    }
+
+    /// Keys as from the keyboard: pressed in this order and let go of again.
+    static void press(const std::vector<WORD>& keys) {
+        const auto send = [](WORD key, DWORD flags) {
+            INPUT input{};
+            input.type = INPUT_KEYBOARD;
+            input.ki.wVk = key;
+            input.ki.dwFlags = flags;
+            SendInput(1, &input, sizeof(input));
+        };
+        for (const WORD key : keys)
+            send(key, 0);
+        for (auto key = keys.rbegin(); key != keys.rend(); ++key)
+            send(*key, KEYEVENTF_KEYUP);
+    }
+
     HWND waitForBox() const {
         waitUntil([&] { return scheduler_.messageBox() != nullptr; });
         return scheduler_.messageBox();
@@ -396,6 +419,45 @@ TEST_F(Commands, EnterIsEdit) {
     list().pressKey(VK_RETURN);
     EXPECT_TRUE(waitUntil([&] { return witness().commands() > before; }));
     EXPECT_EQ(witness().lastCommand(), UINT{IDM_EDIT});
+}
+
+TEST_F(Commands, ADoubleClickIsEdit) {
+    startWith({sleeping("a.kra"), sleeping("b.kra")});
+    const LONG before = witness().commands();
+    list().doubleClickRow(1);
+    EXPECT_TRUE(waitUntil([&] { return witness().commands() > before; }));
+    EXPECT_EQ(witness().lastCommand(), UINT{IDM_EDIT});
+    EXPECT_THAT(list().selectedRows(), ElementsAre(1));
+}
+
+TEST_F(Commands, ControlShiftTIsTheTestCommand) {
+    startWith({sleeping("a.kra")});
+    SetForegroundWindow(window());
+    ASSERT_TRUE(waitUntil([&] { return focusedWindow() == list().handle(); }));
+    const LONG before = witness().commands();
+    press({VK_CONTROL, 'T'});
+    press({VK_SHIFT, 'T'});
+    press({VK_CONTROL, VK_SHIFT, 'T'});
+    EXPECT_TRUE(waitUntil([&] { return witness().commands() > before; }));
+    EXPECT_EQ(witness().commands(), before + 1) << "only with both keys";
+    EXPECT_EQ(witness().lastCommand(), UINT{IDM_TEST});
+}
+
+TEST_F(Commands, TheKeyboardIsTheListsWheneverTheWindowGetsIt) {
+    startWith({sleeping("a.kra")});
+    SetForegroundWindow(window());
+    ASSERT_TRUE(waitUntil([&] { return focusedWindow() == list().handle(); }));
+    scheduler_.command(IDM_PREFERENCES);
+    const HWND dialog = waitForBox();
+    ASSERT_NE(dialog, nullptr);
+    ASSERT_TRUE(waitUntil([&] { return GetParent(focusedWindow()) == dialog; }));
+    SchedulerProcess::press(dialog, IDCANCEL);
+    EXPECT_TRUE(waitUntil([&] { return focusedWindow() == list().handle(); })) << "after a dialog";
+
+    carryOut(IDM_CLOSE);
+    ASSERT_TRUE(waitUntil([&] { return focusedWindow() != list().handle(); }));
+    carryOut(IDM_DISPLAY);
+    EXPECT_TRUE(waitUntil([&] { return focusedWindow() == list().handle(); })) << "after it was hidden";
 }
 
 TEST_F(Commands, TypingFindsTheProjectThatBeginsSo) {
