@@ -7,6 +7,10 @@
 #include "scheduler/run/outcomes.h"
 #include "tests/program/scheduledriver.h"
 
+#include <windows.h>
+
+#include <shellapi.h>
+
 #include <gtest/gtest.h>
 
 using base::TimeSpan;
@@ -102,6 +106,75 @@ TEST_F(Lifecycle, ClosingTheWindowOnlyHidesIt) {
             SendMessageA(scheduler_.window(), WM_CLOSE, 0, 0);
         EXPECT_FALSE(IsWindowVisible(scheduler_.window()));
         EXPECT_TRUE(scheduler_.isRunning());
+    }
+}
+
+TEST_F(Lifecycle, TheIconStaysWhileTheWindowIsHiddenAndGoesAtExit) {
+    ASSERT_TRUE(scheduler_.start());
+    const HWND window = scheduler_.window();
+    const auto shellHasIcon = [&] {
+        NOTIFYICONDATAA icon{};
+        icon.cbSize = NOTIFYICONDATAA_V1_SIZE;
+        icon.hWnd = window;
+        return Shell_NotifyIconA(NIM_MODIFY, &icon) != FALSE;
+    };
+    EXPECT_TRUE(shellHasIcon());
+    SendMessageA(window, WM_CLOSE, 0, 0);
+    EXPECT_FALSE(IsWindowVisible(window));
+    EXPECT_TRUE(shellHasIcon());
+    EXPECT_EQ(SchedulerProcess::runToEnd("/close"), 0U);
+    ASSERT_TRUE(scheduler_.waitForExit());
+    EXPECT_FALSE(shellHasIcon());
+}
+
+TEST_F(Lifecycle, ARunThatIsDueAndEndsWhileTheWindowIsHiddenIsRecorded) {
+    const driver::SampleSpider spider;
+    ScheduledProject entry = pendingEntry();
+    entry.path = spider.makeProject("news.kra", "ms=500\nresult=3 pages are missing\nerror=1\n");
+    entry.time = TimeValue::now() + TimeSpan::fromSeconds(4);
+    driver::saveEntries({entry});
+    ASSERT_TRUE(scheduler_.start());
+    SendMessageA(scheduler_.window(), WM_CLOSE, 0, 0);
+    EXPECT_EQ(spider.logged("start run"), 0U);
+    std::vector<ScheduledProject> saved;
+    EXPECT_TRUE(waitUntil([&] {
+        saved = driver::savedSchedule(); // none while it is being written
+        return saved.size() == 1 && !saved[0].lastResult.empty();
+    }));
+    EXPECT_EQ(spider.logged("end run 1"), 1U);
+    EXPECT_FALSE(IsWindowVisible(scheduler_.window()));
+    ASSERT_EQ(saved.size(), 1U);
+    EXPECT_EQ(saved[0].lastResult, "3 pages are missing");
+    EXPECT_EQ(saved[0].running, 0);
+    EXPECT_GE(saved[0].lastRun, entry.time);
+}
+
+TEST_F(Lifecycle, ASingleClickOnTheIconBringsAShownWindowForward) {
+    ASSERT_TRUE(scheduler_.start());
+    const HWND other = CreateWindowExA(0, "STATIC", "another program", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0,
+                                       100, 100, nullptr, nullptr, nullptr, nullptr);
+    SetForegroundWindow(other);
+    ASSERT_TRUE(waitUntil([&] { return GetForegroundWindow() == other; }));
+    AllowSetForegroundWindow(ASFW_ANY);
+    for (const UINT message : {UINT{WM_LBUTTONUP}, UINT{WM_MOUSEMOVE}})
+        SendMessageA(scheduler_.window(), base::WM_TRAY_NOTIFY, 0, static_cast<LPARAM>(message));
+    EXPECT_EQ(GetForegroundWindow(), other) << "not by every notice";
+    SendMessageA(scheduler_.window(), base::WM_TRAY_NOTIFY, 0, WM_LBUTTONDOWN);
+    EXPECT_EQ(GetForegroundWindow(), scheduler_.window());
+    DestroyWindow(other);
+}
+
+TEST_F(Lifecycle, DisplayRestoresAMinimisedWindow) {
+    ASSERT_TRUE(scheduler_.start());
+    for (const bool byIcon : {false, true}) {
+        ShowWindow(scheduler_.window(), SW_MINIMIZE);
+        ASSERT_TRUE(waitUntil([&] { return IsIconic(scheduler_.window()) != FALSE; }));
+        if (byIcon)
+            SendMessageA(scheduler_.window(), base::WM_TRAY_NOTIFY, 0, WM_LBUTTONDBLCLK);
+        else
+            SendMessageA(scheduler_.window(), WM_COMMAND, IDM_DISPLAY, 0);
+        EXPECT_FALSE(IsIconic(scheduler_.window())) << byIcon;
+        EXPECT_TRUE(IsWindowVisible(scheduler_.window())) << byIcon;
     }
 }
 
