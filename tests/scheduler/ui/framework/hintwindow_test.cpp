@@ -215,6 +215,23 @@ TEST_F(HintWindowTest, InputOfItsOwnerClosesIt) {
     EXPECT_TRUE(owner.pumpUntil([&] { return !IsWindow(window); }));
 }
 
+TEST_F(HintWindowTest, ItsOwnerMayDismissItAndNoOther) {
+    Owner owner;
+    Owner other({100, 100, 500, 400});
+    HintWindow::dismiss(owner); // there is none yet
+    shown(owner);
+    ASSERT_TRUE(HintWindow::show(nullptr, hintAt({50, 50})));
+    HintWindow::dismiss(other);
+    owner.pump();
+    EXPECT_EQ(hints().size(), 2U);
+    HintWindow::dismiss(owner);
+    EXPECT_TRUE(owner.pumpUntil([] { return hints().size() == 1; }));
+    HintWindow::dismiss(owner); // nor any more
+    owner.pump();
+    EXPECT_EQ(hints().size(), 1U) << "the one without an owner is nobody's to dismiss";
+    EXPECT_TRUE(HintWindow::show(&owner, hintAt({400, 300}))) << "and its owner can show another";
+}
+
 TEST_F(HintWindowTest, OtherMessagesOfItsOwnerDoNot) {
     Owner owner;
     const HWND window = shown(owner);

@@ -1,0 +1,153 @@
+#include "scheduler/ui/cellhints.h"
+#include "scheduler/ui/framework/hintface.h"
+#include "scheduler/ui/framework/hintwindow.h"
+#include "tests/scheduler/ui/framework/pumping.h"
+#include "tests/scheduler/ui/listwindow.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace {
+
+using framework::HintWindow;
+using framework::Window;
+using scheduler::ScheduleColumn;
+
+const std::string longResult = "3 pages could not be found, and of 12 others the server has sent only a part";
+
+BOOL CALLBACK collectHint(HWND window, LPARAM list) {
+    if (dynamic_cast<HintWindow*>(Window::of(window)))
+        reinterpret_cast<std::vector<HWND>*>(list)->push_back(window);
+    return TRUE;
+}
+
+std::vector<HWND> hints() {
+    std::vector<HWND> found;
+    EnumThreadWindows(GetCurrentThreadId(), &collectHint, reinterpret_cast<LPARAM>(&found));
+    return found;
+}
+
+class CellHints : public testing::Test {
+protected:
+    CellHints() {
+        window_.list.addFilter(hints_);
+        window_.add("short", longResult);
+        window_.add("a project whose name is far too long for its column", longResult + " of it");
+    }
+    ~CellHints() override {
+        for (const HWND hint : hints())
+            SendMessageA(hint, WM_CLOSE, 0, 0);
+        window_.list.removeFilter(hints_);
+    }
+
+    HWND list() const { return window_.list.handle(); }
+
+    POINT placeOf(int row, ScheduleColumn column) const {
+        RECT place{};
+        ListView_GetSubItemRect(list(), row, static_cast<int>(column), LVIR_LABEL, &place);
+        return {place.left + 10, (place.top + place.bottom) / 2};
+    }
+
+    /// As the platform reports it of the pointer; `point` is in the list.
+    void send(UINT message, POINT point) const {
+        POINT onScreen = point;
+        ClientToScreen(list(), &onScreen);
+        SetCursorPos(onScreen.x, onScreen.y);
+        SendMessageA(list(), message, 0, MAKELPARAM(static_cast<WORD>(point.x), static_cast<WORD>(point.y)));
+    }
+    void restAt(POINT point) const {
+        send(WM_MOUSEMOVE, point);
+        send(WM_MOUSEHOVER, point);
+    }
+
+    /// A hint tells by its size alone what it says.
+    static void expectHint(const std::string& text) {
+        ASSERT_EQ(hints().size(), 1U);
+        RECT workArea{};
+        SystemParametersInfoA(SPI_GETWORKAREA, 0, &workArea, 0);
+        const RECT expected = framework::hintRectangle(
+            framework::hintExtent(text, framework::HintStyle::Rounded, framework::maxHintWidth(workArea)), {},
+            workArea);
+        RECT place{};
+        GetWindowRect(hints().front(), &place);
+        EXPECT_EQ(place.right - place.left, expected.right - expected.left);
+        EXPECT_EQ(place.bottom - place.top, expected.bottom - expected.top);
+    }
+
+    test::ListWindow window_;
+    scheduler::CellHints hints_{window_.list, window_.rows};
+};
+
+TEST_F(CellHints, ACutTextIsShownWholeOnceTheMouseRestsOnIt) {
+    const POINT place = placeOf(0, ScheduleColumn::LastResult);
+    send(WM_MOUSEMOVE, place);
+    EXPECT_TRUE(hints().empty()) << "not before";
+    send(WM_MOUSEHOVER, place);
+    expectHint(longResult);
+}
+
+TEST_F(CellHints, SoIsACutNameOfAProject) {
+    restAt(placeOf(1, ScheduleColumn::Project));
+    expectHint("a project whose name is far too long for its column");
+}
+
+TEST_F(CellHints, ATextThatIsSeenWholeHasNone) {
+    restAt(placeOf(0, ScheduleColumn::Project));
+    EXPECT_TRUE(hints().empty());
+    restAt(placeOf(0, ScheduleColumn::LastResult));
+    EXPECT_FALSE(hints().empty());
+    for (const HWND hint : hints())
+        SendMessageA(hint, WM_CLOSE, 0, 0);
+    const int width = static_cast<int>(
+        SendMessageA(list(), LVM_GETSTRINGWIDTHA, 0, reinterpret_cast<LPARAM>(longResult.c_str())));
+    ListView_SetColumnWidth(list(), static_cast<int>(ScheduleColumn::LastResult), width + 40);
+    send(WM_MOUSEMOVE, placeOf(0, ScheduleColumn::Project));
+    restAt(placeOf(0, ScheduleColumn::LastResult));
+    EXPECT_TRUE(hints().empty());
+}
+
+TEST_F(CellHints, TheHintGoesWhenTheMouseGoesToAnotherCellAndThatShowsItsOwn) {
+    restAt(placeOf(0, ScheduleColumn::LastResult));
+    const POINT next = placeOf(1, ScheduleColumn::LastResult);
+    send(WM_MOUSEMOVE, next);
+    test::pumpUntilIdle();
+    EXPECT_TRUE(hints().empty());
+    send(WM_MOUSEHOVER, next);
+    expectHint(longResult + " of it");
+}
+
+TEST_F(CellHints, TheHintStaysWhileTheMouseMovesWithinItsCell) {
+    POINT place = placeOf(0, ScheduleColumn::LastResult);
+    restAt(place);
+    const std::vector<HWND> before = hints();
+    place.x += 20;
+    send(WM_MOUSEMOVE, place);
+    test::pumpUntilIdle();
+    EXPECT_EQ(hints(), before);
+}
+
+TEST_F(CellHints, BelowTheRowsThereIsNone) {
+    restAt({50, 250});
+    EXPECT_TRUE(hints().empty());
+}
+
+TEST_F(CellHints, AfterTheMouseHasLeftThereIsNone) {
+    const POINT place = placeOf(0, ScheduleColumn::LastResult);
+    send(WM_MOUSEMOVE, place);
+    SendMessageA(list(), WM_MOUSELEAVE, 0, 0);
+    send(WM_MOUSEHOVER, place);
+    EXPECT_TRUE(hints().empty());
+    restAt(place);
+    EXPECT_FALSE(hints().empty()) << "it may come back";
+}
+
+TEST_F(CellHints, ARowThatIsGoneMeanwhileHasNone) {
+    const POINT place = placeOf(1, ScheduleColumn::LastResult);
+    send(WM_MOUSEMOVE, place);
+    window_.schedule.remove(1);
+    send(WM_MOUSEHOVER, place);
+    EXPECT_TRUE(hints().empty());
+}
+
+} // namespace

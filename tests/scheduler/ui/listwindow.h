@@ -1,0 +1,66 @@
+// A window with the schedule's list in it, for tests of what works on the list.
+#pragma once
+
+#include "scheduler/ui/framework/windowclass.h"
+#include "scheduler/ui/schedulelistview.h"
+#include "scheduler/ui/schedulerows.h"
+#include "tests/support/fakeclock.h"
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <string>
+
+namespace test {
+
+class ListWindow : public framework::Window {
+public:
+    ListWindow() {
+        framework::WindowParameters parameters;
+        parameters.style = WS_POPUP | WS_VISIBLE;
+        parameters.x = 100;
+        parameters.y = 80;
+        parameters.width = 640;
+        parameters.height = 320;
+        create(class_, parameters);
+        list.createIn(handle());
+        list.moveTo({0, 0, parameters.width, parameters.height});
+        for (int column = 0; column < static_cast<int>(scheduler::columnCount); ++column)
+            ListView_SetColumnWidth(list.handle(), column, 100);
+    }
+
+    /// An entry that is shown under this name.
+    void add(const std::string& name, const std::string& lastResult = "") {
+        scheduler::ScheduledProject entry;
+        entry.path = "C:\\Sites\\" + name + ".kra";
+        entry.lastResult = lastResult;
+        schedule.append(entry);
+        list.refresh();
+    }
+
+    void clickHeader(scheduler::ScheduleColumn column) {
+        NMLISTVIEW click{};
+        click.hdr.code = LVN_COLUMNCLICK;
+        click.iSubItem = static_cast<int>(column);
+        list.onNotify(click.hdr);
+    }
+
+    void select(int row) const { ListView_SetItemState(list.handle(), row, LVIS_SELECTED, LVIS_SELECTED); }
+
+    FakeClock clock{base::TimeValue(1'000'000)};
+    scheduler::ScheduleList schedule;
+    scheduler::ScheduleRows rows{schedule, [this] { return scheduler::EngineState{false, false, &clock}; }};
+    scheduler::ScheduleListView list{rows};
+
+private:
+    framework::Handled onMessage(const framework::Message& message) override {
+        if (message.id != WM_NOTIFY)
+            return std::nullopt;
+        return list.onNotify(*reinterpret_cast<const NMHDR*>(message.lParam));
+    }
+
+    framework::WindowClass class_;
+};
+
+} // namespace test
