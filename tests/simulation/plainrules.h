@@ -3,6 +3,7 @@
 // Nothing of the program's own is used: fields, calendar and bookkeeping are this file's.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <ctime>
@@ -38,7 +39,7 @@ struct Item {
     Second time = 0;
     int minutes = 0;
     int after = 0;
-    std::array<bool, 7> days{}; // Monday first
+    std::array<bool, 7> days = {true, true, true, true, true, true, true}; // Monday first
     int dayOfMonth = 1;
     bool off = false;
     unsigned retries = 0;
@@ -63,10 +64,11 @@ struct Outcome {
 
 /// What happens outside: the answers are the world's, the questions come in the order of events.
 struct World {
-    std::function<bool(int item, int number, Second now, bool dry)> start; ///< false: no thread for it
+    std::function<bool(const Item& item, Second now, bool dry)> start; ///< false: no thread for it
     std::function<Outcome(int number)> outcome;
-    std::function<void(int item)> message; ///< the user is told of a system error
+    std::function<void(const Item& item)> message; ///< the user is told of a system error
     std::function<void()> redraw;
+    std::function<void(bool suspended)> show; ///< that the program is suspended or resumed
     std::function<void()> save;
 };
 
@@ -83,7 +85,7 @@ public:
 
     Second nextRunOf(const Item& item, Second now) const {
         const std::tm today = fieldsOf(now);
-        const std::tm timeFields = fieldsOf(item.time);
+        const std::tm timeFields = item.time < 0 ? std::tm{} : fieldsOf(item.time);
         const int clockTime = (timeFields.tm_hour * 60 + timeFields.tm_min) * 60 + timeFields.tm_sec;
         switch (item.kind) {
         case 1:
@@ -127,6 +129,8 @@ public:
             item.retried = 0;
             item.next = nextRunOf(item, now);
         }
+        if (suspended)
+            suspend(true, now);
         planAll(now);
         atLogOn = false;
     }
@@ -163,11 +167,67 @@ public:
         suspended = on;
         planAll(now);
         world.redraw();
+        world.show(on);
     }
 
-    void switchOnOrOff(int i, Second now) {
-        at(i).off = !at(i).off;
-        at(i).next = nextRunOf(at(i), now);
+    void switchOnOrOff(const std::vector<int>& chosen, Second now) {
+        for (const int i : chosen) {
+            at(i).off = !at(i).off;
+            at(i).next = nextRunOf(at(i), now);
+        }
+        world.save();
+    }
+
+    /// What the editor shows for an entry that is to be added.
+    Item fresh(Second now) const {
+        Item item;
+        item.kind = items.empty() ? 1 : 0;
+        item.after = items.empty() ? 0 : static_cast<int>(items.size()) - 1;
+        item.time = now + 60;
+        while (item.time % 60 != 0)
+            --item.time;
+        return item;
+    }
+
+    void add(Item item, Second now) {
+        item.next = nextRunOf(item, now);
+        items.push_back(item);
+        world.save();
+    }
+
+    void drop(const std::vector<std::string>& files, Second now) {
+        for (const std::string& file : files) {
+            const std::string end = file.substr(file.size() - 4);
+            if (end != ".kra" && end != ".krb" && end != ".krc" && end != ".KRA" && end != ".KRB" &&
+                end != ".KRC")
+                continue;
+            Item item;
+            item.path = file;
+            add(item, now);
+        }
+    }
+
+    /// Takes over what the editor shows; what a run has left in the entry stays.
+    void edit(int i, const Item& shown, Second now) {
+        Item& item = at(i);
+        item.kind = shown.kind;
+        item.time = shown.time;
+        item.minutes = shown.minutes;
+        item.after = shown.after;
+        item.days = shown.days;
+        item.dayOfMonth = shown.dayOfMonth;
+        item.retries = shown.retries;
+        item.retryMinutes = shown.retryMinutes;
+        item.next = nextRunOf(item, now);
+        world.redraw();
+        world.save();
+    }
+
+    void remove(std::vector<int> chosen) {
+        std::sort(chosen.begin(), chosen.end());
+        for (; !chosen.empty(); chosen.pop_back())
+            removeOne(chosen.back());
+        world.save();
     }
 
 private:
@@ -178,6 +238,24 @@ private:
         for (Item& item : items) {
             if (!item.runs)
                 item.next = nextRunOf(item, now);
+        }
+    }
+
+    void removeOne(int gone) {
+        const int countBefore = count();
+        int heir = at(gone).after;
+        if (gone <= heir && heir != 0)
+            --heir;
+        for (Item& item : items) {
+            if (item.after == gone)
+                item.after = heir;
+            else if (item.after > gone)
+                item.after = item.after - 1 < countBefore ? item.after - 1 : countBefore;
+        }
+        items.erase(items.begin() + gone);
+        for (int i = 0; i < count(); ++i) {
+            if (at(i).kind == 0 && at(i).after == i)
+                at(i).kind = 1;
         }
     }
 
@@ -214,7 +292,11 @@ private:
             item.waitsSince = now;
             return;
         }
-        if (now >= item.waitsSince + (Second{patience} + 1) * 60) {
+        // A clock that was set back behind the beginning of the wait by a minute or more ends it, unless the
+        // patience is endless.
+        const bool setBack = item.waitsSince - now >= 60;
+        const bool endless = patience > 0xF0000000;
+        if (setBack ? !endless : now >= item.waitsSince + (Second{patience} + 1) * 60) {
             begin(item, now);
             end(i, now, {"Could not run on schedule; another project was already running.", 0}, now);
         }
@@ -223,12 +305,12 @@ private:
 
     void start(int i, Second now, bool manual, bool dry) {
         begin(at(i), now);
-        const bool started = world.start(i, at(i).number, now, dry);
+        const bool started = world.start(at(i), now, dry);
         if (dry)
             return;
         if (!started) {
             if (manual)
-                world.message(i);
+                world.message(at(i));
             end(i, now, {"A system error prevented the project from running.", 0}, now);
         }
         world.redraw();

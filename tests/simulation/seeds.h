@@ -1,0 +1,53 @@
+// Which simulations a run of the tests makes. SCHEDULER_SEED runs the one with that seed alone;
+// SCHEDULER_SEEDS makes so many instead of the usual few.
+#pragma once
+
+#include "tests/simulation/dice.h"
+#include "tests/simulation/simulation.h"
+#include "tests/support/instants.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <iostream>
+#include <memory>
+
+namespace simulation {
+
+inline std::vector<std::uint64_t> seeds(std::uint64_t usualNumber) {
+    if (const char* only = std::getenv("SCHEDULER_SEED"))
+        return {std::strtoull(only, nullptr, 10)};
+    if (const char* number = std::getenv("SCHEDULER_SEEDS"))
+        usualNumber = std::strtoull(number, nullptr, 10);
+    std::vector<std::uint64_t> all;
+    for (std::uint64_t seed = 1; seed <= usualNumber; ++seed)
+        all.push_back(seed);
+    return all;
+}
+
+/// A beginning such that the clock changes within the next weeks; any, when it never does here, and now and
+/// then.
+inline Second randomStart(Dice& dice) {
+    static const std::vector<std::int32_t> changes = test::clockChanges();
+    if (changes.empty() || dice.oneIn(4))
+        return 1'700'000'000 + Second{dice.upTo(1200)} * day + dice.upTo(86'400);
+    const auto change = changes[static_cast<std::size_t>(dice.upTo(static_cast<int>(changes.size()) - 1))];
+    return change - dice.between(1, 20) * day - dice.upTo(86'400);
+}
+
+inline void simulate(std::uint64_t usualNumber, Plan plan, bool everySecond) {
+    for (const std::uint64_t seed : seeds(usualNumber)) {
+        SCOPED_TRACE("SCHEDULER_SEED=" + std::to_string(seed));
+        Dice dice(seed ^ 0x5EED);
+        plan.start = randomStart(dice);
+        const auto simulated = std::make_unique<Simulation>(seed, plan);
+        simulated->run(everySecond);
+        std::cout << "seed " << seed << " from " << plan.start << ": " << simulated->steps() << " steps, "
+                  << simulated->launches() << " runs\n";
+        if (testing::Test::HasFatalFailure())
+            return;
+        EXPECT_GT(simulated->launches(), 10u);
+    }
+}
+
+} // namespace simulation

@@ -1,0 +1,114 @@
+// The program and the plain rules side by side, through the same days: what happens, and what the schedule
+// holds, has to be the same on both sides, event by event.
+#pragma once
+
+#include "tests/simulation/engineside.h"
+#include "tests/simulation/plainside.h"
+#include "tests/simulation/randomitems.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <vector>
+
+namespace simulation {
+
+constexpr Second minute = 60;
+constexpr Second hour = 60 * minute;
+constexpr Second day = 24 * hour;
+
+enum class Conflicts { Wait, SideBySide, Changing };
+
+/// What is simulated. The acts are those of the user, and what else comes from outside.
+struct Plan {
+    Conflicts conflicts = Conflicts::Changing;
+    Second start = 0;
+    Second length = 31 * day;
+    int entries = 250;
+    Mix mix;
+    double actsPerDay = 8;
+    double daysPerRestart = 10;
+    double daysPerSuspension = 8;
+    double daysPerDryRun = 15;
+    double daysPerClockChange = 40;
+    int stepsPerComparison = 8; ///< of the schedules; the events are compared at each step
+};
+
+class Simulation {
+public:
+    Simulation(std::uint64_t seed, const Plan& plan);
+
+    /// Steps from one second at which something may happen to the next, or through each of them. Ends at the
+    /// first difference, which is a fatal failure of the test.
+    void run(bool everySecond);
+
+    int steps() const { return steps_; }
+    std::size_t launches() const { return launches_; }
+
+private:
+    struct Act {
+        enum What {
+            RunByHand,
+            SwitchOnOrOff,
+            Add,
+            Drop,
+            Edit,
+            Remove,
+            ForeignEnd,
+            ChangePolicy,
+            Suspend,
+            Resume,
+            DryRun,
+            Restart,
+            SaveBeforeKill, ///< from now on each save is kept, to be found after the kill
+            Kill,
+            MoveClock,
+        };
+        What what;
+        Second argument = 0;
+    };
+
+    void planActs();
+    void planPauses(double days);
+    void planEnds(double days);
+    Act randomAct();
+    Second someTime();
+    void plan(Second at, Act::What what, Second argument = 0) { acts_.emplace(at, Act{what, argument}); }
+
+    void step();
+    void deliverEnds();
+    void perform(const Act& act);
+    void add();
+    void drop();
+    void edit(int position, const plain::Item& shown);
+    void remove();
+    void calmRings();
+    void changePolicy();
+    void exitAndStart(Second secondsOff);
+    void killAndStart(Second secondsOff);
+    void start(const std::vector<std::byte>& file, const std::vector<plain::Item>& items);
+    void setClocks();
+    void compare();
+    void compareSchedules() const;
+
+    int count() const { return static_cast<int>(plain_.rules.items.size()); }
+    std::vector<int> randomSelection();
+    base::TimeValue engineNow() const { return base::TimeValue(static_cast<std::int32_t>(now_)); }
+
+    Second nextInterestingSecond();
+    Second interestOf(Second nextRun, Second waitsSince, bool anotherRuns) const;
+
+    Dice dice_;
+    Plan plan_;
+    Second now_;
+    Second end_;
+    EngineSide engine_;
+    PlainSide plain_;
+    std::multimap<Second, Act> acts_; // still to come
+    int serial_ = 0;
+    bool killable_ = false;
+    int steps_ = 0;
+    std::size_t launches_ = 0;
+};
+
+} // namespace simulation
