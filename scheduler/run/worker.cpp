@@ -1,14 +1,12 @@
 #include "scheduler/run/worker.h"
 
-#include "lib/base/expressions.h"
-#include "lib/base/paths.h"
 #include "lib/base/processes.h"
 #include "lib/base/threads.h"
 #include "scheduler/run/projectlaunch.h"
+#include "scheduler/run/workingdirectory.h"
 
 #include <new>
 #include <utility>
-#include <vector>
 
 namespace scheduler {
 
@@ -19,18 +17,6 @@ struct Supervision {
     RunRequest request;
     HWND window;
 };
-
-std::string_view withoutQuotes(std::string_view word) {
-    for (const char quote : {'"', '\''}) {
-        if (!word.starts_with(quote))
-            continue;
-        word.remove_prefix(1);
-        if (word.ends_with(quote))
-            word.remove_suffix(1);
-        break;
-    }
-    return word;
-}
 
 void runToItsEnd(const std::string& commandLine) {
     // No time-out: the spider keeps to the entry's time limit by itself, and nothing here ends a process. Its
@@ -52,11 +38,6 @@ void supervise(void* argument) noexcept {
 }
 
 } // namespace
-
-std::string workingDirectoryOf(std::string_view commandLine) {
-    const std::vector<std::string> words = base::commandToken.matchesIn(commandLine);
-    return words.empty() ? std::string() : base::directoryOf(withoutQuotes(words.front()));
-}
 
 std::string WorkerLauncher::commandLineOf(const ScheduledProject& entry) {
     return buildCommandLine(entry);

@@ -7,15 +7,11 @@
 
 #include <memory>
 #include <string>
-#include <string_view>
 
 namespace scheduler {
 
 /// Posted to the main window when a run's process has ended; wParam is the run number, lParam 0.
 inline constexpr UINT WM_RUN_FINISHED = WM_USER + 1;
-
-/// The folder, with its separator, of the program that a command line names first; empty when it names none.
-std::string workingDirectoryOf(std::string_view commandLine);
 
 /// Starts runs on worker threads that report to one window.
 class WorkerLauncher : public RunLauncher {
