@@ -41,9 +41,10 @@ Item randomItem(Dice& dice, const Mix& mix, int serial, int position, int count)
                                   : dice.oneOf({0, 0, 1, 5, 10, 60, 1440});
     if (item.kind == 0 && item.after >= position)
         item.minutes = dice.between(mix.pausedRingMinutes, 20 * mix.pausedRingMinutes);
+    const bool never = dice.oneIn(30);
     for (bool& runsThen : item.days)
-        runsThen = dice.oneIn(2);
-    if (!dice.oneIn(30)) // else perhaps none
+        runsThen = !never && dice.oneIn(2);
+    if (!never)
         item.days[static_cast<unsigned>(dice.upTo(6))] = true;
     item.dayOfMonth =
         dice.oneOf({-1, 0, 1, 2, 15, 28, 29, 30, 31, 32, 400, dice.between(1, 31), dice.between(1, 31)});

@@ -1,0 +1,58 @@
+// Thousands of damaged files of a rich schedule: whatever became of one, the program has the entries that it
+// holds, as the plainly told format says, or none.
+#include "scheduler/model/schedulecodec.h"
+#include "tests/support/damagedschedule.h"
+#include "tests/support/plainschedule.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <iostream>
+
+namespace {
+
+using plainschedule::Result;
+
+Result check(const std::vector<std::byte>& content) {
+    plainschedule::File plain(content);
+    const Result expected = plain.read();
+    scheduler::ScheduleList list;
+    list.append(test::filledEntry());
+    EXPECT_EQ(decodeSchedule(content, scheduler::scheduleMagic, list), expected == Result::Replaced);
+    if (expected == Result::Untouched) {
+        EXPECT_EQ(list.size(), 1u);
+    } else if (expected == Result::Emptied) {
+        EXPECT_TRUE(list.empty());
+    } else {
+        EXPECT_EQ(list.size(), plain.records.size());
+        for (std::size_t i = 0; i < std::min(list.size(), plain.records.size()); ++i)
+            EXPECT_TRUE(same(list[i], plain.records[i])) << "entry " << i;
+    }
+    return expected;
+}
+
+TEST(DamagedSchedule, TheWholeFileIsWhatWasWritten) {
+    EXPECT_EQ(check(scheduler::encodeSchedule(test::richSchedule())), Result::Replaced);
+}
+
+// SCHEDULER_SEED checks one file alone, SCHEDULER_SEEDS so many.
+TEST(DamagedSchedule, HoldsTheRightEntriesOrNone) {
+    const char* const only = std::getenv("SCHEDULER_SEED");
+    const char* const number = std::getenv("SCHEDULER_SEEDS");
+    const unsigned long first = only ? std::strtoul(only, nullptr, 10) : 1;
+    const unsigned long last = only ? first : number ? std::strtoul(number, nullptr, 10) : 2000;
+    const std::vector<std::byte> whole = scheduler::encodeSchedule(test::richSchedule());
+    int results[3] = {};
+    for (unsigned long seed = first; seed <= last && !HasFailure(); ++seed) {
+        SCOPED_TRACE("SCHEDULER_SEED=" + std::to_string(seed));
+        ++results[static_cast<int>(check(test::Damage(whole, static_cast<std::uint32_t>(seed)).done()))];
+    }
+    std::cout << results[0] << " left the schedule as it was, " << results[1] << " emptied it, " << results[2]
+              << " were read\n";
+    if (last - first < 1000)
+        return;
+    for (const int count : results) // of each some
+        EXPECT_GT(count, 50);
+}
+
+} // namespace
