@@ -4,6 +4,8 @@
 #include "lib/base/regexp.h"
 #include "lib/base/strings.h"
 
+#include <algorithm>
+
 namespace base {
 namespace {
 
@@ -13,10 +15,15 @@ namespace {
 
 std::string withoutPlaceholders(std::string_view command) {
     static const Expression placeholder("%[1-9]");
-    std::string rest = placeholder.removeFrom(command);
+    const std::string given = placeholder.removeFrom(command);
     constexpr std::string_view emptyQuotes = "\"\"";
-    for (std::size_t at = rest.find(emptyQuotes); at != std::string::npos; at = rest.find(emptyQuotes, at))
-        rest.erase(at, emptyQuotes.size());
+    std::string rest;
+    // One pass: cutting each pair out of the text would move all that follows it as often as there are pairs.
+    for (std::size_t at = 0; at < given.size();) {
+        const std::size_t pair = std::min(given.find(emptyQuotes, at), given.size());
+        rest.append(given, at, pair - at);
+        at = pair + emptyQuotes.size();
+    }
     trimRight(rest, whitespace);
     trimLeft(rest, whitespace);
     return rest;
