@@ -4,8 +4,8 @@ target_include_directories(project_options INTERFACE ${PROJECT_SOURCE_DIR})
 target_compile_options(project_options INTERFACE
     -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Werror
     -Wcast-align -Wcast-qual -Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual -Wformat=2
-    -Wundef -Wduplicated-cond -Wduplicated-branches -Wlogical-op -Wnull-dereference
-    -Wno-format-nonliteral)
+    -Wundef -Wnull-dereference -Wno-format-nonliteral
+    $<$<CXX_COMPILER_ID:GNU>:-Wduplicated-cond -Wduplicated-branches -Wlogical-op>)
 
 if(WIN32)
     target_compile_definitions(project_options INTERFACE
@@ -21,4 +21,8 @@ if(WIN32)
 else()
     add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
     add_link_options(-fsanitize=address,undefined)
+    if(CORVANE_FUZZ)
+        # What a fuzzer runs reports which of its branches were taken, and fast.
+        add_compile_options(-fsanitize=fuzzer-no-link -O1)
+    endif()
 endif()

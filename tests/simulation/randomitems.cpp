@@ -36,7 +36,9 @@ Item randomItem(Dice& dice, const Mix& mix, int serial, int position, int count)
         item.time -= item.time % 3600;
     if (dice.oneIn(50))
         item.time = dice.oneOf({-1, -1'000'000, 0});
-    item.after = dice.oneIn(25) ? position : dice.between(-1, count);
+    item.after = dice.oneIn(25)   ? position
+                 : dice.oneIn(40) ? dice.oneOf({-7, count + 1, 5000, 2'147'483'647})
+                                  : dice.between(-1, count);
     item.minutes = item.kind == 2 ? dice.oneOf({dice.upTo(59), dice.upTo(59), dice.upTo(59), 0, 60, 90})
                                   : dice.oneOf({0, 0, 1, 5, 10, 60, 1440});
     if (item.kind == 0 && item.after >= position)

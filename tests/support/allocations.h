@@ -36,6 +36,15 @@ public:
     return memory;
 }
 
+// The runtime's own would do the same, a sanitizer's would not.
+[[gnu::noinline]] void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    try {
+        return operator new(size);
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
+
 [[gnu::noinline]] void operator delete(void* memory) noexcept {
     test::deallocationCount += memory != nullptr;
     std::free(memory);

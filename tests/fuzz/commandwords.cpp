@@ -1,0 +1,83 @@
+// Any text as a command line: its words, the folder of its program, and the program's own switches.
+#include "lib/base/expressions.h"
+#include "scheduler/run/workingdirectory.h"
+#include "scheduler/ui/commandswitches.h"
+#include "tests/fuzz/fuzzing.h"
+
+#include <algorithm>
+#include <vector>
+
+using fuzzing::require;
+
+namespace {
+
+constexpr std::string_view blanks = " \t\f\r\n";
+
+bool isBlank(char character) {
+    return blanks.find(character) != std::string_view::npos;
+}
+
+/// From the left, the longer of a run of characters that are not blank and a text in quotes.
+std::vector<std::string> plainWords(std::string_view text) {
+    std::vector<std::string> words;
+    std::size_t at = 0;
+    while (at < text.size()) {
+        std::size_t end = at;
+        while (end < text.size() && !isBlank(text[end]))
+            ++end;
+        if (text[at] == '"') {
+            const std::size_t quote = text.find('"', at + 1);
+            if (quote != std::string_view::npos)
+                end = std::max(end, quote + 1);
+        }
+        if (end == at) {
+            ++at;
+            continue;
+        }
+        words.emplace_back(text.substr(at, end - at));
+        at = end;
+    }
+    return words;
+}
+
+std::string plainFolder(std::string_view text) {
+    const std::vector<std::string> words = plainWords(text);
+    if (words.empty())
+        return {};
+    std::string word = words[0];
+    const char quote = word[0];
+    if (quote == '"' || quote == '\'') {
+        word.erase(0, 1);
+        if (!word.empty() && word.back() == quote)
+            word.pop_back();
+    }
+    const bool hasBackslash = std::count(word.begin(), word.end(), '\\') > 0;
+    while (!word.empty() && word.back() != (hasBackslash ? '\\' : '/'))
+        word.pop_back();
+    return word;
+}
+
+bool beginsWith(std::string_view text, std::string_view lowered) {
+    for (std::size_t i = 0; i < lowered.size(); ++i)
+        if (i >= text.size() || (text[i] != lowered[i] && text[i] != lowered[i] - 'a' + 'A'))
+            return false;
+    return true;
+}
+
+} // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string_view text(reinterpret_cast<const char*>(data), size);
+    require(base::commandToken.matchesIn(text) == plainWords(text), "the words are those of the rule");
+    require(scheduler::workingDirectoryOf(text) == plainFolder(text), "the folder is that of the first word");
+
+    std::string_view trimmed = text;
+    while (!trimmed.empty() && isBlank(trimmed.front()))
+        trimmed.remove_prefix(1);
+    const auto isSwitch = [](std::string_view where, std::string_view name) {
+        return !where.empty() && where.front() == '/' && beginsWith(where.substr(1), name);
+    };
+    require(scheduler::asksToClose(text) == isSwitch(text, "close"), "/close stands at the very beginning");
+    require(scheduler::asksForHiddenStart(text) == isSwitch(trimmed, "s"), "/s stands first");
+    return 0;
+}

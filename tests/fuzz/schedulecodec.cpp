@@ -1,0 +1,60 @@
+// Any bytes as a schedule file: the entries are those of the plainly told format, they are written as they
+// were read, and never cost more memory than the file's size suggests.
+#include "scheduler/model/schedulecodec.h"
+
+#include "tests/fuzz/fuzzing.h"
+#include "tests/support/allocations.h"
+#include "tests/support/plainschedule.h"
+
+#include <cstring>
+
+using fuzzing::require;
+using scheduler::ScheduleList;
+
+namespace {
+
+/// One array for the entries that the content can hold, one more while it grows by the last, damaged one, and
+/// the texts, which are parts of the content.
+std::size_t memoryFor(std::size_t contentSize) {
+    return (contentSize / 82 + 1) * 3 * sizeof(scheduler::ScheduledProject) + 2 * contentSize + 3 * 64;
+}
+
+void checkEntries(const ScheduleList& list, const std::vector<plainschedule::Record>& records) {
+    require(list.size() == records.size(), "there are as many entries as records");
+    for (std::size_t i = 0; i < records.size(); ++i)
+        require(same(list[i], records[i]), "an entry is what its record says");
+}
+
+void checkRoundTrip(const ScheduleList& list, std::span<const std::byte> content) {
+    const std::vector<std::byte> written = scheduler::encodeSchedule(list.entries());
+    require(written.size() <= content.size() &&
+                std::memcmp(written.data(), content.data(), written.size()) == 0,
+            "what was read is written as it was");
+    ScheduleList again;
+    require(decodeSchedule(written, scheduler::scheduleMagic, again), "what was written is read");
+    require(std::vector(list.begin(), list.end()) == std::vector(again.begin(), again.end()),
+            "what is read again is the same");
+}
+
+} // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::span content(reinterpret_cast<const std::byte*>(data), size);
+    ScheduleList list;
+    list.append(scheduler::ScheduledProject());
+    const std::size_t before = test::allocatedBytes;
+    const bool decoded = decodeSchedule(content, scheduler::scheduleMagic, list);
+    require(test::allocatedBytes - before <= memoryFor(size), "no more memory than the size suggests");
+
+    plainschedule::File plain(content);
+    const plainschedule::Result expected = plain.read();
+    require(decoded == (expected == plainschedule::Result::Replaced), "only a whole file is read");
+    if (decoded) {
+        checkEntries(list, plain.records);
+        checkRoundTrip(list, content);
+    } else {
+        require(list.size() == (expected == plainschedule::Result::Untouched ? 1 : 0),
+                "a damaged file leaves no entries, a foreign one those that were there");
+    }
+    return 0;
+}
