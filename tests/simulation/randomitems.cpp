@@ -49,7 +49,7 @@ Item randomItem(Dice& dice, const Mix& mix, int serial, int position, int count)
     if (!never)
         item.days[static_cast<unsigned>(dice.upTo(6))] = true;
     item.dayOfMonth =
-        dice.oneOf({-1, 0, 1, 2, 15, 28, 29, 30, 31, 32, 400, dice.between(1, 31), dice.between(1, 31)});
+        dice.oneOf({-1, 0, 1, 2, 15, 28, 29, 30, 31, 32, 100, dice.between(1, 31), dice.between(1, 31)});
     item.off = dice.oneIn(15);
     item.retries = static_cast<unsigned>(dice.oneOf({0, 0, 0, 1, 2, 3}));
     item.retryMinutes = dice.oneOf({0, 1, 15, 15, 60});
