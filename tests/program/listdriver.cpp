@@ -94,8 +94,9 @@ void ListDriver::selectAll() const {
 
 std::vector<int> ListDriver::selectedRows() const {
     std::vector<int> rows;
-    for (int row = -1; (row = ListView_GetNextItem(list_, row, LVNI_SELECTED)) >= 0;)
-        rows.push_back(row);
+    // A list that is gone answers 0 for ever.
+    for (int row = -1, next = 0; (next = ListView_GetNextItem(list_, row, LVNI_SELECTED)) > row; row = next)
+        rows.push_back(next);
     return rows;
 }
 
