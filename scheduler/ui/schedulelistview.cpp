@@ -26,6 +26,23 @@ std::string widthName(std::size_t column) {
     return "Column" + std::to_string(column);
 }
 
+/// While one lives, the list notes no row that is to be painted again; at its end all of them are. Of many
+/// rows, each noted by itself costs far more than the painting.
+class PaintedAtOnce {
+public:
+    explicit PaintedAtOnce(HWND list) : list_(list) { SendMessageA(list_, WM_SETREDRAW, FALSE, 0); }
+    PaintedAtOnce(const PaintedAtOnce&) = delete;
+    PaintedAtOnce& operator=(const PaintedAtOnce&) = delete;
+    ~PaintedAtOnce() {
+        SendMessageA(list_, WM_SETREDRAW, TRUE, 0);
+        InvalidateRect(list_, nullptr, FALSE);
+        UpdateWindow(list_);
+    }
+
+private:
+    HWND list_;
+};
+
 } // namespace
 
 bool ScheduleListView::createIn(HWND parent) {
@@ -136,13 +153,13 @@ void ScheduleListView::refresh() {
 }
 
 void ScheduleListView::onRowsDeleted() {
+    const PaintedAtOnce painted(handle());
     const int focused = ListView_GetNextItem(handle(), -1, LVNI_FOCUSED);
     ListView_SetItemState(handle(), -1, 0, LVIS_SELECTED | LVIS_FOCUSED);
     ListView_SetItemCountEx(handle(), rows_.size(), LVSICF_NOSCROLL);
     const int last = static_cast<int>(rows_.size()) - 1;
     if (focused >= 0 && last >= 0)
         ListView_SetItemState(handle(), std::min(focused, last), LVIS_FOCUSED, LVIS_FOCUSED);
-    UpdateWindow(handle());
 }
 
 framework::Handled ScheduleListView::onMessage(const framework::Message& message) {
@@ -216,11 +233,10 @@ void ScheduleListView::onColumnClick(int column) {
     const std::optional<std::size_t> focused = entryInRow(ListView_GetNextItem(handle(), -1, LVNI_FOCUSED));
     rows_.sortBy(static_cast<ScheduleColumn>(column));
     showSortArrow();
-    InvalidateRect(handle(), nullptr, FALSE);
+    const PaintedAtOnce painted(handle());
     selectEntries(selected);
     if (focused)
         focusEntry(*focused);
-    UpdateWindow(handle());
 }
 
 void ScheduleListView::showSortArrow() const {

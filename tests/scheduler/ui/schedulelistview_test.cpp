@@ -4,6 +4,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <vector>
+
 namespace {
 
 using scheduler::ScheduleColumn;
@@ -38,6 +41,30 @@ TEST_F(ScheduleListView, TheSelectedEntriesAscendWhateverTheOrderOfTheRows) {
     window_.select(0);
     window_.select(1);
     EXPECT_THAT(window_.list.selectedEntries(), ElementsAre(0, 2));
+}
+
+TEST_F(ScheduleListView, AfterADeletionItScrollsAndPaintsWhatIsLeft) {
+    for (int i = 0; i < 200; ++i)
+        window_.add("more");
+    const HWND list = window_.list.handle();
+    const auto canScroll = [&] { return (GetWindowLongA(list, GWL_STYLE) & WS_VSCROLL) != 0; };
+    ListView_EnsureVisible(list, 202, FALSE);
+    ASSERT_TRUE(canScroll());
+    ASSERT_GT(ListView_GetTopIndex(list), 0);
+    ListView_SetItemState(list, 202, LVIS_FOCUSED, LVIS_FOCUSED);
+    std::vector<std::size_t> allButThree;
+    for (std::size_t position = 203; position-- > 3;)
+        allButThree.push_back(position);
+    window_.schedule.removeAll(allButThree);
+    window_.list.onRowsDeleted();
+    EXPECT_FALSE(canScroll());
+    EXPECT_EQ(ListView_GetTopIndex(list), 0);
+    EXPECT_EQ(ListView_GetItemCount(list), 3);
+    EXPECT_EQ(ListView_GetNextItem(list, -1, LVNI_FOCUSED), 2);
+    EXPECT_FALSE(GetUpdateRect(list, nullptr, FALSE)) << "all is painted";
+    // It paints again on its own account, too.
+    window_.select(1);
+    EXPECT_TRUE(GetUpdateRect(list, nullptr, FALSE));
 }
 
 } // namespace
