@@ -10,7 +10,8 @@ target_compile_options(project_options INTERFACE
 if(WIN32)
     target_compile_definitions(project_options INTERFACE
         NOMINMAX STRICT WIN32_LEAN_AND_MEAN WINVER=0x0601 _WIN32_WINNT=0x0601 _WIN32_IE=0x0700)
-    target_compile_options(project_options INTERFACE -fstack-protector-strong)
+    # Wine's debugger reads no newer debugging information than that.
+    target_compile_options(project_options INTERFACE -fstack-protector-strong $<$<CONFIG:Debug>:-gdwarf-4>)
     # One file that needs nothing beside it, with the platform's memory protections asked for; no time
     # stamp, so that two builds of one state are the same file.
     target_link_options(project_options INTERFACE
