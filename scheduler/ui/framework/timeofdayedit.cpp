@@ -14,11 +14,18 @@ void TimeOfDayEdit::onAttached() {
 }
 
 base::TimeValue TimeOfDayEdit::value() const {
-    return timeOfDayFromText(text(), clock_.now());
+    const std::string typed = text();
+    const base::TimeValue read = timeOfDayFromText(typed, clock_.now());
+    // On a day on which the clock is changed, a time of day is read as another one, an hour beside it. What
+    // was shown and not typed over stays what it was.
+    const bool moved = !typed.empty() && typed == written_ && timeOfDayText(read) != typed;
+    return moved ? writtenFrom_ : read;
 }
 
 void TimeOfDayEdit::setValue(const base::TimeValue& value) {
-    setText(timeOfDayText(value));
+    written_ = timeOfDayText(value);
+    writtenFrom_ = value;
+    setText(written_);
 }
 
 bool TimeOfDayEdit::onNotification(UINT code) {

@@ -4,6 +4,8 @@
 #include "lib/base/dates.h"
 #include "scheduler/ui/framework/boundcontrol.h"
 
+#include <string>
+
 namespace framework {
 
 class TimeOfDayEdit : public BoundControl<base::TimeValue> {
@@ -24,6 +26,8 @@ protected:
 
 private:
     const base::Clock& clock_;
+    std::string written_; ///< the text that this object last gave the control
+    base::TimeValue writtenFrom_;
 };
 
 } // namespace framework

@@ -54,6 +54,31 @@ TEST(DateText, ATimeOfDayIsAddedInSecondsToTheMidnightOfADayOfAnyLength) {
     EXPECT_EQ(framework::timeOfDayFromText("0:00", midnight), midnight);
 }
 
+TEST(DateText, EveryMinuteOfADayIsReadBackFromItsText) {
+    for (int minute = 0; minute < 1440; ++minute) {
+        const TimeValue time = at(0, minute);
+        ASSERT_EQ(framework::dateTimeFromText(framework::dateTimeText(time)), time) << minute;
+        ASSERT_EQ(framework::timeOfDayFromText(framework::timeOfDayText(time), at(12, 0)), time) << minute;
+    }
+}
+
+TEST(DateText, EverySecondOfATimeOfDayIsReadBackFromItsText) {
+    for (int second = 0; second < 86400; second += 7) {
+        const TimeValue time = at(0, 0, second);
+        ASSERT_EQ(framework::timeOfDayFromText(framework::timeOfDayText(time), at(12, 0)), time) << second;
+    }
+}
+
+TEST(DateText, EveryDayIsReadBackFromItsText) {
+    // Late enough to be 1970 in every zone, and at noon, which no clock skips or repeats.
+    for (int day = 3; day < 68 * 366; ++day) {
+        const TimeValue noon = TimeValue::fromLocal(1970, 1, day, 12, 0, 0, -1);
+        if (noon.year() > 2037)
+            break;
+        ASSERT_EQ(framework::dateTimeFromText(framework::dateTimeText(noon)), noon) << day;
+    }
+}
+
 TEST(DateText, AMidnightThatCannotBeBuiltCountsAsZero) {
     // A negative time has no calendar fields to build a midnight of.
     EXPECT_EQ(framework::timeOfDayFromText("0:01", TimeValue(-5)), TimeValue(60));

@@ -4,6 +4,7 @@
 #include "scheduler/ui/framework/timeofdayedit.h"
 #include "tests/scheduler/ui/framework/pumping.h"
 #include "tests/scheduler/ui/framework/testdialogs.h"
+#include "tests/support/instants.h"
 
 #include <gtest/gtest.h>
 
@@ -63,6 +64,34 @@ TEST_F(TimeOfDayEdit, LosingTheFocusUntouchedItStaysAsItIs) {
     EXPECT_EQ(dialog.edit.text(), shown);
     dialog.edit.store();
     EXPECT_EQ(field, TimeValue::fromLocal(2005, 7, 23, 9, 30, 7, -1)) << "the same time, today";
+}
+
+TEST_F(TimeOfDayEdit, UntouchedItStaysAsItIsOnTheDaysOnWhichTheClockIsChanged) {
+    for (const std::int32_t change : test::clockChanges()) {
+        clock.time = TimeValue(change);
+        field = TimeValue::fromLocal(2024, 1, 2, 9, 30, 0, -1);
+        ASSERT_TRUE(dialog.open(nullptr));
+        const std::string shown = dialog.edit.text();
+        for (int round = 0; round < 2; ++round)
+            SendMessageA(handle(), WM_KILLFOCUS, 0, 0);
+        EXPECT_EQ(dialog.edit.text(), shown) << change;
+        dialog.edit.store();
+        EXPECT_EQ(framework::timeOfDayText(field), shown) << change;
+        DestroyWindow(dialog.handle());
+    }
+}
+
+TEST_F(TimeOfDayEdit, WhatItShowsWhenItHasLostTheFocusIsWhatItStores) {
+    for (const std::int32_t change : test::clockChanges()) {
+        clock.time = TimeValue(change);
+        ASSERT_TRUE(dialog.open(nullptr));
+        SetWindowTextA(handle(), "2105");
+        SendMessageA(handle(), WM_KILLFOCUS, 0, 0);
+        const std::string shown = dialog.edit.text();
+        dialog.edit.store();
+        EXPECT_EQ(framework::timeOfDayText(field), shown) << change;
+        DestroyWindow(dialog.handle());
+    }
 }
 
 TEST_F(TimeOfDayEdit, StaysAsTypedUntilThen) {
