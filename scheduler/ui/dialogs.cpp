@@ -2,12 +2,19 @@
 
 #include "scheduler/ui/aboutdialog.h"
 #include "scheduler/ui/preferencesdialog.h"
+#include "scheduler/ui/scheduleeditor.h"
 
 namespace scheduler {
 
-std::optional<EditedEntry> editEntry(HWND, const ScheduledProject&, const ScheduleList&,
-                                     std::optional<std::size_t>) {
-    return std::nullopt;
+std::optional<EditedEntry> editEntry(HWND owner, const ScheduledProject& record, const ScheduleList& schedule,
+                                     std::optional<std::size_t> position) {
+    EditedEntry edited{record, {}};
+    ScheduleEditor editor(edited.record, schedule, position);
+    editor.setMultiSelect(!position);
+    if (editor.run(position ? "Edit Scheduled Task" : "Add Scheduled Project", owner) != IDOK)
+        return std::nullopt;
+    edited.files = editor.chosenFiles();
+    return edited;
 }
 
 bool editPreferences(HWND owner, Preferences& preferences) {

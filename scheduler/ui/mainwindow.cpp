@@ -4,6 +4,7 @@
 #include "lib/base/trayicon.h"
 #include "resources/ids.h"
 #include "scheduler/model/additions.h"
+#include "scheduler/model/edits.h"
 #include "scheduler/run/projectlaunch.h"
 #include "scheduler/ui/dialogs.h"
 #include "scheduler/ui/droppedfiles.h"
@@ -174,10 +175,11 @@ void MainWindow::editSelectedEntry() {
     }
     const std::size_t position = *selected;
     const auto edited = editEntry(GetActiveWindow(), schedule_[position], schedule_, position);
-    if (!edited)
+    // The engine went on meanwhile: what it recorded in the entry stays.
+    if (!edited || position >= schedule_.size())
         return;
     ScheduledProject& entry = schedule_[position];
-    entry = edited->record;
+    applyEdit(entry, edited->record);
     entry.nextRun = computeNextRun(engine_.state(), entry, TimeValue::now());
     list_.refresh();
     file_.save(schedule_);

@@ -1,0 +1,81 @@
+#include "scheduler/ui/projectpage.h"
+
+#include "lib/base/files.h"
+#include "resources/ids.h"
+
+namespace scheduler {
+namespace {
+
+constexpr framework::NumberRange timeLimitMinutes{0, 9999};
+
+// The item of the Autoconnect list that names no entry.
+constexpr int anyOpenConnection = 0;
+
+framework::ItemList runCommandItems() {
+    framework::ItemList items;
+    for (const std::string_view name : runCommandNames)
+        items.add({std::string(name), items.count()});
+    return items;
+}
+
+framework::ItemList connectionItems(const std::vector<std::string>& phoneBookEntries) {
+    framework::ItemList items;
+    items.add({.text = "(any open connection)", .value = anyOpenConnection, .gray = true});
+    for (const std::string& entry : phoneBookEntries)
+        items.add({entry, items.count()});
+    return items;
+}
+
+bool isProject(const std::string& path) {
+    // Several files stand in quotes; they were chosen among those that exist.
+    return path.starts_with('"') || isCommandLine(path) || base::fileExists(path);
+}
+
+} // namespace
+
+ProjectPage::ProjectPage(ScheduledProject& record, const std::vector<std::string>& phoneBookEntries)
+    : PropertyPage(IDD_PROJECT_PAGE),
+      record_(record),
+      runCommands_(runCommandItems()),
+      connections_(connectionItems(phoneBookEntries)),
+      path_(*this, IDC_PROJECT_PATH, framework::bindText(record.path)),
+      runCommand_(*this, IDC_RUN_COMMAND, runCommands_, framework::bindNumber(record.runCommand)),
+      autoconnect_(*this, IDC_AUTOCONNECT, connections_, framework::bindText(record.dialupEntry)),
+      timeLimit_(*this, IDC_TIME_LIMIT, timeLimitMinutes, framework::bindNumber(record.timeLimitMinutes)),
+      disconnect_(*this, IDC_DISCONNECT, framework::bindFlag(record.disconnectWhenDone)) {
+    path_.setButtonText("&Browse...");
+    path_.setFilter("Corvane Projects (.kra;.krb;.krc)|*.kra;*.krb;*.krc|All Files (*.*)|*.*||");
+    path_.addFlags(OFN_EXPLORER);
+    path_.setCheck(&isProject, "You must enter the path to an existing Corvane project file.");
+    setMultiSelect(true);
+}
+
+void ProjectPage::setMultiSelect(bool several) {
+    if (several)
+        path_.addFlags(OFN_ALLOWMULTISELECT);
+    else
+        path_.removeFlags(OFN_ALLOWMULTISELECT);
+}
+
+void ProjectPage::load() {
+    PropertyPage::load();
+    // Said by itself, as the phone book may hold an entry without a name.
+    if (record_.dialupEntry.empty())
+        autoconnect_.select(anyOpenConnection);
+}
+
+void ProjectPage::store() {
+    PropertyPage::store();
+    if (autoconnect_.selected() == anyOpenConnection)
+        record_.dialupEntry.clear();
+}
+
+void ProjectPage::updateState() {
+    // Relinking works on files that are there: nothing is fetched for it.
+    const bool connects = runCommand_.value() != static_cast<std::int32_t>(RunCommand::RelinkFiles);
+    autoconnect_.setEnabled(connects);
+    timeLimit_.setEnabled(connects);
+    disconnect_.setEnabled(connects);
+}
+
+} // namespace scheduler

@@ -1,0 +1,46 @@
+// The editor's page for what is run and how.
+#pragma once
+
+#include "scheduler/model/scheduledproject.h"
+#include "scheduler/ui/framework/browseedit.h"
+#include "scheduler/ui/framework/checkbox.h"
+#include "scheduler/ui/framework/listbox.h"
+#include "scheduler/ui/framework/numberedit.h"
+#include "scheduler/ui/framework/propertypage.h"
+
+#include <string>
+#include <vector>
+
+namespace scheduler {
+
+class ProjectPage : public framework::PropertyPage {
+public:
+    /// Edits `record` in place, which has to outlive the page. The phone-book entries are those that are
+    /// offered for dialling.
+    ProjectPage(ScheduledProject& record, const std::vector<std::string>& phoneBookEntries);
+
+    /// Whether several files can be chosen at once: they can unless it is switched off.
+    void setMultiSelect(bool several);
+
+    /// The files that the path was chosen as, in the form that addEntries takes. Empty when it was typed.
+    const std::vector<std::string>& chosenFiles() const { return path_.chosen(); }
+
+    void load() override;
+    void store() override;
+
+protected:
+    void updateState() override;
+
+private:
+    ScheduledProject& record_;
+    framework::ItemList runCommands_;
+    framework::ItemList connections_;
+
+    framework::BrowseEdit path_;
+    framework::ListBox runCommand_;
+    framework::TextListBox autoconnect_;
+    framework::NumberEdit timeLimit_;
+    framework::CheckBox disconnect_;
+};
+
+} // namespace scheduler

@@ -1,0 +1,157 @@
+#include "scheduler/ui/schedulepage.h"
+
+#include "lib/base/base.h"
+#include "resources/ids.h"
+#include "scheduler/model/descriptions.h"
+
+#include <algorithm>
+#include <functional>
+#include <span>
+#include <utility>
+
+namespace scheduler {
+namespace {
+
+constexpr framework::NumberRange delayMinutes{0, 1440};
+constexpr framework::NumberRange minutesAfterTheHour{0, 59};
+constexpr framework::NumberRange daysOfAMonth{1, 31};
+
+// What belongs to each kind. The controls of different kinds lie over each other.
+constexpr int afterProjectControls[] = {IDC_AFTER_DELAY_LABEL, IDC_AFTER_DELAY, IDC_AFTER_DELAY_UNIT};
+constexpr int startupControls[] = {IDC_STARTUP_DELAY_LABEL, IDC_STARTUP_DELAY, IDC_STARTUP_DELAY_UNIT};
+constexpr int hourlyControls[] = {IDC_HOURLY_MINUTE_LABEL, IDC_HOURLY_MINUTE, IDC_HOURLY_MINUTE_UNIT};
+constexpr int dailyControls[] = {IDC_DAILY_TIME_LABEL, IDC_DAILY_TIME, IDC_DAILY_ON, IDC_MONDAY,
+                                 IDC_TUESDAY,          IDC_WEDNESDAY,  IDC_THURSDAY, IDC_FRIDAY,
+                                 IDC_SATURDAY,         IDC_SUNDAY};
+constexpr int monthlyControls[] = {IDC_MONTHLY_DAY_LABEL, IDC_MONTHLY_DAY, IDC_MONTHLY_TIME_LABEL,
+                                   IDC_MONTHLY_TIME};
+constexpr int onceControls[] = {IDC_ONCE_TIME_LABEL, IDC_ONCE_TIME};
+
+// In the order of the kinds' values.
+constexpr std::array<std::span<const int>, 6> controlsOfKinds = {
+    afterProjectControls, startupControls, hourlyControls, dailyControls, monthlyControls, onceControls};
+
+framework::ItemList projectsBut(std::optional<std::size_t> position, const ScheduleList& schedule) {
+    framework::ItemList items;
+    for (std::size_t other = 0; other < schedule.size(); ++other)
+        if (other != position)
+            items.add({displayName(schedule[other]), static_cast<std::int32_t>(other)});
+    return items;
+}
+
+/// Stores only where it is told that it may, and only what the user changed: a time whose seconds its text
+/// does not show keeps them.
+template<class Value>
+class GuardedBinding final : public framework::FieldBinding<Value> {
+public:
+    using Binding = framework::FieldBinding<Value>;
+
+    GuardedBinding(std::unique_ptr<Binding> binding, std::function<bool()> mayStore)
+        : binding_(std::move(binding)), mayStore_(std::move(mayStore)) {}
+
+    Value get() const override { return binding_->get(); }
+    void set(const Value& value) override {
+        if (mayStore_() && value != get())
+            binding_->set(value);
+    }
+
+private:
+    std::unique_ptr<Binding> binding_;
+    std::function<bool()> mayStore_;
+};
+
+} // namespace
+
+template<class Value>
+std::unique_ptr<framework::FieldBinding<Value>>
+SchedulePage::ofKind(ScheduleKind kind, std::unique_ptr<framework::FieldBinding<Value>> binding) {
+    return std::make_unique<GuardedBinding<Value>>(std::move(binding),
+                                                   [this, kind] { return isChosen(kind); });
+}
+
+// Three edits share the minutes and three the time. Each keeps its own text while the sheet is open, and the
+// one of the chosen kind has the field.
+SchedulePage::SchedulePage(ScheduledProject& record, const ScheduleList& schedule,
+                           std::optional<std::size_t> position, const base::Clock& clock)
+    : PropertyPage(IDD_SCHEDULE_PAGE),
+      record_(record),
+      clock_(clock),
+      otherProjects_(projectsBut(position, schedule)),
+      kind_(*this,
+            {IDC_KIND_AFTER_PROJECT, IDC_KIND_STARTUP, IDC_KIND_HOURLY, IDC_KIND_DAILY, IDC_KIND_MONTHLY,
+             IDC_KIND_ONCE},
+            framework::bindNumber(record.kind)),
+      afterProject_(*this, IDC_AFTER_PROJECT, otherProjects_, framework::bindNumber(record.afterIndex)),
+      afterDelay_(*this, IDC_AFTER_DELAY, delayMinutes,
+                  ofKind(ScheduleKind::AfterProject, framework::bindNumber(record.minutes))),
+      startupDelay_(*this, IDC_STARTUP_DELAY, delayMinutes,
+                    ofKind(ScheduleKind::AtStartup, framework::bindNumber(record.minutes))),
+      hourlyMinute_(*this, IDC_HOURLY_MINUTE, minutesAfterTheHour,
+                    ofKind(ScheduleKind::Hourly, framework::bindNumber(record.minutes))),
+      dailyTime_(*this, IDC_DAILY_TIME, ofKind(ScheduleKind::Daily, framework::bindTimeOfDay(record.time)),
+                 clock),
+      weekdays_{{{*this, IDC_MONDAY, framework::bindFlag(record.weekdays[0])},
+                 {*this, IDC_TUESDAY, framework::bindFlag(record.weekdays[1])},
+                 {*this, IDC_WEDNESDAY, framework::bindFlag(record.weekdays[2])},
+                 {*this, IDC_THURSDAY, framework::bindFlag(record.weekdays[3])},
+                 {*this, IDC_FRIDAY, framework::bindFlag(record.weekdays[4])},
+                 {*this, IDC_SATURDAY, framework::bindFlag(record.weekdays[5])},
+                 {*this, IDC_SUNDAY, framework::bindFlag(record.weekdays[6])}}},
+      monthlyDay_(*this, IDC_MONTHLY_DAY, daysOfAMonth, framework::bindNumber(record.dayOfMonth)),
+      monthlyTime_(*this, IDC_MONTHLY_TIME,
+                   ofKind(ScheduleKind::Monthly, framework::bindTimeOfDay(record.time)), clock),
+      onceTime_(*this, IDC_ONCE_TIME, ofKind(ScheduleKind::Once, framework::bindDateTime(record.time))) {}
+
+void SchedulePage::load() {
+    PropertyPage::load();
+    if (afterProject_.selected() != framework::ListControl::noItem || afterProject_.count() == 0)
+        return;
+    // What it waited for is no longer there, or is the entry itself.
+    afterProject_.select(0);
+    afterProject_.store();
+}
+
+bool SchedulePage::isChosen(ScheduleKind kind) const {
+    return kind_.value() == static_cast<std::int32_t>(kind);
+}
+
+bool SchedulePage::hasWeekday() const {
+    return std::ranges::any_of(weekdays_, &framework::CheckBox::isChecked);
+}
+
+bool SchedulePage::check() {
+    if (isChosen(ScheduleKind::Daily) && !hasWeekday()) {
+        reveal();
+        MessageBoxA(handle(), "You must choose at least one day of the week.", base::applicationName.c_str(),
+                    MB_OK);
+        weekdays_.front().takeFocus();
+        return false;
+    }
+    return PropertyPage::check();
+}
+
+void SchedulePage::updateState() {
+    afterProject_.setEnabled(isChosen(ScheduleKind::AfterProject));
+    enableItem(IDC_KIND_AFTER_PROJECT, afterProject_.count() > 0);
+
+    const auto chosen = static_cast<std::size_t>(kind_.value()); // without a kind, beyond the last
+    const auto show = [this](std::size_t kind, bool visible) {
+        for (const int id : controlsOfKinds[kind]) {
+            showItem(id, visible);
+            enableItem(id, visible);
+        }
+    };
+    // Out of the way first, so that nothing is drawn through what covers it.
+    for (std::size_t kind = 0; kind < controlsOfKinds.size(); ++kind)
+        if (kind != chosen)
+            show(kind, false);
+    if (chosen < controlsOfKinds.size())
+        show(chosen, true);
+
+    // Whoever turns to "just once" finds a time that is still to come; one that he is typing is his own.
+    const base::TimeValue now = clock_.now();
+    if (!isChosen(ScheduleKind::Once) && onceTime_.time() < now)
+        onceTime_.setTime(now + base::TimeSpan::fromMinutes(1));
+}
+
+} // namespace scheduler

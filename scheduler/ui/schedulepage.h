@@ -1,0 +1,58 @@
+// The editor's page for when a project is run.
+#pragma once
+
+#include "scheduler/model/schedulelist.h"
+#include "scheduler/ui/framework/checkbox.h"
+#include "scheduler/ui/framework/datetimeedit.h"
+#include "scheduler/ui/framework/listbox.h"
+#include "scheduler/ui/framework/numberedit.h"
+#include "scheduler/ui/framework/propertypage.h"
+#include "scheduler/ui/framework/radiogroup.h"
+#include "scheduler/ui/framework/timeofdayedit.h"
+
+#include <array>
+#include <cstddef>
+#include <memory>
+#include <optional>
+
+namespace scheduler {
+
+class SchedulePage : public framework::PropertyPage {
+public:
+    /// Edits `record` in place, which has to outlive the page, and so has the clock. The record is the entry
+    /// at `position` of the schedule or, without a position, a new one.
+    SchedulePage(ScheduledProject& record, const ScheduleList& schedule, std::optional<std::size_t> position,
+                 const base::Clock& clock = base::systemClock());
+
+    void load() override;
+    bool check() override;
+
+protected:
+    void updateState() override;
+
+private:
+    /// A binding that stores only while `kind` is the chosen one.
+    template<class Value>
+    std::unique_ptr<framework::FieldBinding<Value>>
+    ofKind(ScheduleKind kind, std::unique_ptr<framework::FieldBinding<Value>> binding);
+
+    bool isChosen(ScheduleKind kind) const;
+    bool hasWeekday() const;
+
+    ScheduledProject& record_;
+    const base::Clock& clock_;
+    framework::ItemList otherProjects_; ///< each stands for its position in the schedule
+
+    framework::RadioGroup kind_;
+    framework::ListBox afterProject_;
+    framework::NumberEdit afterDelay_;
+    framework::NumberEdit startupDelay_;
+    framework::NumberEdit hourlyMinute_;
+    framework::TimeOfDayEdit dailyTime_;
+    std::array<framework::CheckBox, 7> weekdays_; ///< Monday first
+    framework::NumberEdit monthlyDay_;
+    framework::TimeOfDayEdit monthlyTime_;
+    framework::DateTimeEdit onceTime_;
+};
+
+} // namespace scheduler
