@@ -1,0 +1,79 @@
+// A plain window that holds one page in the place of a property sheet.
+#pragma once
+
+#include "lib/base/opsys.h"
+#include "scheduler/ui/framework/controlhost.h"
+#include "scheduler/ui/framework/windowclass.h"
+#include "tests/scheduler/ui/framework/pumping.h"
+
+#include <windows.h>
+
+#include <array>
+#include <string>
+
+namespace test {
+
+/// The page's window, made from its template, and what a user does in it.
+class PageHost : public framework::Window {
+public:
+    explicit PageHost(framework::ControlHost& page) : page_(page) {
+        framework::WindowClass windowClass;
+        framework::WindowParameters parameters;
+        parameters.style = WS_POPUP;
+        create(windowClass, parameters);
+        CreateDialogParamA(base::moduleHandle(), MAKEINTRESOURCEA(page.templateId()), handle(),
+                           &framework::dialogProcedure, reinterpret_cast<LPARAM>(&page));
+    }
+
+    void onIdle() override { page_.onIdle(); }
+
+    HWND item(int id) const { return GetDlgItem(page_.handle(), id); }
+
+    // Without the windows around the item, none of which is shown.
+    bool isVisible(int id) const { return (GetWindowLongA(item(id), GWL_STYLE) & WS_VISIBLE) != 0; }
+    bool isEnabled(int id) const { return IsWindowEnabled(item(id)) != FALSE; }
+    bool isChecked(int id) const { return SendMessageA(item(id), BM_GETCHECK, 0, 0) == BST_CHECKED; }
+
+    std::string text(int id) const { return base::windowText(item(id)); }
+    void setText(int id, const std::string& text) const { SetWindowTextA(item(id), text.c_str()); }
+
+    void click(int id) const {
+        SendMessageA(item(id), BM_CLICK, 0, 0);
+        pumpUntilIdle();
+    }
+
+    void type(int id, const char* keys) const {
+        SendMessageA(item(id), EM_SETSEL, 0, -1);
+        typeInto(item(id), keys);
+    }
+
+    // Drop-down lists.
+    int count(int id) const { return static_cast<int>(SendMessageA(item(id), CB_GETCOUNT, 0, 0)); }
+    int selected(int id) const { return static_cast<int>(SendMessageA(item(id), CB_GETCURSEL, 0, 0)); }
+    LRESULT itemData(int id, int position) const {
+        return SendMessageA(item(id), CB_GETITEMDATA, static_cast<WPARAM>(position), 0);
+    }
+    std::string itemText(int id, int position) const {
+        std::array<char, 256> text{};
+        SendMessageA(item(id), CB_GETLBTEXT, static_cast<WPARAM>(position),
+                     reinterpret_cast<LPARAM>(text.data()));
+        return text.data();
+    }
+    std::vector<std::string> itemTexts(int id) const {
+        std::vector<std::string> texts;
+        for (int position = 0; position < count(id); ++position)
+            texts.push_back(itemText(id, position));
+        return texts;
+    }
+    void choose(int id, int position) const {
+        SendMessageA(item(id), CB_SETCURSEL, static_cast<WPARAM>(position), 0);
+        SendMessageA(page_.handle(), WM_COMMAND, MAKEWPARAM(id, CBN_SELCHANGE),
+                     reinterpret_cast<LPARAM>(item(id)));
+        pumpUntilIdle();
+    }
+
+private:
+    framework::ControlHost& page_;
+};
+
+} // namespace test

@@ -1,0 +1,151 @@
+// The Schedule page as the kind is changed: what can be seen and used, and that nothing typed is lost.
+
+#include "lib/base/formatting.h"
+#include "scheduler/ui/framework/datetext.h"
+#include "tests/scheduler/ui/openschedulepage.h"
+
+#include <array>
+
+namespace {
+
+using base::TimeSpan;
+using base::TimeValue;
+using scheduler::ScheduleKind;
+
+const std::array<std::vector<int>, 6> controlsOfKinds = {{
+    {1023, 1028, 1025},
+    {1034, 1027, 1029},
+    {1033, 1015, 1030},
+    {1035, 1019, 1031, 1006, 1007, 1008, 1009, 1010, 1011, 1012},
+    {1036, 1022, 1032, 1024},
+    {1037, 1026},
+}};
+
+constexpr std::array allKinds = {ScheduleKind::AfterProject, ScheduleKind::AtStartup, ScheduleKind::Hourly,
+                                 ScheduleKind::Daily,        ScheduleKind::Monthly,   ScheduleKind::Once};
+
+class ScheduleKinds : public test::OpenSchedulePage {
+protected:
+    void SetUp() override { addToSchedule({"a.kra", "b.kra"}); }
+
+    void expectOnlyControlsOf(ScheduleKind kind) const {
+        for (std::size_t other = 0; other < controlsOfKinds.size(); ++other)
+            for (const int id : controlsOfKinds[other]) {
+                EXPECT_EQ(host->isVisible(id), other == static_cast<std::size_t>(kind)) << id;
+                EXPECT_EQ(host->isEnabled(id), other == static_cast<std::size_t>(kind)) << id;
+            }
+        EXPECT_TRUE(host->isVisible(1018));
+        EXPECT_EQ(host->isEnabled(1018), kind == ScheduleKind::AfterProject);
+        for (int button = 1000; button <= 1005; ++button)
+            EXPECT_EQ(host->isChecked(button), button == 1000 + static_cast<int>(kind)) << button;
+    }
+};
+
+TEST_F(ScheduleKinds, EachOpensWithItsOwnControls) {
+    for (const ScheduleKind kind : allKinds) {
+        open(kind);
+        expectOnlyControlsOf(kind);
+    }
+}
+
+TEST_F(ScheduleKinds, EachOrderOfTwoShowsTheLatter) {
+    for (const ScheduleKind from : allKinds)
+        for (const ScheduleKind to : allKinds) {
+            if (from == to)
+                continue;
+            open(from);
+            choose(to);
+            expectOnlyControlsOf(to);
+            choose(from);
+            expectOnlyControlsOf(from);
+        }
+}
+
+TEST_F(ScheduleKinds, WhatWasTypedUnderOneIsThereWhenTheUserComesBack) {
+    open(ScheduleKind::AfterProject);
+    const std::vector<std::pair<int, std::string>> typed = {
+        {IDC_AFTER_DELAY, "100"},        {IDC_STARTUP_DELAY, "200"}, {IDC_HOURLY_MINUTE, "30"},
+        {IDC_DAILY_TIME, "8:15"},        {IDC_MONTHLY_DAY, "12"},    {IDC_MONTHLY_TIME, "half"},
+        {IDC_ONCE_TIME, "3/10/2030 4pm"}};
+    for (const auto& [id, text] : typed)
+        host->setText(id, text);
+    host->click(IDC_TUESDAY);
+    for (const ScheduleKind kind : allKinds)
+        choose(kind);
+    for (const auto& [id, text] : typed)
+        EXPECT_EQ(host->text(id), text);
+    EXPECT_FALSE(host->isChecked(IDC_TUESDAY));
+    EXPECT_TRUE(host->isChecked(IDC_MONDAY));
+}
+
+TEST_F(ScheduleKinds, WaitingTakesAnotherEntry) {
+    schedule.clear();
+    open(ScheduleKind::AtStartup);
+    EXPECT_FALSE(host->isEnabled(IDC_KIND_AFTER_PROJECT));
+    open(ScheduleKind::AfterProject);
+    EXPECT_FALSE(host->isEnabled(IDC_KIND_AFTER_PROJECT));
+    EXPECT_TRUE(host->isChecked(IDC_KIND_AFTER_PROJECT)) << "what the record says is still shown";
+    addToSchedule({"a.kra"});
+    open(ScheduleKind::AtStartup);
+    EXPECT_TRUE(host->isEnabled(IDC_KIND_AFTER_PROJECT));
+    open(std::size_t{0});
+    EXPECT_FALSE(host->isEnabled(IDC_KIND_AFTER_PROJECT)) << "its own entry does not count";
+}
+
+TEST_F(ScheduleKinds, ARecordOfAnUnknownOneShowsNone) {
+    record.minutes = 77;
+    record.time = clock.now();
+    open(static_cast<ScheduleKind>(6));
+    for (int button = 1000; button <= 1005; ++button)
+        EXPECT_FALSE(host->isChecked(button));
+    for (const auto& controls : controlsOfKinds)
+        for (const int id : controls)
+            EXPECT_FALSE(host->isVisible(id)) << id;
+    page->store();
+    EXPECT_EQ(record.minutes, 77);
+    EXPECT_EQ(record.time, clock.now());
+    choose(ScheduleKind::Daily);
+    expectOnlyControlsOf(ScheduleKind::Daily);
+}
+
+TEST_F(ScheduleKinds, ASingleRunInThePastIsOfferedAMinuteAheadAsSoonAsTheKindIsAnother) {
+    record.time = clock.now() - TimeSpan::fromDays(3);
+    const std::string past = framework::dateTimeText(record.time);
+    const std::string ahead = framework::dateTimeText(clock.now() + TimeSpan::fromMinutes(1));
+    open(ScheduleKind::Once);
+    test::pumpUntilIdle();
+    EXPECT_EQ(host->text(IDC_ONCE_TIME), past) << "it is the user's own";
+    for (const ScheduleKind other : allKinds) {
+        if (other == ScheduleKind::Once)
+            continue;
+        for (const std::string& text : {past, std::string("no date"), std::string()}) {
+            choose(ScheduleKind::Once);
+            host->setText(IDC_ONCE_TIME, text);
+            test::pumpUntilIdle();
+            EXPECT_EQ(host->text(IDC_ONCE_TIME), text);
+            choose(other);
+            EXPECT_EQ(host->text(IDC_ONCE_TIME), ahead);
+        }
+    }
+    EXPECT_EQ(ahead, "03/10/26 12:35 pm");
+}
+
+TEST_F(ScheduleKinds, AnotherKindIsOpenedWithASingleRunAhead) {
+    record.time = TimeValue();
+    open(ScheduleKind::Hourly);
+    EXPECT_EQ(host->text(IDC_ONCE_TIME), "03/10/26 12:35 pm");
+}
+
+TEST_F(ScheduleKinds, ASingleRunToComeIsLeft) {
+    record.time = clock.now() + TimeSpan::fromDays(2);
+    open(ScheduleKind::Daily);
+    const std::string shown = host->text(IDC_ONCE_TIME);
+    EXPECT_EQ(shown, "03/12/26 12:34 pm");
+    choose(ScheduleKind::Hourly);
+    EXPECT_EQ(host->text(IDC_ONCE_TIME), shown);
+    clock.advance(TimeSpan::fromDays(2) + TimeSpan::fromMinutes(5));
+    test::pumpUntilIdle();
+    EXPECT_EQ(host->text(IDC_ONCE_TIME), "03/12/26 12:40 pm") << "meanwhile it had passed";
+}
+
+} // namespace
