@@ -1,0 +1,159 @@
+#include "tests/program/editordriver.h"
+
+#include "resources/ids.h"
+
+#include <prsht.h>
+
+namespace driver {
+namespace {
+
+constexpr int pageIds[] = {IDD_PROJECT_PAGE, IDD_SCHEDULE_PAGE};
+
+/// Of each kind, a control that no other kind shows.
+constexpr int fieldOfKind[] = {IDC_AFTER_DELAY, IDC_STARTUP_DELAY, IDC_HOURLY_MINUTE,
+                               IDC_DAILY_TIME,  IDC_MONTHLY_DAY,   IDC_ONCE_TIME};
+
+bool isShownDialog(HWND window, const std::string& caption) {
+    return window && IsWindowVisible(window) && textOf(window) == caption;
+}
+
+HWND messageWindow() {
+    const HWND window = FindWindowA("#32770", "Corvane Scheduler");
+    return isShownDialog(window, "Corvane Scheduler") ? window : nullptr;
+}
+
+} // namespace
+
+bool EditorDriver::open(int command, const char* caption) {
+    scheduler_.command(command);
+    return waitUntil([&] {
+        sheet_ = FindWindowA("#32770", caption);
+        return isShownDialog(sheet_, caption) && currentPage() != 0 && focusedWindow() != nullptr;
+    });
+}
+
+bool EditorDriver::openAdd() {
+    return open(IDM_ADD, "Add Scheduled Project");
+}
+
+bool EditorDriver::openEdit() {
+    return open(IDM_EDIT, "Edit Scheduled Task");
+}
+
+HWND EditorDriver::item(int id) const {
+    for (const int page : pageIds)
+        if (const HWND found = GetDlgItem(GetDlgItem(sheet_, page), id))
+            return found;
+    return nullptr;
+}
+
+int EditorDriver::currentPage() const {
+    for (const int page : pageIds)
+        if (IsWindowVisible(GetDlgItem(sheet_, page)))
+            return page;
+    return 0;
+}
+
+void EditorDriver::turnTo(int page) const {
+    const int index = page == IDD_PROJECT_PAGE ? 0 : 1;
+    SendMessageA(sheet_, PSM_SETCURSEL, static_cast<WPARAM>(index), 0);
+}
+
+bool EditorDriver::isChecked(int id) const {
+    return SendMessageA(item(id), BM_GETCHECK, 0, 0) == BST_CHECKED;
+}
+
+bool EditorDriver::isShown(int id) const {
+    return (GetWindowLongA(item(id), GWL_STYLE) & WS_VISIBLE) != 0;
+}
+
+int EditorDriver::itemCount(int list) const {
+    return static_cast<int>(SendMessageA(item(list), CB_GETCOUNT, 0, 0));
+}
+
+int EditorDriver::selected(int list) const {
+    return static_cast<int>(SendMessageA(item(list), CB_GETCURSEL, 0, 0));
+}
+
+bool EditorDriver::replace(int id, const std::string& text) const {
+    SendMessageA(item(id), EM_SETSEL, 0, -1);
+    for (const char key : text)
+        PostMessageA(item(id), WM_CHAR, static_cast<unsigned char>(key), 1);
+    return waitUntil([&] { return this->text(id) == text; });
+}
+
+bool EditorDriver::type(int id, const std::vector<TypedKey>& keys) const {
+    SendMessageA(item(id), EM_SETSEL, 0, -1);
+    for (const auto& [key, shown] : keys) {
+        PostMessageA(item(id), WM_CHAR, static_cast<unsigned char>(key), 1);
+        if (!waitUntil([&, &wanted = shown] { return text(id) == wanted; }))
+            return false;
+    }
+    return true;
+}
+
+void EditorDriver::click(int id) const {
+    SendMessageA(item(id), BM_CLICK, 0, 0);
+}
+
+void EditorDriver::choose(int list, int position) const {
+    SendMessageA(item(list), CB_SETCURSEL, static_cast<WPARAM>(position), 0);
+    SendMessageA(GetParent(item(list)), WM_COMMAND, MAKEWPARAM(list, CBN_SELCHANGE),
+                 reinterpret_cast<LPARAM>(item(list)));
+}
+
+bool EditorDriver::chooseKind(scheduler::ScheduleKind kind) const {
+    const int index = static_cast<int>(kind);
+    click(IDC_KIND_AFTER_PROJECT + index);
+    return waitUntil([&] { return isShown(fieldOfKind[index]) && isEnabled(fieldOfKind[index]); });
+}
+
+void EditorDriver::press(int button) const {
+    PostMessageA(GetDlgItem(sheet_, button), BM_CLICK, 0, 0);
+}
+
+void EditorDriver::pressKey(WPARAM key) const {
+    const HWND window = focusedWindow();
+    PostMessageA(window, WM_KEYDOWN, key, 1);
+    PostMessageA(window, WM_KEYUP, key, 1);
+}
+
+void EditorDriver::pressWithAlt(char letter) const {
+    constexpr LPARAM altIsDown = 1 << 29;
+    PostMessageA(focusedWindow(), WM_SYSCHAR, static_cast<WPARAM>(letter), altIsDown | 1);
+}
+
+int EditorDriver::focused() const {
+    return GetDlgCtrlID(focusedWindow());
+}
+
+HWND EditorDriver::focusedWindow() const {
+    GUITHREADINFO information{};
+    information.cbSize = sizeof(information);
+    GetGUIThreadInfo(GetWindowThreadProcessId(scheduler_.window(), nullptr), &information);
+    return information.hwndFocus;
+}
+
+bool EditorDriver::closes() const {
+    return waitUntil([&] { return !isOpen() && IsWindowEnabled(scheduler_.window()); });
+}
+
+std::vector<scheduler::ScheduledProject> EditorDriver::saveByOk() const {
+    press(IDOK);
+    if (!closes())
+        return {};
+    // What the command does after the sheet has gone is over when the next message is answered.
+    SendMessageA(scheduler_.window(), WM_NULL, 0, 0);
+    return savedSchedule();
+}
+
+HWND EditorDriver::message() const {
+    waitUntil([&] { return messageWindow() != nullptr; });
+    return messageWindow();
+}
+
+bool EditorDriver::isMessageClosed() const {
+    return waitUntil([&] { return messageWindow() == nullptr && IsWindowEnabled(sheet_); });
+}
+
+} // namespace driver

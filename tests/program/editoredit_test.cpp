@@ -1,0 +1,262 @@
+// Editing entries in the editor of the real program: every field of every kind, and what happens meanwhile.
+
+#include "lib/base/processes.h"
+#include "resources/ids.h"
+#include "scheduler/model/nextrun.h"
+#include "tests/program/editordriver.h"
+#include "tests/program/listdriver.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+
+using base::TimeSpan;
+using base::TimeValue;
+using driver::EditorDriver;
+using driver::ListDriver;
+using driver::savedSchedule;
+using driver::SchedulerProcess;
+using driver::waitUntil;
+using scheduler::RunCommand;
+using scheduler::ScheduledProject;
+using scheduler::ScheduleKind;
+
+namespace {
+
+/// Not due for hours, whatever its kind.
+ScheduledProject entryOf(ScheduleKind kind) {
+    ScheduledProject entry;
+    entry.path = "run:backup.exe";
+    entry.kind = kind;
+    const TimeValue later = TimeValue::now() + TimeSpan::fromMinutes(5 * 60);
+    entry.time = TimeValue(later.seconds() / 60 * 60 + (kind == ScheduleKind::Once ? 0 : 17));
+    entry.minutes = kind == ScheduleKind::Hourly ? (TimeValue::now().local().minute + 50) % 60 : 75;
+    entry.afterIndex = 1;
+    entry.dayOfMonth = 30;
+    entry.weekdays = {1, 0, 1, 0, 1, 0, 1};
+    entry.timeLimitMinutes = 30;
+    entry.disconnectWhenDone = 1;
+    entry.dialupEntry = "Office line";
+    entry.runCommand = RunCommand::RunUpdateOnly;
+    return entry;
+}
+
+/// What a user has set: all but what the program computes and records, with times as far as they count.
+ScheduledProject userPart(ScheduledProject entry) {
+    entry.nextRun = TimeValue();
+    entry.runStart = entry.lastRun = entry.waitingSince = TimeValue();
+    entry.lastResult.clear();
+    entry.running = 0;
+    entry.runNumber = 0;
+    if (entry.kind == ScheduleKind::Daily || entry.kind == ScheduleKind::Monthly)
+        entry.time = TimeValue(scheduler::timeOfDay(entry.time).seconds());
+    return entry;
+}
+
+class EditByEditor : public ::testing::Test {
+protected:
+    void TearDown() override {
+        scheduler_.kill();
+        base::runProcessAndWait("taskkill /f /im spider.exe", SW_HIDE, "", INFINITE);
+    }
+
+    /// Opens the editor on the first entry; a second one is there for it to wait for.
+    void open(const ScheduledProject& entry) {
+        start(entry);
+        ASSERT_TRUE(editor_.openEdit());
+    }
+
+    void start(const ScheduledProject& entry) {
+        scheduler_.kill();
+        ScheduledProject other;
+        other.path = "C:\\Sites\\news.kra";
+        other.kind = ScheduleKind::AtStartup;
+        driver::saveEntries({entry, other, other});
+        ASSERT_TRUE(scheduler_.start());
+        list_ = std::make_unique<ListDriver>(scheduler_.window());
+        list_->select({0});
+    }
+
+    ScheduledProject firstSaved() const {
+        const auto saved = savedSchedule();
+        return saved.size() == 3 ? saved[0] : ScheduledProject();
+    }
+
+    bool isShownRunning() const {
+        constexpr int nextRunColumn = 3;
+        return list_->cell(0, nextRunColumn) == "Running";
+    }
+
+    ScheduledProject editedByOk() {
+        const auto saved = editor_.saveByOk();
+        EXPECT_EQ(saved.size(), 3U);
+        return saved.size() == 3 ? saved[0] : ScheduledProject();
+    }
+
+    SchedulerProcess scheduler_;
+    EditorDriver editor_{scheduler_};
+    std::unique_ptr<ListDriver> list_;
+};
+
+TEST_F(EditByEditor, OpeningAndPressingOkChangesNothing) {
+    for (int kind = 0; kind < 6; ++kind) {
+        const ScheduledProject before = entryOf(static_cast<ScheduleKind>(kind));
+        ASSERT_NO_FATAL_FAILURE(open(before));
+        // Through every field and past every idle pass.
+        editor_.turnTo(IDD_SCHEDULE_PAGE);
+        for (int stop = 0; stop < 16; ++stop) {
+            const HWND from = editor_.focusedWindow();
+            editor_.pressKey(VK_TAB);
+            ASSERT_TRUE(waitUntil([&] { return editor_.focusedWindow() != from; }));
+        }
+        EXPECT_EQ(userPart(editedByOk()), userPart(before)) << kind;
+    }
+}
+
+TEST_F(EditByEditor, EveryFieldOfTheProjectPage) {
+    ScheduledProject wanted = entryOf(ScheduleKind::Hourly);
+    ASSERT_NO_FATAL_FAILURE(open(wanted));
+    ASSERT_TRUE(editor_.replace(IDC_PROJECT_PATH, "run:other.exe /x"));
+    editor_.choose(IDC_RUN_COMMAND, 0);
+    editor_.choose(IDC_AUTOCONNECT, 0);
+    ASSERT_TRUE(editor_.replace(IDC_TIME_LIMIT, "9999"));
+    editor_.click(IDC_DISCONNECT);
+    wanted.path = "run:other.exe /x";
+    wanted.runCommand = RunCommand::RunNormally;
+    wanted.dialupEntry.clear();
+    wanted.timeLimitMinutes = 9999;
+    wanted.disconnectWhenDone = 0;
+    EXPECT_EQ(userPart(editedByOk()), userPart(wanted));
+}
+
+TEST_F(EditByEditor, EveryFieldOfEveryKind) {
+    const TimeValue onceAt = TimeValue::fromLocal(2037, 12, 31, 23, 59, 0, -1);
+    const TimeValue evening = TimeValue::fromLocal(2026, 3, 10, 21, 5, 0, -1);
+    struct Change {
+        ScheduleKind kind;
+        int id;
+        const char* text;
+        std::function<void(ScheduledProject&)> apply;
+    };
+    const Change changes[] = {
+        {ScheduleKind::AfterProject, IDC_AFTER_DELAY, "1440", [](auto& entry) { entry.minutes = 1440; }},
+        {ScheduleKind::AtStartup, IDC_STARTUP_DELAY, "1", [](auto& entry) { entry.minutes = 1; }},
+        {ScheduleKind::Hourly, IDC_HOURLY_MINUTE, "0", [](auto& entry) { entry.minutes = 0; }},
+        {ScheduleKind::Daily, IDC_DAILY_TIME, "2105", [&](auto& entry) { entry.time = evening; }},
+        {ScheduleKind::Monthly, IDC_MONTHLY_DAY, "31", [](auto& entry) { entry.dayOfMonth = 31; }},
+        {ScheduleKind::Monthly, IDC_MONTHLY_TIME, "9:05p", [&](auto& entry) { entry.time = evening; }},
+        {ScheduleKind::Once, IDC_ONCE_TIME, "12/31/37 11:59 pm", [&](auto& entry) { entry.time = onceAt; }},
+    };
+    for (const Change& change : changes) {
+        ScheduledProject wanted = entryOf(change.kind);
+        ASSERT_NO_FATAL_FAILURE(open(wanted));
+        editor_.turnTo(IDD_SCHEDULE_PAGE);
+        ASSERT_TRUE(editor_.replace(change.id, change.text));
+        change.apply(wanted);
+        EXPECT_EQ(userPart(editedByOk()), userPart(wanted)) << change.id;
+    }
+}
+
+TEST_F(EditByEditor, TheProjectToWaitForAndTheDays) {
+    ScheduledProject wanted = entryOf(ScheduleKind::AfterProject);
+    ASSERT_NO_FATAL_FAILURE(open(wanted));
+    EXPECT_EQ(editor_.itemCount(IDC_AFTER_PROJECT), 2) << "not the entry itself";
+    EXPECT_EQ(editor_.selected(IDC_AFTER_PROJECT), 0);
+    editor_.choose(IDC_AFTER_PROJECT, 1);
+    wanted.afterIndex = 2;
+    EXPECT_EQ(userPart(editedByOk()), userPart(wanted));
+
+    for (int day = 0; day < 7; ++day) {
+        wanted = entryOf(ScheduleKind::Daily);
+        ASSERT_NO_FATAL_FAILURE(open(wanted));
+        editor_.click(IDC_MONDAY + day);
+        auto& flag = wanted.weekdays[static_cast<std::size_t>(day)];
+        flag = flag ? 0 : 1;
+        EXPECT_EQ(userPart(editedByOk()), userPart(wanted)) << day;
+    }
+}
+
+TEST_F(EditByEditor, TheNextRunFollowsTheEdit) {
+    ASSERT_NO_FATAL_FAILURE(open(entryOf(ScheduleKind::AtStartup)));
+    ASSERT_TRUE(editor_.chooseKind(ScheduleKind::Once));
+    ASSERT_TRUE(editor_.replace(IDC_ONCE_TIME, "12/31/37 11:59 pm"));
+    EXPECT_EQ(editedByOk().nextRun, TimeValue::fromLocal(2037, 12, 31, 23, 59, 0, -1));
+}
+
+TEST_F(EditByEditor, LeavingByButtonEscapeAndCaptionChangesNothing) {
+    const std::function<void(const EditorDriver&)> ways[] = {
+        [](const EditorDriver& editor) { editor.press(IDCANCEL); },
+        [](const EditorDriver& editor) { editor.pressKey(VK_ESCAPE); },
+        [](const EditorDriver& editor) { PostMessageA(editor.sheet(), WM_SYSCOMMAND, SC_CLOSE, 0); },
+    };
+    const ScheduledProject before = entryOf(ScheduleKind::Hourly);
+    start(before);
+    for (const auto& leave : ways) {
+        ASSERT_TRUE(editor_.openEdit());
+        ASSERT_TRUE(editor_.replace(IDC_PROJECT_PATH, "run:other.exe"));
+        ASSERT_TRUE(editor_.chooseKind(ScheduleKind::AtStartup));
+        leave(editor_);
+        ASSERT_TRUE(editor_.closes());
+        EXPECT_EQ(userPart(firstSaved()), userPart(before));
+        EXPECT_EQ(list_->cell(0, 0), "run:backup.exe");
+        EXPECT_EQ(editor_.focusedWindow(), list_->handle());
+    }
+}
+
+TEST_F(EditByEditor, ADoubleClickEditsAndEnterIsOk) {
+    start(entryOf(ScheduleKind::Hourly));
+    list_->doubleClickRow(0);
+    ASSERT_TRUE(waitUntil([] { return FindWindowA("#32770", "Edit Scheduled Task") != nullptr; }));
+    ASSERT_TRUE(waitUntil([&] { return scheduler_.messageBox() != nullptr; }));
+    SetDlgItemTextA(GetDlgItem(scheduler_.messageBox(), IDD_PROJECT_PAGE), IDC_PROJECT_PATH, "run:enter.exe");
+    editor_.pressKey(VK_RETURN);
+    EXPECT_TRUE(waitUntil([&] { return firstSaved().path == "run:enter.exe"; }));
+    EXPECT_TRUE(waitUntil([&] { return editor_.focusedWindow() == list_->handle(); }));
+}
+
+TEST_F(EditByEditor, ARunThatStartsWhileTheEditorIsOpenGoesOn) {
+    const driver::SampleSpider spider;
+    ScheduledProject entry = entryOf(ScheduleKind::Hourly);
+    entry.path = spider.makeProject("slow.kra", "seconds=600\n");
+    ASSERT_NO_FATAL_FAILURE(open(entry));
+    scheduler_.command(IDM_RUN); // the engine starts what is due in the same way
+    ASSERT_TRUE(waitUntil([&] { return isShownRunning() && spider.logged("start run 1:") == 1; }));
+    ASSERT_TRUE(editor_.replace(IDC_TIME_LIMIT, "7"));
+    const ScheduledProject edited = editedByOk();
+    EXPECT_EQ(edited.timeLimitMinutes, 7);
+    EXPECT_EQ(edited.running, 1);
+    EXPECT_EQ(edited.runNumber, 1);
+    EXPECT_NE(edited.runStart, TimeValue());
+    EXPECT_TRUE(isShownRunning());
+
+    base::runProcessAndWait("taskkill /f /im spider.exe", SW_HIDE, "", INFINITE);
+    ASSERT_TRUE(waitUntil([&] { return firstSaved().running == 0; })) << "its end still finds it";
+    EXPECT_EQ(firstSaved().lastRun, edited.runStart);
+    EXPECT_EQ(firstSaved().timeLimitMinutes, 7);
+}
+
+TEST_F(EditByEditor, ARunThatEndsWhileTheEditorIsOpenIsRecorded) {
+    const driver::SampleSpider spider;
+    ScheduledProject entry = entryOf(ScheduleKind::Hourly);
+    entry.path = spider.makeProject("slow.kra", "seconds=600\n");
+    entry.lastResult = "2 errors";
+    start(entry);
+    scheduler_.command(IDM_RUN);
+    ASSERT_TRUE(waitUntil([&] { return isShownRunning() && spider.logged("start run") == 1; }));
+    ASSERT_TRUE(editor_.openEdit());
+    EXPECT_TRUE(isShownRunning());
+    base::runProcessAndWait("taskkill /f /im spider.exe", SW_HIDE, "", INFINITE);
+    ASSERT_TRUE(waitUntil([&] { return firstSaved().lastRun != TimeValue(); }));
+    const ScheduledProject ended = firstSaved();
+    ASSERT_TRUE(editor_.isOpen());
+    ASSERT_TRUE(editor_.replace(IDC_TIME_LIMIT, "7"));
+    const ScheduledProject edited = editedByOk();
+    EXPECT_EQ(edited.timeLimitMinutes, 7);
+    EXPECT_EQ(edited.running, 0);
+    EXPECT_EQ(edited.lastRun, ended.lastRun);
+    EXPECT_EQ(edited.lastResult, "") << "the new run's, not the one from before it";
+}
+
+} // namespace
