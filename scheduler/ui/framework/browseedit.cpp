@@ -5,6 +5,7 @@
 #include "scheduler/ui/framework/browselayout.h"
 #include "scheduler/ui/framework/chosenfiles.h"
 #include "scheduler/ui/framework/controlhost.h"
+#include "scheduler/ui/framework/textextent.h"
 
 #include <cderr.h>
 
@@ -47,33 +48,6 @@ std::string askForFiles(OPENFILENAMEA request, std::string text) {
             return {};
     }
 }
-
-class MeasuringContext {
-public:
-    explicit MeasuringContext(HWND window)
-        : window_(window),
-          context_(GetDC(window)),
-          oldFont_(
-              SelectObject(context_, reinterpret_cast<HGDIOBJ>(SendMessageA(window, WM_GETFONT, 0, 0)))) {}
-    MeasuringContext(const MeasuringContext&) = delete;
-    MeasuringContext& operator=(const MeasuringContext&) = delete;
-    ~MeasuringContext() {
-        SelectObject(context_, oldFont_);
-        ReleaseDC(window_, context_);
-    }
-
-    /// Of a text on a button: the mark of its access key is not shown.
-    int widthOf(const std::string& text) const {
-        RECT extent{};
-        DrawTextA(context_, text.c_str(), -1, &extent, DT_CALCRECT | DT_SINGLELINE);
-        return extent.right;
-    }
-
-private:
-    HWND window_;
-    HDC context_;
-    HGDIOBJ oldFont_;
-};
 
 void place(HWND window, const RECT& place, HWND behind) {
     SetWindowPos(window, behind, place.left, place.top, place.right - place.left, place.bottom - place.top,
@@ -121,7 +95,7 @@ void BrowseEdit::createButton() {
 }
 
 void BrowseEdit::layOut() {
-    const BrowseLayout layout = layOutBrowseEdit(place_, MeasuringContext(handle()).widthOf(buttonText_));
+    const BrowseLayout layout = layOutBrowseEdit(place_, TextExtent(handle()).of(buttonText_).cx);
     place(handle(), layout.edit, nullptr);
     place(button_.handle(), layout.button, handle()); // behind the edit in the order of the Tab key, too
 }

@@ -2,6 +2,7 @@
 
 #include "scheduler/ui/framework/control.h"
 #include "scheduler/ui/framework/messagepump.h"
+#include "scheduler/ui/framework/textextent.h"
 
 #include <algorithm>
 #include <exception>
@@ -20,6 +21,7 @@ void ControlHost::start(HWND dialog) {
         return;
     for (Control* control : controls_)
         control->attachIn(dialog);
+    widenCutTexts(dialog);
     load();
     updateState();
 }

@@ -1,7 +1,13 @@
 #include "scheduler/ui/framework/listbox.h"
 
+#include "scheduler/ui/framework/textextent.h"
+
+#include <algorithm>
+
 namespace framework {
 namespace {
+
+constexpr int textIndent = 2; // pixels
 
 struct ItemColours {
     int text = COLOR_WINDOWTEXT;
@@ -25,12 +31,25 @@ bool showsFocus(const DRAWITEMSTRUCT& item) {
 
 void ListControl::refill() {
     send(CB_RESETCONTENT);
+    const TextExtent extent(handle());
+    LONG widest = 0;
     for (int item = 0; item < source_.count(); ++item) {
         const std::string text = source_.text(item);
+        widest = std::max(widest, extent.of(text).cx);
         const LRESULT position =
             send(CB_INSERTSTRING, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(text.c_str()));
         send(CB_SETITEMDATA, static_cast<WPARAM>(position), source_.value(item));
     }
+    widenDroppedList(widest);
+}
+
+void ListControl::widenDroppedList(int textWidth) {
+    RECT place{};
+    GetWindowRect(handle(), &place);
+    const int longest = 3 * (place.right - place.left);
+    const int needed = textWidth + 2 * textIndent + GetSystemMetrics(SM_CXVSCROLL);
+    // The platform never makes it narrower than the control.
+    send(CB_SETDROPPEDWIDTH, static_cast<WPARAM>(std::min(needed, longest)));
 }
 
 int ListControl::count() const {
@@ -60,7 +79,6 @@ bool ListControl::onDrawItem(const DRAWITEMSTRUCT& item) {
     const ItemColours colours = coloursOf(item, isItem ? source_.textColour(position) : COLOR_WINDOWTEXT);
     const std::string text = isItem ? source_.text(position) : std::string();
 
-    constexpr int textIndent = 2; // pixels
     TEXTMETRICA metrics{};
     GetTextMetricsA(item.hDC, &metrics);
     const RECT& place = item.rcItem;

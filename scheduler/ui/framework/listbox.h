@@ -36,6 +36,9 @@ protected:
     const ListSource& source() const { return source_; }
 
 private:
+    /// So that long texts can be read where the list drops down, too.
+    void widenDroppedList(int textWidth);
+
     const ListSource& source_;
 };
 

@@ -67,6 +67,21 @@ TEST_F(ListBox, HoldsEachTextBesideItsValue) {
     EXPECT_EQ(SendMessageA(handle(), CB_GETITEMDATA, 2, 0), 20);
 }
 
+TEST_F(ListBox, TheDroppedListIsWideEnoughForItsTexts) {
+    const auto droppedWidth = [&] { return SendMessageA(handle(), CB_GETDROPPEDWIDTH, 0, 0); };
+    const LRESULT own = droppedWidth();
+    RECT place{};
+    GetWindowRect(handle(), &place);
+    EXPECT_EQ(own, place.right - place.left) << "short texts leave it as it is";
+    items.add({std::string(40, 'm'), 40});
+    dialog.list.refill();
+    const LRESULT wide = droppedWidth();
+    EXPECT_GT(wide, own);
+    items.add({std::string(4000, 'm'), 50});
+    dialog.list.refill();
+    EXPECT_EQ(droppedWidth(), 3 * own) << "but it stays on the screen";
+}
+
 TEST_F(ListBox, SelectsTheItemOfItsValue) {
     std::int32_t field = 20;
     dialog.list.bind(framework::bindNumber(field));
