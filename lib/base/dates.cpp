@@ -71,7 +71,7 @@ TimeValue TimeValue::fromUtc(int year, int month, int day, int hour, int minute,
         if (!standard)
             continue;
         // Plain signed seconds: a span would drop the offset of a zone east of Greenwich.
-        const std::int64_t t = std::int64_t{*standard} - shift * 86400 - standardOffset();
+        const std::int64_t t = std::int64_t{*standard} - std::int64_t{shift} * 86400 - standardOffset();
         return t >= 0 && fits(t) ? TimeValue(static_cast<std::int32_t>(t)) : TimeValue();
     }
     return {};

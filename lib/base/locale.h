@@ -6,7 +6,7 @@
 
 #include <string>
 
-struct _SYSTEMTIME; // the platform's SYSTEMTIME
+struct _SYSTEMTIME; // NOLINT(bugprone-reserved-identifier): the platform's SYSTEMTIME
 
 namespace base {
 

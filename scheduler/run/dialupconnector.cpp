@@ -28,7 +28,7 @@ bool listEntries(const EnumerateEntries& enumerate, std::vector<std::string>& na
     DWORD result = ERROR_SUCCESS;
     do {
         records.push_back(blank);
-        DWORD size = static_cast<DWORD>(records.size() * sizeof(blank));
+        auto size = static_cast<DWORD>(sizeof(blank)) * static_cast<DWORD>(records.size());
         result = enumerate(nullptr, nullptr, records.data(), &size, &count);
     } while (result == ERROR_BUFFER_TOO_SMALL);
 

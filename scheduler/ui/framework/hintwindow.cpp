@@ -182,10 +182,10 @@ void HintWindow::close() {
 /// gone.
 void HintWindow::dropDead() {
     Hints& hints = shownHints();
-    const auto dead = std::ranges::stable_partition(
-        hints, [](const auto& hint) { return hint->handle() && !hint->isOrphaned(); });
-    const Hints dropped(std::move_iterator(dead.begin()), std::move_iterator(dead.end()));
-    hints.erase(dead.begin(), dead.end());
+    const auto dead = std::stable_partition(
+        hints.begin(), hints.end(), [](const auto& hint) { return hint->handle() && !hint->isOrphaned(); });
+    const Hints dropped(std::make_move_iterator(dead), std::make_move_iterator(hints.end()));
+    hints.erase(dead, hints.end());
 }
 
 void HintWindow::paint() {
