@@ -175,7 +175,7 @@ void Simulation::perform(const Act& act) {
     case Act::Edit:
         if (count() > 0) {
             const int position = dice_.upTo(count() - 1);
-            edit(position, randomItem(dice_, plan_.mix, 0, position, count()));
+            edit(position, itemOfNow(0, position));
             calmRings();
         }
         break;
@@ -221,8 +221,16 @@ std::vector<int> Simulation::randomSelection() {
     return chosen;
 }
 
+// An entry that is sometimes meant for this very second.
+Item Simulation::itemOfNow(int serial, int position) {
+    Item item = randomItem(dice_, plan_.mix, serial, position, count());
+    if (dice_.oneIn(4))
+        item.time = now_ + dice_.between(-1, 1);
+    return item;
+}
+
 void Simulation::add() {
-    Item item = randomItem(dice_, plan_.mix, serial_++, count(), count());
+    Item item = itemOfNow(serial_++, count());
     ScheduledProject record = entryFrom(item);
     if (dice_.oneIn(3)) { // as the editor offers it
         const std::string path = item.path;

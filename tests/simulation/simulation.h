@@ -78,6 +78,7 @@ private:
     void step();
     void deliverEnds();
     void perform(const Act& act);
+    plain::Item itemOfNow(int serial, int position);
     void add();
     void drop();
     void edit(int position, const plain::Item& shown);

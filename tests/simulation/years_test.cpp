@@ -9,7 +9,7 @@ TEST(SimulatedYearsTest, TheProgramDoesWhatThePlainRulesSay) {
     Plan plan;
     plan.length = 3652 * day;
     plan.entries = 500;
-    plan.mix.hourlyPerThousand = 2; // each of them runs as often as all that run once a month
+    plan.mix.hourlyPerThousand = 5; // each of them runs 87,000 times
     plan.mix.dailyPerThousand = 40;
     plan.mix.pausedRingMinutes = 1440;
     plan.actsPerDay = 2;
