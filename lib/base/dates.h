@@ -86,6 +86,7 @@ public:
     int second() const { return local().second; }
     int dayOfWeek() const { return local().dayOfWeek; }
 
+    // NOLINTNEXTLINE(modernize-use-nullptr): the comparison that is made for it
     friend constexpr auto operator<=>(TimeValue, TimeValue) = default;
     friend constexpr TimeValue operator+(TimeValue t, TimeSpan span);
     friend constexpr TimeValue operator-(TimeValue t, TimeSpan span);

@@ -192,8 +192,8 @@ void SchedulerEngine::finishRun(std::size_t position, base::TimeValue finishTime
 }
 
 void SchedulerEngine::wakeFollowers(std::size_t position, base::TimeValue finishTime) {
-    // Disabled and running followers too: neither starts by it. Enabling the one and the end of the other's run
-    // give them another next run.
+    // Disabled and running followers too: neither starts by it. Enabling the one and the end of the other's
+    // run give them another next run.
     for (ScheduledProject& follower : entries_) {
         if (follower.kind == ScheduleKind::AfterProject && std::cmp_equal(follower.afterIndex, position))
             follower.nextRun = finishTime + base::TimeSpan::fromMinutes(follower.minutes);

@@ -74,7 +74,6 @@ SchedulePage::ofKind(ScheduleKind kind, std::unique_ptr<framework::FieldBinding<
 SchedulePage::SchedulePage(ScheduledProject& record, const ScheduleList& schedule,
                            std::optional<std::size_t> position, const base::Clock& clock)
     : PropertyPage(IDD_SCHEDULE_PAGE),
-      record_(record),
       clock_(clock),
       otherProjects_(projectsBut(position, schedule)),
       kind_(*this,

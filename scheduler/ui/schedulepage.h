@@ -39,7 +39,6 @@ private:
     bool isChosen(ScheduleKind kind) const;
     bool hasWeekday() const;
 
-    ScheduledProject& record_;
     const base::Clock& clock_;
     framework::ItemList otherProjects_; ///< each stands for its position in the schedule
 

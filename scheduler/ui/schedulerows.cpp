@@ -11,7 +11,7 @@ namespace scheduler {
 
 ScheduleRows::ScheduleRows(ScheduleList& schedule, std::function<EngineState()> state)
     : schedule_(schedule), state_(std::move(state)) {
-    onEntriesLoaded(schedule_.size());
+    ScheduleRows::onEntriesLoaded(schedule_.size());
     schedule_.addObserver(*this);
 }
 
