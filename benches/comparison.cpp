@@ -1,0 +1,55 @@
+#include "benches/comparison.h"
+
+#include "benches/table.h"
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+namespace bench {
+namespace {
+
+constexpr int rounds = 15;
+// So long each one is repeated within a round: shorter times are lost in the noise.
+constexpr double secondsPerRound = 0.05;
+constexpr int mostRepetitions = 10000;
+
+int repetitionsFor(double once) {
+    return std::clamp(static_cast<int>(secondsPerRound / std::max(once, 1e-9)), 1, mostRepetitions);
+}
+
+double averageOf(const Timed& timed, int repetitions) {
+    double sum = 0;
+    for (int i = 0; i < repetitions; ++i)
+        sum += timed();
+    return sum / repetitions;
+}
+
+} // namespace
+
+void compare(const Comparison& comparison, const Timed& subject, const Timed& limit) {
+    // The first ones also warm up caches and heap.
+    const int repetitions = repetitionsFor(std::min(subject(), limit()));
+    std::vector<double> subjects;
+    std::vector<double> limits;
+    std::vector<double> ratios;
+    for (int round = 0; round < rounds; ++round) {
+        std::pair<double, double> times;
+        // Whoever comes second finds the caches and the heap as the other left them.
+        if (round % 2 == 0)
+            times.first = averageOf(subject, repetitions);
+        times.second = averageOf(limit, repetitions);
+        if (round % 2 != 0)
+            times.first = averageOf(subject, repetitions);
+        const double allowance = comparison.allowance ? averageOf(comparison.allowance, repetitions) : 0;
+        subjects.push_back(times.first);
+        limits.push_back(times.second);
+        ratios.push_back((times.first - allowance) / times.second);
+    }
+    const double median = medianOf(subjects);
+    print({comparison.what, grouped(comparison.count) + ' ' + comparison.things, median, spreadOf(subjects),
+           median / static_cast<double>(comparison.count), comparison.limit, medianOf(limits),
+           medianOf(ratios), comparison.wanted});
+}
+
+} // namespace bench

@@ -1,0 +1,18 @@
+// Schedules to measure with.
+#pragma once
+
+#include "scheduler/model/schedulelist.h"
+
+#include <cstddef>
+#include <vector>
+
+namespace bench {
+
+/// The moment that the entries' times lie around.
+base::TimeValue referenceTime();
+
+/// Entries of all kinds, with paths, results and dial-up entries as users have them. None is due at
+/// referenceTime() or for an hour after it.
+std::vector<scheduler::ScheduledProject> manyEntries(std::size_t count);
+
+} // namespace bench

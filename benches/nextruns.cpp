@@ -1,0 +1,101 @@
+// The next run of an entry of each kind.
+#include "benches/benches.h"
+#include "benches/comparison.h"
+#include "benches/entries.h"
+#include "scheduler/model/nextrun.h"
+
+#include <ctime>
+#include <string>
+
+namespace bench {
+namespace {
+
+using base::TimeSpan;
+using base::TimeValue;
+using scheduler::ScheduledProject;
+using scheduler::ScheduleKind;
+
+constexpr std::size_t calls = 100000;
+
+// The runtime's share of each rule, and nothing else. `now` moves on with each call, as it does from entry to
+// entry.
+std::time_t localTime(std::time_t t) {
+    return std::localtime(&t)->tm_mday;
+}
+
+std::time_t makeTime(int hour) {
+    std::tm fields{};
+    fields.tm_year = 126;
+    fields.tm_mon = 5;
+    fields.tm_mday = 15;
+    fields.tm_hour = hour;
+    fields.tm_isdst = -1;
+    return std::mktime(&fields);
+}
+
+std::time_t hourlyCalls(std::time_t now) {
+    return localTime(now) + makeTime(13);
+}
+
+/// The clock's date, its midnight, the entry's time of day and the candidate's weekday.
+std::time_t dailyCalls(std::time_t now) {
+    return localTime(std::time(nullptr)) + makeTime(0) + localTime(now) + localTime(now + 86400);
+}
+
+/// The clock's date, its month's beginning and the entry's time of day.
+std::time_t monthlyCalls(std::time_t now) {
+    return localTime(std::time(nullptr)) + makeTime(0) + localTime(now);
+}
+
+/// What is left of a rule that needs no call: being called and reading the entry.
+[[gnu::noinline]] std::time_t noCalls(const scheduler::EngineState& state, const ScheduledProject& entry,
+                                      std::time_t now) {
+    return static_cast<int>(entry.kind) + state.startupFlag + entry.time.seconds() + now;
+}
+
+template<class Calls>
+void benchRule(const char* what, const char* limitName, const ScheduledProject& entry, const Calls& calls1) {
+    const scheduler::EngineState state;
+    const auto subject = [&] {
+        return secondsOf([&] {
+            TimeValue now = referenceTime();
+            for (std::size_t i = 0; i < calls; ++i, now = now + TimeSpan::fromSeconds(1))
+                keep(scheduler::computeNextRun(state, entry, now));
+        });
+    };
+    const auto limit = [&] {
+        return secondsOf([&] {
+            std::time_t now = referenceTime().seconds();
+            for (std::size_t i = 0; i < calls; ++i, ++now)
+                keep(calls1(now));
+        });
+    };
+    compare({std::string("next run: ") + what, calls, "calls", limitName, 1.3}, subject, limit);
+}
+
+} // namespace
+
+void benchNextRuns() {
+    ScheduledProject entry;
+    entry.minutes = 30;
+    entry.dayOfMonth = 40; // always a candidate of this month that is to come
+    entry.time = referenceTime() + TimeSpan::fromMinutes(60);
+    const scheduler::EngineState state;
+    const auto none = [&](std::time_t now) { return noCalls(state, entry, now); };
+    const auto setKind = [&](ScheduleKind kind) { entry.kind = kind; };
+
+    setKind(ScheduleKind::AfterProject);
+    benchRule("after another", "a call that reads the entry", entry, none);
+    setKind(ScheduleKind::AtStartup);
+    benchRule("at start-up", "a call that reads the entry", entry, none);
+    setKind(ScheduleKind::Hourly);
+    benchRule("hourly", "1 localtime, 1 mktime", entry, hourlyCalls);
+    setKind(ScheduleKind::Daily);
+    benchRule("daily", "time, 3 localtime, 1 mktime", entry, dailyCalls);
+    setKind(ScheduleKind::Monthly);
+    benchRule("monthly", "time, 2 localtime, 1 mktime", entry, monthlyCalls);
+    setKind(ScheduleKind::Once);
+    benchRule("once", "a call that reads the entry", entry, none);
+}
+
+} // namespace bench

@@ -1,0 +1,115 @@
+// Loading and saving the schedule, the file's opening and closing included.
+#include "scheduler/model/schedulefile.h"
+
+#include "benches/benches.h"
+#include "benches/comparison.h"
+#include "benches/entries.h"
+#include "lib/base/files.h"
+#include "scheduler/model/schedulecodec.h"
+
+#include <array>
+#include <cstdio>
+#include <cstring>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace bench {
+namespace {
+
+constexpr std::array<std::size_t, 3> counts = {1000, 100000, 1000000};
+
+/// What stands in the file, apart from what it means.
+struct PlainRecord {
+    std::string path;
+    std::string lastResult;
+    std::array<std::byte, 35> beforeDialup;
+    std::string dialupEntry;
+    std::array<std::byte, 35> behindDialup;
+};
+
+class PlainCopier {
+public:
+    explicit PlainCopier(const std::byte* source) : source_(source) {}
+
+    void copy(void* target, std::size_t size) {
+        std::memcpy(target, source_, size);
+        source_ += size;
+    }
+    void copy(std::string& text) {
+        std::uint32_t length = 0;
+        copy(&length, sizeof(length));
+        text.assign(reinterpret_cast<const char*>(source_), length);
+        source_ += length;
+    }
+
+private:
+    const std::byte* source_;
+};
+
+std::vector<PlainRecord> copyPlainly() {
+    base::MappedFile file;
+    file.open(scheduler::schedulePath());
+    PlainCopier copier(file.bytes().data());
+    std::array<std::uint32_t, 2> head{};
+    copier.copy(head.data(), sizeof(head));
+    std::vector<PlainRecord> records(head[1]);
+    for (PlainRecord& record : records) {
+        copier.copy(record.path);
+        copier.copy(record.lastResult);
+        copier.copy(record.beforeDialup.data(), record.beforeDialup.size());
+        copier.copy(record.dialupEntry);
+        copier.copy(record.behindDialup.data(), record.behindDialup.size());
+    }
+    return records;
+}
+
+void writeOnce(const std::string& path, const std::vector<std::byte>& bytes) {
+    std::FILE* const file = std::fopen(path.c_str(), "wb");
+    std::fwrite(bytes.data(), 1, bytes.size(), file);
+    std::fclose(file);
+}
+
+} // namespace
+
+void benchLoading() {
+    for (const std::size_t count : counts) {
+        {
+            scheduler::ScheduleList list;
+            list.assign(manyEntries(count));
+            scheduler::saveSchedule(list);
+        }
+        // What is loaded is given back outside the time taken.
+        const auto subject = [] {
+            scheduler::ScheduleList list;
+            return secondsOf([&] { scheduler::loadSchedule(list, scheduler::scheduleMagic); });
+        };
+        const auto limit = [] {
+            std::vector<PlainRecord> records;
+            return secondsOf([&] { records = copyPlainly(); });
+        };
+        compare({"load the schedule", count, "entries", "copying it out of the mapping", 1.5}, subject,
+                limit);
+    }
+}
+
+void benchSaving() {
+    for (const std::size_t count : counts) {
+        scheduler::ScheduleList list;
+        list.assign(manyEntries(count));
+        scheduler::saveSchedule(list);
+        std::vector<std::byte> bytes;
+        {
+            base::MappedFile file;
+            file.open(scheduler::schedulePath());
+            bytes.assign(file.bytes().begin(), file.bytes().end());
+        }
+        const std::string other = base::windowsDirectory() + "bench.dat";
+        const auto subject = [&] { return secondsOf([&] { scheduler::saveSchedule(list); }); };
+        const auto limit = [&] { return secondsOf([&] { writeOnce(other, bytes); }); };
+        compare({"save it", count, "entries", "one fwrite of its bytes", 1.5}, subject, limit);
+        std::remove(other.c_str());
+    }
+}
+
+} // namespace bench

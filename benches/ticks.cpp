@@ -1,0 +1,51 @@
+// The engine's timer when nothing is due.
+#include "benches/benches.h"
+#include "benches/comparison.h"
+#include "benches/entries.h"
+#include "scheduler/run/engine.h"
+
+namespace bench {
+namespace {
+
+/// What an engine that starts nothing never asks.
+class NothingAround : public scheduler::RunLauncher,
+                      public scheduler::OutcomeSource,
+                      public scheduler::ScheduleStore,
+                      public scheduler::UserMessages,
+                      public scheduler::EngineListener {
+public:
+    std::string commandLineOf(const scheduler::ScheduledProject&) override { return {}; }
+    bool launch(std::unique_ptr<scheduler::RunRequest>) override { return false; }
+    scheduler::RunOutcome take(std::uint32_t) override { return {}; }
+    bool save(const scheduler::ScheduleList&) override { return false; }
+    void showError(const std::string&) override {}
+    void showNotice(const std::string&) override {}
+    void onScheduleChanged() override {}
+    void onSuspendedChanged(bool) override {}
+};
+
+[[gnu::noinline]] bool anyDue(const scheduler::ScheduleList& list, base::TimeValue now) {
+    bool due = false;
+    for (const scheduler::ScheduledProject& entry : list)
+        due |= now >= entry.nextRun && !entry.disabled && !entry.running;
+    return due;
+}
+
+} // namespace
+
+void benchTicks() {
+    for (const std::size_t count : {1000U, 100000U, 1000000U}) {
+        scheduler::ScheduleList list;
+        list.assign(manyEntries(count));
+        scheduler::RunPolicy policy;
+        NothingAround around;
+        scheduler::SchedulerEngine engine(list, policy,
+                                          {base::systemClock(), around, around, around, around, around});
+        const auto subject = [&] { return secondsOf([&] { engine.onTimer(referenceTime()); }); };
+        const auto limit = [&] { return secondsOf([&] { keep(anyDue(list, referenceTime())); }); };
+        compare({"a tick with nothing due", count, "entries", "one pass over the same fields", 1.5}, subject,
+                limit);
+    }
+}
+
+} // namespace bench
