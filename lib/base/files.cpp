@@ -7,11 +7,18 @@
 #include <fcntl.h>
 #include <io.h>
 #include <sys/stat.h>
+#include <utility>
 
 namespace base {
 namespace {
 
 [[maybe_unused]] const bool registered = registerSourceFile(__FILE__, RELEASE_DATE);
+
+std::FILE* openForWriting(const std::string& path) {
+    constexpr int mode = _O_WRONLY | _O_BINARY | _O_CREAT | _O_TRUNC | _O_NOINHERIT;
+    const int descriptor = _open(path.c_str(), mode, _S_IREAD | _S_IWRITE);
+    return descriptor < 0 ? nullptr : _fdopen(descriptor, "wb");
+}
 
 } // namespace
 
@@ -41,19 +48,21 @@ void MappedFile::close() {
     file_.reset();
 }
 
-std::FILE* detail::openForWriting(const std::string& path) {
-    constexpr int mode = _O_WRONLY | _O_BINARY | _O_CREAT | _O_TRUNC | _O_NOINHERIT;
-    const int descriptor = _open(path.c_str(), mode, _S_IREAD | _S_IWRITE);
-    return descriptor < 0 ? nullptr : _fdopen(descriptor, "wb");
+WrittenFile::WrittenFile(const std::string& path) : stream_(openForWriting(path)) {}
+
+bool WrittenFile::write(std::span<const std::byte> bytes) {
+    return stream_ && std::fwrite(bytes.data(), 1, bytes.size(), stream_) == bytes.size();
+}
+
+bool WrittenFile::close() {
+    std::FILE* const stream = std::exchange(stream_, nullptr);
+    return stream && std::fclose(stream) == 0;
 }
 
 bool writeFile(const std::string& path, std::span<const std::byte> bytes) {
-    std::FILE* const file = detail::openForWriting(path);
-    if (!file)
-        return false;
-    const bool written = std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
-    const bool closed = std::fclose(file) == 0;
-    return written && closed;
+    WrittenFile file(path);
+    const bool written = file.write(bytes);
+    return file.close() && written;
 }
 
 bool anyFileMatches(const std::string& pattern) {

@@ -37,14 +37,31 @@ private:
     std::uint32_t size_ = 0;
 };
 
-namespace detail {
-/// Opens a stream for binary writing and truncation whose handle no child process inherits: a process that is
-/// started meanwhile would keep the file open, and unreadable, until it ends. Null when that fails.
-std::FILE* openForWriting(const std::string& path);
-} // namespace detail
+/// A file that is written anew, through a stream opened for binary writing and truncation. No child process
+/// inherits its handle: a process that is started meanwhile would keep the file open, and unreadable, until
+/// it ends.
+class WrittenFile {
+public:
+    /// Whatever the file held is gone when this succeeds.
+    explicit WrittenFile(const std::string& path);
+    ~WrittenFile() { close(); }
+    WrittenFile(const WrittenFile&) = delete;
+    WrittenFile& operator=(const WrittenFile&) = delete;
 
-/// Writes `bytes` as the whole content of the file at `path`, through a stream opened for binary writing and
-/// truncation. False when opening, writing or closing failed; a partly written file is left as it is.
+    /// Adds to the file's end. False when the file is not open or the bytes could not be written.
+    bool write(std::span<const std::byte> bytes);
+
+    /// False when the file is not open or what was written did not reach it.
+    bool close();
+
+    std::FILE* stream() const { return stream_; }
+
+private:
+    std::FILE* stream_;
+};
+
+/// Writes `bytes` as the whole content of the file at `path`. False when opening, writing or closing failed;
+/// a partly written file is left as it is.
 bool writeFile(const std::string& path, std::span<const std::byte> bytes);
 
 /// Whether at least one file matches a pattern that may hold "*" and "?".

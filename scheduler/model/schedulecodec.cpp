@@ -33,30 +33,50 @@ std::size_t encodedSize(const ScheduledProject& record) {
     return smallestRecord + record.path.size() + record.lastResult.size() + record.dialupEntry.size();
 }
 
+/// Collects fields in a buffer and hands it on whenever it is full.
 class Writer {
 public:
-    explicit Writer(std::byte* target) : target_(target) {}
+    Writer(std::span<std::byte> buffer, const ContentSink& sink) : buffer_(buffer), sink_(sink) {}
 
     bool operator()(const std::string& text) {
-        (*this)(static_cast<std::uint32_t>(text.size()));
-        copy(text.data(), text.size());
-        return true;
+        return (*this)(static_cast<std::uint32_t>(text.size())) && put(text.data(), text.size());
     }
 
     template<class Field>
     requires std::is_trivially_copyable_v<Field>
-    bool operator()(const Field& field) {
-        copy(&field, sizeof(field));
-        return true;
+    bool operator()(const Field& field) { return put(&field, sizeof(field)); }
+
+    bool flush() {
+        const std::size_t size = std::exchange(used_, 0);
+        return sink_(buffer_.first(size));
     }
 
 private:
-    void copy(const void* source, std::size_t size) {
-        std::memcpy(target_, source, size);
-        target_ += size;
+    // Inline, so that a number costs one instruction instead of a call of the runtime's memcpy.
+    [[gnu::always_inline]] bool put(const void* source, std::size_t size) {
+        if (size > buffer_.size() - used_)
+            return putBeyond(source, size);
+        std::memcpy(buffer_.data() + used_, source, size);
+        used_ += size;
+        return true;
     }
 
-    std::byte* target_;
+    bool putBeyond(const void* source, std::size_t size) {
+        std::span rest(static_cast<const std::byte*>(source), size);
+        while (!rest.empty()) {
+            const std::span part = rest.first(std::min(rest.size(), buffer_.size() - used_));
+            std::ranges::copy(part, buffer_.data() + used_);
+            used_ += part.size();
+            rest = rest.subspan(part.size());
+            if (used_ == buffer_.size() && !flush())
+                return false;
+        }
+        return true;
+    }
+
+    std::span<std::byte> buffer_;
+    const ContentSink& sink_;
+    std::size_t used_ = 0;
 };
 
 class Reader {
@@ -108,12 +128,20 @@ std::vector<std::byte> encodeSchedule(std::span<const ScheduledProject> entries)
     for (const ScheduledProject& entry : entries)
         size += encodedSize(entry);
     std::vector<std::byte> content(size);
-    Writer writer(content.data());
-    writer(scheduleMagic);
-    writer(static_cast<std::uint32_t>(entries.size()));
-    for (const ScheduledProject& entry : entries)
-        visitFields(entry, writer);
+    // All of it fits into the buffer, which is handed on once and is the content.
+    encodeSchedule(entries, content, [](std::span<const std::byte>) { return true; });
     return content;
+}
+
+bool encodeSchedule(std::span<const ScheduledProject> entries, std::span<std::byte> buffer,
+                    const ContentSink& sink) {
+    Writer writer(buffer, sink);
+    if (!writer(scheduleMagic) || !writer(static_cast<std::uint32_t>(entries.size())))
+        return false;
+    for (const ScheduledProject& entry : entries)
+        if (!visitFields(entry, writer))
+            return false;
+    return writer.flush();
 }
 
 bool decodeSchedule(std::span<const std::byte> content, std::uint32_t expectedMagic, ScheduleList& list) {

@@ -11,6 +11,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <vector>
 
@@ -20,6 +21,15 @@ inline constexpr std::uint32_t scheduleMagic = 0x0046C71C;
 
 /// The whole file's content.
 std::vector<std::byte> encodeSchedule(std::span<const ScheduledProject> entries);
+
+/// Takes the file's content piece by piece; false ends it.
+using ContentSink = std::function<bool(std::span<const std::byte>)>;
+
+/// Hands the whole file's content to `sink` through `buffer`, of any size but 0, in pieces of that size and a
+/// rest: a schedule of a hundred megabytes is written without being in memory twice. False when the sink said
+/// so.
+bool encodeSchedule(std::span<const ScheduledProject> entries, std::span<std::byte> buffer,
+                    const ContentSink& sink);
 
 /// Fills `list` from a file's content and tells its observers.
 /// - False with `list` untouched: the content is shorter than 8 bytes, or its magic is not `expectedMagic`

@@ -5,8 +5,16 @@
 #include "scheduler/model/schedulecodec.h"
 
 #include <new>
+#include <span>
+#include <vector>
 
 namespace scheduler {
+namespace {
+
+// Large enough for the platform's calls not to count, small enough to stay in the processor's cache.
+constexpr std::size_t writtenAtOnce = 128 * 1024;
+
+} // namespace
 
 std::string schedulePath() {
     const std::string directory = base::windowsDirectory();
@@ -17,9 +25,14 @@ std::string schedulePath() {
 
 bool saveSchedule(const ScheduleList& list) {
     try {
-        return base::writeFile(schedulePath(), encodeSchedule(list.entries()));
+        // Taken before the file is opened: should there be no memory, the file still holds the last schedule.
+        std::vector<std::byte> buffer(writtenAtOnce);
+        base::WrittenFile file(schedulePath());
+        const bool written = encodeSchedule(
+            list.entries(), buffer, [&file](std::span<const std::byte> piece) { return file.write(piece); });
+        return file.close() && written;
     } catch (const std::bad_alloc&) {
-        return false; // before the file was opened: it still holds the last schedule
+        return false;
     }
 }
 

@@ -312,12 +312,46 @@ TEST(WriteFile, NothingMakesAnEmptyFile) {
 
 TEST(WriteFile, AProcessStartedMeanwhileDoesNotInheritTheFile) {
     const TemporaryFolder folder;
-    std::FILE* const file = base::detail::openForWriting(folder.file("written"));
-    ASSERT_NE(file, nullptr);
+    const base::WrittenFile file(folder.file("written"));
+    ASSERT_NE(file.stream(), nullptr);
     DWORD flags = HANDLE_FLAG_INHERIT;
-    EXPECT_TRUE(GetHandleInformation(reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(file))), &flags));
+    EXPECT_TRUE(
+        GetHandleInformation(reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(file.stream()))), &flags));
     EXPECT_EQ(flags & HANDLE_FLAG_INHERIT, 0U);
-    std::fclose(file);
+}
+
+TEST(WrittenFile, TakesItsContentPieceByPiece) {
+    const TemporaryFolder folder;
+    const std::string path = folder.file("file");
+    base::WrittenFile file(path);
+    EXPECT_TRUE(file.write(bytesOf("one")));
+    EXPECT_TRUE(file.write({}));
+    EXPECT_TRUE(file.write(bytesOf(", two")));
+    EXPECT_TRUE(file.close());
+    EXPECT_EQ(fileContent(path), "one, two");
+}
+
+TEST(WrittenFile, IsClosedWhenItGoes) {
+    const TemporaryFolder folder;
+    const std::string path = folder.file("file");
+    {
+        base::WrittenFile file(path);
+        EXPECT_TRUE(file.write(bytesOf("content")));
+    }
+    EXPECT_EQ(fileContent(path), "content");
+    EXPECT_TRUE(DeleteFileA(path.c_str()));
+}
+
+TEST(WrittenFile, TakesNothingWhenItIsNotOpen) {
+    const TemporaryFolder folder;
+    base::WrittenFile none(folder.file("missing\\file"));
+    EXPECT_FALSE(none.write(bytesOf("content")));
+    EXPECT_FALSE(none.close());
+
+    base::WrittenFile closed(folder.file("file"));
+    EXPECT_TRUE(closed.close());
+    EXPECT_FALSE(closed.write(bytesOf("content")));
+    EXPECT_FALSE(closed.close());
 }
 
 TEST(WriteFile, FailsWhereNoFileCanBe) {

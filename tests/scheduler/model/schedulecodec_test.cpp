@@ -128,6 +128,39 @@ TEST(EncodedSchedule, RecordsFollowOneAnotherWithoutPadding) {
     EXPECT_EQ(encodeSchedule(entries), expected);
 }
 
+TEST(EncodedSchedule, ComesInPiecesThatTogetherAreTheWhole) {
+    std::vector<ScheduledProject> entries = severalEntries();
+    entries.push_back(test::filledEntry());
+    entries.back().lastResult = std::string(300, 'x'); // longer than every buffer but the last
+    const Bytes whole = encodeSchedule(entries);
+    for (const std::size_t size : {1U, 7U, 64U, 255U, 100000U}) {
+        Bytes buffer(size);
+        Bytes collected;
+        EXPECT_TRUE(scheduler::encodeSchedule(entries, buffer, [&](std::span<const std::byte> piece) {
+            collected.insert(collected.end(), piece.begin(), piece.end());
+            return true;
+        }));
+        EXPECT_EQ(collected, whole) << size;
+    }
+}
+
+TEST(EncodedSchedule, EndsAtThePieceThatIsRefused) {
+    const std::vector<ScheduledProject> entries(1000);
+    Bytes buffer(100);
+    for (const int accepted : {0, 1, 5}) {
+        int pieces = 0;
+        EXPECT_FALSE(scheduler::encodeSchedule(
+            entries, buffer, [&](std::span<const std::byte>) { return pieces++ < accepted; }));
+        EXPECT_EQ(pieces, accepted + 1);
+    }
+    int pieces = 0;
+    EXPECT_FALSE(scheduler::encodeSchedule({}, buffer, [&](std::span<const std::byte>) {
+        ++pieces;
+        return false;
+    })) << "also when it is the last";
+    EXPECT_EQ(pieces, 1);
+}
+
 // Reading back
 
 TEST_F(DecodingTest, EveryFieldComesBack) {
