@@ -49,12 +49,17 @@ void SchedulerEngine::testTick() {
 }
 
 void SchedulerEngine::startDue(base::TimeValue now, Cause cause) {
-    // The count is read afresh on each step: those who are called when an entry starts may change the
-    // schedule.
-    for (std::size_t position = 0; position < entries_.size(); ++position) {
-        if (isDue(position, now))
-            startEntry(position, now, cause);
-    }
+    // The schedule is looked at afresh behind each start: those who are called then may change it.
+    for (std::size_t position = findDue(0, now); position < entries_.size();
+         position = findDue(position + 1, now))
+        startEntry(position, now, cause);
+}
+
+std::size_t SchedulerEngine::findDue(std::size_t from, base::TimeValue now) const {
+    const auto rest = entries_.entries().subspan(std::min(from, entries_.size()));
+    const auto due =
+        std::ranges::find_if(rest, [now](const ScheduledProject& entry) { return isDueAt(entry, now); });
+    return entries_.size() - static_cast<std::size_t>(rest.end() - due);
 }
 
 bool SchedulerEngine::anyRunning() const {

@@ -64,10 +64,7 @@ public:
     void testTick();
 
     /// Whether the entry is enabled, not running, and `now` has reached its next run.
-    bool isDue(std::size_t position, base::TimeValue now) const {
-        const ScheduledProject& entry = entries_[position];
-        return now >= entry.nextRun && !entry.disabled && !entry.running;
-    }
+    bool isDue(std::size_t position, base::TimeValue now) const { return isDueAt(entries_[position], now); }
 
     bool anyRunning() const;
 
@@ -91,7 +88,13 @@ private:
         Trial,    ///< it is due, and only shown
     };
 
+    static bool isDueAt(const ScheduledProject& entry, base::TimeValue now) {
+        return now >= entry.nextRun && !entry.disabled && !entry.running;
+    }
+
     void startDue(base::TimeValue now, Cause cause);
+    /// The first entry from a position on that is due; the size of the schedule when there is none.
+    std::size_t findDue(std::size_t from, base::TimeValue now) const;
     void startEntry(std::size_t position, base::TimeValue now, Cause cause);
     void waitForOthers(std::size_t position, base::TimeValue now);
     bool hasWaitedTooLong(const ScheduledProject& entry, base::TimeValue now) const;
