@@ -4,6 +4,7 @@
 #include "scheduler/model/descriptions.h"
 
 #include <algorithm>
+#include <functional>
 #include <numeric>
 #include <utility>
 
@@ -46,19 +47,22 @@ void ScheduleRows::sortBy(ScheduleColumn column) {
     ascending_ = sortColumn_ != column || !ascending_;
     sortColumn_ = column;
 
-    using Cell = std::pair<std::string, std::uint32_t>;
-    std::vector<Cell> cells;
-    cells.reserve(order_.size());
-    for (const std::uint32_t position : order_)
-        cells.emplace_back(entryText(position, column), position);
+    struct Row {
+        std::string_view text;
+        std::uint32_t position;
+    };
+    std::vector<std::string> texts;
+    std::vector<Row> rows;
+    texts.reserve(order_.size());
+    rows.reserve(order_.size());
+    for (std::uint32_t position = 0; position < order_.size(); ++position)
+        rows.push_back({texts.emplace_back(entryText(position, column)), position});
+    // A stable sort leaves equal texts in the schedule's order, in which the rows were made.
     if (ascending_)
-        std::ranges::sort(cells);
+        std::ranges::stable_sort(rows, std::less(), &Row::text);
     else
-        std::ranges::sort(cells, [](const Cell& a, const Cell& b) {
-            const int order = b.first.compare(a.first);
-            return order != 0 ? order < 0 : a.second < b.second;
-        });
-    std::ranges::transform(cells, order_.begin(), &Cell::second);
+        std::ranges::stable_sort(rows, std::greater(), &Row::text);
+    std::ranges::transform(rows, order_.begin(), &Row::position);
 }
 
 std::optional<std::size_t> ScheduleRows::findProject(std::string_view prefix, std::size_t start) const {
