@@ -26,7 +26,9 @@ TimeValue startOfHour(const LocalTime& local) {
     return fromLocalDate(local.year, local.month, local.day, local.hour);
 }
 
-TimeValue nextHourlyRun(const ScheduledProject& entry, TimeValue now) {
+// The rules that need the calendar stay functions of their own: taken into computeNextRun, their stack frame
+// would cost more than all that the other kinds do.
+[[gnu::noinline]] TimeValue nextHourlyRun(const ScheduledProject& entry, TimeValue now) {
     const LocalTime local = now.local();
     const TimeValue candidate = startOfHour(local) + TimeSpan::fromMinutes(entry.minutes);
     // At the very minute the hour's occasion is over: it was due when the minute began.
@@ -39,7 +41,8 @@ bool runsOnWeekdayOf(const ScheduledProject& entry, TimeValue candidate) {
     return entry.weekdays[(sundayFirst + 6) % 7] != 0;
 }
 
-TimeValue nextDailyRun(const EngineState& state, const ScheduledProject& entry, TimeValue now) {
+[[gnu::noinline]] TimeValue nextDailyRun(const EngineState& state, const ScheduledProject& entry,
+                                         TimeValue now) {
     TimeValue candidate = localMidnight(state.clock->now()) + timeOfDay(entry.time);
     // One day is added at most: in the night of the autumn change, whose day has 25 hours, the result can
     // still be earlier than now, and the entry is due again until midnight. A candidate that equals now
@@ -52,7 +55,8 @@ TimeValue nextDailyRun(const EngineState& state, const ScheduledProject& entry, 
     return candidate;
 }
 
-TimeValue nextMonthlyRun(const EngineState& state, const ScheduledProject& entry, TimeValue now) {
+[[gnu::noinline]] TimeValue nextMonthlyRun(const EngineState& state, const ScheduledProject& entry,
+                                           TimeValue now) {
     // The day is not clamped to the month's length: day 31 of a month of 30 days is the 1st of the next one.
     // Day 0 and less is day 1.
     const TimeSpan offset = TimeSpan::fromDays(std::max(entry.dayOfMonth, 1) - 1) + timeOfDay(entry.time);
