@@ -16,6 +16,18 @@ namespace {
 
 [[maybe_unused]] const bool registered = registerSourceFile(__FILE__, RELEASE_DATE);
 
+/// relativeDay() of a time whose day of the month is known.
+int daysUntil(TimeValue t, int dayOfMonth, TimeValue now) {
+    // The remainder is meant: a year ahead on the same day of the month counts as today.
+    const int days = secondsBetween(t, now) / 86400 % 365;
+    // A negative number of days adds nothing: for times that are past the probe is now itself, which makes -2
+    // of what is between 24 and 48 hours ago, so that "yesterday" is said of the last 24 hours only.
+    const TimeValue probe = now + TimeSpan::fromDays(days);
+    if (probe.day() == dayOfMonth)
+        return days;
+    return now < t ? days + 1 : days - 1;
+}
+
 } // namespace
 
 std::string formatPattern(TimeValue t, const char* pattern) {
@@ -27,21 +39,15 @@ std::string formatPattern(TimeValue t, const char* pattern) {
 }
 
 int relativeDay(TimeValue now, TimeValue t) {
-    // The remainder is meant: a year ahead on the same day of the month counts as today.
-    const int days = secondsBetween(t, now) / 86400 % 365;
-    // A negative number of days adds nothing: for times that are past the probe is now itself, which makes -2
-    // of what is between 24 and 48 hours ago, so that "yesterday" is said of the last 24 hours only.
-    const TimeValue probe = now + TimeSpan::fromDays(days);
-    if (probe.day() == t.day())
-        return days;
-    return now < t ? days + 1 : days - 1;
+    return daysUntil(t, t.day(), now);
 }
 
 std::string formatRelative(TimeValue t, TimeValue now) {
     if (t == TimeValue())
         return {};
+    const LocalTime local = t.local();
     const std::string clock = formatLocaleTime(t, false, true);
-    switch (relativeDay(now, t)) {
+    switch (daysUntil(t, local.day, now)) {
     case -1:
         return format("yesterday at %s", clock);
     case 0:
@@ -51,8 +57,8 @@ std::string formatRelative(TimeValue t, TimeValue now) {
     default:
         break;
     }
-    const std::string yearPart = t.year() == now.year() ? std::string() : formatPattern(t, ", %Y");
-    return formatPattern(t, "%a %b %d") + format("%s at %s", yearPart, clock);
+    const char* const pattern = local.year == now.year() ? "%a %b %d" : "%a %b %d, %Y";
+    return format("%s at %s", formatPattern(t, pattern), clock);
 }
 
 namespace {
@@ -75,8 +81,14 @@ std::size_t estimateFormattedLength(const char* pattern, std::size_t textsLength
             ++position;
             continue;
         }
-        position += std::strspn(position, " 0.#+-%");
-        length = saturatingAdd(length, static_cast<std::size_t>(std::strtol(position, nullptr, 10)) + 6);
+        // Nearly every conversion is a bare "%s": looking for a width that is not there would take most of
+        // the time.
+        long width = 0;
+        if (*position != 's') {
+            position += std::strspn(position, " 0.#+-%");
+            width = std::strtol(position, nullptr, 10);
+        }
+        length = saturatingAdd(length, static_cast<std::size_t>(width) + 6);
     }
     return length;
 }

@@ -12,6 +12,11 @@ namespace scheduler {
 namespace {
 
 const std::string unknown = "(unknown)";
+const std::string never = "Never";
+
+bool hasRun(const ScheduledProject& entry) {
+    return entry.lastRun != base::TimeValue() && entry.lastRun != base::TimeValue::never();
+}
 
 std::string followedName(const ScheduledProject& entry, const ScheduleList& schedule) {
     const auto position = static_cast<std::size_t>(entry.afterIndex);
@@ -108,12 +113,12 @@ std::string describeRun(const ScheduledProject& entry) {
     if (entry.runCommand == RunCommand::RelinkFiles)
         return text;
     if (entry.timeLimitMinutes != 0)
-        text += base::format(" %s %s %s", std::string("for up to"), std::to_string(entry.timeLimitMinutes),
-                             std::string(entry.timeLimitMinutes == 1 ? "minute" : "minutes"));
+        text += base::format(" %s %s %s", "for up to", std::to_string(entry.timeLimitMinutes),
+                             entry.timeLimitMinutes == 1 ? "minute" : "minutes");
     if (!entry.dialupEntry.empty())
-        text += base::format(" %s %s", std::string("via"), entry.dialupEntry);
+        text += base::format(" %s %s", "via", entry.dialupEntry);
     if (entry.disconnectWhenDone)
-        text += base::format("; %s", std::string("disconnect when done"));
+        text += base::format("; %s", "disconnect when done");
     return text;
 }
 
@@ -141,9 +146,11 @@ std::string describeNextRun(const ScheduledProject& entry, const ScheduleList& s
 }
 
 std::string describeLastRun(const ScheduledProject& entry, base::TimeValue now) {
-    if (entry.lastRun == base::TimeValue() || entry.lastRun == base::TimeValue::never())
-        return "Never";
-    return base::formatRelative(entry.lastRun, now);
+    return hasRun(entry) ? base::formatRelative(entry.lastRun, now) : never;
+}
+
+std::string describeLastRun(const ScheduledProject& entry, const base::Clock& clock) {
+    return hasRun(entry) ? base::formatRelative(entry.lastRun, clock.now()) : never;
 }
 
 } // namespace scheduler

@@ -24,7 +24,8 @@ std::string describeRun(const ScheduledProject& entry);
 std::string describeNextRun(const ScheduledProject& entry, const ScheduleList& schedule,
                             const EngineState& state);
 
-/// The entry's last run as seen at `now`: "Never" or a time.
+/// The entry's last run as seen at `now`, or at a clock that is read only if need be: "Never" or a time.
 std::string describeLastRun(const ScheduledProject& entry, base::TimeValue now);
+std::string describeLastRun(const ScheduledProject& entry, const base::Clock& clock);
 
 } // namespace scheduler

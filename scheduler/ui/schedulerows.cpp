@@ -36,7 +36,7 @@ std::string ScheduleRows::entryText(std::size_t position, ScheduleColumn column)
     case ScheduleColumn::NextRun:
         return describeNextRun(entry, schedule_, state_());
     case ScheduleColumn::LastRun:
-        return describeLastRun(entry, state_().clock->now());
+        return describeLastRun(entry, *state_().clock);
     case ScheduleColumn::LastResult:
         return entry.lastResult;
     }

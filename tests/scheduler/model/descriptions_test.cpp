@@ -307,6 +307,16 @@ TEST(DescribeLastRun, IsNeverOrARelativeTime) {
     }
 }
 
+TEST_F(DescriptionsTest, TheLastRunFollowsTheClock) {
+    ScheduledProject entry;
+    EXPECT_EQ(describeLastRun(entry, clock), "Never");
+    entry.lastRun = someTime();
+    const std::string today = describeLastRun(entry, clock);
+    EXPECT_EQ(today, describeLastRun(entry, someTime()));
+    clock.advance(TimeSpan::fromDays(20));
+    EXPECT_NE(describeLastRun(entry, clock), today);
+}
+
 TEST_F(DescriptionsTest, DescribingChangesNothing) {
     ScheduledProject entry = test::filledEntry();
     describeSchedule(entry, list);
