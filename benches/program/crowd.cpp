@@ -1,0 +1,99 @@
+// Five hundred runs at once: whether each is recorded, and whether the window answers meanwhile.
+#include "benches/program/marking.h"
+#include "benches/program/processes.h"
+#include "benches/program/programbenches.h"
+#include "benches/table.h"
+#include "lib/base/registry.h"
+#include "tests/program/scheduledriver.h"
+
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace bench {
+namespace {
+
+constexpr int runs = 500;
+constexpr double wantedAnswer = 0.1;
+constexpr DWORD patienceMilliseconds = 300'000;
+
+/// Asks a window for an answer again and again, on a thread of its own.
+class AnswerWatch {
+public:
+    explicit AnswerWatch(HWND window) : thread_([this, window] { watch(window); }) {}
+
+    /// Ends the watch; how long each answer took, in seconds.
+    std::vector<double> end() {
+        ending_ = true;
+        thread_.join();
+        return answers_;
+    }
+
+private:
+    void watch(HWND window) {
+        while (!ending_) {
+            const Moment asked = momentNow();
+            SendMessageA(window, WM_NULL, 0, 0);
+            answers_.push_back(secondsBetween(asked, momentNow()));
+            Sleep(5);
+        }
+    }
+
+    std::atomic<bool> ending_ = false;
+    std::vector<double> answers_;
+    std::thread thread_;
+};
+
+std::size_t countRecorded() {
+    return static_cast<std::size_t>(
+        std::ranges::count_if(driver::savedSchedule(), [](const scheduler::ScheduledProject& entry) {
+            return entry.lastRun != base::TimeValue() && entry.lastResult == entry.path && !entry.running;
+        }));
+}
+
+void printAnswers(const char* when, const std::vector<double>& answers) {
+    const double longest = std::ranges::max(answers);
+    print({std::string("500 runs: longest answer while they ") + when,
+           grouped(answers.size()) + " questions, median " +
+               std::to_string(medianOf(answers) * 1000).substr(0, 4) + " ms",
+           longest, 0, 0, "what a user takes for at once", wantedAnswer, longest / wantedAnswer, 1});
+}
+
+} // namespace
+
+void benchCrowd() {
+    clearPreferences();
+    base::writeNumber(HKEY_CURRENT_USER, "Software\\Brindlewood\\scheduler\\State\\RunMultiple", 1);
+    const base::KernelHandle begun(CreateSemaphoreA(nullptr, 0, runs, begunSemaphore));
+    const base::KernelHandle mayEnd(CreateEventA(nullptr, TRUE, FALSE, endTogetherEvent));
+    const MarkingSpider spider;
+    std::vector<scheduler::ScheduledProject> entries;
+    const base::TimeValue due = base::TimeValue::now() + base::TimeSpan::fromSeconds(8);
+    for (int run = 0; run < runs; ++run)
+        entries.push_back(spider.makeEntry(run, due));
+    saveEntries(entries);
+    WindowProcess program(schedulerCommand(), schedulerClass);
+    program.waitUntilShown();
+
+    AnswerWatch starting(program.window());
+    for (int run = 0; run < runs; ++run)
+        WaitForSingleObject(begun.get(), patienceMilliseconds);
+    const std::vector<double> whileStarting = starting.end();
+
+    AnswerWatch ending(program.window());
+    SetEvent(mayEnd.get());
+    driver::waitUntil([] { return countRecorded() == runs; },
+                      std::chrono::milliseconds(patienceMilliseconds));
+    const std::vector<double> whileEnding = ending.end();
+
+    const std::size_t recorded = countRecorded();
+    print({"500 runs side by side: recorded", std::to_string(runs) + " runs", static_cast<double>(recorded),
+           0, 0, "all of them", runs, runs / std::max(1.0, static_cast<double>(recorded)), 1, ""});
+    printAnswers("start", whileStarting);
+    printAnswers("end", whileEnding);
+}
+
+} // namespace bench

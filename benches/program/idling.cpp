@@ -1,0 +1,61 @@
+// Doing nothing for minutes, beside an empty program that does the same at the same time.
+#include "benches/entries.h"
+#include "benches/program/processes.h"
+#include "benches/program/programbenches.h"
+#include "benches/table.h"
+#include "tests/program/scheduledriver.h"
+
+#include <string>
+#include <vector>
+
+namespace bench {
+namespace {
+
+constexpr std::size_t entryCount = 1000;
+constexpr double wantedTime = 1.5;
+constexpr double wantedMemory = 1.2;
+
+/// None falls due meanwhile, whenever it is.
+std::vector<scheduler::ScheduledProject> idleEntries() {
+    std::vector<scheduler::ScheduledProject> entries = manyEntries(entryCount);
+    for (scheduler::ScheduledProject& entry : entries) {
+        if (entry.kind == scheduler::ScheduleKind::AfterProject)
+            continue;
+        entry.kind = scheduler::ScheduleKind::Once;
+        entry.time = entry.time + base::TimeSpan::fromDays(1);
+    }
+    return entries;
+}
+
+void idle(const std::string& how, const std::string& switches, WORD emptyShow, int seconds) {
+    WindowProcess program(schedulerCommand() + switches, schedulerClass);
+    WindowProcess empty(emptyProgramCommand(entryCount), emptyProgramClass, emptyShow);
+    program.waitUntilThere();
+    empty.waitUntilThere();
+    // What the start leaves to do is not idling.
+    Sleep(3000);
+    const double programBefore = program.processorTime();
+    const double emptyBefore = empty.processorTime();
+    Sleep(static_cast<DWORD>(seconds) * 1000);
+    const double programTime = program.processorTime() - programBefore;
+    const double emptyTime = empty.processorTime() - emptyBefore;
+    const double programMemory = program.privateMegabytes();
+    const double emptyMemory = empty.privateMegabytes();
+    const std::string amount = std::to_string(seconds) + " s, 1,000 entries";
+    print({"idle " + how + ": processor time", amount, programTime, 0, 0, "an empty program with such timers",
+           emptyTime, programTime / emptyTime, wantedTime});
+    print({"idle " + how + ": private memory", amount, programMemory, 0, 0,
+           "an empty program with such timers", emptyMemory, programMemory / emptyMemory, wantedMemory,
+           "MB"});
+}
+
+} // namespace
+
+void benchIdling(int seconds) {
+    clearPreferences();
+    driver::saveEntries(idleEntries());
+    idle("shown", "", SW_SHOWNORMAL, seconds);
+    idle("hidden", " /s", SW_HIDE, seconds);
+}
+
+} // namespace bench

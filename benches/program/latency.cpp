@@ -1,0 +1,105 @@
+// From an entry's falling due to its process, and from the process's end to the saved outcome.
+#include "benches/program/marking.h"
+#include "benches/program/marks.h"
+#include "benches/program/processes.h"
+#include "benches/program/programbenches.h"
+#include "benches/table.h"
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+namespace bench {
+namespace {
+
+using base::TimeSpan;
+using base::TimeValue;
+
+constexpr int runsPerStart = 10;
+// The first entry falls due so long after the entries have been made.
+constexpr int secondsToStart = 4;
+constexpr double wantedMedian = 0.6;
+constexpr double wantedLongest = 1.1;
+
+struct Latencies {
+    std::vector<double> toStart;
+    std::vector<double> toSave;
+};
+
+/// The platform counts from 1601.
+Moment momentOf(TimeValue t) {
+    return (t.seconds() + Moment{11644473600}) * 10000000;
+}
+
+/// Lets the program's timer begin its seconds at this part of the clock's.
+void waitForPhase(double phase) {
+    const auto sinceSecond = [] { return static_cast<double>(momentNow() % 10000000) * 1e-7; };
+    while (sinceSecond() < phase || sinceSecond() > phase + 0.02)
+        Sleep(1);
+}
+
+/// Each moment at which the schedule has been saved, until `runs` of them have been seen.
+std::vector<Moment> watchSaves(std::size_t runs) {
+    std::vector<Moment> saves;
+    const Moment from = savedAt();
+    const Moment end = momentNow() + Moment{secondsToStart + runsPerStart + 30} * 10000000;
+    for (Moment last = from; saves.size() < runs && momentNow() < end; Sleep(1))
+        if (const Moment now = savedAt(); now != last) {
+            last = now;
+            // A file that is being rewritten changes more than once.
+            if (!saves.empty() && secondsBetween(saves.back(), now) < 0.1)
+                saves.back() = now;
+            else
+                saves.push_back(now);
+        }
+    Sleep(100);
+    return saves;
+}
+
+void measureOneStart(double phase, Latencies& latencies) {
+    const MarkingSpider spider;
+    std::vector<scheduler::ScheduledProject> entries;
+    waitForPhase(phase);
+    const TimeValue firstDue = TimeValue::now() + TimeSpan::fromSeconds(secondsToStart);
+    for (int run = 0; run < runsPerStart; ++run)
+        entries.push_back(spider.makeEntry(run, firstDue + TimeSpan::fromSeconds(run)));
+    saveEntries(entries);
+    WindowProcess program(schedulerCommand(), schedulerClass);
+    program.waitUntilShown();
+    const std::vector<Moment> saves = watchSaves(runsPerStart);
+    for (const scheduler::ScheduledProject& entry : entries) {
+        const std::optional<Marks> marks = readMarks(entry.path);
+        if (!marks)
+            continue;
+        latencies.toStart.push_back(secondsBetween(momentOf(entry.time), marks->started));
+        // The file system's clock is a few milliseconds behind.
+        const auto saved = std::ranges::lower_bound(saves, marks->ended - 100000);
+        if (saved != saves.end())
+            latencies.toSave.push_back(secondsBetween(marks->ended, *saved));
+    }
+}
+
+void printRows(const std::string& what, const std::vector<double>& seconds, int wanted) {
+    const std::string amount = std::to_string(seconds.size()) + " of " + std::to_string(wanted) + " runs";
+    if (seconds.empty())
+        return;
+    const double median = medianOf(seconds);
+    const double longest = std::ranges::max(seconds);
+    print({what + ", median", amount, median, spreadOf(seconds), 0, "what a tick a second allows",
+           wantedMedian, median / wantedMedian, 1});
+    print({what + ", longest", amount, longest, 0, 0, "what a tick a second allows", wantedLongest,
+           longest / wantedLongest, 1});
+}
+
+} // namespace
+
+void benchLatency(int starts) {
+    clearPreferences();
+    Latencies latencies;
+    for (int start = 0; start < starts; ++start)
+        measureOneStart(static_cast<double>(start) / starts, latencies);
+    printRows("from due to started", latencies.toStart, starts * runsPerStart);
+    printRows("from end to saved", latencies.toSave, starts * runsPerStart);
+}
+
+} // namespace bench

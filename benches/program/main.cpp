@@ -1,0 +1,24 @@
+// usage: bench.program [--all] [NAME...]
+//
+// Prints the rows of all benches, or of those named; the long ones only with --all.
+#include "benches/program/programbenches.h"
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+int main(int argc, char* argv[]) {
+    std::vector<std::string> named(argv + 1, argv + argc);
+    const bool all = std::erase(named, "--all") > 0;
+    const auto wanted = [&](const char* name) {
+        return named.empty() || std::ranges::find(named, name) != named.end();
+    };
+    if (wanted("start"))
+        bench::benchStarting();
+    if (wanted("latency"))
+        bench::benchLatency(all ? 20 : 4);
+    if (wanted("crowd"))
+        bench::benchCrowd();
+    if (wanted("idle") && (all || !named.empty()))
+        bench::benchIdling(all ? 300 : 30);
+}

@@ -1,0 +1,46 @@
+// Stands in for the spider: notes when its process was started and ended, and leaves its project's path as
+// its result.
+#include "benches/program/marks.h"
+#include "lib/base/handles.h"
+#include "lib/base/registry.h"
+#include "tests/spider/invocation.h"
+
+#include <windows.h>
+
+#include <string>
+
+namespace {
+
+bench::Moment processStart() {
+    FILETIME created;
+    FILETIME ended;
+    FILETIME kernel;
+    FILETIME user;
+    GetProcessTimes(GetCurrentProcess(), &created, &ended, &kernel, &user);
+    return static_cast<bench::Moment>(
+        ULARGE_INTEGER{{created.dwLowDateTime, created.dwHighDateTime}}.QuadPart);
+}
+
+void waitForTheOthers() {
+    const base::KernelHandle begun(OpenSemaphoreA(SEMAPHORE_MODIFY_STATE, FALSE, bench::begunSemaphore));
+    const base::KernelHandle end(OpenEventA(SYNCHRONIZE, FALSE, bench::endTogetherEvent));
+    if (!begun || !end)
+        return;
+    ReleaseSemaphore(begun.get(), 1, nullptr);
+    WaitForSingleObject(end.get(), INFINITE);
+}
+
+} // namespace
+
+int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
+    const spider::Invocation invocation = spider::parseInvocation(GetCommandLineA());
+    if (!invocation.runNumber)
+        return 1;
+    waitForTheOthers();
+    const std::string key =
+        "SOFTWARE\\Brindlewood\\Corvane Scheduler\\Schedule" + std::to_string(*invocation.runNumber) + '\\';
+    base::writeString(HKEY_LOCAL_MACHINE, key + "Result", invocation.projectPath);
+    base::writeNumber(HKEY_LOCAL_MACHINE, key + "Error", 0);
+    bench::writeMarks(invocation.projectPath, {processStart(), bench::momentNow()});
+    return 0;
+}

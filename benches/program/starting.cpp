@@ -1,0 +1,41 @@
+// From the start of the process to its window, painted.
+#include "benches/comparison.h"
+#include "benches/entries.h"
+#include "benches/program/processes.h"
+#include "benches/program/programbenches.h"
+#include "scheduler/model/schedulecodec.h"
+#include "scheduler/model/schedulefile.h"
+
+#include <string>
+
+namespace bench {
+namespace {
+
+double secondsToShow(const std::string& command, const char* windowClass) {
+    const auto begin = std::chrono::steady_clock::now();
+    WindowProcess process(command, windowClass);
+    process.waitUntilShown();
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+}
+
+} // namespace
+
+void benchStarting() {
+    for (const std::size_t count : {0U, 1000U, 100000U}) {
+        clearPreferences();
+        scheduler::ScheduleList list;
+        list.assign(manyEntries(count));
+        scheduler::saveSchedule(list);
+        const auto load = [] {
+            scheduler::ScheduleList loaded;
+            return secondsOf([&] { scheduler::loadSchedule(loaded, scheduler::scheduleMagic); });
+        };
+        compare(
+            {"start to window shown", count, "entries",
+             "an empty program with such a list; loading is taken off", 1.2, load},
+            [] { return secondsToShow(schedulerCommand(), schedulerClass); },
+            [&] { return secondsToShow(emptyProgramCommand(count), emptyProgramClass); });
+    }
+}
+
+} // namespace bench
