@@ -1,4 +1,5 @@
 #include "scheduler/run/engine.h"
+#include "tests/support/allocations.h"
 #include "tests/support/fakeclock.h"
 #include "tests/support/fakeenginelistener.h"
 #include "tests/support/fakeoutcomesource.h"
@@ -989,6 +990,37 @@ TEST_F(SchedulerEngineTest, NoValueOfAnyFieldIsTooOdd) {
         EXPECT_FALSE(engine.anyRunning());
         log.clear();
     }
+}
+
+// What it costs
+
+TEST_F(SchedulerEngineTest, ATickWithNothingDueTakesNoMemory) {
+    for (int i = 0; i < 100; ++i)
+        addIdle("idle");
+    const std::size_t before = test::allocationCount;
+    engine.onTimer(at(0));
+    EXPECT_EQ(test::allocationCount, before);
+}
+
+TEST_F(SchedulerEngineTest, ASweepOverTheScheduleReadsTheClockOnce) {
+    class CountingClock : public base::Clock {
+    public:
+        TimeValue now() const override {
+            ++reads;
+            return at(0);
+        }
+        mutable int reads = 0;
+    };
+    const CountingClock counting;
+    SchedulerEngine watched(entries, policy, {counting, launcher, outcomes, store, messages, listener});
+    for (int i = 0; i < 100; ++i) {
+        addIdle("calendar");
+        entries[entries.size() - 1].kind = i % 2 == 0 ? ScheduleKind::Daily : ScheduleKind::Monthly;
+    }
+    watched.resetAll(at(0));
+    EXPECT_EQ(counting.reads, 1);
+    watched.recomputeAll(at(0));
+    EXPECT_EQ(counting.reads, 2);
 }
 
 } // namespace
