@@ -3,8 +3,10 @@
 #include <windows.h>
 
 #include <commctrl.h>
+#include <shellapi.h>
 
 #include <cstdlib>
+#include <cstring>
 
 namespace {
 
@@ -48,6 +50,17 @@ void makeList(HWND parent, int rows) {
     ListView_SetItemCountEx(list, rows, 0);
 }
 
+void addIcon(HWND window) {
+    NOTIFYICONDATAA icon{};
+    icon.cbSize = sizeof(icon);
+    icon.hWnd = window;
+    icon.uFlags = NIF_MESSAGE | NIF_ICON | NIF_TIP;
+    icon.uCallbackMessage = WM_APP;
+    icon.hIcon = LoadIconA(nullptr, IDI_APPLICATION);
+    lstrcpyA(icon.szTip, "Empty");
+    Shell_NotifyIconA(NIM_ADD, &icon);
+}
+
 } // namespace
 
 int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR commandLine, int showCommand) {
@@ -65,6 +78,8 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR commandLine, int showCom
     RECT area{};
     GetClientRect(window, &area);
     SendMessageA(window, WM_SIZE, SIZE_RESTORED, MAKELPARAM(area.right, area.bottom));
+    if (std::strstr(commandLine, "icon"))
+        addIcon(window);
     ShowWindow(window, showCommand);
     UpdateWindow(window);
     SetTimer(window, 1, engineTimerMilliseconds, nullptr);

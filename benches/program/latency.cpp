@@ -6,6 +6,7 @@
 #include "benches/table.h"
 
 #include <algorithm>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -15,7 +16,6 @@ namespace {
 using base::TimeSpan;
 using base::TimeValue;
 
-constexpr int runsPerStart = 10;
 // The first entry falls due so long after the entries have been made.
 constexpr int secondsToStart = 4;
 constexpr double wantedMedian = 0.6;
@@ -39,11 +39,11 @@ void waitForPhase(double phase) {
 }
 
 /// Each moment at which the schedule has been saved, until `runs` of them have been seen.
-std::vector<Moment> watchSaves(std::size_t runs) {
+std::vector<Moment> watchSaves(int runs) {
     std::vector<Moment> saves;
     const Moment from = savedAt();
-    const Moment end = momentNow() + Moment{secondsToStart + runsPerStart + 30} * 10000000;
-    for (Moment last = from; saves.size() < runs && momentNow() < end; Sleep(1))
+    const Moment end = momentNow() + Moment{secondsToStart + runs + 30} * 10000000;
+    for (Moment last = from; std::ssize(saves) < runs && momentNow() < end; Sleep(1))
         if (const Moment now = savedAt(); now != last) {
             last = now;
             // A file that is being rewritten changes more than once.
@@ -56,17 +56,17 @@ std::vector<Moment> watchSaves(std::size_t runs) {
     return saves;
 }
 
-void measureOneStart(double phase, Latencies& latencies) {
+void measureOneStart(double phase, int runs, Latencies& latencies) {
     const MarkingSpider spider;
     std::vector<scheduler::ScheduledProject> entries;
     waitForPhase(phase);
     const TimeValue firstDue = TimeValue::now() + TimeSpan::fromSeconds(secondsToStart);
-    for (int run = 0; run < runsPerStart; ++run)
+    for (int run = 0; run < runs; ++run)
         entries.push_back(spider.makeEntry(run, firstDue + TimeSpan::fromSeconds(run)));
     saveEntries(entries);
     WindowProcess program(schedulerCommand(), schedulerClass);
     program.waitUntilShown();
-    const std::vector<Moment> saves = watchSaves(runsPerStart);
+    const std::vector<Moment> saves = watchSaves(runs);
     for (const scheduler::ScheduledProject& entry : entries) {
         const std::optional<Marks> marks = readMarks(entry.path);
         if (!marks)
@@ -93,11 +93,11 @@ void printRows(const std::string& what, const std::vector<double>& seconds, int 
 
 } // namespace
 
-void benchLatency(int starts) {
+void benchLatency(int starts, int runsPerStart) {
     clearPreferences();
     Latencies latencies;
     for (int start = 0; start < starts; ++start)
-        measureOneStart(static_cast<double>(start) / starts, latencies);
+        measureOneStart(static_cast<double>(start) / starts, runsPerStart, latencies);
     printRows("from due to started", latencies.toStart, starts * runsPerStart);
     printRows("from end to saved", latencies.toSave, starts * runsPerStart);
 }

@@ -16,7 +16,7 @@ int main(int argc, char* argv[]) {
     if (wanted("start"))
         bench::benchStarting();
     if (wanted("latency"))
-        bench::benchLatency(all ? 20 : 4);
+        bench::benchLatency(all ? 20 : 10, all ? 10 : 4);
     if (wanted("crowd"))
         bench::benchCrowd();
     if (wanted("idle") && (all || !named.empty()))

@@ -4,8 +4,8 @@
 namespace bench {
 
 void benchStarting();
-/// `starts` of the program with ten runs each, spread evenly over the phases of its tick.
-void benchLatency(int starts);
+/// Starts the program again and again, spread evenly over the phases of its tick.
+void benchLatency(int starts, int runsPerStart);
 void benchIdling(int seconds);
 void benchCrowd();
 

@@ -30,11 +30,13 @@ void benchStarting() {
             scheduler::ScheduleList loaded;
             return secondsOf([&] { scheduler::loadSchedule(loaded, scheduler::scheduleMagic); });
         };
-        compare(
-            {"start to window shown", count, "entries",
-             "an empty program with such a list; loading is taken off", 1.2, load},
-            [] { return secondsToShow(schedulerCommand(), schedulerClass); },
-            [&] { return secondsToShow(emptyProgramCommand(count), emptyProgramClass); });
+        const auto start = [] { return secondsToShow(schedulerCommand(), schedulerClass); };
+        const std::string empty = emptyProgramCommand(count);
+        compare({"start to window shown", count, "entries",
+                 "an empty program with such a list; loading is taken off", 1.2, load},
+                start, [&] { return secondsToShow(empty, emptyProgramClass); });
+        compare({"start to window shown", count, "entries", "the same with a notification icon", 1.2, load},
+                start, [&] { return secondsToShow(empty + " icon", emptyProgramClass); });
     }
 }
 

@@ -213,6 +213,14 @@ TEST_F(ScheduleFileTest, WithoutMemoryTheFileKeepsTheLastSchedule) {
     EXPECT_EQ(fileContent(schedulePath()), content);
 }
 
+TEST_F(ScheduleFileTest, ASaveTakesMemoryForAPieceOfTheFileOnly) {
+    list.assign(std::vector<ScheduledProject>(20'000, test::filledEntry()));
+    const std::size_t before = test::allocatedBytes;
+    EXPECT_TRUE(saveSchedule(list));
+    const std::size_t taken = test::allocatedBytes - before;
+    EXPECT_LT(taken, fileContent(schedulePath()).size() / 10);
+}
+
 TEST_F(ScheduleFileTest, WhereWindowsIsUnknownNothingIsLoadedOrSaved) {
     const test::TemporaryFolder folder;
     const std::filesystem::path back = std::filesystem::current_path();

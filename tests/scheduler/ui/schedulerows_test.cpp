@@ -219,4 +219,15 @@ TEST_F(ScheduleRowsTest, FindsAProjectByItsBeginningFromARowOnAndThenFromTheTop)
     EXPECT_FALSE(rows_.findProject("a", 0));
 }
 
+TEST_F(ScheduleRowsTest, ASortMakesEachTextOnce) {
+    std::size_t asked = 0;
+    schedule_.assign(std::vector<ScheduledProject>(500, project("news")));
+    ScheduleRows watched(schedule_, [&] {
+        ++asked;
+        return scheduler::EngineState{false, suspended_, &clock_};
+    });
+    watched.sortBy(ScheduleColumn::NextRun);
+    EXPECT_EQ(asked, schedule_.size());
+}
+
 } // namespace
