@@ -48,8 +48,8 @@ void compare(const Comparison& comparison, const Timed& subject, const Timed& li
     }
     const double median = medianOf(subjects);
     print({comparison.what, grouped(comparison.count) + ' ' + comparison.things, median, spreadOf(subjects),
-           median / static_cast<double>(comparison.count), comparison.limit, medianOf(limits),
-           medianOf(ratios), comparison.wanted});
+           comparison.count == 0 ? 0 : median / static_cast<double>(comparison.count), comparison.limit,
+           medianOf(limits), medianOf(ratios), comparison.wanted});
 }
 
 } // namespace bench

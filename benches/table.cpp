@@ -53,6 +53,11 @@ double medianOf(std::vector<double> values) {
     return quantile(values, 0.5);
 }
 
+double quantileOf(std::vector<double> values, double part) {
+    std::ranges::sort(values);
+    return quantile(values, part);
+}
+
 double spreadOf(std::vector<double> values) {
     std::ranges::sort(values);
     return (quantile(values, 0.75) - quantile(values, 0.25)) / quantile(values, 0.5);

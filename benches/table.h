@@ -29,5 +29,7 @@ std::string grouped(std::size_t count);
 /// Of a copy, so that the caller's stay in the order in which they were measured.
 double medianOf(std::vector<double> values);
 double spreadOf(std::vector<double> values);
+/// The value below which this part of them lies.
+double quantileOf(std::vector<double> values, double part);
 
 } // namespace bench
