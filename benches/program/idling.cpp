@@ -1,5 +1,6 @@
 // Doing nothing for minutes, beside an empty program that does the same at the same time.
 #include "benches/entries.h"
+#include "benches/program/hostprocess.h"
 #include "benches/program/processes.h"
 #include "benches/program/programbenches.h"
 #include "benches/table.h"
@@ -34,13 +35,15 @@ void idle(const std::string& how, const std::string& switches, WORD emptyShow, i
     empty.waitUntilThere();
     // What the start leaves to do is not idling.
     Sleep(3000);
-    const double programBefore = program.processorTime();
-    const double emptyBefore = empty.processorTime();
+    const HostProcess host("scheduler.exe");
+    const HostProcess emptyHost("emptyprogram.exe");
+    const double before = host.processorTime();
+    const double emptyBefore = emptyHost.processorTime();
     Sleep(static_cast<DWORD>(seconds) * 1000);
-    const double programTime = program.processorTime() - programBefore;
-    const double emptyTime = empty.processorTime() - emptyBefore;
-    const double programMemory = program.privateMegabytes();
-    const double emptyMemory = empty.privateMegabytes();
+    const double programTime = host.processorTime() - before;
+    const double emptyTime = emptyHost.processorTime() - emptyBefore;
+    const double programMemory = host.privateMegabytes();
+    const double emptyMemory = emptyHost.privateMegabytes();
     const std::string amount = std::to_string(seconds) + " s, 1,000 entries";
     print({"idle " + how + ": processor time", amount, programTime, 0, 0, "an empty program with such timers",
            emptyTime, programTime / emptyTime, wantedTime});

@@ -13,13 +13,6 @@ namespace {
 
 constexpr auto patience = std::chrono::minutes(2);
 
-double secondsOf(const FILETIME& time) {
-    ULARGE_INTEGER ticks;
-    ticks.LowPart = time.dwLowDateTime;
-    ticks.HighPart = time.dwHighDateTime;
-    return static_cast<double>(ticks.QuadPart) * 1e-7;
-}
-
 } // namespace
 
 WindowProcess::WindowProcess(const std::string& commandLine, std::string windowClass, WORD showCommand)
@@ -57,23 +50,6 @@ bool WindowProcess::waitForWindow(bool visible) {
     }
     SendMessageA(window_, WM_NULL, 0, 0);
     return true;
-}
-
-double WindowProcess::processorTime() const {
-    FILETIME created;
-    FILETIME ended;
-    FILETIME kernel;
-    FILETIME user;
-    GetProcessTimes(process_.get(), &created, &ended, &kernel, &user);
-    return secondsOf(kernel) + secondsOf(user);
-}
-
-double WindowProcess::privateMegabytes() const {
-    PROCESS_MEMORY_COUNTERS_EX counters{};
-    counters.cb = sizeof(counters);
-    GetProcessMemoryInfo(process_.get(), reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&counters),
-                         sizeof(counters));
-    return static_cast<double>(counters.PrivateUsage) / (1024 * 1024);
 }
 
 std::string schedulerCommand() {

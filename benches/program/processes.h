@@ -25,11 +25,6 @@ public:
 
     HWND window() const { return window_; }
 
-    /// Processor time so far, in seconds.
-    double processorTime() const;
-    /// Memory that is the process's alone, in megabytes.
-    double privateMegabytes() const;
-
 private:
     bool waitForWindow(bool visible);
 
