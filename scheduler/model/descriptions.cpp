@@ -153,4 +153,12 @@ std::string describeLastRun(const ScheduledProject& entry, const base::Clock& cl
     return hasRun(entry) ? base::formatRelative(entry.lastRun, clock.now()) : never;
 }
 
+TimeAspect timeAspectOf(const ScheduledProject& entry, base::TimeValue now) {
+    // The calendar is asked only about what is shown as a time.
+    const auto daysTo = [now](base::TimeValue t) {
+        return t == base::TimeValue() || t == base::TimeValue::never() ? 0 : base::relativeDay(now, t);
+    };
+    return {now >= entry.nextRun, daysTo(entry.nextRun), daysTo(entry.lastRun), now.year()};
+}
+
 } // namespace scheduler

@@ -135,14 +135,20 @@ Handled MainWindow::onNotify(const NMHDR& notification) {
 void MainWindow::onTimer() {
     // A tick may change many entries; what it comes to is shown once, at its end.
     inTick_ = true;
+    changedInTick_ = false;
     engine_.onTimer(TimeValue::now());
     inTick_ = false;
     // Also without a run, and while suspended, time turns texts into others: "Now", "tomorrow", "yesterday".
-    if (IsWindowVisible(handle()))
+    if (!IsWindowVisible(handle()))
+        return;
+    if (changedInTick_)
         list_.refresh();
+    else
+        list_.onTimePassed();
 }
 
 void MainWindow::onScheduleChanged() {
+    changedInTick_ = true;
     if (!inTick_)
         list_.refresh();
 }

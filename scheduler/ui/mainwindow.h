@@ -76,6 +76,7 @@ private:
     ProgramExit exit_;
     bool placed_ = false;
     bool inTick_ = false;
+    bool changedInTick_ = false;
 };
 
 } // namespace scheduler

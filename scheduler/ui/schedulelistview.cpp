@@ -133,23 +133,38 @@ void ScheduleListView::focusEntry(std::size_t entry) {
             ListView_SetItemState(handle(), static_cast<int>(row), LVIS_FOCUSED, LVIS_FOCUSED);
 }
 
-ScheduleListView::RowTexts ScheduleListView::textsOf(std::size_t row) const {
-    RowTexts texts;
+ScheduleListView::PaintedRow ScheduleListView::rowAsOf(base::TimeValue now, std::size_t row) const {
+    PaintedRow painted{rows_.timeAspect(row, now), {}};
     for (std::size_t column = 0; column < columnCount; ++column)
-        texts[column] = rows_.text(row, static_cast<ScheduleColumn>(column));
-    return texts;
+        painted.texts[column] = rows_.text(row, static_cast<ScheduleColumn>(column));
+    return painted;
 }
 
 void ScheduleListView::refresh() {
     const HWND list = handle();
     if (static_cast<std::size_t>(ListView_GetItemCount(list)) != rows_.size())
         ListView_SetItemCountEx(list, rows_.size(), LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL);
+    const base::TimeValue now = rows_.now();
     for (std::size_t i = 0; i < painted_.size(); ++i) {
         const std::size_t row = firstPainted_ + i;
-        if (row < rows_.size() && painted_[i] != textsOf(row))
+        if (row >= rows_.size())
+            break;
+        const PaintedRow current = rowAsOf(now, row);
+        if (painted_[i].texts == current.texts)
+            painted_[i].aspect = current.aspect;
+        else
             ListView_RedrawItems(list, static_cast<int>(row), static_cast<int>(row));
     }
     UpdateWindow(list);
+}
+
+void ScheduleListView::onTimePassed() {
+    const base::TimeValue now = rows_.now();
+    for (std::size_t i = 0; i < painted_.size() && firstPainted_ + i < rows_.size(); ++i)
+        if (painted_[i].aspect != rows_.timeAspect(firstPainted_ + i, now)) {
+            refresh();
+            return;
+        }
 }
 
 void ScheduleListView::onRowsDeleted() {
@@ -209,7 +224,7 @@ LRESULT ScheduleListView::onCustomDraw(const NMLVCUSTOMDRAW& draw) {
     case CDDS_PREPAINT: {
         const auto top = static_cast<std::size_t>(std::max(0, ListView_GetTopIndex(handle())));
         const auto shown = static_cast<std::size_t>(ListView_GetCountPerPage(handle())) + 1;
-        std::vector<RowTexts> kept(std::min(shown, rows_.size() - std::min(top, rows_.size())));
+        std::vector<PaintedRow> kept(std::min(shown, rows_.size() - std::min(top, rows_.size())));
         for (std::size_t i = 0; i < kept.size(); ++i)
             if (top + i >= firstPainted_ && top + i - firstPainted_ < painted_.size())
                 kept[i] = std::move(painted_[top + i - firstPainted_]);
@@ -220,7 +235,7 @@ LRESULT ScheduleListView::onCustomDraw(const NMLVCUSTOMDRAW& draw) {
     case CDDS_ITEMPREPAINT: {
         const std::size_t row = draw.nmcd.dwItemSpec;
         if (row >= firstPainted_ && row - firstPainted_ < painted_.size())
-            painted_[row - firstPainted_] = textsOf(row);
+            painted_[row - firstPainted_] = rowAsOf(rows_.now(), row);
         return CDRF_DODEFAULT;
     }
     default:

@@ -39,6 +39,9 @@ public:
     /// Brings the shown rows up to date with the schedule. Paints nothing when no shown text has changed.
     void refresh();
 
+    /// The same when the schedule has not changed, but the time has.
+    void onTimePassed();
+
     /// Rows are gone: none is selected, and the keyboard goes on at the place of the first of them.
     void onRowsDeleted();
 
@@ -47,6 +50,10 @@ public:
 
 private:
     using RowTexts = std::array<std::string, columnCount>;
+    struct PaintedRow {
+        TimeAspect aspect; ///< not later than the texts
+        RowTexts texts;
+    };
 
     framework::Handled onMessage(const framework::Message& message) override;
     void onGetText(NMLVDISPINFOA& request) const;
@@ -60,12 +67,12 @@ private:
 
     void insertColumns();
     void showSortArrow() const;
-    RowTexts textsOf(std::size_t row) const;
+    PaintedRow rowAsOf(base::TimeValue now, std::size_t row) const;
     int defaultWidth(std::size_t column) const;
 
     ScheduleRows& rows_;
-    std::size_t firstPainted_ = 0;  // the row of the first element of painted_
-    std::vector<RowTexts> painted_; // what stands on the screen
+    std::size_t firstPainted_ = 0;    // the row of the first element of painted_
+    std::vector<PaintedRow> painted_; // what stands on the screen
 };
 
 } // namespace scheduler

@@ -1,7 +1,6 @@
 #include "scheduler/ui/schedulerows.h"
 
 #include "lib/base/strings.h"
-#include "scheduler/model/descriptions.h"
 
 #include <algorithm>
 #include <functional>
@@ -22,6 +21,10 @@ ScheduleRows::~ScheduleRows() {
 
 std::string ScheduleRows::text(std::size_t row, ScheduleColumn column) const {
     return entryText(order_[row], column);
+}
+
+TimeAspect ScheduleRows::timeAspect(std::size_t row, base::TimeValue now) const {
+    return timeAspectOf(schedule_[order_[row]], now);
 }
 
 std::string ScheduleRows::entryText(std::size_t position, ScheduleColumn column) const {

@@ -1,6 +1,7 @@
 // The list as a table of texts: which entry stands in which row, and what each cell says. Knows no window.
 #pragma once
 
+#include "scheduler/model/descriptions.h"
 #include "scheduler/model/nextrun.h"
 #include "scheduler/model/schedulelist.h"
 
@@ -38,6 +39,11 @@ public:
     std::size_t entryAt(std::size_t row) const { return order_[row]; }
 
     std::string text(std::size_t row, ScheduleColumn column) const;
+
+    /// The moment as which the texts see the present.
+    base::TimeValue now() const { return state_().clock->now(); }
+    /// What time alone changes in the row's texts.
+    TimeAspect timeAspect(std::size_t row, base::TimeValue now) const;
 
     /// Sorts by the cells' texts as shown, byte by byte: ascending, or the other way round when the rows are
     /// sorted by this column already. Equal texts stand in the schedule's order.

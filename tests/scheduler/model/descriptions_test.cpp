@@ -317,6 +317,29 @@ TEST_F(DescriptionsTest, TheLastRunFollowsTheClock) {
     EXPECT_NE(describeLastRun(entry, clock), today);
 }
 
+TEST_F(DescriptionsTest, WhileTheTimeAspectStaysSoDoThePhrases) {
+    ScheduledProject entry;
+    entry.kind = ScheduleKind::Once;
+    entry.nextRun = someTime() + TimeSpan::fromDays(3);
+    entry.lastRun = someTime() - TimeSpan::fromDays(2);
+    scheduler::TimeAspect aspect;
+    std::string phrases;
+    int changes = 0;
+    // Finely while the phrases count days, coarsely over a change of the year.
+    for (std::int32_t seconds = 0; seconds < 400 * 86400; seconds += seconds < 4 * 86400 ? 29 : 4099) {
+        clock.set(someTime() + TimeSpan::fromSeconds(seconds));
+        const auto currentAspect = scheduler::timeAspectOf(entry, clock.now());
+        const auto currentPhrases = describeNextRun(entry, list, state) + describeLastRun(entry, clock);
+        if (currentAspect == aspect) {
+            ASSERT_EQ(currentPhrases, phrases) << seconds << " seconds later";
+        }
+        changes += currentPhrases != phrases;
+        aspect = currentAspect;
+        phrases = currentPhrases;
+    }
+    EXPECT_GT(changes, 5);
+}
+
 TEST_F(DescriptionsTest, DescribingChangesNothing) {
     ScheduledProject entry = test::filledEntry();
     describeSchedule(entry, list);
