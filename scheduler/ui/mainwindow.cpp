@@ -138,12 +138,11 @@ void MainWindow::onTimer() {
     changedInTick_ = false;
     engine_.onTimer(TimeValue::now());
     inTick_ = false;
-    // Also without a run, and while suspended, time turns texts into others: "Now", "tomorrow", "yesterday".
     if (!IsWindowVisible(handle()))
         return;
     if (changedInTick_)
         list_.refresh();
-    else
+    else // also while suspended, time turns texts into others: "Now", "tomorrow", "yesterday"
         list_.onTimePassed();
 }
 
