@@ -12,6 +12,7 @@ void ProgramExit::exitProgram(ExitMode mode) {
     parts_.icon.remove();
     save();
     applyAutostart(parts_.preferences.autostart);
+    EndMenu(); // the loop of an open one would swallow the quit
     PostQuitMessage(0);
 }
 

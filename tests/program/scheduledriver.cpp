@@ -4,6 +4,7 @@
 #include "lib/base/opsys.h"
 #include "lib/base/paths.h"
 #include "lib/base/processes.h"
+#include "resources/ids.h"
 #include "scheduler/model/schedulecodec.h"
 #include "scheduler/model/schedulefile.h"
 #include "tests/support/patience.h"
@@ -18,10 +19,12 @@
 namespace driver {
 namespace {
 
+constexpr const char* dialogClass = "#32770";
+
 struct WindowSearch {
     DWORD process = 0;
-    std::string className; // empty: any
-    HWND found = nullptr;
+    std::string className;
+    std::vector<HWND> found;
 };
 
 BOOL CALLBACK checkWindow(HWND window, LPARAM parameter) {
@@ -30,16 +33,21 @@ BOOL CALLBACK checkWindow(HWND window, LPARAM parameter) {
     GetWindowThreadProcessId(window, &process);
     char name[64]{};
     GetClassNameA(window, name, sizeof(name));
-    if (process != search.process || name != search.className)
-        return TRUE;
-    search.found = window;
-    return FALSE;
+    if (process == search.process && name == search.className)
+        search.found.push_back(window);
+    return TRUE;
+}
+
+/// The uppermost first.
+std::vector<HWND> findWindows(DWORD process, const std::string& className) {
+    WindowSearch search{process, className, {}};
+    EnumWindows(&checkWindow, reinterpret_cast<LPARAM>(&search));
+    return search.found;
 }
 
 HWND findWindow(DWORD process, const std::string& className) {
-    WindowSearch search{process, className, nullptr};
-    EnumWindows(&checkWindow, reinterpret_cast<LPARAM>(&search));
-    return search.found;
+    const std::vector<HWND> found = findWindows(process, className);
+    return found.empty() ? nullptr : found.front();
 }
 
 std::string builtProgram() {
@@ -120,10 +128,18 @@ SchedulerProcess::~SchedulerProcess() {
 }
 
 bool SchedulerProcess::start(const std::string& switches) {
+    launch(switches);
+    return waitForWindow();
+}
+
+void SchedulerProcess::launch(const std::string& switches) {
     const PROCESS_INFORMATION information = startCopy(program_, switches);
     process_.reset(information.hProcess);
     id_ = information.dwProcessId;
     window_ = nullptr;
+}
+
+bool SchedulerProcess::waitForWindow() {
     // To accept dropped files is the last thing that the window does before it answers messages. The clock
     // may run fast: an hour of it may be a minute.
     waitUntil(
@@ -169,10 +185,31 @@ void SchedulerProcess::command(int id) const {
     PostMessageA(window_, WM_COMMAND, static_cast<WPARAM>(id), 0);
 }
 
+bool SchedulerProcess::exit() {
+    command(IDM_EXIT);
+    waitUntil([this] { return !isRunning() || messageBox() != nullptr; });
+    if (isRunning())
+        press(messageBox(), IDYES);
+    return waitForExit() && exitCode() == 0;
+}
+
 HWND SchedulerProcess::messageBox() const {
-    const HWND box = findWindow(id_, "#32770");
+    const HWND box = findWindow(id_, dialogClass);
     // It is there for the user once it is shown.
     return box && IsWindowVisible(box) ? box : nullptr;
+}
+
+std::vector<HWND> SchedulerProcess::dialogs() const {
+    std::vector<HWND> found = findWindows(id_, dialogClass);
+    std::erase_if(found, [](HWND dialog) { return !IsWindowVisible(dialog); });
+    return found;
+}
+
+bool SchedulerProcess::isMenuOpen() const {
+    GUITHREADINFO information{};
+    information.cbSize = sizeof(information);
+    GetGUIThreadInfo(GetWindowThreadProcessId(window_, nullptr), &information);
+    return (information.flags & GUI_INMENUMODE) != 0;
 }
 
 std::string SchedulerProcess::textOfBox(HWND box) {

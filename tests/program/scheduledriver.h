@@ -44,6 +44,9 @@ public:
 
     /// Starts a copy with the given switches. A main copy is up when its timer runs: waits for its window.
     bool start(const std::string& switches = "");
+    /// The two halves of start: without waiting, and waiting.
+    void launch(const std::string& switches = "");
+    bool waitForWindow();
     /// Starts a copy that is expected to end by itself; its exit code.
     static DWORD runToEnd(const std::string& switches);
 
@@ -53,11 +56,17 @@ public:
     DWORD exitCode() const;
     void kill();
 
+    /// Exits as the user does, who says Yes to the question if it is asked. False when it does not end.
+    bool exit();
+
     /// Sends a menu command and, for one that may ask, does not wait for its end.
     void command(int id) const;
 
     /// The program's message box, or dialog, that is open now; null when there is none.
     HWND messageBox() const;
+    /// All dialogs and message boxes that the user sees, the uppermost first.
+    std::vector<HWND> dialogs() const;
+    bool isMenuOpen() const;
     /// The box's text.
     static std::string textOfBox(HWND box);
     /// Presses one of the box's buttons (IDYES, IDNO, IDOK).

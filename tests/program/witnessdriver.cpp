@@ -80,6 +80,10 @@ void WitnessDriver::drop(const std::vector<std::string>& paths) const {
     SendMessageA(mainWindow_, RegisterWindowMessageA(witness::dropMessage), 0, 0);
 }
 
+void WitnessDriver::count() const {
+    SendMessageA(mainWindow_, RegisterWindowMessageA(witness::countMessage), 0, 0);
+}
+
 bool WitnessDriver::isMenuOpen() const {
     GUITHREADINFO information{};
     information.cbSize = sizeof(information);

@@ -41,6 +41,11 @@ public:
     UINT lastCommand() const { return notes_->lastCommand; }
     LONG menus() const { return notes_->menus; }
 
+    /// Counts what the process holds; both numbers stand until the next time.
+    void count() const;
+    DWORD userObjects() const { return notes_->userObjects; }
+    DWORD gdiObjects() const { return notes_->gdiObjects; }
+
     /// What the menu shows that opens once `open` is called. The menu is closed again.
     template<typename Action>
     std::vector<SeenItem> menuOpenedBy(const Action& open) const {

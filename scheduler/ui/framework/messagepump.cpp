@@ -1,5 +1,6 @@
 #include "scheduler/ui/framework/messagepump.h"
 
+#include "scheduler/ui/framework/sentonly.h"
 #include "scheduler/ui/framework/window.h"
 
 namespace framework {
@@ -40,6 +41,7 @@ MessagePump& MessagePump::instance() {
 }
 
 int MessagePump::runMainLoop() {
+    const SentOnlyGuard guard;
     const UINT_PTR timer = SetTimer(nullptr, 0, wakeUpMilliseconds, nullptr);
     MSG message{};
     while (pumpOne(message, nullptr))

@@ -37,8 +37,7 @@ void WindowClass::registerOnce() {
     if (registered_)
         return;
     description_.lpszClassName = name().c_str();
-    RegisterClassExA(&description_);
-    registered_ = true;
+    registered_ = RegisterClassExA(&description_) != 0;
 }
 
 } // namespace framework

@@ -25,12 +25,18 @@ struct Notes {
     LONG commands = 0; ///< commands sent to the main window
     UINT lastCommand = 0;
 
+    DWORD userObjects = 0; ///< when they were counted last
+    DWORD gdiObjects = 0;
+
     std::array<char, 2000> dropped{}; ///< set by the test: names, each with a NUL behind it, and one NUL more
 };
 
 /// Registered; sent to a window, it drops the files in the notes there. Only in its own process can every
 /// platform's windows be handed a block of memory.
 inline constexpr const char* dropMessage = "scheduler test drop";
+
+/// Registered; sent to a window, it has the objects of its process counted.
+inline constexpr const char* countMessage = "scheduler test count";
 
 inline constexpr const char* memoryName = "scheduler test witness";
 

@@ -3,8 +3,10 @@
 // program as it is.
 
 #include "tests/program/witness/notes.h"
+#include "tests/support/gdiobjects.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <shlobj.h>
 
@@ -49,6 +51,25 @@ void noteMenu(HMENU menu) {
     ++notes()->menus;
 }
 
+/// Windows and menus: tries every number that one can have where the platform counts none.
+DWORD userObjectCount() {
+    if (const DWORD count = GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS))
+        return count;
+    DWORD count = 0;
+    for (std::uintptr_t number = 2; number < 0x10000; number += 2) {
+        DWORD process = 0;
+        GetWindowThreadProcessId(reinterpret_cast<HWND>(number), &process);
+        count += process == GetCurrentProcessId();
+        count += IsMenu(reinterpret_cast<HMENU>(number)) ? 1U : 0U;
+    }
+    return count;
+}
+
+void countObjects() {
+    notes()->userObjects = userObjectCount();
+    notes()->gdiObjects = test::gdiObjectCount();
+}
+
 void dropFiles(HWND window) {
     DROPFILES head{};
     head.pFiles = sizeof(head);
@@ -75,6 +96,9 @@ extern "C" __declspec(dllexport) LRESULT CALLBACK onSent(int code, WPARAM wParam
     static const UINT dropMessage = RegisterWindowMessageA(witness::dropMessage);
     if (code == HC_ACTION && notes() && message.message == dropMessage)
         dropFiles(message.hwnd);
+    static const UINT countMessage = RegisterWindowMessageA(witness::countMessage);
+    if (code == HC_ACTION && notes() && message.message == countMessage)
+        countObjects();
     return CallNextHookEx(nullptr, code, wParam, lParam);
 }
 

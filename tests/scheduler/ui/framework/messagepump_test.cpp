@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <vector>
 
 namespace {
 
@@ -141,6 +142,26 @@ TEST(MessagePump, AcceleratorsBecomeCommandsOfTheMessagesWindow) {
     EXPECT_EQ(command, 4711);
     MessagePump::instance().setAccelerators(nullptr);
     DestroyAcceleratorTable(table);
+}
+
+TEST(MessagePump, WhatIsOnlyEverSentDoesNotArriveWhenItIsPosted) {
+    PumpedWindow window;
+    std::vector<UINT> arrived;
+    window.handler = [&](const Message& message) {
+        arrived.push_back(message.id);
+        if (message.id == WM_APP)
+            PostQuitMessage(0);
+        return Handled(0);
+    };
+    for (const UINT id : {UINT{WM_NOTIFY}, UINT{WM_DESTROY}, UINT{WM_NCDESTROY}, UINT{WM_APP}})
+        PostMessageA(window.handle(), id, 0, 4);
+    MessagePump::instance().runMainLoop();
+    EXPECT_EQ(arrived, (std::vector<UINT>{WM_NULL, WM_NULL, WM_NULL, WM_APP}));
+    EXPECT_EQ(Window::of(window.handle()), &window);
+
+    arrived.clear();
+    SendMessageA(window.handle(), WM_NOTIFY, 0, 0);
+    EXPECT_EQ(arrived, std::vector<UINT>{WM_NOTIFY});
 }
 
 } // namespace

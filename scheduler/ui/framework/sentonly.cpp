@@ -1,0 +1,28 @@
+#include "scheduler/ui/framework/sentonly.h"
+
+namespace framework {
+namespace {
+
+/// The others that carry addresses are ones that the platform itself refuses to post.
+bool isSentOnly(UINT message) {
+    return message == WM_NOTIFY || message == WM_DESTROY || message == WM_NCDESTROY;
+}
+
+LRESULT CALLBACK onTaken(int code, WPARAM wParam, LPARAM lParam) noexcept {
+    auto& message = *reinterpret_cast<MSG*>(lParam);
+    if (code == HC_ACTION && isSentOnly(message.message))
+        message.message = WM_NULL;
+    return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+} // namespace
+
+SentOnlyGuard::SentOnlyGuard()
+    : hook_(SetWindowsHookExA(WH_GETMESSAGE, &onTaken, nullptr, GetCurrentThreadId())) {}
+
+SentOnlyGuard::~SentOnlyGuard() {
+    if (hook_)
+        UnhookWindowsHookEx(hook_);
+}
+
+} // namespace framework

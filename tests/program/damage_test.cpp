@@ -1,0 +1,99 @@
+// Damaged files of a rich schedule, each given to a start of the real program: it comes up with the entries
+// that the file holds, as the plainly told format says, or with none.
+//
+// SCHEDULER_SEED tries one file alone, SCHEDULER_SEEDS that many.
+
+#include "lib/base/registry.h"
+#include "scheduler/model/schedulecodec.h"
+#include "scheduler/model/schedulefile.h"
+#include "tests/program/listdriver.h"
+#include "tests/program/scheduledriver.h"
+#include "tests/support/damagedschedule.h"
+#include "tests/support/plainschedule.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <iostream>
+
+using plainschedule::Record;
+
+namespace {
+
+const std::string programKey = "Software\\Brindlewood\\scheduler";
+
+constexpr unsigned long startsOfAnEverydayRun = 40;
+
+unsigned long numberIn(const char* variable, unsigned long otherwise) {
+    const char* const text = std::getenv(variable);
+    return text ? std::strtoul(text, nullptr, 10) : otherwise;
+}
+
+/// What a start makes of the entries of a file, apart from their next runs.
+std::vector<Record> afterStart(std::vector<Record> records) {
+    for (Record& record : records) {
+        record.running = 0;
+        record.waitingSince = record.runStart = record.runNumber = record.retriesDone = 0;
+    }
+    return records;
+}
+
+class Damage : public ::testing::Test {
+protected:
+    void SetUp() override {
+        base::deleteKey(HKEY_CURRENT_USER, programKey);
+        // Nothing that is due at once changes an entry while the test looks.
+        base::writeNumber(HKEY_CURRENT_USER, programKey + "\\State\\Suspended", 1);
+    }
+    void TearDown() override {
+        scheduler_.kill();
+        driver::saveEntries({});
+        base::deleteKey(HKEY_CURRENT_USER, programKey);
+    }
+
+    /// Starts the program on a file, ends it as its user does, and compares what it then saved. How many
+    /// entries there were.
+    std::size_t startOn(const std::vector<std::byte>& content) {
+        driver::writeText(scheduler::schedulePath(),
+                          {reinterpret_cast<const char*>(content.data()), content.size()});
+        plainschedule::File plain(content);
+        if (plain.read() != plainschedule::Result::Replaced)
+            plain.records.clear();
+        const std::vector<Record> expected = afterStart(plain.records);
+
+        EXPECT_TRUE(scheduler_.start("/s"));
+        EXPECT_EQ(driver::ListDriver(scheduler_.window()).rowCount(), static_cast<int>(expected.size()));
+        EXPECT_TRUE(scheduler_.exit());
+
+        const std::vector<scheduler::ScheduledProject> saved = driver::savedSchedule();
+        EXPECT_EQ(saved.size(), expected.size());
+        for (std::size_t i = 0; i < std::min(saved.size(), expected.size()); ++i) {
+            Record record = expected[i];
+            record.nextRun = static_cast<std::uint32_t>(saved[i].nextRun.seconds());
+            EXPECT_TRUE(same(saved[i], record)) << "entry " << i;
+        }
+        return saved.size();
+    }
+
+    driver::SchedulerProcess scheduler_;
+};
+
+TEST_F(Damage, LeavesTheProgramWithTheRightEntriesOrNone) {
+    const std::vector<std::byte> whole = scheduler::encodeSchedule(test::richSchedule());
+    const unsigned long only = numberIn("SCHEDULER_SEED", 0);
+    const unsigned long first = only ? only : 1;
+    const unsigned long last = only ? only : numberIn("SCHEDULER_SEEDS", startsOfAnEverydayRun);
+    std::size_t withEntries = 0;
+    for (unsigned long seed = first; seed <= last && !HasFailure(); ++seed) {
+        SCOPED_TRACE("SCHEDULER_SEED=" + std::to_string(seed));
+        withEntries += startOn(test::Damage(whole, static_cast<std::uint32_t>(seed)).done()) != 0;
+    }
+    const std::size_t starts = last - first + 1;
+    std::cout << starts << " starts, " << withEntries << " of them with entries\n";
+    if (starts < startsOfAnEverydayRun)
+        return;
+    EXPECT_GT(withEntries, starts / 20);
+    EXPECT_LT(withEntries, starts - starts / 20);
+}
+
+} // namespace

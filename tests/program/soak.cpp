@@ -1,0 +1,162 @@
+// Lets the real program work for a while, runs ending all the time and its windows in use, and compares what
+// it holds at the end with what it held after the first minute. For tools/soak.
+//
+// usage: program.soak MINUTES SPEED
+
+#include "lib/base/registry.h"
+#include "resources/ids.h"
+#include "tests/program/listdriver.h"
+#include "tests/program/scheduledriver.h"
+#include "tests/program/witnessdriver.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <tlhelp32.h>
+
+using base::TimeValue;
+using scheduler::ScheduledProject;
+using scheduler::ScheduleKind;
+
+namespace {
+
+constexpr int pairs = 4;
+
+/// Two and two follow each other for ever; others are due at their times.
+std::vector<ScheduledProject> busyEntries(const driver::SampleSpider& spider) {
+    std::vector<ScheduledProject> entries(2 * pairs);
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        entries[i].path = spider.makeProject("pair " + std::to_string(i) + ".kra", "ms=30\nresult=fine\n");
+        entries[i].afterIndex = static_cast<std::int32_t>(i ^ 1);
+    }
+    for (int minute = 0; minute < 60; minute += 6) {
+        ScheduledProject entry;
+        entry.path = spider.makeProject("hourly " + std::to_string(minute) + ".krb", "ms=300\nerror=7\n");
+        entry.kind = ScheduleKind::Hourly;
+        entry.minutes = minute;
+        entry.retryLimit = 1;
+        entry.retryIntervalMinutes = 1;
+        entries.push_back(entry);
+    }
+    return entries;
+}
+
+unsigned long handlesOf(HANDLE process) {
+    unsigned long count = 0;
+    for (std::uintptr_t value = 4; value < 0x1800; value += 4) {
+        HANDLE copy = nullptr;
+        if (DuplicateHandle(process, reinterpret_cast<HANDLE>(value), GetCurrentProcess(), &copy, 0, FALSE,
+                            DUPLICATE_SAME_ACCESS)) {
+            ++count;
+            CloseHandle(copy);
+        }
+    }
+    return count;
+}
+
+unsigned long threadsOf(DWORD process) {
+    const base::FileHandle snapshot(CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0));
+    unsigned long count = 0;
+    THREADENTRY32 thread{};
+    thread.dwSize = sizeof(thread);
+    for (BOOL more = Thread32First(snapshot.get(), &thread); more;
+         more = Thread32Next(snapshot.get(), &thread))
+        count += thread.th32OwnerProcessID == process;
+    return count;
+}
+
+unsigned long privateKilobytes(HANDLE process) {
+    std::size_t total = 0;
+    MEMORY_BASIC_INFORMATION region{};
+    for (std::uintptr_t at = 0;
+         VirtualQueryEx(process, reinterpret_cast<void*>(at), &region, sizeof(region)) != 0;) {
+        if (region.State == MEM_COMMIT && region.Type == MEM_PRIVATE)
+            total += region.RegionSize;
+        const std::uintptr_t next = reinterpret_cast<std::uintptr_t>(region.BaseAddress) + region.RegionSize;
+        if (next <= at)
+            break;
+        at = next;
+    }
+    return static_cast<unsigned long>(total / 1024);
+}
+
+using Sample = std::array<unsigned long, 5>;
+
+/// The least of many looks: a run under way holds a thread and some handles of its own.
+Sample hold(HWND window, const driver::WitnessDriver& witness) {
+    DWORD id = 0;
+    GetWindowThreadProcessId(window, &id);
+    const base::KernelHandle process(OpenProcess(PROCESS_ALL_ACCESS, FALSE, id));
+    Sample least;
+    least.fill(~0ul);
+    for (int look = 0; look < 15; ++look) {
+        witness.count();
+        const Sample seen = {witness.userObjects(), witness.gdiObjects(), handlesOf(process.get()),
+                             threadsOf(id), privateKilobytes(process.get())};
+        std::ranges::transform(least, seen, least.begin(), [](auto a, auto b) { return std::min(a, b); });
+        Sleep(100);
+    }
+    return least;
+}
+
+/// What a user does, and leaves no trace.
+void useWindows(const driver::SchedulerProcess& scheduler, const driver::ListDriver& list, int round) {
+    for (const int dialog : {IDM_ABOUT, IDM_PREFERENCES, IDM_ADD}) {
+        scheduler.command(dialog);
+        driver::waitUntil([&] { return !scheduler.dialogs().empty(); }, std::chrono::hours(1));
+        for (const HWND open : scheduler.dialogs())
+            driver::SchedulerProcess::press(open, IDCANCEL);
+        driver::waitUntil([&] { return scheduler.dialogs().empty(); }, std::chrono::hours(1));
+    }
+    list.clickHeader(round % 6);
+    scheduler.command(IDM_CLOSE);
+    scheduler.command(IDM_DISPLAY);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    if (argc != 3)
+        return 2;
+    const int minutes = std::atoi(argv[1]);
+    const int speed = std::atoi(argv[2]);
+    const driver::SampleSpider spider;
+    base::writeNumber(HKEY_CURRENT_USER, "Software\\Brindlewood\\scheduler\\State\\RunMultiple", 1);
+    driver::saveEntries(busyEntries(spider));
+    driver::SchedulerProcess scheduler;
+    if (!scheduler.start())
+        return 1;
+    const driver::ListDriver list(scheduler.window());
+    const driver::WitnessDriver witness(scheduler.window(), list.handle());
+    list.select({0, 2, 4, 6});
+    scheduler.command(IDM_RUN);
+
+    const TimeValue begin = TimeValue::now();
+    const auto work = [&](int until) {
+        for (int round = 0; secondsBetween(TimeValue::now(), begin) / speed < until * 60; ++round) {
+            useWindows(scheduler, list, round);
+            Sleep(1000);
+        }
+    };
+    work(1);
+    const Sample first = hold(scheduler.window(), witness);
+    const std::size_t runsBefore = spider.logged("end run");
+    work(minutes);
+    const Sample last = hold(scheduler.window(), witness);
+    const std::size_t runs = spider.logged("end run");
+
+    constexpr std::array names = {"windows and menus", "graphics objects", "kernel handles", "threads",
+                                  "private KB"};
+    // A heap may round up once more; anything that is lost in each run is a thousand times that.
+    constexpr std::array<unsigned long, 5> allowed = {0, 0, 2, 0, 128};
+    bool same = scheduler.isRunning() && runs > runsBefore + static_cast<std::size_t>(minutes - 1) * 60;
+    std::printf("%zu runs in %d minutes at %d-fold speed\n%-18s %12s %12s\n", runs, minutes, speed, "",
+                "first minute", "end");
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        std::printf("%-18s %12lu %12lu\n", names[i], first[i], last[i]);
+        same = same && last[i] <= first[i] + allowed[i];
+    }
+    std::printf("%s\n", same ? "nothing is lost" : "NOT the same");
+    return same ? 0 : 1;
+}
