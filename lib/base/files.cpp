@@ -17,7 +17,12 @@ namespace {
 std::FILE* openForWriting(const std::string& path) {
     constexpr int mode = _O_WRONLY | _O_BINARY | _O_CREAT | _O_TRUNC | _O_NOINHERIT;
     const int descriptor = _open(path.c_str(), mode, _S_IREAD | _S_IWRITE);
-    return descriptor < 0 ? nullptr : _fdopen(descriptor, "wb");
+    if (descriptor < 0)
+        return nullptr;
+    std::FILE* const file = _fdopen(descriptor, "wb");
+    if (!file)
+        _close(descriptor);
+    return file;
 }
 
 } // namespace

@@ -12,6 +12,8 @@ namespace scheduler {
 
 namespace {
 
+constexpr DWORD retryMilliseconds = 100;
+
 // All that a worker thread knows. It shares nothing with anyone.
 struct Supervision {
     RunRequest request;
@@ -33,8 +35,10 @@ void supervise(void* argument) noexcept {
         // Memory ran out before the process could be started: its end is reported like that of any failed
         // start.
     }
-    // Posted, never sent: the worker must not wait for the user interface.
-    PostMessageA(run->window, WM_RUN_FINISHED, run->request.runNumber, 0);
+    // Posted, never sent: the worker must not wait for the user interface. A queue that is full takes it
+    // later; without it the entry would run for ever.
+    while (!PostMessageA(run->window, WM_RUN_FINISHED, run->request.runNumber, 0) && IsWindow(run->window))
+        Sleep(retryMilliseconds);
 }
 
 } // namespace

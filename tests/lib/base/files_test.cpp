@@ -48,8 +48,25 @@ DWORD WINAPI sizeUnlessUnknown(HANDLE file, LPDWORD high) {
     return sizeIsUnknown ? INVALID_FILE_SIZE : original(file, high);
 }
 
+bool mappingObjectFails = false;
+bool streamFails = false;
+
+HANDLE WINAPI mappingUnlessRefused(HANDLE file, LPSECURITY_ATTRIBUTES security, DWORD protection, DWORD high,
+                                   DWORD low, LPCSTR name) {
+    static const auto original =
+        test::platformFunction<decltype(&CreateFileMappingA)>("kernel32.dll", "CreateFileMappingA");
+    return mappingObjectFails ? nullptr : original(file, security, protection, high, low, name);
+}
+
+std::FILE* streamUnlessRefused(int descriptor, const char* mode) {
+    static const auto original = test::platformFunction<decltype(&_fdopen)>("msvcrt.dll", "_fdopen");
+    return streamFails ? nullptr : original(descriptor, mode);
+}
+
 } // namespace
 
+SCHEDULER_REPLACE_IMPORT(CreateFileMappingA, "_CreateFileMappingA@24", mappingUnlessRefused);
+SCHEDULER_REPLACE_IMPORT(_fdopen, "__fdopen", streamUnlessRefused);
 SCHEDULER_REPLACE_IMPORT(MapViewOfFile, "_MapViewOfFile@20", mapUnlessRefused);
 SCHEDULER_REPLACE_IMPORT(GetFileSize, "_GetFileSize@8", sizeUnlessUnknown);
 SCHEDULER_REPLACE_IMPORT(GetWindowsDirectoryA, "_GetWindowsDirectoryA@8", windowsDirectoryToTell);
@@ -170,7 +187,7 @@ TEST_F(MappedFileTest, FileThatAnotherWritesToOpensEmpty) {
 
 TEST_F(MappedFileTest, FailureOnTheWayReleasesWhatWasOpen) {
     const std::string path = make("file", std::string(1 << 20, 'x'));
-    for (bool* const failure : {&mappingFails, &sizeIsUnknown}) {
+    for (bool* const failure : {&mappingObjectFails, &mappingFails, &sizeIsUnknown}) {
         const unsigned handles = handleCount();
         const std::size_t mapped = committedBytes(MEM_MAPPED);
         MappedFile file;
@@ -359,6 +376,19 @@ TEST(WriteFile, FailsWhereNoFileCanBe) {
     EXPECT_FALSE(writeFile(folder.file("missing\\file"), bytesOf("content")));
     EXPECT_FALSE(writeFile(folder.path(), bytesOf("content")));
     EXPECT_FALSE(writeFile("", bytesOf("content")));
+}
+
+TEST(WriteFile, FailureOnTheWayReleasesTheFile) {
+    const TemporaryFolder folder;
+    const std::string path = folder.file("file");
+    ASSERT_TRUE(writeFile(path, bytesOf("first")));
+    const unsigned handles = handleCount();
+    streamFails = true;
+    EXPECT_FALSE(writeFile(path, bytesOf("content")));
+    streamFails = false;
+    EXPECT_EQ(handleCount(), handles);
+    EXPECT_TRUE(openFile(path, GENERIC_WRITE, 0)) << "nobody else has it";
+    EXPECT_TRUE(writeFile(path, bytesOf("again")));
 }
 
 TEST(WriteFile, FailsOnAFileThatAnotherKeepsForItself) {

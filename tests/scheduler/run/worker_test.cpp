@@ -15,6 +15,7 @@
 
 #include <gmock/gmock.h>
 
+#include <atomic>
 #include <map>
 #include <sstream>
 #include <tlhelp32.h>
@@ -76,6 +77,18 @@ std::uintptr_t beginThreadUnlessRefused(void (*start)(void*), unsigned stackSize
     static const auto original =
         test::platformFunction<decltype(&_beginthread)>("msvcrt.dll", "_beginthread");
     return threadsAreRefused ? base::threadFailed : original(start, stackSize, argument);
+}
+
+std::atomic<int> postsRefused = 0; ///< as by a queue that is full
+
+BOOL WINAPI postUnlessRefused(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    static const auto original =
+        test::platformFunction<decltype(&PostMessageA)>("user32.dll", "PostMessageA");
+    if (message == WM_RUN_FINISHED && postsRefused > 0) {
+        --postsRefused;
+        return FALSE;
+    }
+    return original(window, message, wParam, lParam);
 }
 
 /// The runs of these tests leave their outcomes in a Windows that belongs to this test program alone.
@@ -234,6 +247,14 @@ TEST_F(WorkerTest, WindowThatIsGoneDoesNoHarm) {
     EXPECT_TRUE(folder.logShows("end run 1"));
 }
 
+TEST_F(WorkerTest, EndOfARunIsPostedOnceTheQueueTakesIt) {
+    postsRefused = 3;
+    ASSERT_TRUE(launch("", 5));
+    EXPECT_EQ(window.waitForEnds(1), (Ends{{5, 1}}));
+    EXPECT_EQ(postsRefused, 0);
+    EXPECT_FALSE(window.hasMore());
+}
+
 TEST_F(WorkerTest, TwoHundredRunsSideBySideEndOnceEach) {
     constexpr int runs = 200;
     const std::string project = folder.project("a.kra", "ms=300\nerror=1");
@@ -263,4 +284,5 @@ TEST_F(WorkerTest, TwoHundredRunsSideBySideEndOnceEach) {
 } // namespace
 } // namespace scheduler
 
+SCHEDULER_REPLACE_IMPORT(PostMessageA, "_PostMessageA@16", scheduler::postUnlessRefused);
 SCHEDULER_REPLACE_IMPORT(_beginthread, "__beginthread", scheduler::beginThreadUnlessRefused);
