@@ -19,6 +19,13 @@ if(WIN32)
         -Wl,--dynamicbase,--nxcompat,--large-address-aware,--no-insert-timestamp
         $<$<CONFIG:Release>:-s>)
     set(CMAKE_CXX_FLAGS_RELEASE "-O2 -DNDEBUG" CACHE STRING "" FORCE)
+
+    # The compiler has no runtime library for its checks on this platform: what they find ends the program.
+    option(CORVANE_CHECKED "Trap undefined behaviour, and check iterators and containers" OFF)
+    if(CORVANE_CHECKED)
+        add_compile_options(-O1 -fsanitize=undefined -fsanitize-undefined-trap-on-error)
+        add_compile_definitions(_GLIBCXX_DEBUG _GLIBCXX_DEBUG_PEDANTIC _GLIBCXX_ASSERTIONS)
+    endif()
 else()
     add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
     add_link_options(-fsanitize=address,undefined)
