@@ -94,6 +94,12 @@ protected:
                scheduler_.isRunning();
     }
 
+    /// The entry as it is saved; an empty one in the middle of a save.
+    static ScheduledProject saved() {
+        const std::vector<ScheduledProject> entries = driver::savedSchedule();
+        return entries.empty() ? ScheduledProject() : entries.front();
+    }
+
     /// The window is as it was, and saves the schedule it had when it is told to exit.
     void expectUnharmed() {
         ASSERT_TRUE(handlesAll());
@@ -103,7 +109,7 @@ protected:
         EXPECT_TRUE(scheduler_.dialogs().empty());
         EXPECT_TRUE(scheduler_.exit());
         ASSERT_EQ(driver::savedSchedule().size(), 1U);
-        EXPECT_TRUE(driver::savedSchedule()[0] == pending_);
+        EXPECT_TRUE(saved() == pending_);
     }
 
     /// As the system does it when the user logs off.
@@ -168,11 +174,11 @@ TEST_F(ForeignMessages, EndsOfRunsThatAreNotOnesOwnEndNoRun) {
     EXPECT_EQ(spider.logged("end run"), 0U) << "too slow a machine";
     EXPECT_EQ(list.cell(0, 3), "Running");
 
-    ASSERT_TRUE(waitUntil([&] { return driver::savedSchedule()[0].lastResult == "fine"; }));
-    const ScheduledProject ended = driver::savedSchedule()[0];
+    ASSERT_TRUE(waitUntil([&] { return saved().lastResult == "fine"; }));
+    const ScheduledProject ended = saved();
     post(scheduler::WM_RUN_FINISHED, 1, 0); // a second time
     ASSERT_TRUE(handlesAll());
-    EXPECT_TRUE(driver::savedSchedule()[0] == ended);
+    EXPECT_TRUE(saved() == ended);
 }
 
 TEST_F(ForeignMessages, AllRequestsToLeaveAreOneQuestion) {
@@ -188,7 +194,7 @@ TEST_F(ForeignMessages, AllRequestsToLeaveAreOneQuestion) {
     SchedulerProcess::press(scheduler_.dialogs()[0], IDYES);
     ASSERT_TRUE(scheduler_.waitForExit());
     EXPECT_EQ(scheduler_.exitCode(), 0U);
-    EXPECT_TRUE(driver::savedSchedule()[0] == pending_);
+    EXPECT_TRUE(saved() == pending_);
 }
 
 TEST_F(ForeignMessages, LogOffWhileADialogIsOpenAsksOverIt) {
@@ -208,7 +214,7 @@ TEST_F(ForeignMessages, LogOffWhileADialogIsOpenAsksOverIt) {
             ASSERT_TRUE(answer == IDYES ? scheduler_.waitForExit() : dialogsAre(1));
         }
         EXPECT_EQ(scheduler_.exitCode(), 0U);
-        EXPECT_TRUE(driver::savedSchedule()[0] == pending_);
+        EXPECT_TRUE(saved() == pending_);
     }
 }
 
@@ -227,7 +233,7 @@ TEST_F(ForeignMessages, LogOffWhileADialogOrAMenuIsOpenEndsTheProgram) {
         logOff();
         ASSERT_TRUE(scheduler_.waitForExit());
         EXPECT_EQ(scheduler_.exitCode(), 0U);
-        EXPECT_TRUE(driver::savedSchedule()[0] == pending_);
+        EXPECT_TRUE(saved() == pending_);
     }
 }
 
