@@ -67,8 +67,13 @@ void SchedulerEngine::testTick() {
 void SchedulerEngine::startDue(base::TimeValue now, Cause cause) {
     // The schedule is looked at afresh behind each start: those who are called then may change it.
     for (std::size_t position = findDue(0, now); position < entries_.size();
-         position = findDue(position + 1, now))
-        startEntry(position, now, cause);
+         position = findDue(position + 1, now)) {
+        // Only behind a start: what has been started is not due any more, so the next tick gets further,
+        // while entries that wait would be all that it ever got to.
+        if (startEntry(position, now, cause) && cause == Cause::Schedule &&
+            services_.listener.wantsTickToPause())
+            break;
+    }
 }
 
 std::size_t SchedulerEngine::findDue(std::size_t from, base::TimeValue now) const {
@@ -93,10 +98,10 @@ void SchedulerEngine::runEntry(std::size_t position, base::TimeValue now, bool m
     startEntry(position, now, manual ? Cause::User : Cause::Schedule);
 }
 
-void SchedulerEngine::startEntry(std::size_t position, base::TimeValue now, Cause cause) {
+bool SchedulerEngine::startEntry(std::size_t position, base::TimeValue now, Cause cause) {
     if (cause != Cause::User && !policy_.runMultiple && anyRunning()) {
         waitForOthers(position, now);
-        return;
+        return false;
     }
 
     markRunning(entries_[position], now);
@@ -105,7 +110,7 @@ void SchedulerEngine::startEntry(std::size_t position, base::TimeValue now, Caus
     // The entry stays marked as running and no end will be reported for it: that is how the test command
     // shows what would have been started. The next start of the program clears it.
     if (cause == Cause::Trial)
-        return;
+        return true;
 
     if (!request || !services_.launcher.launch(std::move(request))) {
         if (cause == Cause::User)
@@ -115,6 +120,7 @@ void SchedulerEngine::startEntry(std::size_t position, base::TimeValue now, Caus
             finishRun(failed, now, {systemErrorText, 0});
     }
     services_.listener.onScheduleChanged();
+    return true;
 }
 
 void SchedulerEngine::waitForOthers(std::size_t position, base::TimeValue now) {

@@ -27,6 +27,10 @@ public:
     /// An entry's state or next run may have changed.
     virtual void onScheduleChanged() = 0;
 
+    /// Asked after each start of a tick: whether that has taken so long that others should have their turn.
+    /// The tick then ends early, and the listener sees to it that the next one, which goes on, comes soon.
+    virtual bool wantsTickToPause() { return false; }
+
     /// The scheduler was suspended or resumed: show it and store the preferences.
     virtual void onSuspendedChanged(bool suspended) = 0;
 };
@@ -56,7 +60,8 @@ public:
     /// The engine's timer: a tick at the current time, unless suspended.
     void onTimer(base::TimeValue now);
 
-    /// Starts, in schedule order, each entry that is due.
+    /// Starts, in schedule order, each entry that is due, unless the listener wants a pause. What is left
+    /// stays due.
     void tick(base::TimeValue now);
 
     /// A tick that starts no process even while suspended: entries that are due show as running until the
@@ -96,7 +101,8 @@ private:
     void startDue(base::TimeValue now, Cause cause);
     /// The first entry from a position on that is due; the size of the schedule when there is none.
     std::size_t findDue(std::size_t from, base::TimeValue now) const;
-    void startEntry(std::size_t position, base::TimeValue now, Cause cause);
+    /// Whether the entry was started, successfully or not, rather than made to wait.
+    bool startEntry(std::size_t position, base::TimeValue now, Cause cause);
     void waitForOthers(std::size_t position, base::TimeValue now);
     bool hasWaitedTooLong(const ScheduledProject& entry, base::TimeValue now) const;
     void markRunning(ScheduledProject& entry, base::TimeValue now);

@@ -18,6 +18,14 @@ namespace scheduler {
 using base::TimeValue;
 using framework::Handled;
 
+namespace {
+
+// Goes on with a tick that has many projects to start, so that the window answers in between.
+constexpr UINT_PTR pausedTickTimer = 2;
+constexpr std::chrono::milliseconds longestTick(30);
+
+} // namespace
+
 Handled MainWindow::onMessage(const framework::Message& message) {
     switch (message.id) {
     case WM_WINDOWPOSCHANGING:
@@ -133,6 +141,8 @@ Handled MainWindow::onNotify(const NMHDR& notification) {
 }
 
 void MainWindow::onTimer() {
+    KillTimer(handle(), pausedTickTimer);
+    tickBegan_ = std::chrono::steady_clock::now();
     // A tick may change many entries; what it comes to is shown once, at its end.
     inTick_ = true;
     changedInTick_ = false;
@@ -150,6 +160,14 @@ void MainWindow::onScheduleChanged() {
     changedInTick_ = true;
     if (!inTick_)
         list_.refresh();
+}
+
+bool MainWindow::wantsTickToPause() {
+    if (std::chrono::steady_clock::now() - tickBegan_ < longestTick)
+        return false;
+    // A timer's message comes when no other is waiting: the user's come first.
+    SetTimer(handle(), pausedTickTimer, USER_TIMER_MINIMUM, nullptr);
+    return true;
 }
 
 void MainWindow::onSuspendedChanged(bool suspended) {

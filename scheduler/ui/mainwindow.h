@@ -23,6 +23,7 @@
 
 #include <shellapi.h>
 
+#include <chrono>
 #include <string>
 
 namespace scheduler {
@@ -43,6 +44,7 @@ private:
     void onDropFiles(HDROP drop);
 
     void onScheduleChanged() override;
+    bool wantsTickToPause() override;
     void onSuspendedChanged(bool suspended) override;
 
     void addEntryByEditor();
@@ -77,6 +79,7 @@ private:
     bool placed_ = false;
     bool inTick_ = false;
     bool changedInTick_ = false;
+    std::chrono::steady_clock::time_point tickBegan_;
 };
 
 } // namespace scheduler

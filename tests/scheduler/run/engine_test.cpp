@@ -9,6 +9,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <exception>
 #include <limits>
 #include <new>
@@ -990,6 +991,46 @@ TEST_F(SchedulerEngineTest, NoValueOfAnyFieldIsTooOdd) {
         EXPECT_FALSE(engine.anyRunning());
         log.clear();
     }
+}
+
+// Pauses
+
+class PausingListener : public EngineListener {
+public:
+    void onScheduleChanged() override {}
+    void onSuspendedChanged(bool) override {}
+    bool wantsTickToPause() override { return ++asked % 2 == 0; }
+
+    int asked = 0;
+};
+
+TEST_F(SchedulerEngineTest, ATickThatIsToPauseLeavesTheRestToTheNextOne) {
+    policy.runMultiple = true;
+    for (const char* name : {"a", "b", "c", "d", "e"})
+        addDue(name);
+    PausingListener pausing;
+    SchedulerEngine paused(entries, policy, {clock, launcher, outcomes, store, messages, pausing});
+    const auto running = [&] {
+        return std::ranges::count_if(entries, [](const ScheduledProject& entry) { return entry.running; });
+    };
+    paused.onTimer(at(0));
+    EXPECT_EQ(running(), 2);
+    paused.onTimer(at(0));
+    EXPECT_EQ(running(), 4);
+    paused.onTimer(at(1));
+    EXPECT_EQ(running(), 5);
+    EXPECT_EQ(entries[4].runNumber, 5);
+}
+
+TEST_F(SchedulerEngineTest, ATickWhoseEntriesWaitDoesNotPause) {
+    addRunning("running", 1);
+    for (const char* name : {"a", "b", "c"})
+        addDue(name);
+    PausingListener pausing;
+    SchedulerEngine paused(entries, policy, {clock, launcher, outcomes, store, messages, pausing});
+    paused.onTimer(at(0));
+    EXPECT_EQ(pausing.asked, 0);
+    EXPECT_EQ(entries[3].waitingSince, at(0));
 }
 
 // What it costs
