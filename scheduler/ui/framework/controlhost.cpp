@@ -44,6 +44,11 @@ bool ControlHost::check() {
     });
 }
 
+bool ControlHost::settle() {
+    onIdle();
+    return check();
+}
+
 void ControlHost::onIdle() {
     for (Control* control : controls_)
         if (control->handle())

@@ -27,6 +27,10 @@ public:
     /// fails.
     virtual bool check();
 
+    /// What comes before a store: brings the controls up to date as an idle pass does, and checks them. Who
+    /// types faster than the pump comes to rest finds his numbers within their ranges all the same.
+    bool settle();
+
     /// Brings this dialog before the user, so that a message about it is understood.
     virtual void reveal() {}
 

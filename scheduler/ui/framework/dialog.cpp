@@ -71,7 +71,7 @@ Handled Dialog::onMessage(const Message& message) {
 }
 
 void Dialog::onOk() {
-    if (!check())
+    if (!settle())
         return;
     store();
     finish(IDOK);

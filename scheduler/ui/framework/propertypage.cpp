@@ -25,11 +25,8 @@ PROPSHEETPAGEA PropertyPage::platformRecord() {
 }
 
 Handled PropertyPage::onMessage(const Message& message) {
-    if (message.id == WM_NOTIFY && reinterpret_cast<const NMHDR*>(message.lParam)->code == PSN_APPLY) {
-        // Who types faster than the pump comes to rest finds his numbers within their ranges all the same.
-        onIdle();
-        return check() ? PSNRET_NOERROR : PSNRET_INVALID;
-    }
+    if (message.id == WM_NOTIFY && reinterpret_cast<const NMHDR*>(message.lParam)->code == PSN_APPLY)
+        return settle() ? PSNRET_NOERROR : PSNRET_INVALID;
     return ControlHost::onMessage(message);
 }
 

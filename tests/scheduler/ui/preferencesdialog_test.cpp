@@ -8,6 +8,7 @@
 
 #include <functional>
 #include <memory>
+#include <string>
 
 namespace {
 
@@ -100,6 +101,18 @@ TEST_F(PreferencesDialog, Typing5000Shows1440OnceTheFourthDigitIsTyped) {
                  reinterpret_cast<LPARAM>(&to));
     EXPECT_EQ(from, 4U) << "the caret is after the text";
     EXPECT_EQ(to, 4U);
+}
+
+TEST_F(PreferencesDialog, OkRightBehindTheLastDigitStoresANumberWithinItsRange) {
+    open();
+    selectMinutes();
+    for (const char digit : std::string("5000"))
+        PostMessageA(item(IDC_WAIT_TIME), WM_CHAR, static_cast<WPARAM>(digit), 1);
+    PostMessageA(dialog_->handle(), WM_COMMAND, MAKEWPARAM(IDOK, BN_CLICKED),
+                 reinterpret_cast<LPARAM>(item(IDOK)));
+    pumpUntilIdle();
+    EXPECT_EQ(dialog_->modalResult(), IDOK);
+    EXPECT_EQ(preferences_.waitTime, 1440U);
 }
 
 TEST_F(PreferencesDialog, TheMinutesTakeFourDigitsAndNothingElse) {
