@@ -17,6 +17,7 @@ Control* controlOf(HWND window) {
 } // namespace
 
 void ControlHost::start(HWND dialog) {
+    started_ = false;
     if (!attach(dialog))
         return;
     for (Control* control : controls_)
@@ -24,6 +25,7 @@ void ControlHost::start(HWND dialog) {
     widenCutTexts(dialog);
     load();
     updateState();
+    started_ = true;
 }
 
 void ControlHost::load() {

@@ -39,6 +39,10 @@ public:
     /// Makes the platform's dialog window this object's, on its first message, and starts the controls.
     void start(HWND dialog);
 
+    /// Whether the last start came to its end. A dialog whose start failed shows less than its fields hold,
+    /// and must not come before the user, who could store it.
+    bool isStarted() const { return started_; }
+
 protected:
     /// Enables, disables, shows and hides what depends on the controls' values: at the start and after
     /// whatever the user does.
@@ -60,6 +64,7 @@ private:
     void remove(Control& control) { std::erase(controls_, &control); }
 
     int templateId_;
+    bool started_ = false;
     std::vector<Control*> controls_;
 };
 

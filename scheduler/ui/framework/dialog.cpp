@@ -11,8 +11,15 @@ Dialog::~Dialog() {
 }
 
 bool Dialog::open(HWND owner) {
-    return CreateDialogParamA(base::moduleHandle(), MAKEINTRESOURCEA(templateId()), owner, &dialogProcedure,
-                              reinterpret_cast<LPARAM>(static_cast<ControlHost*>(this))) != nullptr;
+    const HWND dialog =
+        CreateDialogParamA(base::moduleHandle(), MAKEINTRESOURCEA(templateId()), owner, &dialogProcedure,
+                           reinterpret_cast<LPARAM>(static_cast<ControlHost*>(this)));
+    if (!dialog)
+        return false;
+    if (isStarted())
+        return true;
+    DestroyWindow(dialog);
+    return false;
 }
 
 void Dialog::close() {

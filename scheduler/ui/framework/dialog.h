@@ -10,7 +10,8 @@ public:
     using ControlHost::ControlHost;
     ~Dialog() override;
 
-    /// Creates the dialog, not shown yet, and loads its controls. False when there is no such template.
+    /// Creates the dialog, not shown yet, and loads its controls. False, without
+    /// a window, when there is no such template or the loading failed.
     bool open(HWND owner);
 
     /// Shows the dialog and runs it until it ends: IDOK when the controls were stored, else IDCANCEL. The

@@ -4,6 +4,8 @@
 #include "scheduler/ui/framework/messagepump.h"
 #include "scheduler/ui/framework/modalowner.h"
 
+#include <algorithm>
+
 namespace framework {
 
 PropertySheetDialog::~PropertySheetDialog() {
@@ -45,7 +47,7 @@ bool PropertySheetDialog::open(const std::string& title, HWND owner) {
     if (result == 0 || result == failed)
         return false;
     const HWND sheet = reinterpret_cast<HWND>(result);
-    if (attach(sheet))
+    if (std::ranges::all_of(pages_, &PropertyPage::isStarted) && attach(sheet))
         return true;
     DestroyWindow(sheet);
     return false;

@@ -194,9 +194,11 @@ public:
     void load() override { throw std::runtime_error("refused"); }
 };
 
-TEST(HostStart, NoExceptionLeavesTheDialogProcedure) {
+TEST(HostStart, ADialogThatCouldNotBeLoadedIsCancelledUnseen) {
     FailingDialog dialog;
-    EXPECT_TRUE(dialog.open(nullptr));
+    EXPECT_FALSE(dialog.open(nullptr));
+    EXPECT_EQ(dialog.handle(), nullptr);
+    EXPECT_EQ(dialog.runModal(nullptr), IDCANCEL);
 }
 
 TEST(HostStart, WithoutATemplateThereIsNoDialog) {

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <stdexcept>
 #include <string>
 
 namespace {
@@ -21,6 +22,11 @@ public:
           name_(std::move(name)),
           log_(log) {}
 
+    void load() override {
+        if (failsToLoad)
+            throw std::runtime_error("refused");
+        PropertyPage::load();
+    }
     bool check() override {
         log_ += "check " + name_ + "; ";
         if (!passes) {
@@ -36,6 +42,7 @@ public:
 
     std::string text = "before";
     framework::Edit edit;
+    bool failsToLoad = false;
     bool passes = true;
     bool shownWhenFailing = false;
     int updates = 0;
@@ -97,6 +104,14 @@ TEST(PropertySheet, OkChecksEachPageInTurnThenStoresAllAndGivesOne) {
     EXPECT_EQ(sheet.log, "check first; check second; store first; store second; ");
     EXPECT_EQ(sheet.first.text, "after");
     EXPECT_EQ(sheet.second.text, "before");
+    EXPECT_EQ(sheet.handle(), nullptr);
+}
+
+TEST(PropertySheet, OneWithAPageThatCouldNotBeLoadedIsCancelled) {
+    SteppedSheet sheet;
+    sheet.second.failsToLoad = true;
+    EXPECT_EQ(sheet.runSteps(), 2);
+    EXPECT_EQ(sheet.log, "");
     EXPECT_EQ(sheet.handle(), nullptr);
 }
 
