@@ -24,6 +24,8 @@ namespace {
 constexpr UINT_PTR pausedTickTimer = 2;
 constexpr std::chrono::milliseconds longestTick(30);
 
+constexpr WORD acceleratorCode = 1; // in place of a control's notification
+
 } // namespace
 
 Handled MainWindow::onMessage(const framework::Message& message) {
@@ -50,6 +52,9 @@ Handled MainWindow::onMessage(const framework::Message& message) {
         onIconMouse(static_cast<UINT>(message.lParam), presence_);
         return 0;
     case WM_COMMAND:
+        // A key that reaches a hidden window was meant for another one.
+        if (HIWORD(message.wParam) == acceleratorCode && !IsWindowVisible(handle()))
+            return 0;
         return onCommand(LOWORD(message.wParam));
     case WM_NOTIFY:
         return onNotify(*reinterpret_cast<const NMHDR*>(message.lParam));

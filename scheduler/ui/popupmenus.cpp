@@ -4,9 +4,29 @@
 #include "resources/ids.h"
 
 namespace scheduler {
+namespace {
+
+/// A menu closes when the user clicks elsewhere only if its window is in the foreground, hidden or not. But
+/// keys that the user means for what he sees must not stay with a hidden window.
+void openIconMenu(WindowPresence& presence) {
+    const HWND window = presence.window();
+    const HWND before = GetForegroundWindow();
+    if (IsWindowVisible(window))
+        presence.bringForwardIfShown();
+    else
+        SetForegroundWindow(window);
+    trackMenu(window, IDR_TRAY_MENU);
+    PostMessageA(window, WM_NULL, 0, 0);
+    if (!IsWindowVisible(window) && GetForegroundWindow() == window && IsWindow(before))
+        SetForegroundWindow(before);
+}
+
+} // namespace
 
 void trackMenu(HWND owner, UINT menuResource) {
     const HMENU menu = LoadMenuA(base::moduleHandle(), MAKEINTRESOURCEA(menuResource));
+    if (!menu)
+        return;
     POINT cursor{};
     GetCursorPos(&cursor);
     TrackPopupMenu(GetSubMenu(menu, 0), TPM_RIGHTBUTTON, cursor.x, cursor.y, 0, owner, nullptr);
@@ -14,7 +34,6 @@ void trackMenu(HWND owner, UINT menuResource) {
 }
 
 void onIconMouse(UINT mouseMessage, WindowPresence& presence) {
-    const HWND window = presence.window();
     switch (mouseMessage) {
     case WM_LBUTTONDOWN:
         presence.bringForwardIfShown();
@@ -23,11 +42,7 @@ void onIconMouse(UINT mouseMessage, WindowPresence& presence) {
         presence.show();
         break;
     case WM_RBUTTONDOWN:
-        // A menu closes when the user clicks elsewhere only if its window is in the foreground; one that is
-        // hidden stays hidden there.
-        SetForegroundWindow(window);
-        trackMenu(window, IDR_TRAY_MENU);
-        PostMessageA(window, WM_NULL, 0, 0);
+        openIconMenu(presence);
         break;
     default:
         break;

@@ -184,6 +184,31 @@ TEST_F(Commands, TheIconsMenuLeavesAHiddenWindowHidden) {
     EXPECT_FALSE(IsWindowVisible(window()));
 }
 
+TEST_F(Commands, TheIconsMenuOfAHiddenWindowKeepsNoKeys) {
+    startWith({sleeping("a.kra")}, "/s");
+    const HWND other = CreateWindowExA(0, "STATIC", "another program", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0,
+                                       100, 100, nullptr, nullptr, nullptr, nullptr);
+    SetForegroundWindow(other);
+    ASSERT_TRUE(waitUntil([&] { return GetForegroundWindow() == other; }));
+    AllowSetForegroundWindow(ASFW_ANY);
+    EXPECT_EQ(trayMenu().size(), 3U);
+    EXPECT_TRUE(waitUntil([&] { return GetForegroundWindow() == other; }));
+    DestroyWindow(other);
+}
+
+TEST_F(Commands, AKeyThatReachesAHiddenWindowDoesNothing) {
+    startWith({sleeping("a.kra"), sleeping("b.kra")});
+    list().select({0});
+    carryOut(IDM_CLOSE);
+    const LONG before = witness().commands();
+    list().pressKey(VK_DELETE);
+    ASSERT_TRUE(waitUntil([&] { return witness().commands() > before; }));
+    SendMessageA(window(), WM_NULL, 0, 0);
+    EXPECT_EQ(list().rowCount(), 2);
+    carryOut(IDM_DELETE);
+    EXPECT_EQ(list().rowCount(), 1) << "but a command of the menu's kind does";
+}
+
 TEST_F(Commands, TheIconsMenuCarriesOutWhatIsChosen) {
     startWith({}, "/s");
     PostMessageA(window(), base::WM_TRAY_NOTIFY, 0, WM_RBUTTONDOWN);
