@@ -31,10 +31,12 @@ constexpr WORD acceleratorCode = 1; // in place of a control's notification
 Handled MainWindow::onMessage(const framework::Message& message) {
     switch (message.id) {
     case WM_WINDOWPOSCHANGING:
-        // The window is created visible, but is not shown before it stands in its place and it is known that
-        // the start is not a hidden one.
-        if (!placed_)
-            reinterpret_cast<WINDOWPOS*>(message.lParam)->flags &= ~static_cast<UINT>(SWP_SHOWWINDOW);
+        // The window is created visible, but is neither shown nor takes the keyboard before it stands in its
+        // place and it is known that the start is not a hidden one.
+        if (!placed_) {
+            UINT& flags = reinterpret_cast<WINDOWPOS*>(message.lParam)->flags;
+            flags = (flags & ~UINT{SWP_SHOWWINDOW}) | SWP_NOACTIVATE;
+        }
         return std::nullopt;
     case WM_SIZE:
         layOut();

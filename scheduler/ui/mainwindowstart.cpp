@@ -68,9 +68,6 @@ bool MainWindow::createWindow() {
     if (!create(class_, parameters) || !list_.createIn(handle()))
         return false;
     list_.addFilter(cellHints_);
-    // A visible window gets the focus while it is being created, before there is a list to pass it on to.
-    if (GetFocus() == handle())
-        takeFocusToList();
     launcher_.reportTo(handle());
     messages_.setOwner(handle());
     return true;

@@ -9,6 +9,7 @@
 
 #include <windows.h>
 
+#include <commctrl.h>
 #include <shellapi.h>
 
 #include <gtest/gtest.h>
@@ -75,6 +76,25 @@ TEST_F(Lifecycle, AStartByHandShowsTheWindowAndAStartAtLogOnHidesIt) {
         EXPECT_FALSE(IsWindowVisible(scheduler_.window())) << word;
         scheduler_.kill();
     }
+}
+
+TEST_F(Lifecycle, AStartAtLogOnTakesNoKeys) {
+    const auto keyboard = [this] {
+        GUITHREADINFO information{};
+        information.cbSize = sizeof(information);
+        GetGUIThreadInfo(GetWindowThreadProcessId(scheduler_.window(), nullptr), &information);
+        return information;
+    };
+    ASSERT_TRUE(scheduler_.start("/s"));
+    SendMessageA(scheduler_.window(), WM_NULL, 0, 0); // the start is over when it is answered
+    EXPECT_EQ(keyboard().hwndActive, nullptr);
+    EXPECT_EQ(keyboard().hwndFocus, nullptr);
+    scheduler_.kill();
+    ASSERT_TRUE(scheduler_.start());
+    EXPECT_TRUE(waitUntil([&] { return keyboard().hwndActive == scheduler_.window(); }));
+    EXPECT_TRUE(waitUntil([&] {
+        return keyboard().hwndFocus == FindWindowExA(scheduler_.window(), nullptr, WC_LISTVIEWA, nullptr);
+    }));
 }
 
 TEST_F(Lifecycle, ASecondStartShowsTheHiddenFirstCopy) {
