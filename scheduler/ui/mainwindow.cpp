@@ -5,6 +5,7 @@
 #include "resources/ids.h"
 #include "scheduler/model/additions.h"
 #include "scheduler/model/edits.h"
+#include "scheduler/model/trackedentry.h"
 #include "scheduler/run/projectlaunch.h"
 #include "scheduler/ui/dialogs.h"
 #include "scheduler/ui/droppedfiles.h"
@@ -121,7 +122,7 @@ Handled MainWindow::onCommand(UINT command) {
         engine_.testTick();
         return 0;
     case IDM_ABOUT:
-        showAbout(GetActiveWindow());
+        showAbout(activeWindowOr(handle()));
         return 0;
     case IDM_HELP:
         return SendMessageA(handle(), WM_HELP, 0, 0);
@@ -187,7 +188,7 @@ void MainWindow::onSuspendedChanged(bool suspended) {
 
 void MainWindow::addEntryByEditor() {
     const ScheduledProject blank = newEntryTemplate(schedule_, TimeValue::now());
-    const auto edited = editEntry(GetActiveWindow(), blank, schedule_, std::nullopt);
+    const auto edited = editEntry(activeWindowOr(handle()), blank, schedule_, std::nullopt);
     if (!edited)
         return;
     if (edited->files.size() < 2)
@@ -203,12 +204,13 @@ void MainWindow::editSelectedEntry() {
         addEntryByEditor();
         return;
     }
-    const std::size_t position = *selected;
-    const auto edited = editEntry(GetActiveWindow(), schedule_[position], schedule_, position);
-    // The engine went on meanwhile: what it recorded in the entry stays.
-    if (!edited || position >= schedule_.size())
+    // Other programs can send commands all the while, which put the entry elsewhere or delete it.
+    const TrackedEntry tracked(schedule_, *selected);
+    const auto edited = editEntry(activeWindowOr(handle()), schedule_[*selected], schedule_, *selected);
+    if (!edited || !tracked.position())
         return;
-    ScheduledProject& entry = schedule_[position];
+    // The engine went on meanwhile: what it recorded in the entry stays.
+    ScheduledProject& entry = schedule_[*tracked.position()];
     applyEdit(entry, edited->record);
     entry.nextRun = computeNextRun(engine_.state(), entry, TimeValue::now());
     list_.refresh();
@@ -235,7 +237,7 @@ void MainWindow::openSelectedProjects() {
 }
 
 void MainWindow::changePreferences() {
-    if (editPreferences(GetActiveWindow(), preferences_))
+    if (editPreferences(activeWindowOr(handle()), preferences_))
         savePreferencesNow();
 }
 

@@ -12,15 +12,20 @@ int show(HWND owner, const std::string& text, UINT flags) {
 } // namespace
 
 void MessageBoxes::showError(const std::string& text) {
-    show(GetActiveWindow(), text, MB_OK | MB_ICONERROR);
+    show(activeWindowOr(owner_), text, MB_OK | MB_ICONERROR);
 }
 
 void MessageBoxes::showNotice(const std::string& text) {
     show(owner_, text, MB_OK);
 }
 
-bool askYesNo(const std::string& text) {
-    return show(GetActiveWindow(), text, MB_YESNO | MB_ICONQUESTION) == IDYES;
+HWND activeWindowOr(HWND mainWindow) {
+    const HWND active = GetActiveWindow();
+    return active ? active : GetLastActivePopup(mainWindow);
+}
+
+bool askYesNo(HWND mainWindow, const std::string& text) {
+    return show(activeWindowOr(mainWindow), text, MB_YESNO | MB_ICONQUESTION) == IDYES;
 }
 
 } // namespace scheduler

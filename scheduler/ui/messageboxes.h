@@ -9,7 +9,7 @@ namespace scheduler {
 
 class MessageBoxes : public UserMessages {
 public:
-    /// The main window, over which notices are shown.
+    /// The main window, over which notices are shown, and errors while no window is active.
     void setOwner(HWND owner) { owner_ = owner; }
 
     void showError(const std::string& text) override;
@@ -19,7 +19,11 @@ private:
     HWND owner_ = nullptr;
 };
 
-/// A question over the active window; true when the answer is Yes.
-bool askYesNo(const std::string& text);
+/// The owner of what a command opens: this thread's active window. There is none while another program is in
+/// front, and commands come all the same: then the main window, or what is open over it, has to wait.
+HWND activeWindowOr(HWND mainWindow);
+
+/// A question over the active window, or else the main window; true when the answer is Yes.
+bool askYesNo(HWND mainWindow, const std::string& text);
 
 } // namespace scheduler

@@ -31,7 +31,7 @@ bool ProgramExit::confirm() {
     if (!hasPendingRun(parts_.schedule))
         return true;
     asking_ = true;
-    const bool confirmed = askYesNo(exitQuestion);
+    const bool confirmed = askYesNo(parts_.presence.window(), exitQuestion);
     asking_ = false;
     return confirmed;
 }

@@ -470,6 +470,47 @@ TEST_F(Commands, ControlShiftTIsTheTestCommand) {
     EXPECT_EQ(witness().lastCommand(), UINT{IDM_TEST});
 }
 
+TEST_F(Commands, WhatACommandOpensMakesTheWindowWaitEvenWhileNoWindowIsActive) {
+    startWith({sleeping("a.kra")}, "/s");
+    list().select({0});
+    for (const int command : {IDM_ADD, IDM_EDIT, IDM_PREFERENCES, IDM_ABOUT}) {
+        scheduler_.command(command);
+        const HWND dialog = waitForBox();
+        ASSERT_NE(dialog, nullptr) << command;
+        EXPECT_FALSE(IsWindowEnabled(window())) << command;
+        EXPECT_EQ(GetWindow(dialog, GW_OWNER), window()) << command;
+        PostMessageA(dialog, WM_CLOSE, 0, 0);
+        EXPECT_TRUE(waitUntil([&] { return !IsWindow(dialog) && IsWindowEnabled(window()); })) << command;
+    }
+}
+
+TEST_F(Commands, AnEditFindsItsEntryWhereverThatIsMeanwhile) {
+    startWith({sleeping("a.kra"), sleeping("b.kra"), sleeping("c.kra"), sleeping("d.kra")});
+    for (const int deleted : {0, 1}) { // one before the edited entry, and then one behind it
+        list().select({deleted == 0 ? 1 : 0});
+        scheduler_.command(IDM_EDIT);
+        const HWND sheet = waitForBox();
+        ASSERT_NE(sheet, nullptr);
+        list().select({deleted});
+        carryOut(IDM_DELETE);
+        SchedulerProcess::press(sheet, IDOK);
+        ASSERT_TRUE(waitUntil([&] { return !IsWindow(sheet) && IsWindowEnabled(window()); }));
+    }
+    EXPECT_THAT(list().columnTexts(0), ElementsAre("b", "d"));
+}
+
+TEST_F(Commands, AnEditOfAnEntryThatIsDeletedMeanwhileChangesNoOther) {
+    startWith({sleeping("a.kra"), sleeping("b.kra"), sleeping("c.kra")});
+    list().select({1});
+    scheduler_.command(IDM_EDIT);
+    const HWND sheet = waitForBox();
+    ASSERT_NE(sheet, nullptr);
+    carryOut(IDM_DELETE);
+    SchedulerProcess::press(sheet, IDOK);
+    ASSERT_TRUE(waitUntil([&] { return !IsWindow(sheet) && IsWindowEnabled(window()); }));
+    EXPECT_THAT(list().columnTexts(0), ElementsAre("a", "c"));
+}
+
 TEST_F(Commands, TheKeyboardIsTheListsWheneverTheWindowGetsIt) {
     startWith({sleeping("a.kra")});
     SetForegroundWindow(window());
