@@ -25,6 +25,14 @@ void reportRest(HWND window) {
 
 } // namespace
 
+CellHints::CellHints(framework::Window& list, const ScheduleRows& rows) : list_(list), rows_(rows) {
+    list_.addFilter(*this);
+}
+
+CellHints::~CellHints() {
+    list_.removeFilter(*this);
+}
+
 framework::Handled CellHints::filterMessage(framework::Window&, const framework::Message& message) {
     switch (message.id) {
     case WM_MOUSEMOVE:
@@ -35,6 +43,19 @@ framework::Handled CellHints::filterMessage(framework::Window&, const framework:
         break;
     case WM_MOUSELEAVE:
         underMouse_ = {};
+        break;
+    case LVM_REDRAWITEMS: // rows have other texts
+        if (underMouse_.row < static_cast<int>(message.wParam) || underMouse_.row > message.lParam)
+            break;
+        [[fallthrough]];
+    case LVM_SETITEMCOUNT: // rows have come or gone
+    case WM_SETREDRAW:     // or stand in another order
+    case WM_MOUSEWHEEL:
+    case WM_MOUSEHWHEEL:
+    case WM_VSCROLL:
+    case WM_HSCROLL:
+    case WM_KEYDOWN:
+        onContentMoved();
         break;
     default:
         break;
@@ -62,6 +83,13 @@ void CellHints::onMouseRests() {
         return;
     GetCursorPos(&hint.point);
     framework::HintWindow::show(&list_, hint);
+}
+
+/// Under the mouse is something else now, or may be: what the hint says of it is wrong. The mouse has to come
+/// to rest anew.
+void CellHints::onContentMoved() {
+    underMouse_ = {};
+    framework::HintWindow::dismiss(list_);
 }
 
 CellHints::Cell CellHints::cellAt(POINT point) const {

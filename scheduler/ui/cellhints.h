@@ -8,10 +8,13 @@
 
 namespace scheduler {
 
-/// Watches the mouse over the list. Outlived by neither the list nor the rows.
+/// Watches the mouse over the list for as long as it lives. The list and the rows have to outlive it.
 class CellHints : public framework::MessageFilter {
 public:
-    CellHints(framework::Window& list, const ScheduleRows& rows) : list_(list), rows_(rows) {}
+    CellHints(framework::Window& list, const ScheduleRows& rows);
+    CellHints(const CellHints&) = delete;
+    CellHints& operator=(const CellHints&) = delete;
+    ~CellHints() override;
 
 private:
     struct Cell {
@@ -24,6 +27,7 @@ private:
     framework::Handled filterMessage(framework::Window& window, const framework::Message& message) override;
     void onMouseMove(POINT point);
     void onMouseRests();
+    void onContentMoved();
 
     Cell cellAt(POINT point) const;
     bool isCut(const Cell& cell, const std::string& text) const;

@@ -67,7 +67,6 @@ bool MainWindow::createWindow() {
     parameters.menuOrId = LoadMenuA(base::moduleHandle(), MAKEINTRESOURCEA(IDR_MAIN_MENU));
     if (!create(class_, parameters) || !list_.createIn(handle()))
         return false;
-    list_.addFilter(cellHints_);
     launcher_.reportTo(handle());
     messages_.setOwner(handle());
     return true;

@@ -291,6 +291,38 @@ TEST_F(List, ATickPaintsNothingWhenNoTextHasChanged) {
     EXPECT_LT(witness.lastPaint().bottom - witness.lastPaint().top, (client.bottom - client.top) / 4);
 }
 
+BOOL CALLBACK findHint(HWND window, LPARAM found) {
+    constexpr LONG hintStyles = WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE;
+    if ((GetWindowLongA(window, GWL_EXSTYLE) & hintStyles) != hintStyles || !IsWindowVisible(window))
+        return TRUE;
+    *reinterpret_cast<HWND*>(found) = window;
+    return FALSE;
+}
+
+TEST_F(List, ACutCellIsShownWholeWhereTheMouseRestsUntilTheListMoves) {
+    std::vector<ScheduledProject> entries(2, sleeping("a.kra"));
+    entries[1].lastResult = std::string(90, 'x');
+    startWith(entries);
+    const auto hint = [&] {
+        HWND found = nullptr;
+        EnumThreadWindows(GetWindowThreadProcessId(scheduler_.window(), nullptr), &findHint,
+                          reinterpret_cast<LPARAM>(&found));
+        return found;
+    };
+    const auto restAt = [&](POINT place) {
+        // The platform's own pointer may stand there already, and would then not have moved.
+        SetCursorPos(place.x + 3, place.y);
+        SetCursorPos(place.x, place.y);
+    };
+    restAt(list().cellPlace(1, lastResultColumn));
+    ASSERT_TRUE(waitUntil([&] { return hint() != nullptr; }));
+    RECT shown{};
+    GetWindowRect(hint(), &shown);
+    EXPECT_GT(shown.right - shown.left, list().columnWidth(lastResultColumn));
+    list().pressKey(VK_DOWN);
+    EXPECT_TRUE(waitUntil([&] { return hint() == nullptr; }));
+}
+
 TEST_F(List, ColumnWidthsComeBackAsTheyWereLeft) {
     startWith({});
     for (int column = 0; column < columns; ++column)

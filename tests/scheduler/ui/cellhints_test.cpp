@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -31,14 +33,12 @@ std::vector<HWND> hints() {
 class CellHints : public testing::Test {
 protected:
     CellHints() {
-        window_.list.addFilter(hints_);
         window_.add("short", longResult);
         window_.add("a project whose name is far too long for its column", longResult + " of it");
     }
     ~CellHints() override {
         for (const HWND hint : hints())
             SendMessageA(hint, WM_CLOSE, 0, 0);
-        window_.list.removeFilter(hints_);
     }
 
     HWND list() const { return window_.list.handle(); }
@@ -125,6 +125,50 @@ TEST_F(CellHints, TheHintStaysWhileTheMouseMovesWithinItsCell) {
     send(WM_MOUSEMOVE, place);
     test::pumpUntilIdle();
     EXPECT_EQ(hints(), before);
+}
+
+TEST_F(CellHints, TheHintGoesWhenTheListMovesUnderTheMouseAndComesAgainWhenItRests) {
+    const POINT place = placeOf(0, ScheduleColumn::LastResult);
+    const std::pair<UINT, WPARAM> moves[] = {{WM_MOUSEWHEEL, MAKEWPARAM(0, WHEEL_DELTA)},
+                                             {WM_MOUSEHWHEEL, MAKEWPARAM(0, WHEEL_DELTA)},
+                                             {WM_VSCROLL, SB_LINEDOWN},
+                                             {WM_HSCROLL, SB_LINERIGHT},
+                                             {WM_KEYDOWN, VK_DOWN}};
+    for (const auto& [message, parameter] : moves) {
+        restAt(place);
+        ASSERT_EQ(hints().size(), 1U) << message;
+        SendMessageA(list(), message, parameter, 0);
+        test::pumpUntilIdle();
+        EXPECT_TRUE(hints().empty()) << message;
+        SendMessageA(list(), WM_HSCROLL, SB_LEFT, 0);
+    }
+}
+
+TEST_F(CellHints, TheHintGoesWhenItsRowChanges) {
+    const POINT place = placeOf(0, ScheduleColumn::LastResult);
+    const auto staysAfter = [&](const std::function<void()>& change) {
+        restAt(place);
+        UpdateWindow(list());
+        EXPECT_EQ(hints().size(), 1U);
+        change();
+        test::pumpUntilIdle();
+        return !hints().empty();
+    };
+    EXPECT_TRUE(staysAfter([&] { window_.list.refresh(); })) << "nothing has changed";
+    EXPECT_TRUE(staysAfter([&] { ListView_RedrawItems(list(), 1, 1); })) << "another row has";
+    EXPECT_FALSE(staysAfter([&] { ListView_RedrawItems(list(), 0, 0); }));
+    EXPECT_FALSE(staysAfter([&] { window_.clickHeader(ScheduleColumn::Project); }));
+    EXPECT_FALSE(staysAfter([&] { window_.add("one more"); }));
+    EXPECT_FALSE(staysAfter([&] {
+        window_.schedule.remove(2);
+        window_.list.onRowsDeleted();
+    }));
+}
+
+TEST_F(CellHints, NothingIsWatchedAnyMoreAfterwards) {
+    { const scheduler::CellHints others(window_.list, window_.rows); }
+    send(WM_MOUSEMOVE, placeOf(0, ScheduleColumn::LastResult));
+    EXPECT_TRUE(hints().empty());
 }
 
 TEST_F(CellHints, BelowTheRowsThereIsNone) {
