@@ -18,14 +18,27 @@ public:
     ~Dispatch() { innermost_ = outer_; }
 
     Handled run(const Message& message) {
-        // Filters may come and go while they are asked, so each is looked up afresh.
-        for (std::size_t left = window_->filters_.size(); left-- > 0 && window_;) {
-            if (left >= window_->filters_.size())
+        // Filters may come and go while they are asked: those that were there at first are asked if they
+        // still are, each once.
+        const std::vector<MessageFilter*> filters = window_->filters_;
+        for (auto filter = filters.rbegin(); filter != filters.rend() && window_; ++filter) {
+            if (std::ranges::find(window_->filters_, *filter) == window_->filters_.end())
                 continue;
-            if (const Handled handled = window_->filters_[left]->filterMessage(*window_, message))
+            if (const Handled handled = (*filter)->filterMessage(*window_, message))
                 return handled;
         }
         return window_ ? window_->onMessage(message) : std::nullopt;
+    }
+
+    /// No exception may cross the platform's frames. The message goes its default way, but for a close, which
+    /// would destroy the window by default.
+    Handled runSafely(const Message& message) noexcept {
+        try {
+            return run(message);
+        } catch (const std::exception& failure) {
+            OutputDebugStringA(failure.what());
+            return message.id == WM_CLOSE ? Handled(0) : std::nullopt;
+        }
     }
 
     bool windowIsAlive() const { return window_ != nullptr; }
@@ -136,20 +149,15 @@ void Window::unbind() {
 
 LRESULT CALLBACK windowProcedure(HWND window, UINT id, WPARAM wParam, LPARAM lParam) noexcept {
     const Message message{id, wParam, lParam};
-    try {
-        if (Window* object = objectFor(window, message)) {
-            if (!object->handle_)
-                object->bind(window);
-            Window::Dispatch dispatch(object);
-            const Handled handled = dispatch.run(message);
-            if (id == WM_NCDESTROY && dispatch.windowIsAlive())
-                object->unbind();
-            if (handled)
-                return *handled;
-        }
-    } catch (const std::exception& failure) {
-        // No exception may cross the platform's frames. The message goes its default way.
-        OutputDebugStringA(failure.what());
+    if (Window* object = objectFor(window, message)) {
+        if (!object->handle_)
+            object->bind(window);
+        Window::Dispatch dispatch(object);
+        const Handled handled = dispatch.runSafely(message);
+        if (id == WM_NCDESTROY && dispatch.windowIsAlive())
+            object->unbind();
+        if (handled)
+            return *handled;
     }
     return callClassProcedure(window, message);
 }

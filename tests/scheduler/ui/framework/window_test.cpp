@@ -156,6 +156,60 @@ TEST(Window, AnExceptionInAHandlerEndsThereAndTheMessageGoesItsDefaultWay) {
     EXPECT_EQ(GetWindowTextLengthA(window.handle()), 16);
 }
 
+TEST(Window, IsUnboundAlsoWhenItsLastHandlerThrows) {
+    ProbeWindow window;
+    ASSERT_TRUE(createProbe(window));
+    window.handler = [](const Message& message) -> Handled {
+        if (message.id == WM_NCDESTROY)
+            throw std::runtime_error("refused");
+        return std::nullopt;
+    };
+    DestroyWindow(window.handle());
+    EXPECT_EQ(window.handle(), nullptr);
+}
+
+TEST(Window, ACloseWhoseHandlerThrowsDestroysNothing) {
+    ProbeWindow window;
+    ASSERT_TRUE(createProbe(window));
+    window.handler = [](const Message& message) -> Handled {
+        if (message.id == WM_CLOSE)
+            throw std::runtime_error("refused");
+        return std::nullopt;
+    };
+    SendMessageA(window.handle(), WM_CLOSE, 0, 0);
+    EXPECT_NE(window.handle(), nullptr);
+}
+
+TEST(WindowFilters, AreAskedOnceWhicheverOfThemGo) {
+    ProbeWindow window;
+    ASSERT_TRUE(createProbe(window));
+    FunctionFilter first;
+    FunctionFilter second;
+    FunctionFilter third;
+    std::string order;
+    const auto noting = [&](const char* name, const std::function<void()>& act) {
+        return [&order, name, act](Window&, const Message& message) -> Handled {
+            if (message.id == probe) {
+                order += name;
+                act();
+            }
+            return std::nullopt;
+        };
+    };
+    first.filter = noting("first ", [] {});
+    second.filter = noting("second ", [&] { window.removeFilter(first); });
+    third.filter = noting("third ", [&] { window.removeFilter(third); });
+    window.addFilter(first);
+    window.addFilter(second);
+    window.addFilter(third);
+    SendMessageA(window.handle(), probe, 0, 0);
+    EXPECT_EQ(order, "third second ") << "one that is gone is not asked";
+    window.addFilter(first); // on top of the second, which removes it once it has been asked
+    order.clear();
+    SendMessageA(window.handle(), probe, 0, 0);
+    EXPECT_EQ(order, "first second ");
+}
+
 TEST(WindowFilters, SeeAMessageBeforeTheObjectTheLastOneFirst) {
     ProbeWindow window;
     std::string order;
