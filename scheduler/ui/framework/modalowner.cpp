@@ -3,13 +3,14 @@
 namespace framework {
 
 // The focus is asked for first: a window that is disabled loses it.
-ModalOwner::ModalOwner(HWND owner) : owner_(owner), focus_(GetFocus()) {
-    if (owner_)
+ModalOwner::ModalOwner(HWND owner)
+    : owner_(owner), wasEnabled_(owner && IsWindowEnabled(owner)), focus_(GetFocus()) {
+    if (wasEnabled_)
         EnableWindow(owner_, FALSE);
 }
 
 ModalOwner::~ModalOwner() {
-    if (owner_)
+    if (wasEnabled_)
         EnableWindow(owner_, TRUE);
     if (focus_)
         SetFocus(focus_);

@@ -5,7 +5,8 @@
 
 namespace framework {
 
-/// Disables the owner for as long as this object lives, and then gives the focus back to where it was.
+/// Disables the owner for as long as this object lives, and then gives the focus back to where it was. An
+/// owner that waits for something else already goes on waiting for it.
 class ModalOwner {
 public:
     /// No owner is null.
@@ -16,6 +17,7 @@ public:
 
 private:
     HWND owner_;
+    bool wasEnabled_;
     HWND focus_;
 };
 

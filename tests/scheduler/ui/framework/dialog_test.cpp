@@ -203,6 +203,15 @@ TEST(Dialog, ItsOwnerIsDisabledWhileItRuns) {
     EXPECT_TRUE(IsWindowEnabled(owner.handle()));
 }
 
+TEST(Dialog, AnOwnerThatIsDisabledAlreadyStaysSo) {
+    OwnerWindow owner;
+    EnableWindow(owner.handle(), FALSE);
+    SteppedDialog dialog;
+    dialog.steps = {[&] { dialog.press(IDOK); }};
+    dialog.runModal(owner.handle());
+    EXPECT_FALSE(IsWindowEnabled(owner.handle()));
+}
+
 TEST(Dialog, TheFocusComesBack) {
     OwnerWindow owner;
     const HWND field = CreateWindowExA(0, "EDIT", "", WS_CHILD | WS_VISIBLE, 0, 0, 50, 20, owner.handle(),
