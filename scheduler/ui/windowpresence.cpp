@@ -4,16 +4,26 @@
 
 namespace scheduler {
 
+namespace {
+
+/// What the user can work with: while a dialog is open over it, a window itself is disabled.
+HWND foremostOf(HWND window) {
+    const HWND popup = GetLastActivePopup(window);
+    return popup && IsWindowVisible(popup) && IsWindowEnabled(popup) ? popup : window;
+}
+
+} // namespace
+
 void WindowPresence::show() {
     ShowWindow(window(), SW_RESTORE);
     UpdateWindow(window());
     list_.refresh();
-    SetForegroundWindow(window());
+    SetForegroundWindow(foremostOf(window()));
 }
 
 void WindowPresence::bringForwardIfShown() {
     if (IsWindowVisible(window()))
-        SetForegroundWindow(window());
+        SetForegroundWindow(foremostOf(window()));
 }
 
 void WindowPresence::hide() {

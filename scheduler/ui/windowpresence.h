@@ -15,10 +15,11 @@ public:
 
     HWND window() const { return window_.handle(); }
 
-    /// Shows the window, also one that is minimised, with its list up to date, in front of all others.
+    /// Shows the window, also one that is minimised, with its list up to date, in front of all others; a
+    /// dialog that is open over it gets the keyboard.
     void show();
 
-    /// In front of all others, if it is shown; a hidden window stays hidden.
+    /// The same without showing it: a hidden window stays hidden.
     void bringForwardIfShown();
 
     void hide();

@@ -118,6 +118,24 @@ TEST_F(PopupMenus, AWindowThatIsShownMeanwhileStaysInFront) {
     EXPECT_THAT(events, ElementsAre("main window forward", "menu"));
 }
 
+TEST_F(PopupMenus, AClickBringsForwardTheDialogThatIsOpenOverTheWindow) {
+    show();
+    framework::WindowParameters parameters;
+    parameters.style = WS_POPUP | WS_VISIBLE;
+    parameters.parent = mainWindow;
+    framework::Window dialog;
+    dialog.create(class_, parameters);
+    SetActiveWindow(dialog.handle());
+    ASSERT_EQ(GetLastActivePopup(mainWindow), dialog.handle());
+    EnableWindow(mainWindow, FALSE);
+    for (const UINT click : {UINT{WM_LBUTTONDOWN}, UINT{WM_LBUTTONDBLCLK}, UINT{WM_RBUTTONDOWN}}) {
+        foreground = nullptr;
+        scheduler::onIconMouse(click, presence_);
+        EXPECT_EQ(foreground, dialog.handle()) << click;
+    }
+    EnableWindow(mainWindow, TRUE);
+}
+
 TEST_F(PopupMenus, AClickBringsForwardWhatIsShownOnly) {
     scheduler::onIconMouse(WM_LBUTTONDOWN, presence_);
     EXPECT_THAT(events, IsEmpty());
