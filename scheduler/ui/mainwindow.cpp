@@ -27,6 +27,18 @@ constexpr std::chrono::milliseconds longestTick(30);
 
 constexpr WORD acceleratorCode = 1; // in place of a control's notification
 
+/// Sets a flag for as long as it lives, however its scope is left.
+class FlagSet {
+public:
+    explicit FlagSet(bool& flag) : flag_(flag) { flag_ = true; }
+    FlagSet(const FlagSet&) = delete;
+    FlagSet& operator=(const FlagSet&) = delete;
+    ~FlagSet() { flag_ = false; }
+
+private:
+    bool& flag_;
+};
+
 } // namespace
 
 Handled MainWindow::onMessage(const framework::Message& message) {
@@ -86,7 +98,7 @@ Handled MainWindow::onMessage(const framework::Message& message) {
             exit_.onSessionEnd();
         return 0;
     default:
-        if (message.id == taskbarCreated_)
+        if (taskbarCreated_ != 0 && message.id == taskbarCreated_)
             icon_.restore(preferences_.suspended);
         return std::nullopt;
     }
@@ -152,10 +164,11 @@ void MainWindow::onTimer() {
     KillTimer(handle(), pausedTickTimer);
     tickBegan_ = std::chrono::steady_clock::now();
     // A tick may change many entries; what it comes to is shown once, at its end.
-    inTick_ = true;
-    changedInTick_ = false;
-    engine_.onTimer(TimeValue::now());
-    inTick_ = false;
+    {
+        const FlagSet ticking(inTick_);
+        changedInTick_ = false;
+        engine_.onTimer(TimeValue::now());
+    }
     if (!IsWindowVisible(handle()))
         return;
     if (changedInTick_)

@@ -32,7 +32,8 @@ class MainWindow : public framework::Window, private EngineListener {
 public:
     MainWindow();
 
-    /// Creates the window, loads what was saved and sets the engine going. False when there is no window.
+    /// Creates the window, loads what was saved and sets the engine going. False when there is no window
+    /// or nothing would make the engine go.
     bool start(const std::string& commandLine, int showCommand);
 
 private:
@@ -61,7 +62,7 @@ private:
     void savePreferencesNow();
 
     framework::WindowClass class_;
-    UINT taskbarCreated_; // sent to all when the shell's taskbar has been made anew
+    UINT taskbarCreated_; // sent to all when the shell's taskbar has been made anew; 0: unknown
     ScheduleList schedule_;
     Preferences preferences_;
     ScheduleFile file_;

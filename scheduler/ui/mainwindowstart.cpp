@@ -54,8 +54,10 @@ bool MainWindow::start(const std::string& commandLine, int showCommand) {
     list_.refresh();
     DragAcceptFiles(handle(), TRUE);
     engine_.setStartupFlag(false);
-    SetTimer(handle(), engineTimer, engineTimerMilliseconds, nullptr);
-    return true;
+    if (SetTimer(handle(), engineTimer, engineTimerMilliseconds, nullptr))
+        return true;
+    icon_.remove();
+    return false;
 }
 
 bool MainWindow::createWindow() {
@@ -65,7 +67,7 @@ bool MainWindow::createWindow() {
     parameters.title = programTitle;
     parameters.style = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN | WS_VISIBLE;
     parameters.menuOrId = LoadMenuA(base::moduleHandle(), MAKEINTRESOURCEA(IDR_MAIN_MENU));
-    if (!create(class_, parameters) || !list_.createIn(handle()))
+    if (!parameters.menuOrId || !create(class_, parameters) || !list_.createIn(handle()))
         return false;
     launcher_.reportTo(handle());
     messages_.setOwner(handle());

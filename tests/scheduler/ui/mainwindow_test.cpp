@@ -1,0 +1,106 @@
+#include "lib/base/base.h"
+#include "lib/base/registry.h"
+#include "scheduler/model/schedulefile.h"
+#include "scheduler/ui/mainwindow.h"
+#include "scheduler/ui/programtexts.h"
+#include "tests/support/importedfunctions.h"
+
+#include <windows.h>
+
+#include <shellapi.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace {
+
+bool timersFail = false;
+std::vector<std::pair<UINT_PTR, UINT>> timers; ///< of windows: ids and milliseconds
+DWORD mainStyle = 0;                           ///< what the main window was created with
+int icons = 0;
+
+UINT_PTR WINAPI notedTimer(HWND window, UINT_PTR id, UINT milliseconds, TIMERPROC procedure) {
+    static const auto original = test::platformFunction<decltype(&SetTimer)>("user32.dll", "SetTimer");
+    if (!window)
+        return original(window, id, milliseconds, procedure);
+    timers.emplace_back(id, milliseconds);
+    return timersFail ? 0 : original(window, id, milliseconds, procedure);
+}
+
+HWND WINAPI notedCreation(DWORD extendedStyle, LPCSTR className, LPCSTR title, DWORD style, int x, int y,
+                          int width, int height, HWND parent, HMENU menu, HINSTANCE instance,
+                          LPVOID parameter) {
+    static const auto original =
+        test::platformFunction<decltype(&CreateWindowExA)>("user32.dll", "CreateWindowExA");
+    if (!parent)
+        mainStyle = style;
+    return original(extendedStyle, className, title, style, x, y, width, height, parent, menu, instance,
+                    parameter);
+}
+
+BOOL WINAPI countedIcon(DWORD message, NOTIFYICONDATAA*) {
+    icons += message == NIM_ADD ? 1 : message == NIM_DELETE ? -1 : 0;
+    return TRUE;
+}
+
+} // namespace
+
+SCHEDULER_REPLACE_IMPORT(SetTimer, "_SetTimer@16", notedTimer);
+SCHEDULER_REPLACE_IMPORT(CreateWindowExA, "_CreateWindowExA@48", notedCreation);
+SCHEDULER_REPLACE_IMPORT(Shell_NotifyIconA, "_Shell_NotifyIconA@8", countedIcon);
+
+namespace {
+
+using testing::Contains;
+using testing::Pair;
+
+class MainWindow : public testing::Test {
+protected:
+    MainWindow() {
+        base::applicationName = scheduler::programTitle;
+        base::deleteKey(HKEY_CURRENT_USER, "Software\\Brindlewood");
+        scheduler::saveSchedule({});
+        timersFail = false;
+        timers.clear();
+        icons = 0;
+    }
+};
+
+TEST_F(MainWindow, TicksOnceASecondByItsTimerOne) {
+    scheduler::MainWindow window;
+    ASSERT_TRUE(window.start("/s", SW_SHOW));
+    EXPECT_THAT(timers, Contains(Pair(1U, 1000U)));
+    EXPECT_EQ(icons, 1);
+}
+
+TEST_F(MainWindow, WithoutATimerThereIsNoStartAndNoIcon) {
+    timersFail = true;
+    scheduler::MainWindow window;
+    EXPECT_FALSE(window.start("/s", SW_SHOW));
+    EXPECT_EQ(icons, 0);
+}
+
+TEST_F(MainWindow, IsAnOrdinaryWindowThatIsCreatedVisible) {
+    scheduler::MainWindow window;
+    ASSERT_TRUE(window.start("", SW_SHOWNOACTIVATE));
+    EXPECT_EQ(mainStyle, 0x12CF0000U);
+    EXPECT_TRUE(IsWindowVisible(window.handle()));
+}
+
+TEST_F(MainWindow, AStartAtLogOnLeavesTheKeyboardWhereItIs) {
+    const HWND other = CreateWindowExA(0, "STATIC", "another window", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50,
+                                       GetDesktopWindow(), nullptr, nullptr, nullptr);
+    SetFocus(other);
+    ASSERT_EQ(GetFocus(), other);
+    scheduler::MainWindow window;
+    ASSERT_TRUE(window.start("/s", SW_SHOW));
+    EXPECT_EQ(GetActiveWindow(), other);
+    EXPECT_EQ(GetFocus(), other);
+    DestroyWindow(other);
+}
+
+} // namespace
