@@ -39,6 +39,22 @@ int WINAPI simulatedMessageBox(HWND, LPCSTR text, LPCSTR caption, UINT flags) {
     return answer();
 }
 
+BOOL WINAPI notedShow(HWND window, int command) {
+    static const auto original = test::platformFunction<decltype(&ShowWindow)>("user32.dll", "ShowWindow");
+    if (command == SW_HIDE)
+        events.emplace_back("hidden");
+    return original(window, command);
+}
+
+LSTATUS WINAPI notedSetValue(HKEY key, LPCSTR name, DWORD reserved, DWORD type, const BYTE* data,
+                             DWORD size) {
+    static const auto original =
+        test::platformFunction<decltype(&RegSetValueExA)>("advapi32.dll", "RegSetValueExA");
+    if (name == std::string("Column0"))
+        events.emplace_back("columns saved");
+    return original(key, name, reserved, type, data, size);
+}
+
 void WINAPI notedQuit(int code) {
     events.push_back("quit " + std::to_string(code));
 }
@@ -76,6 +92,8 @@ LSTATUS WINAPI limitedOpenKey(HKEY root, LPCSTR name, DWORD options, REGSAM acce
 SCHEDULER_REPLACE_IMPORT(Shell_NotifyIconA, "_Shell_NotifyIconA@8", notedShellCall);
 SCHEDULER_REPLACE_IMPORT(MessageBoxA, "_MessageBoxA@16", simulatedMessageBox);
 SCHEDULER_REPLACE_IMPORT(PostQuitMessage, "_PostQuitMessage@4", notedQuit);
+SCHEDULER_REPLACE_IMPORT(ShowWindow, "_ShowWindow@8", notedShow);
+SCHEDULER_REPLACE_IMPORT(RegSetValueExA, "_RegSetValueExA@24", notedSetValue);
 SCHEDULER_REPLACE_IMPORT(RegCreateKeyExA, "_RegCreateKeyExA@36", limitedCreateKey);
 SCHEDULER_REPLACE_IMPORT(RegOpenKeyExA, "_RegOpenKeyExA@20", limitedOpenKey);
 
@@ -143,7 +161,8 @@ protected:
 
 TEST_F(ProgramExit, TakesItsStepsInOrder) {
     exit_.exitProgram(ExitMode::AskFirst);
-    EXPECT_THAT(events, ElementsAre("icon removed", "schedule saved", "autostart written", "quit 0"));
+    EXPECT_THAT(events, ElementsAre("hidden", "icon removed", "columns saved", "schedule saved",
+                                    "autostart written", "quit 0"));
     EXPECT_FALSE(isShown());
     EXPECT_EQ(savedWidth(), 123U);
     EXPECT_NE(preferences_.windowState, scheduler::WindowState{}) << "where the window stood";
@@ -153,8 +172,8 @@ TEST_F(ProgramExit, AsksWhileSomethingIsStillToRun) {
     addPendingEntry();
     answer = [] { return IDYES; };
     exit_.exitProgram(ExitMode::AskFirst);
-    EXPECT_THAT(events,
-                ElementsAre("asked", "icon removed", "schedule saved", "autostart written", "quit 0"));
+    EXPECT_THAT(events, ElementsAre("asked", "hidden", "icon removed", "columns saved", "schedule saved",
+                                    "autostart written", "quit 0"));
 }
 
 TEST_F(ProgramExit, AsksNothingWhenItIsToldNotTo) {
@@ -177,11 +196,13 @@ TEST_F(ProgramExit, NoChangesNothing) {
 TEST_F(ProgramExit, ARefusalOfTheRunKeyIsIgnored) {
     runKeyFails = true;
     exit_.exitProgram(ExitMode::AskFirst);
-    EXPECT_THAT(events, ElementsAre("icon removed", "schedule saved", "autostart written", "quit 0"));
+    EXPECT_THAT(events, ElementsAre("hidden", "icon removed", "columns saved", "schedule saved",
+                                    "autostart written", "quit 0"));
     preferences_.autostart = false;
     events.clear();
     exit_.exitProgram(ExitMode::AskFirst);
-    EXPECT_THAT(events, ElementsAre("icon removed", "schedule saved", "autostart deleted", "quit 0"));
+    EXPECT_THAT(events, ElementsAre("hidden", "icon removed", "columns saved", "schedule saved",
+                                    "autostart deleted", "quit 0"));
 }
 
 TEST_F(ProgramExit, AScheduleThatCannotBeSavedKeepsNobody) {
@@ -194,7 +215,7 @@ TEST_F(ProgramExit, TheEndOfTheSessionSavesBeforeItAsks) {
     addPendingEntry();
     answer = [] { return IDNO; };
     exit_.onSessionEnd();
-    EXPECT_THAT(events, ElementsAre("schedule saved", "asked"));
+    EXPECT_THAT(events, ElementsAre("columns saved", "schedule saved", "asked"));
     EXPECT_EQ(savedWidth(), 123U);
     EXPECT_TRUE(isShown());
     answer = [] { return IDYES; };
@@ -207,11 +228,12 @@ TEST_F(ProgramExit, TheEndOfTheSessionSavesAlsoWhileTheQuestionStands) {
     answer = [&] {
         addPendingEntry();
         exit_.onSessionEnd();
-        EXPECT_THAT(events, ElementsAre("asked", "schedule saved")) << "and asks no second question";
+        EXPECT_THAT(events, ElementsAre("asked", "columns saved", "schedule saved"))
+            << "and asks no second question";
         return IDNO;
     };
     exit_.exitProgram(ExitMode::AskFirst);
-    EXPECT_THAT(events, ElementsAre("asked", "schedule saved"));
+    EXPECT_THAT(events, ElementsAre("asked", "columns saved", "schedule saved"));
     ASSERT_EQ(store_.saved.size(), 1U);
     EXPECT_EQ(store_.saved[0].size(), 2U);
     EXPECT_TRUE(isShown());
