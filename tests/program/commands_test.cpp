@@ -550,6 +550,7 @@ TEST_F(Commands, ArrowsMoveTheSelection) {
 TEST_F(Commands, HelpAsksForTheProgramsOwn) {
     startWith({});
     carryOut(IDM_HELP);
+    EXPECT_EQ(witness().helps(), 1);
     EXPECT_TRUE(scheduler_.isRunning());
 }
 

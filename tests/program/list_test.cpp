@@ -273,19 +273,28 @@ TEST_F(List, ATickPaintsNothingWhenNoTextHasChanged) {
     startWith(entries);
     const WitnessDriver witness(scheduler_.window(), list().handle());
     ASSERT_TRUE(witness.isThere());
-    UpdateWindow(list().handle());
-    Sleep(1500); // what the start has left to paint
-    const LONG before = witness.paints();
-    Sleep(4000);
+    const auto passTicks = [&](LONG count) {
+        const LONG end = witness.ticks() + count;
+        return waitUntil([&] { return witness.ticks() >= end; });
+    };
+    const auto settledPaints = [&] {
+        LONG paints = 0;
+        EXPECT_TRUE(waitUntil([&] {
+            paints = witness.paints();
+            return passTicks(1) && witness.paints() == paints;
+        }));
+        return paints;
+    };
+    const LONG before = settledPaints(); // with what the start has left to paint
+    ASSERT_TRUE(passTicks(4));
     EXPECT_EQ(witness.paints(), before);
 
     // The counter does count, and only the row that has changed is painted.
     RECT client{};
     GetClientRect(list().handle(), &client);
     list().select({3});
-    waitUntil([&] { return witness.paints() > before; });
-    Sleep(200);
-    const LONG afterSelection = witness.paints();
+    ASSERT_TRUE(waitUntil([&] { return witness.paints() > before; }));
+    const LONG afterSelection = settledPaints();
     SendMessageA(scheduler_.window(), WM_COMMAND, IDM_ENABLE, 0);
     EXPECT_TRUE(waitUntil([&] { return witness.paints() > afterSelection; }));
     EXPECT_LT(witness.lastPaint().bottom - witness.lastPaint().top, (client.bottom - client.top) / 4);

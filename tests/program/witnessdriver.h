@@ -39,6 +39,8 @@ public:
     RECT lastPaint() const { return notes_->lastPaint; }
     LONG commands() const { return notes_->commands; }
     UINT lastCommand() const { return notes_->lastCommand; }
+    LONG ticks() const { return notes_->ticks; }
+    LONG helps() const { return notes_->helps; }
     LONG menus() const { return notes_->menus; }
 
     /// Counts what the process holds; both numbers stand until the next time.

@@ -93,6 +93,8 @@ extern "C" __declspec(dllexport) LRESULT CALLBACK onSent(int code, WPARAM wParam
         notes()->lastCommand = LOWORD(message.wParam);
         ++notes()->commands;
     }
+    if (code == HC_ACTION && notes() && message.message == WM_HELP && !GetParent(message.hwnd))
+        ++notes()->helps;
     static const UINT dropMessage = RegisterWindowMessageA(witness::dropMessage);
     if (code == HC_ACTION && notes() && message.message == dropMessage)
         dropFiles(message.hwnd);
@@ -106,6 +108,9 @@ extern "C" __declspec(dllexport) LRESULT CALLBACK onTaken(int code, WPARAM wPara
     const auto& message = *reinterpret_cast<const MSG*>(lParam);
     if (code == HC_ACTION && notes() && wParam == PM_REMOVE && message.message == WM_PAINT)
         notePaint(message.hwnd);
+    if (code == HC_ACTION && notes() && wParam == PM_REMOVE && message.message == WM_TIMER && message.hwnd &&
+        !GetParent(message.hwnd))
+        ++notes()->ticks;
     return CallNextHookEx(nullptr, code, wParam, lParam);
 }
 

@@ -49,13 +49,19 @@ public:
     framework::RadioGroup choice{*this, {IDC_FIRST_CHOICE, IDC_SECOND_CHOICE, IDC_THIRD_CHOICE}};
     std::vector<std::function<void()>> steps;
     std::function<void()> onTick;
-    bool stepping = true; ///< false: no step follows, and the queue runs empty
+    std::function<void()> onRest; ///< the queue has run empty
+    bool stepping = true;         ///< false: no step follows, and the queue runs empty
 
     void press(int id) { SendMessageA(GetDlgItem(handle(), id), BM_CLICK, 0, 0); }
 
     void load() override {
         Dialog::load();
         PostMessageA(handle(), step, 0, 0);
+    }
+    void onIdle() override {
+        Dialog::onIdle();
+        if (onRest)
+            onRest();
     }
 
 protected:
@@ -124,16 +130,19 @@ TEST(Dialog, ACloseThatIsSentAloneEndsItAtOnce) {
     std::thread sender; // a message from another thread arrives while the loop waits for a posted one
     dialog.steps = {[&] {
         dialog.stepping = false;
-        start = GetTickCount();
         SetFocus(GetDlgItem(dialog.handle(), IDCANCEL)); // an edit's blinking caret would wake the loop
         SetTimer(dialog.handle(), 1, patience, nullptr);
-        sender = std::thread([handle = dialog.handle()] {
-            Sleep(300); // until the messages that showed the dialog are through
-            SendMessageA(handle, WM_CLOSE, 0, 0);
-        });
     }};
+    // Only now are the messages through that showed the dialog.
+    dialog.onRest = [&] {
+        if (dialog.stepping || sender.joinable())
+            return;
+        start = GetTickCount();
+        sender = std::thread([handle = dialog.handle()] { SendMessageA(handle, WM_CLOSE, 0, 0); });
+    };
     EXPECT_EQ(dialog.runModal(nullptr), 2);
     EXPECT_LT(GetTickCount() - start, patience);
+    ASSERT_TRUE(sender.joinable());
     sender.join();
 }
 
