@@ -103,6 +103,7 @@ SchedulePage::SchedulePage(ScheduledProject& record, const ScheduleList& schedul
 
 void SchedulePage::load() {
     PropertyPage::load();
+    lastKind_ = kind_.value();
     if (afterProject_.selected() != framework::ListControl::noItem || afterProject_.count() == 0)
         return;
     // What it waited for is no longer there, or is the entry itself.
@@ -147,9 +148,12 @@ void SchedulePage::updateState() {
     if (chosen < controlsOfKinds.size())
         show(chosen, true);
 
-    // Whoever turns to "just once" finds a time that is still to come; one that he is typing is his own.
+    // Whoever turns to "just once" finds a time that is still to come, however long ago the last pass was;
+    // one that he is typing, or that the record came with, is his own.
+    const bool isHisOwn = isChosen(ScheduleKind::Once) && kind_.value() == lastKind_;
+    lastKind_ = kind_.value();
     const base::TimeValue now = clock_.now();
-    if (!isChosen(ScheduleKind::Once) && onceTime_.time() < now)
+    if (!isHisOwn && onceTime_.time() < now)
         onceTime_.setTime(now + base::TimeSpan::fromMinutes(1));
 }
 

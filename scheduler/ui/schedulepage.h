@@ -12,6 +12,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <optional>
 
@@ -43,6 +44,7 @@ private:
     framework::ItemList otherProjects_; ///< each stands for its position in the schedule
 
     framework::RadioGroup kind_;
+    std::int32_t lastKind_ = framework::RadioGroup::noButton; ///< as of the last idle pass
     framework::ListBox afterProject_;
     framework::NumberEdit afterDelay_;
     framework::NumberEdit startupDelay_;

@@ -130,6 +130,17 @@ TEST_F(ScheduleKinds, ASingleRunInThePastIsOfferedAMinuteAheadAsSoonAsTheKindIsA
     EXPECT_EQ(ahead, "03/10/26 12:35 pm");
 }
 
+TEST_F(ScheduleKinds, ASingleRunThatWasAheadIsAheadAgainWhenTheUserTurnsToItLater) {
+    record.time = TimeValue();
+    open(ScheduleKind::Daily);
+    clock.advance(TimeSpan::fromMinutes(2)); // nothing happens meanwhile
+    choose(ScheduleKind::Once);
+    EXPECT_EQ(host->text(IDC_ONCE_TIME), "03/10/26 12:37 pm");
+    clock.advance(TimeSpan::fromMinutes(2));
+    test::pumpUntilIdle();
+    EXPECT_EQ(host->text(IDC_ONCE_TIME), "03/10/26 12:37 pm") << "from now on it is the user's own";
+}
+
 TEST_F(ScheduleKinds, AnotherKindIsOpenedWithASingleRunAhead) {
     record.time = TimeValue();
     open(ScheduleKind::Hourly);
