@@ -133,6 +133,7 @@ bool SchedulePage::check() {
 void SchedulePage::updateState() {
     afterProject_.setEnabled(isChosen(ScheduleKind::AfterProject));
     enableItem(IDC_KIND_AFTER_PROJECT, afterProject_.count() > 0);
+    kind_.keepTabStop();
 
     const auto chosen = static_cast<std::size_t>(kind_.value()); // without a kind, beyond the last
     const auto show = [this](std::size_t kind, bool visible) {

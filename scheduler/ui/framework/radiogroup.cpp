@@ -22,4 +22,19 @@ void RadioGroup::setValue(const std::int32_t& value) {
         SendMessageA(button(id), BM_SETCHECK, index++ == value ? BST_CHECKED : BST_UNCHECKED, 0);
 }
 
+void RadioGroup::keepTabStop() {
+    HWND stop = nullptr;
+    for (const int id : ids_) {
+        const bool isChecked = SendMessageA(button(id), BM_GETCHECK, 0, 0) == BST_CHECKED;
+        if (IsWindowEnabled(button(id)) && (isChecked || !stop))
+            stop = button(id);
+    }
+    for (const int id : ids_) {
+        const LONG style = GetWindowLongA(button(id), GWL_STYLE);
+        const LONG wanted = button(id) == stop ? style | WS_TABSTOP : style & ~WS_TABSTOP;
+        if (wanted != style)
+            SetWindowLongA(button(id), GWL_STYLE, wanted);
+    }
+}
+
 } // namespace framework

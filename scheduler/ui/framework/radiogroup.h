@@ -21,6 +21,10 @@ public:
     /// Checks the button of that index, if there is one, and unchecks the others.
     void setValue(const std::int32_t& value) override;
 
+    /// Lets the Tab key stop at the checked button or, when that is disabled or there is none, at the first
+    /// one that can be used: the platform leaves such a group out.
+    void keepTabStop();
+
 private:
     HWND button(int id) const;
 

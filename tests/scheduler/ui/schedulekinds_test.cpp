@@ -28,6 +28,9 @@ class ScheduleKinds : public test::OpenSchedulePage {
 protected:
     void SetUp() override { addToSchedule({"a.kra", "b.kra"}); }
 
+    /// The first item of the page that the Tab key stops at.
+    int firstTabStop() const { return GetDlgCtrlID(GetNextDlgTabItem(page->handle(), nullptr, FALSE)); }
+
     void expectOnlyControlsOf(ScheduleKind kind) const {
         for (std::size_t other = 0; other < controlsOfKinds.size(); ++other)
             for (const int id : controlsOfKinds[other]) {
@@ -90,6 +93,18 @@ TEST_F(ScheduleKinds, WaitingTakesAnotherEntry) {
     EXPECT_TRUE(host->isEnabled(IDC_KIND_AFTER_PROJECT));
     open(std::size_t{0});
     EXPECT_FALSE(host->isEnabled(IDC_KIND_AFTER_PROJECT)) << "its own entry does not count";
+}
+
+TEST_F(ScheduleKinds, AreWithinReachOfTheTabKey) {
+    open(ScheduleKind::Daily);
+    EXPECT_EQ(firstTabStop(), IDC_KIND_DAILY);
+    open(static_cast<ScheduleKind>(6));
+    EXPECT_EQ(firstTabStop(), IDC_KIND_AFTER_PROJECT) << "none is chosen";
+    choose(ScheduleKind::Monthly);
+    EXPECT_EQ(firstTabStop(), IDC_KIND_MONTHLY);
+    schedule.clear();
+    open(ScheduleKind::AfterProject);
+    EXPECT_EQ(firstTabStop(), IDC_KIND_STARTUP) << "the chosen one is disabled";
 }
 
 TEST_F(ScheduleKinds, ARecordOfAnUnknownOneShowsNone) {

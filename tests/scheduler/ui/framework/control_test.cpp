@@ -214,6 +214,24 @@ TEST_F(Controls, ARadioGroupCanShowAFlagAndNoButtonStoresItAsSet) {
     EXPECT_FALSE(flag);
 }
 
+TEST_F(Controls, TheTabKeyStopsAtOneButtonOfARadioGroupThatCanBeUsed) {
+    const auto stop = [&] {
+        dialog.choice.keepTabStop();
+        return GetDlgCtrlID(GetNextDlgTabItem(dialog.handle(), item(IDC_CHECK), FALSE));
+    };
+    dialog.choice.setValue(2);
+    EXPECT_EQ(stop(), IDC_THIRD_CHOICE) << "the checked one";
+    dialog.choice.setValue(0);
+    EnableWindow(item(IDC_FIRST_CHOICE), FALSE);
+    EXPECT_EQ(stop(), IDC_SECOND_CHOICE) << "the checked one is disabled";
+    EnableWindow(item(IDC_FIRST_CHOICE), TRUE);
+    EXPECT_EQ(stop(), IDC_FIRST_CHOICE);
+    dialog.choice.setValue(framework::RadioGroup::noButton);
+    EXPECT_EQ(stop(), IDC_FIRST_CHOICE) << "none is checked";
+    EXPECT_EQ(GetNextDlgTabItem(dialog.handle(), item(IDC_FIRST_CHOICE), FALSE), item(IDC_LIST))
+        << "the others are reached by the arrow keys";
+}
+
 TEST_F(Controls, AStaticTextShowsItsField) {
     std::string field = "shown";
     dialog.label.bind(framework::bindText(field));
