@@ -26,9 +26,14 @@ framework::ItemList connectionItems(const std::vector<std::string>& phoneBookEnt
     return items;
 }
 
+bool isFolder(const std::string& path) {
+    const DWORD attributes = GetFileAttributesA(path.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
 bool isProject(const std::string& path) {
     // Several files stand in quotes; they were chosen among those that exist.
-    return path.starts_with('"') || isCommandLine(path) || base::fileExists(path);
+    return path.starts_with('"') || isCommandLine(path) || (base::fileExists(path) && !isFolder(path));
 }
 
 } // namespace

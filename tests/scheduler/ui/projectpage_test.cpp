@@ -176,8 +176,11 @@ TEST_F(ProjectPage, TakesFilesThatExistCommandLinesAndQuotedFiles) {
 }
 
 TEST_F(ProjectPage, RefusesAnyOtherTextWithAMessage) {
+    const test::TemporaryFolder folder;
     open();
-    for (const char* bad : {"", "C:\\missing.kra", "Run:backup.exe", " run:backup.exe", "a\"b\""}) {
+    for (const std::string& bad :
+         {std::string(), std::string("C:\\missing.kra"), std::string("Run:backup.exe"),
+          std::string(" run:backup.exe"), std::string("a\"b\""), folder.path(), std::string("C:\\")}) {
         test::shownMessages.clear();
         host_->setText(IDC_PROJECT_PATH, bad);
         EXPECT_FALSE(page_->check()) << bad;
