@@ -79,7 +79,10 @@ SchedulePage::SchedulePage(ScheduledProject& record, const ScheduleList& schedul
       kind_(*this,
             {IDC_KIND_AFTER_PROJECT, IDC_KIND_STARTUP, IDC_KIND_HOURLY, IDC_KIND_DAILY, IDC_KIND_MONTHLY,
              IDC_KIND_ONCE},
-            framework::bindNumber(record.kind)),
+            std::make_unique<GuardedBinding<std::int32_t>>(
+                framework::bindNumber(record.kind),
+                // A kind that nobody knows stays what it is until another is chosen.
+                [this] { return kind_.value() != framework::RadioGroup::noButton; })),
       afterProject_(*this, IDC_AFTER_PROJECT, otherProjects_, framework::bindNumber(record.afterIndex)),
       afterDelay_(*this, IDC_AFTER_DELAY, delayMinutes,
                   ofKind(ScheduleKind::AfterProject, framework::bindNumber(record.minutes))),

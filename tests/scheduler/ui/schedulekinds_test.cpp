@@ -117,10 +117,13 @@ TEST_F(ScheduleKinds, ARecordOfAnUnknownOneShowsNone) {
         for (const int id : controls)
             EXPECT_FALSE(host->isVisible(id)) << id;
     page->store();
+    EXPECT_EQ(record.kind, static_cast<ScheduleKind>(6));
     EXPECT_EQ(record.minutes, 77);
     EXPECT_EQ(record.time, clock.now());
     choose(ScheduleKind::Daily);
     expectOnlyControlsOf(ScheduleKind::Daily);
+    page->store();
+    EXPECT_EQ(record.kind, ScheduleKind::Daily);
 }
 
 TEST_F(ScheduleKinds, ASingleRunInThePastIsOfferedAMinuteAheadAsSoonAsTheKindIsAnother) {
