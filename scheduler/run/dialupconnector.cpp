@@ -18,6 +18,18 @@ constexpr std::array entryPointNames{
     "RasDialA",        "RasGetErrorStringA",  "RasGetEntryDialParamsA",
 };
 
+/// By its full path, and what it needs from its own folder first: libraries of these names that lie beside
+/// the program are nobody's service. The flag that stands for the system's folder alone is not known to a
+/// Windows 7 without its updates.
+HMODULE loadService() {
+    std::array<char, MAX_PATH> folder{};
+    const UINT length = GetSystemDirectoryA(folder.data(), static_cast<UINT>(folder.size()));
+    if (length == 0 || length >= folder.size())
+        return nullptr;
+    const std::string path = std::string(folder.data()) + "\\RASAPI32.dll";
+    return LoadLibraryExA(path.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
+}
+
 } // namespace
 
 bool listEntries(const EnumerateEntries& enumerate, std::vector<std::string>& names) {
@@ -42,9 +54,7 @@ bool listEntries(const EnumerateEntries& enumerate, std::vector<std::string>& na
 }
 
 const DialupConnector& DialupConnector::instance() {
-    // From the system's folder only: one of this name that lies beside the program is nobody's service.
-    static const DialupConnector connector(LoadLibraryExA("RASAPI32", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32),
-                                           &GetProcAddress);
+    static const DialupConnector connector(loadService(), &GetProcAddress);
     return connector;
 }
 
