@@ -1,4 +1,5 @@
 #include "scheduler/run/dialupconnector.h"
+#include "tests/support/importedfunctions.h"
 #include "tests/support/temporaryfolder.h"
 
 #include <gmock/gmock.h>
@@ -195,8 +196,12 @@ TEST(DialupConnector, TheProgramsOneUsesTheSystemsLibraryAndNoOtherOfThatName) {
 }
 
 TEST(DialupConnector, TheServicesOwnPhoneBookIsListed) {
-    // On a machine where nobody has made an entry.
-    EXPECT_THAT(DialupConnector::instance().entries(), IsEmpty());
+    const auto enumerate =
+        test::platformFunction<decltype(&RasEnumEntriesA)>("rasapi32.dll", "RasEnumEntriesA");
+    ASSERT_NE(enumerate, nullptr);
+    Names listed;
+    scheduler::listEntries(enumerate, listed);
+    EXPECT_EQ(DialupConnector::instance().entries(), listed);
 }
 
 } // namespace
