@@ -71,7 +71,7 @@ TEST(InternetDate, ATextInGmtIsTheSameInstantOnAnyMachine) {
               });
 }
 
-TEST(InternetDate, WithoutAZoneItIsLocalStandardTimeEvenInSummer) {
+TEST(InternetDate, WithoutGmtAtItsEndItIsLocalStandardTimeEvenInSummer) {
     expectAll(parseInternetDate,
               {
                   {"Sun, 06 Nov 1994 08:49:37", Fields{1994, 11, 6, 8, 49, 37}.value(0)},
@@ -79,6 +79,10 @@ TEST(InternetDate, WithoutAZoneItIsLocalStandardTimeEvenInSummer) {
                   {"Sun, 23 Jan 2005 19:54:28", Fields{2005, 1, 23, 19, 54, 28}.value(0)},
                   {"Sat, 23 Jul 2005 19:54:28 EST", Fields{2005, 7, 23, 19, 54, 28}.value(0)},
                   {"GMT, 23 Jul 2005 19:54:28 x", Fields{2005, 7, 23, 19, 54, 28}.value(0)},
+                  {"Sat, 23 Jul 2005 19:54:28 +0200", Fields{2005, 7, 23, 19, 54, 28}.value(0)},
+                  {"Sat, 23 Jul 2005 19:54:28 -0500", Fields{2005, 7, 23, 19, 54, 28}.value(0)},
+                  {"Sat, 23 Jul 2005 19:54:28 +0200 (CEST)", Fields{2005, 7, 23, 19, 54, 28}.value(0)},
+                  {"Sat, 23 Jul 2005 19:54:28 (GMT)", Fields{2005, 7, 23, 19, 54, 28}.value(0)},
               });
 }
 
