@@ -31,7 +31,7 @@ ScheduledProject entryOf(ScheduleKind kind) {
     entry.path = "run:backup.exe";
     entry.kind = kind;
     const TimeValue later = TimeValue::now() + TimeSpan::fromMinutes(5 * 60);
-    entry.time = TimeValue(later.seconds() / 60 * 60 + (kind == ScheduleKind::Once ? 0 : 17));
+    entry.time = TimeValue(later.seconds() / 60 * 60 + 17); // no field shows the seconds
     entry.minutes = kind == ScheduleKind::Hourly ? (TimeValue::now().local().minute + 50) % 60 : 75;
     entry.afterIndex = 1;
     entry.dayOfMonth = 30;
@@ -221,7 +221,7 @@ TEST_F(EditByEditor, ARunThatStartsWhileTheEditorIsOpenGoesOn) {
     ScheduledProject entry = entryOf(ScheduleKind::Hourly);
     entry.path = spider.makeProject("slow.kra", "seconds=600\n");
     ASSERT_NO_FATAL_FAILURE(open(entry));
-    scheduler_.command(IDM_RUN); // the engine starts what is due in the same way
+    scheduler_.command(IDM_RUN);
     ASSERT_TRUE(waitUntil([&] { return isShownRunning() && spider.logged("start run 1:") == 1; }));
     ASSERT_TRUE(editor_.replace(IDC_TIME_LIMIT, "7"));
     const ScheduledProject edited = editedByOk();
@@ -235,6 +235,30 @@ TEST_F(EditByEditor, ARunThatStartsWhileTheEditorIsOpenGoesOn) {
     ASSERT_TRUE(waitUntil([&] { return firstSaved().running == 0; })) << "its end still finds it";
     EXPECT_EQ(firstSaved().lastRun, edited.runStart);
     EXPECT_EQ(firstSaved().timeLimitMinutes, 7);
+}
+
+TEST_F(EditByEditor, AnEntryThatFallsDueWhileTheEditorIsOpenIsStarted) {
+    const driver::SampleSpider spider;
+    ScheduledProject due;
+    due.path = spider.makeProject("due.kra", "ms=100\n");
+    due.kind = ScheduleKind::Once;
+    // Soon, but not before the editor is there, however slow the machine.
+    for (const int seconds : {15, 60, 240}) {
+        scheduler_.kill();
+        due.time = TimeValue::now() + TimeSpan::fromSeconds(seconds);
+        driver::saveEntries({entryOf(ScheduleKind::Hourly), due});
+        ASSERT_TRUE(scheduler_.start());
+        ListDriver(scheduler_.window()).select({0});
+        ASSERT_TRUE(editor_.openEdit());
+        if (TimeValue::now() < due.time)
+            break;
+    }
+    ASSERT_LT(TimeValue::now(), due.time);
+    const std::size_t before = spider.logged("due.kra");
+    EXPECT_TRUE(waitUntil([&] { return spider.logged("due.kra") > before; }, std::chrono::minutes(6)));
+    EXPECT_GE(TimeValue::now(), due.time);
+    EXPECT_TRUE(editor_.isOpen());
+    EXPECT_FALSE(IsWindowEnabled(scheduler_.window()));
 }
 
 TEST_F(EditByEditor, ARunThatEndsWhileTheEditorIsOpenIsRecorded) {
