@@ -1,7 +1,10 @@
 #include "lib/base/opsys.h"
 #include "resources/ids.h"
+#include "scheduler/run/dialupconnector.h"
 #include "scheduler/ui/dialogs.h"
+#include "scheduler/ui/framework/windowclass.h"
 #include "scheduler/ui/scheduleeditor.h"
+#include "tests/scheduler/ui/framework/drawnitem.h"
 #include "tests/scheduler/ui/whileopen.h"
 #include "tests/support/filledentry.h"
 #include "tests/support/importedfunctions.h"
@@ -14,6 +17,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <array>
 #include <functional>
 
 namespace {
@@ -33,6 +37,19 @@ BOOL WINAPI simulatedOpenFileName(OPENFILENAMEA* request) {
 } // namespace
 
 SCHEDULER_REPLACE_IMPORT(GetOpenFileNameA, "_GetOpenFileNameA@4", simulatedOpenFileName);
+
+// Stands in for the connector that asks the platform: its phone book has two entries.
+namespace scheduler {
+
+DialupConnector::DialupConnector(HMODULE, const FindEntryPoint&)
+    : available_(true), entries_({"Home", "Office line"}) {}
+
+const DialupConnector& DialupConnector::instance() {
+    static const DialupConnector connector(nullptr, nullptr);
+    return connector;
+}
+
+} // namespace scheduler
 
 namespace {
 
@@ -86,6 +103,43 @@ TEST_F(ScheduleEditor, HasTheProjectPageFirstAndTheScheduleBehindIt) {
         EXPECT_EQ(SendMessageA(sheet, PSM_GETCURRENTPAGEHWND, 0, 0), reinterpret_cast<LRESULT>(project));
         press(sheet, IDCANCEL);
     });
+}
+
+TEST_F(ScheduleEditor, OffersAnyOpenConnectionInGrayAndThenThePhoneBook) {
+    const COLORREF gray = GetSysColor(COLOR_GRAYTEXT);
+    const COLORREF normal = GetSysColor(COLOR_WINDOWTEXT);
+    ASSERT_NE(gray, normal);
+    edit(std::nullopt, [&](HWND sheet) {
+        const HWND list = GetDlgItem(pageOf(sheet, 136), IDC_AUTOCONNECT);
+        std::vector<std::string> texts;
+        for (int item = 0; item < SendMessageA(list, CB_GETCOUNT, 0, 0); ++item) {
+            std::array<char, 256> text{};
+            SendMessageA(list, CB_GETLBTEXT, static_cast<WPARAM>(item),
+                         reinterpret_cast<LPARAM>(text.data()));
+            texts.emplace_back(text.data());
+            test::DrawnItem drawn;
+            drawn.draw(list, item, 0);
+            EXPECT_EQ(drawn.has(gray), item == 0) << texts.back();
+            EXPECT_EQ(drawn.has(normal), item != 0) << texts.back();
+        }
+        EXPECT_THAT(texts, ElementsAre("(any open connection)", "Home", "Office line"));
+        press(sheet, IDCANCEL);
+    });
+}
+
+TEST_F(ScheduleEditor, ItsOwnerIsDisabledWhileItIsOpen) {
+    framework::Window owner;
+    framework::WindowClass windowClass;
+    framework::WindowParameters parameters;
+    parameters.style = WS_OVERLAPPEDWINDOW | WS_VISIBLE;
+    ASSERT_TRUE(owner.create(windowClass, parameters));
+    const test::WhileOpen user([&](HWND sheet) {
+        EXPECT_EQ(GetWindow(sheet, GW_OWNER), owner.handle());
+        EXPECT_FALSE(IsWindowEnabled(owner.handle()));
+        press(sheet, IDCANCEL);
+    });
+    scheduler::editEntry(owner.handle(), record, schedule, std::nullopt);
+    EXPECT_TRUE(IsWindowEnabled(owner.handle()));
 }
 
 TEST_F(ScheduleEditor, OkGivesTheRecordWithWhatWasChangedOnBothPages) {

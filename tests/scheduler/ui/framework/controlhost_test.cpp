@@ -1,6 +1,7 @@
 #include "scheduler/ui/framework/controlhost.h"
 #include "scheduler/ui/framework/dialog.h"
 #include "scheduler/ui/framework/edit.h"
+#include "scheduler/ui/framework/textextent.h"
 #include "tests/scheduler/ui/framework/pumping.h"
 #include "tests/scheduler/ui/framework/testdialogs.h"
 
@@ -77,6 +78,13 @@ protected:
 
 TEST_F(Host, LoadsItsControlsAndSetsItsStateAtTheStart) {
     EXPECT_EQ(dialog->log, "load first; load second; load third; state; ");
+}
+
+TEST_F(Host, WidensTextsThatAreCutAtTheStart) {
+    const HWND label = GetDlgItem(dialog->handle(), IDC_CUT_LABEL);
+    RECT place{};
+    GetWindowRect(label, &place);
+    EXPECT_EQ(place.right - place.left, framework::TextExtent(label).of("too long for its place").cx);
 }
 
 TEST_F(Host, StoresItsControlsInTheirOrder) {

@@ -1,5 +1,6 @@
 #include "scheduler/ui/framework/dialog.h"
 #include "scheduler/ui/framework/listbox.h"
+#include "tests/scheduler/ui/framework/drawnitem.h"
 #include "tests/scheduler/ui/framework/testdialogs.h"
 
 #include <gtest/gtest.h>
@@ -146,72 +147,6 @@ TEST(TextListBox, SelectsTheItemOfItsTextAndStoresIt) {
     EXPECT_EQ(field, "gone");
 }
 
-/// What an item looks like: drawn by a real message into a bitmap, of which the colours are counted.
-class DrawnItem {
-public:
-    static constexpr int width = 200;
-    static constexpr int height = 20;
-
-    DrawnItem() {
-        BITMAPINFO info{};
-        info.bmiHeader.biSize = sizeof(info.bmiHeader);
-        info.bmiHeader.biWidth = width;
-        info.bmiHeader.biHeight = -height;
-        info.bmiHeader.biPlanes = 1;
-        info.bmiHeader.biBitCount = 32;
-        bitmap_ =
-            CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, reinterpret_cast<void**>(&pixels_), nullptr, 0);
-        old_ = SelectObject(context_, bitmap_);
-    }
-    DrawnItem(const DrawnItem&) = delete;
-    DrawnItem& operator=(const DrawnItem&) = delete;
-    ~DrawnItem() {
-        SelectObject(context_, old_);
-        DeleteObject(bitmap_);
-        DeleteDC(context_);
-    }
-
-    void draw(const framework::Control& control, int item, UINT state) {
-        DRAWITEMSTRUCT request{};
-        request.CtlType = ODT_COMBOBOX;
-        request.CtlID = static_cast<UINT>(control.id());
-        request.itemID = static_cast<UINT>(item);
-        request.itemAction = ODA_DRAWENTIRE;
-        request.itemState = state;
-        request.hwndItem = control.handle();
-        request.hDC = context_;
-        request.rcItem = {0, 0, width, height};
-        EXPECT_EQ(SendMessageA(GetParent(control.handle()), WM_DRAWITEM, request.CtlID,
-                               reinterpret_cast<LPARAM>(&request)),
-                  TRUE);
-        GdiFlush();
-    }
-
-    COLORREF background() const { return at(width - 3, height / 2); }
-
-    bool has(COLORREF colour) const {
-        for (int y = 0; y < height; ++y)
-            for (int x = 0; x < width; ++x)
-                if (at(x, y) == colour)
-                    return true;
-        return false;
-    }
-
-    /// Whether the item's edge is dotted.
-    bool hasFocusRectangle() const { return at(10, 0) != at(11, 0); }
-
-private:
-    COLORREF at(int x, int y) const {
-        const DWORD pixel = pixels_[y * width + x];
-        return RGB((pixel >> 16) & 0xFF, (pixel >> 8) & 0xFF, pixel & 0xFF);
-    }
-
-    HDC context_ = CreateCompatibleDC(nullptr);
-    HBITMAP bitmap_ = nullptr;
-    HGDIOBJ old_ = nullptr;
-    DWORD* pixels_ = nullptr;
-};
-
 /// With system colours that all differ. They belong to the whole session, so they are put back.
 class DrawnListBox : public ListBox {
 protected:
@@ -226,7 +161,7 @@ protected:
     void TearDown() override { SetSysColors(static_cast<int>(elements.size()), elements.data(), old.data()); }
 
     void expect(int item, UINT state, COLORREF text, COLORREF background) {
-        drawn.draw(dialog.list, item, state);
+        drawn.draw(handle(), item, state);
         EXPECT_EQ(drawn.background(), background);
         EXPECT_TRUE(drawn.has(text));
         for (const COLORREF other : {RGB(255, 0, 0), RGB(0, 255, 0), RGB(255, 255, 0)})
@@ -236,7 +171,7 @@ protected:
     static constexpr std::array elements{COLOR_WINDOW,    COLOR_WINDOWTEXT,    COLOR_GRAYTEXT,
                                          COLOR_HIGHLIGHT, COLOR_HIGHLIGHTTEXT, COLOR_BTNFACE};
     std::array<COLORREF, elements.size()> old{};
-    DrawnItem drawn;
+    test::DrawnItem drawn;
 };
 
 TEST_F(DrawnListBox, ItemsAreDrawnInTheSystemsColours) {
@@ -252,17 +187,17 @@ TEST_F(DrawnListBox, AGrayItemIsGrayUnlessItIsSelected) {
 }
 
 TEST_F(DrawnListBox, NoItemIsAnEmptyPlace) {
-    drawn.draw(dialog.list, -1, 0);
+    drawn.draw(handle(), -1, 0);
     EXPECT_EQ(drawn.background(), RGB(0, 0, 200));
     EXPECT_FALSE(drawn.has(RGB(255, 0, 0)));
 }
 
 TEST_F(DrawnListBox, TheFocusHasARectangleUnlessItIsNotShown) {
-    drawn.draw(dialog.list, 1, ODS_FOCUS);
+    drawn.draw(handle(), 1, ODS_FOCUS);
     EXPECT_TRUE(drawn.hasFocusRectangle());
-    drawn.draw(dialog.list, 1, ODS_FOCUS | ODS_NOFOCUSRECT);
+    drawn.draw(handle(), 1, ODS_FOCUS | ODS_NOFOCUSRECT);
     EXPECT_FALSE(drawn.hasFocusRectangle());
-    drawn.draw(dialog.list, 1, 0);
+    drawn.draw(handle(), 1, 0);
     EXPECT_FALSE(drawn.hasFocusRectangle());
 }
 

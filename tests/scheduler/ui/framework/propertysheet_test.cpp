@@ -3,12 +3,26 @@
 #include "scheduler/ui/framework/propertysheet.h"
 #include "scheduler/ui/framework/windowclass.h"
 #include "tests/scheduler/ui/framework/testdialogs.h"
+#include "tests/support/importedfunctions.h"
 
 #include <gtest/gtest.h>
 
 #include <functional>
 #include <stdexcept>
 #include <string>
+
+namespace {
+
+DWORD askedFlags = 0;
+
+INT_PTR WINAPI watchedPropertySheet(LPCPROPSHEETHEADERA header) {
+    askedFlags = header->dwFlags;
+    return test::platformFunction<decltype(&PropertySheetA)>("comctl32.dll", "PropertySheetA")(header);
+}
+
+} // namespace
+
+SCHEDULER_REPLACE_IMPORT(PropertySheetA, "_PropertySheetA@4", watchedPropertySheet);
 
 namespace {
 
@@ -204,6 +218,13 @@ TEST(PropertySheet, ItsWindowsAreMadeAsDeclared) {
     }};
     sheet.runSteps();
     EXPECT_EQ(sheet.first.handle(), nullptr);
+}
+
+TEST(PropertySheet, IsMadeModelessAndWithoutAnythingBeyondItsPages) {
+    SteppedSheet sheet;
+    sheet.steps = {[&] { sheet.press(IDCANCEL); }};
+    sheet.runSteps();
+    EXPECT_EQ(askedFlags, DWORD{PSH_PROPSHEETPAGE | PSH_MODELESS});
 }
 
 TEST(PropertySheet, AnIdlePassReachesThePages) {

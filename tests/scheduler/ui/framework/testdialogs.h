@@ -18,6 +18,7 @@
 #define IDC_DATE 1012
 #define IDC_BROWSE_LABEL 1013
 #define IDC_BROWSE 1014
+#define IDC_CUT_LABEL 1015
 
 // Centred by the platform.
 #define IDD_CENTRED 201
