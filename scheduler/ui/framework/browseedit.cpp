@@ -2,6 +2,7 @@
 
 #include "lib/base/base.h"
 #include "lib/base/opsys.h"
+#include "lib/base/strings.h"
 #include "scheduler/ui/framework/browselayout.h"
 #include "scheduler/ui/framework/chosenfiles.h"
 #include "scheduler/ui/framework/controlhost.h"
@@ -111,7 +112,8 @@ Handled BrowseEdit::onMessage(const Message& message) {
 bool BrowseEdit::onNotification(UINT code) {
     if (code != EN_CHANGE)
         return false;
-    if (!takingChosen_)
+    // A blank that slipped in before or behind the files leaves them chosen.
+    if (!takingChosen_ && base::trim(text(), base::whitespace) != chosenFilesText(chosen_))
         chosen_.clear();
     return true;
 }

@@ -30,7 +30,7 @@ public:
     void setCheck(std::function<bool(const std::string& text)> isAcceptable, std::string message);
 
     /// The files that the text was chosen as: the first with its full path, the others by their names in the
-    /// same folder. Empty when the text was typed.
+    /// same folder. Empty when the text was typed or changed by more than blanks around it.
     const std::vector<std::string>& chosen() const { return chosen_; }
 
     /// Lets the user choose. When nothing was chosen, or more than the dialog can hand over, the text stays
