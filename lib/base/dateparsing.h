@@ -32,11 +32,13 @@ TimeValue parseFreeDate(std::string_view text);
 /// day.
 TimeSpan parseTimeOfDay(std::string_view text);
 
-/// Each source of this library calls this once before the entry point, with its path and its date as the
-/// compiler writes them ("Jul 23 2005 19:54:31"). Always true, so that it can initialise a constant.
+/// Each source of this library calls this once before the entry point, with its path and a date in the
+/// compiler's form ("Jul 23 2005 19:54:31"). The date is the release's, not that of the compilation, so that
+/// two builds of one state of the sources are the same file byte for byte. Always true, so that it can
+/// initialise a constant.
 bool registerSourceFile(std::string_view path, std::string_view buildDate);
 
-/// The latest date of a registered source; 0 when there is none.
+/// The latest date of a registered source, which is that of the release; 0 when there is none.
 TimeValue buildTime();
 
 } // namespace base
