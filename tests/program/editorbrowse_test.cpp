@@ -1,6 +1,7 @@
 // The platform's own Browse dialog, behind the editor's button.
 
 #include "resources/ids.h"
+#include "scheduler/ui/framework/browselayout.h"
 #include "tests/program/editordriver.h"
 #include "tests/program/listdriver.h"
 
@@ -18,7 +19,7 @@ using testing::SizeIs;
 
 namespace {
 
-constexpr int browseButton = IDC_PROJECT_PATH + 0x4000;
+constexpr int browseButton = framework::browseButtonIdOf(IDC_PROJECT_PATH);
 
 class BrowseInEditor : public ::testing::Test {
 protected:

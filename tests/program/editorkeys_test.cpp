@@ -1,6 +1,7 @@
 // The editor of the real program without a mouse: the order of the Tab key, and the letters with Alt.
 
 #include "resources/ids.h"
+#include "scheduler/ui/framework/browselayout.h"
 #include "tests/program/editordriver.h"
 
 #include <gmock/gmock.h>
@@ -15,7 +16,7 @@ using testing::ElementsAreArray;
 
 namespace {
 
-constexpr int browseButton = IDC_PROJECT_PATH + 0x4000;
+constexpr int browseButton = framework::browseButtonIdOf(IDC_PROJECT_PATH);
 
 class EditorKeys : public ::testing::Test {
 protected:

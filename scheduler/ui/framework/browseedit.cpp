@@ -13,11 +13,6 @@
 namespace framework {
 namespace {
 
-/// The button's id, beyond those of templates.
-constexpr int buttonIdOf(int editId) {
-    return editId + 0x4000;
-}
-
 // The dialog's answer: room for what users choose, and, when that was not enough, for whatever they could.
 // How much it would have needed the dialog says in 16 bits, which is too few to go by.
 constexpr std::size_t usualAnswer = 64 * 1024;
@@ -58,7 +53,7 @@ void place(HWND window, const RECT& place, HWND behind) {
 } // namespace
 
 BrowseEdit::BrowseEdit(ControlHost& host, int id, Binding binding)
-    : Edit(host, id, std::move(binding)), button_(host, buttonIdOf(id), [this] { browse(); }) {}
+    : Edit(host, id, std::move(binding)), button_(host, browseButtonIdOf(id), [this] { browse(); }) {}
 
 void BrowseEdit::setButtonText(std::string text) {
     buttonText_ = std::move(text);

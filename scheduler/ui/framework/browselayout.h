@@ -5,6 +5,11 @@
 
 namespace framework {
 
+/// The button's id, beyond those of templates.
+constexpr int browseButtonIdOf(int editId) {
+    return editId + 0x4000;
+}
+
 struct BrowseLayout {
     RECT edit{};
     RECT button{};

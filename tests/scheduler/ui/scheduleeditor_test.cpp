@@ -2,6 +2,7 @@
 #include "resources/ids.h"
 #include "scheduler/run/dialupconnector.h"
 #include "scheduler/ui/dialogs.h"
+#include "scheduler/ui/framework/browselayout.h"
 #include "scheduler/ui/framework/windowclass.h"
 #include "scheduler/ui/scheduleeditor.h"
 #include "tests/scheduler/ui/framework/drawnitem.h"
@@ -170,7 +171,7 @@ TEST_F(ScheduleEditor, SeveralFilesCanBeChosenForANewEntryOnly) {
     for (const bool isNew : {true, false}) {
         answer = "C:\\Sites\0a.kra\0b.kra\0"s;
         const auto edited = edit(isNew ? std::nullopt : std::optional<std::size_t>(0), [&](HWND sheet) {
-            press(pageOf(sheet, 136), IDC_PROJECT_PATH + 0x4000);
+            press(pageOf(sheet, 136), framework::browseButtonIdOf(IDC_PROJECT_PATH));
             press(sheet, IDOK);
         });
         EXPECT_EQ((askedFlags & OFN_ALLOWMULTISELECT) != 0, isNew);
@@ -185,7 +186,7 @@ TEST_F(ScheduleEditor, SeveralFilesCanBeChosenForANewEntryOnly) {
 TEST_F(ScheduleEditor, TheBrowseDialogIsForProjectsFirst) {
     answer.clear();
     edit(std::nullopt, [&](HWND sheet) {
-        press(pageOf(sheet, 136), IDC_PROJECT_PATH + 0x4000);
+        press(pageOf(sheet, 136), framework::browseButtonIdOf(IDC_PROJECT_PATH));
         press(sheet, IDCANCEL);
     });
     EXPECT_THAT(askedFilter, testing::StartsWith("Corvane Projects (.kra;.krb;.krc)\0*.kra;*.krb;*.krc\0"

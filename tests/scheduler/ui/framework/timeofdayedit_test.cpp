@@ -4,6 +4,7 @@
 #include "scheduler/ui/framework/timeofdayedit.h"
 #include "tests/scheduler/ui/framework/pumping.h"
 #include "tests/scheduler/ui/framework/testdialogs.h"
+#include "tests/support/fakeclock.h"
 #include "tests/support/instants.h"
 
 #include <gtest/gtest.h>
@@ -12,12 +13,6 @@ namespace {
 
 using base::TimeValue;
 using test::typeInto;
-
-class FakeClock : public base::Clock {
-public:
-    TimeValue now() const override { return time; }
-    TimeValue time = TimeValue::fromLocal(2005, 7, 23, 12, 34, 56, -1);
-};
 
 class TimeDialog : public framework::Dialog {
 public:
@@ -34,7 +29,7 @@ class TimeOfDayEdit : public testing::Test {
 protected:
     HWND handle() const { return dialog.edit.handle(); }
 
-    FakeClock clock;
+    test::FakeClock clock{TimeValue::fromLocal(2005, 7, 23, 12, 34, 56, -1)};
     TimeValue field = TimeValue::fromLocal(2001, 2, 3, 9, 30, 0, -1);
     TimeDialog dialog{field, clock};
 };
@@ -68,7 +63,7 @@ TEST_F(TimeOfDayEdit, LosingTheFocusUntouchedItStaysAsItIs) {
 
 TEST_F(TimeOfDayEdit, UntouchedItStaysAsItIsOnTheDaysOnWhichTheClockIsChanged) {
     for (const std::int32_t change : test::clockChanges()) {
-        clock.time = TimeValue(change);
+        clock.set(TimeValue(change));
         field = TimeValue::fromLocal(2024, 1, 2, 9, 30, 0, -1);
         ASSERT_TRUE(dialog.open(nullptr));
         const std::string shown = dialog.edit.text();
@@ -83,7 +78,7 @@ TEST_F(TimeOfDayEdit, UntouchedItStaysAsItIsOnTheDaysOnWhichTheClockIsChanged) {
 
 TEST_F(TimeOfDayEdit, WhatItShowsWhenItHasLostTheFocusIsWhatItStores) {
     for (const std::int32_t change : test::clockChanges()) {
-        clock.time = TimeValue(change);
+        clock.set(TimeValue(change));
         ASSERT_TRUE(dialog.open(nullptr));
         SetWindowTextA(handle(), "2105");
         SendMessageA(handle(), WM_KILLFOCUS, 0, 0);
