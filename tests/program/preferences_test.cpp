@@ -4,6 +4,7 @@
 #include "lib/base/registry.h"
 #include "lib/base/trayicon.h"
 #include "resources/ids.h"
+#include "tests/program/listdriver.h"
 #include "tests/program/scheduledriver.h"
 
 #include <gtest/gtest.h>
@@ -194,8 +195,14 @@ TEST_F(PreferencesAndAbout, TheEngineObeysAChangedPolicyAtOnce) {
     ASSERT_TRUE(scheduler_.start("/s"));
     SendMessageA(scheduler_.window(), base::WM_TRAY_NOTIFY, 0, WM_LBUTTONDBLCLK);
     ASSERT_TRUE(waitUntil([&] { return spider.logged("slow.kra") == 1; }));
-    Sleep(2500); // a tick or two, in which the second project is due
-    EXPECT_EQ(spider.logged("quick.kra"), 0U) << "it waits for the first";
+    constexpr WPARAM engineTimer = 1;
+    for (int tick = 0; tick < 2; ++tick)
+        SendMessageA(scheduler_.window(), WM_TIMER, engineTimer, 0);
+    constexpr int nextRunColumn = 3;
+    const driver::ListDriver list(scheduler_.window());
+    EXPECT_EQ(list.cell(0, nextRunColumn), "Running");
+    EXPECT_NE(list.cell(1, nextRunColumn), "Running") << "it waits for the first";
+    EXPECT_EQ(spider.logged("quick.kra"), 0U);
 
     open(IDM_PREFERENCES);
     click(IDC_RUN_BESIDE_FIRST);
