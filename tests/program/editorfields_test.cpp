@@ -39,6 +39,8 @@ protected:
     }
 
     void expectOnlyControlsOf(ScheduleKind kind) const {
+        // The idle pass shows one control after the other, and is over when the next message is answered.
+        SendMessageA(editor_.sheet(), WM_NULL, 0, 0);
         for (int other = 0; other < 6; ++other)
             for (const int id : controlsOfKinds[other]) {
                 EXPECT_EQ(editor_.isShown(id), other == static_cast<int>(kind)) << id;
