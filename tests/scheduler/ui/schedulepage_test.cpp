@@ -21,6 +21,17 @@ protected:
     }
 };
 
+/// Which controls a page was asked to give the focus to; while it cannot be seen, none gets it.
+class FocusRequests : public framework::MessageFilter {
+public:
+    framework::Handled filterMessage(framework::Window&, const framework::Message& message) override {
+        if (message.id == WM_NEXTDLGCTL)
+            asked.push_back(reinterpret_cast<HWND>(message.wParam));
+        return std::nullopt;
+    }
+    std::vector<HWND> asked;
+};
+
 TEST_F(SchedulePage, TheListShowsTheOtherEntriesByTheirNamesEachForItsPosition) {
     addToSchedule({"C:\\Sites\\news.kra", "run:backup.exe", "C:\\Sites\\old shop.krb"});
     record.afterIndex = 2;
@@ -160,12 +171,16 @@ TEST_F(SchedulePage, EveryWeekdayIsItsOwnBoxMondayFirst) {
 TEST_F(SchedulePage, DailyWithoutADayIsRefusedAndTheFocusGoesToMonday) {
     record.weekdays = {};
     open(ScheduleKind::Daily);
+    FocusRequests focus;
+    page->addFilter(focus);
     EXPECT_FALSE(page->check());
     ASSERT_EQ(test::shownMessages.size(), 1U);
     EXPECT_EQ(test::shownMessages[0].text, "You must choose at least one day of the week.");
     EXPECT_EQ(test::shownMessages[0].caption, base::applicationName);
     EXPECT_EQ(test::shownMessages[0].owner, page->handle());
     EXPECT_EQ(test::shownMessages[0].flags & MB_TYPEMASK, static_cast<UINT>(MB_OK));
+    EXPECT_THAT(focus.asked, ElementsAre(host->item(IDC_MONDAY)));
+    page->removeFilter(focus);
 
     test::shownMessages.clear();
     host->click(IDC_SUNDAY);
