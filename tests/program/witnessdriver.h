@@ -40,7 +40,6 @@ public:
     LONG commands() const { return notes_->commands; }
     UINT lastCommand() const { return notes_->lastCommand; }
     LONG ticks() const { return notes_->ticks; }
-    LONG helps() const { return notes_->helps; }
     LONG menus() const { return notes_->menus; }
 
     /// Counts what the process holds; both numbers stand until the next time.

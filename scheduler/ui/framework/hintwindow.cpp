@@ -66,6 +66,9 @@ void reportLeaveOf(HWND owner) {
 HintWindow::~HintWindow() {
     if (Window* owner = Window::of(owner_))
         owner->removeFilter(*this);
+    // A region goes with its window, but under Wine it stays behind.
+    if (handle())
+        SetWindowRgn(handle(), nullptr, FALSE);
 }
 
 bool HintWindow::show(Window* owner, const Hint& hint) {

@@ -25,7 +25,6 @@ struct Notes {
     LONG commands = 0; ///< commands sent to the main window
     UINT lastCommand = 0;
     LONG ticks = 0; ///< of the main window's timer, taken from the queue
-    LONG helps = 0; ///< requests for help sent to the main window
 
     DWORD userObjects = 0; ///< when they were counted last
     DWORD gdiObjects = 0;

@@ -93,8 +93,6 @@ extern "C" __declspec(dllexport) LRESULT CALLBACK onSent(int code, WPARAM wParam
         notes()->lastCommand = LOWORD(message.wParam);
         ++notes()->commands;
     }
-    if (code == HC_ACTION && notes() && message.message == WM_HELP && !GetParent(message.hwnd))
-        ++notes()->helps;
     static const UINT dropMessage = RegisterWindowMessageA(witness::dropMessage);
     if (code == HC_ACTION && notes() && message.message == dropMessage)
         dropFiles(message.hwnd);

@@ -1,5 +1,6 @@
 #include "lib/base/base.h"
 #include "lib/base/registry.h"
+#include "resources/ids.h"
 #include "scheduler/model/schedulefile.h"
 #include "scheduler/ui/mainwindow.h"
 #include "scheduler/ui/programtexts.h"
@@ -22,6 +23,7 @@ bool timersFail = false;
 std::vector<std::pair<UINT_PTR, UINT>> timers; ///< of windows: ids and milliseconds
 DWORD mainStyle = 0;                           ///< what the main window was created with
 int icons = 0;
+int helps = 0;
 
 UINT_PTR WINAPI notedTimer(HWND window, UINT_PTR id, UINT milliseconds, TIMERPROC procedure) {
     static const auto original = test::platformFunction<decltype(&SetTimer)>("user32.dll", "SetTimer");
@@ -42,6 +44,13 @@ HWND WINAPI notedCreation(DWORD extendedStyle, LPCSTR className, LPCSTR title, D
                     parameter);
 }
 
+BOOL WINAPI countedHelp(HWND, LPCSTR file, UINT command, ULONG_PTR) {
+    EXPECT_TRUE(std::string(file).ends_with("\\scheduler.hlp"));
+    EXPECT_EQ(command, UINT{HELP_KEY});
+    ++helps;
+    return TRUE;
+}
+
 BOOL WINAPI countedIcon(DWORD message, NOTIFYICONDATAA*) {
     icons += message == NIM_ADD ? 1 : message == NIM_DELETE ? -1 : 0;
     return TRUE;
@@ -51,6 +60,7 @@ BOOL WINAPI countedIcon(DWORD message, NOTIFYICONDATAA*) {
 
 SCHEDULER_REPLACE_IMPORT(SetTimer, "_SetTimer@16", notedTimer);
 SCHEDULER_REPLACE_IMPORT(CreateWindowExA, "_CreateWindowExA@48", notedCreation);
+SCHEDULER_REPLACE_IMPORT(WinHelpA, "_WinHelpA@16", countedHelp);
 SCHEDULER_REPLACE_IMPORT(Shell_NotifyIconA, "_Shell_NotifyIconA@8", countedIcon);
 
 namespace {
@@ -89,6 +99,14 @@ TEST_F(MainWindow, IsAnOrdinaryWindowThatIsCreatedVisible) {
     ASSERT_TRUE(window.start("", SW_SHOWNOACTIVATE));
     EXPECT_EQ(mainStyle, 0x12CF0000U);
     EXPECT_TRUE(IsWindowVisible(window.handle()));
+}
+
+TEST_F(MainWindow, TheHelpCommandAsksForTheProgramsHelp) {
+    scheduler::MainWindow window;
+    ASSERT_TRUE(window.start("/s", SW_SHOW));
+    helps = 0;
+    SendMessageA(window.handle(), WM_COMMAND, IDM_HELP, 0);
+    EXPECT_EQ(helps, 1);
 }
 
 TEST_F(MainWindow, AStartAtLogOnLeavesTheKeyboardWhereItIs) {

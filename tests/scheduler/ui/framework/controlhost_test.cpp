@@ -204,7 +204,7 @@ public:
 
 TEST(HostStart, ADialogThatCouldNotBeLoadedIsCancelledUnseen) {
     FailingDialog dialog;
-    EXPECT_FALSE(dialog.open(nullptr));
+    ASSERT_FALSE(dialog.open(nullptr));
     EXPECT_EQ(dialog.handle(), nullptr);
     EXPECT_EQ(dialog.runModal(nullptr), IDCANCEL);
 }
