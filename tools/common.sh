@@ -72,7 +72,13 @@ make_use() {
 end_use() { [[ -z $use ]] || remove_use "$use"; }
 
 remove_use() { # FOLDER
+    local tries
     remove_server "$1/prefix"
+    # A process of the prefix that is just being killed may still write into it.
+    for ((tries = 0; tries < 20; tries++)); do
+        rm -rf --one-file-system "$1" 2> /dev/null && return
+        sleep 0.2
+    done
     rm -rf --one-file-system "$1"
 }
 
