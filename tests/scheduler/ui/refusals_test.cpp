@@ -148,15 +148,15 @@ void expectNothingLostBy(const char* name, const Action& act) {
     refused.clear();
 }
 
-TEST(MainWindowRefusals, WithoutTheWindowOrItsListThereIsNoProgram) {
-    for (const char* const name : {"scheduler", WC_LISTVIEWA}) {
+TEST(MainWindowRefusals, WithoutTheWindowItsListOrItsMenuThereIsNoProgram) {
+    for (const char* const name : {"scheduler", WC_LISTVIEWA, "LoadMenuA"}) {
         expectNothingLostBy(name, [] { EXPECT_FALSE(live()); });
         EXPECT_TRUE(live()) << "another attempt";
     }
 }
 
 TEST(MainWindowRefusals, WithoutWhatIsNotNeededTheProgramRuns) {
-    for (const char* const name : {"LoadMenuA", "LoadImageA", "Shell_NotifyIconA", "SetWindowsHookExA"})
+    for (const char* const name : {"LoadImageA", "Shell_NotifyIconA", "SetWindowsHookExA"})
         expectNothingLostBy(name, [] { EXPECT_TRUE(live()); });
 }
 
@@ -173,9 +173,6 @@ TEST(HintRefusals, AHintIsShownWithoutItsPicture) {
         expectNothingLostBy(name, [] {
             framework::Hint hint;
             hint.text = "a text";
-            // A window keeps the region of its outline, which Wine never frees.
-            if (refused != "CreateRoundRectRgn")
-                hint.style = framework::HintStyle::Plain;
             EXPECT_TRUE(framework::HintWindow::show(nullptr, hint));
             EnumThreadWindows(GetCurrentThreadId(), &paintAndClose, 0);
         });
