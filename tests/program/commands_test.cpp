@@ -547,12 +547,6 @@ TEST_F(Commands, ArrowsMoveTheSelection) {
     EXPECT_THAT(list().selectedRows(), ElementsAre(2));
 }
 
-TEST_F(Commands, HelpAsksForTheProgramsOwn) {
-    startWith({});
-    carryOut(IDM_HELP);
-    EXPECT_TRUE(scheduler_.isRunning());
-}
-
 TEST_F(Commands, ANewTaskbarGetsTheIconAgain) {
     startWith({});
     const UINT made = RegisterWindowMessageA("TaskbarCreated");
