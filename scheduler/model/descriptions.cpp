@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <string_view>
 
 namespace scheduler {
@@ -13,6 +14,16 @@ namespace {
 
 const std::string unknown = "(unknown)";
 const std::string never = "Never";
+
+constexpr std::int32_t wholeDay = 86400;
+// The days of every zone begin at one.
+constexpr std::int32_t quarterOfAnHour = 900;
+
+/// The first moment after `now` that is a whole number of steps from `origin`.
+base::TimeValue nextOfGrid(base::TimeValue now, base::TimeValue origin, std::int32_t step) {
+    const std::int64_t steps = (std::int64_t{now.seconds()} - origin.seconds()) % step;
+    return now + base::TimeSpan::fromSeconds(static_cast<std::int32_t>(steps < 0 ? -steps : step - steps));
+}
 
 bool hasRun(const ScheduledProject& entry) {
     return entry.lastRun != base::TimeValue() && entry.lastRun != base::TimeValue::never();
@@ -153,12 +164,14 @@ std::string describeLastRun(const ScheduledProject& entry, const base::Clock& cl
     return hasRun(entry) ? base::formatRelative(entry.lastRun, clock.now()) : never;
 }
 
-TimeAspect timeAspectOf(const ScheduledProject& entry, base::TimeValue now) {
-    // The calendar is asked only about what is shown as a time.
-    const auto daysTo = [now](base::TimeValue t) {
-        return t == base::TimeValue() || t == base::TimeValue::never() ? 0 : base::relativeDay(now, t);
-    };
-    return {now >= entry.nextRun, daysTo(entry.nextRun), daysTo(entry.lastRun), now.year()};
+base::TimeValue phrasesHoldUntil(const ScheduledProject& entry, base::TimeValue now) {
+    base::TimeValue until = nextOfGrid(now, base::TimeValue(), quarterOfAnHour);
+    for (const base::TimeValue t : {entry.nextRun, entry.lastRun}) {
+        // The number of whole days to a time changes behind the time of day, that from a time at it.
+        for (const std::int32_t behind : {0, 1})
+            until = std::min(until, nextOfGrid(now, t + base::TimeSpan::fromSeconds(behind), wholeDay));
+    }
+    return until;
 }
 
 } // namespace scheduler

@@ -28,17 +28,8 @@ std::string describeNextRun(const ScheduledProject& entry, const ScheduleList& s
 std::string describeLastRun(const ScheduledProject& entry, base::TimeValue now);
 std::string describeLastRun(const ScheduledProject& entry, const base::Clock& clock);
 
-/// All that the passing of time alone changes in an entry's phrases: while this and the entry stay the same,
-/// so do they. Costs a fraction of making them.
-struct TimeAspect {
-    bool isDue = false;
-    int daysToNextRun = 0;
-    int daysToLastRun = 0;
-    int thisYear = 0;
-
-    friend bool operator==(const TimeAspect&, const TimeAspect&) = default;
-};
-
-TimeAspect timeAspectOf(const ScheduledProject& entry, base::TimeValue now);
+/// Until when an entry's phrases as of `now` stay as they are, unless the entry changes: later than `now`, by
+/// a quarter of an hour at most. Costs a fraction of making them, for it asks no calendar.
+base::TimeValue phrasesHoldUntil(const ScheduledProject& entry, base::TimeValue now);
 
 } // namespace scheduler

@@ -161,7 +161,8 @@ Handled MainWindow::onNotify(const NMHDR& notification) {
 }
 
 void MainWindow::onTimer() {
-    KillTimer(handle(), pausedTickTimer);
+    if (std::exchange(tickPaused_, false))
+        KillTimer(handle(), pausedTickTimer);
     tickBegan_ = std::chrono::steady_clock::now();
     // A tick may change many entries; what it comes to is shown once, at its end.
     {
@@ -187,7 +188,7 @@ bool MainWindow::wantsTickToPause() {
     if (std::chrono::steady_clock::now() - tickBegan_ < longestTick)
         return false;
     // A timer's message comes when no other is waiting: the user's come first.
-    SetTimer(handle(), pausedTickTimer, USER_TIMER_MINIMUM, nullptr);
+    tickPaused_ = SetTimer(handle(), pausedTickTimer, USER_TIMER_MINIMUM, nullptr) != 0;
     return true;
 }
 

@@ -80,6 +80,7 @@ private:
     bool placed_ = false;
     bool inTick_ = false;
     bool changedInTick_ = false;
+    bool tickPaused_ = false;
     std::chrono::steady_clock::time_point tickBegan_;
 };
 

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 namespace scheduler {
 namespace {
@@ -134,7 +135,7 @@ void ScheduleListView::focusEntry(std::size_t entry) {
 }
 
 ScheduleListView::PaintedRow ScheduleListView::rowAsOf(base::TimeValue now, std::size_t row) const {
-    PaintedRow painted{rows_.timeAspect(row, now), {}};
+    PaintedRow painted{now, rows_.textsHoldUntil(row, now), {}};
     for (std::size_t column = 0; column < columnCount; ++column)
         painted.texts[column] = rows_.text(row, static_cast<ScheduleColumn>(column));
     return painted;
@@ -149,9 +150,9 @@ void ScheduleListView::refresh() {
         const std::size_t row = firstPainted_ + i;
         if (row >= rows_.size())
             break;
-        const PaintedRow current = rowAsOf(now, row);
+        PaintedRow current = rowAsOf(now, row);
         if (painted_[i].texts == current.texts)
-            painted_[i].aspect = current.aspect;
+            painted_[i] = std::move(current);
         else
             ListView_RedrawItems(list, static_cast<int>(row), static_cast<int>(row));
     }
@@ -160,11 +161,11 @@ void ScheduleListView::refresh() {
 
 void ScheduleListView::onTimePassed() {
     const base::TimeValue now = rows_.now();
-    for (std::size_t i = 0; i < painted_.size() && firstPainted_ + i < rows_.size(); ++i)
-        if (painted_[i].aspect != rows_.timeAspect(firstPainted_ + i, now)) {
-            refresh();
-            return;
-        }
+    // A clock that was set back is before what the texts hold from.
+    const bool allHold = std::ranges::all_of(
+        painted_, [now](const PaintedRow& row) { return row.from <= now && now < row.until; });
+    if (!allHold)
+        refresh();
 }
 
 void ScheduleListView::onRowsDeleted() {

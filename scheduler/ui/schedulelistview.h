@@ -51,7 +51,8 @@ public:
 private:
     using RowTexts = std::array<std::string, columnCount>;
     struct PaintedRow {
-        TimeAspect aspect; ///< not later than the texts
+        base::TimeValue from; ///< not later than the texts, which hold from then
+        base::TimeValue until;
         RowTexts texts;
     };
 

@@ -23,8 +23,8 @@ std::string ScheduleRows::text(std::size_t row, ScheduleColumn column) const {
     return entryText(order_[row], column);
 }
 
-TimeAspect ScheduleRows::timeAspect(std::size_t row, base::TimeValue now) const {
-    return timeAspectOf(schedule_[order_[row]], now);
+base::TimeValue ScheduleRows::textsHoldUntil(std::size_t row, base::TimeValue now) const {
+    return phrasesHoldUntil(schedule_[order_[row]], now);
 }
 
 std::string ScheduleRows::entryText(std::size_t position, ScheduleColumn column) const {

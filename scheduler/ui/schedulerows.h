@@ -42,8 +42,8 @@ public:
 
     /// The moment as which the texts see the present.
     base::TimeValue now() const { return state_().clock->now(); }
-    /// What time alone changes in the row's texts.
-    TimeAspect timeAspect(std::size_t row, base::TimeValue now) const;
+    /// Until when the row's texts as of `now` hold if the entry does not change.
+    base::TimeValue textsHoldUntil(std::size_t row, base::TimeValue now) const;
 
     /// Sorts by the cells' texts as shown, byte by byte: ascending, or the other way round when the rows are
     /// sorted by this column already. Equal texts stand in the schedule's order.

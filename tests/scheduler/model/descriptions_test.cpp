@@ -317,27 +317,32 @@ TEST_F(DescriptionsTest, TheLastRunFollowsTheClock) {
     EXPECT_NE(describeLastRun(entry, clock), today);
 }
 
-TEST_F(DescriptionsTest, WhileTheTimeAspectStaysSoDoThePhrases) {
-    ScheduledProject entry;
-    entry.kind = ScheduleKind::Once;
-    entry.nextRun = someTime() + TimeSpan::fromDays(3);
-    entry.lastRun = someTime() - TimeSpan::fromDays(2);
-    scheduler::TimeAspect aspect;
-    std::string phrases;
+TEST_F(DescriptionsTest, ThePhrasesHoldForAsLongAsIsSaid) {
     int changes = 0;
-    // Finely while the phrases count days, coarsely over a change of the year.
-    for (std::int32_t seconds = 0; seconds < 400 * 86400; seconds += seconds < 4 * 86400 ? 29 : 4099) {
-        clock.set(someTime() + TimeSpan::fromSeconds(seconds));
-        const auto currentAspect = scheduler::timeAspectOf(entry, clock.now());
-        const auto currentPhrases = describeNextRun(entry, list, state) + describeLastRun(entry, clock);
-        if (currentAspect == aspect) {
-            ASSERT_EQ(currentPhrases, phrases) << seconds << " seconds later";
+    int looks = 0;
+    for (const std::int32_t daysAhead : {-400, -3, 0, 2, 364, 366}) {
+        ScheduledProject entry;
+        entry.kind = ScheduleKind::Once;
+        entry.nextRun = TimeValue(someTime().seconds() + daysAhead * 86400 + 4711);
+        entry.lastRun = TimeValue(someTime().seconds() - 815);
+        const auto phrasesAt = [&](TimeValue now) {
+            clock.set(now);
+            return describeNextRun(entry, list, state) + describeLastRun(entry, clock);
+        };
+        std::string before;
+        const TimeValue end = someTime() + TimeSpan::fromDays(5);
+        for (TimeValue now = someTime(), until; now < end; now = until) {
+            until = scheduler::phrasesHoldUntil(entry, now);
+            ASSERT_GT(until, now);
+            const std::string phrases = phrasesAt(now);
+            ASSERT_EQ(phrasesAt(TimeValue(until.seconds() - 1)), phrases) << daysAhead << ' ' << now.seconds();
+            changes += phrases != before;
+            ++looks;
+            before = phrases;
         }
-        changes += currentPhrases != phrases;
-        aspect = currentAspect;
-        phrases = currentPhrases;
     }
-    EXPECT_GT(changes, 5);
+    EXPECT_GE(changes, 6 * 3 + 1 + 3) << "today, yesterday, earlier; now; tomorrow, today, now";
+    EXPECT_LT(looks, 6 * 5 * (96 + 4 + 1)) << "quarters of an hour and two times a day";
 }
 
 TEST_F(DescriptionsTest, DescribingChangesNothing) {
