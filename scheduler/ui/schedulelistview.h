@@ -51,8 +51,10 @@ public:
 private:
     using RowTexts = std::array<std::string, columnCount>;
     struct PaintedRow {
-        base::TimeValue from; ///< not later than the texts, which hold from then
-        base::TimeValue until;
+        /// From when, not later than they were made, until when the texts hold: for ever while none is
+        /// painted.
+        base::TimeValue from;
+        base::TimeValue until = base::TimeValue::never();
         RowTexts texts;
     };
 

@@ -335,7 +335,8 @@ TEST_F(DescriptionsTest, ThePhrasesHoldForAsLongAsIsSaid) {
             until = scheduler::phrasesHoldUntil(entry, now);
             ASSERT_GT(until, now);
             const std::string phrases = phrasesAt(now);
-            ASSERT_EQ(phrasesAt(TimeValue(until.seconds() - 1)), phrases) << daysAhead << ' ' << now.seconds();
+            ASSERT_EQ(phrasesAt(TimeValue(until.seconds() - 1)), phrases)
+                << daysAhead << ' ' << now.seconds();
             changes += phrases != before;
             ++looks;
             before = phrases;

@@ -50,7 +50,11 @@ public:
 
     FakeClock clock{base::TimeValue(1'000'000)};
     scheduler::ScheduleList schedule;
-    scheduler::ScheduleRows rows{schedule, [this] { return scheduler::EngineState{false, false, &clock}; }};
+    int stateQueries = 0; ///< how often the rows have asked for the engine's state, each text of a time once
+    scheduler::ScheduleRows rows{schedule, [this] {
+                                     ++stateQueries;
+                                     return scheduler::EngineState{false, false, &clock};
+                                 }};
     scheduler::ScheduleListView list{rows};
 
 private:

@@ -43,6 +43,25 @@ TEST_F(ScheduleListView, TheSelectedEntriesAscendWhateverTheOrderOfTheRows) {
     EXPECT_THAT(window_.list.selectedEntries(), ElementsAre(0, 2));
 }
 
+TEST_F(ScheduleListView, WhereTimeChangesNoTextItMakesNone) {
+    for (int i = 0; i < 200; ++i)
+        window_.add("more");
+    RECT row{};
+    ListView_GetItemRect(window_.list.handle(), 0, &row, LVIR_BOUNDS);
+    // Whether the lowest row is cut off by the window's edge, hidden behind it or shown whole.
+    for (int height = 150; height <= 150 + row.bottom - row.top; ++height) {
+        window_.list.moveTo({0, 0, 640, height});
+        UpdateWindow(window_.list.handle());
+        window_.list.onTimePassed();
+        window_.stateQueries = 0;
+        window_.list.onTimePassed();
+        EXPECT_EQ(window_.stateQueries, 1) << "the clock alone, at a height of " << height;
+    }
+    window_.clock.advance(base::TimeSpan::fromMinutes(15));
+    window_.list.onTimePassed();
+    EXPECT_GT(window_.stateQueries, 10) << "they may have changed";
+}
+
 TEST_F(ScheduleListView, AfterADeletionItScrollsAndPaintsWhatIsLeft) {
     for (int i = 0; i < 200; ++i)
         window_.add("more");
