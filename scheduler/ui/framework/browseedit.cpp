@@ -6,6 +6,7 @@
 #include "scheduler/ui/framework/browselayout.h"
 #include "scheduler/ui/framework/chosenfiles.h"
 #include "scheduler/ui/framework/controlhost.h"
+#include "scheduler/ui/framework/filedialog.h"
 #include "scheduler/ui/framework/textextent.h"
 
 #include <cderr.h>
@@ -33,9 +34,9 @@ std::string askForFiles(OPENFILENAMEA request, std::string text) {
         text.copy(answer.data(), answer.size() - 1);
         request.lpstrFile = answer.data();
         request.nMaxFile = static_cast<DWORD>(answer.size());
-        if (GetOpenFileNameA(&request))
+        if (openFileDialog(request))
             return answer;
-        const DWORD error = CommDlgExtendedError();
+        const DWORD error = fileDialogError();
         if (error == FNERR_INVALIDFILENAME && !text.empty())
             text.clear(); // it does not start from what cannot be a file's name, as the text of several files
         else if (error == FNERR_BUFFERTOOSMALL && size < longestAnswer)

@@ -3,16 +3,15 @@
 #include "scheduler/run/dialupconnector.h"
 #include "scheduler/ui/dialogs.h"
 #include "scheduler/ui/framework/browselayout.h"
+#include "scheduler/ui/framework/filedialog.h"
 #include "scheduler/ui/framework/windowclass.h"
 #include "scheduler/ui/scheduleeditor.h"
 #include "tests/scheduler/ui/framework/drawnitem.h"
 #include "tests/scheduler/ui/whileopen.h"
 #include "tests/support/filledentry.h"
-#include "tests/support/importedfunctions.h"
 
 #include <windows.h>
 
-#include <commdlg.h>
 #include <prsht.h>
 
 #include <gmock/gmock.h>
@@ -27,17 +26,24 @@ std::string answer; // of the Browse dialog
 DWORD askedFlags = 0;
 std::string askedFilter;
 
-BOOL WINAPI simulatedOpenFileName(OPENFILENAMEA* request) {
-    askedFlags = request->Flags;
-    askedFilter.assign(request->lpstrFilter, 98);
-    answer.copy(request->lpstrFile, request->nMaxFile);
-    request->lpstrFile[answer.size()] = '\0';
+} // namespace
+
+// Stands in for the platform's dialog.
+namespace framework {
+
+bool openFileDialog(OPENFILENAMEA& request) {
+    askedFlags = request.Flags;
+    askedFilter.assign(request.lpstrFilter, 98);
+    answer.copy(request.lpstrFile, request.nMaxFile);
+    request.lpstrFile[answer.size()] = '\0';
     return !answer.empty();
 }
 
-} // namespace
+DWORD fileDialogError() {
+    return 0;
+}
 
-SCHEDULER_REPLACE_IMPORT(GetOpenFileNameA, "_GetOpenFileNameA@4", simulatedOpenFileName);
+} // namespace framework
 
 // Stands in for the connector that asks the platform: its phone book has two entries.
 namespace scheduler {

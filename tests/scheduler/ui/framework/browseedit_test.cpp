@@ -2,6 +2,7 @@
 #include "lib/base/opsys.h"
 #include "scheduler/ui/framework/browseedit.h"
 #include "scheduler/ui/framework/dialog.h"
+#include "scheduler/ui/framework/filedialog.h"
 #include "tests/scheduler/ui/framework/testdialogs.h"
 #include "tests/support/importedfunctions.h"
 
@@ -15,7 +16,7 @@
 
 namespace {
 
-std::function<BOOL(OPENFILENAMEA&)> simulatedDialog;
+std::function<bool(OPENFILENAMEA&)> simulatedDialog;
 DWORD simulatedError = 0;
 
 struct ShownMessage {
@@ -26,14 +27,6 @@ struct ShownMessage {
 };
 std::vector<ShownMessage> shownMessages;
 
-BOOL WINAPI simulatedOpenFileName(OPENFILENAMEA* request) {
-    return simulatedDialog(*request);
-}
-
-DWORD WINAPI simulatedExtendedError() {
-    return simulatedError;
-}
-
 int WINAPI simulatedMessageBox(HWND owner, LPCSTR text, LPCSTR caption, UINT flags) {
     shownMessages.push_back({owner, text, caption, flags});
     return IDOK;
@@ -41,8 +34,19 @@ int WINAPI simulatedMessageBox(HWND owner, LPCSTR text, LPCSTR caption, UINT fla
 
 } // namespace
 
-SCHEDULER_REPLACE_IMPORT(GetOpenFileNameA, "_GetOpenFileNameA@4", simulatedOpenFileName);
-SCHEDULER_REPLACE_IMPORT(CommDlgExtendedError, "_CommDlgExtendedError@0", simulatedExtendedError);
+// Stands in for the platform's dialog.
+namespace framework {
+
+bool openFileDialog(OPENFILENAMEA& request) {
+    return simulatedDialog(request);
+}
+
+DWORD fileDialogError() {
+    return simulatedError;
+}
+
+} // namespace framework
+
 SCHEDULER_REPLACE_IMPORT(MessageBoxA, "_MessageBoxA@16", simulatedMessageBox);
 
 namespace {
@@ -74,7 +78,7 @@ protected:
     void choose(const std::string& answer) {
         simulatedDialog = [&](OPENFILENAMEA& request) {
             answer.copy(request.lpstrFile, request.nMaxFile);
-            return TRUE;
+            return true;
         };
         SendMessageA(button(), BM_CLICK, 0, 0);
     }
@@ -141,7 +145,7 @@ TEST_F(BrowseEdit, OpensThePlatformsDialogAsDeclared) {
         EXPECT_EQ(std::string(request.lpstrFilter, 22), "All Files (*.*)\0*.*\0\0\0"s);
         EXPECT_EQ(request.Flags, DWORD{OFN_FILEMUSTEXIST | OFN_PATHMUSTEXIST | OFN_HIDEREADONLY |
                                        OFN_EXPLORER | OFN_ENABLEHOOK | OFN_ALLOWMULTISELECT});
-        return FALSE;
+        return false;
     };
     SendMessageA(button(), BM_CLICK, 0, 0);
     EXPECT_EQ(calls, 1);
@@ -150,7 +154,7 @@ TEST_F(BrowseEdit, OpensThePlatformsDialogAsDeclared) {
     dialog.edit.removeFlags(OFN_ALLOWMULTISELECT);
     simulatedDialog = [&](OPENFILENAMEA& request) {
         EXPECT_FALSE(request.Flags & OFN_ALLOWMULTISELECT);
-        return FALSE;
+        return false;
     };
     SendMessageA(button(), BM_CLICK, 0, 0);
 }
@@ -169,7 +173,7 @@ TEST_F(BrowseEdit, TheDialogIsCentredWhenItIsReady) {
         EXPECT_EQ(place.left, 5) << "not before";
         notice.hdr.code = CDN_INITDONE;
         request.lpfnHook(hook, WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&notice));
-        return FALSE;
+        return false;
     };
     SendMessageA(button(), BM_CLICK, 0, 0);
     RECT place{};
@@ -222,7 +226,7 @@ TEST_F(BrowseEdit, ATextThatTheDialogRefusesIsLeftOut) {
     std::string asked;
     simulatedDialog = [&](OPENFILENAMEA& request) {
         asked += "<" + std::string(request.lpstrFile) + ">";
-        return FALSE;
+        return false;
     };
     SendMessageA(button(), BM_CLICK, 0, 0);
     EXPECT_EQ(asked, "<\"C:\\one.kra\" \"C:\\two.kra\">") << "the user cancelled";
@@ -250,10 +254,10 @@ TEST_F(BrowseEdit, AnAnswerTooLongForTheBufferIsAskedForAgainWithALargerOne) {
             simulatedError = FNERR_BUFFERTOOSMALL;
             const auto needed = static_cast<WORD>(answer.size()); // as far as two bytes can tell
             std::memcpy(request.lpstrFile, &needed, sizeof needed);
-            return FALSE;
+            return false;
         }
         answer.copy(request.lpstrFile, answer.size());
-        return TRUE;
+        return true;
     };
     SendMessageA(button(), BM_CLICK, 0, 0);
     EXPECT_EQ(sizes.size(), 2U);
@@ -268,7 +272,7 @@ TEST_F(BrowseEdit, AnAnswerTooLongForAnyBufferLeavesTheTextAsItWas) {
         ++calls;
         simulatedError = FNERR_BUFFERTOOSMALL;
         request.lpstrFile[0] = request.lpstrFile[1] = '\xFF';
-        return FALSE;
+        return false;
     };
     SendMessageA(button(), BM_CLICK, 0, 0);
     EXPECT_EQ(calls, 2) << "not for ever";
