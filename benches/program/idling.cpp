@@ -29,6 +29,8 @@ std::vector<scheduler::ScheduledProject> idleEntries() {
 }
 
 void idle(const std::string& how, const std::string& switches, WORD emptyShow, int seconds) {
+    // Under Wine a window asks several times a second where the pointer is while it rests there.
+    SetCursorPos(GetSystemMetrics(SM_CXSCREEN) - 1, GetSystemMetrics(SM_CYSCREEN) - 1);
     WindowProcess program(schedulerCommand() + switches, schedulerClass);
     WindowProcess empty(emptyProgramCommand(entryCount), emptyProgramClass, emptyShow);
     program.waitUntilThere();
