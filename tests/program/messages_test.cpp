@@ -197,6 +197,26 @@ TEST_F(ForeignMessages, AllRequestsToLeaveAreOneQuestion) {
     EXPECT_TRUE(saved() == pending_);
 }
 
+TEST_F(ForeignMessages, WhatIsOnlySentDoesNoHarmWhileAMessageBoxOrMenuStands) {
+    // Both are opened by messages that were sent, which pass by the program's own loop.
+    SendNotifyMessageA(window(), base::WM_TRAY_NOTIFY, 0, WM_RBUTTONDOWN);
+    ASSERT_TRUE(waitUntil([&] { return scheduler_.isMenuOpen(); }));
+    for (const UINT message : {UINT{WM_NOTIFY}, UINT{WM_NCDESTROY}})
+        postWithOddParameters(message);
+    PostMessageA(window(), WM_CANCELMODE, 0, 0);
+    ASSERT_TRUE(waitUntil([&] { return !scheduler_.isMenuOpen(); }));
+
+    logOff();
+    ASSERT_TRUE(dialogsAre(1));
+    for (const UINT message : {UINT{WM_NOTIFY}, UINT{WM_NCDESTROY}})
+        postWithOddParameters(message);
+    ASSERT_TRUE(handlesAll());
+    SchedulerProcess::press(scheduler_.dialogs()[0], IDNO);
+    ASSERT_TRUE(dialogsAre(0));
+    EXPECT_TRUE(scheduler_.isRunning());
+    EXPECT_EQ(driver::ListDriver(window()).rowCount(), 1);
+}
+
 TEST_F(ForeignMessages, LogOffWhileADialogIsOpenAsksOverIt) {
     for (const int dialog : {IDM_ABOUT, IDM_PREFERENCES, IDM_ADD}) {
         SCOPED_TRACE(dialog);

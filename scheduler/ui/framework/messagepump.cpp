@@ -3,6 +3,8 @@
 #include "scheduler/ui/framework/sentonly.h"
 #include "scheduler/ui/framework/window.h"
 
+#include <optional>
+
 namespace framework {
 namespace {
 
@@ -41,7 +43,6 @@ MessagePump& MessagePump::instance() {
 }
 
 int MessagePump::runMainLoop() {
-    const SentOnlyGuard guard;
     const UINT_PTR timer = SetTimer(nullptr, 0, wakeUpMilliseconds, nullptr);
     MSG message{};
     while (pumpOne(message, nullptr))
@@ -63,10 +64,18 @@ bool MessagePump::pumpOne(MSG& message, Window* modal) {
     const BOOL got = GetMessageA(&message, nullptr, 0, 0);
     if (got == 0 || got == -1)
         return false;
+    nullIfSentOnly(message);
     if (wantsIdlePass(message.message))
         idlePassWanted_ = true;
-    if (!modal || !modal->preTranslate(message))
-        dispatch(message);
+    {
+        // Whoever gets the message may run a loop of the platform's. Timers, which is all that comes to a
+        // program that idles, do not, but for the message boxes of a tick, which have a guard of their own.
+        std::optional<SentOnlyGuard> guard;
+        if (message.message != WM_TIMER)
+            guard.emplace();
+        if (!modal || !modal->preTranslate(message))
+            dispatch(message);
+    }
     if (modal && modal->isModalFinished())
         return false;
     MSG waiting{};

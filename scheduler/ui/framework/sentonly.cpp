@@ -9,13 +9,17 @@ bool isSentOnly(UINT message) {
 }
 
 LRESULT CALLBACK onTaken(int code, WPARAM wParam, LPARAM lParam) noexcept {
-    auto& message = *reinterpret_cast<MSG*>(lParam);
-    if (code == HC_ACTION && isSentOnly(message.message))
-        message.message = WM_NULL;
+    if (code == HC_ACTION)
+        nullIfSentOnly(*reinterpret_cast<MSG*>(lParam));
     return CallNextHookEx(nullptr, code, wParam, lParam);
 }
 
 } // namespace
+
+void nullIfSentOnly(MSG& message) {
+    if (isSentOnly(message.message))
+        message.message = WM_NULL;
+}
 
 SentOnlyGuard::SentOnlyGuard()
     : hook_(SetWindowsHookExA(WH_GETMESSAGE, &onTaken, nullptr, GetCurrentThreadId())) {}

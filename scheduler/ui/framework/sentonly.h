@@ -1,13 +1,19 @@
 // Keeps out of a thread's windows what the platform only ever sends.
+//
+// Any other process can post it: a notification whose address means nothing here, or the death of a window
+// that goes on living. It is taken from the thread's queue as WM_NULL.
 #pragma once
 
 #include <windows.h>
 
 namespace framework {
 
-/// While it exists, messages that the platform only sends are taken from the thread's queue as WM_NULL, in
-/// whatever loop. Any other process can post them: a notification whose address means nothing here, or the
-/// death of a window that goes on living.
+/// For the own loop, on each message that it takes.
+void nullIfSentOnly(MSG& message);
+
+/// For the platform's loops, those of message boxes, menus and controls: while one exists, whatever loop the
+/// thread runs takes such messages as WM_NULL. Not for all the time that a program waits: the platform asks
+/// it about each message then, at several times the price of taking one.
 class SentOnlyGuard {
 public:
     SentOnlyGuard();

@@ -164,4 +164,24 @@ TEST(MessagePump, WhatIsOnlyEverSentDoesNotArriveWhenItIsPosted) {
     EXPECT_EQ(arrived, std::vector<UINT>{WM_NOTIFY});
 }
 
+TEST(MessagePump, NorDoesItInALoopOfThePlatformsThatAMessageBegins) {
+    PumpedWindow window;
+    std::vector<UINT> arrived;
+    window.handler = [&](const Message& message) -> Handled {
+        if (message.id == WM_APP) {
+            PostMessageA(window.handle(), WM_NOTIFY, 0, 4);
+            MSG taken{};
+            while (PeekMessageA(&taken, window.handle(), 0, 0, PM_REMOVE))
+                DispatchMessageA(&taken);
+            PostQuitMessage(0);
+        } else {
+            arrived.push_back(message.id);
+        }
+        return 0;
+    };
+    PostMessageA(window.handle(), WM_APP, 0, 0);
+    MessagePump::instance().runMainLoop();
+    EXPECT_EQ(arrived, std::vector<UINT>{WM_NULL});
+}
+
 } // namespace
