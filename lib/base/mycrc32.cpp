@@ -7,7 +7,7 @@ namespace {
 
 [[maybe_unused]] const bool registered = registerSourceFile(__FILE__, RELEASE_DATE);
 
-constexpr std::array<std::uint32_t, 256> makeTable() {
+consteval std::array<std::uint32_t, 256> makeTable() {
     std::array<std::uint32_t, 256> table{};
     for (std::uint32_t index = 0; index < table.size(); ++index) {
         std::uint32_t remainder = index;

@@ -1,8 +1,7 @@
 #include "scheduler/model/schedulelist.h"
 
 #include <algorithm>
-#include <new>
-#include <stdexcept>
+#include <exception>
 #include <utility>
 
 namespace scheduler {
@@ -19,9 +18,8 @@ std::ptrdiff_t ScheduleList::insert(std::size_t position, ScheduledProject recor
     try {
         if (entries_.size() == entries_.capacity())
             entries_.reserve(grownCapacity(entries_.size() + 1, sizeof(ScheduledProject)));
-    } catch (const std::bad_alloc&) {
-        return noMemory;
-    } catch (const std::length_error&) {
+    } catch (const std::exception&) {
+        // No memory, or more records than the address space holds.
         return noMemory;
     }
     // Those behind move up in one sweep, by their move constructor: a short string holds its text within

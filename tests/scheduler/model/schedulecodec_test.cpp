@@ -161,6 +161,20 @@ TEST(EncodedSchedule, EndsAtThePieceThatIsRefused) {
     EXPECT_EQ(pieces, 1);
 }
 
+TEST(EncodedSchedule, EndsAtTheHeaderWhenThatIsRefused) {
+    const std::vector<ScheduledProject> entries(3);
+    for (const std::size_t size : {1U, 4U, 7U, 8U}) {
+        // The magic is refused first, then the count.
+        for (std::size_t accepted = 0; accepted * size < headerSize; ++accepted) {
+            Bytes buffer(size);
+            std::size_t pieces = 0;
+            EXPECT_FALSE(scheduler::encodeSchedule(
+                entries, buffer, [&](std::span<const std::byte>) { return pieces++ < accepted; }));
+            EXPECT_EQ(pieces, accepted + 1) << size;
+        }
+    }
+}
+
 // Reading back
 
 TEST_F(DecodingTest, EveryFieldComesBack) {

@@ -334,6 +334,23 @@ TEST(ScheduleList, ObserversLearnOfALoad) {
     list.assign({named("a"), named("b")});
 }
 
+TEST(ScheduleList, AnObserverNeedNotCareForWhatGoes) {
+    struct Counter : scheduler::ScheduleObserver {
+        int told = 0;
+        void onEntryInserted(std::size_t, bool) override { ++told; }
+        void onEntriesLoaded(std::size_t) override { ++told; }
+    } counter;
+    ScheduleList list;
+    list.addObserver(counter);
+    fill(list, {"a", "b", "c"});
+    list.remove(2);
+    list.removeAll({1});
+    list.clear();
+    list.append(named("d"));
+    EXPECT_EQ(counter.told, 4);
+    EXPECT_THAT(namesIn(list), ElementsAre("d"));
+}
+
 TEST(ScheduleList, AnObserverThatLeftIsToldNothing) {
     StrictMock<MockObserver> stays;
     StrictMock<MockObserver> leaves;
