@@ -26,6 +26,11 @@ if(WIN32)
         add_compile_options(-O1 -fsanitize=undefined -fsanitize-undefined-trap-on-error)
         add_compile_definitions(_GLIBCXX_DEBUG _GLIBCXX_DEBUG_PEDANTIC _GLIBCXX_ASSERTIONS)
     endif()
+elseif(CORVANE_COVERAGE)
+    # What the libraries' headers define counts as well when nobody calls it.
+    target_compile_options(project_options INTERFACE
+        --coverage $<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,STATIC_LIBRARY>:-fkeep-inline-functions>)
+    target_link_options(project_options INTERFACE --coverage)
 else()
     add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
     add_link_options(-fsanitize=address,undefined)
