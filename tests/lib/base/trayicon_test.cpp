@@ -1,5 +1,6 @@
 #include "lib/base/trayicon.h"
 #include "tests/support/importedfunctions.h"
+#include "tests/support/patience.h"
 
 #include <windows.h>
 
@@ -153,10 +154,9 @@ TEST_F(TrayIconTest, IconThatWasNotAddedIsNeitherModifiedNorRemoved) {
 
 TEST_F(TrayIconTest, LivesFromAddingToRemoval) {
     ASSERT_NE(window_, nullptr);
-    if (!FindWindowA("Shell_TrayWnd", nullptr)) {
-        EXPECT_FALSE(addTrayIcon(window_, firstIcon, "tip"));
-        GTEST_SKIP() << "no shell with a notification area here";
-    }
+    for (unsigned waited = 0; waited < test::patience && !FindWindowA("Shell_TrayWnd", nullptr); waited += 20)
+        Sleep(20);
+    ASSERT_NE(FindWindowA("Shell_TrayWnd", nullptr), nullptr) << "a shell with a notification area";
     EXPECT_TRUE(addTrayIcon(window_, firstIcon, std::string(200, 't')));
     EXPECT_FALSE(addTrayIcon(window_, firstIcon, "tip")) << "one icon per window";
     EXPECT_TRUE(modifyTrayIcon(window_, secondIcon, "other tip"));

@@ -170,11 +170,15 @@ TEST_F(ScheduleFileTest, AReadOnlyFileCanBeLoadedAndNotSaved) {
     ASSERT_TRUE(SetFileAttributesA(schedulePath().c_str(), FILE_ATTRIBUTE_READONLY));
     EXPECT_TRUE(loadSchedule(list, scheduleMagic));
     EXPECT_EQ(entries(), severalEntries());
-    if (open(GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE))
-        GTEST_SKIP() << "this user may write read-only files";
     list.clear();
-    EXPECT_FALSE(saveSchedule(list));
-    EXPECT_EQ(fileContent(schedulePath()), content);
+    // Wine leaves it to the machine beneath, where root writes read-only files, too.
+    if (open(GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE)) {
+        EXPECT_TRUE(saveSchedule(list));
+        EXPECT_EQ(fileContent(schedulePath()), encoded({}));
+    } else {
+        EXPECT_FALSE(saveSchedule(list));
+        EXPECT_EQ(fileContent(schedulePath()), content);
+    }
 }
 
 TEST_F(ScheduleFileTest, AFileThatAnotherReadsCanBeLoadedAndNotSaved) {
