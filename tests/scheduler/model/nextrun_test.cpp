@@ -1,15 +1,10 @@
 #include "scheduler/model/nextrun.h"
+#include "tests/scheduler/model/nextruncases.h"
 #include "tests/support/fakeclock.h"
-#include "tests/support/instants.h"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <array>
 #include <cstdint>
-#include <ctime>
-#include <limits>
-#include <random>
 #include <string>
 #include <vector>
 
@@ -17,170 +12,21 @@ namespace {
 
 using base::TimeSpan;
 using base::TimeValue;
-using scheduler::computeNextRun;
 using scheduler::EngineState;
 using scheduler::ScheduledProject;
-using scheduler::ScheduleKind;
-
-constexpr std::int32_t lowest = std::numeric_limits<std::int32_t>::min();
-constexpr std::int32_t highest = std::numeric_limits<std::int32_t>::max();
-constexpr std::int32_t day = 86400;
-
-// The rules told once more with the runtime's calendar alone
-
-constexpr std::int32_t wrapped(std::int64_t seconds) {
-    return static_cast<std::int32_t>(static_cast<std::uint32_t>(seconds));
-}
-
-std::int32_t made(int year, int month, int dayOfMonth, int hour, int minute = 0, int second = 0) {
-    std::tm fields{};
-    fields.tm_year = year - 1900;
-    fields.tm_mon = month - 1;
-    fields.tm_mday = dayOfMonth;
-    fields.tm_hour = hour;
-    fields.tm_min = minute;
-    fields.tm_sec = second;
-    fields.tm_isdst = -1;
-    const std::int64_t t = std::mktime(&fields);
-    return t == -1 || t < lowest || t > highest ? 0 : static_cast<std::int32_t>(t);
-}
-
-/// A negative time has no fields.
-std::tm fieldsOf(std::int32_t t) {
-    std::tm none{};
-    none.tm_year = -1900;
-    none.tm_mon = -1;
-    return t < 0 ? none : test::localFields(t);
-}
-
-std::int32_t clockTimeOf(std::int32_t t) {
-    const std::tm fields = fieldsOf(t);
-    return fields.tm_sec + (fields.tm_hour * 60 + fields.tm_min) * 60;
-}
-
-std::int32_t plainHourly(const ScheduledProject& entry, std::int32_t now) {
-    const std::tm fields = fieldsOf(now);
-    const std::int32_t hour = made(fields.tm_year + 1900, fields.tm_mon + 1, fields.tm_mday, fields.tm_hour);
-    return wrapped(hour + std::int64_t{entry.minutes} * 60 + (fields.tm_min >= entry.minutes ? 3600 : 0));
-}
-
-std::int32_t plainDaily(const ScheduledProject& entry, std::int32_t now, std::int32_t clock) {
-    const std::tm today = fieldsOf(clock);
-    std::int32_t candidate =
-        wrapped(std::int64_t{made(today.tm_year + 1900, today.tm_mon + 1, today.tm_mday, 0)} +
-                clockTimeOf(entry.time.seconds()));
-    if (candidate < now)
-        candidate = wrapped(std::int64_t{candidate} + day);
-    for (int added = 0; added < 7; ++added) {
-        const int weekday = fieldsOf(candidate).tm_wday; // Sunday is 0
-        const std::size_t flag = weekday == 0 ? 6 : static_cast<std::size_t>(weekday) - 1;
-        if (entry.weekdays[flag])
-            break;
-        candidate = wrapped(std::int64_t{candidate} + day);
-    }
-    return candidate;
-}
-
-std::int32_t plainMonthly(const ScheduledProject& entry, std::int32_t now, std::int32_t clock) {
-    const std::tm today = fieldsOf(clock);
-    const int year = today.tm_year + 1900;
-    const int month = today.tm_mon + 1;
-    const std::int64_t days = std::clamp<std::int64_t>(std::int64_t{entry.dayOfMonth} - 1, 0, 25000);
-    const std::int64_t offset = days * day + clockTimeOf(entry.time.seconds());
-    const std::int32_t inThisMonth = wrapped(made(year, month, 1, 0) + offset);
-    if (inThisMonth >= now)
-        return inThisMonth;
-    const std::int32_t next = month == 12 ? made(year + 1, 1, 1, 0) : made(year, month + 1, 1, 0);
-    return wrapped(next + offset);
-}
-
-std::int32_t plainNextRun(const ScheduledProject& entry, std::int32_t now, std::int32_t clock, bool startup) {
-    switch (static_cast<int>(entry.kind)) {
-    case 1:
-        return startup ? 0 : highest;
-    case 2:
-        return plainHourly(entry, now);
-    case 3:
-        return plainDaily(entry, now, clock);
-    case 4:
-        return plainMonthly(entry, now, clock);
-    case 5:
-        return now < entry.time.seconds() ? entry.time.seconds() : highest;
-    default:
-        return highest;
-    }
-}
-
-// Entries
-
-ScheduledProject hourly(std::int32_t minutes) {
-    ScheduledProject entry;
-    entry.kind = ScheduleKind::Hourly;
-    entry.minutes = minutes;
-    return entry;
-}
-
-/// `days` has a mark for each day from Monday to Sunday: a point for a day without a run.
-ScheduledProject daily(TimeValue time, const std::string& days) {
-    ScheduledProject entry;
-    entry.kind = ScheduleKind::Daily;
-    entry.time = time;
-    for (std::size_t i = 0; i < entry.weekdays.size(); ++i)
-        entry.weekdays[i] = days[i] != '.';
-    return entry;
-}
-
-ScheduledProject monthly(TimeValue time, std::int32_t dayOfMonth) {
-    ScheduledProject entry;
-    entry.kind = ScheduleKind::Monthly;
-    entry.time = time;
-    entry.dayOfMonth = dayOfMonth;
-    return entry;
-}
-
-ScheduledProject once(TimeValue time) {
-    ScheduledProject entry;
-    entry.kind = ScheduleKind::Once;
-    entry.time = time;
-    return entry;
-}
-
-ScheduledProject ofKind(int kind) {
-    ScheduledProject entry;
-    entry.kind = static_cast<ScheduleKind>(kind);
-    return entry;
-}
-
-TimeValue at(int year, int month, int dayOfMonth, int hour = 0, int minute = 0, int second = 0) {
-    return TimeValue(made(year, month, dayOfMonth, hour, minute, second));
-}
-
-/// Some day's time: only the time of day may count.
-TimeValue clockTime(int hour, int minute = 0, int second = 0) {
-    return at(2003, 1, 15, hour, minute, second);
-}
-
-TimeValue seconds(std::int32_t t) {
-    return TimeValue(t);
-}
-
-TimeValue nextRun(const ScheduledProject& entry, TimeValue now, TimeValue clockNow, bool startup = false) {
-    const test::FakeClock clock(clockNow);
-    return computeNextRun({.startupFlag = startup, .suspended = false, .clock = &clock}, entry, now);
-}
-
-TimeValue nextRun(const ScheduledProject& entry, TimeValue now) {
-    return nextRun(entry, now, now);
-}
-
-std::string text(TimeValue t) {
-    if (t.seconds() < 0)
-        return std::to_string(t.seconds());
-    const std::tm fields = test::localFields(t.seconds());
-    char line[64] = {};
-    std::strftime(line, sizeof line, "%a %Y-%m-%d %H:%M:%S", &fields);
-    return line + (" (" + std::to_string(t.seconds()) + ")");
-}
+using test::at;
+using test::clockTime;
+using test::daily;
+using test::day;
+using test::highest;
+using test::hourly;
+using test::lowest;
+using test::made;
+using test::monthly;
+using test::nextRun;
+using test::ofKind;
+using test::once;
+using test::text;
 
 struct Row {
     const char* what;
@@ -378,162 +224,6 @@ TEST(NextRun, OnceAndHourlyDoNotAskTheClock) {
     const TimeValue elsewhere = at(2030, 6, 7, 12, 34);
     EXPECT_EQ(nextRun(once(at(2026, 1, 6)), now, elsewhere), at(2026, 1, 6));
     EXPECT_EQ(nextRun(hourly(20), now, elsewhere), at(2026, 1, 5, 8, 20));
-}
-
-// Against the plain rules
-
-std::vector<ScheduledProject> variousEntries() {
-    std::vector<ScheduledProject> entries;
-    for (const std::int32_t minutes : {0, 1, 29, 30, 59, 90, -7})
-        entries.push_back(hourly(minutes));
-    for (const TimeValue time : {clockTime(0), clockTime(0, 10), clockTime(1, 30), clockTime(2, 30),
-                                 clockTime(12), clockTime(23, 59, 59)}) {
-        for (const char* days : {"MTWTFSS", "M......", "......S", ".T.T.T.", "......."})
-            entries.push_back(daily(time, days));
-        for (const std::int32_t dayOfMonth : {0, 1, 8, 28, 29, 30, 31, 40})
-            entries.push_back(monthly(time, dayOfMonth));
-    }
-    entries.push_back(once(at(2026, 3, 8, 2, 30)));
-    return entries;
-}
-
-/// False, with a failure, at the first difference.
-bool agrees(const ScheduledProject& entry, std::int32_t now, std::int32_t clock) {
-    const TimeValue result = nextRun(entry, seconds(now), seconds(clock));
-    const TimeValue expected = seconds(plainNextRun(entry, now, clock, false));
-    EXPECT_EQ(result, expected) << "kind " << static_cast<int>(entry.kind) << ", time " << text(entry.time)
-                                << ", minutes " << entry.minutes << ", day " << entry.dayOfMonth << ", now "
-                                << text(seconds(now)) << ", clock " << text(seconds(clock)) << ": "
-                                << text(result) << " instead of " << text(expected);
-    return result == expected;
-}
-
-TEST(NextRunAgainstPlainRules, EverySecondAroundClockChanges) {
-    const std::array entries = {hourly(0), hourly(30), daily(clockTime(1, 30), "MTWTFSS"),
-                                daily(clockTime(2, 30), "M.....S"), monthly(clockTime(2), 9)};
-    for (const std::int32_t change : test::clockChanges())
-        for (std::int32_t now = change - 4500; now <= change + 5400; ++now)
-            for (const ScheduledProject& entry : entries)
-                ASSERT_TRUE(agrees(entry, now, now));
-}
-
-TEST(NextRunAgainstPlainRules, DaysAroundClockChanges) {
-    const std::vector<ScheduledProject> entries = variousEntries();
-    for (const std::int32_t change : test::clockChanges())
-        for (std::int32_t now = change - 9 * day; now <= change + 2 * day; now += 1799)
-            for (const ScheduledProject& entry : entries)
-                ASSERT_TRUE(agrees(entry, now, now));
-}
-
-TEST(NextRunAgainstPlainRules, EverySecondAroundMidnightsThatEndSomething) {
-    const std::vector<ScheduledProject> entries = variousEntries();
-    const TimeValue begins[] = {at(2026, 1, 1),  at(2026, 2, 1),  at(2026, 3, 1),
-                                at(2024, 2, 29), at(2024, 3, 1),  at(2000, 3, 1),
-                                at(2025, 5, 1),  at(2026, 6, 30), at(2038, 1, 1)};
-    for (const TimeValue begin : begins)
-        for (std::int32_t now = begin.seconds() - 65; now <= begin.seconds() + 65; ++now)
-            for (const ScheduledProject& entry : entries)
-                ASSERT_TRUE(agrees(entry, now, now));
-}
-
-TEST(NextRunAgainstPlainRules, NowAndTheClockDiffer) {
-    std::mt19937 random(20260103);
-    const std::vector<ScheduledProject> entries = variousEntries();
-    const auto around = [&](std::int32_t center, std::int32_t width) {
-        return center + static_cast<std::int32_t>(random() % static_cast<std::uint32_t>(2 * width)) - width;
-    };
-    for (int i = 0; i < 1500; ++i) {
-        const auto now = static_cast<std::int32_t>(100'000'000 + random() % 2'000'000'000);
-        for (const std::int32_t clock : {now + 1, around(now, 100), around(now, 40 * day)})
-            for (const ScheduledProject& entry : entries)
-                ASSERT_TRUE(agrees(entry, now, clock)) << "seed 20260103, round " << i;
-    }
-}
-
-TEST(NextRunAgainstPlainRules, TheLastSecondsOfTheRange) {
-    const std::vector<ScheduledProject> entries = variousEntries();
-    // 2147483647 is 2038-01-19 03:14:07 UTC.
-    for (std::int32_t now = highest - 5000; now < highest; now += now < highest - 100 ? 61 : 1)
-        for (const ScheduledProject& entry : entries)
-            ASSERT_TRUE(agrees(entry, now, now));
-    EXPECT_EQ(nextRun(once(seconds(highest - 1)), seconds(highest - 2)), seconds(highest - 1));
-    EXPECT_EQ(nextRun(once(seconds(highest - 1)), seconds(highest - 1)), TimeValue::never());
-}
-
-TEST(NextRunAgainstPlainRules, ExtremeValues) {
-    const std::int32_t extremes[] = {
-        lowest,     lowest + 1, -86400,        -3600,           -60,         -1,     0,     1,
-        59,         60,         3599,          86399,           86400,       25000,  25001, 25002,
-        35'791'394, 35'791'395, 1'800'000'000, highest - 86400, highest - 1, highest};
-    for (const int kind : {0, 1, 2, 3, 4, 5, 6})
-        for (const std::int32_t value : extremes)
-            for (const std::int32_t time : extremes)
-                for (const std::int32_t now : extremes)
-                    for (const std::int32_t clock : {now, 0, lowest, 1'800'000'000, highest}) {
-                        ScheduledProject entry = ofKind(kind);
-                        entry.minutes = entry.dayOfMonth = value;
-                        entry.time = seconds(time);
-                        entry.weekdays = {0, 0, 1, 0, 0, 0, 0};
-                        ASSERT_TRUE(agrees(entry, now, clock));
-                    }
-}
-
-// Daylight saving time: days are steps of 86400 seconds
-
-/// The first second after the clock was put back, or forward, in the years looked at.
-std::vector<std::int32_t> changesBy(std::int32_t gained) {
-    std::vector<std::int32_t> instants;
-    for (const std::int32_t before : test::clockChanges())
-        for (std::int32_t t = before; t <= before + 900; ++t) {
-            const std::int32_t step = (clockTimeOf(t + 1) - clockTimeOf(t) + day) % day;
-            if (step != 1) {
-                if ((step > day / 2) == (gained > 0))
-                    instants.push_back(t + 1);
-                break;
-            }
-        }
-    return instants;
-}
-
-TimeValue midnightBefore(std::int32_t t) {
-    const std::tm fields = fieldsOf(t);
-    return at(fields.tm_year + 1900, fields.tm_mon + 1, fields.tm_mday);
-}
-
-TimeValue midnightAfter(std::int32_t t) {
-    const std::tm fields = fieldsOf(t);
-    return at(fields.tm_year + 1900, fields.tm_mon + 1, fields.tm_mday + 1);
-}
-
-TEST(NextRunAcrossClockChanges, ADailyEntryRunsAnHourEarlyAfterTheClockIsPutBack) {
-    for (const std::int32_t change : changesBy(3600)) {
-        // Computed at noon of the day before, for every day at 08:00, which is gone by.
-        const TimeValue dayBefore = midnightBefore(change - day);
-        const TimeValue noon = dayBefore + TimeSpan::fromMinutes(12 * 60);
-        const TimeValue result = nextRun(daily(clockTime(8), "MTWTFSS"), noon);
-        EXPECT_EQ(result, dayBefore + TimeSpan::fromMinutes(8 * 60) + TimeSpan::fromDays(1));
-        EXPECT_LE(clockTimeOf(result.seconds()), 7 * 3600 + 1800) << text(result);
-    }
-}
-
-TEST(NextRunAcrossClockChanges, ADailyEntryRunsAnHourLateAfterTheClockIsPutForward) {
-    for (const std::int32_t change : changesBy(-3600)) {
-        const TimeValue dayBefore = midnightBefore(change - day);
-        const TimeValue noon = dayBefore + TimeSpan::fromMinutes(12 * 60);
-        const TimeValue result = nextRun(daily(clockTime(8), "MTWTFSS"), noon);
-        EXPECT_GE(clockTimeOf(result.seconds()), 8 * 3600 + 1800) << text(result);
-    }
-}
-
-TEST(NextRunAcrossClockChanges, AnEntryAfterMidnightIsDueAgainUntilTheLongDaysEnd) {
-    for (const std::int32_t change : changesBy(3600)) {
-        const TimeValue end = midnightAfter(change);
-        const TimeValue now = end - TimeSpan::fromMinutes(5);
-        // The day has more than 86400 seconds, and one day is added once.
-        const TimeValue result = nextRun(daily(clockTime(0, 10), "MTWTFSS"), now);
-        EXPECT_EQ(result, midnightBefore(change) + TimeSpan::fromDays(1) + TimeSpan::fromMinutes(10));
-        EXPECT_LT(result, now) << text(result);
-    }
 }
 
 // What the rules are made of
