@@ -1,242 +1,30 @@
-// The commands of the real program, by menu, key, mouse and drop, and what its menus show.
+// What the commands of the real program do to the schedule.
 
-#include "lib/base/opsys.h"
-#include "lib/base/registry.h"
-#include "lib/base/trayicon.h"
 #include "resources/ids.h"
 #include "scheduler/model/schedulefile.h"
 #include "scheduler/run/edition.h"
-#include "tests/program/listdriver.h"
+#include "tests/program/commandsfixture.h"
 #include "tests/program/scheduledriver.h"
-#include "tests/program/witnessdriver.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
-#include <memory>
+#include <string>
+#include <vector>
 
 using base::TimeSpan;
 using base::TimeValue;
-using driver::ListDriver;
+using driver::after;
+using driver::Commands;
+using driver::nextRunColumn;
 using driver::savedSchedule;
 using driver::SchedulerProcess;
-using driver::SeenItem;
+using driver::sleeping;
 using driver::waitUntil;
-using driver::WitnessDriver;
 using scheduler::ScheduledProject;
 using scheduler::ScheduleKind;
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
+using testing::ElementsAre;
 
 namespace {
-
-constexpr int nextRunColumn = 3;
-
-/// One that never becomes due in a start by hand.
-ScheduledProject sleeping(const std::string& path) {
-    ScheduledProject entry;
-    entry.path = path;
-    entry.kind = ScheduleKind::AtStartup;
-    return entry;
-}
-
-ScheduledProject after(std::int32_t position, const std::string& path) {
-    ScheduledProject entry;
-    entry.path = path;
-    entry.kind = ScheduleKind::AfterProject;
-    entry.afterIndex = position;
-    return entry;
-}
-
-class Commands : public ::testing::Test {
-protected:
-    void SetUp() override {
-        driver::saveEntries({});
-        base::deleteKey(HKEY_CURRENT_USER, "Software\\Brindlewood\\scheduler");
-    }
-
-    void startWith(const std::vector<ScheduledProject>& entries, const std::string& switches = "") {
-        driver::saveEntries(entries);
-        ASSERT_TRUE(scheduler_.start(switches));
-        list_ = std::make_unique<ListDriver>(scheduler_.window());
-        witness_ = std::make_unique<WitnessDriver>(scheduler_.window(), list_->handle());
-        ASSERT_TRUE(witness_->isThere());
-    }
-
-    HWND window() const { return scheduler_.window(); }
-    const ListDriver& list() const { return *list_; }
-    const WitnessDriver& witness() const { return *witness_; }
-
-    /// Carries a command out before it returns.
-    void carryOut(int command) const { SendMessageA(window(), WM_COMMAND, static_cast<WPARAM>(command), 0); }
-
-    std::vector<SeenItem> barMenu(char letter) const {
-        return witness().menuOpenedBy(
-            [&] { PostMessageA(window(), WM_SYSCOMMAND, SC_KEYMENU, static_cast<LPARAM>(letter)); });
-    }
-    std::vector<SeenItem> itemMenu() const {
-        return witness().menuOpenedBy([&] {
-            PostMessageA(window(), WM_CONTEXTMENU, reinterpret_cast<WPARAM>(list().handle()),
-                         MAKELPARAM(50, 50));
-        });
-    }
-    std::vector<SeenItem> trayMenu() const {
-        return witness().menuOpenedBy(
-            [&] { PostMessageA(window(), base::WM_TRAY_NOTIFY, 0, WM_RBUTTONDOWN); });
-    }
-
-    /// The Edit menu and the item menu for what is selected now: the same commands, other texts.
-    void expectProjectMenus(bool oneSelected, bool anySelected, const std::string& enableText,
-                            bool canOpen) const {
-        const bool none = !anySelected;
-        EXPECT_THAT(barMenu('e'), ElementsAre(SeenItem{IDM_ADD, "&Add...", true, none},
-                                              SeenItem{IDM_EDIT, "&Edit...", oneSelected, oneSelected},
-                                              SeenItem{IDM_DELETE, "&Delete", anySelected, false},
-                                              SeenItem{IDM_ENABLE, enableText, anySelected, false},
-                                              SeenItem{0, "", true, false},
-                                              SeenItem{IDM_RUN, "&Run this project", anySelected, false},
-                                              SeenItem{IDM_OPEN, "&Open this project", canOpen, false}));
-        EXPECT_THAT(itemMenu(),
-                    ElementsAre(SeenItem{IDM_ADD, "&Add...", true, none},
-                                SeenItem{IDM_EDIT, "&Edit...", oneSelected, oneSelected},
-                                SeenItem{IDM_DELETE, "&Delete", anySelected, false},
-                                SeenItem{IDM_ENABLE, enableText, anySelected, false},
-                                SeenItem{0, "", true, false}, SeenItem{IDM_OPEN, "&Open...", canOpen, false},
-                                SeenItem{IDM_RUN, "&Run now", anySelected, false}));
-    }
-
-    /// What has the keyboard in the program; null while the program is not in the foreground.
-    HWND focusedWindow() const {
-        GUITHREADINFO information{};
-        information.cbSize = sizeof(information);
-        GetGUIThreadInfo(GetWindowThreadProcessId(window(), nullptr), &information);
-        return information.hwndFocus;
-    }
-
-    /// Keys as from the keyboard: pressed in this order and let go of again.
-    static void press(const std::vector<WORD>& keys) {
-        const auto send = [](WORD key, DWORD flags) {
-            INPUT input{};
-            input.type = INPUT_KEYBOARD;
-            input.ki.wVk = key;
-            input.ki.dwFlags = flags;
-            SendInput(1, &input, sizeof(input));
-        };
-        for (const WORD key : keys)
-            send(key, 0);
-        for (auto key = keys.rbegin(); key != keys.rend(); ++key)
-            send(*key, KEYEVENTF_KEYUP);
-    }
-
-    HWND waitForBox() const {
-        waitUntil([&] { return scheduler_.messageBox() != nullptr; });
-        return scheduler_.messageBox();
-    }
-
-    SchedulerProcess scheduler_;
-    std::unique_ptr<ListDriver> list_;
-    std::unique_ptr<WitnessDriver> witness_;
-};
-
-TEST_F(Commands, MenusForNoneOneAndSeveralSelected) {
-    std::vector<ScheduledProject> entries = {sleeping("a.kra"), sleeping("b.kra"), sleeping("run:c")};
-    entries[1].disabled = 1;
-    startWith(entries);
-    expectProjectMenus(false, false, "Enable", false);
-    list().select({0});
-    expectProjectMenus(true, true, "Disable", true);
-    list().select({1});
-    expectProjectMenus(true, true, "Enable", true);
-    list().select({2});
-    expectProjectMenus(true, true, "Disable", false);
-    list().select({0, 1});
-    expectProjectMenus(false, true, "Enable/disable", true);
-    list().select({0, 2});
-    expectProjectMenus(false, true, "Disable", true);
-}
-
-TEST_F(Commands, FileAndHelpMenusAndTheIconsMenu) {
-    startWith({sleeping("a.kra")});
-    for (const std::string text : {"Suspend", "Resume"}) {
-        EXPECT_THAT(barMenu('f'), ElementsAre(SeenItem{IDM_PREFERENCES, "&Preferences..."}, SeenItem{},
-                                              SeenItem{IDM_SUSPEND, text}, SeenItem{IDM_CLOSE, "&Close"},
-                                              SeenItem{IDM_EXIT, "E&xit"}));
-        EXPECT_THAT(trayMenu(), ElementsAre(SeenItem{IDM_DISPLAY, "&Display", true, true},
-                                            SeenItem{IDM_SUSPEND, text}, SeenItem{IDM_EXIT, "E&xit"}));
-        carryOut(IDM_SUSPEND);
-    }
-    EXPECT_THAT(barMenu('h'), ElementsAre(SeenItem{IDM_ABOUT, "&About the Corvane Scheduler..."}));
-}
-
-TEST_F(Commands, TheWindowsOwnMenuIsLeftToThePlatform) {
-    startWith({});
-    const std::vector<SeenItem> items =
-        witness().menuOpenedBy([&] { PostMessageA(window(), WM_SYSCOMMAND, SC_KEYMENU, ' '); });
-    bool closeIsDefault = false;
-    for (const SeenItem& item : items)
-        closeIsDefault |= item.command == SC_CLOSE && item.isDefault;
-    EXPECT_TRUE(closeIsDefault);
-}
-
-TEST_F(Commands, TheIconsMenuLeavesAHiddenWindowHidden) {
-    startWith({}, "/s");
-    EXPECT_EQ(trayMenu().size(), 3U);
-    EXPECT_FALSE(IsWindowVisible(window()));
-}
-
-TEST_F(Commands, TheIconsMenuOfAHiddenWindowKeepsNoKeys) {
-    startWith({sleeping("a.kra")}, "/s");
-    const HWND other = CreateWindowExA(0, "STATIC", "another program", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0,
-                                       100, 100, nullptr, nullptr, nullptr, nullptr);
-    SetForegroundWindow(other);
-    ASSERT_TRUE(waitUntil([&] { return GetForegroundWindow() == other; }));
-    AllowSetForegroundWindow(ASFW_ANY);
-    EXPECT_EQ(trayMenu().size(), 3U);
-    EXPECT_TRUE(waitUntil([&] { return GetForegroundWindow() == other; }));
-    DestroyWindow(other);
-}
-
-TEST_F(Commands, AKeyThatReachesAHiddenWindowDoesNothing) {
-    startWith({sleeping("a.kra"), sleeping("b.kra")});
-    list().select({0});
-    carryOut(IDM_CLOSE);
-    const LONG before = witness().commands();
-    list().pressKey(VK_DELETE);
-    ASSERT_TRUE(waitUntil([&] { return witness().commands() > before; }));
-    SendMessageA(window(), WM_NULL, 0, 0);
-    EXPECT_EQ(list().rowCount(), 2);
-    carryOut(IDM_DELETE);
-    EXPECT_EQ(list().rowCount(), 1) << "but a command of the menu's kind does";
-}
-
-TEST_F(Commands, TheIconsMenuCarriesOutWhatIsChosen) {
-    startWith({}, "/s");
-    PostMessageA(window(), base::WM_TRAY_NOTIFY, 0, WM_RBUTTONDOWN);
-    ASSERT_TRUE(waitUntil([&] { return witness().isMenuOpen(); }));
-    PostMessageA(window(), WM_KEYDOWN, VK_DOWN, 1);
-    PostMessageA(window(), WM_KEYDOWN, VK_RETURN, 1);
-    EXPECT_TRUE(waitUntil([&] { return IsWindowVisible(window()) != FALSE; }));
-}
-
-TEST_F(Commands, OtherNoticesOfTheIconDoNothing) {
-    startWith({}, "/s");
-    const LONG menus = witness().menus();
-    for (const UINT message :
-         {UINT{0}, UINT{WM_MOUSEMOVE}, UINT{WM_LBUTTONUP}, UINT{WM_RBUTTONUP}, UINT{WM_RBUTTONDBLCLK},
-          UINT{WM_MBUTTONDOWN}, UINT{WM_CONTEXTMENU}, UINT{0xFFFF}})
-        SendMessageA(window(), base::WM_TRAY_NOTIFY, 7, static_cast<LPARAM>(message));
-    EXPECT_FALSE(IsWindowVisible(window()));
-    EXPECT_EQ(witness().menus(), menus);
-    SendMessageA(window(), base::WM_TRAY_NOTIFY, 7, WM_LBUTTONDBLCLK);
-    EXPECT_TRUE(IsWindowVisible(window())) << "whatever the other parameter";
-}
-
-TEST_F(Commands, AContextMenuElsewhereDoesNotOpen) {
-    startWith({sleeping("a.kra")});
-    const LONG menus = witness().menus();
-    SendMessageA(window(), WM_CONTEXTMENU, reinterpret_cast<WPARAM>(window()), MAKELPARAM(50, 50));
-    EXPECT_EQ(witness().menus(), menus);
-}
 
 TEST_F(Commands, DeletingInTheMiddleOfAChainTiesItsEndsTogether) {
     startWith({sleeping("a.kra"), sleeping("b.kra"), after(1, "c.kra"), after(2, "d.kra")});
@@ -261,16 +49,6 @@ TEST_F(Commands, AFollowerOfTheDeletedFirstEntryRunsAtStartup) {
     EXPECT_EQ(saved[0].kind, ScheduleKind::AtStartup) << "it would follow itself";
     EXPECT_EQ(saved[1].kind, ScheduleKind::AfterProject);
     EXPECT_EQ(saved[1].afterIndex, 0);
-}
-
-TEST_F(Commands, TheDeleteKeyDeletesWhatIsSelected) {
-    startWith({sleeping("a.kra"), sleeping("b.kra"), sleeping("c.kra")});
-    list().select({0, 2});
-    list().pressKey(VK_DELETE);
-    EXPECT_TRUE(waitUntil([&] { return list().rowCount() == 1; }));
-    EXPECT_THAT(list().columnTexts(0), ElementsAre("b"));
-    ASSERT_EQ(savedSchedule().size(), 1U);
-    EXPECT_EQ(savedSchedule()[0].path, "b.kra");
 }
 
 TEST_F(Commands, WithoutASelectionNothingIsDone) {
@@ -437,39 +215,6 @@ TEST_F(Commands, TheTestCommandShowsWhatWouldRun) {
     EXPECT_EQ(list().cell(0, nextRunColumn), "Running");
 }
 
-TEST_F(Commands, EnterIsEdit) {
-    startWith({sleeping("a.kra")});
-    list().select({0});
-    const LONG before = witness().commands();
-    list().pressKey(VK_RETURN);
-    EXPECT_TRUE(waitUntil([&] { return witness().commands() > before; }));
-    EXPECT_EQ(witness().lastCommand(), UINT{IDM_EDIT});
-}
-
-TEST_F(Commands, ADoubleClickIsEdit) {
-    startWith({sleeping("a.kra"), sleeping("b.kra")});
-    const LONG before = witness().commands();
-    list().doubleClickRow(1);
-    EXPECT_TRUE(waitUntil([&] { return witness().commands() > before; }));
-    EXPECT_EQ(witness().lastCommand(), UINT{IDM_EDIT});
-    EXPECT_THAT(list().selectedRows(), ElementsAre(1));
-}
-
-TEST_F(Commands, ControlShiftTIsTheTestCommand) {
-    startWith({sleeping("a.kra")});
-    SetForegroundWindow(window());
-    ASSERT_TRUE(waitUntil([&] { return focusedWindow() == list().handle(); }));
-    const LONG before = witness().commands();
-    press({VK_CONTROL, 'T'});
-    press({VK_SHIFT, 'T'});
-    press({VK_DELETE}); // with nothing selected, to know that the others have gone by
-    EXPECT_TRUE(waitUntil([&] { return witness().lastCommand() == UINT{IDM_DELETE}; }));
-    EXPECT_EQ(witness().commands(), before + 1) << "not with one of the keys alone";
-    press({VK_CONTROL, VK_SHIFT, 'T'});
-    EXPECT_TRUE(waitUntil([&] { return witness().commands() > before + 1; }));
-    EXPECT_EQ(witness().lastCommand(), UINT{IDM_TEST});
-}
-
 TEST_F(Commands, WhatACommandOpensMakesTheWindowWaitEvenWhileNoWindowIsActive) {
     startWith({sleeping("a.kra")}, "/s");
     list().select({0});
@@ -509,58 +254,6 @@ TEST_F(Commands, AnEditOfAnEntryThatIsDeletedMeanwhileChangesNoOther) {
     SchedulerProcess::press(sheet, IDOK);
     ASSERT_TRUE(waitUntil([&] { return !IsWindow(sheet) && IsWindowEnabled(window()); }));
     EXPECT_THAT(list().columnTexts(0), ElementsAre("run:a", "run:c"));
-}
-
-TEST_F(Commands, TheKeyboardIsTheListsWheneverTheWindowGetsIt) {
-    startWith({sleeping("a.kra")});
-    SetForegroundWindow(window());
-    ASSERT_TRUE(waitUntil([&] { return focusedWindow() == list().handle(); }));
-    scheduler_.command(IDM_PREFERENCES);
-    const HWND dialog = waitForBox();
-    ASSERT_NE(dialog, nullptr);
-    ASSERT_TRUE(waitUntil([&] { return GetParent(focusedWindow()) == dialog; }));
-    SchedulerProcess::press(dialog, IDCANCEL);
-    EXPECT_TRUE(waitUntil([&] { return focusedWindow() == list().handle(); })) << "after a dialog";
-
-    carryOut(IDM_CLOSE);
-    ASSERT_TRUE(waitUntil([&] { return focusedWindow() != list().handle(); }));
-    carryOut(IDM_DISPLAY);
-    EXPECT_TRUE(waitUntil([&] { return focusedWindow() == list().handle(); })) << "after it was hidden";
-}
-
-TEST_F(Commands, TypingFindsTheProjectThatBeginsSo) {
-    startWith({sleeping("alpha.kra"), sleeping("Beta.kra"), sleeping("gamma.kra"), sleeping("beyond.kra")});
-    list().select({0});
-    for (const char letter : std::string("bey"))
-        PostMessageA(list().handle(), WM_CHAR, static_cast<WPARAM>(letter), 1);
-    EXPECT_TRUE(waitUntil([&] { return list().focusedRow() == 3; }));
-    EXPECT_THAT(list().selectedRows(), ElementsAre(3));
-}
-
-TEST_F(Commands, ArrowsMoveTheSelection) {
-    startWith({sleeping("a.kra"), sleeping("b.kra"), sleeping("c.kra")});
-    list().select({0});
-    list().pressKey(VK_DOWN);
-    EXPECT_TRUE(waitUntil([&] { return list().focusedRow() == 1; }));
-    list().pressKey(VK_END);
-    EXPECT_TRUE(waitUntil([&] { return list().focusedRow() == 2; }));
-    EXPECT_THAT(list().selectedRows(), ElementsAre(2));
-}
-
-TEST_F(Commands, ANewTaskbarGetsTheIconAgain) {
-    startWith({});
-    const UINT made = RegisterWindowMessageA("TaskbarCreated");
-    // Without its icon the program works on; with it, the shell answers as before.
-    SendMessageA(window(), made, 0, 0);
-    SendMessageA(window(), base::WM_TRAY_NOTIFY, 0, WM_LBUTTONDBLCLK);
-    EXPECT_TRUE(IsWindowVisible(window()));
-    NOTIFYICONDATAA icon{};
-    icon.cbSize = NOTIFYICONDATAA_V1_SIZE;
-    icon.hWnd = window();
-    ASSERT_TRUE(Shell_NotifyIconA(NIM_DELETE, &icon)) << "it was there";
-    ASSERT_FALSE(Shell_NotifyIconA(NIM_DELETE, &icon)) << "once";
-    SendMessageA(window(), made, 0, 0);
-    EXPECT_TRUE(Shell_NotifyIconA(NIM_DELETE, &icon)) << "and is there again";
 }
 
 } // namespace
