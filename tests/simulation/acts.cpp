@@ -1,0 +1,267 @@
+#include "scheduler/model/additions.h"
+#include "scheduler/model/schedulecodec.h"
+#include "tests/simulation/simulation.h"
+
+#include <algorithm>
+
+namespace simulation {
+
+using plain::Item;
+using scheduler::ScheduledProject;
+
+namespace {
+
+scheduler::Selection selectionOf(const std::vector<int>& chosen) {
+    return {chosen.begin(), chosen.end()};
+}
+
+} // namespace
+
+// What comes from outside
+
+Second Simulation::someTime() {
+    return plan_.start + dice_.between(1, static_cast<int>(plan_.length));
+}
+
+void Simulation::planActs() {
+    const double days = static_cast<double>(plan_.length) / static_cast<double>(day);
+    for (int i = 0; i < static_cast<int>(days * plan_.actsPerDay); ++i)
+        acts_.emplace(someTime(), randomAct());
+    planPauses(days);
+    planEnds(days);
+}
+
+Simulation::Act Simulation::randomAct() {
+    const int share = dice_.upTo(99);
+    if (share < 25)
+        return {Act::RunByHand};
+    if (share < 50)
+        return {Act::SwitchOnOrOff};
+    if (share < 60)
+        return {Act::ForeignEnd, dice_.oneOf({-1, 0, 1, 2, 3, 40, 1000})};
+    if (share < 68)
+        return {Act::Add};
+    if (share < 72)
+        return {Act::Drop};
+    if (share < 86)
+        return {Act::Edit};
+    return {share < 95 ? Act::Remove : Act::ChangePolicy};
+}
+
+void Simulation::planPauses(double days) {
+    for (int i = 0; i < 1 + static_cast<int>(days / plan_.daysPerSuspension); ++i) {
+        const Second from = someTime();
+        const Second to = from + dice_.between(0, dice_.oneOf({1, 600, 86'400}));
+        plan(from, Act::Suspend);
+        plan(to, Act::Resume);
+        if (dice_.oneIn(3)) // while much is due that nobody starts
+            plan(std::max(from, to - 1), Act::DryRun);
+    }
+    for (int i = 0; i < 1 + static_cast<int>(days / plan_.daysPerClockChange); ++i)
+        plan(someTime(), Act::MoveClock,
+             dice_.oneOf({-86'400, -3600, -61, -30, -1, 30, 3600, 86'400, 8 * 86'400}));
+}
+
+void Simulation::planEnds(double days) {
+    for (int i = 0; i < 1 + static_cast<int>(days / plan_.daysPerRestart); ++i) {
+        const Second off = dice_.oneOf({0, 1, 600, 86'400, 3 * 86'400});
+        const Second at = someTime();
+        if (dice_.oneIn(2)) {
+            plan(at, Act::Restart, off);
+            continue;
+        }
+        plan(at, Act::SaveBeforeKill);
+        plan(at + dice_.between(0, 20'000), Act::Kill, off);
+    }
+    // What a dry run marks as running keeps the others waiting until the program is started again.
+    for (int i = 0; i < 1 + static_cast<int>(days / plan_.daysPerDryRun); ++i) {
+        const Second from = someTime();
+        plan(from, Act::DryRun);
+        plan(from + dice_.between(1, 20'000), Act::Restart);
+    }
+}
+
+void Simulation::perform(const Act& act) {
+    scheduler::SchedulerEngine& engine = engine_.program->engine;
+    switch (act.what) {
+    case Act::RunByHand: {
+        const std::vector<int> chosen = randomSelection();
+        engine_.program->commands.runNow(selectionOf(chosen));
+        for (const int position : chosen)
+            plain_.rules.byHand(position, now_);
+        break;
+    }
+    case Act::SwitchOnOrOff: {
+        const std::vector<int> chosen = randomSelection();
+        engine_.program->commands.toggle(selectionOf(chosen));
+        if (!chosen.empty())
+            plain_.rules.switchOnOrOff(chosen, now_);
+        break;
+    }
+    case Act::ForeignEnd: {
+        const int number = static_cast<int>(act.argument);
+        const bool matched = engine.onRunFinished(static_cast<std::uint32_t>(number));
+        engine_.events.push_back(endEvent(matched, number));
+        plain_.events.push_back(endEvent(plain_.rules.processEnded(number, now_), number));
+        break;
+    }
+    case Act::Add:
+        add();
+        break;
+    case Act::Drop:
+        drop();
+        break;
+    case Act::Edit:
+        if (count() > 0) {
+            const int position = dice_.upTo(count() - 1);
+            edit(position, itemOfNow(0, position));
+            calmRings();
+        }
+        break;
+    case Act::Remove:
+        remove();
+        break;
+    case Act::ChangePolicy:
+        changePolicy();
+        break;
+    case Act::Suspend:
+    case Act::Resume:
+        engine.setSuspended(act.what == Act::Suspend);
+        plain_.rules.suspend(act.what == Act::Suspend, now_);
+        break;
+    case Act::DryRun:
+        engine.testTick();
+        plain_.rules.dryRun(now_);
+        break;
+    case Act::Restart:
+        exitAndStart(act.argument);
+        break;
+    case Act::SaveBeforeKill:
+        killable_ = engine_.store.keepsSaves = plain_.keepsSaves = true;
+        if (count() > 0) // an edit that changes nothing is saved all the same
+            edit(0, plain_.rules.items[0]);
+        break;
+    case Act::Kill:
+        killAndStart(act.argument);
+        break;
+    case Act::MoveClock:
+        now_ += act.argument;
+        setClocks();
+        break;
+    }
+}
+
+std::vector<int> Simulation::randomSelection() {
+    std::vector<int> chosen;
+    for (int i = dice_.oneOf({1, 1, 1, 2, 3}); i > 0 && count() > 0; --i)
+        chosen.push_back(dice_.upTo(count() - 1));
+    std::ranges::sort(chosen);
+    chosen.erase(std::unique(chosen.begin(), chosen.end()), chosen.end());
+    return chosen;
+}
+
+// An entry that is sometimes meant for this very second.
+Item Simulation::itemOfNow(int serial, int position) {
+    Item item = randomItem(dice_, plan_.mix, serial, position, count());
+    if (dice_.oneIn(4))
+        item.time = now_ + dice_.between(-1, 1);
+    return item;
+}
+
+void Simulation::add() {
+    Item item = itemOfNow(serial_++, count());
+    ScheduledProject record = entryFrom(item);
+    if (dice_.oneIn(3)) { // as the editor offers it
+        const std::string path = item.path;
+        item = plain_.rules.fresh(now_);
+        record = scheduler::newEntryTemplate(engine_.program->entries, engineNow());
+        item.path = record.path = path;
+        item.isProject = !path.starts_with("run:");
+    }
+    scheduler::addEntry(engine_.program->entries, record, engine_.program->engine.state(), engine_.store);
+    plain_.rules.add(item, now_);
+    calmRings();
+}
+
+void Simulation::drop() {
+    std::vector<std::string> files;
+    for (const char* extension : {".kra", ".txt", ".KRB", ".krab", ".krd"})
+        if (dice_.oneIn(4))
+            files.push_back("C:\\Dropped\\d" + std::to_string(serial_++) + extension);
+    engine_.program->commands.addDropped(files);
+    plain_.rules.drop(files, now_);
+    calmRings();
+}
+
+void Simulation::edit(int position, const Item& shown) {
+    engine_.edit(static_cast<std::size_t>(position), entryFrom(shown));
+    plain_.rules.edit(position, shown, now_);
+}
+
+void Simulation::remove() {
+    // As many as are added, in the long run.
+    if (count() < plan_.entries * 9 / 10)
+        return;
+    const std::vector<int> chosen = randomSelection();
+    engine_.program->commands.remove(selectionOf(chosen));
+    plain_.rules.remove(chosen);
+    calmRings();
+}
+
+// A ring of entries that follow one another without a pause would run every second from then on: the user
+// sees to it that there is none.
+void Simulation::calmRings() {
+    const auto followed = [this](int i) {
+        const Item& item = plain_.rules.items[static_cast<unsigned>(i)];
+        return item.kind == 0 && item.after >= 0 && item.after < count() ? item.after : -1;
+    };
+    std::vector<int> seenFrom(static_cast<unsigned>(count()), -1);
+    for (int first = 0; first < count(); ++first) {
+        int i = first;
+        for (; i >= 0 && seenFrom[static_cast<unsigned>(i)] < 0; i = followed(i))
+            seenFrom[static_cast<unsigned>(i)] = first;
+        if (i < 0 || seenFrom[static_cast<unsigned>(i)] != first)
+            continue;
+        Item shown = plain_.rules.items[static_cast<unsigned>(i)];
+        if (shown.minutes < plan_.mix.pausedRingMinutes) {
+            shown.minutes = plan_.mix.pausedRingMinutes;
+            edit(i, shown);
+        }
+    }
+}
+
+void Simulation::changePolicy() {
+    plain_.rules.patience = static_cast<unsigned>(dice_.oneOf({0, 1, 5, 20, 60, -1}));
+    if (plan_.conflicts == Conflicts::Changing)
+        plain_.rules.sideBySide = dice_.oneIn(2);
+    engine_.policy.runMultiple = plain_.rules.sideBySide;
+    engine_.policy.waitTime = plain_.rules.patience;
+}
+
+void Simulation::exitAndStart(Second secondsOff) {
+    const std::vector<std::byte> file = scheduler::encodeSchedule(engine_.program->entries.entries());
+    now_ += secondsOff;
+    start(file, plain_.rules.items);
+}
+
+void Simulation::killAndStart(Second secondsOff) {
+    if (!killable_) // the program was started since, and its saves are not at hand
+        return exitAndStart(secondsOff);
+    now_ += secondsOff;
+    const std::vector<Item> items = plain_.saved;
+    start(engine_.store.saved, items);
+}
+
+void Simulation::start(const std::vector<std::byte>& file, const std::vector<Item>& items) {
+    killable_ = engine_.store.keepsSaves = plain_.keepsSaves = false;
+    const bool bySystem = dice_.oneIn(2);
+    setClocks();
+    engine_.policy = {plain_.rules.suspended, plain_.rules.patience, plain_.rules.sideBySide};
+    engine_.start(file, bySystem);
+    plain_.spiders.forgetAll();
+    std::vector<Item> loaded = items;
+    plain_.rules.items.swap(loaded);
+    plain_.rules.startProgram(now_, bySystem);
+}
+
+} // namespace simulation
