@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <numeric>
 #include <utility>
 
 namespace scheduler {
@@ -15,6 +16,8 @@ constexpr std::uint32_t widestSavedColumn = 4000;
 
 // Each column's share of the list's width until the user sets it, in percent.
 constexpr std::array<int, columnCount> defaultShares = {13, 24, 17, 16, 16, 14};
+static_assert(std::ranges::count(defaultShares, 0) == 0, "a column without a share would not be seen");
+static_assert(std::accumulate(defaultShares.begin(), defaultShares.end(), 0) == 100);
 
 std::string toAnsi(const wchar_t* text) {
     std::array<char, MAX_PATH> buffer{};

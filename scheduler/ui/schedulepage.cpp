@@ -28,8 +28,8 @@ constexpr int monthlyControls[] = {IDC_MONTHLY_DAY_LABEL, IDC_MONTHLY_DAY, IDC_M
 constexpr int onceControls[] = {IDC_ONCE_TIME_LABEL, IDC_ONCE_TIME};
 
 // In the order of the kinds' values.
-constexpr std::array<std::span<const int>, 6> controlsOfKinds = {
-    afterProjectControls, startupControls, hourlyControls, dailyControls, monthlyControls, onceControls};
+constexpr auto controlsOfKinds = std::to_array<std::span<const int>>(
+    {afterProjectControls, startupControls, hourlyControls, dailyControls, monthlyControls, onceControls});
 
 framework::ItemList projectsBut(std::optional<std::size_t> position, const ScheduleList& schedule) {
     framework::ItemList items;

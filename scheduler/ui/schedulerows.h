@@ -20,8 +20,8 @@ namespace scheduler {
 enum class ScheduleColumn : std::uint8_t { Project, Schedule, Parameters, NextRun, LastRun, LastResult };
 
 /// The columns' headers in their order.
-inline constexpr std::array<const char*, 6> columnHeaders = {"Project",  "Schedule", "Parameters",
-                                                             "Next Run", "Last Run", "Last Result"};
+inline constexpr auto columnHeaders =
+    std::to_array<const char*>({"Project", "Schedule", "Parameters", "Next Run", "Last Run", "Last Result"});
 inline constexpr std::size_t columnCount = columnHeaders.size();
 
 /// The rows are the schedule's entries in an order of their own, which sorting changes. New entries come
