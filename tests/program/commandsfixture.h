@@ -1,11 +1,10 @@
 // What the tests of the commands have in common: the real program, its menus and its keys.
 #pragma once
 
-#include "lib/base/registry.h"
 #include "lib/base/trayicon.h"
 #include "resources/ids.h"
 #include "tests/program/listdriver.h"
-#include "tests/program/scheduledriver.h"
+#include "tests/program/programtest.h"
 #include "tests/program/witnessdriver.h"
 
 #include <windows.h>
@@ -21,14 +20,6 @@ namespace driver {
 
 inline constexpr int nextRunColumn = 3;
 
-/// One that never becomes due in a start by hand.
-inline scheduler::ScheduledProject sleeping(const std::string& path) {
-    scheduler::ScheduledProject entry;
-    entry.path = path;
-    entry.kind = scheduler::ScheduleKind::AtStartup;
-    return entry;
-}
-
 inline scheduler::ScheduledProject after(std::int32_t position, const std::string& path) {
     scheduler::ScheduledProject entry;
     entry.path = path;
@@ -38,13 +29,8 @@ inline scheduler::ScheduledProject after(std::int32_t position, const std::strin
 }
 
 /// The real program with a schedule of the test's own.
-class Commands : public testing::Test {
+class Commands : public ProgramTest {
 protected:
-    void SetUp() override {
-        saveEntries({});
-        base::deleteKey(HKEY_CURRENT_USER, "Software\\Brindlewood\\scheduler");
-    }
-
     void startWith(const std::vector<scheduler::ScheduledProject>& entries,
                    const std::string& switches = "") {
         saveEntries(entries);
@@ -120,12 +106,6 @@ protected:
             send(*key, KEYEVENTF_KEYUP);
     }
 
-    HWND waitForBox() const {
-        waitUntil([&] { return scheduler_.messageBox() != nullptr; });
-        return scheduler_.messageBox();
-    }
-
-    SchedulerProcess scheduler_;
     std::unique_ptr<ListDriver> list_;
     std::unique_ptr<WitnessDriver> witness_;
 };

@@ -3,31 +3,21 @@
 //
 // SCHEDULER_SEED tries one file alone, SCHEDULER_SEEDS that many.
 
-#include "lib/base/registry.h"
 #include "scheduler/model/schedulecodec.h"
 #include "scheduler/model/schedulefile.h"
 #include "tests/program/listdriver.h"
-#include "tests/program/scheduledriver.h"
+#include "tests/program/programtest.h"
 #include "tests/support/damagedschedule.h"
+#include "tests/support/environment.h"
 #include "tests/support/plainschedule.h"
 
-#include <gtest/gtest.h>
-
-#include <cstdlib>
 #include <iostream>
 
 using plainschedule::Record;
 
 namespace {
 
-const std::string programKey = "Software\\Brindlewood\\scheduler";
-
 constexpr unsigned long startsOfAnEverydayRun = 40;
-
-unsigned long numberIn(const char* variable, unsigned long otherwise) {
-    const char* const text = std::getenv(variable);
-    return text ? std::strtoul(text, nullptr, 10) : otherwise;
-}
 
 /// What a start makes of the entries of a file, apart from their next runs.
 std::vector<Record> afterStart(std::vector<Record> records) {
@@ -38,17 +28,12 @@ std::vector<Record> afterStart(std::vector<Record> records) {
     return records;
 }
 
-class Damage : public ::testing::Test {
+class Damage : public driver::ProgramTest {
 protected:
     void SetUp() override {
-        base::deleteKey(HKEY_CURRENT_USER, programKey);
+        ProgramTest::SetUp();
         // Nothing that is due at once changes an entry while the test looks.
-        base::writeNumber(HKEY_CURRENT_USER, programKey + "\\State\\Suspended", 1);
-    }
-    void TearDown() override {
-        scheduler_.kill();
-        driver::saveEntries({});
-        base::deleteKey(HKEY_CURRENT_USER, programKey);
+        base::writeNumber(HKEY_CURRENT_USER, driver::stateKey + "\\Suspended", 1);
     }
 
     /// Starts the program on a file, ends it as its user does, and compares what it then saved. How many
@@ -74,15 +59,14 @@ protected:
         }
         return saved.size();
     }
-
-    driver::SchedulerProcess scheduler_;
 };
 
 TEST_F(Damage, LeavesTheProgramWithTheRightEntriesOrNone) {
     const std::vector<std::byte> whole = scheduler::encodeSchedule(test::richSchedule());
-    const unsigned long only = numberIn("SCHEDULER_SEED", 0);
+    const unsigned long only = test::environmentNumber("SCHEDULER_SEED", 0);
     const unsigned long first = only ? only : 1;
-    const unsigned long last = only ? only : numberIn("SCHEDULER_SEEDS", startsOfAnEverydayRun);
+    const unsigned long last =
+        only ? only : test::environmentNumber("SCHEDULER_SEEDS", startsOfAnEverydayRun);
     std::size_t withEntries = 0;
     for (unsigned long seed = first; seed <= last && !HasFailure(); ++seed) {
         SCOPED_TRACE("SCHEDULER_SEED=" + std::to_string(seed));

@@ -1,34 +1,24 @@
 // The program is ended from outside, at any moment of its life, and started again: it always comes up. The
 // moments are drawn from a seed; SCHEDULER_SEED sets it, SCHEDULER_KILLS the number of them.
 
-#include "lib/base/registry.h"
 #include "resources/ids.h"
 #include "scheduler/model/schedulecodec.h"
 #include "scheduler/model/schedulefile.h"
-#include "scheduler/run/outcomes.h"
 #include "tests/program/listdriver.h"
-#include "tests/program/scheduledriver.h"
-
-#include <gtest/gtest.h>
+#include "tests/program/programtest.h"
+#include "tests/support/environment.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <iostream>
 #include <random>
 
 using base::TimeSpan;
 using base::TimeValue;
-using driver::SchedulerProcess;
 using driver::waitUntil;
 using scheduler::ScheduledProject;
 using scheduler::ScheduleKind;
 
 namespace {
-
-unsigned long numberIn(const char* variable, unsigned long otherwise) {
-    const char* const text = std::getenv(variable);
-    return text ? std::strtoul(text, nullptr, 10) : otherwise;
-}
 
 std::uint64_t sizeOf(const std::string& path) {
     WIN32_FILE_ATTRIBUTE_DATA data{};
@@ -46,20 +36,8 @@ private:
     HWND window_;
 };
 
-class Kill : public ::testing::Test {
+class Kill : public driver::ProgramTest {
 protected:
-    void SetUp() override { clear(); }
-    void TearDown() override {
-        scheduler_.kill();
-        clear();
-    }
-
-    static void clear() {
-        driver::saveEntries({});
-        base::deleteKey(HKEY_CURRENT_USER, "Software\\Brindlewood\\scheduler");
-        base::deleteKey(HKEY_LOCAL_MACHINE, scheduler::outcomesKey);
-    }
-
     static std::vector<ScheduledProject> entries(std::size_t count) {
         std::vector<ScheduledProject> made(count);
         for (std::size_t i = 0; i < count; ++i) {
@@ -81,8 +59,6 @@ protected:
         EXPECT_EQ(driver::savedSchedule().size(), left);
         return left;
     }
-
-    SchedulerProcess scheduler_;
 };
 
 // A large schedule, so that a save takes its time.
@@ -110,8 +86,8 @@ TEST_F(Kill, InTheMiddleOfASaveLeavesTheScheduleWholeOrNone) {
 }
 
 TEST_F(Kill, AtAnyMomentTheProgramComesUpAgain) {
-    const unsigned long seed = numberIn("SCHEDULER_SEED", std::random_device()());
-    const unsigned long kills = numberIn("SCHEDULER_KILLS", 25);
+    const unsigned long seed = test::environmentNumber("SCHEDULER_SEED", std::random_device()());
+    const unsigned long kills = test::environmentNumber("SCHEDULER_KILLS", 25);
     std::cout << "SCHEDULER_SEED=" << seed << "\n";
     std::mt19937 random(static_cast<std::uint32_t>(seed));
     const driver::SampleSpider spider;
@@ -143,7 +119,7 @@ TEST_F(Kill, AtAnyMomentTheProgramComesUpAgain) {
             Sleep(random() % 40);
         }
         scheduler_.kill();
-        base::deleteKey(HKEY_CURRENT_USER, "Software\\Brindlewood\\scheduler");
+        base::deleteKey(HKEY_CURRENT_USER, driver::programKey);
         const std::size_t left = driver::savedSchedule().size();
         ASSERT_TRUE(left == all.size() || left == 0) << left;
         emptied += left == 0;

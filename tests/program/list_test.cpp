@@ -1,25 +1,20 @@
-// The list of the real program: what its cells say, how its rows are sorted, and when it paints.
+// The list of the real program: what its cells say, and when it paints.
 
-#include "lib/base/registry.h"
 #include "resources/ids.h"
 #include "scheduler/model/descriptions.h"
-#include "tests/program/listdriver.h"
-#include "tests/program/scheduledriver.h"
+#include "tests/program/listtest.h"
 #include "tests/program/witnessdriver.h"
 
 #include <commctrl.h>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <memory>
-#include <numeric>
 
 using base::TimeSpan;
 using base::TimeValue;
-using driver::ListDriver;
-using driver::SchedulerProcess;
+using driver::lastResultColumn;
+using driver::lastRunColumn;
+using driver::nextRunColumn;
+using driver::sleeping;
 using driver::waitUntil;
 using driver::WitnessDriver;
 using scheduler::RunCommand;
@@ -29,11 +24,7 @@ using ::testing::ElementsAre;
 
 namespace {
 
-const std::string stateKey = "Software\\Brindlewood\\scheduler\\State";
-constexpr int columns = 6;
-constexpr int nextRunColumn = 3;
-constexpr int lastRunColumn = 4;
-constexpr int lastResultColumn = 5;
+class List : public driver::ListTest {};
 
 ScheduledProject entry(const std::string& path, ScheduleKind kind) {
     ScheduledProject made;
@@ -42,38 +33,7 @@ ScheduledProject entry(const std::string& path, ScheduleKind kind) {
     return made;
 }
 
-/// One whose next run is never by itself, so that its texts stay as they are.
-ScheduledProject sleeping(const std::string& path) {
-    return entry(path, ScheduleKind::AtStartup);
-}
-
-class List : public ::testing::Test {
-protected:
-    void SetUp() override {
-        driver::saveEntries({});
-        base::deleteKey(HKEY_CURRENT_USER, "Software\\Brindlewood\\scheduler");
-    }
-
-    void startWith(const std::vector<ScheduledProject>& entries) {
-        driver::saveEntries(entries);
-        ASSERT_TRUE(scheduler_.start());
-        list_ = std::make_unique<ListDriver>(scheduler_.window());
-    }
-
-    void exitAndStart() {
-        ASSERT_EQ(SchedulerProcess::runToEnd("/close"), 0U);
-        ASSERT_TRUE(scheduler_.waitForExit());
-        ASSERT_TRUE(scheduler_.start());
-        list_ = std::make_unique<ListDriver>(scheduler_.window());
-    }
-
-    const ListDriver& list() const { return *list_; }
-
-    SchedulerProcess scheduler_;
-    std::unique_ptr<ListDriver> list_;
-};
-
-TEST_F(List, ShowsSixColumnsAndNoRowsForAnEmptySchedule) {
+TEST_F(List, ShowsItsColumnsAndNoRowsForAnEmptySchedule) {
     startWith({});
     EXPECT_THAT(list().headers(),
                 ElementsAre("Project", "Schedule", "Parameters", "Next Run", "Last Run", "Last Result"));
@@ -185,87 +145,8 @@ TEST_F(List, ATextLongerThanTheControlsBufferIsCutAndNothingElse) {
     EXPECT_EQ(list().cell(0, lastResultColumn, 8000).find_first_not_of('x') == std::string::npos ||
                   list().cell(0, lastResultColumn, 8000) == entries[0].lastResult,
               true);
-    ASSERT_EQ(SchedulerProcess::runToEnd("/close"), 0U);
-    ASSERT_TRUE(scheduler_.waitForExit());
+    ASSERT_NO_FATAL_FAILURE(close());
     EXPECT_EQ(driver::savedSchedule()[0].lastResult, entries[0].lastResult);
-}
-
-TEST_F(List, AClickOnAHeaderSortsByItsTextsAndASecondOneTurnsThemRound) {
-    const TimeValue now = TimeValue::now();
-    std::vector<ScheduledProject> entries = {sleeping("b.kra"), sleeping("C.kra"), sleeping("a.kra"),
-                                             sleeping("B.kra")};
-    entries[0].lastResult = "10";
-    entries[1].lastResult = "9";
-    entries[2].kind = ScheduleKind::Once; // "(never)"
-    entries[3].disabled = 1;
-    entries[2].runCommand = RunCommand::RelinkFiles;
-    entries[1].lastRun = now - TimeSpan::fromDays(100);
-    entries[3].minutes = 5;
-    startWith(entries);
-    for (int column = 0; column < columns; ++column) {
-        list().select({0, 2});
-        std::vector<std::string> selected = {list().cell(0, 0), list().cell(2, 0)};
-        std::ranges::sort(selected);
-        for (const bool ascending : {true, false}) {
-            list().clickHeader(column);
-            const std::vector<std::string> texts = list().columnTexts(column);
-            EXPECT_TRUE(ascending ? std::ranges::is_sorted(texts)
-                                  : std::ranges::is_sorted(texts, std::greater()))
-                << column;
-            for (int other = 0; other < columns; ++other)
-                EXPECT_EQ(list().sortArrow(other), other != column ? 0
-                                                   : ascending     ? HDF_SORTUP
-                                                                   : HDF_SORTDOWN);
-            std::vector<std::string> still;
-            for (const int row : list().selectedRows())
-                still.push_back(list().cell(row, 0));
-            std::ranges::sort(still);
-            EXPECT_EQ(still, selected) << column;
-        }
-    }
-    list().clickHeader(0);
-    EXPECT_THAT(list().columnTexts(0), ElementsAre("B", "C", "a", "b")) << "capitals come first";
-}
-
-TEST_F(List, TheKeyboardStaysOnItsEntryWhenTheRowsAreSorted) {
-    startWith({sleeping("c.kra"), sleeping("a.kra"), sleeping("b.kra")});
-    list().select({0});
-    list().clickHeader(0);
-    EXPECT_THAT(list().selectedRows(), ElementsAre(2));
-    EXPECT_EQ(list().focusedRow(), 2);
-}
-
-TEST_F(List, SortingNextRunGoesByTextNotByTime) {
-    std::vector<ScheduledProject> entries(3, entry("a.kra", ScheduleKind::Once));
-    entries[0].time = TimeValue::now() + TimeSpan::fromDays(1); // "tomorrow at ..."
-    entries[1].time = TimeValue::now() - TimeSpan::fromDays(1); // "(never)"
-    entries[2].kind = ScheduleKind::AtStartup;                  // "next startup"
-    startWith(entries);
-    list().clickHeader(nextRunColumn);
-    const std::vector<std::string> texts = list().columnTexts(nextRunColumn);
-    EXPECT_EQ(texts[0], "(never)");
-    EXPECT_EQ(texts[1], "next startup");
-    EXPECT_EQ(texts[2].find("tomorrow at "), 0U);
-}
-
-TEST_F(List, SortingLeavesTheScheduleInItsOrder) {
-    startWith({sleeping("b.kra"), sleeping("a.kra")});
-    list().clickHeader(0);
-    EXPECT_THAT(list().columnTexts(0), ElementsAre("a", "b"));
-    exitAndStart();
-    EXPECT_THAT(list().columnTexts(0), ElementsAre("b", "a"));
-}
-
-TEST_F(List, DeletingASortedRowDeletesItsEntry) {
-    startWith({sleeping("c.kra"), sleeping("a.kra"), sleeping("b.kra")});
-    list().clickHeader(0);
-    list().select({1}); // b
-    SendMessageA(scheduler_.window(), WM_COMMAND, IDM_DELETE, 0);
-    EXPECT_THAT(list().columnTexts(0), ElementsAre("a", "c"));
-    EXPECT_TRUE(list().selectedRows().empty());
-    EXPECT_EQ(list().focusedRow(), 1);
-    ASSERT_EQ(driver::savedSchedule().size(), 2U);
-    EXPECT_EQ(driver::savedSchedule()[0].path, "c.kra");
 }
 
 TEST_F(List, ATickPaintsNothingWhenNoTextHasChanged) {
@@ -330,46 +211,6 @@ TEST_F(List, ACutCellIsShownWholeWhereTheMouseRestsUntilTheListMoves) {
     EXPECT_GT(shown.right - shown.left, list().columnWidth(lastResultColumn));
     list().pressKey(VK_DOWN);
     EXPECT_TRUE(waitUntil([&] { return hint() == nullptr; }));
-}
-
-TEST_F(List, ColumnWidthsComeBackAsTheyWereLeft) {
-    startWith({});
-    for (int column = 0; column < columns; ++column)
-        list().setColumnWidth(column, 40 + 10 * column);
-    exitAndStart();
-    for (int column = 0; column < columns; ++column)
-        EXPECT_EQ(list().columnWidth(column), 40 + 10 * column);
-}
-
-TEST_F(List, AWidthThatMakesNoSenseIsIgnored) {
-    startWith({});
-    const int usual = list().columnWidth(0);
-    EXPECT_GT(usual, 20);
-    exitAndStart();
-    scheduler_.kill();
-    for (const std::uint32_t width : {4001U, 0x80000000U, 0xFFFFFFFFU}) {
-        ASSERT_TRUE(base::writeNumber(HKEY_CURRENT_USER, stateKey + "\\Column0", width));
-        ASSERT_TRUE(scheduler_.start());
-        EXPECT_EQ(ListDriver(scheduler_.window()).columnWidth(0), usual) << width;
-        scheduler_.kill();
-    }
-    for (const std::uint32_t width : {0U, 4000U}) {
-        ASSERT_TRUE(base::writeNumber(HKEY_CURRENT_USER, stateKey + "\\Column0", width));
-        ASSERT_TRUE(scheduler_.start());
-        EXPECT_EQ(ListDriver(scheduler_.window()).columnWidth(0), static_cast<int>(width));
-        scheduler_.kill();
-    }
-}
-
-TEST_F(List, TheColumnsFillTheWindowAtFirstAndNeedNoScrolling) {
-    startWith({});
-    int sum = 0;
-    for (int column = 0; column < columns; ++column)
-        sum += list().columnWidth(column);
-    RECT client{};
-    GetClientRect(list().handle(), &client);
-    EXPECT_LE(sum, client.right - GetSystemMetrics(SM_CXVSCROLL));
-    EXPECT_GE(sum, client.right * 9 / 10);
 }
 
 } // namespace

@@ -1,14 +1,11 @@
 // What other processes may post to the main window, and requests that come at bad moments.
 
-#include "lib/base/registry.h"
 #include "lib/base/trayicon.h"
 #include "resources/ids.h"
 #include "scheduler/model/schedulefile.h"
 #include "scheduler/run/worker.h"
 #include "tests/program/listdriver.h"
-#include "tests/program/scheduledriver.h"
-
-#include <gtest/gtest.h>
+#include "tests/program/programtest.h"
 
 #include <array>
 #include <set>
@@ -21,8 +18,6 @@ using scheduler::ScheduledProject;
 using scheduler::ScheduleKind;
 
 namespace {
-
-const std::string programKey = "Software\\Brindlewood\\scheduler";
 
 constexpr std::array<DWORD, 9> oddParameters = {0,       1,          2,          0x203,     0x7FFF,
                                                 0x10000, 0x7FFFFFFF, 0x80000000, 0xFFFFFFFF};
@@ -44,20 +39,12 @@ const std::set<UINT> commands = {IDM_PREFERENCES, IDM_ADD,    IDM_EDIT,  IDM_DEL
                                  IDM_SUSPEND,     IDM_TEST,   IDM_ABOUT, IDM_EXIT,   IDM_HELP,
                                  IDM_DISPLAY,     IDM_ENABLE, IDM_OPEN,  IDM_CLOSE};
 
-class ForeignMessages : public ::testing::Test {
+class ForeignMessages : public driver::ProgramTest {
 protected:
     void SetUp() override {
-        base::deleteKey(HKEY_CURRENT_USER, programKey);
-        // Nothing to run before tomorrow, but something to lose by leaving.
-        pending_.path = "C:\\Sites\\news.kra";
-        pending_.kind = ScheduleKind::Once;
-        pending_.time = pending_.nextRun = TimeValue::now() + TimeSpan::fromDays(1);
+        ProgramTest::SetUp();
+        pending_.nextRun = pending_.time;
         startWith({pending_});
-    }
-    void TearDown() override {
-        scheduler_.kill();
-        driver::saveEntries({});
-        base::deleteKey(HKEY_CURRENT_USER, programKey);
     }
 
     void startWith(const std::vector<ScheduledProject>& entries) {
@@ -125,8 +112,7 @@ protected:
         return waitUntil([&] { return scheduler_.dialogs().size() == count; });
     }
 
-    SchedulerProcess scheduler_;
-    ScheduledProject pending_;
+    ScheduledProject pending_ = driver::pendingEntry();
     unsigned posted_ = 0;
 };
 

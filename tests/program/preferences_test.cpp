@@ -1,13 +1,10 @@
 // The Preferences and About dialogs of the real program, and what the preferences change.
 
 #include "lib/base/processes.h"
-#include "lib/base/registry.h"
 #include "lib/base/trayicon.h"
 #include "resources/ids.h"
 #include "tests/program/listdriver.h"
-#include "tests/program/scheduledriver.h"
-
-#include <gtest/gtest.h>
+#include "tests/program/programtest.h"
 
 #include <functional>
 #include <optional>
@@ -19,9 +16,6 @@ using scheduler::ScheduledProject;
 using scheduler::ScheduleKind;
 
 namespace {
-
-const std::string programKey = "Software\\Brindlewood\\scheduler";
-const std::string runValue = "Software\\Microsoft\\Windows\\CurrentVersion\\Run\\Corvane Scheduler";
 
 /// The preferences of the dialog, as the dialog shows them or the registry has them.
 struct Settings {
@@ -40,7 +34,7 @@ std::ostream& operator<<(std::ostream& out, const Settings& settings) {
 /// What the program has saved; nothing when a value is missing or odd.
 std::optional<Settings> saved() {
     const auto read = [](const char* name) {
-        return base::getNumber(HKEY_CURRENT_USER, programKey + "\\State\\" + name, 99999);
+        return base::getNumber(HKEY_CURRENT_USER, driver::stateKey + "\\" + name, 99999);
     };
     const auto autostart = read("Autostart");
     const auto runMultiple = read("RunMultiple");
@@ -50,14 +44,8 @@ std::optional<Settings> saved() {
     return Settings{autostart == 1, runMultiple == 1, std::to_string(waitTime)};
 }
 
-class PreferencesAndAbout : public ::testing::Test {
+class PreferencesAndAbout : public driver::ProgramTest {
 protected:
-    void SetUp() override {
-        driver::saveEntries({});
-        base::deleteKey(HKEY_CURRENT_USER, programKey);
-        base::deleteValue(HKEY_LOCAL_MACHINE, runValue);
-    }
-
     /// The dialog that a command opens.
     void open(int command) {
         scheduler_.command(command);
@@ -94,7 +82,6 @@ protected:
         return waitUntil([&] { return !IsWindow(dialog_) && IsWindowEnabled(scheduler_.window()); });
     }
 
-    SchedulerProcess scheduler_;
     HWND dialog_ = nullptr;
 };
 
@@ -179,7 +166,7 @@ TEST_F(PreferencesAndAbout, TheAutostartPreferenceRulesWhatExitRegisters) {
         ASSERT_TRUE(closes());
         scheduler_.command(IDM_EXIT);
         ASSERT_TRUE(scheduler_.waitForExit());
-        EXPECT_NE(base::getString(HKEY_LOCAL_MACHINE, runValue).empty(), wanted);
+        EXPECT_NE(base::getString(HKEY_LOCAL_MACHINE, driver::autostartValue).empty(), wanted);
     }
 }
 
