@@ -3,15 +3,14 @@
 // The clock starts on Tuesday 2026-03-10 at 10:00.
 
 #include "resources/ids.h"
-#include "tests/program/editordriver.h"
+#include "tests/program/editortest.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
+
+#include <functional>
 
 using base::TimeValue;
-using driver::EditorDriver;
 using driver::savedSchedule;
-using driver::SchedulerProcess;
 using scheduler::ScheduledProject;
 using scheduler::ScheduleKind;
 using testing::SizeIs;
@@ -22,41 +21,26 @@ TimeValue at(int month, int day, int hour, int minute) {
     return TimeValue::fromLocal(2026, month, day, hour, minute, 0, -1);
 }
 
-class AddByEditor : public ::testing::Test {
+class AddByEditor : public driver::AddInEditor {
 protected:
-    /// Two entries that never run by themselves stand in the schedule already.
     void SetUp() override {
-        std::vector<ScheduledProject> entries(2);
-        entries[0].path = "C:\\Sites\\news.kra";
-        entries[1].path = "C:\\Sites\\archive.kra";
-        for (ScheduledProject& entry : entries)
-            entry.kind = ScheduleKind::AtStartup;
-        driver::saveEntries(entries);
-        ASSERT_TRUE(scheduler_.start());
-        ASSERT_TRUE(editor_.openAdd());
+        ASSERT_NO_FATAL_FAILURE(AddInEditor::SetUp());
         ASSERT_TRUE(editor_.replace(IDC_PROJECT_PATH, "run:backup.exe"));
         editor_.turnTo(IDD_SCHEDULE_PAGE);
     }
 
-    /// The third entry after OK.
-    ScheduledProject addedByOk() {
-        const auto saved = editor_.saveByOk();
-        EXPECT_THAT(saved, SizeIs(3));
-        return saved.size() == 3 ? saved[2] : ScheduledProject();
+    /// OK adds an entry of that kind with the defaults of a new one, but for what `differs` sets.
+    void expectAdded(ScheduleKind kind, const std::function<void(ScheduledProject&)>& differs) const {
+        const ScheduledProject added = addedByOk();
+        ScheduledProject wanted;
+        wanted.path = "run:backup.exe";
+        wanted.kind = kind;
+        wanted.afterIndex = 1;
+        wanted.time = added.time; // depends on the clock
+        wanted.nextRun = TimeValue::never();
+        differs(wanted);
+        EXPECT_EQ(added, wanted);
     }
-
-    /// An entry with the defaults of a new one, as far as they do not depend on the clock.
-    static ScheduledProject fresh(ScheduleKind kind, const ScheduledProject& added) {
-        ScheduledProject entry;
-        entry.path = "run:backup.exe";
-        entry.kind = kind;
-        entry.afterIndex = 1;
-        entry.time = added.time;
-        return entry;
-    }
-
-    SchedulerProcess scheduler_;
-    EditorDriver editor_{scheduler_};
 };
 
 TEST_F(AddByEditor, AfterAnotherProject) {
@@ -67,32 +51,25 @@ TEST_F(AddByEditor, AfterAnotherProject) {
     editor_.choose(IDC_AFTER_PROJECT, 0);
     EXPECT_EQ(editor_.text(IDC_AFTER_PROJECT), "news");
     ASSERT_TRUE(editor_.replace(IDC_AFTER_DELAY, "90"));
-    const ScheduledProject added = addedByOk();
-    ScheduledProject wanted = fresh(ScheduleKind::AfterProject, added);
-    wanted.afterIndex = 0;
-    wanted.minutes = 90;
-    wanted.nextRun = TimeValue::never();
-    EXPECT_EQ(added, wanted);
+    expectAdded(ScheduleKind::AfterProject, [](ScheduledProject& wanted) {
+        wanted.afterIndex = 0;
+        wanted.minutes = 90;
+    });
 }
 
 TEST_F(AddByEditor, AtStartup) {
     ASSERT_TRUE(editor_.chooseKind(ScheduleKind::AtStartup));
     ASSERT_TRUE(editor_.replace(IDC_STARTUP_DELAY, "15"));
-    const ScheduledProject added = addedByOk();
-    ScheduledProject wanted = fresh(ScheduleKind::AtStartup, added);
-    wanted.minutes = 15;
-    wanted.nextRun = TimeValue::never();
-    EXPECT_EQ(added, wanted);
+    expectAdded(ScheduleKind::AtStartup, [](ScheduledProject& wanted) { wanted.minutes = 15; });
 }
 
 TEST_F(AddByEditor, Hourly) {
     ASSERT_TRUE(editor_.chooseKind(ScheduleKind::Hourly));
     ASSERT_TRUE(editor_.replace(IDC_HOURLY_MINUTE, "59"));
-    const ScheduledProject added = addedByOk();
-    ScheduledProject wanted = fresh(ScheduleKind::Hourly, added);
-    wanted.minutes = 59;
-    wanted.nextRun = at(3, 10, 10, 59);
-    EXPECT_EQ(added, wanted);
+    expectAdded(ScheduleKind::Hourly, [](ScheduledProject& wanted) {
+        wanted.minutes = 59;
+        wanted.nextRun = at(3, 10, 10, 59);
+    });
 }
 
 TEST_F(AddByEditor, MondayAndThursdayAtHalfPastSevenInTheEvening) {
@@ -100,35 +77,32 @@ TEST_F(AddByEditor, MondayAndThursdayAtHalfPastSevenInTheEvening) {
     for (const int day : {IDC_TUESDAY, IDC_WEDNESDAY, IDC_FRIDAY, IDC_SATURDAY, IDC_SUNDAY})
         editor_.click(day);
     ASSERT_TRUE(editor_.replace(IDC_DAILY_TIME, "7:30 pm"));
-    const ScheduledProject added = addedByOk();
-    ScheduledProject wanted = fresh(ScheduleKind::Daily, added);
-    wanted.time = at(3, 10, 19, 30);
-    wanted.weekdays = {1, 0, 0, 1, 0, 0, 0};
-    wanted.nextRun = at(3, 12, 19, 30);
-    EXPECT_EQ(added, wanted);
+    expectAdded(ScheduleKind::Daily, [](ScheduledProject& wanted) {
+        wanted.time = at(3, 10, 19, 30);
+        wanted.weekdays = {1, 0, 0, 1, 0, 0, 0};
+        wanted.nextRun = at(3, 12, 19, 30);
+    });
 }
 
 TEST_F(AddByEditor, Monthly) {
     ASSERT_TRUE(editor_.chooseKind(ScheduleKind::Monthly));
     ASSERT_TRUE(editor_.replace(IDC_MONTHLY_DAY, "5"));
     ASSERT_TRUE(editor_.replace(IDC_MONTHLY_TIME, "0645"));
-    const ScheduledProject added = addedByOk();
-    ScheduledProject wanted = fresh(ScheduleKind::Monthly, added);
-    wanted.dayOfMonth = 5;
-    wanted.time = at(3, 10, 6, 45);
-    wanted.nextRun = at(4, 5, 6, 45);
-    EXPECT_EQ(added, wanted);
+    expectAdded(ScheduleKind::Monthly, [](ScheduledProject& wanted) {
+        wanted.dayOfMonth = 5;
+        wanted.time = at(3, 10, 6, 45);
+        wanted.nextRun = at(4, 5, 6, 45);
+    });
 }
 
 TEST_F(AddByEditor, JustOnce) {
     ASSERT_TRUE(editor_.chooseKind(ScheduleKind::Once));
     EXPECT_EQ(editor_.text(IDC_ONCE_TIME).substr(0, 9), "03/10/26 ") << "it offers the near future";
     ASSERT_TRUE(editor_.replace(IDC_ONCE_TIME, "3/31/2026 11:45 pm"));
-    const ScheduledProject added = addedByOk();
-    ScheduledProject wanted = fresh(ScheduleKind::Once, added);
-    wanted.time = at(3, 31, 23, 45);
-    wanted.nextRun = at(3, 31, 23, 45);
-    EXPECT_EQ(added, wanted);
+    expectAdded(ScheduleKind::Once, [](ScheduledProject& wanted) {
+        wanted.time = at(3, 31, 23, 45);
+        wanted.nextRun = at(3, 31, 23, 45);
+    });
 }
 
 TEST_F(AddByEditor, HowItIsRun) {
@@ -156,11 +130,11 @@ TEST_F(AddByEditor, CancelAddsNothing) {
     EXPECT_THAT(savedSchedule(), SizeIs(2));
 }
 
-TEST(AddToAnEmptySchedule, StartsWithAtStartupAndCannotWait) {
-    driver::saveEntries({});
-    SchedulerProcess scheduler;
-    EditorDriver editor(scheduler);
-    ASSERT_TRUE(scheduler.start());
+class AddToAnEmptySchedule : public driver::ProgramTest {};
+
+TEST_F(AddToAnEmptySchedule, StartsWithAtStartupAndCannotWait) {
+    driver::EditorDriver editor(scheduler_);
+    ASSERT_TRUE(scheduler_.start());
     ASSERT_TRUE(editor.openAdd());
     EXPECT_TRUE(editor.isChecked(IDC_KIND_STARTUP));
     EXPECT_FALSE(editor.isEnabled(IDC_KIND_AFTER_PROJECT));

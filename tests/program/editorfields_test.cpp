@@ -1,50 +1,28 @@
 // The fields of the editor in the real program, typed key by key, and what OK does not accept.
 
 #include "resources/ids.h"
-#include "tests/program/editordriver.h"
+#include "tests/program/editortest.h"
+#include "tests/support/kindcontrols.h"
 
-#include <gtest/gtest.h>
-
-using driver::EditorDriver;
 using driver::savedSchedule;
 using driver::SchedulerProcess;
 using driver::TypedKey;
 using driver::waitUntil;
-using scheduler::ScheduledProject;
 using scheduler::ScheduleKind;
+using test::allKinds;
+using test::controlsOfKinds;
 
 namespace {
 
-constexpr ScheduleKind allKinds[] = {ScheduleKind::AfterProject, ScheduleKind::AtStartup,
-                                     ScheduleKind::Hourly,       ScheduleKind::Daily,
-                                     ScheduleKind::Monthly,      ScheduleKind::Once};
-
-const std::vector<int> controlsOfKinds[] = {
-    {1023, 1028, 1025},       {1034, 1027, 1029},
-    {1033, 1015, 1030},       {1035, 1019, 1031, 1006, 1007, 1008, 1009, 1010, 1011, 1012},
-    {1036, 1022, 1032, 1024}, {1037, 1026},
-};
-
-class EditorFields : public ::testing::Test {
+class EditorFields : public driver::AddInEditor {
 protected:
-    void SetUp() override {
-        std::vector<ScheduledProject> entries(2);
-        for (ScheduledProject& entry : entries) {
-            entry.path = "run:backup.exe";
-            entry.kind = ScheduleKind::AtStartup;
-        }
-        driver::saveEntries(entries);
-        ASSERT_TRUE(scheduler_.start());
-        ASSERT_TRUE(editor_.openAdd());
-    }
-
     void expectOnlyControlsOf(ScheduleKind kind) const {
         // The idle pass shows one control after the other, and is over when the next message is answered.
         SendMessageA(editor_.sheet(), WM_NULL, 0, 0);
-        for (int other = 0; other < 6; ++other)
+        for (std::size_t other = 0; other < controlsOfKinds.size(); ++other)
             for (const int id : controlsOfKinds[other]) {
-                EXPECT_EQ(editor_.isShown(id), other == static_cast<int>(kind)) << id;
-                EXPECT_EQ(editor_.isEnabled(id), other == static_cast<int>(kind)) << id;
+                EXPECT_EQ(editor_.isShown(id), other == static_cast<std::size_t>(kind)) << id;
+                EXPECT_EQ(editor_.isEnabled(id), other == static_cast<std::size_t>(kind)) << id;
             }
         EXPECT_TRUE(editor_.isShown(IDC_AFTER_PROJECT));
         EXPECT_EQ(editor_.isEnabled(IDC_AFTER_PROJECT), kind == ScheduleKind::AfterProject);
@@ -60,12 +38,9 @@ protected:
         ASSERT_TRUE(editor_.isMessageClosed());
         EXPECT_TRUE(editor_.isOpen());
         EXPECT_EQ(editor_.currentPage(), page);
-        EXPECT_TRUE(waitUntil([&] { return editor_.focused() == focus; })) << editor_.focused();
+        EXPECT_TRUE(focusGoesTo(focus)) << editor_.focused();
         EXPECT_EQ(savedSchedule().size(), 2U);
     }
-
-    SchedulerProcess scheduler_;
-    EditorDriver editor_{scheduler_};
 };
 
 TEST_F(EditorFields, NumbersAreKeptInTheirRangesKeyByKey) {
@@ -115,11 +90,6 @@ TEST_F(EditorFields, TheKindsInAllThirtyOrders) {
 
 TEST_F(EditorFields, ATimeOfDayTakesItsNormalFormWhenItIsLeft) {
     editor_.turnTo(IDD_SCHEDULE_PAGE);
-    const auto leave = [&](int id) {
-        PostMessageA(editor_.sheet(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(editor_.item(id)), TRUE);
-        EXPECT_TRUE(waitUntil([&] { return editor_.focused() == id; }));
-        editor_.pressKey(VK_TAB);
-    };
     for (const auto& [kind, id] :
          {std::pair{ScheduleKind::Daily, IDC_DAILY_TIME}, {ScheduleKind::Monthly, IDC_MONTHLY_TIME}})
         for (const auto& [typed, shown] : {std::pair{"1930", "7:30 PM"},
@@ -131,7 +101,8 @@ TEST_F(EditorFields, ATimeOfDayTakesItsNormalFormWhenItIsLeft) {
             ASSERT_TRUE(editor_.chooseKind(kind));
             SendMessageA(editor_.item(id), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(""));
             ASSERT_TRUE(editor_.replace(id, typed));
-            leave(id);
+            ASSERT_NO_FATAL_FAILURE(moveFocusTo(id));
+            editor_.pressKey(VK_TAB);
             EXPECT_TRUE(waitUntil([&, &wanted = shown] { return editor_.text(id) == wanted; }))
                 << typed << " becomes " << editor_.text(id);
         }
@@ -150,16 +121,12 @@ TEST_F(EditorFields, WhatIsNoProjectIsRefused) {
     const std::string file = driver::makeTestFolder() + "news.kra";
     driver::writeText(file, "");
     ASSERT_TRUE(editor_.replace(IDC_PROJECT_PATH, file));
-    const auto saved = editor_.saveByOk();
-    ASSERT_EQ(saved.size(), 3U);
-    EXPECT_EQ(saved[2].path, file);
+    EXPECT_EQ(addedByOk().path, file);
 }
 
 TEST_F(EditorFields, ACommandLineNeedsNoFile) {
     ASSERT_TRUE(editor_.replace(IDC_PROJECT_PATH, "run:"));
-    const auto saved = editor_.saveByOk();
-    ASSERT_EQ(saved.size(), 3U);
-    EXPECT_EQ(saved[2].path, "run:");
+    EXPECT_EQ(addedByOk().path, "run:");
 }
 
 TEST_F(EditorFields, DailyWithoutADayIsRefusedFromEitherPage) {
@@ -175,9 +142,7 @@ TEST_F(EditorFields, DailyWithoutADayIsRefusedFromEitherPage) {
             expectRefusal("You must choose at least one day of the week.", IDD_SCHEDULE_PAGE, IDC_MONDAY));
     }
     editor_.click(IDC_SATURDAY);
-    const auto saved = editor_.saveByOk();
-    ASSERT_EQ(saved.size(), 3U);
-    EXPECT_EQ(saved[2].weekdays, (std::array<std::uint8_t, 7>{0, 0, 0, 0, 0, 1, 0}));
+    EXPECT_EQ(addedByOk().weekdays, (std::array<std::uint8_t, 7>{0, 0, 0, 0, 0, 1, 0}));
 }
 
 TEST_F(EditorFields, RelinkingDisablesWhatIsAboutTheConnection) {
@@ -195,11 +160,10 @@ TEST_F(EditorFields, RelinkingDisablesWhatIsAboutTheConnection) {
         editor_.choose(IDC_RUN_COMMAND, command);
         EXPECT_TRUE(allAre(command != 2)) << command;
     }
-    const auto saved = editor_.saveByOk();
-    ASSERT_EQ(saved.size(), 3U);
-    EXPECT_EQ(saved[2].runCommand, scheduler::RunCommand::RelinkFiles);
-    EXPECT_EQ(saved[2].timeLimitMinutes, 50) << "the values stay as they were";
-    EXPECT_EQ(saved[2].disconnectWhenDone, 1);
+    const scheduler::ScheduledProject added = addedByOk();
+    EXPECT_EQ(added.runCommand, scheduler::RunCommand::RelinkFiles);
+    EXPECT_EQ(added.timeLimitMinutes, 50) << "the values stay as they were";
+    EXPECT_EQ(added.disconnectWhenDone, 1);
 }
 
 } // namespace

@@ -2,15 +2,11 @@
 
 #include "resources/ids.h"
 #include "scheduler/ui/framework/browselayout.h"
-#include "tests/program/editordriver.h"
+#include "tests/program/editortest.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
-using driver::EditorDriver;
-using driver::SchedulerProcess;
 using driver::waitUntil;
-using scheduler::ScheduledProject;
 using scheduler::ScheduleKind;
 using testing::ElementsAreArray;
 
@@ -18,23 +14,8 @@ namespace {
 
 constexpr int browseButton = framework::browseButtonIdOf(IDC_PROJECT_PATH);
 
-class EditorKeys : public ::testing::Test {
+class EditorKeys : public driver::AddInEditor {
 protected:
-    void SetUp() override {
-        std::vector<ScheduledProject> entries(2);
-        for (ScheduledProject& entry : entries) {
-            entry.path = "run:backup.exe";
-            entry.kind = ScheduleKind::AtStartup;
-        }
-        driver::saveEntries(entries);
-        ASSERT_TRUE(scheduler_.start());
-        ASSERT_TRUE(editor_.openAdd());
-    }
-
-    bool focusGoesTo(int id) const {
-        return waitUntil([&] { return editor_.focused() == id; });
-    }
-
     /// Where the Tab key leads from here on, up to the sheet's buttons.
     std::vector<int> tabStops() const {
         std::vector<int> stops;
@@ -48,9 +29,6 @@ protected:
         }
         return stops;
     }
-
-    SchedulerProcess scheduler_;
-    EditorDriver editor_{scheduler_};
 };
 
 TEST_F(EditorKeys, TheFocusStartsInThePathAndTabGoesThroughThePageInReadingOrder) {
@@ -73,8 +51,7 @@ TEST_F(EditorKeys, TabGoesFromTheKindThroughItsFields) {
     for (int kind = 0; kind < 6; ++kind) {
         const int button = IDC_KIND_AFTER_PROJECT + kind;
         ASSERT_TRUE(editor_.chooseKind(static_cast<ScheduleKind>(kind)));
-        PostMessageA(editor_.sheet(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(editor_.item(button)), TRUE);
-        ASSERT_TRUE(focusGoesTo(button));
+        ASSERT_NO_FATAL_FAILURE(moveFocusTo(button));
         std::vector<int> wanted;
         wanted.push_back(button);
         for (const int field : fieldsOfKinds[kind])
@@ -100,7 +77,7 @@ TEST_F(EditorKeys, TheLettersOfTheProjectPage) {
 
 TEST_F(EditorKeys, TheLettersOfTheSchedulePage) {
     editor_.turnTo(IDD_SCHEDULE_PAGE);
-    ASSERT_TRUE(waitUntil([&] { return editor_.focused() == IDC_KIND_AFTER_PROJECT; })) << editor_.focused();
+    ASSERT_TRUE(focusGoesTo(IDC_KIND_AFTER_PROJECT)) << editor_.focused();
     struct Letter {
         char ofKind;
         int button;

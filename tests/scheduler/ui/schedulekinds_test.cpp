@@ -3,26 +3,15 @@
 #include "lib/base/formatting.h"
 #include "scheduler/ui/framework/datetext.h"
 #include "tests/scheduler/ui/openschedulepage.h"
-
-#include <array>
+#include "tests/support/kindcontrols.h"
 
 namespace {
 
 using base::TimeSpan;
 using base::TimeValue;
 using scheduler::ScheduleKind;
-
-const std::array<std::vector<int>, 6> controlsOfKinds = {{
-    {1023, 1028, 1025},
-    {1034, 1027, 1029},
-    {1033, 1015, 1030},
-    {1035, 1019, 1031, 1006, 1007, 1008, 1009, 1010, 1011, 1012},
-    {1036, 1022, 1032, 1024},
-    {1037, 1026},
-}};
-
-constexpr std::array allKinds = {ScheduleKind::AfterProject, ScheduleKind::AtStartup, ScheduleKind::Hourly,
-                                 ScheduleKind::Daily,        ScheduleKind::Monthly,   ScheduleKind::Once};
+using test::allKinds;
+using test::controlsOfKinds;
 
 class ScheduleKinds : public test::OpenSchedulePage {
 protected:
