@@ -11,7 +11,6 @@
 
 #include <gmock/gmock.h>
 
-#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -19,14 +18,6 @@
 namespace driver {
 
 inline constexpr int nextRunColumn = 3;
-
-inline scheduler::ScheduledProject after(std::int32_t position, const std::string& path) {
-    scheduler::ScheduledProject entry;
-    entry.path = path;
-    entry.kind = scheduler::ScheduleKind::AfterProject;
-    entry.afterIndex = position;
-    return entry;
-}
 
 /// The real program with a schedule of the test's own.
 class Commands : public ProgramTest {

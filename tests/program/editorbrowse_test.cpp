@@ -4,14 +4,13 @@
 #include "scheduler/ui/framework/browselayout.h"
 #include "tests/program/editordriver.h"
 #include "tests/program/listdriver.h"
+#include "tests/program/programtest.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <dlgs.h>
 
 using driver::EditorDriver;
-using driver::SchedulerProcess;
 using driver::waitUntil;
 using scheduler::ScheduledProject;
 using scheduler::ScheduleKind;
@@ -21,15 +20,13 @@ namespace {
 
 constexpr int browseButton = framework::browseButtonIdOf(IDC_PROJECT_PATH);
 
-class BrowseInEditor : public ::testing::Test {
+class BrowseInEditor : public driver::ProgramTest {
 protected:
     void SetUp() override {
+        ProgramTest::SetUp();
         for (const char* name : {"news.kra", "shop.krb", "old.krc"})
             driver::writeText(folder_ + name, "");
-        ScheduledProject entry;
-        entry.path = folder_ + "news.kra";
-        entry.kind = ScheduleKind::AtStartup;
-        driver::saveEntries({entry});
+        driver::saveEntries({driver::sleeping(folder_ + "news.kra")});
         ASSERT_TRUE(scheduler_.start());
     }
 
@@ -61,7 +58,6 @@ protected:
     }
 
     const std::string folder_ = driver::makeTestFolder();
-    SchedulerProcess scheduler_;
     EditorDriver editor_{scheduler_};
 };
 

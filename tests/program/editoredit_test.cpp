@@ -5,9 +5,9 @@
 #include "scheduler/model/nextrun.h"
 #include "tests/program/editordriver.h"
 #include "tests/program/listdriver.h"
+#include "tests/program/programtest.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <functional>
 #include <memory>
@@ -17,7 +17,6 @@ using base::TimeValue;
 using driver::EditorDriver;
 using driver::ListDriver;
 using driver::savedSchedule;
-using driver::SchedulerProcess;
 using driver::waitUntil;
 using scheduler::RunCommand;
 using scheduler::ScheduledProject;
@@ -55,10 +54,10 @@ ScheduledProject userPart(ScheduledProject entry) {
     return entry;
 }
 
-class EditByEditor : public ::testing::Test {
+class EditByEditor : public driver::ProgramTest {
 protected:
     void TearDown() override {
-        scheduler_.kill();
+        ProgramTest::TearDown();
         base::runProcessAndWait("taskkill /f /im spider.exe", SW_HIDE, "", INFINITE);
     }
 
@@ -70,9 +69,7 @@ protected:
 
     void start(const ScheduledProject& entry) {
         scheduler_.kill();
-        ScheduledProject other;
-        other.path = "C:\\Sites\\news.kra";
-        other.kind = ScheduleKind::AtStartup;
+        const ScheduledProject other = driver::sleeping("C:\\Sites\\news.kra");
         driver::saveEntries({entry, other, other});
         ASSERT_TRUE(scheduler_.start());
         list_ = std::make_unique<ListDriver>(scheduler_.window());
@@ -95,7 +92,6 @@ protected:
         return saved.size() == 3 ? saved[0] : ScheduledProject();
     }
 
-    SchedulerProcess scheduler_;
     EditorDriver editor_{scheduler_};
     std::unique_ptr<ListDriver> list_;
 };
@@ -209,7 +205,7 @@ TEST_F(EditByEditor, ADoubleClickEditsAndEnterIsOk) {
     start(entryOf(ScheduleKind::Hourly));
     list_->doubleClickRow(0);
     ASSERT_TRUE(waitUntil([] { return FindWindowA("#32770", "Edit Scheduled Task") != nullptr; }));
-    ASSERT_TRUE(waitUntil([&] { return scheduler_.messageBox() != nullptr; }));
+    ASSERT_NE(waitForBox(), nullptr);
     SetDlgItemTextA(GetDlgItem(scheduler_.messageBox(), IDD_PROJECT_PAGE), IDC_PROJECT_PATH, "run:enter.exe");
     editor_.pressKey(VK_RETURN);
     EXPECT_TRUE(waitUntil([&] { return firstSaved().path == "run:enter.exe"; }));

@@ -10,12 +10,9 @@
 #include <array>
 #include <set>
 
-using base::TimeSpan;
-using base::TimeValue;
 using driver::SchedulerProcess;
 using driver::waitUntil;
 using scheduler::ScheduledProject;
-using scheduler::ScheduleKind;
 
 namespace {
 

@@ -10,7 +10,6 @@
 #include <optional>
 #include <ostream>
 
-using driver::SchedulerProcess;
 using driver::waitUntil;
 using scheduler::ScheduledProject;
 using scheduler::ScheduleKind;

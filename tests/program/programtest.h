@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <string>
 
 namespace driver {
@@ -22,6 +23,15 @@ inline scheduler::ScheduledProject sleeping(const std::string& path) {
     scheduler::ScheduledProject entry;
     entry.path = path;
     entry.kind = scheduler::ScheduleKind::AtStartup;
+    return entry;
+}
+
+/// An entry that follows the one at a position of the schedule.
+inline scheduler::ScheduledProject after(std::int32_t position, const std::string& path) {
+    scheduler::ScheduledProject entry;
+    entry.path = path;
+    entry.kind = scheduler::ScheduleKind::AfterProject;
+    entry.afterIndex = position;
     return entry;
 }
 

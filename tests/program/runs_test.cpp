@@ -1,55 +1,31 @@
 // The program's main job: what falls due is started, what the spider leaves behind is recorded and saved.
 
 #include "lib/base/processes.h"
-#include "lib/base/registry.h"
 #include "resources/ids.h"
 #include "scheduler/model/schedulefile.h"
 #include "scheduler/run/outcomes.h"
 #include "scheduler/run/worker.h"
-#include "tests/program/scheduledriver.h"
-
-#include <gtest/gtest.h>
+#include "tests/program/programtest.h"
 
 using base::TimeSpan;
 using base::TimeValue;
+using driver::after;
 using driver::savedSchedule;
 using driver::SchedulerProcess;
+using driver::stateKey;
 using driver::waitUntil;
 using scheduler::ScheduledProject;
 using scheduler::ScheduleKind;
 
 namespace {
 
-const std::string stateKey = "Software\\Brindlewood\\scheduler\\State";
-
-/// Every test starts without a schedule and without preferences, with a spider and a log of its own.
-class Runs : public ::testing::Test {
+class Runs : public driver::ProgramTest {
 protected:
-    void SetUp() override { clearSavedState(); }
-    void TearDown() override {
-        scheduler_.kill();
-        clearSavedState();
-    }
-
-    static void clearSavedState() {
-        driver::saveEntries({});
-        base::deleteKey(HKEY_CURRENT_USER, "Software\\Brindlewood\\scheduler");
-        base::deleteKey(HKEY_LOCAL_MACHINE, scheduler::outcomesKey);
-    }
-
     /// An entry that is due once, a few seconds after runWith has started the scheduler.
     static ScheduledProject soon(const std::string& path) {
         ScheduledProject entry;
         entry.path = path;
         entry.kind = ScheduleKind::Once;
-        return entry;
-    }
-
-    static ScheduledProject after(std::int32_t position, const std::string& path) {
-        ScheduledProject entry;
-        entry.path = path;
-        entry.kind = ScheduleKind::AfterProject;
-        entry.afterIndex = position;
         return entry;
     }
 
@@ -84,7 +60,6 @@ protected:
     }
 
     driver::SampleSpider spider_;
-    SchedulerProcess scheduler_;
     TimeValue due_; ///< when the entries of soon() are due
 };
 
