@@ -196,8 +196,7 @@ bool decodeSchedule(std::span<const std::byte> content, std::uint32_t expectedMa
     std::vector<ScheduledProject> entries;
     if (!readEntries(read, count, content.size(), entries))
         return false;
-    list.assign(std::move(entries));
-    return true;
+    return list.assign(std::move(entries));
 }
 
 } // namespace scheduler

@@ -16,6 +16,7 @@ std::size_t grownCapacity(std::size_t neededCount, std::size_t recordSize) {
 std::ptrdiff_t ScheduleList::insert(std::size_t position, ScheduledProject record) {
     position = std::min(position, entries_.size());
     try {
+        makeRoomInObservers(entries_.size() + 1);
         if (entries_.size() == entries_.capacity())
             entries_.reserve(grownCapacity(entries_.size() + 1, sizeof(ScheduledProject)));
     } catch (const std::exception&) {
@@ -60,9 +61,15 @@ void ScheduleList::replace(std::size_t position, ScheduledProject record) {
     entries_[position] = std::move(record);
 }
 
-void ScheduleList::assign(std::vector<ScheduledProject> entries) {
+bool ScheduleList::assign(std::vector<ScheduledProject> entries) {
+    try {
+        makeRoomInObservers(entries.size());
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
     entries_ = std::move(entries);
     notify([count = entries_.size()](ScheduleObserver& observer) { observer.onEntriesLoaded(count); });
+    return true;
 }
 
 void ScheduleList::addObserver(ScheduleObserver& observer) {
@@ -76,6 +83,10 @@ void ScheduleList::addObserver(ScheduleObserver& observer) {
 void ScheduleList::removeObserver(ScheduleObserver& observer) {
     // Its place stays, vacant: an observer may take itself off the list while it is told.
     std::ranges::replace(observers_, &observer, nullptr);
+}
+
+void ScheduleList::makeRoomInObservers(std::size_t count) {
+    notify([count](ScheduleObserver& observer) { observer.makeRoom(count); });
 }
 
 template<class Notice>

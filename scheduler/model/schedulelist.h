@@ -10,10 +10,15 @@
 namespace scheduler {
 
 /// Told of what comes into the schedule and what goes. Not an owner, and must outlive its place in the list
-/// of observers. What it is told has happened already, and takes no memory: it can be relied on to arrive.
+/// of observers. What it is told has happened already, and takes no memory: it can be relied on to arrive,
+/// and must not fail.
 class ScheduleObserver {
 public:
     virtual ~ScheduleObserver() = default;
+
+    /// The schedule is about to hold `count` entries. Whoever keeps something for each of them takes the
+    /// memory now: without it (std::bad_alloc) nothing comes into the schedule.
+    virtual void makeRoom(std::size_t /*count*/) {}
 
     /// An entry stands at `position` now; those behind it moved up. `becameLast`: it is the last one.
     virtual void onEntryInserted(std::size_t position, bool becameLast) = 0;
@@ -69,13 +74,15 @@ public:
     void replace(std::size_t position, ScheduledProject record);
     void clear();
 
-    /// Takes over a whole schedule, as a load does, and tells the observers.
-    void assign(std::vector<ScheduledProject> entries);
+    /// Takes over a whole schedule, as a load does, and tells the observers. False, with the schedule
+    /// unchanged, when these have no memory for it.
+    bool assign(std::vector<ScheduledProject> entries);
 
     void addObserver(ScheduleObserver& observer);
     void removeObserver(ScheduleObserver& observer);
 
 private:
+    void makeRoomInObservers(std::size_t count);
     template<class Notice>
     void notify(const Notice& notice);
 

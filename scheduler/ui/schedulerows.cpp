@@ -77,6 +77,11 @@ std::optional<std::size_t> ScheduleRows::findProject(std::string_view prefix, st
     return std::nullopt;
 }
 
+void ScheduleRows::makeRoom(std::size_t count) {
+    if (count > order_.capacity())
+        order_.reserve(grownCapacity(count, sizeof(order_[0])));
+}
+
 void ScheduleRows::onEntryInserted(std::size_t position, bool becameLast) {
     if (!becameLast)
         for (std::uint32_t& other : order_)

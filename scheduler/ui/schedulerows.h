@@ -55,6 +55,7 @@ public:
     /// The first row from `start` on, and then from the top, whose project begins with `prefix` in any case.
     std::optional<std::size_t> findProject(std::string_view prefix, std::size_t start) const;
 
+    void makeRoom(std::size_t count) override;
     void onEntryInserted(std::size_t position, bool becameLast) override;
     void onEntriesLoaded(std::size_t count) override;
     void onEntriesRemoved(std::span<const std::size_t> positions) override;

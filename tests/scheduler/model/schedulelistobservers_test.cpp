@@ -4,11 +4,13 @@
 #include <gmock/gmock.h>
 
 #include <cstddef>
+#include <new>
 #include <span>
 #include <vector>
 
 namespace {
 
+using scheduler::ScheduledProject;
 using scheduler::ScheduleList;
 using test::fill;
 using test::MockObserver;
@@ -188,6 +190,29 @@ TEST(ScheduleList, AnObserverMayTakeOffAnotherOrJoinWhileTold) {
     EXPECT_CALL(first, onEntryInserted).Times(1);
     EXPECT_CALL(third, onEntryInserted).Times(1);
     list.append(named("b"));
+}
+
+TEST(ScheduleList, NothingComesInThatAnObserverHasNoRoomFor) {
+    struct Narrow : scheduler::ScheduleObserver {
+        std::size_t room = 2;
+        int told = 0;
+        void makeRoom(std::size_t count) override {
+            if (count > room)
+                throw std::bad_alloc();
+        }
+        void onEntryInserted(std::size_t, bool) override { ++told; }
+        void onEntriesLoaded(std::size_t) override { ++told; }
+    } narrow;
+    ScheduleList list;
+    list.addObserver(narrow);
+    fill(list, {"a", "b"});
+    narrow.told = 0;
+    EXPECT_EQ(list.append(named("c")), ScheduleList::noMemory);
+    EXPECT_FALSE(list.assign(std::vector<ScheduledProject>(3)));
+    EXPECT_THAT(namesIn(list), ElementsAre("a", "b"));
+    EXPECT_EQ(narrow.told, 0);
+    EXPECT_TRUE(list.assign({named("d"), named("e")}));
+    EXPECT_THAT(namesIn(list), ElementsAre("d", "e"));
 }
 
 } // namespace

@@ -200,6 +200,43 @@ TEST_F(ScheduleRowsTest, ARemovalFindsItsRowsWithoutMemory) {
     EXPECT_EQ(projects(), "b ");
 }
 
+TEST_F(ScheduleRowsTest, AnEntryThatNoRowCanBeHadForDoesNotComeIntoTheSchedule) {
+    // Room in the schedule, so that it is the rows that are full first.
+    std::vector<ScheduledProject> entries = {project("c"), project("a"), project("b")};
+    entries.reserve(1000);
+    schedule_.assign(std::move(entries));
+    rows_.sortBy(ScheduleColumn::Project);
+    std::string expected = "a b c ";
+    std::ptrdiff_t position = 0;
+    while (position != scheduler::ScheduleList::noMemory) {
+        ASSERT_LT(schedule_.size(), schedule_.capacity());
+        ScheduledProject entry = project("first");
+        {
+            const test::RefusedAllocations refused;
+            EXPECT_NO_THROW(position = schedule_.insert(0, std::move(entry)));
+        }
+        if (position != scheduler::ScheduleList::noMemory)
+            expected += "first ";
+        ASSERT_EQ(rows_.size(), schedule_.size());
+        ASSERT_EQ(projects(), expected);
+    }
+    schedule_.insert(0, project("memory"));
+    EXPECT_EQ(projects(), expected + "memory ");
+}
+
+TEST_F(ScheduleRowsTest, ALoadThatNoRowsCanBeHadForChangesNothing) {
+    load({"c", "a"});
+    rows_.sortBy(ScheduleColumn::Project);
+    std::vector<ScheduledProject> entries(100, project("news"));
+    bool loaded = true;
+    {
+        const test::RefusedAllocations refused;
+        EXPECT_NO_THROW(loaded = schedule_.assign(std::move(entries)));
+    }
+    EXPECT_FALSE(loaded);
+    EXPECT_EQ(projects(), "a c ");
+}
+
 TEST_F(ScheduleRowsTest, ALoadStartsAfresh) {
     load({"c", "a"});
     rows_.sortBy(ScheduleColumn::Project);
