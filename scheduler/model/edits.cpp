@@ -1,9 +1,11 @@
 #include "scheduler/model/edits.h"
 
+#include <utility>
+
 namespace scheduler {
 
-void applyEdit(ScheduledProject& entry, const ScheduledProject& edited) {
-    entry.path = edited.path;
+void applyEdit(ScheduledProject& entry, ScheduledProject edited) {
+    entry.path = std::move(edited.path);
     entry.kind = edited.kind;
     entry.time = edited.time;
     entry.minutes = edited.minutes;
@@ -11,7 +13,7 @@ void applyEdit(ScheduledProject& entry, const ScheduledProject& edited) {
     entry.weekdays = edited.weekdays;
     entry.dayOfMonth = edited.dayOfMonth;
     entry.runCommand = edited.runCommand;
-    entry.dialupEntry = edited.dialupEntry;
+    entry.dialupEntry = std::move(edited.dialupEntry);
     entry.timeLimitMinutes = edited.timeLimitMinutes;
     entry.disconnectWhenDone = edited.disconnectWhenDone;
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <exception>
+#include <new>
 #include <utility>
 
 namespace scheduler {
@@ -24,6 +25,16 @@ public:
 private:
     base::TimeValue now_;
 };
+
+/// How a run ends that did not take place. Its end has to be recorded even when there is no memory for why:
+/// the entry would run for ever.
+RunOutcome notRun(const char* reason) {
+    try {
+        return {reason, 0};
+    } catch (const std::bad_alloc&) {
+        return {};
+    }
+}
 
 std::uint32_t runNumberOf(const ScheduledProject& entry) {
     return static_cast<std::uint32_t>(entry.runNumber);
@@ -117,7 +128,7 @@ bool SchedulerEngine::startEntry(std::size_t position, base::TimeValue now, Caus
             services_.messages.showNotice(systemErrorText);
         // Messages are dispatched while the notice is shown, so the entry is looked up again.
         if (const std::size_t failed = findRun(runNumber); failed < entries_.size())
-            finishRun(failed, now, {systemErrorText, 0});
+            finishRun(failed, now, notRun(systemErrorText));
     }
     services_.listener.onScheduleChanged();
     return true;
@@ -133,7 +144,7 @@ void SchedulerEngine::waitForOthers(std::size_t position, base::TimeValue now) {
         // Giving up is recorded as a run that began and ended now and went well, so it is not retried and
         // those that follow this entry are woken.
         markRunning(entry, now);
-        finishRun(position, now, {conflictText, 0});
+        finishRun(position, now, notRun(conflictText));
     }
     services_.listener.onScheduleChanged();
 }

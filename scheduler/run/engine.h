@@ -24,7 +24,7 @@ class EngineListener {
 public:
     virtual ~EngineListener() = default;
 
-    /// An entry's state or next run may have changed.
+    /// An entry's state or next run may have changed. Must not fail: what has changed is saved behind it.
     virtual void onScheduleChanged() = 0;
 
     /// Asked after each start of a tick: whether that has taken so long that others should have their turn.

@@ -14,6 +14,8 @@
 #include "scheduler/ui/popupmenus.h"
 #include "scheduler/ui/programtexts.h"
 
+#include <utility>
+
 namespace scheduler {
 
 using base::TimeValue;
@@ -220,12 +222,12 @@ void MainWindow::editSelectedEntry() {
     }
     // Other programs can send commands all the while, which put the entry elsewhere or delete it.
     const TrackedEntry tracked(schedule_, *selected);
-    const auto edited = editEntry(activeWindowOr(handle()), schedule_[*selected], schedule_, *selected);
+    auto edited = editEntry(activeWindowOr(handle()), schedule_[*selected], schedule_, *selected);
     if (!edited || !tracked.position())
         return;
     // The engine went on meanwhile: what it recorded in the entry stays.
     ScheduledProject& entry = schedule_[*tracked.position()];
-    applyEdit(entry, edited->record);
+    applyEdit(entry, std::move(edited->record));
     entry.nextRun = computeNextRun(engine_.state(), entry, TimeValue::now());
     list_.refresh();
     file_.save(schedule_);

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <exception>
 #include <numeric>
 #include <utility>
 
@@ -144,10 +145,19 @@ ScheduleListView::PaintedRow ScheduleListView::rowAsOf(base::TimeValue now, std:
     return painted;
 }
 
-void ScheduleListView::refresh() {
+void ScheduleListView::refresh() noexcept {
     const HWND list = handle();
     if (static_cast<std::size_t>(ListView_GetItemCount(list)) != rows_.size())
         ListView_SetItemCountEx(list, rows_.size(), LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL);
+    try {
+        repaintChangedRows();
+    } catch (const std::exception&) {
+        InvalidateRect(list, nullptr, FALSE);
+    }
+    UpdateWindow(list);
+}
+
+void ScheduleListView::repaintChangedRows() {
     const base::TimeValue now = rows_.now();
     for (std::size_t i = 0; i < painted_.size(); ++i) {
         const std::size_t row = firstPainted_ + i;
@@ -157,9 +167,8 @@ void ScheduleListView::refresh() {
         if (painted_[i].texts == current.texts)
             painted_[i] = std::move(current);
         else
-            ListView_RedrawItems(list, static_cast<int>(row), static_cast<int>(row));
+            ListView_RedrawItems(handle(), static_cast<int>(row), static_cast<int>(row));
     }
-    UpdateWindow(list);
 }
 
 void ScheduleListView::onTimePassed() {

@@ -36,8 +36,9 @@ public:
     /// The entry of the topmost selected row.
     std::optional<std::size_t> firstSelectedEntry() const;
 
-    /// Brings the shown rows up to date with the schedule. Paints nothing when no shown text has changed.
-    void refresh();
+    /// Brings the shown rows up to date with the schedule. Paints nothing when no shown text has changed; all
+    /// of it when there is no memory to find that out.
+    void refresh() noexcept;
 
     /// The same when the schedule has not changed, but the time has.
     void onTimePassed();
@@ -61,6 +62,7 @@ private:
     framework::Handled onMessage(const framework::Message& message) override;
     void onGetText(NMLVDISPINFOA& request) const;
     LRESULT onCustomDraw(const NMLVCUSTOMDRAW& draw);
+    void repaintChangedRows();
     void onColumnClick(int column);
     LRESULT onFindItem(const NMLVFINDITEMA& request) const;
 

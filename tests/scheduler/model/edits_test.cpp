@@ -1,7 +1,10 @@
 #include "scheduler/model/edits.h"
+#include "tests/support/allocations.h"
 #include "tests/support/filledentry.h"
 
 #include <gtest/gtest.h>
+
+#include <utility>
 
 namespace {
 
@@ -39,6 +42,20 @@ TEST(ApplyEdit, TakesWhatAUserSetsAndNothingElse) {
         EXPECT_NE(changed, entry);
         EXPECT_NE(changed, edited);
     }
+}
+
+TEST(ApplyEdit, TakesNoMemory) {
+    ScheduledProject edited = filledEntry();
+    edited.path = "C:\\Sites\\a path that lies outside its string.kra";
+    edited.dialupEntry = "a name that lies outside its string";
+    const ScheduledProject expected = edited;
+    ScheduledProject entry;
+    {
+        const test::RefusedAllocations refused;
+        EXPECT_NO_THROW(applyEdit(entry, std::move(edited)));
+    }
+    EXPECT_EQ(entry.path, expected.path);
+    EXPECT_EQ(entry.dialupEntry, expected.dialupEntry);
 }
 
 TEST(ApplyEdit, ARunThatEndedMeanwhileStaysRecorded) {

@@ -1,4 +1,5 @@
 #include "tests/scheduler/run/enginefixture.h"
+#include "tests/support/allocations.h"
 
 #include <gmock/gmock.h>
 
@@ -46,6 +47,29 @@ TEST_F(SchedulerEngineTest, RequestThatCannotBeMadeEndsTheRunTheSameWayForWhatev
         EXPECT_THAT(log, ElementsAre("redraw", "save", "redraw"));
         EXPECT_EQ(entries[0].running, 0);
         EXPECT_EQ(entries[0].lastResult, systemError);
+    }
+}
+
+TEST_F(SchedulerEngineTest, WithoutMemoryForTheReasonTheRunEndsNevertheless) {
+    policy.waitTime = 1;
+    launcher.commandLineFailure = std::make_exception_ptr(std::bad_alloc());
+    addDue("a.kra");
+    addRunning("running", 1);
+    log.reserve(10);
+    clock.set(at(1000));
+    for (const bool conflicts : {false, true}) {
+        log.clear();
+        entries[0].nextRun = at(0);
+        entries[0].waitingSince = at(1);
+        policy.runMultiple = !conflicts;
+        {
+            const test::RefusedAllocations refused;
+            EXPECT_NO_THROW(engine.onTimer(at(1000)));
+        }
+        EXPECT_EQ(entries[0].running, 0);
+        EXPECT_EQ(entries[0].lastRun, at(1000));
+        EXPECT_EQ(entries[0].nextRun, TimeValue::never());
+        EXPECT_THAT(log, ElementsAre("redraw", "save", "redraw"));
     }
 }
 
