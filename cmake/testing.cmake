@@ -3,12 +3,13 @@ set(INSTALL_GTEST OFF)
 set(GTEST_SOURCE_FOLDER /usr/src/googletest CACHE PATH "GoogleTest's sources")
 add_subdirectory(${GTEST_SOURCE_FOLDER} ${PROJECT_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
 
-# corvane_test(FILE [LIBRARIES ...] [ZONES ...] [AT "YYYY-MM-DD hh:mm:ss"] [SPEED n] [SCREEN] [TIMEOUT seconds])
+# corvane_test(FILE [LIBRARIES ...] [ZONES ...] [AT "YYYY-MM-DD hh:mm:ss"] [SPEED n] [SCREEN] [DISK bytes]
+#              [TIMEOUT seconds])
 #
 # Makes one test program of FILE, which is named after the source file it tests, and one test run of it; with
-# ZONES one run more in each of those time zones. AT, SPEED and SCREEN are those of tools/wine: for Windows only.
+# ZONES one run more in each of those time zones. AT, SPEED, SCREEN and DISK are those of tools/wine: for Windows only.
 function(corvane_test file)
-    cmake_parse_arguments(arg "SCREEN" "TIMEOUT;AT;SPEED" "LIBRARIES;ZONES" ${ARGN})
+    cmake_parse_arguments(arg "SCREEN" "TIMEOUT;AT;SPEED;DISK" "LIBRARIES;ZONES" ${ARGN})
     get_filename_component(name ${file} NAME_WE)
     file(RELATIVE_PATH folder ${PROJECT_SOURCE_DIR}/tests ${CMAKE_CURRENT_SOURCE_DIR})
     string(REPLACE "/" "." prefix ${folder})
@@ -33,7 +34,10 @@ function(corvane_test file)
     if(arg_SCREEN)
         list(APPEND wine --screen)
     endif()
-    if(CMAKE_CROSSCOMPILING AND (arg_AT OR arg_SPEED OR arg_SCREEN))
+    if(arg_DISK)
+        list(APPEND wine --disk ${arg_DISK})
+    endif()
+    if(CMAKE_CROSSCOMPILING AND (arg_AT OR arg_SPEED OR arg_SCREEN OR arg_DISK))
         add_test(NAME ${run} COMMAND ${wine} $<TARGET_FILE:${target}>)
     else()
         add_test(NAME ${run} COMMAND ${target})

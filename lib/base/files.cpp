@@ -61,7 +61,11 @@ bool WrittenFile::write(std::span<const std::byte> bytes) {
 
 bool WrittenFile::close() {
     std::FILE* const stream = std::exchange(stream_, nullptr);
-    return stream && std::fclose(stream) == 0;
+    if (!stream)
+        return false;
+    // Not every platform's close tells when what is written last, by the close itself, finds no room.
+    const bool flushed = std::fflush(stream) == 0;
+    return std::fclose(stream) == 0 && flushed;
 }
 
 bool writeFile(const std::string& path, std::span<const std::byte> bytes) {
