@@ -42,7 +42,8 @@ private:
 };
 
 /// A buffer of the calling thread's ring, valid until the thread has asked for 16 more. Threads that
-/// startThread did not start share the main thread's ring, without a lock.
+/// startThread did not start share the main thread's ring, without a lock; so do all threads when the
+/// platform has no thread-local slot left at the program's start.
 void* scratchBuffer(std::size_t size);
 
 /// How many buffers all rings have allocated so far.

@@ -7,10 +7,13 @@
 #include "scheduler/ui/commandswitches.h"
 #include "scheduler/ui/framework/messagepump.h"
 #include "scheduler/ui/mainwindow.h"
+#include "scheduler/ui/messageboxes.h"
 #include "scheduler/ui/programtexts.h"
 
 namespace scheduler {
 namespace {
+
+constexpr const char* startFailedText = "A system error prevented the scheduler from starting.";
 
 /// The running copy is known by its exact title, so a suspended one, whose title says so, is not found and
 /// the message goes nowhere.
@@ -36,8 +39,10 @@ int runProgram(const std::string& commandLine, int showCommand) {
         return 0;
     }
     MainWindow window;
-    if (!window.start(commandLine, showCommand))
+    if (!window.start(commandLine, showCommand)) {
+        MessageBoxes().showError(startFailedText);
         return 1;
+    }
     framework::MessagePump& pump = framework::MessagePump::instance();
     pump.setAccelerators(LoadAcceleratorsA(base::moduleHandle(), MAKEINTRESOURCEA(IDR_ACCELERATORS)));
     return pump.runMainLoop();

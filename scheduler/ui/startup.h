@@ -6,7 +6,8 @@
 namespace scheduler {
 
 /// Runs the program with the text behind its name on the command line and the system's show command: tells a
-/// running copy to close or to show itself, or becomes the running copy. Returns the process's exit code.
+/// running copy to close or to show itself, or becomes the running copy. Returns the process's exit code: 1,
+/// and a message, when the window could not be made or its timer be set.
 int runProgram(const std::string& commandLine, int showCommand);
 
 } // namespace scheduler

@@ -1,5 +1,6 @@
-// The platform refuses one call after another of those by which the registry and the instance's mutex are
-// reached: the answer is a failure, the caller's data is untouched, and no handle is lost.
+// The platform refuses one call after another of those by which the registry, the instance's mutex and the
+// component library are reached: the answer is a failure, the caller's data is untouched, and no handle is
+// lost.
 
 #include "lib/base/opsys.h"
 #include "lib/base/registry.h"
@@ -9,6 +10,11 @@
 #include "tests/support/startedprocess.h"
 
 #include <windows.h>
+
+#include <objbase.h>
+
+#include <cstdio>
+#include <cstdlib>
 
 namespace {
 
@@ -65,6 +71,16 @@ HANDLE WINAPI makeMutex(LPSECURITY_ATTRIBUTES security, BOOL owned, LPCSTR name)
     return nullptr;
 }
 
+HRESULT WINAPI refusedInitialization(LPVOID) {
+    return E_OUTOFMEMORY;
+}
+
+int componentLibraryClosings = 0;
+
+void WINAPI countedClosing() {
+    ++componentLibraryClosings;
+}
+
 } // namespace
 
 SCHEDULER_REPLACE_IMPORT(RegOpenKeyExA, "_RegOpenKeyExA@20", open);
@@ -73,6 +89,9 @@ SCHEDULER_REPLACE_IMPORT(RegSetValueExA, "_RegSetValueExA@24", set);
 SCHEDULER_REPLACE_IMPORT(RegQueryValueExA, "_RegQueryValueExA@24", query);
 SCHEDULER_REPLACE_IMPORT(RegDeleteValueA, "_RegDeleteValueA@8", removeValue);
 SCHEDULER_REPLACE_IMPORT(CreateMutexA, "_CreateMutexA@12", makeMutex);
+
+SCHEDULER_REPLACE_IMPORT(CoInitialize, "_CoInitialize@4", refusedInitialization);
+SCHEDULER_REPLACE_IMPORT(CoUninitialize, "_CoUninitialize@0", countedClosing);
 
 namespace base {
 namespace {
@@ -164,6 +183,17 @@ TEST_F(Refusals, ATextThatGoesAwayMeanwhileIsNotRead) {
     EXPECT_FALSE(readBinary(HKEY_CURRENT_USER, path("Bytes"), text));
     EXPECT_EQ(text, "old");
     EXPECT_EQ(test::handleCount(), handles);
+}
+
+TEST(RefusedComponentLibrary, IsNotClosedEither) {
+    // Runs after what is registered behind it.
+    std::atexit([] {
+        if (componentLibraryClosings != 0) {
+            std::fprintf(stderr, "The component library was closed, but never opened.\n");
+            std::_Exit(1);
+        }
+    });
+    startComponentLibrary();
 }
 
 TEST(RefusedMutex, IsNoOtherInstance) {

@@ -9,6 +9,9 @@
 #include "scheduler/ui/framework/messagepump.h"
 #include "scheduler/ui/framework/propertysheet.h"
 #include "scheduler/ui/mainwindow.h"
+#include "scheduler/ui/programtexts.h"
+#include "scheduler/ui/startup.h"
+#include "tests/scheduler/ui/simulatedmessagebox.h"
 #include "tests/support/gdiobjects.h"
 #include "tests/support/handlecount.h"
 #include "tests/support/importedfunctions.h"
@@ -94,6 +97,20 @@ HRGN WINAPI makeRegion(int left, int top, int right, int bottom, int width, int 
     return refuses("CreateRoundRectRgn") ? nullptr : original(left, top, right, bottom, width, height);
 }
 
+/// The program's last call before its message loop: what is posted now is what the loop finds.
+HACCEL WINAPI loadAccelerators(HINSTANCE instance, LPCSTR name) {
+    static const auto original = platform<decltype(&LoadAcceleratorsA)>("LoadAcceleratorsA");
+    const HWND window = FindWindowA(nullptr, scheduler::programTitle.c_str());
+    PostMessageA(window, WM_COMMAND, IDM_EXIT, 0);
+    return refuses("LoadAcceleratorsA") ? nullptr : original(instance, name);
+}
+
+/// Every start of the program in this process is that of the only copy.
+HANDLE WINAPI makeMutex(LPSECURITY_ATTRIBUTES, BOOL, LPCSTR) {
+    SetLastError(ERROR_SUCCESS);
+    return nullptr;
+}
+
 INT_PTR WINAPI makeSheet(LPCPROPSHEETHEADERA) {
     return refuses("PropertySheetA, -1") ? -1 : 0;
 }
@@ -103,6 +120,8 @@ INT_PTR WINAPI makeSheet(LPCPROPSHEETHEADERA) {
 SCHEDULER_REPLACE_IMPORT(CreateWindowExA, "_CreateWindowExA@48", makeWindow);
 SCHEDULER_REPLACE_IMPORT(RegisterClassExA, "_RegisterClassExA@4", registerClass);
 SCHEDULER_REPLACE_IMPORT(LoadMenuA, "_LoadMenuA@8", loadMenu);
+SCHEDULER_REPLACE_IMPORT(LoadAcceleratorsA, "_LoadAcceleratorsA@8", loadAccelerators);
+SCHEDULER_REPLACE_IMPORT(CreateMutexA, "_CreateMutexA@12", makeMutex);
 SCHEDULER_REPLACE_IMPORT(LoadImageA, "_LoadImageA@24", loadImage);
 SCHEDULER_REPLACE_IMPORT(SetTimer, "_SetTimer@16", setTimer);
 SCHEDULER_REPLACE_IMPORT(SetWindowsHookExA, "_SetWindowsHookExA@16", setHook);
@@ -148,8 +167,8 @@ void expectNothingLostBy(const char* name, const Action& act) {
     refused.clear();
 }
 
-TEST(MainWindowRefusals, WithoutTheWindowItsListOrItsMenuThereIsNoProgram) {
-    for (const char* const name : {"scheduler", WC_LISTVIEWA, "LoadMenuA"}) {
+TEST(MainWindowRefusals, WithoutTheWindowItsListItsMenuOrItsTimerThereIsNoProgram) {
+    for (const char* const name : {"scheduler", WC_LISTVIEWA, "LoadMenuA", "SetTimer"}) {
         expectNothingLostBy(name, [] { EXPECT_FALSE(live()); });
         EXPECT_TRUE(live()) << "another attempt";
     }
@@ -158,6 +177,23 @@ TEST(MainWindowRefusals, WithoutTheWindowItsListOrItsMenuThereIsNoProgram) {
 TEST(MainWindowRefusals, WithoutWhatIsNotNeededTheProgramRuns) {
     for (const char* const name : {"LoadImageA", "Shell_NotifyIconA", "SetWindowsHookExA"})
         expectNothingLostBy(name, [] { EXPECT_TRUE(live()); });
+}
+
+TEST(ProgramRefusals, AStartThatFailsIsReportedOnce) {
+    for (const char* const name : {"scheduler", WC_LISTVIEWA, "LoadMenuA", "SetTimer"})
+        expectNothingLostBy(name, [] {
+            test::shownMessages.clear();
+            EXPECT_EQ(runProgram("/s", SW_SHOWNORMAL), 1);
+            ASSERT_EQ(test::shownMessages.size(), 1U);
+            EXPECT_EQ(test::shownMessages[0].text, "A system error prevented the scheduler from starting.");
+            EXPECT_EQ(test::shownMessages[0].caption, "Corvane Scheduler");
+        });
+}
+
+TEST(ProgramRefusals, WithoutAcceleratorsTheProgramRuns) {
+    test::shownMessages.clear();
+    expectNothingLostBy("LoadAcceleratorsA", [] { EXPECT_EQ(runProgram("/s", SW_SHOWNORMAL), 0); });
+    EXPECT_TRUE(test::shownMessages.empty());
 }
 
 BOOL CALLBACK paintAndClose(HWND window, LPARAM) {
