@@ -1,18 +1,22 @@
 #include "lib/base/base.h"
 #include "lib/base/registry.h"
+#include "lib/base/threads.h"
 #include "resources/ids.h"
 #include "scheduler/model/schedulefile.h"
 #include "scheduler/ui/mainwindow.h"
 #include "scheduler/ui/programtexts.h"
+#include "tests/scheduler/ui/redrawnrows.h"
 #include "tests/support/importedfunctions.h"
 
 #include <windows.h>
 
+#include <process.h>
 #include <shellapi.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -56,8 +60,34 @@ BOOL WINAPI countedIcon(DWORD message, NOTIFYICONDATAA*) {
     return TRUE;
 }
 
+bool messagesAreRefused = false;
+
+UINT WINAPI messageUnlessRefused(LPCSTR name) {
+    static const auto original =
+        test::platformFunction<decltype(&RegisterWindowMessageA)>("user32.dll", "RegisterWindowMessageA");
+    return messagesAreRefused ? 0 : original(name);
+}
+
+/// What a tick meets that nobody foresees: it is thrown once, where the schedule is to be saved.
+bool unforeseen = false;
+
+UINT WINAPI windowsUnlessUnforeseen(LPSTR buffer, UINT size) {
+    static const auto original =
+        test::platformFunction<decltype(&GetWindowsDirectoryA)>("kernel32.dll", "GetWindowsDirectoryA");
+    if (std::exchange(unforeseen, false))
+        throw std::runtime_error("unforeseen");
+    return original(buffer, size);
+}
+
+std::uintptr_t noThread(void(__cdecl*)(void*), unsigned, void*) {
+    return base::threadFailed;
+}
+
 } // namespace
 
+SCHEDULER_REPLACE_IMPORT(RegisterWindowMessageA, "_RegisterWindowMessageA@4", messageUnlessRefused);
+SCHEDULER_REPLACE_IMPORT(GetWindowsDirectoryA, "_GetWindowsDirectoryA@8", windowsUnlessUnforeseen);
+SCHEDULER_REPLACE_IMPORT(_beginthread, "__beginthread", noThread);
 SCHEDULER_REPLACE_IMPORT(SetTimer, "_SetTimer@16", notedTimer);
 SCHEDULER_REPLACE_IMPORT(CreateWindowExA, "_CreateWindowExA@48", notedCreation);
 SCHEDULER_REPLACE_IMPORT(WinHelpA, "_WinHelpA@16", countedHelp);
@@ -66,6 +96,7 @@ SCHEDULER_REPLACE_IMPORT(Shell_NotifyIconA, "_Shell_NotifyIconA@8", countedIcon)
 namespace {
 
 using testing::Contains;
+using testing::ElementsAre;
 using testing::Pair;
 
 class MainWindow : public testing::Test {
@@ -75,6 +106,7 @@ protected:
         base::deleteKey(HKEY_CURRENT_USER, "Software\\Brindlewood");
         scheduler::saveSchedule({});
         timersFail = false;
+        messagesAreRefused = false;
         timers.clear();
         icons = 0;
     }
@@ -107,6 +139,42 @@ TEST_F(MainWindow, TheHelpCommandAsksForTheProgramsHelp) {
     helps = 0;
     SendMessageA(window.handle(), WM_COMMAND, IDM_HELP, 0);
     EXPECT_EQ(helps, 1);
+}
+
+TEST_F(MainWindow, ItsIconComesBackWithTheTaskbar) {
+    scheduler::MainWindow window;
+    ASSERT_TRUE(window.start("/s", SW_SHOW));
+    SendMessageA(window.handle(), RegisterWindowMessageA("TaskbarCreated"), 0, 0);
+    EXPECT_EQ(icons, 2) << "added once more";
+}
+
+TEST_F(MainWindow, WithoutAMessageOfTheTaskbarNoOtherMessageIsTakenForIt) {
+    messagesAreRefused = true;
+    scheduler::MainWindow window;
+    ASSERT_TRUE(window.start("/s", SW_SHOW));
+    SendMessageA(window.handle(), WM_NULL, 0, 0);
+    EXPECT_EQ(icons, 1);
+}
+
+TEST_F(MainWindow, ATickThatEndsByAnExceptionIsOver) {
+    scheduler::ScheduledProject due;
+    due.path = "C:\\Sites\\news.kra";
+    due.kind = scheduler::ScheduleKind::AtStartup;
+    scheduler::ScheduleList schedule;
+    schedule.append(due);
+    ASSERT_TRUE(scheduler::saveSchedule(schedule));
+    scheduler::MainWindow window;
+    ASSERT_TRUE(window.start("/s", SW_SHOW));
+    SendMessageA(window.handle(), WM_COMMAND, IDM_DISPLAY, 0);
+    unforeseen = true;
+    SendMessageA(window.handle(), WM_TIMER, 1, 0); // the run that cannot be started is over and to be saved
+    ASSERT_FALSE(unforeseen) << "nothing was thrown";
+
+    auto* const list = framework::Window::of(GetDlgItem(window.handle(), IDC_SCHEDULE_LIST));
+    ASSERT_NE(list, nullptr);
+    const test::RedrawnRows redrawn(*list);
+    SendMessageA(window.handle(), WM_COMMAND, IDM_SUSPEND, 0);
+    EXPECT_THAT(redrawn.rows, ElementsAre(0U)) << "a change outside of a tick is shown at once";
 }
 
 TEST_F(MainWindow, AStartAtLogOnLeavesTheKeyboardWhereItIs) {

@@ -48,8 +48,16 @@ BOOL WINAPI simulatedTrack(HMENU menu, UINT flags, int x, int y, int, HWND owner
     return TRUE;
 }
 
+bool menuIsRefused = false;
+
+HMENU WINAPI menuUnlessRefused(HINSTANCE instance, LPCSTR name) {
+    static const auto original = test::platformFunction<decltype(&LoadMenuA)>("user32.dll", "LoadMenuA");
+    return menuIsRefused ? nullptr : original(instance, name);
+}
+
 } // namespace
 
+SCHEDULER_REPLACE_IMPORT(LoadMenuA, "_LoadMenuA@8", menuUnlessRefused);
 SCHEDULER_REPLACE_IMPORT(SetForegroundWindow, "_SetForegroundWindow@4", simulatedSetForeground);
 SCHEDULER_REPLACE_IMPORT(GetForegroundWindow, "_GetForegroundWindow@0", simulatedForeground);
 SCHEDULER_REPLACE_IMPORT(GetCursorPos, "_GetCursorPos@4", fixedPointer);
@@ -69,6 +77,7 @@ protected:
         mainWindow = window_.handle();
         foreground = other_.handle();
         whileOpen = nullptr;
+        menuIsRefused = false;
         events.clear();
     }
 
@@ -134,6 +143,16 @@ TEST_F(PopupMenus, AClickBringsForwardTheDialogThatIsOpenOverTheWindow) {
         EXPECT_EQ(foreground, dialog.handle()) << click;
     }
     EnableWindow(mainWindow, TRUE);
+}
+
+TEST_F(PopupMenus, WithoutItsMenuAHiddenWindowDoesNotKeepTheForeground) {
+    menuIsRefused = true;
+    clickRight();
+    EXPECT_THAT(events, ElementsAre("main window forward", "other window forward"));
+    show();
+    events.clear();
+    scheduler::trackMenu(mainWindow, IDR_TRAY_MENU);
+    EXPECT_THAT(events, IsEmpty());
 }
 
 TEST_F(PopupMenus, AClickBringsForwardWhatIsShownOnly) {

@@ -1,5 +1,6 @@
 #include "scheduler/ui/schedulelistview.h"
 #include "tests/scheduler/ui/listwindow.h"
+#include "tests/scheduler/ui/redrawnrows.h"
 #include "tests/support/allocations.h"
 
 #include <gmock/gmock.h>
@@ -87,25 +88,6 @@ TEST_F(ScheduleListView, AfterADeletionItScrollsAndPaintsWhatIsLeft) {
     EXPECT_TRUE(GetUpdateRect(list, nullptr, FALSE));
 }
 
-class RedrawnRows : public framework::MessageFilter {
-public:
-    explicit RedrawnRows(framework::Window& list) : list_(list) { list_.addFilter(*this); }
-    RedrawnRows(const RedrawnRows&) = delete;
-    RedrawnRows& operator=(const RedrawnRows&) = delete;
-    ~RedrawnRows() override { list_.removeFilter(*this); }
-
-    std::vector<WPARAM> rows;
-
-private:
-    framework::Handled filterMessage(framework::Window&, const framework::Message& message) override {
-        if (message.id == LVM_REDRAWITEMS)
-            rows.push_back(message.wParam);
-        return std::nullopt;
-    }
-
-    framework::Window& list_;
-};
-
 TEST_F(ScheduleListView, WhatCannotBeShownForLackOfMemoryIsShownOnceThereIsSome) {
     window_.list.refresh();
     window_.schedule[1].lastResult = "a text that lies outside its string";
@@ -113,7 +95,7 @@ TEST_F(ScheduleListView, WhatCannotBeShownForLackOfMemoryIsShownOnceThereIsSome)
         const test::RefusedAllocations refused;
         window_.list.refresh();
     }
-    const RedrawnRows redrawn(window_.list);
+    const test::RedrawnRows redrawn(window_.list);
     window_.list.refresh();
     EXPECT_THAT(redrawn.rows, ElementsAre(1U));
     window_.list.refresh();
