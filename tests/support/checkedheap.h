@@ -1,0 +1,15 @@
+// Whether anything has written where it should not, in a program that tools/wine --check-heap runs.
+#pragma once
+
+namespace test {
+
+/// Whether the platform surrounds blocks with a pattern at all.
+bool heapIsChecked();
+
+/// How many heaps of the process are damaged now: behind or before a block, or in one that has been freed.
+unsigned damagedHeaps();
+
+/// How many damaged blocks the runtime library was given back since this was asked for last.
+unsigned takeDamagedBlocks();
+
+} // namespace test
