@@ -7,14 +7,18 @@ namespace {
 
 static_assert(sizeof(WINDOWPLACEMENT) == 44 && sizeof(WINDOWPLACEMENT) <= sizeof(PlacementBytes));
 
-bool meetsWorkArea(const RECT& place) {
+/// A placement counts from the corner of the work area, which a task bar moves, not from that of the monitor.
+bool meetsWorkArea(RECT place) {
     const HMONITOR monitor = MonitorFromRect(&place, MONITOR_DEFAULTTONULL);
     if (!monitor)
         return false;
     MONITORINFO info{};
     info.cbSize = sizeof(info);
     RECT common{};
-    return GetMonitorInfoA(monitor, &info) && IntersectRect(&common, &place, &info.rcWork);
+    if (!GetMonitorInfoA(monitor, &info))
+        return false;
+    OffsetRect(&place, info.rcWork.left - info.rcMonitor.left, info.rcWork.top - info.rcMonitor.top);
+    return IntersectRect(&common, &place, &info.rcWork);
 }
 
 bool asksForNormalForm(int showCommand) {

@@ -1,11 +1,30 @@
 #include "scheduler/ui/framework/placement.h"
 #include "scheduler/ui/framework/window.h"
 #include "scheduler/ui/framework/windowclass.h"
+#include "tests/support/importedfunctions.h"
+
+#include <windows.h>
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstring>
+
+namespace {
+
+int taskBarWidth = 0; ///< of one at the left edge
+
+BOOL WINAPI monitorWithTaskBar(HMONITOR monitor, MONITORINFO* info) {
+    static const auto original =
+        test::platformFunction<decltype(&GetMonitorInfoA)>("user32.dll", "GetMonitorInfoA");
+    const BOOL known = original(monitor, info);
+    info->rcWork.left += taskBarWidth;
+    return known;
+}
+
+} // namespace
+
+SCHEDULER_REPLACE_IMPORT(GetMonitorInfoA, "_GetMonitorInfoA@8", monitorWithTaskBar);
 
 namespace {
 
@@ -84,6 +103,19 @@ TEST_F(Placement, APlaceOutsideEveryWorkAreaChangesNothing) {
          {RECT{-5000, -5000, -4000, -4000}, RECT{100000, 100, 100400, 300}, RECT{50, 50, 50, 50}})
         EXPECT_FALSE(applyPlacement(window_.handle(), bytesOf(placed(outside, SW_SHOWNORMAL)), showCommand));
     EXPECT_EQ(place().left, 30);
+}
+
+TEST_F(Placement, APlaceCountsFromTheCornerOfTheWorkArea) {
+    taskBarWidth = 200;
+    int showCommand = SW_SHOWNORMAL;
+    const RECT besideTheTaskBar{0, 0, 150, 100};
+    EXPECT_TRUE(
+        applyPlacement(window_.handle(), bytesOf(placed(besideTheTaskBar, SW_SHOWNORMAL)), showCommand));
+    const int width = GetSystemMetrics(SM_CXSCREEN);
+    const RECT beyondTheScreen{width - 100, 0, width, 100};
+    EXPECT_FALSE(
+        applyPlacement(window_.handle(), bytesOf(placed(beyondTheScreen, SW_SHOWNORMAL)), showCommand));
+    taskBarWidth = 0;
 }
 
 TEST_F(Placement, AMaximisedWindowComesBackMaximisedUnlessItIsToBeHidden) {
