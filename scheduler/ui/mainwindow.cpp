@@ -59,6 +59,9 @@ Handled MainWindow::onMessage(const framework::Message& message) {
     case WM_SETFOCUS:
         takeFocusToList();
         return 0;
+    case WM_SYSCOLORCHANGE: // the platform tells it to top-level windows only
+        SendMessageA(list_.handle(), message.id, message.wParam, message.lParam);
+        return std::nullopt;
     case WM_TIMER:
         onTimer();
         return 0;

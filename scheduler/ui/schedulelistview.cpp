@@ -15,6 +15,9 @@ namespace {
 
 constexpr std::uint32_t widestSavedColumn = 4000;
 
+// Unseen: what screen readers call the list.
+constexpr const char* accessibleName = "Schedule";
+
 // Each column's share of the list's width until the user sets it, in percent.
 constexpr std::array<int, columnCount> defaultShares = {13, 24, 17, 16, 16, 14};
 static_assert(std::ranges::count(defaultShares, 0) == 0, "a column without a share would not be seen");
@@ -53,7 +56,7 @@ private:
 bool ScheduleListView::createIn(HWND parent) {
     const INITCOMMONCONTROLSEX controls{sizeof(controls), ICC_LISTVIEW_CLASSES};
     InitCommonControlsEx(&controls);
-    const HWND list = CreateWindowExA(0, WC_LISTVIEWA, "",
+    const HWND list = CreateWindowExA(0, WC_LISTVIEWA, accessibleName,
                                       WS_CHILD | WS_VISIBLE | WS_TABSTOP | LVS_REPORT | LVS_OWNERDATA |
                                           LVS_SHOWSELALWAYS | LVS_SHAREIMAGELISTS,
                                       0, 0, 0, 0, parent, reinterpret_cast<HMENU>(IDC_SCHEDULE_LIST),
@@ -194,7 +197,17 @@ framework::Handled ScheduleListView::onMessage(const framework::Message& message
     // Accelerators reach the window that has the focus; their commands are its parent's.
     if (message.id == WM_COMMAND && message.lParam == 0)
         return SendMessageA(GetParent(handle()), WM_COMMAND, message.wParam, 0);
+    if (message.id == WM_SYSCOLORCHANGE)
+        takeSystemColours();
     return std::nullopt;
+}
+
+/// The control keeps those that it was made with, on some platforms for good.
+void ScheduleListView::takeSystemColours() const {
+    ListView_SetBkColor(handle(), GetSysColor(COLOR_WINDOW));
+    ListView_SetTextBkColor(handle(), GetSysColor(COLOR_WINDOW));
+    ListView_SetTextColor(handle(), GetSysColor(COLOR_WINDOWTEXT));
+    InvalidateRect(handle(), nullptr, TRUE);
 }
 
 framework::Handled ScheduleListView::onNotify(const NMHDR& notification) {

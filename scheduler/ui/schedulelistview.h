@@ -60,6 +60,7 @@ private:
     };
 
     framework::Handled onMessage(const framework::Message& message) override;
+    void takeSystemColours() const;
     void onGetText(NMLVDISPINFOA& request) const;
     LRESULT onCustomDraw(const NMLVCUSTOMDRAW& draw);
     void repaintChangedRows();

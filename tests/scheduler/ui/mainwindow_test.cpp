@@ -10,6 +10,7 @@
 
 #include <windows.h>
 
+#include <commctrl.h>
 #include <process.h>
 #include <shellapi.h>
 
@@ -175,6 +176,35 @@ TEST_F(MainWindow, ATickThatEndsByAnExceptionIsOver) {
     const test::RedrawnRows redrawn(*list);
     SendMessageA(window.handle(), WM_COMMAND, IDM_SUSPEND, 0);
     EXPECT_THAT(redrawn.rows, ElementsAre(0U)) << "a change outside of a tick is shown at once";
+}
+
+/// Sets a system colour for as long as it lives, as the user does.
+class SystemColour {
+public:
+    SystemColour(int index, COLORREF colour) : index_(index), before_(GetSysColor(index)) { set(colour); }
+    SystemColour(const SystemColour&) = delete;
+    SystemColour& operator=(const SystemColour&) = delete;
+    ~SystemColour() { set(before_); }
+
+private:
+    void set(COLORREF colour) const { SetSysColors(1, &index_, &colour); }
+
+    int index_;
+    COLORREF before_;
+};
+
+TEST_F(MainWindow, TheListTakesOnTheUsersNewColours) {
+    scheduler::MainWindow window;
+    ASSERT_TRUE(window.start("/s", SW_SHOW));
+    const HWND list = GetDlgItem(window.handle(), IDC_SCHEDULE_LIST);
+    const COLORREF darkBlue = RGB(0, 0, 64);
+    const COLORREF yellow = RGB(255, 255, 0);
+    const SystemColour background(COLOR_WINDOW, darkBlue);
+    const SystemColour text(COLOR_WINDOWTEXT, yellow);
+    SendMessageA(window.handle(), WM_SYSCOLORCHANGE, 0, 0); // a system may tell it later
+    EXPECT_EQ(ListView_GetBkColor(list), darkBlue);
+    EXPECT_EQ(ListView_GetTextBkColor(list), darkBlue);
+    EXPECT_EQ(ListView_GetTextColor(list), yellow);
 }
 
 TEST_F(MainWindow, AStartAtLogOnLeavesTheKeyboardWhereItIs) {
