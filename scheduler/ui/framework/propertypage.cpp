@@ -24,6 +24,13 @@ PROPSHEETPAGEA PropertyPage::platformRecord() {
     return record;
 }
 
+void PropertyPage::onAttached() {
+    ControlHost::onAttached();
+    RECT place{};
+    GetWindowRect(handle(), &place);
+    ownSize_ = {place.right - place.left, place.bottom - place.top};
+}
+
 Handled PropertyPage::onMessage(const Message& message) {
     if (message.id == WM_NOTIFY && reinterpret_cast<const NMHDR*>(message.lParam)->code == PSN_APPLY)
         return settle() ? PSNRET_NOERROR : PSNRET_INVALID;

@@ -18,8 +18,16 @@ public:
     /// The record by which the platform makes the page. It refers to this object.
     PROPSHEETPAGEA platformRecord();
 
+    /// In pixels, as the template asks for it in the units of the page's font; whatever room the sheet gives
+    /// it.
+    SIZE ownSize() const { return ownSize_; }
+
 protected:
+    void onAttached() override;
     Handled onMessage(const Message& message) override;
+
+private:
+    SIZE ownSize_{};
 };
 
 /// The dialog procedure of pages: gives the page's window its template's number as its id.

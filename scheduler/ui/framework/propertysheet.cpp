@@ -3,6 +3,7 @@
 #include "lib/base/opsys.h"
 #include "scheduler/ui/framework/messagepump.h"
 #include "scheduler/ui/framework/modalowner.h"
+#include "scheduler/ui/framework/sheetfit.h"
 
 #include <algorithm>
 
@@ -47,10 +48,19 @@ bool PropertySheetDialog::open(const std::string& title, HWND owner) {
     if (result == 0 || result == failed)
         return false;
     const HWND sheet = reinterpret_cast<HWND>(result);
-    if (std::ranges::all_of(pages_, &PropertyPage::isStarted) && attach(sheet))
+    if (std::ranges::all_of(pages_, &PropertyPage::isStarted) && attach(sheet)) {
+        fitToPages();
         return true;
+    }
     DestroyWindow(sheet);
     return false;
+}
+
+void PropertySheetDialog::fitToPages() const {
+    std::vector<SheetPage> pages;
+    for (const PropertyPage* page : pages_)
+        pages.push_back({page->handle(), page->ownSize()});
+    fitSheet(handle(), pages);
 }
 
 void PropertySheetDialog::close() {

@@ -27,6 +27,7 @@ public:
 
 private:
     bool open(const std::string& title, HWND owner);
+    void fitToPages() const;
     void close();
 
     std::vector<PropertyPage*> pages_;

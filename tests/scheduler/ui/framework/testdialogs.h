@@ -27,6 +27,10 @@
 #define IDD_FIRST_PAGE 202
 #define IDD_SECOND_PAGE 203
 
+// The same in a larger font, and in a smaller one.
+#define IDD_LARGE_PAGE 204
+#define IDD_SMALL_PAGE 205
+
 // Texts: a short one, and ones that end just before, at and behind the length that is read at once.
 #define IDS_SHORT 500
 #define IDS_BEFORE 501
