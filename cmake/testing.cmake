@@ -8,13 +8,14 @@ if(CORVANE_CHECKED)
     target_link_libraries(checked_heap PUBLIC project_options GTest::gtest ntdll)
 endif()
 
-# corvane_test(FILE [LIBRARIES ...] [ZONES ...] [AT "YYYY-MM-DD hh:mm:ss"] [SPEED n] [SCREEN] [DISK bytes]
+# corvane_test(FILE [LIBRARIES ...] [ZONES ...] [DPI ...] [AT "YYYY-MM-DD hh:mm:ss"] [SPEED n] [SCREEN] [DISK bytes]
 #              [TIMEOUT seconds])
 #
 # Makes one test program of FILE, which is named after the source file it tests, and one test run of it; with
-# ZONES one run more in each of those time zones. AT, SPEED, SCREEN and DISK are those of tools/wine: for Windows only.
+# ZONES one run more in each of those time zones, with DPI one more in each of those screen resolutions. DPI, AT, SPEED,
+# SCREEN and DISK are those of tools/wine: for Windows only.
 function(corvane_test file)
-    cmake_parse_arguments(arg "SCREEN" "TIMEOUT;AT;SPEED;DISK" "LIBRARIES;ZONES" ${ARGN})
+    cmake_parse_arguments(arg "SCREEN" "TIMEOUT;AT;SPEED;DISK" "LIBRARIES;ZONES;DPI" ${ARGN})
     get_filename_component(name ${file} NAME_WE)
     file(RELATIVE_PATH folder ${PROJECT_SOURCE_DIR}/tests ${CMAKE_CURRENT_SOURCE_DIR})
     string(REPLACE "/" "." prefix ${folder})
@@ -61,7 +62,16 @@ function(corvane_test file)
         endif()
         set_tests_properties(${run}@${zone} PROPERTIES TIMEOUT ${arg_TIMEOUT})
     endforeach()
+    if(CMAKE_CROSSCOMPILING)
+        foreach(dpi IN LISTS arg_DPI)
+            add_test(NAME ${run}@${dpi}dpi COMMAND ${wine} --dpi ${dpi} $<TARGET_FILE:${target}>)
+            set_tests_properties(${run}@${dpi}dpi PROPERTIES TIMEOUT ${arg_TIMEOUT})
+        endforeach()
+    endif()
 endfunction()
+
+# Resolutions above the usual 96, in which fonts grow by different steps.
+set(CORVANE_RESOLUTIONS 120 144 192)
 
 # Zones that differ in what matters: no daylight saving, both hemispheres, half-hour offsets, both signs.
 set(CORVANE_ZONES America/New_York Europe/Berlin Australia/Sydney Asia/Kolkata Pacific/Auckland America/St_Johns)

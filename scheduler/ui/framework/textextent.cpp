@@ -3,22 +3,46 @@
 #include "lib/base/opsys.h"
 #include "lib/base/strings.h"
 
+#include <commctrl.h>
+
 #include <array>
 
 namespace framework {
 namespace {
 
-bool isLeftAlignedText(HWND window) {
+bool isOf(HWND window, const char* wanted) {
     std::array<char, 8> className{};
     GetClassNameA(window, className.data(), static_cast<int>(className.size()));
-    return base::compareNoCase(className.data(), "static") == 0 &&
-           (GetWindowLongA(window, GWL_STYLE) & SS_TYPEMASK) == SS_LEFT;
+    return base::compareNoCase(className.data(), wanted) == 0;
+}
+
+LONG typeOf(HWND window, LONG typeMask) {
+    return GetWindowLongA(window, GWL_STYLE) & typeMask;
+}
+
+bool isLeftAlignedText(HWND window) {
+    return isOf(window, "static") && typeOf(window, SS_TYPEMASK) == SS_LEFT;
+}
+
+bool isBoxWithText(HWND window) {
+    return isOf(window, "button") && (typeOf(window, BS_TYPEMASK) == BS_AUTOCHECKBOX ||
+                                      typeOf(window, BS_TYPEMASK) == BS_AUTORADIOBUTTON);
+}
+
+/// On one line.
+SIZE neededBy(HWND window) {
+    SIZE needed{};
+    if (isLeftAlignedText(window))
+        needed = TextExtent(window).of(base::windowText(window));
+    else if (isBoxWithText(window))
+        SendMessageA(window, BCM_GETIDEALSIZE, 0, reinterpret_cast<LPARAM>(&needed));
+    return needed;
 }
 
 void widenIfCut(HWND window) {
     RECT place{};
     GetWindowRect(window, &place);
-    const SIZE needed = TextExtent(window).of(base::windowText(window));
+    const SIZE needed = neededBy(window);
     const LONG height = place.bottom - place.top;
     const bool hasOneLine = height < 2 * needed.cy;
     if (hasOneLine && needed.cx > place.right - place.left)
@@ -45,8 +69,7 @@ SIZE TextExtent::of(const std::string& text) const {
 
 void widenCutTexts(HWND dialog) {
     for (HWND child = GetWindow(dialog, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT))
-        if (isLeftAlignedText(child))
-            widenIfCut(child);
+        widenIfCut(child);
 }
 
 } // namespace framework

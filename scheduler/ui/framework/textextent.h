@@ -24,8 +24,9 @@ private:
     HGDIOBJ oldFont_;
 };
 
-/// Gives the one-line texts of a dialog that do not fit into their places the width that they need: dialog
-/// units follow the average character, and in some sizes of the font a text is wider than its place.
+/// Gives the one-line texts of a dialog, those of check boxes and radio buttons among them, that do not fit
+/// into their places the width that they need: dialog units follow the average character, and in some sizes
+/// of the font a text is wider than its place.
 void widenCutTexts(HWND dialog);
 
 } // namespace framework

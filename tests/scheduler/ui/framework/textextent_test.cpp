@@ -46,6 +46,24 @@ TEST_F(TextExtent, ATextThatIsCutGetsTheWidthThatItNeeds) {
     EXPECT_EQ(sizeOfLabel().cy, before.cy);
 }
 
+TEST_F(TextExtent, BoxesWithTextGetTheWidthThatTheyNeed) {
+    for (const int id : {IDC_CHECK, IDC_FIRST_CHOICE}) {
+        const HWND box = GetDlgItem(dialog.handle(), id);
+        const auto width = [&] {
+            RECT place{};
+            GetWindowRect(box, &place);
+            return place.right - place.left;
+        };
+        const LONG before = width();
+        framework::widenCutTexts(dialog.handle());
+        EXPECT_EQ(width(), before) << id;
+        const std::string text = "a text that is far too long for its place";
+        SetWindowTextA(box, text.c_str());
+        framework::widenCutTexts(dialog.handle());
+        EXPECT_GE(width(), framework::TextExtent(box).of(text).cx + GetSystemMetrics(SM_CXMENUCHECK)) << id;
+    }
+}
+
 TEST_F(TextExtent, ATextWithRoomForSeveralLinesIsLeft) {
     const SIZE before = sizeOfLabel();
     SetWindowPos(label(), nullptr, 0, 0, before.cx, 3 * before.cy, SWP_NOMOVE | SWP_NOZORDER);

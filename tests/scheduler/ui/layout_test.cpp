@@ -1,0 +1,147 @@
+// Whether all that the dialogs show has the room it needs: a matter of the resolution, so it is run in
+// several.
+
+#include "lib/base/opsys.h"
+#include "resources/ids.h"
+#include "scheduler/ui/dialogs.h"
+#include "scheduler/ui/framework/textextent.h"
+#include "scheduler/ui/framework/window.h"
+#include "tests/scheduler/ui/whileopen.h"
+
+#include <windows.h>
+
+#include <prsht.h>
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace {
+
+DWORD styleOf(HWND window) {
+    return static_cast<DWORD>(GetWindowLongA(window, GWL_STYLE));
+}
+
+bool isOf(HWND window, const char* className) {
+    char name[32]{};
+    GetClassNameA(window, name, sizeof name);
+    return lstrcmpiA(name, className) == 0;
+}
+
+bool isGroupBox(HWND window) {
+    return isOf(window, "Button") && (styleOf(window) & BS_TYPEMASK) == BS_GROUPBOX;
+}
+
+RECT placeOf(HWND window) {
+    RECT place{};
+    GetWindowRect(window, &place);
+    return place;
+}
+
+std::vector<HWND> shownIn(HWND dialog) {
+    std::vector<HWND> shown;
+    for (HWND child = GetWindow(dialog, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT))
+        if (styleOf(child) & WS_VISIBLE)
+            shown.push_back(child);
+    return shown;
+}
+
+std::string told(HWND control) {
+    return std::to_string(GetDlgCtrlID(control)) + " \"" + base::windowText(control) + "\"";
+}
+
+/// What a button draws beside its text, and free around it.
+LONG besideText(HWND button) {
+    switch (styleOf(button) & BS_TYPEMASK) {
+    case BS_AUTOCHECKBOX:
+    case BS_AUTORADIOBUTTON:
+        return GetSystemMetrics(SM_CXMENUCHECK) + 2 * GetSystemMetrics(SM_CXEDGE);
+    default:
+        return 2 * GetSystemMetrics(SM_CXEDGE);
+    }
+}
+
+void expectRoomForText(HWND control) {
+    const bool isText = isOf(control, "Static") && (styleOf(control) & SS_TYPEMASK) == SS_LEFT;
+    if (!isText && !isOf(control, "Button"))
+        return;
+    const SIZE needed = framework::TextExtent(control).of(base::windowText(control));
+    const RECT place = placeOf(control);
+    EXPECT_LE(needed.cx + (isText ? 0 : besideText(control)), place.right - place.left) << told(control);
+    EXPECT_LE(needed.cy, place.bottom - place.top) << told(control);
+}
+
+/// A list is as high as its font asks for only if its items were told so.
+void expectRoomForItems(HWND list) {
+    if (!isOf(list, "ComboBox"))
+        return;
+    const LONG needed = framework::TextExtent(list).of("Xg").cy;
+    constexpr WPARAM shownItem = static_cast<WPARAM>(-1);
+    EXPECT_LE(needed, SendMessageA(list, CB_GETITEMHEIGHT, shownItem, 0)) << told(list);
+    EXPECT_LE(needed, SendMessageA(list, CB_GETITEMHEIGHT, 0, 0)) << told(list);
+}
+
+void expectRoomForAll(HWND dialog) {
+    RECT room{};
+    GetClientRect(dialog, &room);
+    MapWindowPoints(dialog, nullptr, reinterpret_cast<POINT*>(&room), 2);
+    const std::vector<HWND> shown = shownIn(dialog);
+    EXPECT_FALSE(shown.empty());
+    for (std::size_t i = 0; i < shown.size(); ++i) {
+        const RECT place = placeOf(shown[i]);
+        RECT common{};
+        EXPECT_TRUE(IntersectRect(&common, &place, &room) && EqualRect(&common, &place)) << told(shown[i]);
+        expectRoomForText(shown[i]);
+        expectRoomForItems(shown[i]);
+        for (std::size_t j = i + 1; j < shown.size(); ++j) {
+            const RECT other = placeOf(shown[j]);
+            const bool isApart =
+                isGroupBox(shown[i]) || isGroupBox(shown[j]) || !IntersectRect(&common, &place, &other);
+            EXPECT_TRUE(isApart) << told(shown[i]) << " covers " << told(shown[j]);
+        }
+    }
+}
+
+void press(HWND dialog, int button) {
+    SendDlgItemMessageA(dialog, button, BM_CLICK, 0, 0);
+}
+
+TEST(Layout, TheEditorsPagesOfEachKind) {
+    scheduler::ScheduleList schedule;
+    schedule.append({});
+    const test::WhileOpen user([](HWND sheet) {
+        expectRoomForAll(GetDlgItem(sheet, IDD_PROJECT_PAGE));
+        SendMessageA(sheet, PSM_SETCURSEL, 1, 0);
+        const HWND page = GetDlgItem(sheet, IDD_SCHEDULE_PAGE);
+        for (int kind = IDC_KIND_AFTER_PROJECT; kind <= IDC_KIND_ONCE; ++kind) {
+            SCOPED_TRACE(kind);
+            press(page, kind);
+            framework::Window::of(sheet)->onIdle();
+            expectRoomForAll(page);
+        }
+        press(sheet, IDCANCEL);
+    });
+    EXPECT_FALSE(scheduler::editEntry(nullptr, {}, schedule, std::nullopt));
+}
+
+TEST(Layout, ThePreferences) {
+    scheduler::Preferences preferences;
+    const test::WhileOpen user([](HWND dialog) {
+        expectRoomForAll(dialog);
+        press(dialog, IDCANCEL);
+    });
+    EXPECT_FALSE(scheduler::editPreferences(nullptr, preferences));
+}
+
+TEST(Layout, TheAboutDialog) {
+    bool looked = false;
+    const test::WhileOpen user([&](HWND dialog) {
+        expectRoomForAll(dialog);
+        looked = true;
+        press(dialog, IDOK);
+    });
+    scheduler::showAbout(nullptr);
+    EXPECT_TRUE(looked);
+}
+
+} // namespace
