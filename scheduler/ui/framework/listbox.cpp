@@ -7,7 +7,9 @@
 namespace framework {
 namespace {
 
-constexpr int textIndent = 2; // pixels
+// Pixels.
+constexpr int textIndent = 2;
+constexpr int aboveText = 1; // and below it
 
 struct ItemColours {
     int text = COLOR_WINDOWTEXT;
@@ -28,6 +30,21 @@ bool showsFocus(const DRAWITEMSTRUCT& item) {
 }
 
 } // namespace
+
+void ListControl::onAttached() {
+    heightenCutItems();
+    refill();
+}
+
+/// The platform sets the height of drawn items before the dialog has its font, by a font of its own.
+void ListControl::heightenCutItems() {
+    constexpr WPARAM chosenItem = static_cast<WPARAM>(-1); // the one that the closed list shows
+    constexpr WPARAM listedItems = 0;
+    const LONG needed = TextExtent(handle()).of("X").cy + 2 * aboveText;
+    for (const WPARAM item : {chosenItem, listedItems})
+        if (send(CB_GETITEMHEIGHT, item) < needed)
+            send(CB_SETITEMHEIGHT, item, needed);
+}
 
 void ListControl::refill() {
     send(CB_RESETCONTENT);

@@ -32,10 +32,12 @@ public:
     bool onDrawItem(const DRAWITEMSTRUCT& item) override;
 
 protected:
-    void onAttached() override { refill(); }
+    void onAttached() override;
     const ListSource& source() const { return source_; }
 
 private:
+    void heightenCutItems();
+
     /// So that long texts can be read where the list drops down, too.
     void widenDroppedList(int textWidth);
 

@@ -1,5 +1,6 @@
 #include "scheduler/ui/framework/dialog.h"
 #include "scheduler/ui/framework/listbox.h"
+#include "scheduler/ui/framework/textextent.h"
 #include "tests/scheduler/ui/framework/drawnitem.h"
 #include "tests/scheduler/ui/framework/testdialogs.h"
 
@@ -66,6 +67,35 @@ TEST_F(ListBox, HoldsEachTextBesideItsValue) {
     EXPECT_EQ(SendMessageA(handle(), CB_GETITEMDATA, 0, 0), 10);
     EXPECT_EQ(SendMessageA(handle(), CB_GETITEMDATA, 1, 0), 30);
     EXPECT_EQ(SendMessageA(handle(), CB_GETITEMDATA, 2, 0), 20);
+}
+
+/// Does to the list what a platform does whose own font is smaller than the dialog's.
+class LowItems : public framework::Control {
+public:
+    explicit LowItems(framework::ControlHost& host) : Control(host, IDC_LIST_LABEL) {}
+
+protected:
+    void onAttached() override {
+        for (const WPARAM item : {WPARAM{0}, static_cast<WPARAM>(-1)})
+            SendDlgItemMessageA(GetParent(handle()), IDC_LIST, CB_SETITEMHEIGHT, item, 4);
+    }
+};
+
+TEST(ListBoxItems, AreAsHighAsTheFontAsksFor) {
+    class LowListDialog : public framework::Dialog {
+    public:
+        explicit LowListDialog(const framework::ListSource& source)
+            : Dialog(IDD_CONTROLS), low(*this), list(*this, IDC_LIST, source) {}
+        LowItems low;
+        framework::ListBox list;
+    };
+    const ItemList items = threeItems();
+    LowListDialog dialog(items);
+    ASSERT_TRUE(dialog.open(nullptr));
+    const HWND list = dialog.list.handle();
+    const LONG needed = framework::TextExtent(list).of("Xg").cy;
+    for (const WPARAM item : {WPARAM{0}, static_cast<WPARAM>(-1)})
+        EXPECT_GE(SendMessageA(list, CB_GETITEMHEIGHT, item, 0), needed);
 }
 
 TEST_F(ListBox, TheDroppedListIsWideEnoughForItsTexts) {
