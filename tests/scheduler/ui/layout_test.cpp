@@ -2,14 +2,17 @@
 // several.
 
 #include "lib/base/opsys.h"
+#include "lib/base/registry.h"
 #include "resources/ids.h"
 #include "scheduler/ui/dialogs.h"
 #include "scheduler/ui/framework/textextent.h"
 #include "scheduler/ui/framework/window.h"
+#include "scheduler/ui/mainwindow.h"
 #include "tests/scheduler/ui/whileopen.h"
 
 #include <windows.h>
 
+#include <commctrl.h>
 #include <prsht.h>
 
 #include <gtest/gtest.h>
@@ -122,6 +125,23 @@ TEST(Layout, TheEditorsPagesOfEachKind) {
         press(sheet, IDCANCEL);
     });
     EXPECT_FALSE(scheduler::editEntry(nullptr, {}, schedule, std::nullopt));
+}
+
+TEST(Layout, TheListsColumnsFillTheWindowAndNeedNoScrolling) {
+    base::deleteKey(HKEY_CURRENT_USER, "Software\\Brindlewood");
+    scheduler::MainWindow window;
+    ASSERT_TRUE(window.start("/s", SW_SHOW));
+    const HWND list = GetDlgItem(window.handle(), IDC_SCHEDULE_LIST);
+    RECT client{};
+    GetClientRect(window.handle(), &client);
+    EXPECT_EQ(placeOf(list).right - placeOf(list).left, client.right);
+    EXPECT_EQ(placeOf(list).bottom - placeOf(list).top, client.bottom);
+    const int room = client.right - GetSystemMetrics(SM_CXVSCROLL);
+    int widths = 0;
+    for (int column = 0; column < static_cast<int>(scheduler::columnCount); ++column)
+        widths += ListView_GetColumnWidth(list, column);
+    EXPECT_LE(widths, room);
+    EXPECT_GT(widths, room * 9 / 10);
 }
 
 TEST(Layout, ThePreferences) {
