@@ -29,6 +29,8 @@ void PropertyPage::onAttached() {
     RECT place{};
     GetWindowRect(handle(), &place);
     ownSize_ = {place.right - place.left, place.bottom - place.top};
+    if (made_)
+        made_(handle());
 }
 
 Handled PropertyPage::onMessage(const Message& message) {

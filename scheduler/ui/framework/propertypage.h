@@ -5,6 +5,9 @@
 
 #include <prsht.h>
 
+#include <functional>
+#include <utility>
+
 namespace framework {
 
 /// The user presses OK on the sheet: each page in turn is checked, and one that fails keeps the sheet open.
@@ -18,6 +21,10 @@ public:
     /// The record by which the platform makes the page. It refers to this object.
     PROPSHEETPAGEA platformRecord();
 
+    /// Calls `made` when the page's window is there, while its sheet is still being made and cannot be seen
+    /// yet.
+    void setMade(std::function<void(HWND page)> made) { made_ = std::move(made); }
+
     /// In pixels, as the template asks for it in the units of the page's font; whatever room the sheet gives
     /// it.
     SIZE ownSize() const { return ownSize_; }
@@ -27,6 +34,7 @@ protected:
     Handled onMessage(const Message& message) override;
 
 private:
+    std::function<void(HWND)> made_;
     SIZE ownSize_{};
 };
 

@@ -33,8 +33,10 @@ int PropertySheetDialog::run(const std::string& title, HWND owner) {
 
 bool PropertySheetDialog::open(const std::string& title, HWND owner) {
     std::vector<PROPSHEETPAGEA> records;
-    for (PropertyPage* page : pages_)
+    for (PropertyPage* page : pages_) {
+        page->setMade([this](HWND window) { takeOver(GetParent(window)); });
         records.push_back(page->platformRecord());
+    }
     PROPSHEETHEADERA header{};
     header.dwSize = sizeof(header);
     header.dwFlags = PSH_PROPSHEETPAGE | PSH_MODELESS;
@@ -48,12 +50,16 @@ bool PropertySheetDialog::open(const std::string& title, HWND owner) {
     if (result == 0 || result == failed)
         return false;
     const HWND sheet = reinterpret_cast<HWND>(result);
-    if (std::ranges::all_of(pages_, &PropertyPage::isStarted) && attach(sheet)) {
-        fitToPages();
+    takeOver(sheet);
+    if (std::ranges::all_of(pages_, &PropertyPage::isStarted) && handle())
         return true;
-    }
     DestroyWindow(sheet);
     return false;
+}
+
+void PropertySheetDialog::takeOver(HWND sheet) {
+    if (!handle())
+        attach(sheet);
 }
 
 void PropertySheetDialog::fitToPages() const {
@@ -61,6 +67,13 @@ void PropertySheetDialog::fitToPages() const {
     for (const PropertyPage* page : pages_)
         pages.push_back({page->handle(), page->ownSize()});
     fitSheet(handle(), pages);
+}
+
+Handled PropertySheetDialog::onMessage(const Message& message) {
+    // Before it can be seen: not every window manager follows a window that changes just as it appears.
+    if (message.id == WM_SHOWWINDOW && message.wParam)
+        fitToPages();
+    return Window::onMessage(message);
 }
 
 void PropertySheetDialog::close() {

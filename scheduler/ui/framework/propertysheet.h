@@ -25,8 +25,12 @@ public:
     bool preTranslate(MSG& message) override;
     bool isModalFinished() const override;
 
+protected:
+    Handled onMessage(const Message& message) override;
+
 private:
     bool open(const std::string& title, HWND owner);
+    void takeOver(HWND sheet);
     void fitToPages() const;
     void close();
 

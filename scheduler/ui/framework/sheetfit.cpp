@@ -46,7 +46,7 @@ LONG spareWidth(HWND sheet, const std::vector<HWND>& buttons) {
     LONG left = client.right;
     LONG right = 0;
     for (const HWND button : buttons)
-        if (IsWindowVisible(button)) {
+        if (GetWindowLongA(button, GWL_STYLE) & WS_VISIBLE) { // the sheet itself may not be shown yet
             left = std::min(left, placeIn(sheet, button).left);
             right = std::max(right, placeIn(sheet, button).right);
         }

@@ -44,12 +44,17 @@ public:
     }
 
     framework::PropertyPage page;
+    LONG widthWhenShown = 0; ///< of the page, when the sheet was about to appear
 
 protected:
     void onAttached() override { PostMessageA(handle(), shown, 0, 0); }
     framework::Handled onMessage(const framework::Message& message) override {
-        if (message.id != shown)
-            return PropertySheetDialog::onMessage(message);
+        if (message.id != shown) {
+            const framework::Handled handled = PropertySheetDialog::onMessage(message);
+            if (message.id == WM_SHOWWINDOW && message.wParam)
+                widthWhenShown = sizeOf(placeOf(page.handle())).cx;
+            return handled;
+        }
         look_(*this);
         look_ = nullptr;
         SendMessageA(button(IDCANCEL), BM_CLICK, 0, 0);
@@ -84,6 +89,7 @@ TEST_P(SheetFit, ThePageHasTheRoomThatItsFontAsksFor) {
         MapDialogRect(sheet.page.handle(), &wanted);
         EXPECT_EQ(sheet.page.ownSize().cx, wanted.right);
         EXPECT_EQ(sizeOf(placeOf(sheet.page.handle())).cx, wanted.right);
+        EXPECT_EQ(sheet.widthWhenShown, wanted.right);
         expectAllInPlace(sheet);
     });
 }
