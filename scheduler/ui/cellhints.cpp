@@ -23,6 +23,13 @@ void reportRest(HWND window) {
     TrackMouseEvent(&track);
 }
 
+/// A hint stands in front of everything: it would hide what the user is choosing from.
+bool isMenuOpen() {
+    GUITHREADINFO state{};
+    state.cbSize = sizeof(state);
+    return GetGUIThreadInfo(GetCurrentThreadId(), &state) && (state.flags & GUI_INMENUMODE);
+}
+
 } // namespace
 
 CellHints::CellHints(framework::Window& list, const ScheduleRows& rows) : list_(list), rows_(rows) {
@@ -55,6 +62,7 @@ framework::Handled CellHints::filterMessage(framework::Window&, const framework:
     case WM_VSCROLL:
     case WM_HSCROLL:
     case WM_KEYDOWN:
+    case WM_SYSKEYDOWN: // which may open a menu
         onContentMoved();
         break;
     default:
@@ -74,7 +82,7 @@ void CellHints::onMouseMove(POINT point) {
 }
 
 void CellHints::onMouseRests() {
-    if (underMouse_.row < 0 || static_cast<std::size_t>(underMouse_.row) >= rows_.size())
+    if (underMouse_.row < 0 || static_cast<std::size_t>(underMouse_.row) >= rows_.size() || isMenuOpen())
         return;
     framework::Hint hint;
     hint.text = rows_.text(static_cast<std::size_t>(underMouse_.row),

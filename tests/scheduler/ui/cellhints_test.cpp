@@ -30,6 +30,13 @@ std::vector<HWND> hints() {
     return found;
 }
 
+std::function<void()> whileOpen; ///< what is done, once, while a menu runs
+
+void CALLBACK actWhileOpen(HWND, UINT, UINT_PTR, DWORD) noexcept {
+    if (whileOpen)
+        std::exchange(whileOpen, nullptr)();
+}
+
 class CellHints : public testing::Test {
 protected:
     CellHints() {
@@ -133,7 +140,8 @@ TEST_F(CellHints, TheHintGoesWhenTheListMovesUnderTheMouseAndComesAgainWhenItRes
                                              {WM_MOUSEHWHEEL, MAKEWPARAM(0, WHEEL_DELTA)},
                                              {WM_VSCROLL, SB_LINEDOWN},
                                              {WM_HSCROLL, SB_LINERIGHT},
-                                             {WM_KEYDOWN, VK_DOWN}};
+                                             {WM_KEYDOWN, VK_DOWN},
+                                             {WM_SYSKEYDOWN, VK_MENU}};
     for (const auto& [message, parameter] : moves) {
         restAt(place);
         ASSERT_EQ(hints().size(), 1U) << message;
@@ -163,6 +171,26 @@ TEST_F(CellHints, TheHintGoesWhenItsRowChanges) {
         window_.schedule.remove(2);
         window_.list.onRowsDeleted();
     }));
+}
+
+TEST_F(CellHints, NoneComesInFrontOfAMenu) {
+    std::size_t shown = 99;
+    whileOpen = [&] {
+        restAt(placeOf(0, ScheduleColumn::LastResult));
+        shown = hints().size();
+        EndMenu();
+    };
+    const HMENU menu = CreatePopupMenu();
+    AppendMenuA(menu, MF_STRING, 1, "Display");
+    const UINT_PTR timer = SetTimer(nullptr, 0, USER_TIMER_MINIMUM, &actWhileOpen);
+    TrackPopupMenu(menu, 0, 0, 0, 0, window_.handle(), nullptr);
+    KillTimer(nullptr, timer);
+    DestroyMenu(menu);
+    EXPECT_EQ(shown, 0U);
+    EXPECT_TRUE(hints().empty());
+    send(WM_MOUSELEAVE, {});
+    restAt(placeOf(0, ScheduleColumn::LastResult));
+    EXPECT_EQ(hints().size(), 1U) << "afterwards they come again";
 }
 
 TEST_F(CellHints, NothingIsWatchedAnyMoreAfterwards) {
