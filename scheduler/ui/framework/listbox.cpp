@@ -38,7 +38,7 @@ void ListControl::onAttached() {
 
 /// The platform sets the height of drawn items before the dialog has its font, by a font of its own.
 void ListControl::heightenCutItems() {
-    constexpr WPARAM chosenItem = static_cast<WPARAM>(-1); // the one that the closed list shows
+    constexpr auto chosenItem = static_cast<WPARAM>(-1); // the one that the closed list shows
     constexpr WPARAM listedItems = 0;
     const LONG needed = TextExtent(handle()).of("X").cy + 2 * aboveText;
     for (const WPARAM item : {chosenItem, listedItems})
