@@ -1,16 +1,12 @@
 #include "scheduler/ui/framework/chosenfiles.h"
 
 #include "lib/base/formatting.h"
+#include "lib/base/paths.h"
 
 #include <algorithm>
 
 namespace framework {
 namespace {
-
-/// Up to and with its last backslash.
-std::string folderOf(const std::string& path) {
-    return path.substr(0, path.rfind('\\') + 1);
-}
 
 std::vector<std::string> piecesOf(std::string_view answer) {
     std::vector<std::string> pieces;
@@ -46,7 +42,7 @@ std::string chosenFilesText(const std::vector<std::string>& files) {
         return {};
     if (files.size() == 1)
         return files.front();
-    const std::string folder = folderOf(files.front());
+    const std::string folder = base::directoryOf(files.front());
     std::string text = base::format("%s\"%s\"", std::string(), files.front());
     for (std::size_t next = 1; next < files.size(); ++next)
         text += base::format("%s\"%s\"", std::string(" "), folder + files[next]);
