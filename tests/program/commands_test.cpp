@@ -70,7 +70,7 @@ TEST_F(Commands, AnEntryCanBeDeletedWhileItRuns) {
     carryOut(IDM_DELETE);
     EXPECT_THAT(list().columnTexts(0), ElementsAre("b"));
     ASSERT_TRUE(waitUntil([&] { return spider.logged("end run 1") == 1; }));
-    Sleep(500);
+    ASSERT_TRUE(witness().passTicks(2));
     EXPECT_TRUE(scheduler_.isRunning());
     EXPECT_EQ(list().cell(0, 4), "Never");
 }
@@ -180,8 +180,7 @@ TEST_F(Commands, OtherDroppedFilesChangeNothing) {
     const std::string before = driver::readBytes(scheduler::schedulePath());
     witness().drop({"C:\\Sites\\notes.txt", "C:\\Sites\\a.kr", "C:\\Sites\\a.kra.bak"});
     witness().drop({});
-    SendMessageA(window(), WM_NULL, 0, 0);
-    Sleep(300);
+    ASSERT_TRUE(witness().passTicks(2));
     EXPECT_EQ(list().rowCount(), 1);
     EXPECT_EQ(scheduler_.messageBox(), nullptr);
     EXPECT_EQ(driver::readBytes(scheduler::schedulePath()), before);

@@ -154,20 +154,16 @@ TEST_F(List, ATickPaintsNothingWhenNoTextHasChanged) {
     startWith(entries);
     const WitnessDriver witness(scheduler_.window(), list().handle());
     ASSERT_TRUE(witness.isThere());
-    const auto passTicks = [&](LONG count) {
-        const LONG end = witness.ticks() + count;
-        return waitUntil([&] { return witness.ticks() >= end; });
-    };
     const auto settledPaints = [&] {
         LONG paints = 0;
         EXPECT_TRUE(waitUntil([&] {
             paints = witness.paints();
-            return passTicks(1) && witness.paints() == paints;
+            return witness.passTicks(1) && witness.paints() == paints;
         }));
         return paints;
     };
     const LONG before = settledPaints(); // with what the start has left to paint
-    ASSERT_TRUE(passTicks(4));
+    ASSERT_TRUE(witness.passTicks(4));
     EXPECT_EQ(witness.paints(), before);
 
     // The counter does count, and only the row that has changed is painted.

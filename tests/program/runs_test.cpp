@@ -6,6 +6,7 @@
 #include "scheduler/run/outcomes.h"
 #include "scheduler/run/worker.h"
 #include "tests/program/programtest.h"
+#include "tests/program/witnessdriver.h"
 
 using base::TimeSpan;
 using base::TimeValue;
@@ -236,7 +237,8 @@ TEST_F(Runs, NothingIsStartedWhileSuspendedAndMissedOccasionsAreSkipped) {
     EXPECT_TRUE(waitUntil([&] { return driver::textOf(scheduler_.window()) == "Corvane Scheduler"; }));
     EXPECT_TRUE(
         waitUntil([&] { return base::getNumber(HKEY_CURRENT_USER, stateKey + "\\Suspended", 9) == 0; }));
-    Sleep(2500);
+    const driver::WitnessDriver witness(scheduler_.window(), scheduler_.window());
+    ASSERT_TRUE(witness.isThere() && witness.passTicks(3));
     EXPECT_TRUE(spider_.log().empty());
 }
 

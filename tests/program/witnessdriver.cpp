@@ -84,6 +84,11 @@ void WitnessDriver::count() const {
     SendMessageA(mainWindow_, RegisterWindowMessageA(witness::countMessage), 0, 0);
 }
 
+bool WitnessDriver::passTicks(LONG count) const {
+    const LONG end = ticks() + count;
+    return waitUntil([&] { return ticks() >= end; });
+}
+
 bool WitnessDriver::isMenuOpen() const {
     GUITHREADINFO information{};
     information.cbSize = sizeof(information);
