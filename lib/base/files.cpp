@@ -56,7 +56,8 @@ void MappedFile::close() {
 WrittenFile::WrittenFile(const std::string& path) : stream_(openForWriting(path)) {}
 
 bool WrittenFile::write(std::span<const std::byte> bytes) {
-    return stream_ && std::fwrite(bytes.data(), 1, bytes.size(), stream_) == bytes.size();
+    // Nothing at all may stand nowhere, where the runtime library must not be sent to.
+    return stream_ && (bytes.empty() || std::fwrite(bytes.data(), 1, bytes.size(), stream_) == bytes.size());
 }
 
 bool WrittenFile::close() {

@@ -1,5 +1,6 @@
 #include "lib/base/threads.h"
 
+#include "lib/base/callbacks.h"
 #include "lib/base/dateparsing.h"
 
 #include <windows.h>
@@ -28,7 +29,7 @@ struct ThreadStart {
     void* argument;
 };
 
-void runThread(void* parameter) {
+CALLED_BY_PLATFORM void runThread(void* parameter) {
     ScratchRing ring;
     TlsSetValue(ringSlot, &ring);
     const std::unique_ptr<const ThreadStart> start(static_cast<const ThreadStart*>(parameter));

@@ -1,6 +1,7 @@
 #include "scheduler/ui/framework/browseedit.h"
 
 #include "lib/base/base.h"
+#include "lib/base/callbacks.h"
 #include "lib/base/opsys.h"
 #include "lib/base/strings.h"
 #include "scheduler/ui/framework/browselayout.h"
@@ -19,7 +20,7 @@ namespace {
 constexpr std::size_t usualAnswer = 64 * 1024;
 constexpr std::size_t longestAnswer = 4 * 1024 * 1024;
 
-UINT_PTR CALLBACK centreWhenReady(HWND hook, UINT id, WPARAM, LPARAM lParam) noexcept {
+CALLED_BY_PLATFORM UINT_PTR CALLBACK centreWhenReady(HWND hook, UINT id, WPARAM, LPARAM lParam) noexcept {
     // The hook's window is a child of the dialog.
     if (id == WM_NOTIFY && reinterpret_cast<const OFNOTIFYA*>(lParam)->hdr.code == CDN_INITDONE)
         centreWindow(GetParent(hook));

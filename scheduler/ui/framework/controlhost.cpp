@@ -1,5 +1,6 @@
 #include "scheduler/ui/framework/controlhost.h"
 
+#include "lib/base/callbacks.h"
 #include "scheduler/ui/framework/control.h"
 #include "scheduler/ui/framework/messagepump.h"
 #include "scheduler/ui/framework/textextent.h"
@@ -95,7 +96,7 @@ void ControlHost::showItem(int id, bool visible) {
     showWindow(GetDlgItem(handle(), id), visible);
 }
 
-INT_PTR CALLBACK dialogProcedure(HWND dialog, UINT id, WPARAM, LPARAM lParam) noexcept {
+CALLED_BY_PLATFORM INT_PTR CALLBACK dialogProcedure(HWND dialog, UINT id, WPARAM, LPARAM lParam) noexcept {
     if (id != WM_INITDIALOG)
         return FALSE;
     try {

@@ -1,5 +1,6 @@
 #include "scheduler/ui/framework/messagepump.h"
 
+#include "lib/base/callbacks.h"
 #include "scheduler/ui/framework/sentonly.h"
 #include "scheduler/ui/framework/window.h"
 
@@ -11,7 +12,7 @@ namespace {
 // Wakes the pump, so that a loop never sleeps for longer than this.
 constexpr UINT wakeUpMilliseconds = 200;
 
-BOOL CALLBACK updateIdle(HWND window, LPARAM) noexcept {
+CALLED_BY_PLATFORM BOOL CALLBACK updateIdle(HWND window, LPARAM) noexcept {
     try {
         if (Window* object = Window::of(window))
             object->onIdle();

@@ -1,5 +1,6 @@
 #include "scheduler/ui/framework/propertypage.h"
 
+#include "lib/base/callbacks.h"
 #include "lib/base/opsys.h"
 
 namespace framework {
@@ -39,7 +40,7 @@ Handled PropertyPage::onMessage(const Message& message) {
     return ControlHost::onMessage(message);
 }
 
-INT_PTR CALLBACK pageProcedure(HWND page, UINT id, WPARAM wParam, LPARAM lParam) noexcept {
+CALLED_BY_PLATFORM INT_PTR CALLBACK pageProcedure(HWND page, UINT id, WPARAM wParam, LPARAM lParam) noexcept {
     if (id != WM_INITDIALOG)
         return FALSE;
     const LPARAM object = reinterpret_cast<const PROPSHEETPAGEA*>(lParam)->lParam;

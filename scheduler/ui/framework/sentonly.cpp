@@ -1,5 +1,7 @@
 #include "scheduler/ui/framework/sentonly.h"
 
+#include "lib/base/callbacks.h"
+
 namespace framework {
 namespace {
 
@@ -8,7 +10,7 @@ bool isSentOnly(UINT message) {
     return message == WM_NOTIFY || message == WM_DESTROY || message == WM_NCDESTROY;
 }
 
-LRESULT CALLBACK onTaken(int code, WPARAM wParam, LPARAM lParam) noexcept {
+CALLED_BY_PLATFORM LRESULT CALLBACK onTaken(int code, WPARAM wParam, LPARAM lParam) noexcept {
     if (code == HC_ACTION)
         nullIfSentOnly(*reinterpret_cast<MSG*>(lParam));
     return CallNextHookEx(nullptr, code, wParam, lParam);

@@ -1,5 +1,6 @@
 #include "scheduler/ui/framework/window.h"
 
+#include "lib/base/callbacks.h"
 #include "lib/base/opsys.h"
 #include "scheduler/ui/framework/windowclass.h"
 
@@ -147,7 +148,8 @@ void Window::unbind() {
     handle_ = nullptr;
 }
 
-LRESULT CALLBACK windowProcedure(HWND window, UINT id, WPARAM wParam, LPARAM lParam) noexcept {
+CALLED_BY_PLATFORM LRESULT CALLBACK windowProcedure(HWND window, UINT id, WPARAM wParam,
+                                                    LPARAM lParam) noexcept {
     const Message message{id, wParam, lParam};
     if (Window* object = objectFor(window, message)) {
         if (!object->handle_)

@@ -1,3 +1,4 @@
+#include "lib/base/callbacks.h"
 #include "scheduler/ui/cellhints.h"
 #include "scheduler/ui/framework/hintface.h"
 #include "scheduler/ui/framework/hintwindow.h"
@@ -18,7 +19,7 @@ using scheduler::ScheduleColumn;
 
 const std::string longResult = "3 pages could not be found, and of 12 others the server has sent only a part";
 
-BOOL CALLBACK collectHint(HWND window, LPARAM list) {
+CALLED_BY_PLATFORM BOOL CALLBACK collectHint(HWND window, LPARAM list) {
     if (dynamic_cast<HintWindow*>(Window::of(window)))
         reinterpret_cast<std::vector<HWND>*>(list)->push_back(window);
     return TRUE;

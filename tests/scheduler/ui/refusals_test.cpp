@@ -1,6 +1,7 @@
 // The platform refuses one call after another of those by which the main window is made, shown and used: the
 // program goes on without what it did not get, or says that there is no window, and loses nothing.
 
+#include "lib/base/callbacks.h"
 #include "lib/base/trayicon.h"
 #include "resources/ids.h"
 #include "scheduler/model/schedulefile.h"
@@ -196,7 +197,7 @@ TEST(ProgramRefusals, WithoutAcceleratorsTheProgramRuns) {
     EXPECT_TRUE(test::shownMessages.empty());
 }
 
-BOOL CALLBACK paintAndClose(HWND window, LPARAM) {
+CALLED_BY_PLATFORM BOOL CALLBACK paintAndClose(HWND window, LPARAM) {
     if (GetWindowLongA(window, GWL_EXSTYLE) & WS_EX_TOOLWINDOW) {
         UpdateWindow(window);
         SendMessageA(window, WM_CLOSE, 0, 0);

@@ -1,6 +1,8 @@
 // Doing something to a modal dialog while it runs.
 #pragma once
 
+#include "lib/base/callbacks.h"
+
 #include <windows.h>
 
 #include <functional>
@@ -24,14 +26,14 @@ public:
     WhileOpen& operator=(const WhileOpen&) = delete;
 
 private:
-    static void CALLBACK onTimer(HWND, UINT, UINT_PTR, DWORD) noexcept {
+    CALLED_BY_PLATFORM static void CALLBACK onTimer(HWND, UINT, UINT_PTR, DWORD) noexcept {
         HWND dialog = nullptr;
         EnumThreadWindows(GetCurrentThreadId(), &findDialog, reinterpret_cast<LPARAM>(&dialog));
         if (dialog && act_)
             std::exchange(act_, nullptr)(dialog);
     }
 
-    static BOOL CALLBACK findDialog(HWND window, LPARAM found) noexcept {
+    CALLED_BY_PLATFORM static BOOL CALLBACK findDialog(HWND window, LPARAM found) noexcept {
         constexpr WORD dialogClass = 32770; // the platform's, whose name is its number
         if (GetClassWord(window, GCW_ATOM) != dialogClass || !IsWindowVisible(window))
             return TRUE;

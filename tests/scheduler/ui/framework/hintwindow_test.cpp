@@ -1,3 +1,4 @@
+#include "lib/base/callbacks.h"
 #include "scheduler/ui/framework/hintwindow.h"
 #include "scheduler/ui/framework/messagepump.h"
 #include "scheduler/ui/framework/windowclass.h"
@@ -62,7 +63,7 @@ public:
     }
 };
 
-BOOL CALLBACK collectHint(HWND window, LPARAM list) {
+CALLED_BY_PLATFORM BOOL CALLBACK collectHint(HWND window, LPARAM list) {
     if (dynamic_cast<HintWindow*>(Window::of(window)) && IsWindowVisible(window))
         reinterpret_cast<std::vector<HWND>*>(list)->push_back(window);
     return TRUE;
