@@ -8,6 +8,7 @@
 
 #include <objbase.h>
 
+#include <array>
 #include <cstdlib>
 #include <exception>
 
@@ -38,6 +39,17 @@ std::string executablePath() {
         }
         path.resize(path.size() * 2);
     }
+}
+
+HMODULE loadSystemLibrary(const std::string& name) {
+    std::array<char, MAX_PATH> folder{};
+    const UINT length = GetSystemDirectoryA(folder.data(), static_cast<UINT>(folder.size()));
+    if (length == 0 || length >= folder.size())
+        return nullptr;
+    // By its full path: the flag that stands for the system's folder alone is not known to a Windows 7
+    // without its updates.
+    const std::string path = folder.data() + ('\\' + name);
+    return LoadLibraryExA(path.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
 }
 
 bool createInstanceMutex(const std::string& name) {

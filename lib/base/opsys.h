@@ -16,6 +16,10 @@ HINSTANCE moduleHandle();
 /// The full path of the program's executable file.
 std::string executablePath();
 
+/// Loads a library of the system, "name.dll", for as long as the program runs; null when there is none. One
+/// of that name that lies beside the program is not taken for it, nor for what it needs itself.
+HMODULE loadSystemLibrary(const std::string& name);
+
 /// Makes the named mutex and holds it until the process ends. True when another instance has it already.
 bool createInstanceMutex(const std::string& name);
 

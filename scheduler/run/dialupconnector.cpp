@@ -1,5 +1,7 @@
 #include "scheduler/run/dialupconnector.h"
 
+#include "lib/base/opsys.h"
+
 #include <array>
 #include <bit>
 #include <cstddef>
@@ -17,18 +19,6 @@ constexpr std::array entryPointNames{
     "RasEnumEntriesA", "RasEnumConnectionsA", "RasGetConnectStatusA",   "RasHangUpA",
     "RasDialA",        "RasGetErrorStringA",  "RasGetEntryDialParamsA",
 };
-
-/// By its full path, and what it needs from its own folder first: libraries of these names that lie beside
-/// the program are nobody's service. The flag that stands for the system's folder alone is not known to a
-/// Windows 7 without its updates.
-HMODULE loadService() {
-    std::array<char, MAX_PATH> folder{};
-    const UINT length = GetSystemDirectoryA(folder.data(), static_cast<UINT>(folder.size()));
-    if (length == 0 || length >= folder.size())
-        return nullptr;
-    const std::string path = std::string(folder.data()) + "\\RASAPI32.dll";
-    return LoadLibraryExA(path.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
-}
 
 } // namespace
 
@@ -54,7 +44,7 @@ bool listEntries(const EnumerateEntries& enumerate, std::vector<std::string>& na
 }
 
 const DialupConnector& DialupConnector::instance() {
-    static const DialupConnector connector(loadService(), &GetProcAddress);
+    static const DialupConnector connector(base::loadSystemLibrary("RASAPI32.dll"), &GetProcAddress);
     return connector;
 }
 

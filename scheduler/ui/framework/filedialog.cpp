@@ -1,5 +1,7 @@
 #include "scheduler/ui/framework/filedialog.h"
 
+#include "lib/base/opsys.h"
+
 #include <bit>
 #include <cderr.h>
 
@@ -12,33 +14,31 @@ struct FileDialogs {
 };
 
 template<class Function>
-void find(Function& function, HMODULE library, const char* name) {
+void lookUp(Function& function, HMODULE library, const char* name) {
     function = std::bit_cast<Function>(GetProcAddress(library, name));
 }
 
-FileDialogs load() {
-    FileDialogs dialogs;
-    // Kept for as long as the program runs.
-    if (const HMODULE library = LoadLibraryExA("comdlg32.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32)) {
-        find(dialogs.open, library, "GetOpenFileNameA");
-        find(dialogs.lastError, library, "CommDlgExtendedError");
-    }
-    return dialogs;
-}
-
-const FileDialogs& dialogs() {
-    static const FileDialogs loaded = load();
+/// Empty when they cannot be had now.
+const FileDialogs& fileDialogs() {
+    static FileDialogs loaded;
+    if (!loaded.open || !loaded.lastError)
+        if (const HMODULE library = base::loadSystemLibrary("comdlg32.dll")) {
+            lookUp(loaded.open, library, "GetOpenFileNameA");
+            lookUp(loaded.lastError, library, "CommDlgExtendedError");
+        }
     return loaded;
 }
 
 } // namespace
 
 bool openFileDialog(OPENFILENAMEA& request) {
-    return dialogs().open && dialogs().open(&request);
+    const FileDialogs& dialogs = fileDialogs();
+    return dialogs.open && dialogs.open(&request);
 }
 
 DWORD fileDialogError() {
-    return dialogs().lastError ? dialogs().lastError() : DWORD{CDERR_INITIALIZATION};
+    const FileDialogs& dialogs = fileDialogs();
+    return dialogs.lastError ? dialogs.lastError() : DWORD{CDERR_INITIALIZATION};
 }
 
 } // namespace framework

@@ -1,0 +1,35 @@
+#include "scheduler/ui/framework/filedialog.h"
+#include "tests/support/importedfunctions.h"
+
+#include <gtest/gtest.h>
+
+#include <cderr.h>
+#include <string>
+
+namespace {
+
+bool libraryIsMissing = false;
+
+UINT WINAPI systemDirectory(LPSTR folder, UINT size) {
+    static const auto original =
+        test::platformFunction<decltype(&GetSystemDirectoryA)>("kernel32.dll", "GetSystemDirectoryA");
+    return libraryIsMissing ? 0 : original(folder, size);
+}
+
+TEST(FileDialog, WithoutItsLibraryThereIsNone) {
+    OPENFILENAMEA request{};
+    libraryIsMissing = true;
+    EXPECT_FALSE(framework::openFileDialog(request));
+    EXPECT_EQ(framework::fileDialogError(), DWORD{CDERR_INITIALIZATION});
+}
+
+TEST(FileDialog, OnceTheLibraryCanBeHadThePlatformsIsAsked) {
+    OPENFILENAMEA request{}; // of no size, which the dialog refuses
+    libraryIsMissing = false;
+    EXPECT_FALSE(framework::openFileDialog(request));
+    EXPECT_EQ(framework::fileDialogError(), DWORD{CDERR_STRUCTSIZE});
+}
+
+} // namespace
+
+SCHEDULER_REPLACE_IMPORT(GetSystemDirectoryA, "_GetSystemDirectoryA@8", systemDirectory);
