@@ -125,13 +125,22 @@ bool SchedulerEngine::startEntry(std::size_t position, base::TimeValue now, Caus
 
     if (!request || !services_.launcher.launch(std::move(request))) {
         if (cause == Cause::User)
-            services_.messages.showNotice(systemErrorText);
+            tellOfFailure();
         // Messages are dispatched while the notice is shown, so the entry is looked up again.
         if (const std::size_t failed = findRun(runNumber); failed < entries_.size())
             finishRun(failed, now, notRun(systemErrorText));
     }
     services_.listener.onScheduleChanged();
     return true;
+}
+
+void SchedulerEngine::tellOfFailure() noexcept {
+    try {
+        services_.messages.showNotice(systemErrorText);
+    } catch (const std::exception&) {
+        // Without memory for it: recording that the run is over counts for more than telling of it.
+        return;
+    }
 }
 
 void SchedulerEngine::waitForOthers(std::size_t position, base::TimeValue now) {

@@ -103,6 +103,7 @@ private:
     std::size_t findDue(std::size_t from, base::TimeValue now) const;
     /// Whether the entry was started, successfully or not, rather than made to wait.
     bool startEntry(std::size_t position, base::TimeValue now, Cause cause);
+    void tellOfFailure() noexcept;
     void waitForOthers(std::size_t position, base::TimeValue now);
     bool hasWaitedTooLong(const ScheduledProject& entry, base::TimeValue now) const;
     void markRunning(ScheduledProject& entry, base::TimeValue now);

@@ -73,6 +73,16 @@ TEST_F(SchedulerEngineTest, WithoutMemoryForTheReasonTheRunEndsNevertheless) {
     }
 }
 
+TEST_F(SchedulerEngineTest, WithoutMemoryToTellOfItAManualRunEndsNevertheless) {
+    launcher.commandLineFailure = std::make_exception_ptr(std::bad_alloc());
+    ON_CALL(messages, showNotice(_)).WillByDefault([](const std::string&) { throw std::bad_alloc(); });
+    EXPECT_CALL(messages, showNotice(_));
+    addIdle("a.kra");
+    EXPECT_NO_THROW(engine.runEntry(0, at(5), true));
+    EXPECT_EQ(entries[0].running, 0);
+    EXPECT_EQ(entries[0].lastResult, systemError);
+}
+
 TEST_F(SchedulerEngineTest, ManualFailureIsShownBeforeItIsRecorded) {
     launcher.threadsStart = false;
     addIdle("a.kra");
