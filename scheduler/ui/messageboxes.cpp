@@ -1,13 +1,11 @@
 #include "scheduler/ui/messageboxes.h"
 
 #include "lib/base/base.h"
-#include "scheduler/ui/framework/sentonly.h"
 
 namespace scheduler {
 namespace {
 
 int show(HWND owner, const std::string& text, UINT flags) {
-    const framework::SentOnlyGuard guard;
     return MessageBoxA(owner, text.c_str(), base::applicationName.c_str(), flags);
 }
 

@@ -2,7 +2,6 @@
 
 #include "lib/base/opsys.h"
 #include "resources/ids.h"
-#include "scheduler/ui/framework/sentonly.h"
 
 namespace scheduler {
 namespace {
@@ -28,7 +27,6 @@ void trackMenu(HWND owner, UINT menuResource) {
     const HMENU menu = LoadMenuA(base::moduleHandle(), MAKEINTRESOURCEA(menuResource));
     if (!menu)
         return;
-    const framework::SentOnlyGuard guard;
     POINT cursor{};
     GetCursorPos(&cursor);
     TrackPopupMenu(GetSubMenu(menu, 0), TPM_RIGHTBUTTON, cursor.x, cursor.y, 0, owner, nullptr);

@@ -65,12 +65,12 @@ bool MessagePump::pumpOne(MSG& message, Window* modal) {
     const BOOL got = GetMessageA(&message, nullptr, 0, 0);
     if (got == 0 || got == -1)
         return false;
-    nullIfSentOnly(message);
     if (wantsIdlePass(message.message))
         idlePassWanted_ = true;
+    nullIfSentOnly(message);
     {
-        // Whoever gets the message may run a loop of the platform's. Timers, which is all that comes to a
-        // program that idles, do not, but for the message boxes of a tick, which have a guard of their own.
+        // Whoever gets the message may run a loop of the platform's. A timer, all that comes to a program
+        // that idles, does not: a tick shows nothing that waits for the user.
         std::optional<SentOnlyGuard> guard;
         if (message.message != WM_TIMER)
             guard.emplace();

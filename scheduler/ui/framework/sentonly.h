@@ -12,8 +12,8 @@ namespace framework {
 void nullIfSentOnly(MSG& message);
 
 /// For the platform's loops, those of message boxes, menus and controls: while one exists, whatever loop the
-/// thread runs takes such messages as WM_NULL. Not for all the time that a program waits: the platform asks
-/// it about each message then, at several times the price of taking one.
+/// thread runs takes such messages as WM_NULL. The platform asks it about each message, at several times the
+/// price of taking one: too much for a program that only waits.
 class SentOnlyGuard {
 public:
     SentOnlyGuard();

@@ -2,10 +2,12 @@
 
 #include "lib/base/callbacks.h"
 #include "lib/base/opsys.h"
+#include "scheduler/ui/framework/sentonly.h"
 #include "scheduler/ui/framework/windowclass.h"
 
 #include <algorithm>
 #include <exception>
+#include <optional>
 
 namespace framework {
 
@@ -151,6 +153,10 @@ void Window::unbind() {
 CALLED_BY_PLATFORM LRESULT CALLBACK windowProcedure(HWND window, UINT id, WPARAM wParam,
                                                     LPARAM lParam) noexcept {
     const Message message{id, wParam, lParam};
+    // What other threads send does not come through the pump, and may run a loop of the platform's, too.
+    std::optional<SentOnlyGuard> guard;
+    if (InSendMessage())
+        guard.emplace();
     if (Window* object = objectFor(window, message)) {
         if (!object->handle_)
             object->bind(window);

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <thread>
 #include <vector>
 
 namespace {
@@ -181,6 +182,13 @@ TEST(MessagePump, NorDoesItInALoopOfThePlatformsThatAMessageBegins) {
     };
     PostMessageA(window.handle(), WM_APP, 0, 0);
     MessagePump::instance().runMainLoop();
+    EXPECT_EQ(arrived, std::vector<UINT>{WM_NULL});
+
+    // Sent by another thread, as by another program, it does not come through the pump.
+    arrived.clear();
+    std::thread other([&] { SendMessageA(window.handle(), WM_APP, 0, 0); });
+    MessagePump::instance().runMainLoop();
+    other.join();
     EXPECT_EQ(arrived, std::vector<UINT>{WM_NULL});
 }
 
