@@ -161,16 +161,17 @@ void ScheduleListView::refresh() noexcept {
 }
 
 void ScheduleListView::repaintChangedRows() {
+    painted_.resize(std::min(painted_.size(), rows_.size() - std::min(firstPainted_, rows_.size())));
     const base::TimeValue now = rows_.now();
     for (std::size_t i = 0; i < painted_.size(); ++i) {
         const std::size_t row = firstPainted_ + i;
-        if (row >= rows_.size())
-            break;
         PaintedRow current = rowAsOf(now, row);
-        if (painted_[i].texts == current.texts)
+        if (painted_[i].texts == current.texts) {
             painted_[i] = std::move(current);
-        else
+        } else {
+            painted_[i] = {}; // until it is painted, which may be much later when the window is covered
             ListView_RedrawItems(handle(), static_cast<int>(row), static_cast<int>(row));
+        }
     }
 }
 

@@ -12,6 +12,7 @@
 namespace {
 
 using scheduler::ScheduleColumn;
+using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -64,6 +65,32 @@ TEST_F(ScheduleListView, WhereTimeChangesNoTextItMakesNone) {
     EXPECT_GT(window_.stateQueries, 10) << "they may have changed";
 }
 
+TEST_F(ScheduleListView, WhatCannotBePaintedNowIsMadeOnce) {
+    for (scheduler::ScheduledProject& entry : window_.schedule)
+        entry.lastRun = window_.clock.now();
+    window_.list.refresh();
+    ShowWindow(window_.handle(), SW_HIDE);
+    window_.clock.advance(base::TimeSpan::fromDays(2)); // today, and then not any more
+    window_.list.onTimePassed();
+    window_.stateQueries = 0;
+    window_.list.onTimePassed();
+    EXPECT_EQ(window_.stateQueries, 1) << "the clock alone";
+    ShowWindow(window_.handle(), SW_SHOW);
+    UpdateWindow(window_.list.handle());
+    EXPECT_GT(window_.stateQueries, 1);
+}
+
+TEST_F(ScheduleListView, RowsThatAreGoneAreNotLookedAt) {
+    window_.schedule.removeAll({2, 1});
+    window_.list.refresh();
+    UpdateWindow(window_.list.handle());
+    window_.clock.advance(base::TimeSpan::fromDays(2));
+    window_.list.onTimePassed();
+    window_.stateQueries = 0;
+    window_.list.onTimePassed();
+    EXPECT_EQ(window_.stateQueries, 1) << "the clock alone";
+}
+
 TEST_F(ScheduleListView, AfterADeletionItScrollsAndPaintsWhatIsLeft) {
     for (int i = 0; i < 200; ++i)
         window_.add("more");
@@ -95,11 +122,12 @@ TEST_F(ScheduleListView, WhatCannotBeShownForLackOfMemoryIsShownOnceThereIsSome)
         const test::RefusedAllocations refused;
         window_.list.refresh();
     }
-    const test::RedrawnRows redrawn(window_.list);
+    test::RedrawnRows redrawn(window_.list);
     window_.list.refresh();
-    EXPECT_THAT(redrawn.rows, ElementsAre(1U));
+    EXPECT_THAT(redrawn.rows, Contains(1U)) << "and others whose texts could not be had";
+    redrawn.rows.clear();
     window_.list.refresh();
-    EXPECT_THAT(redrawn.rows, ElementsAre(1U)) << "it is shown now";
+    EXPECT_THAT(redrawn.rows, IsEmpty()) << "all is shown now";
 }
 
 } // namespace
