@@ -14,9 +14,6 @@ namespace {
 static_assert(std::endian::native == std::endian::little,
               "the file's numbers are copied as they lie in memory");
 
-// What a record takes at least: its fixed fields and three empty strings.
-constexpr std::size_t smallestRecord = 82;
-
 // How many records a save looks ahead.
 constexpr std::size_t lookAhead = 8;
 
@@ -33,7 +30,15 @@ bool visitFields(Record& record, Visitor&& visit) {
 }
 
 std::size_t encodedSize(const ScheduledProject& record) {
-    return smallestRecord + record.path.size() + record.lastResult.size() + record.dialupEntry.size();
+    std::size_t size = 0;
+    visitFields(record, [&size]<class Field>(const Field& field) {
+        if constexpr (std::is_same_v<Field, std::string>)
+            size += sizeof(std::uint32_t) + field.size();
+        else
+            size += sizeof(field);
+        return true;
+    });
+    return size;
 }
 
 /// Puts fields where there is known to be room for them.
@@ -74,7 +79,7 @@ public:
     bool operator()(const Field& field) { return put(&field, sizeof(field)); }
 
     /// A whole record: where it fits, its fields need not ask for room one by one.
-    bool put(const ScheduledProject& record) {
+    bool putRecord(const ScheduledProject& record) {
         const std::size_t size = encodedSize(record);
         if (size > buffer_.size() - used_)
             return visitFields(record, *this);
@@ -146,6 +151,7 @@ bool readEntries(Reader& read, std::uint32_t count, std::size_t contentSize,
                  std::vector<ScheduledProject>& entries) {
     try {
         // The count may be damaged and yet pass; memory is taken for what the content can hold.
+        const std::size_t smallestRecord = encodedSize(ScheduledProject());
         entries.reserve(std::min<std::size_t>(count, contentSize / smallestRecord));
         for (std::uint32_t i = 0; i < count; ++i)
             if (!visitFields(entries.emplace_back(), read))
@@ -178,7 +184,7 @@ bool encodeSchedule(std::span<const ScheduledProject> entries, std::span<std::by
         // A text lies anywhere: asked for early, it is there when its turn comes.
         if (i + lookAhead < entries.size())
             __builtin_prefetch(entries[i + lookAhead].path.data());
-        if (!writer.put(entries[i]))
+        if (!writer.putRecord(entries[i]))
             return false;
     }
     return writer.flush();

@@ -15,8 +15,9 @@ std::size_t grownCapacity(std::size_t neededCount, std::size_t recordSize) {
 
 std::ptrdiff_t ScheduleList::insert(std::size_t position, ScheduledProject record) {
     position = std::min(position, entries_.size());
+    if (!observersHaveRoomFor(entries_.size() + 1))
+        return noMemory;
     try {
-        makeRoomInObservers(entries_.size() + 1);
         if (entries_.size() == entries_.capacity())
             entries_.reserve(grownCapacity(entries_.size() + 1, sizeof(ScheduledProject)));
     } catch (const std::exception&) {
@@ -62,11 +63,8 @@ void ScheduleList::replace(std::size_t position, ScheduledProject record) {
 }
 
 bool ScheduleList::assign(std::vector<ScheduledProject> entries) {
-    try {
-        makeRoomInObservers(entries.size());
-    } catch (const std::bad_alloc&) {
+    if (!observersHaveRoomFor(entries.size()))
         return false;
-    }
     entries_ = std::move(entries);
     notify([count = entries_.size()](ScheduleObserver& observer) { observer.onEntriesLoaded(count); });
     return true;
@@ -85,8 +83,13 @@ void ScheduleList::removeObserver(ScheduleObserver& observer) {
     std::ranges::replace(observers_, &observer, nullptr);
 }
 
-void ScheduleList::makeRoomInObservers(std::size_t count) {
-    notify([count](ScheduleObserver& observer) { observer.makeRoom(count); });
+bool ScheduleList::observersHaveRoomFor(std::size_t count) {
+    try {
+        notify([count](ScheduleObserver& observer) { observer.makeRoom(count); });
+        return true;
+    } catch (const std::exception&) {
+        return false;
+    }
 }
 
 template<class Notice>

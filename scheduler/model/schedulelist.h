@@ -82,7 +82,7 @@ public:
     void removeObserver(ScheduleObserver& observer);
 
 private:
-    void makeRoomInObservers(std::size_t count);
+    bool observersHaveRoomFor(std::size_t count);
     template<class Notice>
     void notify(const Notice& notice);
 
