@@ -38,14 +38,17 @@ int runProgram(const std::string& commandLine, int showCommand) {
         tellRunningCopy(base::WM_TRAY_NOTIFY, 0, WM_LBUTTONDBLCLK);
         return 0;
     }
-    MainWindow window;
-    if (!window.start(commandLine, showCommand)) {
-        MessageBoxes().showError(startFailedText);
-        return 1;
+    {
+        MainWindow window;
+        if (window.start(commandLine, showCommand)) {
+            framework::MessagePump& pump = framework::MessagePump::instance();
+            pump.setAccelerators(LoadAcceleratorsA(base::moduleHandle(), MAKEINTRESOURCEA(IDR_ACCELERATORS)));
+            return pump.runMainLoop();
+        }
     }
-    framework::MessagePump& pump = framework::MessagePump::instance();
-    pump.setAccelerators(LoadAcceleratorsA(base::moduleHandle(), MAKEINTRESOURCEA(IDR_ACCELERATORS)));
-    return pump.runMainLoop();
+    // Once the window is gone: nobody is to work with it behind the message.
+    MessageBoxes().showError(startFailedText);
+    return 1;
 }
 
 } // namespace scheduler
