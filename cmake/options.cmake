@@ -21,7 +21,7 @@ if(WIN32)
     set(CMAKE_CXX_FLAGS_RELEASE "-O2 -DNDEBUG" CACHE STRING "" FORCE)
 
     # The compiler has no runtime library for its checks on this platform: what they find ends the program.
-    option(CORVANE_CHECKED "Trap undefined behaviour, and check iterators and containers" OFF)
+    option(CORVANE_CHECKED "Trap undefined behaviour, check iterators and containers, and the heap in the tests")
     if(CORVANE_CHECKED)
         add_compile_options(-O1 -fsanitize=undefined -fsanitize-undefined-trap-on-error)
         add_compile_definitions(_GLIBCXX_DEBUG _GLIBCXX_DEBUG_PEDANTIC _GLIBCXX_ASSERTIONS)
