@@ -56,7 +56,7 @@ void MappedFile::close() {
 WrittenFile::WrittenFile(const std::string& path) : stream_(openForWriting(path)) {}
 
 bool WrittenFile::write(std::span<const std::byte> bytes) {
-    // Nothing at all may stand nowhere, where the runtime library must not be sent to.
+    // What is empty may lie at a null address, which the runtime library must not be given.
     return stream_ && (bytes.empty() || std::fwrite(bytes.data(), 1, bytes.size(), stream_) == bytes.size());
 }
 

@@ -85,12 +85,16 @@ void showWindow(HWND window, bool visible) {
         ShowWindow(window, visible ? SW_SHOWNA : SW_HIDE);
 }
 
+bool isOfClass(HWND window, const char* className) {
+    std::array<char, 32> actual{};
+    GetClassNameA(window, actual.data(), static_cast<int>(actual.size()));
+    return base::compareNoCase(actual.data(), className) == 0;
+}
+
 HWND labelOf(HWND control) {
     const HWND before = GetWindow(control, GW_HWNDPREV);
-    std::array<char, 8> className{};
-    GetClassNameA(before, className.data(), static_cast<int>(className.size()));
-    const bool isLabel = base::compareNoCase(className.data(), "static") == 0 &&
-                         base::windowText(before).find('&') != std::string::npos;
+    const bool isLabel =
+        isOfClass(before, "static") && base::windowText(before).find('&') != std::string::npos;
     return isLabel ? before : nullptr;
 }
 

@@ -69,6 +69,9 @@ void enableWindow(HWND window, bool enabled);
 /// Shows or hides a window that is not so already.
 void showWindow(HWND window, bool visible);
 
+/// Whether a window's class has this name of at most 31 characters.
+bool isOfClass(HWND window, const char* className);
+
 /// The label that goes with a control: the static text directly before it, if that has an access key. Else
 /// null.
 HWND labelOf(HWND control);

@@ -1,7 +1,7 @@
 #include "scheduler/ui/framework/textextent.h"
 
 #include "lib/base/opsys.h"
-#include "lib/base/strings.h"
+#include "scheduler/ui/framework/control.h"
 
 #include <commctrl.h>
 
@@ -10,23 +10,17 @@
 namespace framework {
 namespace {
 
-bool isOf(HWND window, const char* wanted) {
-    std::array<char, 8> className{};
-    GetClassNameA(window, className.data(), static_cast<int>(className.size()));
-    return base::compareNoCase(className.data(), wanted) == 0;
-}
-
 LONG typeOf(HWND window, LONG typeMask) {
     return GetWindowLongA(window, GWL_STYLE) & typeMask;
 }
 
 bool isLeftAlignedText(HWND window) {
-    return isOf(window, "static") && typeOf(window, SS_TYPEMASK) == SS_LEFT;
+    return isOfClass(window, "static") && typeOf(window, SS_TYPEMASK) == SS_LEFT;
 }
 
 bool isBoxWithText(HWND window) {
-    return isOf(window, "button") && (typeOf(window, BS_TYPEMASK) == BS_AUTOCHECKBOX ||
-                                      typeOf(window, BS_TYPEMASK) == BS_AUTORADIOBUTTON);
+    return isOfClass(window, "button") && (typeOf(window, BS_TYPEMASK) == BS_AUTOCHECKBOX ||
+                                           typeOf(window, BS_TYPEMASK) == BS_AUTORADIOBUTTON);
 }
 
 /// On one line.
