@@ -154,14 +154,11 @@ TEST(Layout, ThePreferences) {
 }
 
 TEST(Layout, TheAboutDialog) {
-    bool looked = false;
-    const test::WhileOpen user([&](HWND dialog) {
+    const test::WhileOpen user([](HWND dialog) {
         expectRoomForAll(dialog);
-        looked = true;
         press(dialog, IDOK);
     });
     scheduler::showAbout(nullptr);
-    EXPECT_TRUE(looked);
 }
 
 } // namespace

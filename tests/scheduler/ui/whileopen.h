@@ -5,13 +5,15 @@
 
 #include <windows.h>
 
+#include <gtest/gtest.h>
+
 #include <functional>
 #include <utility>
 
 namespace test {
 
-/// Calls `act`, once, with this thread's next dialog that is shown. One at a time; it has to live as long as
-/// the dialog runs.
+/// Calls `act`, once, with this thread's next dialog that is shown; the test fails when none was. One at a
+/// time; it has to live as long as the dialog runs.
 class WhileOpen {
 public:
     explicit WhileOpen(std::function<void(HWND dialog)> act) {
@@ -20,6 +22,7 @@ public:
     }
     ~WhileOpen() {
         KillTimer(nullptr, timer_);
+        EXPECT_FALSE(act_) << "no dialog was shown";
         act_ = nullptr;
     }
     WhileOpen(const WhileOpen&) = delete;
