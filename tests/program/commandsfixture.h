@@ -17,8 +17,6 @@
 
 namespace driver {
 
-inline constexpr int nextRunColumn = 3;
-
 /// The real program with a schedule of the test's own.
 class Commands : public ProgramTest {
 protected:

@@ -21,7 +21,6 @@ using scheduler::ScheduleKind;
 namespace {
 
 constexpr int crowd = 100000;
-constexpr int columns = 6;
 
 /// Entries of every kind, with names and results that a sort has to move.
 std::vector<ScheduledProject> manyEntries() {
@@ -75,7 +74,7 @@ TEST(Crowd, IsShownScrolledSortedToggledAndDeleted) {
         }
     });
 
-    for (int column = 0; column < columns; ++column) {
+    for (int column = 0; column < driver::columns; ++column) {
         expectWithin(("sort by column " + std::to_string(column)).c_str(), seconds(60),
                      [&] { list.clickHeader(column); });
         std::vector<std::string> some;

@@ -81,10 +81,7 @@ protected:
         return saved.size() == 3 ? saved[0] : ScheduledProject();
     }
 
-    bool isShownRunning() const {
-        constexpr int nextRunColumn = 3;
-        return list_->cell(0, nextRunColumn) == "Running";
-    }
+    bool isShownRunning() const { return list_->cell(0, driver::nextRunColumn) == "Running"; }
 
     ScheduledProject editedByOk() {
         const auto saved = editor_.saveByOk();

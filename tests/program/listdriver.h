@@ -1,6 +1,8 @@
 // The list of a running copy, read and used as its user does.
 #pragma once
 
+#include "scheduler/ui/schedulerows.h"
+
 #include <windows.h>
 
 #include <cstddef>
@@ -8,6 +10,11 @@
 #include <vector>
 
 namespace driver {
+
+inline constexpr int columns = static_cast<int>(scheduler::columnCount);
+inline constexpr int nextRunColumn = static_cast<int>(scheduler::ScheduleColumn::NextRun);
+inline constexpr int lastRunColumn = static_cast<int>(scheduler::ScheduleColumn::LastRun);
+inline constexpr int lastResultColumn = static_cast<int>(scheduler::ScheduleColumn::LastResult);
 
 class ListDriver {
 public:

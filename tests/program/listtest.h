@@ -1,7 +1,6 @@
 // What the tests of the program's list share.
 #pragma once
 
-#include "scheduler/ui/schedulerows.h"
 #include "tests/program/listdriver.h"
 #include "tests/program/programtest.h"
 
@@ -9,11 +8,6 @@
 #include <vector>
 
 namespace driver {
-
-constexpr int columns = static_cast<int>(scheduler::columnCount);
-constexpr int nextRunColumn = static_cast<int>(scheduler::ScheduleColumn::NextRun);
-constexpr int lastRunColumn = static_cast<int>(scheduler::ScheduleColumn::LastRun);
-constexpr int lastResultColumn = static_cast<int>(scheduler::ScheduleColumn::LastResult);
 
 /// The list of a running copy.
 class ListTest : public ProgramTest {

@@ -11,14 +11,13 @@
 
 using base::TimeSpan;
 using base::TimeValue;
+using driver::lastRunColumn;
+using driver::nextRunColumn;
 using driver::waitUntil;
 using scheduler::ScheduledProject;
 using scheduler::ScheduleKind;
 
 namespace {
-
-constexpr int nextRunColumn = 3;
-constexpr int lastRunColumn = 4;
 
 // By the fast clock; a minute and more of real time.
 constexpr std::chrono::hours limit(2);

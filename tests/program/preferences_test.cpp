@@ -184,10 +184,9 @@ TEST_F(PreferencesAndAbout, TheEngineObeysAChangedPolicyAtOnce) {
     constexpr WPARAM engineTimer = 1;
     for (int tick = 0; tick < 2; ++tick)
         SendMessageA(scheduler_.window(), WM_TIMER, engineTimer, 0);
-    constexpr int nextRunColumn = 3;
     const driver::ListDriver list(scheduler_.window());
-    EXPECT_EQ(list.cell(0, nextRunColumn), "Running");
-    EXPECT_NE(list.cell(1, nextRunColumn), "Running") << "it waits for the first";
+    EXPECT_EQ(list.cell(0, driver::nextRunColumn), "Running");
+    EXPECT_NE(list.cell(1, driver::nextRunColumn), "Running") << "it waits for the first";
     EXPECT_EQ(spider.logged("quick.kra"), 0U);
 
     open(IDM_PREFERENCES);
