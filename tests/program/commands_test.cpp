@@ -69,8 +69,10 @@ TEST_F(Commands, AnEntryCanBeDeletedWhileItRuns) {
     ASSERT_TRUE(waitUntil([&] { return spider.logged("start run 1") == 1; }));
     carryOut(IDM_DELETE);
     EXPECT_THAT(list().columnTexts(0), ElementsAre("b"));
-    ASSERT_TRUE(waitUntil([&] { return spider.logged("end run 1") == 1; }));
+    EXPECT_EQ(witness().endedRuns(), 0);
+    ASSERT_TRUE(waitUntil([&] { return witness().endedRuns() == 1; }));
     ASSERT_TRUE(witness().passTicks(2));
+    EXPECT_EQ(spider.logged("end run 1"), 1U);
     EXPECT_TRUE(scheduler_.isRunning());
     EXPECT_EQ(list().cell(0, 4), "Never");
 }

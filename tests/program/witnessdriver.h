@@ -40,6 +40,7 @@ public:
     LONG commands() const { return notes_->commands; }
     UINT lastCommand() const { return notes_->lastCommand; }
     LONG ticks() const { return notes_->ticks; }
+    LONG endedRuns() const { return notes_->endedRuns; }
     /// Waits until the main window's timer has come so often. What was posted before is dealt with by then,
     /// as the timer comes last.
     bool passTicks(LONG count) const;

@@ -24,7 +24,8 @@ struct Notes {
 
     LONG commands = 0; ///< commands sent to the main window
     UINT lastCommand = 0;
-    LONG ticks = 0; ///< of the main window's timer, taken from the queue
+    LONG ticks = 0;     ///< of the main window's timer, taken from the queue
+    LONG endedRuns = 0; ///< whose ends the main window has taken from the queue
 
     DWORD userObjects = 0; ///< when they were counted last
     DWORD gdiObjects = 0;

@@ -2,6 +2,8 @@
 // for: what is painted and what menus say when they open. It changes nothing, so what is tested is the
 // program as it is.
 
+#include "lib/base/callbacks.h"
+#include "scheduler/run/worker.h"
 #include "tests/program/witness/notes.h"
 #include "tests/support/gdiobjects.h"
 
@@ -85,7 +87,8 @@ void dropFiles(HWND window) {
 } // namespace
 
 // A painting is sent by UpdateWindow, or taken from the queue.
-extern "C" __declspec(dllexport) LRESULT CALLBACK onSent(int code, WPARAM wParam, LPARAM lParam) {
+extern "C" __declspec(dllexport) CALLED_BY_PLATFORM LRESULT CALLBACK
+    onSent(int code, WPARAM wParam, LPARAM lParam) {
     const auto& message = *reinterpret_cast<const CWPSTRUCT*>(lParam);
     if (code == HC_ACTION && notes() && message.message == WM_PAINT)
         notePaint(message.hwnd);
@@ -102,17 +105,22 @@ extern "C" __declspec(dllexport) LRESULT CALLBACK onSent(int code, WPARAM wParam
     return CallNextHookEx(nullptr, code, wParam, lParam);
 }
 
-extern "C" __declspec(dllexport) LRESULT CALLBACK onTaken(int code, WPARAM wParam, LPARAM lParam) {
+extern "C" __declspec(dllexport) CALLED_BY_PLATFORM LRESULT CALLBACK
+    onTaken(int code, WPARAM wParam, LPARAM lParam) {
     const auto& message = *reinterpret_cast<const MSG*>(lParam);
     if (code == HC_ACTION && notes() && wParam == PM_REMOVE && message.message == WM_PAINT)
         notePaint(message.hwnd);
     if (code == HC_ACTION && notes() && wParam == PM_REMOVE && message.message == WM_TIMER && message.hwnd &&
         !GetParent(message.hwnd))
         ++notes()->ticks;
+    if (code == HC_ACTION && notes() && wParam == PM_REMOVE &&
+        message.message == scheduler::WM_RUN_FINISHED && message.hwnd && !GetParent(message.hwnd))
+        ++notes()->endedRuns;
     return CallNextHookEx(nullptr, code, wParam, lParam);
 }
 
-extern "C" __declspec(dllexport) LRESULT CALLBACK onHandled(int code, WPARAM wParam, LPARAM lParam) {
+extern "C" __declspec(dllexport) CALLED_BY_PLATFORM LRESULT CALLBACK
+    onHandled(int code, WPARAM wParam, LPARAM lParam) {
     const auto& message = *reinterpret_cast<const CWPRETSTRUCT*>(lParam);
     if (code == HC_ACTION && notes() && message.message == WM_INITMENUPOPUP)
         noteMenu(reinterpret_cast<HMENU>(message.wParam));
