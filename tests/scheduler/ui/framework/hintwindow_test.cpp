@@ -48,13 +48,20 @@ public:
         return std::nullopt;
     }
     /// Runs the program's own loop for a moment. A timer ends it, as timers wait for everything else.
-    void pump() {
+    void pump(UINT milliseconds = 20) {
         beginModal();
-        SetTimer(handle(), stopTimer, 20, nullptr);
+        SetTimer(handle(), stopTimer, milliseconds, nullptr);
         MessagePump::instance().runModalLoop(*this);
         KillTimer(handle(), stopTimer);
     }
-    /// The same until the condition holds or a test's patience ends.
+    /// Runs the loop until the platform has looked where the mouse is. It may do so by a timer of the hover
+    /// time, whose turn is before that of one for twice as long, however slow the machine.
+    void pumpUntilMouseIsChecked() {
+        UINT hover = 0;
+        EXPECT_TRUE(SystemParametersInfoA(SPI_GETMOUSEHOVERTIME, 0, &hover, 0));
+        pump(2 * hover);
+    }
+    /// Runs the loop until the condition holds or a test's patience ends.
     bool pumpUntil(const std::function<bool()>& condition) {
         const DWORD start = GetTickCount();
         while (!condition() && GetTickCount() - start < test::patience)
@@ -262,9 +269,7 @@ TEST_F(HintWindowTest, InputOfItsOwnersChildrenClosesIt) {
 TEST_F(HintWindowTest, TheMouseLeavingItsOwnerClosesIt) {
     Owner owner;
     const HWND window = shown(owner);
-    owner.pump();
-    Sleep(300);
-    owner.pump();
+    owner.pumpUntilMouseIsChecked();
     ASSERT_TRUE(IsWindow(window)) << "the mouse is still there";
     SetCursorPos(100, 100);
     EXPECT_TRUE(owner.pumpUntil([&] { return !IsWindow(window); }));
@@ -277,9 +282,7 @@ TEST_F(HintWindowTest, TheMouseOverAChildIsNotTakenForHavingLeft) {
                                       owner.handle(), nullptr, nullptr, nullptr);
     ASSERT_EQ(WindowFromPoint({400, 300}), edit);
     const HWND window = shown(owner);
-    owner.pump();
-    Sleep(300);
-    owner.pump();
+    owner.pumpUntilMouseIsChecked();
     ASSERT_TRUE(IsWindow(window));
     SetCursorPos(100, 100);
     EXPECT_TRUE(owner.pumpUntil([&] { return !IsWindow(window); }));
