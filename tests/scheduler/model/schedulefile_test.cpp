@@ -13,10 +13,14 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cerrno>
+#include <fcntl.h>
 #include <filesystem>
 #include <fstream>
+#include <io.h>
 #include <span>
 #include <string>
+#include <sys/stat.h>
 #include <vector>
 
 namespace {
@@ -30,6 +34,7 @@ using scheduler::schedulePath;
 using test::fileContent;
 
 bool windowsIsNotTold = false;
+bool writingIsForbidden = false;
 
 UINT WINAPI windowsDirectoryUnlessNotTold(LPSTR buffer, UINT size) {
     static const auto original =
@@ -37,12 +42,30 @@ UINT WINAPI windowsDirectoryUnlessNotTold(LPSTR buffer, UINT size) {
     return windowsIsNotTold ? 0 : original(buffer, size);
 }
 
+int openUnlessForbidden(const char* path, int mode, ...) {
+    static const auto original = test::platformFunction<decltype(&_open)>("msvcrt.dll", "_open");
+    if (writingIsForbidden && (mode & (_O_WRONLY | _O_RDWR)) != 0) {
+        errno = EACCES;
+        return -1;
+    }
+    return original(path, mode, _S_IREAD | _S_IWRITE);
+}
+
+/// As long as it lives no file may be opened for writing. A read-only attribute would not do: some platforms
+/// leave it to the machine beneath, whose administrator may write all the same.
+class WritingForbidden {
+public:
+    WritingForbidden() { writingIsForbidden = true; }
+    WritingForbidden(const WritingForbidden&) = delete;
+    WritingForbidden& operator=(const WritingForbidden&) = delete;
+    ~WritingForbidden() { writingIsForbidden = false; }
+};
+
 /// The machine's own schedule, moved out of the way while a test lasts.
 class ScheduleFileTest : public testing::Test {
 protected:
     ScheduleFileTest() { MoveFileExA(schedulePath().c_str(), aside().c_str(), MOVEFILE_REPLACE_EXISTING); }
     ~ScheduleFileTest() override {
-        SetFileAttributesA(schedulePath().c_str(), FILE_ATTRIBUTE_NORMAL);
         DeleteFileA(schedulePath().c_str());
         RemoveDirectoryA(schedulePath().c_str());
         MoveFileExA(aside().c_str(), schedulePath().c_str(), 0);
@@ -164,21 +187,21 @@ TEST_F(ScheduleFileTest, AnExpectedMagicOfZeroTakesAnyFile) {
     EXPECT_EQ(entries(), severalEntries());
 }
 
-TEST_F(ScheduleFileTest, AReadOnlyFileCanBeLoadedAndNotSaved) {
+TEST_F(ScheduleFileTest, AFileThatMayNotBeWrittenCanBeLoadedAndNotSaved) {
     const std::string content = encoded(severalEntries());
     ASSERT_TRUE(write(content));
-    ASSERT_TRUE(SetFileAttributesA(schedulePath().c_str(), FILE_ATTRIBUTE_READONLY));
-    EXPECT_TRUE(loadSchedule(list, scheduleMagic));
-    EXPECT_EQ(entries(), severalEntries());
-    list.clear();
-    // Wine leaves it to the machine beneath, where root writes read-only files, too.
-    if (open(GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE)) {
-        EXPECT_TRUE(saveSchedule(list));
-        EXPECT_EQ(fileContent(schedulePath()), encoded({}));
-    } else {
-        EXPECT_FALSE(saveSchedule(list));
-        EXPECT_EQ(fileContent(schedulePath()), content);
+    bool saved = true;
+    {
+        const WritingForbidden forbidden;
+        EXPECT_TRUE(loadSchedule(list, scheduleMagic));
+        EXPECT_EQ(entries(), severalEntries());
+        list.clear();
+        saved = saveSchedule(list);
     }
+    EXPECT_FALSE(saved);
+    EXPECT_EQ(fileContent(schedulePath()), content);
+    EXPECT_TRUE(saveSchedule(list)) << "it may be again";
+    EXPECT_EQ(fileContent(schedulePath()), encoded({}));
 }
 
 TEST_F(ScheduleFileTest, AFileThatAnotherReadsCanBeLoadedAndNotSaved) {
@@ -256,3 +279,4 @@ TEST_F(ScheduleFileTest, TheStoreSavesToTheFile) {
 } // namespace
 
 SCHEDULER_REPLACE_IMPORT(GetWindowsDirectoryA, "_GetWindowsDirectoryA@8", windowsDirectoryUnlessNotTold);
+SCHEDULER_REPLACE_IMPORT(_open, "__open", openUnlessForbidden);
