@@ -6,24 +6,12 @@
 #include "tests/support/filledentry.h"
 #include "tests/support/fulldisk.h"
 #include "tests/support/handlecount.h"
-#include "tests/support/importedfunctions.h"
+#include "tests/support/windowsondiskd.h"
 
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <string>
 #include <vector>
-
-namespace {
-
-UINT WINAPI windowsOnDiskD(LPSTR buffer, UINT) {
-    std::strcpy(buffer, "D:\\");
-    return 3;
-}
-
-} // namespace
-
-SCHEDULER_REPLACE_IMPORT(GetWindowsDirectoryA, "_GetWindowsDirectoryA@8", windowsOnDiskD);
 
 namespace scheduler {
 namespace {

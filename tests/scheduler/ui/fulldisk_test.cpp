@@ -12,23 +12,12 @@
 #include "scheduler/ui/programtexts.h"
 #include "tests/scheduler/ui/simulatedmessagebox.h"
 #include "tests/support/fulldisk.h"
+#include "tests/support/windowsondiskd.h"
 
 #include <gtest/gtest.h>
 
 #include <array>
-#include <cstring>
 #include <string>
-
-namespace {
-
-UINT WINAPI windowsOnDiskD(LPSTR buffer, UINT) {
-    std::strcpy(buffer, "D:\\");
-    return 3;
-}
-
-} // namespace
-
-SCHEDULER_REPLACE_IMPORT(GetWindowsDirectoryA, "_GetWindowsDirectoryA@8", windowsOnDiskD);
 
 namespace scheduler {
 namespace {
