@@ -7,6 +7,7 @@
 #include "scheduler/ui/programtexts.h"
 #include "tests/scheduler/ui/redrawnrows.h"
 #include "tests/support/importedfunctions.h"
+#include "tests/support/systemcolours.h"
 
 #include <windows.h>
 
@@ -178,29 +179,13 @@ TEST_F(MainWindow, ATickThatEndsByAnExceptionIsOver) {
     EXPECT_THAT(redrawn.rows, ElementsAre(0U)) << "a change outside of a tick is shown at once";
 }
 
-/// Sets a system colour for as long as it lives, as the user does.
-class SystemColour {
-public:
-    SystemColour(int index, COLORREF colour) : index_(index), before_(GetSysColor(index)) { set(colour); }
-    SystemColour(const SystemColour&) = delete;
-    SystemColour& operator=(const SystemColour&) = delete;
-    ~SystemColour() { set(before_); }
-
-private:
-    void set(COLORREF colour) const { SetSysColors(1, &index_, &colour); }
-
-    int index_;
-    COLORREF before_;
-};
-
 TEST_F(MainWindow, TheListTakesOnTheUsersNewColours) {
     scheduler::MainWindow window;
     ASSERT_TRUE(window.start("/s", SW_SHOW));
     const HWND list = GetDlgItem(window.handle(), IDC_SCHEDULE_LIST);
     const COLORREF darkBlue = RGB(0, 0, 64);
     const COLORREF yellow = RGB(255, 255, 0);
-    const SystemColour background(COLOR_WINDOW, darkBlue);
-    const SystemColour text(COLOR_WINDOWTEXT, yellow);
+    const test::SystemColours colours{{COLOR_WINDOW, darkBlue}, {COLOR_WINDOWTEXT, yellow}};
     SendMessageA(window.handle(), WM_SYSCOLORCHANGE, 0, 0); // a system may tell it later
     EXPECT_EQ(ListView_GetBkColor(list), darkBlue);
     EXPECT_EQ(ListView_GetTextBkColor(list), darkBlue);

@@ -3,11 +3,11 @@
 #include "scheduler/ui/framework/textextent.h"
 #include "tests/scheduler/ui/framework/drawnitem.h"
 #include "tests/scheduler/ui/framework/testdialogs.h"
+#include "tests/support/systemcolours.h"
 
 #include <gtest/gtest.h>
 
 #include <array>
-#include <memory>
 
 namespace {
 
@@ -177,19 +177,9 @@ TEST(TextListBox, SelectsTheItemOfItsTextAndStoresIt) {
     EXPECT_EQ(field, "gone");
 }
 
-/// With system colours that all differ. They belong to the whole session, so they are put back.
+/// With system colours that all differ.
 class DrawnListBox : public ListBox {
 protected:
-    void SetUp() override {
-        ListBox::SetUp();
-        for (std::size_t i = 0; i < elements.size(); ++i)
-            old[i] = GetSysColor(elements[i]);
-        const std::array colours{RGB(0, 0, 200), RGB(255, 0, 0),   RGB(0, 255, 0),
-                                 RGB(90, 0, 90), RGB(255, 255, 0), RGB(0, 90, 90)};
-        SetSysColors(static_cast<int>(elements.size()), elements.data(), colours.data());
-    }
-    void TearDown() override { SetSysColors(static_cast<int>(elements.size()), elements.data(), old.data()); }
-
     void expect(int item, UINT state, COLORREF text, COLORREF background) {
         drawn.draw(handle(), item, state);
         EXPECT_EQ(drawn.background(), background);
@@ -198,9 +188,10 @@ protected:
             EXPECT_EQ(drawn.has(other), other == text);
     }
 
-    static constexpr std::array elements{COLOR_WINDOW,    COLOR_WINDOWTEXT,    COLOR_GRAYTEXT,
-                                         COLOR_HIGHLIGHT, COLOR_HIGHLIGHTTEXT, COLOR_BTNFACE};
-    std::array<COLORREF, elements.size()> old{};
+    const test::SystemColours colours{
+        {COLOR_WINDOW, RGB(0, 0, 200)},          {COLOR_WINDOWTEXT, RGB(255, 0, 0)},
+        {COLOR_GRAYTEXT, RGB(0, 255, 0)},        {COLOR_HIGHLIGHT, RGB(90, 0, 90)},
+        {COLOR_HIGHLIGHTTEXT, RGB(255, 255, 0)}, {COLOR_BTNFACE, RGB(0, 90, 90)}};
     test::DrawnItem drawn;
 };
 

@@ -1,0 +1,39 @@
+// System colours of a test's own.
+#pragma once
+
+#include <windows.h>
+
+#include <initializer_list>
+#include <utility>
+#include <vector>
+
+namespace test {
+
+/// Sets system colours for as long as it lives, as the user does. They belong to the whole session, so they
+/// are put back.
+class SystemColours {
+public:
+    /// Each a COLOR_... and its colour.
+    explicit SystemColours(std::initializer_list<std::pair<int, COLORREF>> colours) {
+        std::vector<COLORREF> now;
+        for (const auto& [element, colour] : colours) {
+            elements_.push_back(element);
+            before_.push_back(GetSysColor(element));
+            now.push_back(colour);
+        }
+        set(now);
+    }
+    SystemColours(const SystemColours&) = delete;
+    SystemColours& operator=(const SystemColours&) = delete;
+    ~SystemColours() { set(before_); }
+
+private:
+    void set(const std::vector<COLORREF>& colours) const {
+        SetSysColors(static_cast<int>(elements_.size()), elements_.data(), colours.data());
+    }
+
+    std::vector<int> elements_;
+    std::vector<COLORREF> before_;
+};
+
+} // namespace test
