@@ -4,23 +4,22 @@
 
 #include "tests/simulation/dice.h"
 #include "tests/simulation/simulation.h"
+#include "tests/support/environment.h"
 #include "tests/support/instants.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <iostream>
 #include <memory>
 
 namespace simulation {
 
-inline std::vector<std::uint64_t> seeds(std::uint64_t usualNumber) {
-    if (const char* only = std::getenv("SCHEDULER_SEED"))
-        return {std::strtoull(only, nullptr, 10)};
-    if (const char* number = std::getenv("SCHEDULER_SEEDS"))
-        usualNumber = std::strtoull(number, nullptr, 10);
+inline std::vector<std::uint64_t> seeds(unsigned long usualNumber) {
+    if (const unsigned long only = test::environmentNumber("SCHEDULER_SEED", 0))
+        return {only};
+    const unsigned long number = test::environmentNumber("SCHEDULER_SEEDS", usualNumber);
     std::vector<std::uint64_t> all;
-    for (std::uint64_t seed = 1; seed <= usualNumber; ++seed)
+    for (std::uint64_t seed = 1; seed <= number; ++seed)
         all.push_back(seed);
     return all;
 }
@@ -35,7 +34,7 @@ inline Second randomStart(Dice& dice) {
     return change - dice.between(1, 20) * day - dice.upTo(86'400);
 }
 
-inline void simulate(std::uint64_t usualNumber, Plan plan, bool everySecond) {
+inline void simulate(unsigned long usualNumber, Plan plan, bool everySecond) {
     for (const std::uint64_t seed : seeds(usualNumber)) {
         SCOPED_TRACE("SCHEDULER_SEED=" + std::to_string(seed));
         Dice dice(seed ^ 0x5EED);

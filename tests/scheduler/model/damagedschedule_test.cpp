@@ -2,11 +2,11 @@
 // holds, as the plainly told format says, or none.
 #include "scheduler/model/schedulecodec.h"
 #include "tests/support/damagedschedule.h"
+#include "tests/support/environment.h"
 #include "tests/support/plainschedule.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <iostream>
 
 namespace {
@@ -37,10 +37,9 @@ TEST(DamagedSchedule, TheWholeFileIsWhatWasWritten) {
 
 // SCHEDULER_SEED checks one file alone, SCHEDULER_SEEDS so many.
 TEST(DamagedSchedule, HoldsTheRightEntriesOrNone) {
-    const char* const only = std::getenv("SCHEDULER_SEED");
-    const char* const number = std::getenv("SCHEDULER_SEEDS");
-    const unsigned long first = only ? std::strtoul(only, nullptr, 10) : 1;
-    const unsigned long last = only ? first : number ? std::strtoul(number, nullptr, 10) : 2000;
+    const unsigned long only = test::environmentNumber("SCHEDULER_SEED", 0);
+    const unsigned long first = only ? only : 1;
+    const unsigned long last = only ? only : test::environmentNumber("SCHEDULER_SEEDS", 2000);
     const std::vector<std::byte> whole = scheduler::encodeSchedule(test::richSchedule());
     int results[3] = {};
     for (unsigned long seed = first; seed <= last && !HasFailure(); ++seed) {
