@@ -79,10 +79,12 @@ TEST(FromUtc, OutsideTheRangeIsNoTime) {
     EXPECT_EQ(TimeValue::fromUtc(2039, 1, 1, 0, 0, 0), TimeValue());
 }
 
-TEST(FromUtc, ReadsLocalSecondZeroAsATime) {
-    // Seconds west of Greenwich; where it is east, the fields of this instant are those of local second 0.
-    const std::int32_t west = TimeValue::fromLocal(1970, 1, 3, 0, 0, 0, 0).seconds() - 2 * secondsPerDay;
-    const std::int32_t t = std::abs(west);
+// Where it is east of Greenwich, the fields of the instant are those that second 0, which is no time, has in
+// local time. Where it is west there is no such instant, and this is just another one of the first hours.
+TEST(FromUtc, ReadsTheFirstHoursAsTimes) {
+    const std::int32_t secondsWest =
+        TimeValue::fromLocal(1970, 1, 3, 0, 0, 0, 0).seconds() - 2 * secondsPerDay;
+    const std::int32_t t = std::abs(secondsWest);
     EXPECT_EQ(fromUtcSeconds(t).seconds(), t);
 }
 
