@@ -1,5 +1,6 @@
 // Installs, upgrades and removes the program as its user does, silently and through the installer's pages.
 
+#include "lib/base/callbacks.h"
 #include "lib/base/files.h"
 #include "lib/base/opsys.h"
 #include "lib/base/processes.h"
@@ -40,14 +41,14 @@ struct Page {
     HWND found = nullptr;
 };
 
-BOOL CALLBACK checkText(HWND child, LPARAM parameter) {
+CALLED_BY_PLATFORM BOOL CALLBACK checkText(HWND child, LPARAM parameter) {
     auto& page = *reinterpret_cast<Page*>(parameter);
     if (IsWindowVisible(child) && driver::textOf(child).compare(0, page.text.size(), page.text) == 0)
         page.found = GetAncestor(child, GA_ROOT);
     return page.found == nullptr;
 }
 
-BOOL CALLBACK checkPage(HWND window, LPARAM parameter) {
+CALLED_BY_PLATFORM BOOL CALLBACK checkPage(HWND window, LPARAM parameter) {
     auto& page = *reinterpret_cast<Page*>(parameter);
     DWORD process = 0;
     GetWindowThreadProcessId(window, &process);

@@ -1,3 +1,4 @@
+#include "lib/base/callbacks.h"
 #include "resources/ids.h"
 #include "tests/support/dialogtemplate.h"
 
@@ -230,7 +231,7 @@ private:
         return ids;
     }
 
-    static INT_PTR CALLBACK ignore(HWND, UINT, WPARAM, LPARAM) { return FALSE; }
+    CALLED_BY_PLATFORM static INT_PTR CALLBACK ignore(HWND, UINT, WPARAM, LPARAM) { return FALSE; }
 
     HWND frame_ = nullptr;
 };

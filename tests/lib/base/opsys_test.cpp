@@ -1,4 +1,5 @@
 #include "lib/base/base.h"
+#include "lib/base/callbacks.h"
 #include "lib/base/files.h"
 #include "lib/base/handles.h"
 #include "lib/base/opsys.h"
@@ -189,7 +190,7 @@ TEST_F(WindowTextTest, IsEmptyForNoWindow) {
 }
 
 /// Claims more text than can be had, or than it then gives.
-LRESULT CALLBACK boastingWindow(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+CALLED_BY_PLATFORM LRESULT CALLBACK boastingWindow(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_GETTEXTLENGTH)
         return GetPropA(window, "huge") ? 0x7FFFFFFE : 10;
     return DefWindowProcA(window, message, wParam, lParam);

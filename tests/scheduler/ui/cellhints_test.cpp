@@ -33,7 +33,7 @@ std::vector<HWND> hints() {
 
 std::function<void()> whileOpen; ///< what is done, once, while a menu runs
 
-void CALLBACK actWhileOpen(HWND, UINT, UINT_PTR, DWORD) noexcept {
+CALLED_BY_PLATFORM void CALLBACK actWhileOpen(HWND, UINT, UINT_PTR, DWORD) noexcept {
     if (whileOpen)
         std::exchange(whileOpen, nullptr)();
 }
