@@ -9,6 +9,7 @@
 #include "scheduler/ui/framework/window.h"
 #include "scheduler/ui/mainwindow.h"
 #include "tests/scheduler/ui/whileopen.h"
+#include "tests/support/windowlooks.h"
 
 #include <windows.h>
 
@@ -21,24 +22,12 @@
 
 namespace {
 
-DWORD styleOf(HWND window) {
-    return static_cast<DWORD>(GetWindowLongA(window, GWL_STYLE));
-}
-
-bool isOf(HWND window, const char* className) {
-    char name[32]{};
-    GetClassNameA(window, name, sizeof name);
-    return lstrcmpiA(name, className) == 0;
-}
+using test::classOf;
+using test::placeOf;
+using test::styleOf;
 
 bool isGroupBox(HWND window) {
-    return isOf(window, "Button") && (styleOf(window) & BS_TYPEMASK) == BS_GROUPBOX;
-}
-
-RECT placeOf(HWND window) {
-    RECT place{};
-    GetWindowRect(window, &place);
-    return place;
+    return test::isButton(window, BS_GROUPBOX);
 }
 
 std::vector<HWND> shownIn(HWND dialog) {
@@ -65,8 +54,8 @@ LONG besideText(HWND button) {
 }
 
 void expectRoomForText(HWND control) {
-    const bool isText = isOf(control, "Static") && (styleOf(control) & SS_TYPEMASK) == SS_LEFT;
-    if (!isText && !isOf(control, "Button"))
+    const bool isText = classOf(control) == "static" && (styleOf(control) & SS_TYPEMASK) == SS_LEFT;
+    if (!isText && classOf(control) != "button")
         return;
     const SIZE needed = framework::TextExtent(control).of(base::windowText(control));
     const RECT place = placeOf(control);
@@ -76,7 +65,7 @@ void expectRoomForText(HWND control) {
 
 /// A list is as high as its font asks for only if its items were told so.
 void expectRoomForItems(HWND list) {
-    if (!isOf(list, "ComboBox"))
+    if (classOf(list) != "combobox")
         return;
     const LONG needed = framework::TextExtent(list).of("Xg").cy;
     constexpr WPARAM shownItem = static_cast<WPARAM>(-1);

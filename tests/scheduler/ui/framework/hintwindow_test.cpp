@@ -4,6 +4,7 @@
 #include "scheduler/ui/framework/windowclass.h"
 #include "tests/support/gdiobjects.h"
 #include "tests/support/patience.h"
+#include "tests/support/windowlooks.h"
 
 #include <gtest/gtest.h>
 
@@ -21,6 +22,7 @@ using framework::HintWindow;
 using framework::Message;
 using framework::MessagePump;
 using framework::Window;
+using test::placeOf;
 
 constexpr UINT_PTR stopTimer = 99;
 
@@ -89,12 +91,6 @@ Hint hintAt(POINT point, const char* text = "A hint") {
     hint.point = point;
     hint.displayMilliseconds = 60'000; // so that it is not its time that closes it
     return hint;
-}
-
-RECT placeOf(HWND window) {
-    RECT place{};
-    GetWindowRect(window, &place);
-    return place;
 }
 
 class HintWindowTest : public ::testing::Test {

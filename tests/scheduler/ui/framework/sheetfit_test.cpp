@@ -1,21 +1,18 @@
 #include "scheduler/ui/framework/propertysheet.h"
 #include "tests/scheduler/ui/framework/testdialogs.h"
+#include "tests/support/windowlooks.h"
 
 #include <gtest/gtest.h>
 
 namespace {
+
+using test::placeOf;
 
 /// Of the pages below, in dialog units.
 constexpr RECT pageUnits{0, 0, 240, 120};
 
 SIZE sizeOf(const RECT& place) {
     return {place.right - place.left, place.bottom - place.top};
-}
-
-RECT placeOf(HWND window) {
-    RECT place{};
-    GetWindowRect(window, &place);
-    return place;
 }
 
 bool isInside(const RECT& inner, const RECT& outer) {
