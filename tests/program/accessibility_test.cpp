@@ -1,15 +1,15 @@
 // Every window of the real program for those who do not see it or use no mouse: a screen reader finds a name
 // for each control that takes input, Tab comes to it, and no letter with Alt is two controls'.
 
-#include "lib/base/strings.h"
+#include "lib/base/callbacks.h"
 #include "resources/ids.h"
 #include "tests/program/editordriver.h"
 #include "tests/program/listdriver.h"
+#include "tests/support/windowlooks.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <array>
 #include <cctype>
 #include <map>
 #include <ostream>
@@ -20,26 +20,13 @@ using driver::textOf;
 using driver::waitUntil;
 using scheduler::ScheduledProject;
 using scheduler::ScheduleKind;
+using test::classOf;
+using test::isButton;
+using test::styleOf;
 
 namespace {
 
 constexpr int relinkFiles = 2; // its place in the list of run commands
-
-std::string classOf(HWND window) {
-    std::array<char, 64> name{};
-    GetClassNameA(window, name.data(), static_cast<int>(name.size()));
-    std::string lowered = name.data();
-    base::toLower(lowered);
-    return lowered;
-}
-
-DWORD styleOf(HWND window) {
-    return static_cast<DWORD>(GetWindowLongA(window, GWL_STYLE));
-}
-
-bool isButton(HWND window, DWORD type) {
-    return classOf(window) == "button" && (styleOf(window) & BS_TYPEMASK) == type;
-}
 
 bool takesInput(HWND window) {
     const std::string kind = classOf(window);
@@ -47,7 +34,7 @@ bool takesInput(HWND window) {
            kind == "syslistview32" || kind == "systabcontrol32";
 }
 
-BOOL CALLBACK collectUsable(HWND window, LPARAM found) {
+CALLED_BY_PLATFORM BOOL CALLBACK collectUsable(HWND window, LPARAM found) {
     if (IsWindowVisible(window) && IsWindowEnabled(window))
         reinterpret_cast<std::vector<HWND>*>(found)->push_back(window);
     return TRUE;
@@ -123,23 +110,17 @@ protected:
     HWND dialogOver(HWND owner) const {
         const auto isOwned = [&] {
             const std::vector<HWND> dialogs = scheduler_.dialogs();
-            return !dialogs.empty() && dialogs.front() != owner && focused() && isInside(dialogs.front());
+            return !dialogs.empty() && dialogs.front() != owner && scheduler_.focused() &&
+                   isInside(dialogs.front());
         };
         return waitUntil(isOwned) ? scheduler_.dialogs().front() : nullptr;
-    }
-
-    HWND focused() const {
-        GUITHREADINFO information{};
-        information.cbSize = sizeof(information);
-        GetGUIThreadInfo(GetWindowThreadProcessId(scheduler_.window(), nullptr), &information);
-        return information.hwndFocus;
     }
 
     SchedulerProcess scheduler_;
     EditorDriver editor_{scheduler_};
 
 private:
-    bool isInside(HWND dialog) const { return IsChild(dialog, focused()) != FALSE; }
+    bool isInside(HWND dialog) const { return IsChild(dialog, scheduler_.focused()) != FALSE; }
 
     static void expectNames(const std::vector<HWND>& usable) {
         for (const HWND control : usable) {
@@ -164,7 +145,7 @@ private:
 
     void expectTabReaches(const std::vector<HWND>& usable) const {
         const bool isAlone = std::ranges::count_if(usable, &takesInput) == 1;
-        const std::vector<HWND> stops = isAlone ? std::vector{focused()} : tabStops();
+        const std::vector<HWND> stops = isAlone ? std::vector{scheduler_.focused()} : tabStops();
         const auto isStop = [&](HWND control) { return std::ranges::find(stops, control) != stops.end(); };
         for (const HWND control : usable) {
             if (isButton(control, BS_AUTORADIOBUTTON)) {
@@ -178,11 +159,13 @@ private:
     /// Where the Tab key goes from the focus on, until it comes to a place for the second time.
     std::vector<HWND> tabStops() const {
         std::vector<HWND> stops;
-        for (HWND stop = focused(); stop && std::ranges::find(stops, stop) == stops.end(); stop = focused()) {
+        for (HWND stop = scheduler_.focused(); stop && std::ranges::find(stops, stop) == stops.end();
+             stop = scheduler_.focused()) {
             stops.push_back(stop);
             PostMessageA(stop, WM_KEYDOWN, VK_TAB, 1);
             PostMessageA(stop, WM_KEYUP, VK_TAB, 1);
-            EXPECT_TRUE(waitUntil([&] { return focused() && focused() != stop; })) << told(stop);
+            EXPECT_TRUE(waitUntil([&] { return scheduler_.focused() && scheduler_.focused() != stop; }))
+                << told(stop);
         }
         return stops;
     }
@@ -191,7 +174,7 @@ private:
 TEST_F(Accessibility, TheListHasANameAndTheKeyboard) {
     const HWND list = driver::ListDriver(scheduler_.window()).handle();
     EXPECT_NE(nameOf(list), "");
-    EXPECT_TRUE(waitUntil([&] { return focused() == list; }));
+    EXPECT_TRUE(waitUntil([&] { return scheduler_.focused() == list; }));
     EXPECT_EQ(std::ranges::count_if(usableIn(scheduler_.window()), &takesInput), 1);
 }
 
@@ -211,7 +194,7 @@ TEST_F(Accessibility, TheSchedulePageOfEachKind) {
         ASSERT_TRUE(editor_.chooseKind(static_cast<ScheduleKind>(kind)));
         const HWND button = editor_.item(IDC_KIND_AFTER_PROJECT + kind);
         PostMessageA(editor_.sheet(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(button), TRUE);
-        ASSERT_TRUE(waitUntil([&] { return focused() == button; }));
+        ASSERT_TRUE(waitUntil([&] { return scheduler_.focused() == button; }));
         expectAccessible(editor_.sheet());
     }
 }

@@ -72,14 +72,6 @@ protected:
                                                      SeenItem{IDM_RUN, "&Run now", anySelected, false}));
     }
 
-    /// What has the keyboard in the program; null while the program is not in the foreground.
-    HWND focusedWindow() const {
-        GUITHREADINFO information{};
-        information.cbSize = sizeof(information);
-        GetGUIThreadInfo(GetWindowThreadProcessId(window(), nullptr), &information);
-        return information.hwndFocus;
-    }
-
     /// Keys as from the keyboard: pressed in this order and let go of again.
     static void press(const std::vector<WORD>& keys) {
         const auto send = [](WORD key, DWORD flags) {

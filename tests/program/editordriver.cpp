@@ -28,7 +28,7 @@ bool EditorDriver::open(int command, const char* caption) {
     scheduler_.command(command);
     return waitUntil([&] {
         sheet_ = FindWindowA("#32770", caption);
-        return isShownDialog(sheet_, caption) && currentPage() != 0 && focusedWindow() != nullptr;
+        return isShownDialog(sheet_, caption) && currentPage() != 0 && scheduler_.focused() != nullptr;
     });
 }
 
@@ -113,25 +113,18 @@ void EditorDriver::press(int button) const {
 }
 
 void EditorDriver::pressKey(WPARAM key) const {
-    const HWND window = focusedWindow();
+    const HWND window = scheduler_.focused();
     PostMessageA(window, WM_KEYDOWN, key, 1);
     PostMessageA(window, WM_KEYUP, key, 1);
 }
 
 void EditorDriver::pressWithAlt(char letter) const {
     constexpr LPARAM altIsDown = 1 << 29;
-    PostMessageA(focusedWindow(), WM_SYSCHAR, static_cast<WPARAM>(letter), altIsDown | 1);
+    PostMessageA(scheduler_.focused(), WM_SYSCHAR, static_cast<WPARAM>(letter), altIsDown | 1);
 }
 
 int EditorDriver::focused() const {
-    return GetDlgCtrlID(focusedWindow());
-}
-
-HWND EditorDriver::focusedWindow() const {
-    GUITHREADINFO information{};
-    information.cbSize = sizeof(information);
-    GetGUIThreadInfo(GetWindowThreadProcessId(scheduler_.window(), nullptr), &information);
-    return information.hwndFocus;
+    return GetDlgCtrlID(scheduler_.focused());
 }
 
 bool EditorDriver::closes() const {

@@ -54,7 +54,6 @@ public:
     void pressWithAlt(char letter) const;
     /// The control that has the focus; the sheet's buttons among them.
     int focused() const;
-    HWND focusedWindow() const;
 
     bool isOpen() const { return IsWindow(sheet_) != FALSE; }
     /// Waits until the sheet is gone and its owner can be used again.

@@ -7,8 +7,6 @@
 #include "tests/program/listdriver.h"
 #include "tests/program/programtest.h"
 
-#include <gmock/gmock.h>
-
 #include <functional>
 #include <memory>
 
@@ -100,9 +98,9 @@ TEST_F(EditByEditor, OpeningAndPressingOkChangesNothing) {
         // Through every field and past every idle pass.
         editor_.turnTo(IDD_SCHEDULE_PAGE);
         for (int stop = 0; stop < 16; ++stop) {
-            const HWND from = editor_.focusedWindow();
+            const HWND from = scheduler_.focused();
             editor_.pressKey(VK_TAB);
-            ASSERT_TRUE(waitUntil([&] { return editor_.focusedWindow() != from; }));
+            ASSERT_TRUE(waitUntil([&] { return scheduler_.focused() != from; }));
         }
         EXPECT_EQ(userPart(editedByOk()), userPart(before)) << kind;
     }
@@ -194,7 +192,7 @@ TEST_F(EditByEditor, LeavingByButtonEscapeAndCaptionChangesNothing) {
         ASSERT_TRUE(editor_.closes());
         EXPECT_EQ(userPart(firstSaved()), userPart(before));
         EXPECT_EQ(list_->cell(0, 0), "run:backup.exe");
-        EXPECT_EQ(editor_.focusedWindow(), list_->handle());
+        EXPECT_EQ(scheduler_.focused(), list_->handle());
     }
 }
 
@@ -206,7 +204,7 @@ TEST_F(EditByEditor, ADoubleClickEditsAndEnterIsOk) {
     SetDlgItemTextA(GetDlgItem(scheduler_.messageBox(), IDD_PROJECT_PAGE), IDC_PROJECT_PATH, "run:enter.exe");
     editor_.pressKey(VK_RETURN);
     EXPECT_TRUE(waitUntil([&] { return firstSaved().path == "run:enter.exe"; }));
-    EXPECT_TRUE(waitUntil([&] { return editor_.focusedWindow() == list_->handle(); }));
+    EXPECT_TRUE(waitUntil([&] { return scheduler_.focused() == list_->handle(); }));
 }
 
 TEST_F(EditByEditor, ARunThatStartsWhileTheEditorIsOpenGoesOn) {

@@ -21,9 +21,9 @@ protected:
         std::vector<int> stops;
         stops.push_back(editor_.focused());
         while (stops.back() != IDOK && stops.size() < 20) {
-            const HWND from = editor_.focusedWindow();
+            const HWND from = scheduler_.focused();
             editor_.pressKey(VK_TAB);
-            if (!waitUntil([&] { return editor_.focusedWindow() != from; }))
+            if (!waitUntil([&] { return scheduler_.focused() != from; }))
                 break;
             stops.push_back(editor_.focused());
         }

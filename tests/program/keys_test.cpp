@@ -49,7 +49,7 @@ TEST_F(Commands, ADoubleClickIsEdit) {
 TEST_F(Commands, ControlShiftTIsTheTestCommand) {
     startWith({sleeping("a.kra")});
     SetForegroundWindow(window());
-    ASSERT_TRUE(waitUntil([&] { return focusedWindow() == list().handle(); }));
+    ASSERT_TRUE(waitUntil([&] { return scheduler_.focused() == list().handle(); }));
     const LONG before = witness().commands();
     press({VK_CONTROL, 'T'});
     press({VK_SHIFT, 'T'});
@@ -64,18 +64,18 @@ TEST_F(Commands, ControlShiftTIsTheTestCommand) {
 TEST_F(Commands, TheKeyboardIsTheListsWheneverTheWindowGetsIt) {
     startWith({sleeping("a.kra")});
     SetForegroundWindow(window());
-    ASSERT_TRUE(waitUntil([&] { return focusedWindow() == list().handle(); }));
+    ASSERT_TRUE(waitUntil([&] { return scheduler_.focused() == list().handle(); }));
     scheduler_.command(IDM_PREFERENCES);
     const HWND dialog = waitForBox();
     ASSERT_NE(dialog, nullptr);
-    ASSERT_TRUE(waitUntil([&] { return GetParent(focusedWindow()) == dialog; }));
+    ASSERT_TRUE(waitUntil([&] { return GetParent(scheduler_.focused()) == dialog; }));
     SchedulerProcess::press(dialog, IDCANCEL);
-    EXPECT_TRUE(waitUntil([&] { return focusedWindow() == list().handle(); })) << "after a dialog";
+    EXPECT_TRUE(waitUntil([&] { return scheduler_.focused() == list().handle(); })) << "after a dialog";
 
     carryOut(IDM_CLOSE);
-    ASSERT_TRUE(waitUntil([&] { return focusedWindow() != list().handle(); }));
+    ASSERT_TRUE(waitUntil([&] { return scheduler_.focused() != list().handle(); }));
     carryOut(IDM_DISPLAY);
-    EXPECT_TRUE(waitUntil([&] { return focusedWindow() == list().handle(); })) << "after it was hidden";
+    EXPECT_TRUE(waitUntil([&] { return scheduler_.focused() == list().handle(); })) << "after it was hidden";
 }
 
 TEST_F(Commands, TypingFindsTheProjectThatBeginsSo) {

@@ -48,21 +48,16 @@ TEST_F(Lifecycle, AStartByHandShowsTheWindowAndAStartAtLogOnHidesIt) {
 }
 
 TEST_F(Lifecycle, AStartAtLogOnTakesNoKeys) {
-    const auto keyboard = [this] {
-        GUITHREADINFO information{};
-        information.cbSize = sizeof(information);
-        GetGUIThreadInfo(GetWindowThreadProcessId(scheduler_.window(), nullptr), &information);
-        return information;
-    };
+    const auto active = [this] { return driver::inputStateOf(scheduler_.window()).hwndActive; };
     ASSERT_TRUE(scheduler_.start("/s"));
     SendMessageA(scheduler_.window(), WM_NULL, 0, 0); // the start is over when it is answered
-    EXPECT_EQ(keyboard().hwndActive, nullptr);
-    EXPECT_EQ(keyboard().hwndFocus, nullptr);
+    EXPECT_EQ(active(), nullptr);
+    EXPECT_EQ(scheduler_.focused(), nullptr);
     scheduler_.kill();
     ASSERT_TRUE(scheduler_.start());
-    EXPECT_TRUE(waitUntil([&] { return keyboard().hwndActive == scheduler_.window(); }));
+    EXPECT_TRUE(waitUntil([&] { return active() == scheduler_.window(); }));
     EXPECT_TRUE(waitUntil([&] {
-        return keyboard().hwndFocus == FindWindowExA(scheduler_.window(), nullptr, WC_LISTVIEWA, nullptr);
+        return scheduler_.focused() == FindWindowExA(scheduler_.window(), nullptr, WC_LISTVIEWA, nullptr);
     }));
 }
 

@@ -1,5 +1,6 @@
 #include "tests/program/scheduledriver.h"
 
+#include "lib/base/callbacks.h"
 #include "lib/base/files.h"
 #include "lib/base/opsys.h"
 #include "lib/base/paths.h"
@@ -27,7 +28,7 @@ struct WindowSearch {
     std::vector<HWND> found;
 };
 
-BOOL CALLBACK checkWindow(HWND window, LPARAM parameter) {
+CALLED_BY_PLATFORM BOOL CALLBACK checkWindow(HWND window, LPARAM parameter) {
     auto& search = *reinterpret_cast<WindowSearch*>(parameter);
     DWORD process = 0;
     GetWindowThreadProcessId(window, &process);
@@ -205,11 +206,15 @@ std::vector<HWND> SchedulerProcess::dialogs() const {
     return found;
 }
 
+GUITHREADINFO inputStateOf(HWND window) {
+    GUITHREADINFO state{};
+    state.cbSize = sizeof(state);
+    GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &state);
+    return state;
+}
+
 bool SchedulerProcess::isMenuOpen() const {
-    GUITHREADINFO information{};
-    information.cbSize = sizeof(information);
-    GetGUIThreadInfo(GetWindowThreadProcessId(window_, nullptr), &information);
-    return (information.flags & GUI_INMENUMODE) != 0;
+    return (inputStateOf(window_).flags & GUI_INMENUMODE) != 0;
 }
 
 std::string SchedulerProcess::textOfBox(HWND box) {

@@ -33,6 +33,9 @@ std::vector<std::string> readLines(const std::string& path);
 /// The text of a window or control of any process.
 std::string textOf(HWND window);
 
+/// What the thread of a window, of any process, does with keyboard and menus.
+GUITHREADINFO inputStateOf(HWND window);
+
 /// One copy of scheduler.exe. Killed on destruction if it is still there.
 class SchedulerProcess {
 public:
@@ -67,6 +70,8 @@ public:
     /// All dialogs and message boxes that the user sees, the uppermost first.
     std::vector<HWND> dialogs() const;
     bool isMenuOpen() const;
+    /// What has the keyboard in the program; null while the program is not in the foreground.
+    HWND focused() const { return inputStateOf(window_).hwndFocus; }
     /// The box's text.
     static std::string textOfBox(HWND box);
     /// Presses one of the box's buttons (IDYES, IDNO, IDOK).

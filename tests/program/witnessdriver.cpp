@@ -90,10 +90,7 @@ bool WitnessDriver::passTicks(LONG count) const {
 }
 
 bool WitnessDriver::isMenuOpen() const {
-    GUITHREADINFO information{};
-    information.cbSize = sizeof(information);
-    GetGUIThreadInfo(GetWindowThreadProcessId(mainWindow_, nullptr), &information);
-    return (information.flags & GUI_INMENUMODE) != 0;
+    return (inputStateOf(mainWindow_).flags & GUI_INMENUMODE) != 0;
 }
 
 void WitnessDriver::closeMenu() const {
