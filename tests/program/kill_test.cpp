@@ -8,7 +8,6 @@
 #include "tests/program/programtest.h"
 #include "tests/support/environment.h"
 
-#include <algorithm>
 #include <iostream>
 #include <random>
 

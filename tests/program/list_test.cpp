@@ -1,11 +1,10 @@
 // The list of the real program: what its cells say, and when it paints.
 
+#include "lib/base/callbacks.h"
 #include "resources/ids.h"
 #include "scheduler/model/descriptions.h"
 #include "tests/program/listtest.h"
 #include "tests/program/witnessdriver.h"
-
-#include <commctrl.h>
 
 #include <gmock/gmock.h>
 
@@ -177,7 +176,7 @@ TEST_F(List, ATickPaintsNothingWhenNoTextHasChanged) {
     EXPECT_LT(witness.lastPaint().bottom - witness.lastPaint().top, (client.bottom - client.top) / 4);
 }
 
-BOOL CALLBACK findHint(HWND window, LPARAM found) {
+CALLED_BY_PLATFORM BOOL CALLBACK findHint(HWND window, LPARAM found) {
     constexpr LONG hintStyles = WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE;
     if ((GetWindowLongA(window, GWL_EXSTYLE) & hintStyles) != hintStyles || !IsWindowVisible(window))
         return TRUE;

@@ -63,7 +63,6 @@ namespace {
 using namespace std::string_literals;
 using scheduler::EditedEntry;
 using scheduler::ScheduledProject;
-using scheduler::ScheduleKind;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
