@@ -89,7 +89,7 @@ Hint hintAt(POINT point, const char* text = "A hint") {
     Hint hint;
     hint.text = text;
     hint.point = point;
-    hint.displayMilliseconds = 60'000; // so that it is not its time that closes it
+    hint.displayMilliseconds = 2 * test::patience; // so that it is not its time that closes it
     return hint;
 }
 
