@@ -74,7 +74,7 @@ TEST_F(Commands, AnEntryCanBeDeletedWhileItRuns) {
     ASSERT_TRUE(witness().passTicks(2));
     EXPECT_EQ(spider.logged("end run 1"), 1U);
     EXPECT_TRUE(scheduler_.isRunning());
-    EXPECT_EQ(list().cell(0, 4), "Never");
+    EXPECT_EQ(list().cell(0, driver::lastRunColumn), "Never");
 }
 
 TEST_F(Commands, TogglingAMixedSelectionLeavesItMixed) {

@@ -155,7 +155,7 @@ TEST_F(ForeignMessages, EndsOfRunsThatAreNotOnesOwnEndNoRun) {
     post(WM_NULL, 0, 0);
     ASSERT_TRUE(handlesAll());
     EXPECT_EQ(spider.logged("end run"), 0U) << "too slow a machine";
-    EXPECT_EQ(list.cell(0, 3), "Running");
+    EXPECT_EQ(list.cell(0, driver::nextRunColumn), "Running");
 
     ASSERT_TRUE(waitUntil([&] { return saved().lastResult == "fine"; }));
     const ScheduledProject ended = saved();
