@@ -3,35 +3,24 @@
 #include "lib/base/opsys.h"
 #include "resources/ids.h"
 #include "scheduler/ui/framework/fonts.h"
+#include "scheduler/ui/listcolumns.h"
 
 #include <algorithm>
 #include <cstring>
 #include <exception>
-#include <numeric>
 #include <utility>
 
 namespace scheduler {
 namespace {
 
-constexpr std::uint32_t widestSavedColumn = 4000;
-
 // Unseen: what screen readers call the list.
 constexpr const char* accessibleName = "Schedule";
-
-// Each column's share of the list's width until the user sets it, in percent.
-constexpr std::array<int, columnCount> defaultShares = {13, 24, 17, 16, 16, 14};
-static_assert(std::ranges::count(defaultShares, 0) == 0, "a column without a share would not be seen");
-static_assert(std::accumulate(defaultShares.begin(), defaultShares.end(), 0) == 100);
 
 std::string toAnsi(const wchar_t* text) {
     std::array<char, MAX_PATH> buffer{};
     WideCharToMultiByte(CP_ACP, 0, text, -1, buffer.data(), static_cast<int>(buffer.size() - 1), nullptr,
                         nullptr);
     return buffer.data();
-}
-
-std::string widthName(std::size_t column) {
-    return "Column" + std::to_string(column);
 }
 
 /// While one lives, the list notes no row that is to be painted again; at its end all of them are. Of many
@@ -65,7 +54,7 @@ bool ScheduleListView::createIn(HWND parent) {
         return false;
     ListView_SetExtendedListViewStyle(list, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER);
     SendMessageA(list, WM_SETFONT, reinterpret_cast<WPARAM>(framework::messageFont()), FALSE);
-    insertColumns();
+    insertColumns(list);
     ListView_SetItemCountEx(list, rows_.size(), 0);
     return true;
 }
@@ -73,39 +62,6 @@ bool ScheduleListView::createIn(HWND parent) {
 void ScheduleListView::moveTo(const RECT& area) {
     SetWindowPos(handle(), nullptr, area.left, area.top, area.right - area.left, area.bottom - area.top,
                  SWP_NOZORDER | SWP_NOACTIVATE);
-}
-
-void ScheduleListView::insertColumns() {
-    for (std::size_t column = 0; column < columnCount; ++column) {
-        std::string header = columnHeaders[column];
-        LVCOLUMNA description{};
-        description.mask = LVCF_TEXT | LVCF_SUBITEM;
-        description.pszText = header.data();
-        description.iSubItem = static_cast<int>(column);
-        SendMessageA(handle(), LVM_INSERTCOLUMNA, column, reinterpret_cast<LPARAM>(&description));
-    }
-}
-
-int ScheduleListView::defaultWidth(std::size_t column) const {
-    RECT area{};
-    GetClientRect(handle(), &area);
-    // The vertical scroll bar, once the rows need one, must not make a horizontal one necessary.
-    return (area.right - GetSystemMetrics(SM_CXVSCROLL)) * defaultShares[column] / 100;
-}
-
-void ScheduleListView::restoreColumns(base::RegistryStore& store) {
-    for (std::size_t column = 0; column < columnCount; ++column) {
-        std::uint32_t saved = 0;
-        const bool usable = store.readNumber(widthName(column), saved) && saved <= widestSavedColumn;
-        ListView_SetColumnWidth(handle(), static_cast<int>(column),
-                                usable ? static_cast<int>(saved) : defaultWidth(column));
-    }
-}
-
-void ScheduleListView::saveColumns(base::RegistryStore& store) const {
-    for (std::size_t column = 0; column < columnCount; ++column)
-        store.writeNumber(widthName(column), static_cast<std::uint32_t>(ListView_GetColumnWidth(
-                                                 handle(), static_cast<int>(column))));
 }
 
 Selection ScheduleListView::selectedEntries() const {
@@ -274,24 +230,11 @@ void ScheduleListView::onColumnClick(int column) {
     const Selection selected = selectedEntries();
     const std::optional<std::size_t> focused = entryInRow(ListView_GetNextItem(handle(), -1, LVNI_FOCUSED));
     rows_.sortBy(static_cast<ScheduleColumn>(column));
-    showSortArrow();
+    showSortArrow(handle(), rows_.sortColumn(), rows_.isAscending());
     const PaintedAtOnce painted(handle());
     selectEntries(selected);
     if (focused)
         focusEntry(*focused);
-}
-
-void ScheduleListView::showSortArrow() const {
-    const HWND header = ListView_GetHeader(handle());
-    for (std::size_t column = 0; column < columnCount; ++column) {
-        HDITEMA item{};
-        item.mask = HDI_FORMAT;
-        SendMessageA(header, HDM_GETITEMA, column, reinterpret_cast<LPARAM>(&item));
-        item.fmt &= ~(HDF_SORTUP | HDF_SORTDOWN);
-        if (rows_.sortColumn() == static_cast<ScheduleColumn>(column))
-            item.fmt |= rows_.isAscending() ? HDF_SORTUP : HDF_SORTDOWN;
-        SendMessageA(header, HDM_SETITEMA, column, reinterpret_cast<LPARAM>(&item));
-    }
 }
 
 LRESULT ScheduleListView::onFindItem(const NMLVFINDITEMA& request) const {

@@ -4,6 +4,7 @@
 
 #include "lib/base/registrystore.h"
 #include "scheduler/ui/framework/window.h"
+#include "scheduler/ui/listcolumns.h"
 #include "scheduler/ui/schedulecommands.h"
 #include "scheduler/ui/schedulerows.h"
 
@@ -28,9 +29,9 @@ public:
     /// Fills `area` of the parent's client area.
     void moveTo(const RECT& area);
 
-    /// Sets the saved column widths; a column without a sensible one gets its share of the list's width.
-    void restoreColumns(base::RegistryStore& store);
-    void saveColumns(base::RegistryStore& store) const;
+    /// See listcolumns.h.
+    void restoreColumns(base::RegistryStore& store) { restoreColumnWidths(handle(), store); }
+    void saveColumns(base::RegistryStore& store) const { saveColumnWidths(handle(), store); }
 
     Selection selectedEntries() const;
     /// The entry of the topmost selected row.
@@ -71,10 +72,7 @@ private:
     void selectEntries(const Selection& entries);
     void focusEntry(std::size_t entry);
 
-    void insertColumns();
-    void showSortArrow() const;
     PaintedRow rowAsOf(base::TimeValue now, std::size_t row) const;
-    int defaultWidth(std::size_t column) const;
 
     ScheduleRows& rows_;
     std::size_t firstPainted_ = 0;    // the row of the first element of painted_
