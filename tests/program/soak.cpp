@@ -1,7 +1,7 @@
-// Lets the real program work for a while, runs ending all the time and its windows in use, and compares what
-// it holds at the end with what it held after the first minute. For tools/soak.
+// Lets the real program work for a while, runs ending all the time, and compares what it holds at the end
+// with what it held after the first minute. For tools/soak.
 //
-// usage: program.soak MINUTES SPEED
+// usage: program.soak MINUTES SPEED [windows]
 
 #include "lib/base/registry.h"
 #include "resources/ids.h"
@@ -136,10 +136,11 @@ void useWindows(const driver::SchedulerProcess& scheduler, const driver::ListDri
 } // namespace
 
 int main(int argc, char** argv) {
-    if (argc != 3)
+    if (argc < 3)
         return 2;
     const int minutes = std::atoi(argv[1]);
     const int speed = std::atoi(argv[2]);
+    const bool usesWindows = argc > 3;
     const driver::SampleSpider spider;
     base::writeNumber(HKEY_CURRENT_USER, "Software\\Brindlewood\\scheduler\\State\\RunMultiple", 1);
     driver::saveEntries(busyEntries(spider));
@@ -155,7 +156,8 @@ int main(int argc, char** argv) {
     const ULONGLONG begin = GetTickCount64();
     const auto work = [&](int until) {
         for (int round = 0; GetTickCount64() - begin < static_cast<ULONGLONG>(until) * 60000; ++round) {
-            useWindows(scheduler, list, round);
+            if (usesWindows)
+                useWindows(scheduler, list, round);
             clock.pass(1000);
         }
     };
