@@ -84,6 +84,10 @@ void WitnessDriver::count() const {
     SendMessageA(mainWindow_, RegisterWindowMessageA(witness::countMessage), 0, 0);
 }
 
+void WitnessDriver::settleHeaps() const {
+    SendMessageA(mainWindow_, RegisterWindowMessageA(witness::settleMessage), 0, 0);
+}
+
 bool WitnessDriver::passTicks(LONG count) const {
     const LONG end = ticks() + count;
     return waitUntil([&] { return ticks() >= end; });

@@ -51,6 +51,10 @@ public:
     DWORD userObjects() const { return notes_->userObjects; }
     DWORD gdiObjects() const { return notes_->gdiObjects; }
 
+    /// Has the process's heaps set room aside for each size of block, as they do when they have long been in
+    /// use.
+    void settleHeaps() const;
+
     /// What the menu shows that opens once `open` is called. The menu is closed again.
     template<typename Action>
     std::vector<SeenItem> menuOpenedBy(const Action& open) const {

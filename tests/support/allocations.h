@@ -15,6 +15,11 @@ inline std::atomic<std::size_t> deallocationCount = 0;
 inline constexpr std::size_t nothingRefused = static_cast<std::size_t>(-1);
 inline std::atomic<std::size_t> refusedSize = nothingRefused; ///< from this size on, allocations fail
 
+/// How many blocks of memory are held.
+inline std::size_t heldBlocks() {
+    return allocationCount - deallocationCount;
+}
+
 /// While one lives, every allocation of at least so many bytes fails.
 class RefusedAllocations {
 public:

@@ -40,6 +40,10 @@ inline constexpr const char* dropMessage = "scheduler test drop";
 /// Registered; sent to a window, it has the objects of its process counted.
 inline constexpr const char* countMessage = "scheduler test count";
 
+/// Registered; sent to a window, it has the heaps of its process reach the shape that they otherwise reach
+/// after many hours: a heap sets room aside for each size of block once that has been asked for often.
+inline constexpr const char* settleMessage = "scheduler test settle";
+
 inline constexpr const char* memoryName = "scheduler test witness";
 
 } // namespace witness

@@ -1,6 +1,6 @@
 // A library that hooks put into the scheduler's process. From there it sees what no other process can ask
-// for: what is painted and what menus say when they open. It changes nothing, so what is tested is the
-// program as it is.
+// for: what is painted and what menus say when they open. Unless it is told to, it changes nothing, so what
+// is tested is the program as it is.
 
 #include "lib/base/callbacks.h"
 #include "scheduler/run/worker.h"
@@ -8,9 +8,11 @@
 #include "tests/support/gdiobjects.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <cstring>
 #include <shlobj.h>
+#include <span>
 
 namespace {
 
@@ -72,6 +74,19 @@ void countObjects() {
     notes()->gdiObjects = test::gdiObjectCount();
 }
 
+/// Asks each heap of the process for blocks of every smaller size, thousands of times, one at a time.
+void settleHeaps() {
+    constexpr std::size_t largest = 1536;
+    constexpr int times = 2100; // Wine's heaps begin to set room aside with the 2,050th
+    std::array<HANDLE, 16> heaps{};
+    const DWORD count = std::min<DWORD>(GetProcessHeaps(static_cast<DWORD>(heaps.size()), heaps.data()),
+                                        static_cast<DWORD>(heaps.size()));
+    for (const HANDLE heap : std::span(heaps).first(count))
+        for (std::size_t size = 8; size <= largest; size += 8)
+            for (int time = 0; time < times; ++time)
+                HeapFree(heap, 0, HeapAlloc(heap, 0, size));
+}
+
 void dropFiles(HWND window) {
     DROPFILES head{};
     head.pFiles = sizeof(head);
@@ -102,6 +117,9 @@ extern "C" __declspec(dllexport) CALLED_BY_PLATFORM LRESULT CALLBACK
     static const UINT countMessage = RegisterWindowMessageA(witness::countMessage);
     if (code == HC_ACTION && notes() && message.message == countMessage)
         countObjects();
+    static const UINT settleMessage = RegisterWindowMessageA(witness::settleMessage);
+    if (code == HC_ACTION && notes() && message.message == settleMessage)
+        settleHeaps();
     return CallNextHookEx(nullptr, code, wParam, lParam);
 }
 

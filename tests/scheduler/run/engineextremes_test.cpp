@@ -91,6 +91,23 @@ TEST_F(SchedulerEngineTest, ATickWithNothingDueTakesNoMemory) {
     EXPECT_EQ(test::allocationCount, before);
 }
 
+TEST_F(SchedulerEngineTest, RunsLeaveNoMemoryBehind) {
+    addDue("C:\\Projects\\one with a name that needs memory.kra");
+    const auto run = [&](std::int32_t second, const char* result) {
+        entries[0].nextRun = at(second);
+        tickAt(second);
+        ASSERT_EQ(launcher.launched.size(), 1U);
+        const std::uint32_t number = launcher.launched[0].runNumber;
+        launcher.launched.clear();
+        ASSERT_TRUE(finishAt(second, number, {result, 0}));
+    };
+    run(0, "a result that needs memory");
+    const std::size_t before = test::heldBlocks();
+    for (std::int32_t second = 1; second <= 1000; ++second)
+        run(second, "a result that needs memory");
+    EXPECT_EQ(test::heldBlocks(), before);
+}
+
 TEST_F(SchedulerEngineTest, ASweepOverTheScheduleReadsTheClockOnce) {
     class CountingClock : public base::Clock {
     public:

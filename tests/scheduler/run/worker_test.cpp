@@ -159,6 +159,24 @@ TEST_F(WorkerTest, ReportsToTheWindowOfTheLaunch) {
     EXPECT_FALSE(later.hasMore());
 }
 
+TEST_F(WorkerTest, RunsLeaveNoMemoryBehind) {
+    const std::string project = folder.project("a.kra", "result=7 pages, and what else was there to tell");
+    const auto run = [&] {
+        ASSERT_TRUE(launchProject(project, 1));
+        window.waitForEnds(1);
+        EXPECT_THAT(RegistryOutcomes().take(1).resultText, HasSubstr("7 pages"));
+    };
+    run();
+    const std::size_t before = test::heldBlocks();
+    for (int i = 0; i < 5; ++i)
+        run();
+    // The last thread may still be on its way out.
+    const ULONGLONG last = GetTickCount64() + patience;
+    while (test::heldBlocks() != before && GetTickCount64() < last)
+        Sleep(1);
+    EXPECT_EQ(test::heldBlocks(), before);
+}
+
 TEST_F(WorkerTest, StartThatFailsIsAnEndAtOnce) {
     ASSERT_TRUE(launch("\"C:\\no such folder\\program.exe\" /s1", 1));
     ASSERT_TRUE(launch("", 2));
