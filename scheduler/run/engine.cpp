@@ -79,10 +79,11 @@ void SchedulerEngine::startDue(base::TimeValue now, Cause cause) {
     // The schedule is looked at afresh behind each start: those who are called then may change it.
     for (std::size_t position = findDue(0, now); position < entries_.size();
          position = findDue(position + 1, now)) {
-        // Only behind a start: what has been started is not due any more, so the next tick gets further,
-        // while entries that wait would be all that it ever got to.
-        if (startEntry(position, now, cause) && cause == Cause::Schedule &&
-            services_.listener.wantsTickToPause())
+        const bool started = startEntry(position, now, cause);
+        // The next tick begins with the first entry again. It gets further only when what this one got to is
+        // over: not one that waits, nor one that could not be started and is due again at once.
+        const bool isOver = started && !(position < entries_.size() && isDue(position, now));
+        if (isOver && cause == Cause::Schedule && services_.listener.wantsTickToPause())
             break;
     }
 }
