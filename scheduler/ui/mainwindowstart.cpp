@@ -45,6 +45,7 @@ bool MainWindow::start(const std::string& commandLine, int showCommand) {
     loadState(showCommand);
     loadSchedule(schedule_, scheduleMagic);
     engine_.resetAll(TimeValue::now());
+    list_.refresh(); // shown with its rows: otherwise it would be painted empty and then once more
     icon_.add(handle());
     ShowWindow(handle(), hiddenStart ? SW_HIDE : showCommand);
     UpdateWindow(handle());

@@ -31,6 +31,15 @@ DWORD mainStyle = 0;                           ///< what the main window was cre
 int icons = 0;
 int helps = 0;
 
+/// How many rows the list has when its window is shown.
+int rowsWhenShown = 0;
+
+BOOL WINAPI notedShow(HWND window, int command) {
+    static const auto original = test::platformFunction<decltype(&ShowWindow)>("user32.dll", "ShowWindow");
+    rowsWhenShown = ListView_GetItemCount(GetDlgItem(window, IDC_SCHEDULE_LIST));
+    return original(window, command);
+}
+
 UINT_PTR WINAPI notedTimer(HWND window, UINT_PTR id, UINT milliseconds, TIMERPROC procedure) {
     static const auto original = test::platformFunction<decltype(&SetTimer)>("user32.dll", "SetTimer");
     if (!window)
@@ -91,6 +100,7 @@ SCHEDULER_REPLACE_IMPORT(RegisterWindowMessageA, "_RegisterWindowMessageA@4", me
 SCHEDULER_REPLACE_IMPORT(GetWindowsDirectoryA, "_GetWindowsDirectoryA@8", windowsUnlessUnforeseen);
 SCHEDULER_REPLACE_IMPORT(_beginthread, "__beginthread", noThread);
 SCHEDULER_REPLACE_IMPORT(SetTimer, "_SetTimer@16", notedTimer);
+SCHEDULER_REPLACE_IMPORT(ShowWindow, "_ShowWindow@8", notedShow);
 SCHEDULER_REPLACE_IMPORT(CreateWindowExA, "_CreateWindowExA@48", notedCreation);
 SCHEDULER_REPLACE_IMPORT(WinHelpA, "_WinHelpA@16", countedHelp);
 SCHEDULER_REPLACE_IMPORT(Shell_NotifyIconA, "_Shell_NotifyIconA@8", countedIcon);
@@ -133,6 +143,19 @@ TEST_F(MainWindow, IsAnOrdinaryWindowThatIsCreatedVisible) {
     ASSERT_TRUE(window.start("", SW_SHOWNOACTIVATE));
     EXPECT_EQ(mainStyle, 0x12CF0000U);
     EXPECT_TRUE(IsWindowVisible(window.handle()));
+}
+
+TEST_F(MainWindow, IsShownWithTheSchedulesRows) {
+    scheduler::ScheduleList schedule;
+    for (const char* path : {"C:\\Sites\\news.kra", "C:\\Sites\\shop.kra"}) {
+        scheduler::ScheduledProject entry;
+        entry.path = path;
+        schedule.append(entry);
+    }
+    ASSERT_TRUE(scheduler::saveSchedule(schedule));
+    scheduler::MainWindow window;
+    ASSERT_TRUE(window.start("", SW_SHOWNOACTIVATE));
+    EXPECT_EQ(rowsWhenShown, 2) << "they are not painted behind an empty list";
 }
 
 TEST_F(MainWindow, TheHelpCommandAsksForTheProgramsHelp) {
