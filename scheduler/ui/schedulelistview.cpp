@@ -23,8 +23,9 @@ std::string toAnsi(const wchar_t* text) {
     return buffer.data();
 }
 
-/// While one lives, the list notes no row that is to be painted again; at its end all of them are. Of many
-/// rows, each noted by itself costs far more than the painting.
+/// While one lives, the list neither notes a row that is to be painted again nor moves its header; at its end
+/// all of it is painted. Each of many rows noted by itself costs far more than the painting, and each column
+/// otherwise moves the header several times.
 class PaintedAtOnce {
 public:
     explicit PaintedAtOnce(HWND list) : list_(list) { SendMessageA(list_, WM_SETREDRAW, FALSE, 0); }
@@ -52,11 +53,17 @@ bool ScheduleListView::createIn(HWND parent) {
                                       base::moduleHandle(), nullptr);
     if (!attach(list))
         return false;
+    const PaintedAtOnce painted(list);
     ListView_SetExtendedListViewStyle(list, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER);
     SendMessageA(list, WM_SETFONT, reinterpret_cast<WPARAM>(framework::messageFont()), FALSE);
     insertColumns(list);
     ListView_SetItemCountEx(list, rows_.size(), 0);
     return true;
+}
+
+void ScheduleListView::restoreColumns(base::RegistryStore& store) {
+    const PaintedAtOnce painted(handle());
+    restoreColumnWidths(handle(), store);
 }
 
 void ScheduleListView::moveTo(const RECT& area) {

@@ -30,7 +30,7 @@ public:
     void moveTo(const RECT& area);
 
     /// See listcolumns.h.
-    void restoreColumns(base::RegistryStore& store) { restoreColumnWidths(handle(), store); }
+    void restoreColumns(base::RegistryStore& store);
     void saveColumns(base::RegistryStore& store) const { saveColumnWidths(handle(), store); }
 
     Selection selectedEntries() const;
