@@ -14,6 +14,12 @@ struct EngineState {
     const base::Clock* clock = &base::systemClock();
 };
 
+/// A local hour and how much of it has passed.
+struct HourInProgress {
+    base::TimeValue start;
+    int minute = 0;
+};
+
 /// The entry's next occasion as seen at `now`: TimeValue() is at once, TimeValue::never() is not at all. An
 /// entry that follows another gets never: the engine sets its time when that one has finished. The daily and
 /// the monthly rule also read the state's clock.
@@ -21,6 +27,32 @@ struct EngineState {
 /// Days are added as 86400 seconds each, not by the calendar: behind a change to or from daylight saving time
 /// a daily or monthly occasion lies an hour off its time of day. That is how the schedule is meant to work.
 base::TimeValue computeNextRun(const EngineState& state, const ScheduledProject& entry, base::TimeValue now);
+
+/// Next runs of many entries as seen at one moment. The clock and the calendar, which take longer than the
+/// rest of a rule, are asked for the moment once, when this is made, instead of for each entry.
+class NextRunSweep {
+public:
+    NextRunSweep(const EngineState& state, base::TimeValue now);
+
+    /// What computeNextRun gives for the entry.
+    base::TimeValue nextRunOf(const ScheduledProject& entry) const;
+
+    // What the rules ask of the moment.
+    bool startupFlag() const { return startupFlag_; }
+    base::TimeValue now() const { return now_; }
+    HourInProgress hour() const { return hour_; }
+    base::TimeValue today() const { return today_; }
+    base::TimeValue thisMonth() const { return thisMonth_; }
+    base::TimeValue nextMonth() const { return nextMonth_; }
+
+private:
+    bool startupFlag_;
+    base::TimeValue now_;
+    HourInProgress hour_;
+    base::TimeValue today_;
+    base::TimeValue thisMonth_;
+    base::TimeValue nextMonth_;
+};
 
 /// Seconds since local midnight; 0 when `t` is negative.
 base::TimeSpan timeOfDay(base::TimeValue t);

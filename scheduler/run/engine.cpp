@@ -15,17 +15,6 @@ constexpr const char* systemErrorText = "A system error prevented the project fr
 // What a retry is later than the entry's interval says.
 constexpr base::TimeSpan retryDelay = base::TimeSpan::fromSeconds(5);
 
-/// Lets all entries of one sweep be looked at from the same moment, for one look at the clock, which on some
-/// platforms takes longer than the rest of a next run.
-class StoppedClock : public base::Clock {
-public:
-    explicit StoppedClock(base::TimeValue now) : now_(now) {}
-    base::TimeValue now() const override { return now_; }
-
-private:
-    base::TimeValue now_;
-};
-
 /// How a run ends that did not take place. Its end has to be recorded even when there is no memory for why:
 /// the entry would run for ever.
 RunOutcome notRun(const char* reason) {
@@ -46,18 +35,14 @@ SchedulerEngine::SchedulerEngine(ScheduleList& entries, RunPolicy& policy, const
     : entries_(entries), policy_(policy), services_(services) {}
 
 EngineState SchedulerEngine::state() const {
-    return stateAt(services_.clock);
-}
-
-EngineState SchedulerEngine::stateAt(const base::Clock& clock) const {
-    return {startupFlag_, policy_.suspended, &clock};
+    return {startupFlag_, policy_.suspended, &services_.clock};
 }
 
 void SchedulerEngine::resetAll(base::TimeValue now) {
-    const StoppedClock clock(services_.clock.now());
+    const NextRunSweep sweep(state(), now);
     for (ScheduledProject& entry : entries_) {
         resetRunState(entry);
-        entry.nextRun = computeNextRun(stateAt(clock), entry, now);
+        entry.nextRun = sweep.nextRunOf(entry);
     }
 }
 
@@ -249,10 +234,10 @@ void SchedulerEngine::wakeFollowers(std::size_t position, base::TimeValue finish
 }
 
 void SchedulerEngine::recomputeAll(base::TimeValue now) {
-    const StoppedClock clock(services_.clock.now());
+    const NextRunSweep sweep(state(), now);
     for (ScheduledProject& entry : entries_) {
         if (!entry.running)
-            entry.nextRun = computeNextRun(stateAt(clock), entry, now);
+            entry.nextRun = sweep.nextRunOf(entry);
     }
 }
 

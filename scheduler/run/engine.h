@@ -97,7 +97,6 @@ private:
         return now >= entry.nextRun && !entry.disabled && !entry.running;
     }
 
-    EngineState stateAt(const base::Clock& clock) const;
     void startDue(base::TimeValue now, Cause cause);
     /// The first entry from a position on that is due; the size of the schedule when there is none.
     std::size_t findDue(std::size_t from, base::TimeValue now) const;

@@ -24,6 +24,7 @@ using test::lowest;
 using test::made;
 using test::monthly;
 using test::nextRun;
+using test::nextRunInSweep;
 using test::ofKind;
 using test::once;
 using test::text;
@@ -61,6 +62,7 @@ TEST(NextRun, AtStartupIsAtOnceWhileTheFlagIsSetWhateverTheDelay) {
         ScheduledProject entry = ofKind(1);
         entry.minutes = minutes;
         EXPECT_EQ(nextRun(entry, at(2026, 1, 5), at(2026, 1, 5), true), TimeValue());
+        EXPECT_EQ(nextRunInSweep(entry, at(2026, 1, 5), at(2026, 1, 5), true), TimeValue());
         EXPECT_EQ(nextRun(entry, at(2026, 1, 5), at(2026, 1, 5), false), TimeValue::never());
     }
 }

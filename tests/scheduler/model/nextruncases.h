@@ -104,6 +104,14 @@ inline base::TimeValue nextRun(const scheduler::ScheduledProject& entry, base::T
     return nextRun(entry, now, now);
 }
 
+/// The same for an entry among many.
+inline base::TimeValue nextRunInSweep(const scheduler::ScheduledProject& entry, base::TimeValue now,
+                                      base::TimeValue clockNow, bool startup = false) {
+    const FakeClock clock(clockNow);
+    const scheduler::NextRunSweep sweep({.startupFlag = startup, .suspended = false, .clock = &clock}, now);
+    return sweep.nextRunOf(entry);
+}
+
 inline std::string text(base::TimeValue t) {
     if (t.seconds() < 0)
         return std::to_string(t.seconds());
