@@ -13,10 +13,11 @@ if(WIN32)
     # Wine's debugger reads no newer debugging information than that.
     target_compile_options(project_options INTERFACE -fstack-protector-strong $<$<CONFIG:Debug>:-gdwarf-4>)
     # One file that needs nothing beside it, with the platform's memory protections asked for; no time
-    # stamp, so that two builds of one state are the same file.
+    # stamp, so that two builds of one state are the same file. Sections begin at pages in the file, too: under
+    # Wine it is then mapped, while otherwise each process has a copy of the whole of it in memory of its own.
     target_link_options(project_options INTERFACE
         -static -fstack-protector-strong
-        -Wl,--dynamicbase,--nxcompat,--large-address-aware,--no-insert-timestamp
+        -Wl,--dynamicbase,--nxcompat,--large-address-aware,--no-insert-timestamp,--file-alignment,4096
         $<$<CONFIG:Release>:-s>)
     set(CMAKE_CXX_FLAGS_RELEASE "-O2 -DNDEBUG" CACHE STRING "" FORCE)
 
