@@ -1,15 +1,13 @@
 // Damaged files of a rich schedule, each given to a start of the real program: it comes up with the entries
 // that the file holds, as the plainly told format says, or with none.
-//
-// SCHEDULER_SEED tries one file alone, SCHEDULER_SEEDS that many.
 
 #include "scheduler/model/schedulecodec.h"
 #include "scheduler/model/schedulefile.h"
 #include "tests/program/listdriver.h"
 #include "tests/program/programtest.h"
 #include "tests/support/damagedschedule.h"
-#include "tests/support/environment.h"
 #include "tests/support/plainschedule.h"
+#include "tests/support/seeds.h"
 
 #include <iostream>
 
@@ -63,16 +61,15 @@ protected:
 
 TEST_F(Damage, LeavesTheProgramWithTheRightEntriesOrNone) {
     const std::vector<std::byte> whole = scheduler::encodeSchedule(test::richSchedule());
-    const unsigned long only = test::environmentNumber("SCHEDULER_SEED", 0);
-    const unsigned long first = only ? only : 1;
-    const unsigned long last =
-        only ? only : test::environmentNumber("SCHEDULER_SEEDS", startsOfAnEverydayRun);
+    const std::vector<std::uint32_t> seeds = test::seeds(startsOfAnEverydayRun);
     std::size_t withEntries = 0;
-    for (unsigned long seed = first; seed <= last && !HasFailure(); ++seed) {
+    for (const std::uint32_t seed : seeds) {
         SCOPED_TRACE("SCHEDULER_SEED=" + std::to_string(seed));
-        withEntries += startOn(test::Damage(whole, static_cast<std::uint32_t>(seed)).done()) != 0;
+        withEntries += startOn(test::Damage(whole, seed).done()) != 0;
+        if (HasFailure())
+            return;
     }
-    const std::size_t starts = last - first + 1;
+    const std::size_t starts = seeds.size();
     std::cout << starts << " starts, " << withEntries << " of them with entries\n";
     if (starts < startsOfAnEverydayRun)
         return;

@@ -85,8 +85,8 @@ TEST_F(Kill, InTheMiddleOfASaveLeavesTheScheduleWholeOrNone) {
 }
 
 TEST_F(Kill, AtAnyMomentTheProgramComesUpAgain) {
-    const unsigned long seed = test::environmentNumber("SCHEDULER_SEED", std::random_device()());
-    const unsigned long kills = test::environmentNumber("SCHEDULER_KILLS", 25);
+    const unsigned long seed = test::environmentNumber("SCHEDULER_SEED").value_or(std::random_device()());
+    const unsigned long kills = test::environmentNumber("SCHEDULER_KILLS").value_or(25);
     std::cout << "SCHEDULER_SEED=" << seed << "\n";
     std::mt19937 random(static_cast<std::uint32_t>(seed));
     const driver::SampleSpider spider;

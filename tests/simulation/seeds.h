@@ -1,11 +1,10 @@
-// Which simulations a run of the tests makes. SCHEDULER_SEED runs the one with that seed alone;
-// SCHEDULER_SEEDS makes so many instead of the usual few.
+// The simulations that a run of the tests makes, one for each of its seeds.
 #pragma once
 
 #include "tests/simulation/dice.h"
 #include "tests/simulation/simulation.h"
-#include "tests/support/environment.h"
 #include "tests/support/instants.h"
+#include "tests/support/seeds.h"
 
 #include <gtest/gtest.h>
 
@@ -13,16 +12,6 @@
 #include <memory>
 
 namespace simulation {
-
-inline std::vector<std::uint64_t> seeds(unsigned long usualNumber) {
-    if (const unsigned long only = test::environmentNumber("SCHEDULER_SEED", 0))
-        return {only};
-    const unsigned long number = test::environmentNumber("SCHEDULER_SEEDS", usualNumber);
-    std::vector<std::uint64_t> all;
-    for (std::uint64_t seed = 1; seed <= number; ++seed)
-        all.push_back(seed);
-    return all;
-}
 
 /// A beginning such that the clock changes within the next weeks; any, when it never does here, and now and
 /// then.
@@ -35,7 +24,7 @@ inline Second randomStart(Dice& dice) {
 }
 
 inline void simulate(unsigned long usualNumber, Plan plan, bool everySecond) {
-    for (const std::uint64_t seed : seeds(usualNumber)) {
+    for (const std::uint64_t seed : test::seeds(usualNumber)) {
         SCOPED_TRACE("SCHEDULER_SEED=" + std::to_string(seed));
         Dice dice(seed ^ 0x5EED);
         plan.start = randomStart(dice);

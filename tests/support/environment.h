@@ -2,12 +2,21 @@
 #pragma once
 
 #include <cstdlib>
+#include <optional>
 
 namespace test {
 
-inline unsigned long environmentNumber(const char* variable, unsigned long otherwise) {
-    const char* const text = std::getenv(variable);
-    return text ? std::strtoul(text, nullptr, 10) : otherwise;
+/// Nothing when there is no text, or no number at its beginning.
+inline std::optional<unsigned long> numberIn(const char* text) {
+    if (!text)
+        return std::nullopt;
+    char* end = nullptr;
+    const unsigned long number = std::strtoul(text, &end, 10);
+    return end != text ? std::optional(number) : std::nullopt;
+}
+
+inline std::optional<unsigned long> environmentNumber(const char* variable) {
+    return numberIn(std::getenv(variable));
 }
 
 } // namespace test

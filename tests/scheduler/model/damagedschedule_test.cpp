@@ -2,8 +2,8 @@
 // holds, as the plainly told format says, or none.
 #include "scheduler/model/schedulecodec.h"
 #include "tests/support/damagedschedule.h"
-#include "tests/support/environment.h"
 #include "tests/support/plainschedule.h"
+#include "tests/support/seeds.h"
 
 #include <gtest/gtest.h>
 
@@ -35,20 +35,19 @@ TEST(DamagedSchedule, TheWholeFileIsWhatWasWritten) {
     EXPECT_EQ(check(scheduler::encodeSchedule(test::richSchedule())), Result::Replaced);
 }
 
-// SCHEDULER_SEED checks one file alone, SCHEDULER_SEEDS so many.
 TEST(DamagedSchedule, HoldsTheRightEntriesOrNone) {
-    const unsigned long only = test::environmentNumber("SCHEDULER_SEED", 0);
-    const unsigned long first = only ? only : 1;
-    const unsigned long last = only ? only : test::environmentNumber("SCHEDULER_SEEDS", 2000);
+    const std::vector<std::uint32_t> seeds = test::seeds(2000);
     const std::vector<std::byte> whole = scheduler::encodeSchedule(test::richSchedule());
     int results[3] = {};
-    for (unsigned long seed = first; seed <= last && !HasFailure(); ++seed) {
+    for (const std::uint32_t seed : seeds) {
         SCOPED_TRACE("SCHEDULER_SEED=" + std::to_string(seed));
-        ++results[static_cast<int>(check(test::Damage(whole, static_cast<std::uint32_t>(seed)).done()))];
+        ++results[static_cast<int>(check(test::Damage(whole, seed).done()))];
+        if (HasFailure())
+            return;
     }
     std::cout << results[0] << " left the schedule as it was, " << results[1] << " emptied it, " << results[2]
               << " were read\n";
-    if (last - first < 1000)
+    if (seeds.size() < 1000)
         return;
     for (const int count : results) // of each some
         EXPECT_GT(count, 50);
