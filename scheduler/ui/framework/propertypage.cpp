@@ -25,11 +25,14 @@ PROPSHEETPAGEA PropertyPage::platformRecord() {
     return record;
 }
 
+void PropertyPage::holdSize() {
+    heldSize_ = sizeOf(handle());
+}
+
 void PropertyPage::onAttached() {
     ControlHost::onAttached();
-    RECT place{};
-    GetWindowRect(handle(), &place);
-    ownSize_ = {place.right - place.left, place.bottom - place.top};
+    ownSize_ = sizeOf(handle());
+    releaseSize(); // of an earlier window
     if (made_)
         made_(handle());
 }
@@ -37,6 +40,11 @@ void PropertyPage::onAttached() {
 Handled PropertyPage::onMessage(const Message& message) {
     if (message.id == WM_NOTIFY && reinterpret_cast<const NMHDR*>(message.lParam)->code == PSN_APPLY)
         return settle() ? PSNRET_NOERROR : PSNRET_INVALID;
+    if (message.id == WM_WINDOWPOSCHANGING && heldSize_) {
+        WINDOWPOS& place = *reinterpret_cast<WINDOWPOS*>(message.lParam);
+        place.cx = heldSize_->cx;
+        place.cy = heldSize_->cy;
+    }
     return ControlHost::onMessage(message);
 }
 

@@ -6,6 +6,7 @@
 #include <prsht.h>
 
 #include <functional>
+#include <optional>
 #include <utility>
 
 namespace framework {
@@ -29,6 +30,11 @@ public:
     /// it.
     SIZE ownSize() const { return ownSize_; }
 
+    /// From now on the page stays as large as it is, whatever size its sheet gives it, as a sheet may each
+    /// time that it turns to a page: it knows only the size that it had given it first.
+    void holdSize();
+    void releaseSize() { heldSize_.reset(); }
+
 protected:
     void onAttached() override;
     Handled onMessage(const Message& message) override;
@@ -36,6 +42,7 @@ protected:
 private:
     std::function<void(HWND)> made_;
     SIZE ownSize_{};
+    std::optional<SIZE> heldSize_;
 };
 
 /// The dialog procedure of pages: gives the page's window its template's number as its id.

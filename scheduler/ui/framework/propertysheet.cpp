@@ -62,11 +62,15 @@ void PropertySheetDialog::takeOver(HWND sheet) {
         attach(sheet);
 }
 
-void PropertySheetDialog::fitToPages() const {
+void PropertySheetDialog::fitToPages() {
     std::vector<SheetPage> pages;
-    for (const PropertyPage* page : pages_)
+    for (PropertyPage* page : pages_) {
+        page->releaseSize();
         pages.push_back({page->handle(), page->ownSize()});
+    }
     fitSheet(handle(), pages);
+    for (PropertyPage* page : pages_)
+        page->holdSize();
 }
 
 Handled PropertySheetDialog::onMessage(const Message& message) {

@@ -31,7 +31,7 @@ protected:
 private:
     bool open(const std::string& title, HWND owner);
     void takeOver(HWND sheet);
-    void fitToPages() const;
+    void fitToPages();
     void close();
 
     std::vector<PropertyPage*> pages_;

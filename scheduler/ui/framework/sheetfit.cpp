@@ -1,5 +1,7 @@
 #include "scheduler/ui/framework/sheetfit.h"
 
+#include "scheduler/ui/framework/window.h"
+
 #include <prsht.h>
 
 #include <algorithm>
@@ -16,11 +18,12 @@ RECT placeIn(HWND sheet, HWND child) {
     return place;
 }
 
-void resize(HWND window, SIZE by) {
-    RECT place{};
-    GetWindowRect(window, &place);
-    SetWindowPos(window, nullptr, 0, 0, place.right - place.left + by.cx, place.bottom - place.top + by.cy,
-                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+void setSize(HWND window, SIZE size) {
+    SetWindowPos(window, nullptr, 0, 0, size.cx, size.cy, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+SIZE sum(SIZE one, SIZE other) {
+    return {one.cx + other.cx, one.cy + other.cy};
 }
 
 void move(HWND sheet, HWND child, SIZE by) {
@@ -58,21 +61,21 @@ LONG spareWidth(HWND sheet, const std::vector<HWND>& buttons) {
 void fitSheet(HWND sheet, std::span<const SheetPage> pages) {
     const auto tabs = reinterpret_cast<HWND>(SendMessageA(sheet, PSM_GETTABCONTROL, 0, 0));
     const auto current = reinterpret_cast<HWND>(SendMessageA(sheet, PSM_GETCURRENTPAGEHWND, 0, 0));
-    RECT room{};
-    if (!tabs || !GetWindowRect(current, &room))
+    if (!tabs || !current)
         return;
+    const SIZE room = sizeOf(current);
     SIZE needed{};
     for (const SheetPage& page : pages)
         needed = {std::max(needed.cx, page.size.cx), std::max(needed.cy, page.size.cy)};
     const std::vector<HWND> buttons = buttonsOf(sheet, tabs, pages);
-    const SIZE by{std::max(needed.cx - (room.right - room.left), -spareWidth(sheet, buttons)),
-                  needed.cy - (room.bottom - room.top)};
+    const SIZE by{std::max(needed.cx - room.cx, -spareWidth(sheet, buttons)), needed.cy - room.cy};
+    // Those behind need not have been given the room yet.
+    for (const SheetPage& page : pages)
+        setSize(page.window, sum(room, by));
     if (by.cx == 0 && by.cy == 0)
         return;
-    resize(sheet, by);
-    resize(tabs, by);
-    for (const SheetPage& page : pages)
-        resize(page.window, by);
+    setSize(sheet, sum(sizeOf(sheet), by));
+    setSize(tabs, sum(sizeOf(tabs), by));
     for (const HWND button : buttons)
         move(sheet, button, by);
 }

@@ -170,14 +170,19 @@ CALLED_BY_PLATFORM LRESULT CALLBACK windowProcedure(HWND window, UINT id, WPARAM
     return callClassProcedure(window, message);
 }
 
+SIZE sizeOf(HWND window) {
+    RECT place{};
+    GetWindowRect(window, &place);
+    return {place.right - place.left, place.bottom - place.top};
+}
+
 void centreWindow(HWND window) {
     const HWND parent = GetParent(window);
     RECT reference{};
-    RECT own{};
     GetWindowRect(parent ? parent : GetDesktopWindow(), &reference);
-    GetWindowRect(window, &own);
-    const int x = (reference.left + reference.right) / 2 - (own.right - own.left) / 2;
-    const int y = (reference.top + reference.bottom) / 2 - (own.bottom - own.top) / 2;
+    const SIZE own = sizeOf(window);
+    const int x = (reference.left + reference.right) / 2 - own.cx / 2;
+    const int y = (reference.top + reference.bottom) / 2 - own.cy / 2;
     SetWindowPos(window, nullptr, x, y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 

@@ -114,6 +114,9 @@ private:
 /// The procedure of every window that has an object.
 LRESULT CALLBACK windowProcedure(HWND window, UINT id, WPARAM wParam, LPARAM lParam) noexcept;
 
+/// Of a whole window, frame included, in pixels.
+SIZE sizeOf(HWND window);
+
 /// Centres a window over its parent's rectangle, or over the desktop when it has no parent.
 void centreWindow(HWND window);
 

@@ -4,6 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <utility>
+
 namespace {
 
 using test::placeOf;
@@ -25,8 +28,8 @@ class SheetOf : public framework::PropertySheetDialog {
 public:
     explicit SheetOf(int templateId) : page(templateId) { add(page); }
 
-    void lookAt(void (*look)(const SheetOf& sheet)) {
-        look_ = look;
+    void lookAt(std::function<void(const SheetOf& sheet)> look) {
+        look_ = std::move(look);
         EXPECT_EQ(run("The Sheet", nullptr), IDCANCEL);
         EXPECT_FALSE(look_) << "it was never shown";
     }
@@ -61,7 +64,7 @@ protected:
 private:
     static constexpr UINT shown = WM_APP + 1;
 
-    void (*look_)(const SheetOf& sheet) = nullptr;
+    std::function<void(const SheetOf& sheet)> look_;
 };
 
 void expectAllInPlace(const SheetOf& sheet) {
@@ -97,6 +100,26 @@ TEST(SheetFit, ItStaysWideEnoughForItsButtons) {
     SheetOf(IDD_FIRST_PAGE).lookAt([](const SheetOf& sheet) {
         EXPECT_GE(sizeOf(placeOf(sheet.page.handle())).cx, sheet.page.ownSize().cx);
         expectAllInPlace(sheet);
+    });
+}
+
+TEST(SheetFit, APageThatIsTurnedToHasItsRoomWhateverSizeTheSheetGivesIt) {
+    SheetOf sheet(IDD_LARGE_PAGE);
+    framework::PropertyPage second(IDD_SECOND_PAGE);
+    sheet.add(second);
+    sheet.lookAt([&](const SheetOf& shown) {
+        const RECT room = placeOf(shown.page.handle());
+        // What a sheet may do that made room for its pages before it was fitted.
+        const auto cut = [&] {
+            SetWindowPos(second.handle(), HWND_TOP, 0, 0, sizeOf(room).cx / 2, sizeOf(room).cy / 2,
+                         SWP_NOMOVE);
+        };
+        cut();
+        SendMessageA(shown.handle(), PSM_SETCURSEL, 1, 0);
+        cut();
+        EXPECT_TRUE(IsWindowVisible(second.handle()));
+        const RECT place = placeOf(second.handle());
+        EXPECT_TRUE(EqualRect(&place, &room)) << place.right - place.left << "x" << place.bottom - place.top;
     });
 }
 
