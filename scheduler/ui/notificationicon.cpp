@@ -6,8 +6,14 @@
 
 namespace scheduler {
 
+NotificationIcon::~NotificationIcon() {
+    if (stands_)
+        remove();
+}
+
 void NotificationIcon::add(HWND window) {
     window_ = window;
+    stands_ = true;
     base::addTrayIcon(window_, IDI_ACTIVE, titleFor(false));
 }
 
@@ -21,6 +27,7 @@ void NotificationIcon::restore(bool suspended) {
 }
 
 void NotificationIcon::remove() {
+    stands_ = false;
     base::removeTrayIcon(window_);
 }
 

@@ -6,9 +6,14 @@
 namespace scheduler {
 
 /// Shows by icon and tip whether the scheduler is active or suspended. Failures of the shell are left alone:
-/// the program works without its icon.
+/// the program works without its icon. It is removed with its object at the latest.
 class NotificationIcon {
 public:
+    NotificationIcon() = default;
+    NotificationIcon(const NotificationIcon&) = delete;
+    NotificationIcon& operator=(const NotificationIcon&) = delete;
+    ~NotificationIcon();
+
     /// The window that the icon stands for and reports to.
     void add(HWND window);
     void update(bool suspended);
@@ -18,6 +23,7 @@ public:
 
 private:
     HWND window_ = nullptr;
+    bool stands_ = false; // whatever the shell said
 };
 
 } // namespace scheduler

@@ -10,10 +10,15 @@
 #include "scheduler/ui/messageboxes.h"
 #include "scheduler/ui/programtexts.h"
 
+#include <exception>
+#include <memory>
+#include <utility>
+
 namespace scheduler {
 namespace {
 
-constexpr const char* startFailedText = "A system error prevented the scheduler from starting.";
+// Made before anything can be short of memory.
+const std::string startFailedText = "A system error prevented the scheduler from starting.";
 
 /// The running copy is known by its exact title, so a suspended one, whose title says so, is not found and
 /// the message goes nowhere.
@@ -24,6 +29,17 @@ void tellRunningCopy(UINT message, WPARAM wParam, LPARAM lParam) {
     // The copy may come to the front on behalf of this one, which the user has just started.
     AllowSetForegroundWindow(ASFW_ANY);
     SendMessageA(window, message, wParam, lParam);
+}
+
+/// The main window with its engine going; null when the start failed, whatever of it did.
+std::unique_ptr<MainWindow> startWindow(const std::string& commandLine, int showCommand) {
+    try {
+        auto window = std::make_unique<MainWindow>();
+        return window->start(commandLine, showCommand) ? std::move(window) : nullptr;
+    } catch (const std::exception& failure) {
+        OutputDebugStringA(failure.what());
+        return nullptr;
+    }
 }
 
 } // namespace
@@ -38,13 +54,10 @@ int runProgram(const std::string& commandLine, int showCommand) {
         tellRunningCopy(base::WM_TRAY_NOTIFY, 0, WM_LBUTTONDBLCLK);
         return 0;
     }
-    {
-        MainWindow window;
-        if (window.start(commandLine, showCommand)) {
-            framework::MessagePump& pump = framework::MessagePump::instance();
-            pump.setAccelerators(LoadAcceleratorsA(base::moduleHandle(), MAKEINTRESOURCEA(IDR_ACCELERATORS)));
-            return pump.runMainLoop();
-        }
+    if (const auto window = startWindow(commandLine, showCommand)) {
+        framework::MessagePump& pump = framework::MessagePump::instance();
+        pump.setAccelerators(LoadAcceleratorsA(base::moduleHandle(), MAKEINTRESOURCEA(IDR_ACCELERATORS)));
+        return pump.runMainLoop();
     }
     // Once the window is gone: nobody is to work with it behind the message.
     MessageBoxes().showError(startFailedText);

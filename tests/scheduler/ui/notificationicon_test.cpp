@@ -103,6 +103,24 @@ TEST_F(NotificationIcon, IsTakenAway) {
     EXPECT_THAT(shellCalls, ElementsAre(ShellCall{NIM_DELETE, window_, 0, ""}));
 }
 
+TEST_F(NotificationIcon, IsTakenAwayWithItsObject) {
+    {
+        scheduler::NotificationIcon icon;
+        icon.add(window_);
+        shellCalls.clear();
+    }
+    EXPECT_THAT(shellCalls, ElementsAre(ShellCall{NIM_DELETE, window_, 0, ""}));
+    shellCalls.clear();
+    { const scheduler::NotificationIcon neverAdded; }
+    {
+        scheduler::NotificationIcon removed;
+        removed.add(window_);
+        removed.remove();
+        shellCalls.clear();
+    }
+    EXPECT_TRUE(shellCalls.empty());
+}
+
 TEST_F(NotificationIcon, WorksOnWhenTheShellRefuses) {
     shellAnswers = false;
     icon_.add(window_);

@@ -13,12 +13,14 @@
 #include "scheduler/ui/programtexts.h"
 #include "scheduler/ui/startup.h"
 #include "tests/scheduler/ui/simulatedmessagebox.h"
+#include "tests/support/allocations.h"
 #include "tests/support/gdiobjects.h"
 #include "tests/support/handlecount.h"
 #include "tests/support/importedfunctions.h"
 
 #include <gtest/gtest.h>
 
+#include <new>
 #include <string>
 
 namespace {
@@ -32,6 +34,12 @@ bool refuses(const char* name) {
         return false;
     ++refusals;
     return true;
+}
+
+/// Memory that runs out while this call is made.
+void runOutOfMemoryIn(const char* name) {
+    if (refuses((std::string(name) + ", no memory").c_str()))
+        throw std::bad_alloc();
 }
 
 template<class Function>
@@ -54,6 +62,7 @@ ATOM WINAPI registerClass(const WNDCLASSEXA* description) {
 
 HMENU WINAPI loadMenu(HINSTANCE instance, LPCSTR name) {
     static const auto original = platform<decltype(&LoadMenuA)>("LoadMenuA");
+    runOutOfMemoryIn("LoadMenuA");
     return refuses("LoadMenuA") ? nullptr : original(instance, name);
 }
 
@@ -64,6 +73,7 @@ HANDLE WINAPI loadImage(HINSTANCE instance, LPCSTR name, UINT type, int width, i
 
 UINT_PTR WINAPI setTimer(HWND window, UINT_PTR id, UINT milliseconds, TIMERPROC procedure) {
     static const auto original = platform<decltype(&SetTimer)>("SetTimer");
+    runOutOfMemoryIn("SetTimer");
     return refuses("SetTimer") ? 0 : original(window, id, milliseconds, procedure);
 }
 
@@ -72,8 +82,11 @@ HHOOK WINAPI setHook(int kind, HOOKPROC procedure, HINSTANCE library, DWORD thre
     return refuses("SetWindowsHookExA") ? nullptr : original(kind, procedure, library, thread);
 }
 
+int icons = 0;
+
 BOOL WINAPI notifyShell(DWORD message, PNOTIFYICONDATAA record) {
     static const auto original = platform<decltype(&Shell_NotifyIconA)>("Shell_NotifyIconA", "shell32.dll");
+    icons += message == NIM_ADD ? 1 : message == NIM_DELETE ? -1 : 0;
     return refuses("Shell_NotifyIconA") ? FALSE : original(message, record);
 }
 
@@ -180,15 +193,25 @@ TEST(MainWindowRefusals, WithoutWhatIsNotNeededTheProgramRuns) {
         expectNothingLostBy(name, [] { EXPECT_TRUE(live()); });
 }
 
+void expectAFailedStart() {
+    test::shownMessages.clear();
+    icons = 0;
+    EXPECT_EQ(runProgram("/s", SW_SHOWNORMAL), 1);
+    ASSERT_EQ(test::shownMessages.size(), 1U);
+    EXPECT_EQ(test::shownMessages[0].text, "A system error prevented the scheduler from starting.");
+    EXPECT_EQ(test::shownMessages[0].caption, "Corvane Scheduler");
+    EXPECT_EQ(icons, 0) << "one is left behind";
+}
+
 TEST(ProgramRefusals, AStartThatFailsIsReportedOnce) {
-    for (const char* const name : {"scheduler", WC_LISTVIEWA, "LoadMenuA", "SetTimer"})
-        expectNothingLostBy(name, [] {
-            test::shownMessages.clear();
-            EXPECT_EQ(runProgram("/s", SW_SHOWNORMAL), 1);
-            ASSERT_EQ(test::shownMessages.size(), 1U);
-            EXPECT_EQ(test::shownMessages[0].text, "A system error prevented the scheduler from starting.");
-            EXPECT_EQ(test::shownMessages[0].caption, "Corvane Scheduler");
-        });
+    for (const char* const name :
+         {"scheduler", WC_LISTVIEWA, "LoadMenuA", "LoadMenuA, no memory", "SetTimer", "SetTimer, no memory"})
+        expectNothingLostBy(name, &expectAFailedStart);
+}
+
+TEST(ProgramRefusals, AStartWithoutMemoryForTheWindowIsReported) {
+    const test::RefusedAllocations refusing(sizeof(MainWindow));
+    expectAFailedStart();
 }
 
 TEST(ProgramRefusals, WithoutAcceleratorsTheProgramRuns) {
