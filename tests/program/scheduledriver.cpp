@@ -10,6 +10,8 @@
 #include "scheduler/model/schedulefile.h"
 #include "tests/support/patience.h"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <array>
 #include <chrono>
@@ -134,6 +136,7 @@ bool SchedulerProcess::start(const std::string& switches) {
 }
 
 void SchedulerProcess::launch(const std::string& switches) {
+    expectNoCrash();
     const PROCESS_INFORMATION information = startCopy(program_, switches);
     process_.reset(information.hProcess);
     id_ = information.dwProcessId;
@@ -176,10 +179,20 @@ DWORD SchedulerProcess::exitCode() const {
 }
 
 void SchedulerProcess::kill() {
-    if (!isRunning())
+    if (!isRunning()) {
+        expectNoCrash();
         return;
+    }
     TerminateProcess(process_.get(), 1);
     WaitForSingleObject(process_.get(), 10000);
+}
+
+void SchedulerProcess::expectNoCrash() const {
+    if (!process_ || isRunning())
+        return;
+    // Whom an exception ends has its code.
+    constexpr DWORD exceptions = 0xC0000000;
+    EXPECT_LT(exitCode(), exceptions) << "the program crashed";
 }
 
 void SchedulerProcess::command(int id) const {

@@ -78,6 +78,8 @@ public:
     static void press(HWND box, int button);
 
 private:
+    void expectNoCrash() const;
+
     std::string program_; ///< the built one, unless another was named
     base::KernelHandle process_;
     DWORD id_ = 0;

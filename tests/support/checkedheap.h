@@ -6,6 +6,9 @@ namespace test {
 /// Whether the platform surrounds blocks with a pattern at all.
 bool heapIsChecked();
 
+/// Has the runtime library look at each block that it gives back. False when the platform surrounds none.
+bool watchHeap();
+
 /// How many heaps of the process are damaged now: behind or before a block, or in one that has been freed.
 unsigned damagedHeaps();
 

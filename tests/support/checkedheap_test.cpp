@@ -1,4 +1,8 @@
+#include "lib/base/opsys.h"
+#include "lib/base/paths.h"
+#include "lib/base/processes.h"
 #include "tests/support/checkedheap.h"
+#include "tests/support/patience.h"
 
 #include <gtest/gtest.h>
 
@@ -52,6 +56,16 @@ TEST(CheckedHeap, FindsWhatIsWrittenIntoAFreedBlock) {
     std::free(given);
     const StrayByte stray(place);
     EXPECT_EQ(test::damagedHeaps(), 1U);
+}
+
+std::uint32_t endOfProgram(const std::string& arguments) {
+    const std::string program = base::directoryOf(base::executablePath()) + "support.strayprogram.exe";
+    return base::runProcessAndWait("\"" + program + "\" " + arguments, SW_HIDE, "", test::patience);
+}
+
+TEST(CheckedHeap, AProgramThatHasDamagedItCrashesAtItsEnd) {
+    EXPECT_EQ(endOfProgram(""), 0U);
+    EXPECT_EQ(endOfProgram("stray"), STATUS_ILLEGAL_INSTRUCTION);
 }
 
 } // namespace
