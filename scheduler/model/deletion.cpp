@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <ranges>
+#include <utility>
 
 namespace scheduler {
 namespace {
@@ -12,7 +13,7 @@ namespace {
 /// position to the lowest, so that those still to be deleted are where they were. Each deletion changes all
 /// references: one to the deleted entry becomes one to that entry's own predecessor, one to an entry behind
 /// it moves down by one. This tells the outcome for one reference without going through all deletions.
-class Deletions {
+class Deletions final : public MovedReferences {
 public:
     /// `positions` descend.
     Deletions(const ScheduleList& list, const std::vector<std::size_t>& positions)
@@ -27,8 +28,8 @@ public:
         findPredecessors(list);
     }
 
-    /// What a reference to `index` is when all deletions are done.
-    std::int32_t afterAll(std::int32_t index) const { return after(index, 0, stepCount()); }
+    /// When all deletions are done.
+    std::int32_t now(std::int32_t before) const override { return after(before, 0, stepCount()); }
 
 private:
     std::int32_t stepCount() const { return static_cast<std::int32_t>(positions_.size()); }
@@ -70,6 +71,11 @@ private:
 
 } // namespace
 
+void letNotFollowItself(ScheduledProject& entry, std::size_t position) {
+    if (entry.kind == ScheduleKind::AfterProject && std::cmp_equal(entry.afterIndex, position))
+        entry.kind = ScheduleKind::AtStartup;
+}
+
 void deleteEntries(ScheduleList& list, std::vector<std::size_t> positions) {
     if (positions.empty())
         return;
@@ -79,11 +85,10 @@ void deleteEntries(ScheduleList& list, std::vector<std::size_t> positions) {
     // Whoever comes to follow itself goes on doing so while others are removed: looking at the end is enough.
     for (std::size_t position = 0; position < list.size(); ++position) {
         ScheduledProject& entry = list[position];
-        entry.afterIndex = deletions.afterAll(entry.afterIndex);
-        if (entry.kind == ScheduleKind::AfterProject &&
-            entry.afterIndex == static_cast<std::int32_t>(position))
-            entry.kind = ScheduleKind::AtStartup;
+        entry.afterIndex = deletions.now(entry.afterIndex);
+        letNotFollowItself(entry, position);
     }
+    list.tellReferencesMoved(deletions);
 }
 
 } // namespace scheduler

@@ -53,6 +53,10 @@ void ScheduleList::removeAll(const std::vector<std::size_t>& positions) {
     notify([&](ScheduleObserver& observer) { observer.onEntriesRemoved(positions); });
 }
 
+void ScheduleList::tellReferencesMoved(const MovedReferences& moved) {
+    notify([&](ScheduleObserver& observer) { observer.onReferencesMoved(moved); });
+}
+
 void ScheduleList::clear() {
     entries_.clear();
     notify([](ScheduleObserver& observer) { observer.onCleared(); });

@@ -4,10 +4,21 @@
 #include "scheduler/model/scheduledproject.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <span>
 #include <vector>
 
 namespace scheduler {
+
+/// What a deletion makes of references to entries, such as `afterIndex`.
+class MovedReferences {
+public:
+    /// What a reference is now that was `before`. Takes no memory.
+    virtual std::int32_t now(std::int32_t before) const = 0;
+
+protected:
+    ~MovedReferences() = default;
+};
 
 /// Told of what comes into the schedule and what goes. Not an owner, and must outlive its place in the list
 /// of observers. What it is told has happened already, and takes no memory: it can be relied on to arrive,
@@ -28,6 +39,9 @@ public:
 
     /// The entries that stood at `positions`, which descend, are gone; those behind each moved down.
     virtual void onEntriesRemoved(std::span<const std::size_t> /*positions*/) {}
+
+    /// Those of all entries that are left have moved.
+    virtual void onReferencesMoved(const MovedReferences& /*moved*/) {}
 
     /// All are gone.
     virtual void onCleared() {}
@@ -71,6 +85,8 @@ public:
     void remove(std::size_t position);
     /// Removes the entries at `positions`, which descend, in one sweep.
     void removeAll(const std::vector<std::size_t>& positions);
+    /// From whoever has moved those of the entries.
+    void tellReferencesMoved(const MovedReferences& moved);
     void replace(std::size_t position, ScheduledProject record);
     void clear();
 

@@ -6,6 +6,7 @@
 #include "scheduler/model/additions.h"
 #include "scheduler/model/edits.h"
 #include "scheduler/model/trackedentry.h"
+#include "scheduler/model/trackedreferences.h"
 #include "scheduler/run/projectlaunch.h"
 #include "scheduler/ui/dialogs.h"
 #include "scheduler/ui/droppedfiles.h"
@@ -207,9 +208,11 @@ void MainWindow::onSuspendedChanged(bool suspended) {
 
 void MainWindow::addEntryByEditor() {
     const ScheduledProject blank = newEntryTemplate(schedule_, TimeValue::now());
-    const auto edited = editEntry(activeWindowOr(handle()), blank, schedule_, std::nullopt);
+    const TrackedReferences references(schedule_);
+    auto edited = editEntry(activeWindowOr(handle()), blank, schedule_, std::nullopt);
     if (!edited)
         return;
+    references.bringUpToDate(edited->record, schedule_.size());
     if (edited->files.size() < 2)
         addEntry(schedule_, edited->record, engine_.state(), file_);
     else
@@ -223,11 +226,14 @@ void MainWindow::editSelectedEntry() {
         addEntryByEditor();
         return;
     }
-    // Other programs can send commands all the while, which put the entry elsewhere or delete it.
+    // Other programs can send commands all the while, which put the entry and the one that it follows
+    // elsewhere or delete them.
     const TrackedEntry tracked(schedule_, *selected);
+    const TrackedReferences references(schedule_);
     auto edited = editEntry(activeWindowOr(handle()), schedule_[*selected], schedule_, *selected);
     if (!edited || !tracked.position())
         return;
+    references.bringUpToDate(edited->record, *tracked.position());
     // The engine went on meanwhile: what it recorded in the entry stays.
     ScheduledProject& entry = schedule_[*tracked.position()];
     applyEdit(entry, std::move(edited->record));

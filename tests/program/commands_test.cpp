@@ -245,6 +245,20 @@ TEST_F(Commands, AnEditFindsItsEntryWhereverThatIsMeanwhile) {
     EXPECT_THAT(list().columnTexts(0), ElementsAre("run:b", "run:d"));
 }
 
+TEST_F(Commands, AnEditedFollowerFollowsTheSameEntryWhereverThatIsMeanwhile) {
+    startWith({sleeping("run:a"), sleeping("run:b"), sleeping("run:c"), after(2, "run:d")});
+    list().select({3});
+    scheduler_.command(IDM_EDIT);
+    const HWND sheet = waitForBox();
+    ASSERT_NE(sheet, nullptr);
+    list().select({0});
+    carryOut(IDM_DELETE);
+    SchedulerProcess::press(sheet, IDOK);
+    ASSERT_TRUE(waitUntil([&] { return !IsWindow(sheet) && IsWindowEnabled(window()); }));
+    EXPECT_EQ(list().cell(2, nextRunColumn), "waiting for run:c");
+    EXPECT_EQ(savedSchedule().back().afterIndex, 1);
+}
+
 TEST_F(Commands, AnEditOfAnEntryThatIsDeletedMeanwhileChangesNoOther) {
     startWith({sleeping("run:a"), sleeping("run:b"), sleeping("run:c")});
     list().select({1});

@@ -4,6 +4,7 @@
 
 #include "resources/ids.h"
 #include "tests/program/editortest.h"
+#include "tests/program/listdriver.h"
 
 #include <gmock/gmock.h>
 
@@ -55,6 +56,15 @@ TEST_F(AddByEditor, AfterAnotherProject) {
         wanted.afterIndex = 0;
         wanted.minutes = 90;
     });
+}
+
+TEST_F(AddByEditor, AfterTheSameProjectWhereverThatIsMeanwhile) {
+    driver::ListDriver(scheduler_.window()).select({0});
+    SendMessageA(scheduler_.window(), WM_COMMAND, IDM_DELETE, 0); // as another program may
+    const auto saved = editor_.saveByOk();
+    ASSERT_THAT(saved, SizeIs(2));
+    EXPECT_EQ(saved[1].kind, ScheduleKind::AfterProject);
+    EXPECT_EQ(saved[1].afterIndex, 0) << "still the archive";
 }
 
 TEST_F(AddByEditor, AtStartup) {
