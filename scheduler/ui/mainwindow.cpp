@@ -1,5 +1,6 @@
 #include "scheduler/ui/mainwindow.h"
 
+#include "lib/base/flagset.h"
 #include "lib/base/opsys.h"
 #include "lib/base/trayicon.h"
 #include "resources/ids.h"
@@ -29,18 +30,6 @@ constexpr UINT_PTR pausedTickTimer = 2;
 constexpr std::chrono::milliseconds longestTick(30);
 
 constexpr WORD acceleratorCode = 1; // in place of a control's notification
-
-/// Sets a flag for as long as it lives, however its scope is left.
-class FlagSet {
-public:
-    explicit FlagSet(bool& flag) : flag_(flag) { flag_ = true; }
-    FlagSet(const FlagSet&) = delete;
-    FlagSet& operator=(const FlagSet&) = delete;
-    ~FlagSet() { flag_ = false; }
-
-private:
-    bool& flag_;
-};
 
 } // namespace
 
@@ -172,7 +161,7 @@ void MainWindow::onTimer() {
     tickBegan_ = std::chrono::steady_clock::now();
     // A tick may change many entries; what it comes to is shown once, at its end.
     {
-        const FlagSet ticking(inTick_);
+        const base::FlagSet ticking(inTick_);
         changedInTick_ = false;
         engine_.onTimer(TimeValue::now());
     }

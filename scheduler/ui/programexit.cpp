@@ -1,5 +1,6 @@
 #include "scheduler/ui/programexit.h"
 
+#include "lib/base/flagset.h"
 #include "scheduler/ui/autostart.h"
 #include "scheduler/ui/messageboxes.h"
 
@@ -30,10 +31,8 @@ bool ProgramExit::confirm() {
         return false;
     if (!hasPendingRun(parts_.schedule))
         return true;
-    asking_ = true;
-    const bool confirmed = askYesNo(parts_.presence.window(), exitQuestion);
-    asking_ = false;
-    return confirmed;
+    const base::FlagSet asking(asking_);
+    return askYesNo(parts_.presence.window(), exitQuestion);
 }
 
 void ProgramExit::save() const {

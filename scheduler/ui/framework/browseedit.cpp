@@ -2,6 +2,7 @@
 
 #include "lib/base/base.h"
 #include "lib/base/callbacks.h"
+#include "lib/base/flagset.h"
 #include "lib/base/opsys.h"
 #include "lib/base/strings.h"
 #include "scheduler/ui/framework/browselayout.h"
@@ -130,10 +131,10 @@ void BrowseEdit::browse() {
 }
 
 void BrowseEdit::takeChosen(std::vector<std::string> files) {
+    const std::string text = chosenFilesText(files);
     chosen_ = std::move(files);
-    takingChosen_ = true;
-    setText(chosenFilesText(chosen_));
-    takingChosen_ = false;
+    const base::FlagSet taking(takingChosen_);
+    setText(text);
 }
 
 bool BrowseEdit::check() {

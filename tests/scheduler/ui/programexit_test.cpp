@@ -17,6 +17,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <new>
 #include <string>
 
 namespace {
@@ -191,6 +192,15 @@ TEST_F(ProgramExit, NoChangesNothing) {
     EXPECT_EQ(savedWidth(), 0U);
     exit_.exitProgram(ExitMode::AskFirst);
     EXPECT_THAT(events, ElementsAre("asked", "asked")) << "the next request is a new one";
+}
+
+TEST_F(ProgramExit, AQuestionThatCannotBeAskedIsAskedByTheNextRequest) {
+    addPendingEntry();
+    answer = []() -> int { throw std::bad_alloc(); };
+    EXPECT_THROW(exit_.exitProgram(ExitMode::AskFirst), std::bad_alloc);
+    answer = [] { return IDYES; };
+    exit_.exitProgram(ExitMode::AskFirst);
+    EXPECT_EQ(events.back(), "quit 0");
 }
 
 TEST_F(ProgramExit, ARefusalOfTheRunKeyIsIgnored) {

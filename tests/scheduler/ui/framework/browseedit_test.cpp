@@ -4,13 +4,15 @@
 #include "scheduler/ui/framework/dialog.h"
 #include "scheduler/ui/framework/filedialog.h"
 #include "tests/scheduler/ui/framework/testdialogs.h"
-#include "tests/support/importedfunctions.h"
+#include "tests/scheduler/ui/simulatedmessagebox.h"
+#include "tests/support/allocations.h"
 
 #include <gtest/gtest.h>
 
 #include <cderr.h>
 #include <cstring>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -18,19 +20,6 @@ namespace {
 
 std::function<bool(OPENFILENAMEA&)> simulatedDialog;
 DWORD simulatedError = 0;
-
-struct ShownMessage {
-    HWND owner = nullptr;
-    std::string text;
-    std::string caption;
-    UINT flags = 0;
-};
-std::vector<ShownMessage> shownMessages;
-
-int WINAPI simulatedMessageBox(HWND owner, LPCSTR text, LPCSTR caption, UINT flags) {
-    shownMessages.push_back({owner, text, caption, flags});
-    return IDOK;
-}
 
 } // namespace
 
@@ -47,11 +36,10 @@ DWORD fileDialogError() {
 
 } // namespace framework
 
-SCHEDULER_REPLACE_IMPORT(MessageBoxA, "_MessageBoxA@16", simulatedMessageBox);
-
 namespace {
 
 using namespace std::string_literals;
+using test::shownMessages;
 using Files = std::vector<std::string>;
 
 class BrowseDialog : public framework::Dialog {
@@ -278,6 +266,26 @@ TEST_F(BrowseEdit, AnAnswerTooLongForAnyBufferLeavesTheTextAsItWas) {
     EXPECT_EQ(calls, 2) << "not for ever";
     EXPECT_EQ(dialog.edit.text(), before);
     EXPECT_EQ(dialog.edit.chosen().size(), 2U);
+}
+
+TEST_F(BrowseEdit, AChoiceThatThereIsNoMemoryForIsNone) {
+    choose("C:\\dir\0one.kra\0two.kra\0\0"s);
+    const std::string before = dialog.edit.text();
+    std::string answer = "C:\\dir\0"s;
+    for (const char name : {'3', '4', '5', '6', '7'})
+        answer += std::string(200, name) + '\0';
+    std::optional<test::RefusedAllocations> refused;
+    simulatedDialog = [&](OPENFILENAMEA& request) {
+        answer.copy(request.lpstrFile, request.nMaxFile);
+        refused.emplace(600); // more than any of their names, less than all of them
+        return true;
+    };
+    SendMessageA(button(), BM_CLICK, 0, 0);
+    refused.reset();
+    EXPECT_EQ(dialog.edit.text(), before);
+    EXPECT_EQ(dialog.edit.chosen(), (Files{"C:\\dir\\one.kra", "two.kra"}));
+    SendMessageA(handle(), WM_CHAR, 'x', 1);
+    EXPECT_TRUE(dialog.edit.chosen().empty()) << "what is typed afterwards is no choice";
 }
 
 TEST_F(BrowseEdit, ATextThatIsNotAcceptableIsReported) {
