@@ -2,6 +2,7 @@
 
 #include "lib/base/base.h"
 #include "lib/base/callbacks.h"
+#include "lib/base/currentdirectory.h"
 #include "lib/base/flagset.h"
 #include "lib/base/opsys.h"
 #include "lib/base/strings.h"
@@ -30,6 +31,8 @@ CALLED_BY_PLATFORM UINT_PTR CALLBACK centreWhenReady(HWND hook, UINT id, WPARAM,
 
 /// Asks the user, with `text` as what is chosen at first. The dialog's answer; empty when nothing was chosen.
 std::string askForFiles(OPENFILENAMEA request, std::string text) {
+    // The dialog leaves the process in the folder that was browsed last, where all that is started would be.
+    const base::KeptCurrentDirectory kept;
     std::size_t size = usualAnswer;
     for (;;) {
         std::string answer(size, '\0');

@@ -6,6 +6,7 @@
 #include "tests/scheduler/ui/framework/testdialogs.h"
 #include "tests/scheduler/ui/simulatedmessagebox.h"
 #include "tests/support/allocations.h"
+#include "tests/support/temporaryfolder.h"
 
 #include <gtest/gtest.h>
 
@@ -13,6 +14,7 @@
 #include <cstring>
 #include <functional>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -266,6 +268,29 @@ TEST_F(BrowseEdit, AnAnswerTooLongForAnyBufferLeavesTheTextAsItWas) {
     EXPECT_EQ(calls, 2) << "not for ever";
     EXPECT_EQ(dialog.edit.text(), before);
     EXPECT_EQ(dialog.edit.chosen().size(), 2U);
+}
+
+TEST_F(BrowseEdit, WhereTheUserBrowsesIsNotWhereTheProgramGoesOn) {
+    const auto current = [] {
+        char directory[MAX_PATH] = {};
+        GetCurrentDirectoryA(sizeof directory, directory);
+        return std::string(directory);
+    };
+    const std::string before = current();
+    const test::TemporaryFolder browsed;
+    std::vector<std::string> during;
+    simulatedDialog = [&](OPENFILENAMEA&) -> bool {
+        during.push_back(current());
+        SetCurrentDirectoryA(browsed.path().c_str());
+        if (during.size() == 2)
+            throw std::runtime_error("unforeseen");
+        simulatedError = during.size() == 1 ? FNERR_BUFFERTOOSMALL : 0;
+        return false;
+    };
+    SendMessageA(button(), BM_CLICK, 0, 0);
+    ASSERT_EQ(during.size(), 2U);
+    EXPECT_EQ(current(), before);
+    SetCurrentDirectoryA(before.c_str()); // the folder could not be removed otherwise
 }
 
 TEST_F(BrowseEdit, AChoiceThatThereIsNoMemoryForIsNone) {
