@@ -149,12 +149,12 @@ void ScheduleListView::onTimePassed() {
 
 void ScheduleListView::onRowsDeleted() {
     const PaintedAtOnce painted(handle());
-    const int focused = ListView_GetNextItem(handle(), -1, LVNI_FOCUSED);
+    const int first = ListView_GetNextItem(handle(), -1, LVNI_SELECTED); // the control has not been told yet
     ListView_SetItemState(handle(), -1, 0, LVIS_SELECTED | LVIS_FOCUSED);
     ListView_SetItemCountEx(handle(), rows_.size(), LVSICF_NOSCROLL);
     const int last = static_cast<int>(rows_.size()) - 1;
-    if (focused >= 0 && last >= 0)
-        ListView_SetItemState(handle(), std::min(focused, last), LVIS_FOCUSED, LVIS_FOCUSED);
+    if (first >= 0 && last >= 0)
+        ListView_SetItemState(handle(), std::min(first, last), LVIS_FOCUSED, LVIS_FOCUSED);
 }
 
 framework::Handled ScheduleListView::onMessage(const framework::Message& message) {

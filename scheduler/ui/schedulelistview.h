@@ -44,7 +44,8 @@ public:
     /// The same when the schedule has not changed, but the time has.
     void onTimePassed();
 
-    /// Rows are gone: none is selected, and the keyboard goes on at the place of the first of them.
+    /// The selected rows are gone: none is selected now, and the keyboard goes on at the place of the first
+    /// of them.
     void onRowsDeleted();
 
     /// A notification of the control; nothing when it is not one that the list answers.

@@ -101,8 +101,10 @@ TEST_F(ScheduleListView, AfterADeletionItScrollsAndPaintsWhatIsLeft) {
     ASSERT_GT(ListView_GetTopIndex(list), 0);
     ListView_SetItemState(list, 202, LVIS_FOCUSED, LVIS_FOCUSED);
     std::vector<std::size_t> allButThree;
-    for (std::size_t position = 203; position-- > 3;)
+    for (std::size_t position = 203; position-- > 3;) {
         allButThree.push_back(position);
+        window_.select(static_cast<int>(position));
+    }
     window_.schedule.removeAll(allButThree);
     window_.list.onRowsDeleted();
     EXPECT_FALSE(canScroll());
@@ -113,6 +115,19 @@ TEST_F(ScheduleListView, AfterADeletionItScrollsAndPaintsWhatIsLeft) {
     // It paints again on its own account, too.
     window_.select(1);
     EXPECT_TRUE(GetUpdateRect(list, nullptr, FALSE));
+}
+
+TEST_F(ScheduleListView, AfterADeletionTheKeyboardIsWhereTheFirstOfThemWas) {
+    for (int i = 0; i < 17; ++i)
+        window_.add("more");
+    const HWND list = window_.list.handle();
+    for (int row = 5; row <= 9; ++row)
+        window_.select(row);
+    ListView_SetItemState(list, 9, LVIS_FOCUSED, LVIS_FOCUSED); // as Shift and the arrow down leave it
+    window_.schedule.removeAll({9, 8, 7, 6, 5});
+    window_.list.onRowsDeleted();
+    EXPECT_EQ(ListView_GetNextItem(list, -1, LVNI_FOCUSED), 5);
+    EXPECT_THAT(window_.list.selectedEntries(), IsEmpty());
 }
 
 TEST_F(ScheduleListView, WhatCannotBeShownForLackOfMemoryIsShownOnceThereIsSome) {
