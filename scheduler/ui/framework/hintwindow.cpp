@@ -185,10 +185,16 @@ void HintWindow::close() {
 /// gone.
 void HintWindow::dropDead() {
     Hints& hints = shownHints();
-    const auto dead = std::stable_partition(
-        hints.begin(), hints.end(), [](const auto& hint) { return hint->handle() && !hint->isOrphaned(); });
-    const Hints dropped(std::make_move_iterator(dead), std::make_move_iterator(hints.end()));
-    hints.erase(dead, hints.end());
+    const auto isDead = [](const auto& hint) { return !hint->handle() || hint->isOrphaned(); };
+    // One by one, which takes no memory: no message may fail for want of it. Each is out of the list before
+    // it dies, as in close.
+    for (;;) {
+        const auto dead = std::ranges::find_if(hints, isDead);
+        if (dead == hints.end())
+            return;
+        const std::unique_ptr<HintWindow> dropped = std::move(*dead);
+        hints.erase(dead);
+    }
 }
 
 void HintWindow::paint() {
