@@ -37,7 +37,7 @@ public:
     /// What computeNextRun gives for the entry.
     base::TimeValue nextRunOf(const ScheduledProject& entry) const;
 
-    // What the rules ask of the moment.
+    // What the rules ask of the moment: its hour, and the clock's day and months.
     bool startupFlag() const { return startupFlag_; }
     base::TimeValue now() const { return now_; }
     HourInProgress hour() const { return hour_; }
