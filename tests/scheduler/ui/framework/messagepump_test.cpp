@@ -1,6 +1,7 @@
 #include "scheduler/ui/framework/messagepump.h"
 #include "scheduler/ui/framework/window.h"
 #include "scheduler/ui/framework/windowclass.h"
+#include "tests/support/patience.h"
 
 #include <gtest/gtest.h>
 
@@ -19,6 +20,7 @@ class PumpedWindow : public Window {
 public:
     std::function<Handled(const Message&)> handler;
     std::function<bool(MSG&)> translator;
+    std::function<void()> idled;
     int idlePasses = 0;
 
     PumpedWindow() {
@@ -29,7 +31,11 @@ public:
     }
     Handled onMessage(const Message& message) override { return handler ? handler(message) : std::nullopt; }
     bool preTranslate(MSG& message) override { return translator && translator(message); }
-    void onIdle() override { ++idlePasses; }
+    void onIdle() override {
+        ++idlePasses;
+        if (idled)
+            idled();
+    }
 };
 
 TEST(WantsIdlePass, OnlyForWhatMayChangeControls) {
@@ -75,12 +81,15 @@ TEST(MessagePump, TheIdlePassComesOnceTheQueueIsEmpty) {
     for (int i = 0; i < 5; ++i)
         PostMessageA(window.handle(), WM_COMMAND, 1, 0);
     PostMessageA(window.handle(), WM_APP + 1, 0, 0);
-    SetTimer(window.handle(), 1, 50, nullptr);
+    // The end comes a moment behind the first pass, so that there is time for a second.
+    window.idled = [&] { SetTimer(window.handle(), 1, 50, nullptr); };
+    SetTimer(window.handle(), 2, test::patience, nullptr);
     window.beginModal();
     EXPECT_EQ(MessagePump::instance().runModalLoop(window), 1);
     EXPECT_EQ(passesAtLast, 0) << "messages were still waiting";
     EXPECT_EQ(window.idlePasses, 1);
     KillTimer(window.handle(), 1);
+    KillTimer(window.handle(), 2);
 }
 
 TEST(MessagePump, AModalLoopEndsWithItsObjectsResult) {
