@@ -40,8 +40,26 @@ HANDLE WINAPI mappingUnlessRefused(HANDLE file, LPSECURITY_ATTRIBUTES security, 
     return mappingObjectFails ? nullptr : original(file, security, protection, high, low, name);
 }
 
+/// How a file was opened last.
+struct Opening {
+    DWORD access = 0;
+    DWORD sharing = 0;
+    DWORD disposition = 0;
+    DWORD flags = 0;
+};
+Opening lastOpening;
+
+HANDLE WINAPI notedOpening(LPCSTR path, DWORD access, DWORD sharing, LPSECURITY_ATTRIBUTES security,
+                           DWORD disposition, DWORD flags, HANDLE pattern) {
+    static const auto original =
+        test::platformFunction<decltype(&CreateFileA)>("kernel32.dll", "CreateFileA");
+    lastOpening = {access, sharing, disposition, flags};
+    return original(path, access, sharing, security, disposition, flags, pattern);
+}
+
 } // namespace
 
+SCHEDULER_REPLACE_IMPORT(CreateFileA, "_CreateFileA@28", notedOpening);
 SCHEDULER_REPLACE_IMPORT(CreateFileMappingA, "_CreateFileMappingA@24", mappingUnlessRefused);
 SCHEDULER_REPLACE_IMPORT(MapViewOfFile, "_MapViewOfFile@20", mapUnlessRefused);
 SCHEDULER_REPLACE_IMPORT(GetFileSize, "_GetFileSize@8", sizeUnlessUnknown);
@@ -103,6 +121,17 @@ TEST_F(MappedFileTest, ViewCannotBeWrittenTo) {
     MEMORY_BASIC_INFORMATION information{};
     ASSERT_NE(VirtualQuery(file.bytes().data(), &information, sizeof information), 0U);
     EXPECT_EQ(information.Protect, DWORD{PAGE_READONLY});
+}
+
+TEST_F(MappedFileTest, IsOpenedToBeReadInOneGo) {
+    const std::string path = make("file", "content");
+    MappedFile file;
+    lastOpening = {};
+    ASSERT_TRUE(file.open(path));
+    EXPECT_EQ(lastOpening.access, DWORD{GENERIC_READ});
+    EXPECT_EQ(lastOpening.sharing, DWORD{FILE_SHARE_READ});
+    EXPECT_EQ(lastOpening.disposition, DWORD{OPEN_EXISTING});
+    EXPECT_EQ(lastOpening.flags, DWORD{FILE_ATTRIBUTE_NORMAL | FILE_FLAG_SEQUENTIAL_SCAN});
 }
 
 TEST_F(MappedFileTest, MissingFileOpensEmpty) {
