@@ -6,6 +6,7 @@
 #include "scheduler/ui/mainwindow.h"
 #include "scheduler/ui/programtexts.h"
 #include "tests/scheduler/ui/redrawnrows.h"
+#include "tests/support/eventlog.h"
 #include "tests/support/importedfunctions.h"
 #include "tests/support/systemcolours.h"
 
@@ -30,6 +31,7 @@ std::vector<std::pair<UINT_PTR, UINT>> timers; ///< of windows: ids and millisec
 DWORD mainStyle = 0;                           ///< what the main window was created with
 int icons = 0;
 int helps = 0;
+test::EventLog events; ///< of the start
 
 /// How many rows the list has when its window is shown.
 int rowsWhenShown = 0;
@@ -45,6 +47,8 @@ UINT_PTR WINAPI notedTimer(HWND window, UINT_PTR id, UINT milliseconds, TIMERPRO
     if (!window)
         return original(window, id, milliseconds, procedure);
     timers.emplace_back(id, milliseconds);
+    if (id == 1)
+        events.emplace_back("timer set");
     return timersFail ? 0 : original(window, id, milliseconds, procedure);
 }
 
@@ -68,7 +72,24 @@ BOOL WINAPI countedHelp(HWND, LPCSTR file, UINT command, ULONG_PTR) {
 
 BOOL WINAPI countedIcon(DWORD message, NOTIFYICONDATAA*) {
     icons += message == NIM_ADD ? 1 : message == NIM_DELETE ? -1 : 0;
+    if (message == NIM_ADD)
+        events.emplace_back("icon added");
     return TRUE;
+}
+
+BOOL WINAPI notedShow(HWND window, int command) {
+    static const auto original = test::platformFunction<decltype(&ShowWindow)>("user32.dll", "ShowWindow");
+    if (!(GetWindowLongA(window, GWL_STYLE) & WS_CHILD))
+        events.push_back("shown by " + std::to_string(command));
+    return original(window, command);
+}
+
+void WINAPI notedAcceptance(HWND window, BOOL accepts) {
+    static const auto original =
+        test::platformFunction<decltype(&DragAcceptFiles)>("shell32.dll", "DragAcceptFiles");
+    if (accepts)
+        events.emplace_back("files accepted");
+    original(window, accepts);
 }
 
 bool messagesAreRefused = false;
@@ -103,6 +124,8 @@ SCHEDULER_REPLACE_IMPORT(SetTimer, "_SetTimer@16", notedTimer);
 SCHEDULER_REPLACE_IMPORT(ShowWindow, "_ShowWindow@8", notedShow);
 SCHEDULER_REPLACE_IMPORT(CreateWindowExA, "_CreateWindowExA@48", notedCreation);
 SCHEDULER_REPLACE_IMPORT(WinHelpA, "_WinHelpA@16", countedHelp);
+SCHEDULER_REPLACE_IMPORT(ShowWindow, "_ShowWindow@8", notedShow);
+SCHEDULER_REPLACE_IMPORT(DragAcceptFiles, "_DragAcceptFiles@8", notedAcceptance);
 SCHEDULER_REPLACE_IMPORT(Shell_NotifyIconA, "_Shell_NotifyIconA@8", countedIcon);
 
 namespace {
@@ -121,6 +144,7 @@ protected:
         messagesAreRefused = false;
         timers.clear();
         icons = 0;
+        events.clear();
     }
 };
 
@@ -129,6 +153,16 @@ TEST_F(MainWindow, TicksOnceASecondByItsTimerOne) {
     ASSERT_TRUE(window.start("/s", SW_SHOW));
     EXPECT_THAT(timers, Contains(Pair(1U, 1000U)));
     EXPECT_EQ(icons, 1);
+}
+
+TEST_F(MainWindow, ComesUpInOrder) {
+    for (const int command : {SW_SHOWNORMAL, SW_HIDE}) {
+        events.clear();
+        scheduler::MainWindow window;
+        ASSERT_TRUE(window.start(command == SW_HIDE ? "/s" : "", SW_SHOWNORMAL));
+        EXPECT_THAT(events, ElementsAre("icon added", "shown by " + std::to_string(command), "files accepted",
+                                        "timer set"));
+    }
 }
 
 TEST_F(MainWindow, WithoutATimerThereIsNoStartAndNoIcon) {

@@ -1,6 +1,7 @@
 #include "scheduler/ui/framework/messagepump.h"
 #include "scheduler/ui/framework/window.h"
 #include "scheduler/ui/framework/windowclass.h"
+#include "tests/support/importedfunctions.h"
 #include "tests/support/patience.h"
 
 #include <gtest/gtest.h>
@@ -8,6 +9,21 @@
 #include <functional>
 #include <thread>
 #include <vector>
+
+namespace {
+
+std::vector<UINT> threadTimers; ///< the milliseconds of those without a window
+
+UINT_PTR WINAPI notedTimer(HWND window, UINT_PTR id, UINT milliseconds, TIMERPROC procedure) {
+    static const auto original = test::platformFunction<decltype(&SetTimer)>("user32.dll", "SetTimer");
+    if (!window)
+        threadTimers.push_back(milliseconds);
+    return original(window, id, milliseconds, procedure);
+}
+
+} // namespace
+
+SCHEDULER_REPLACE_IMPORT(SetTimer, "_SetTimer@16", notedTimer);
 
 namespace {
 
@@ -61,9 +77,11 @@ TEST(MessagePump, TheMainLoopWakesUpByItself) {
         if (messages == 3)
             PostQuitMessage(0);
     });
+    threadTimers.clear();
     const DWORD start = GetTickCount();
     MessagePump::instance().runMainLoop();
     MessagePump::instance().setInputObserver(nullptr);
+    EXPECT_EQ(threadTimers, std::vector<UINT>{200});
     EXPECT_GE(GetTickCount() - start, 500U);
     EXPECT_EQ(window.idlePasses, 0) << "a timer is nothing that the user did";
 }
