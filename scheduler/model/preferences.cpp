@@ -21,7 +21,7 @@ const std::string& programName() {
     return name;
 }
 
-bool readWindowState(const base::RegistryStore& store, WindowState& state) {
+bool readWindowState(const base::RegistryStore& store, base::WindowState& state) {
     std::string bytes;
     if (!store.readBinaryHere(bytes) || bytes.size() < state.size())
         return false;
@@ -29,7 +29,7 @@ bool readWindowState(const base::RegistryStore& store, WindowState& state) {
     return true;
 }
 
-bool writeWindowState(const base::RegistryStore& store, const WindowState& state) {
+bool writeWindowState(const base::RegistryStore& store, const base::WindowState& state) {
     return store.writeBinaryHere({reinterpret_cast<const char*>(state.data()), state.size()});
 }
 

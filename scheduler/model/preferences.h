@@ -2,21 +2,17 @@
 #pragma once
 
 #include "lib/base/registrystore.h"
+#include "lib/base/windowstate.h"
 #include "scheduler/model/runpolicy.h"
 
-#include <array>
-#include <cstddef>
 #include <cstdint>
 #include <string>
 
 namespace scheduler {
 
-/// The main window's saved state as opaque bytes; the window framework knows what they mean.
-using WindowState = std::array<std::byte, 61>;
-
 struct Preferences : RunPolicy {
-    WindowState windowState{};
-    bool autostart = true; ///< the program registers itself to start at log-on
+    base::WindowState windowState{}; ///< the main window's; the window framework knows what it means
+    bool autostart = true;           ///< the program registers itself to start at log-on
 };
 
 /// The section of the program's registry key that holds the preferences and the window's state.

@@ -5,7 +5,7 @@
 namespace framework {
 namespace {
 
-static_assert(sizeof(WINDOWPLACEMENT) == 44 && sizeof(WINDOWPLACEMENT) <= sizeof(PlacementBytes));
+static_assert(sizeof(WINDOWPLACEMENT) == 44 && sizeof(WINDOWPLACEMENT) <= sizeof(base::WindowState));
 
 /// A placement counts from the corner of the work area, which a task bar moves, not from that of the monitor.
 bool meetsWorkArea(RECT place) {
@@ -27,16 +27,16 @@ bool asksForNormalForm(int showCommand) {
 
 } // namespace
 
-PlacementBytes capturePlacement(HWND window) {
+base::WindowState capturePlacement(HWND window) {
     WINDOWPLACEMENT placement{};
     placement.length = sizeof(placement);
     GetWindowPlacement(window, &placement);
-    PlacementBytes bytes{};
+    base::WindowState bytes{};
     std::memcpy(bytes.data(), &placement, sizeof(placement));
     return bytes;
 }
 
-bool applyPlacement(HWND window, const PlacementBytes& bytes, int& showCommand) {
+bool applyPlacement(HWND window, const base::WindowState& bytes, int& showCommand) {
     WINDOWPLACEMENT placement{};
     std::memcpy(&placement, bytes.data(), sizeof(placement));
     if (placement.length != sizeof(placement) || !meetsWorkArea(placement.rcNormalPosition))

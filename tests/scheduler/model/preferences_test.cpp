@@ -149,7 +149,7 @@ TEST_F(PreferencesTest, AFirstStartHasTheDefaults) {
     EXPECT_EQ(preferences.waitTime, 20u);
     EXPECT_FALSE(preferences.runMultiple);
     EXPECT_TRUE(preferences.autostart);
-    EXPECT_EQ(preferences.windowState, scheduler::WindowState{});
+    EXPECT_EQ(preferences.windowState, base::WindowState{});
 }
 
 TEST_F(PreferencesTest, EverySettingComesBack) {
@@ -217,7 +217,7 @@ TEST_F(PreferencesTest, AWindowStateOfAnotherTypeIsNotTaken) {
     ASSERT_TRUE(base::writeString(HKEY_CURRENT_USER, testKey + "\\State", std::string(61, 's')));
     Preferences preferences;
     EXPECT_FALSE(loadPreferences(store, preferences));
-    EXPECT_EQ(preferences.windowState, scheduler::WindowState{});
+    EXPECT_EQ(preferences.windowState, base::WindowState{});
     EXPECT_TRUE(preferences.suspended) << "the other settings are read all the same";
 }
 

@@ -166,7 +166,7 @@ TEST_F(ProgramExit, TakesItsStepsInOrder) {
                                     "autostart written", "quit 0"));
     EXPECT_FALSE(isShown());
     EXPECT_EQ(savedWidth(), 123U);
-    EXPECT_NE(preferences_.windowState, scheduler::WindowState{}) << "where the window stood";
+    EXPECT_NE(preferences_.windowState, base::WindowState{}) << "where the window stood";
 }
 
 TEST_F(ProgramExit, AsksWhileSomethingIsStillToRun) {

@@ -28,9 +28,9 @@ SCHEDULER_REPLACE_IMPORT(GetMonitorInfoA, "_GetMonitorInfoA@8", monitorWithTaskB
 
 namespace {
 
+using base::WindowState;
 using framework::applyPlacement;
 using framework::capturePlacement;
-using framework::PlacementBytes;
 
 class Placement : public ::testing::Test {
 protected:
@@ -48,8 +48,8 @@ protected:
         return rectangle;
     }
 
-    static PlacementBytes bytesOf(const WINDOWPLACEMENT& placement) {
-        PlacementBytes bytes{};
+    static WindowState bytesOf(const WINDOWPLACEMENT& placement) {
+        WindowState bytes{};
         std::memcpy(bytes.data(), &placement, sizeof(placement));
         return bytes;
     }
@@ -66,7 +66,7 @@ protected:
 };
 
 TEST_F(Placement, IsTheWindowsPlacementAndSeventeenZeroBytes) {
-    const PlacementBytes bytes = capturePlacement(window_.handle());
+    const WindowState bytes = capturePlacement(window_.handle());
     WINDOWPLACEMENT placement{};
     std::memcpy(&placement, bytes.data(), sizeof(placement));
     EXPECT_EQ(placement.length, 44U);
@@ -76,7 +76,7 @@ TEST_F(Placement, IsTheWindowsPlacementAndSeventeenZeroBytes) {
 }
 
 TEST_F(Placement, ComesBackAndShowsNothing) {
-    const PlacementBytes bytes = capturePlacement(window_.handle());
+    const WindowState bytes = capturePlacement(window_.handle());
     SetWindowPos(window_.handle(), nullptr, 0, 0, 100, 100, SWP_NOZORDER | SWP_NOACTIVATE);
     int showCommand = SW_SHOWNORMAL;
     EXPECT_TRUE(applyPlacement(window_.handle(), bytes, showCommand));
@@ -89,7 +89,7 @@ TEST_F(Placement, ComesBackAndShowsNothing) {
 }
 
 TEST_F(Placement, BytesThatHoldNoneChangeNothing) {
-    PlacementBytes bytes{};
+    WindowState bytes{};
     int showCommand = SW_SHOWNORMAL;
     EXPECT_FALSE(applyPlacement(window_.handle(), bytes, showCommand));
     bytes.fill(std::byte{0xFF});
@@ -119,7 +119,7 @@ TEST_F(Placement, APlaceCountsFromTheCornerOfTheWorkArea) {
 }
 
 TEST_F(Placement, AMaximisedWindowComesBackMaximisedUnlessItIsToBeHidden) {
-    const PlacementBytes bytes = bytesOf(placed({10, 20, 210, 220}, SW_SHOWMAXIMIZED));
+    const WindowState bytes = bytesOf(placed({10, 20, 210, 220}, SW_SHOWMAXIMIZED));
     int showCommand = SW_SHOWNORMAL;
     EXPECT_TRUE(applyPlacement(window_.handle(), bytes, showCommand));
     EXPECT_EQ(showCommand, SW_SHOWMAXIMIZED);
