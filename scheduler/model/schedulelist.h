@@ -13,11 +13,10 @@ namespace scheduler {
 /// What a deletion makes of references to entries, such as `afterIndex`.
 class MovedReferences {
 public:
+    virtual ~MovedReferences() = default;
+
     /// What a reference is now that was `before`. Takes no memory.
     virtual std::int32_t now(std::int32_t before) const = 0;
-
-protected:
-    ~MovedReferences() = default;
 };
 
 /// Told of what comes into the schedule and what goes. Not an owner, and must outlive its place in the list
