@@ -63,6 +63,8 @@ TEST_F(TrackedReference, WithoutADeletionARecordStaysAsItIs) {
     const TrackedReferences references(list_);
     list_.append(after(0));
     EXPECT_EQ(now(references, after(2), 4), after(2));
+    ASSERT_TRUE(list_.assign({after(1), after(0)}));
+    EXPECT_EQ(now(references, after(2), 4), after(2));
     EXPECT_EQ(now(references, after(3), 3), after(3)) << "also one that follows itself";
 }
 
