@@ -1,0 +1,29 @@
+// How much the heaps of the test program hold.
+#pragma once
+
+#include <windows.h>
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <span>
+
+namespace test {
+
+/// Bytes of all blocks in use. What a heap sets aside for small blocks counts whole.
+inline std::size_t heapBytesInUse() {
+    std::array<HANDLE, 16> heaps{};
+    const DWORD room = static_cast<DWORD>(heaps.size());
+    std::size_t total = 0;
+    for (const HANDLE heap : std::span(heaps).first(std::min(GetProcessHeaps(room, heaps.data()), room))) {
+        HeapLock(heap);
+        PROCESS_HEAP_ENTRY entry{};
+        while (HeapWalk(heap, &entry))
+            if (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY)
+                total += entry.cbData;
+        HeapUnlock(heap);
+    }
+    return total;
+}
+
+} // namespace test

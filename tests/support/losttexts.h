@@ -1,0 +1,48 @@
+// What the platform's text controls lose, so that it is not taken for the program's loss.
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+#include <cstring>
+
+namespace test {
+
+/// Wine's text controls of the newer kind keep their font in a block of memory, which only those that show an
+/// icon free. The block of a text; null when it is gone, or never was.
+inline void* blockOfText(HWND text) {
+    void* const block = reinterpret_cast<void*>(static_cast<std::uintptr_t>(GetWindowLongA(text, 0)));
+    return block && HeapValidate(GetProcessHeap(), 0, block) ? block : nullptr;
+}
+
+/// Whether a text's death leaves that block.
+inline bool textsLoseTheirBlock() {
+    const HWND text =
+        CreateWindowExA(0, "Static", "", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr);
+    SendMessageA(text, WM_SETFONT, reinterpret_cast<WPARAM>(GetStockObject(DEFAULT_GUI_FONT)), FALSE);
+    void* const block = blockOfText(text);
+    DestroyWindow(text);
+    if (!block || !HeapValidate(GetProcessHeap(), 0, block))
+        return false;
+    HeapFree(GetProcessHeap(), 0, block);
+    return true;
+}
+
+/// For each message that a thread sends, when texts lose their block: frees it with the text. True when it
+/// did.
+inline bool freeBlockOfDyingText(const CWPSTRUCT& message) {
+    if (message.message != WM_NCDESTROY)
+        return false;
+    char name[sizeof("Static") + 1] = {};
+    GetClassNameA(message.hwnd, name, sizeof(name));
+    if (_stricmp(name, "Static") != 0 || (GetWindowLongA(message.hwnd, GWL_STYLE) & SS_TYPEMASK) == SS_ICON)
+        return false;
+    void* const block = blockOfText(message.hwnd);
+    if (!block)
+        return false;
+    SetWindowLongA(message.hwnd, 0, 0);
+    HeapFree(GetProcessHeap(), 0, block);
+    return true;
+}
+
+} // namespace test
