@@ -88,6 +88,14 @@ void WitnessDriver::settleHeaps() const {
     SendMessageA(mainWindow_, RegisterWindowMessageA(witness::settleMessage), 0, 0);
 }
 
+void WitnessDriver::freeTexts() const {
+    SendMessageA(mainWindow_, RegisterWindowMessageA(witness::freeTextsMessage), 0, 0);
+}
+
+void WitnessDriver::fillContexts() const {
+    SendMessageA(mainWindow_, RegisterWindowMessageA(witness::fillContextsMessage), 0, 0);
+}
+
 bool WitnessDriver::passTicks(LONG count) const {
     const LONG end = ticks() + count;
     return waitUntil([&] { return ticks() >= end; });

@@ -55,6 +55,15 @@ public:
     /// use.
     void settleHeaps() const;
 
+    /// Has what the platform loses with each text of a dialog freed from now on, so that it is not taken for
+    /// the program's loss.
+    void freeTexts() const;
+    LONG freedTexts() const { return notes_->freedTexts; }
+
+    /// Has all drawing contexts made that the platform keeps at most, and those of windows that are gone
+    /// freed of their pictures.
+    void fillContexts() const;
+
     /// What the menu shows that opens once `open` is called. The menu is closed again.
     template<typename Action>
     std::vector<SeenItem> menuOpenedBy(const Action& open) const {

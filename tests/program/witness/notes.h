@@ -30,6 +30,9 @@ struct Notes {
     DWORD userObjects = 0; ///< when they were counted last
     DWORD gdiObjects = 0;
 
+    BOOL freesTexts = FALSE; ///< whether what the platform loses with each text is freed
+    LONG freedTexts = 0;
+
     std::array<char, 2000> dropped{}; ///< set by the test: names, each with a NUL behind it, and one NUL more
 };
 
@@ -43,6 +46,15 @@ inline constexpr const char* countMessage = "scheduler test count";
 /// Registered; sent to a window, it has the heaps of its process reach the shape that they otherwise reach
 /// after many hours: a heap sets room aside for each size of block once that has been asked for often.
 inline constexpr const char* settleMessage = "scheduler test settle";
+
+/// Registered; sent to a window, it has freed from then on what the platform loses with each text, if it
+/// does.
+inline constexpr const char* freeTextsMessage = "scheduler test free texts";
+
+/// Registered; sent to a window, it has its process's cache of drawing contexts filled. Wine keeps as many as
+/// windows have ever had one at once, up to 64, each with what it last drew on, even of a window that is
+/// gone.
+inline constexpr const char* fillContextsMessage = "scheduler test fill contexts";
 
 inline constexpr const char* memoryName = "scheduler test witness";
 

@@ -6,6 +6,7 @@
 #include "scheduler/run/worker.h"
 #include "tests/program/witness/notes.h"
 #include "tests/support/gdiobjects.h"
+#include "tests/support/losttexts.h"
 
 #include <algorithm>
 #include <array>
@@ -87,6 +88,17 @@ void settleHeaps() {
                 HeapFree(heap, 0, HeapAlloc(heap, 0, size));
 }
 
+/// With contexts that draw on nothing.
+void fillContexts() {
+    std::array<HWND, 64> windows{};
+    for (HWND& window : windows) {
+        window = CreateWindowExA(0, "Static", "", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, nullptr, nullptr);
+        ReleaseDC(window, GetDC(window));
+    }
+    for (const HWND window : windows)
+        DestroyWindow(window);
+}
+
 void dropFiles(HWND window) {
     DROPFILES head{};
     head.pFiles = sizeof(head);
@@ -120,6 +132,14 @@ extern "C" __declspec(dllexport) CALLED_BY_PLATFORM LRESULT CALLBACK
     static const UINT settleMessage = RegisterWindowMessageA(witness::settleMessage);
     if (code == HC_ACTION && notes() && message.message == settleMessage)
         settleHeaps();
+    static const UINT fillContextsMessage = RegisterWindowMessageA(witness::fillContextsMessage);
+    if (code == HC_ACTION && message.message == fillContextsMessage)
+        fillContexts();
+    static const UINT freeTextsMessage = RegisterWindowMessageA(witness::freeTextsMessage);
+    if (code == HC_ACTION && notes() && message.message == freeTextsMessage)
+        notes()->freesTexts = test::textsLoseTheirBlock();
+    if (code == HC_ACTION && notes() && notes()->freesTexts && test::freeBlockOfDyingText(message))
+        ++notes()->freedTexts;
     return CallNextHookEx(nullptr, code, wParam, lParam);
 }
 
