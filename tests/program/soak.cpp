@@ -124,7 +124,7 @@ Sample hold(HWND window, const driver::WitnessDriver& witness) {
 /// What a user does, and leaves no trace. The platform keeps the pictures of all parts of controls that it
 /// has ever drawn: slowly, all of a dialog is drawn before it is closed.
 void useWindows(const driver::SchedulerProcess& scheduler, const driver::ListDriver& list,
-                const driver::WitnessDriver& witness, int round, bool slowly) {
+                const driver::WitnessDriver& witness, std::size_t round, bool slowly) {
     for (const int dialog : {IDM_ABOUT, IDM_PREFERENCES, IDM_ADD}) {
         scheduler.command(dialog);
         driver::waitUntil([&] { return !scheduler.dialogs().empty(); }, std::chrono::hours(1));
@@ -134,7 +134,7 @@ void useWindows(const driver::SchedulerProcess& scheduler, const driver::ListDri
             driver::SchedulerProcess::press(open, IDCANCEL);
         driver::waitUntil([&] { return scheduler.dialogs().empty(); }, std::chrono::hours(1));
     }
-    list.clickHeader(round % 6);
+    list.clickHeader(static_cast<int>(round % 6));
     scheduler.command(IDM_CLOSE);
     scheduler.command(IDM_DISPLAY);
 }
@@ -163,18 +163,20 @@ int main(int argc, char** argv) {
     FastClock clock(speed);
     const ULONGLONG begin = GetTickCount64();
     const auto work = [&](int until) {
-        for (int round = 0; GetTickCount64() - begin < static_cast<ULONGLONG>(until) * 60000; ++round) {
+        std::size_t round = 0;
+        for (; GetTickCount64() - begin < static_cast<ULONGLONG>(until) * 60000; ++round) {
             if (until == busyMinutes)
                 scheduler.command(IDM_RUN);
             if (usesWindows)
                 useWindows(scheduler, list, witness, round, until == busyMinutes);
             clock.pass(1000);
         }
+        return round;
     };
     work(busyMinutes);
     const Sample first = hold(scheduler.window(), witness);
     const std::size_t runsBefore = spider.logged("end run");
-    work(minutes);
+    const std::size_t rounds = work(minutes);
     const Sample last = hold(scheduler.window(), witness);
     const std::size_t runs = spider.logged("end run");
 
@@ -182,7 +184,7 @@ int main(int argc, char** argv) {
                                   "private KB"};
     // A heap may round up once more; anything that is lost in each run is a thousand times that.
     constexpr std::array<unsigned long, 5> allowed = {0, 0, 2, 0, 128};
-    bool same = scheduler.isRunning() && runs > runsBefore + static_cast<std::size_t>(minutes - 1) * 60;
+    bool same = scheduler.isRunning() && runs > runsBefore + rounds;
     if (witness.freedTexts() > 0)
         std::printf("freed in the platform's stead: the blocks of %ld texts\n", witness.freedTexts());
     std::printf("%zu runs in %d minutes at %d-fold speed\n%-18s %12s %12s\n", runs, minutes, speed, "",
