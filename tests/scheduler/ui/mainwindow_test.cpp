@@ -33,14 +33,7 @@ int icons = 0;
 int helps = 0;
 test::EventLog events; ///< of the start
 
-/// How many rows the list has when its window is shown.
-int rowsWhenShown = 0;
-
-BOOL WINAPI notedShow(HWND window, int command) {
-    static const auto original = test::platformFunction<decltype(&ShowWindow)>("user32.dll", "ShowWindow");
-    rowsWhenShown = ListView_GetItemCount(GetDlgItem(window, IDC_SCHEDULE_LIST));
-    return original(window, command);
-}
+int rowsWhenShown = 0; ///< those that the list has when the main window is shown
 
 UINT_PTR WINAPI notedTimer(HWND window, UINT_PTR id, UINT milliseconds, TIMERPROC procedure) {
     static const auto original = test::platformFunction<decltype(&SetTimer)>("user32.dll", "SetTimer");
@@ -79,8 +72,10 @@ BOOL WINAPI countedIcon(DWORD message, NOTIFYICONDATAA*) {
 
 BOOL WINAPI notedShow(HWND window, int command) {
     static const auto original = test::platformFunction<decltype(&ShowWindow)>("user32.dll", "ShowWindow");
-    if (!(GetWindowLongA(window, GWL_STYLE) & WS_CHILD))
+    if (!(GetWindowLongA(window, GWL_STYLE) & WS_CHILD)) {
         events.push_back("shown by " + std::to_string(command));
+        rowsWhenShown = ListView_GetItemCount(GetDlgItem(window, IDC_SCHEDULE_LIST));
+    }
     return original(window, command);
 }
 
@@ -124,7 +119,6 @@ SCHEDULER_REPLACE_IMPORT(SetTimer, "_SetTimer@16", notedTimer);
 SCHEDULER_REPLACE_IMPORT(ShowWindow, "_ShowWindow@8", notedShow);
 SCHEDULER_REPLACE_IMPORT(CreateWindowExA, "_CreateWindowExA@48", notedCreation);
 SCHEDULER_REPLACE_IMPORT(WinHelpA, "_WinHelpA@16", countedHelp);
-SCHEDULER_REPLACE_IMPORT(ShowWindow, "_ShowWindow@8", notedShow);
 SCHEDULER_REPLACE_IMPORT(DragAcceptFiles, "_DragAcceptFiles@8", notedAcceptance);
 SCHEDULER_REPLACE_IMPORT(Shell_NotifyIconA, "_Shell_NotifyIconA@8", countedIcon);
 
