@@ -128,8 +128,10 @@ void useWindows(const driver::SchedulerProcess& scheduler, const driver::ListDri
     for (const int dialog : {IDM_ABOUT, IDM_PREFERENCES, IDM_ADD}) {
         scheduler.command(dialog);
         driver::waitUntil([&] { return !scheduler.dialogs().empty(); }, std::chrono::hours(1));
-        if (slowly)
+        if (slowly) {
             witness.passTicks(2);
+            std::ranges::for_each(scheduler.dialogs(), driver::WitnessDriver::draw);
+        }
         for (const HWND open : scheduler.dialogs())
             driver::SchedulerProcess::press(open, IDCANCEL);
         driver::waitUntil([&] { return scheduler.dialogs().empty(); }, std::chrono::hours(1));

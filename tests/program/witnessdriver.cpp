@@ -84,6 +84,10 @@ void WitnessDriver::count() const {
     SendMessageA(mainWindow_, RegisterWindowMessageA(witness::countMessage), 0, 0);
 }
 
+void WitnessDriver::draw(HWND window) {
+    SendMessageA(window, RegisterWindowMessageA(witness::drawMessage), 0, 0);
+}
+
 void WitnessDriver::settleHeaps() const {
     SendMessageA(mainWindow_, RegisterWindowMessageA(witness::settleMessage), 0, 0);
 }

@@ -64,6 +64,9 @@ public:
     /// freed of their pictures.
     void fillContexts() const;
 
+    /// Has all of a window of the process drawn at once.
+    static void draw(HWND window);
+
     /// What the menu shows that opens once `open` is called. The menu is closed again.
     template<typename Action>
     std::vector<SeenItem> menuOpenedBy(const Action& open) const {

@@ -52,9 +52,12 @@ inline constexpr const char* settleMessage = "scheduler test settle";
 inline constexpr const char* freeTextsMessage = "scheduler test free texts";
 
 /// Registered; sent to a window, it has its process's cache of drawing contexts filled. Wine keeps as many as
-/// windows have ever had one at once, up to 64, each with what it last drew on, even of a window that is
+/// windows have ever had one at once, up to some 65, each with what it last drew on, even of a window that is
 /// gone.
 inline constexpr const char* fillContextsMessage = "scheduler test fill contexts";
+
+/// Registered; sent to a window, it has all of it drawn at once. Another process can only ask for that.
+inline constexpr const char* drawMessage = "scheduler test draw";
 
 inline constexpr const char* memoryName = "scheduler test witness";
 

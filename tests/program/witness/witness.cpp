@@ -135,6 +135,10 @@ extern "C" __declspec(dllexport) CALLED_BY_PLATFORM LRESULT CALLBACK
     static const UINT fillContextsMessage = RegisterWindowMessageA(witness::fillContextsMessage);
     if (code == HC_ACTION && message.message == fillContextsMessage)
         fillContexts();
+    static const UINT drawMessage = RegisterWindowMessageA(witness::drawMessage);
+    if (code == HC_ACTION && message.message == drawMessage)
+        RedrawWindow(message.hwnd, nullptr, nullptr,
+                     RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
     static const UINT freeTextsMessage = RegisterWindowMessageA(witness::freeTextsMessage);
     if (code == HC_ACTION && notes() && message.message == freeTextsMessage)
         notes()->freesTexts = test::textsLoseTheirBlock();
