@@ -64,11 +64,12 @@ void SchedulerEngine::startDue(base::TimeValue now, Cause cause) {
     // The schedule is looked at afresh behind each start: those who are called then may change it.
     for (std::size_t position = findDue(0, now); position < entries_.size();
          position = findDue(position + 1, now)) {
-        const bool started = startEntry(position, now, cause);
-        // The next tick begins with the first entry again. It gets further only when what this one got to is
-        // over: not one that waits, nor one that could not be started and is due again at once.
-        const bool isOver = started && !(position < entries_.size() && isDue(position, now));
-        if (isOver && cause == Cause::Schedule && services_.listener.wantsTickToPause())
+        startEntry(position, now, cause);
+        // The next tick begins with the first entry again. It gets further only behind one that runs now: one
+        // that waits, or that could not be started and is due again at once, would be all that it ever got
+        // to.
+        const bool runs = position < entries_.size() && entries_[position].running;
+        if (runs && cause == Cause::Schedule && services_.listener.wantsTickToPause())
             break;
     }
 }
@@ -95,10 +96,10 @@ void SchedulerEngine::runEntry(std::size_t position, base::TimeValue now, bool m
     startEntry(position, now, manual ? Cause::User : Cause::Schedule);
 }
 
-bool SchedulerEngine::startEntry(std::size_t position, base::TimeValue now, Cause cause) {
+void SchedulerEngine::startEntry(std::size_t position, base::TimeValue now, Cause cause) {
     if (cause != Cause::User && !policy_.runMultiple && anyRunning()) {
         waitForOthers(position, now);
-        return false;
+        return;
     }
 
     markRunning(entries_[position], now);
@@ -107,7 +108,7 @@ bool SchedulerEngine::startEntry(std::size_t position, base::TimeValue now, Caus
     // The entry stays marked as running and no end will be reported for it: that is how the test command
     // shows what would have been started. The next start of the program clears it.
     if (cause == Cause::Trial)
-        return true;
+        return;
 
     if (!request || !services_.launcher.launch(std::move(request))) {
         if (cause == Cause::User)
@@ -117,7 +118,6 @@ bool SchedulerEngine::startEntry(std::size_t position, base::TimeValue now, Caus
             finishRun(failed, now, notRun(systemErrorText));
     }
     services_.listener.onScheduleChanged();
-    return true;
 }
 
 void SchedulerEngine::tellOfFailure() noexcept {

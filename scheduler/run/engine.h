@@ -27,8 +27,9 @@ public:
     /// An entry's state or next run may have changed. Must not fail: what has changed is saved behind it.
     virtual void onScheduleChanged() = 0;
 
-    /// Asked after each start of a tick: whether that has taken so long that others should have their turn.
-    /// The tick then ends early, and the listener sees to it that the next one, which goes on, comes soon.
+    /// Asked after each run that a tick has started: whether that has taken so long that others should have
+    /// their turn. The tick then ends early, and the listener sees to it that the next one, which goes on,
+    /// comes soon.
     virtual bool wantsTickToPause() { return false; }
 
     /// The scheduler was suspended or resumed: show it and store the preferences.
@@ -100,8 +101,8 @@ private:
     void startDue(base::TimeValue now, Cause cause);
     /// The first entry from a position on that is due; the size of the schedule when there is none.
     std::size_t findDue(std::size_t from, base::TimeValue now) const;
-    /// Whether the entry was started, successfully or not, rather than made to wait.
-    bool startEntry(std::size_t position, base::TimeValue now, Cause cause);
+    /// Starts the entry, or has it wait.
+    void startEntry(std::size_t position, base::TimeValue now, Cause cause);
     void tellOfFailure() noexcept;
     void waitForOthers(std::size_t position, base::TimeValue now);
     bool hasWaitedTooLong(const ScheduledProject& entry, base::TimeValue now) const;

@@ -167,14 +167,15 @@ TEST_F(WorkerTest, RunsLeaveNoMemoryBehind) {
         EXPECT_THAT(RegistryOutcomes().take(1).resultText, HasSubstr("7 pages"));
     };
     run();
+    // Threads may still be on their way out, the first one here and the last one below. What it holds is less
+    // than one block for each run.
     const std::size_t before = test::heldBlocks();
-    for (int i = 0; i < 5; ++i)
+    for (int i = 0; i < 10; ++i)
         run();
-    // The last thread may still be on its way out.
     const ULONGLONG last = GetTickCount64() + patience;
-    while (test::heldBlocks() != before && GetTickCount64() < last)
+    while (test::heldBlocks() > before && GetTickCount64() < last)
         Sleep(1);
-    EXPECT_EQ(test::heldBlocks(), before);
+    EXPECT_LE(test::heldBlocks(), before);
 }
 
 TEST_F(WorkerTest, StartThatFailsIsAnEndAtOnce) {
