@@ -69,7 +69,6 @@ private:
     WorkerLauncher launcher_;
     RegistryOutcomes outcomes_;
     MessageBoxes messages_;
-    NotificationIcon icon_;
     SchedulerEngine engine_;
     ScheduleRows rows_;
     ScheduleListView list_;
@@ -82,6 +81,8 @@ private:
     bool changedInTick_ = false;
     bool tickPaused_ = false;
     std::chrono::steady_clock::time_point tickBegan_;
+    // Dies first: while it is taken away messages arrive, which all others are needed for.
+    NotificationIcon icon_;
 };
 
 } // namespace scheduler
