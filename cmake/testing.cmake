@@ -27,14 +27,14 @@ function(corvane_limit run seconds)
     set_tests_properties(${run} PROPERTIES TIMEOUT ${seconds})
 endfunction()
 
-# corvane_test(FILE [LIBRARIES ...] [ZONES ...] [DPI ...] [AT "YYYY-MM-DD hh:mm:ss"] [SPEED n] [SCREEN] [DISK bytes]
-#              [TIMEOUT seconds])
+# corvane_test(FILE [LIBRARIES ...] [ZONES ...] [DPI ...] [AT "YYYY-MM-DD hh:mm:ss"] [SPEED n] [SETTABLE] [SCREEN]
+#              [DISK bytes] [TIMEOUT seconds])
 #
 # Makes one test program of FILE, which is named after the source file it tests, and one test run of it; with
 # ZONES one run more in each of those time zones, with DPI one more in each of those screen resolutions. DPI, AT, SPEED,
-# SCREEN and DISK are those of tools/wine: for Windows only.
+# SETTABLE, SCREEN and DISK are those of tools/wine: for Windows only.
 function(corvane_test file)
-    cmake_parse_arguments(arg "SCREEN" "TIMEOUT;AT;SPEED;DISK" "LIBRARIES;ZONES;DPI" ${ARGN})
+    cmake_parse_arguments(arg "SETTABLE;SCREEN" "TIMEOUT;AT;SPEED;DISK" "LIBRARIES;ZONES;DPI" ${ARGN})
     get_filename_component(name ${file} NAME_WE)
     file(RELATIVE_PATH folder ${PROJECT_SOURCE_DIR}/tests ${CMAKE_CURRENT_SOURCE_DIR})
     string(REPLACE "/" "." prefix ${folder})
@@ -55,6 +55,9 @@ function(corvane_test file)
     endif()
     if(arg_SPEED)
         list(APPEND wine --speed ${arg_SPEED})
+    endif()
+    if(arg_SETTABLE)
+        list(APPEND wine --settable)
     endif()
     if(arg_SCREEN)
         list(APPEND wine --screen)
