@@ -5,7 +5,7 @@
 
 namespace base {
 
-/// While one lives, the current directory may change; at its end it is what it was.
+/// While one lives, the current directory may change; at its end it is what it was, if that is still there.
 class KeptCurrentDirectory {
 public:
     KeptCurrentDirectory();
