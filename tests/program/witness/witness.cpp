@@ -14,6 +14,7 @@
 #include <cstring>
 #include <shlobj.h>
 #include <span>
+#include <utility>
 
 namespace {
 
@@ -88,15 +89,17 @@ void settleHeaps() {
                 HeapFree(heap, 0, HeapAlloc(heap, 0, size));
 }
 
-/// With contexts that draw on nothing.
+/// With contexts that draw on nothing: all are in use at once, so that none keeps what it drew on before.
 void fillContexts() {
-    std::array<HWND, 64> windows{};
-    for (HWND& window : windows) {
+    std::array<std::pair<HWND, HDC>, 80> windows{};
+    for (auto& [window, context] : windows) {
         window = CreateWindowExA(0, "Static", "", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, nullptr, nullptr);
-        ReleaseDC(window, GetDC(window));
+        context = GetDC(window);
     }
-    for (const HWND window : windows)
+    for (const auto& [window, context] : windows) {
+        ReleaseDC(window, context);
         DestroyWindow(window);
+    }
 }
 
 void dropFiles(HWND window) {
