@@ -49,6 +49,11 @@ public:
 
 } // namespace
 
+std::chrono::milliseconds Clock::uptime() const {
+    using namespace std::chrono;
+    return duration_cast<milliseconds>(steady_clock::now().time_since_epoch());
+}
+
 const Clock& systemClock() {
     static const SystemClock clock;
     return clock;

@@ -4,6 +4,7 @@
 // schedule file and of the platform's 32-bit time_t. Calendar fields are those of local time.
 #pragma once
 
+#include <chrono>
 #include <compare>
 #include <cstdint>
 #include <ctime>
@@ -104,6 +105,9 @@ class Clock {
 public:
     virtual ~Clock() = default;
     virtual TimeValue now() const = 0;
+
+    /// For measuring how long something takes: counts from some fixed moment and is never set.
+    virtual std::chrono::milliseconds uptime() const;
 };
 
 /// The clock that reads the runtime's current time.

@@ -66,4 +66,11 @@ struct RegistryKeyTraits {
 };
 using RegistryKey = UniqueHandle<RegistryKeyTraits>;
 
+struct MenuTraits {
+    using Handle = HMENU;
+    static Handle none() { return nullptr; }
+    static void close(Handle handle) { DestroyMenu(handle); }
+};
+using Menu = UniqueHandle<MenuTraits>;
+
 } // namespace base

@@ -20,28 +20,26 @@ ScheduledProject newEntryTemplate(const ScheduleList& list, base::TimeValue now)
     return record;
 }
 
-bool addEntry(ScheduleList& list, ScheduledProject record, const EngineState& state, ScheduleStore& store) {
+void addEntry(ScheduleList& list, ScheduledProject record, const EngineState& state, ScheduleStore& store) {
     record.nextRun = computeNextRun(state, record, state.clock->now());
-    if (list.append(std::move(record)) == ScheduleList::noMemory)
-        return false;
-    return store.save(list);
+    if (list.append(std::move(record)) != ScheduleList::noMemory)
+        store.save(list);
 }
 
-bool addEntries(ScheduleList& list, const ScheduledProject& pattern, std::span<const std::string> names,
+void addEntries(ScheduleList& list, const ScheduledProject& pattern, std::span<const std::string> names,
                 const EngineState& state, ScheduleStore& store) {
-    bool allAdded = true;
+    const ScheduleBatch batch(list);
     for (const std::string& name : names) {
         try {
             ScheduledProject record = pattern;
             // The folder ends in its separator already: the second backslash is harmless to the file system,
             // and schedules hold such paths.
             record.path = &name == names.data() ? name : base::directoryOf(names.front()) + "\\" + name;
-            allAdded &= addEntry(list, std::move(record), state, store);
+            addEntry(list, std::move(record), state, store);
         } catch (const std::bad_alloc&) {
-            allAdded = false;
+            continue; // without this one
         }
     }
-    return allAdded;
 }
 
 } // namespace scheduler

@@ -13,7 +13,7 @@ namespace {
 /// position to the lowest, so that those still to be deleted are where they were. Each deletion changes all
 /// references: one to the deleted entry becomes one to that entry's own predecessor, one to an entry behind
 /// it moves down by one. This tells the outcome for one reference without going through all deletions.
-class Deletions final : public MovedReferences {
+class Deletions {
 public:
     /// `positions` descend.
     Deletions(const ScheduleList& list, const std::vector<std::size_t>& positions)
@@ -28,8 +28,8 @@ public:
         findPredecessors(list);
     }
 
-    /// When all deletions are done.
-    std::int32_t now(std::int32_t before) const override { return after(before, 0, stepCount()); }
+    /// What a reference that is `before` now is when all deletions are done.
+    std::int32_t afterAll(std::int32_t before) const { return after(before, 0, stepCount()); }
 
 private:
     std::int32_t stepCount() const { return static_cast<std::int32_t>(positions_.size()); }
@@ -69,26 +69,28 @@ private:
     std::int32_t count_;                     ///< of the entries before the first deletion
 };
 
-} // namespace
-
-void letNotFollowItself(ScheduledProject& entry, std::size_t position) {
+/// An entry that follows itself would never run: it runs at start-up.
+void breakSelfReference(ScheduledProject& entry, std::size_t position) {
     if (entry.kind == ScheduleKind::AfterProject && std::cmp_equal(entry.afterIndex, position))
         entry.kind = ScheduleKind::AtStartup;
 }
+
+} // namespace
 
 void deleteEntries(ScheduleList& list, std::vector<std::size_t> positions) {
     if (positions.empty())
         return;
     std::ranges::sort(positions, std::greater());
     const Deletions deletions(list, positions);
+    const ScheduleBatch batch(list);
     list.removeAll(positions);
-    // Whoever comes to follow itself goes on doing so while others are removed: looking at the end is enough.
+    // A self-reference survives further deletions, so one check at the end suffices.
     for (std::size_t position = 0; position < list.size(); ++position) {
         ScheduledProject& entry = list[position];
-        entry.afterIndex = deletions.now(entry.afterIndex);
-        letNotFollowItself(entry, position);
+        entry.afterIndex = deletions.afterAll(entry.afterIndex);
+        breakSelfReference(entry, position);
     }
-    list.tellReferencesMoved(deletions);
+    list.noteChange();
 }
 
 } // namespace scheduler

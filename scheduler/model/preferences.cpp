@@ -66,4 +66,9 @@ bool savePreferences(base::RegistryStore& store, const Preferences& preferences)
     return all;
 }
 
+void storePreferences(const Preferences& preferences) {
+    base::RegistryStore store = appRegistryKey(stateSection);
+    savePreferences(store, preferences);
+}
+
 } // namespace scheduler

@@ -28,4 +28,7 @@ bool loadPreferences(base::RegistryStore& store, Preferences& preferences);
 /// True only when every write succeeded.
 bool savePreferences(base::RegistryStore& store, const Preferences& preferences);
 
+/// Saves to the section "State". A refusal of the registry is ignored: the next save tries again.
+void storePreferences(const Preferences& preferences);
+
 } // namespace scheduler

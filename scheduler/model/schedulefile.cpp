@@ -36,6 +36,11 @@ bool saveSchedule(const ScheduleList& list) {
     }
 }
 
+void ScheduleFile::save(const ScheduleList& list) {
+    // Ignored: nobody is told yet that a save failed.
+    static_cast<void>(saveSchedule(list));
+}
+
 bool loadSchedule(ScheduleList& list, std::uint32_t expectedMagic) {
     base::MappedFile file;
     return file.open(schedulePath()) && decodeSchedule(file.bytes(), expectedMagic, list);

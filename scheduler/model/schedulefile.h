@@ -13,16 +13,16 @@ namespace scheduler {
 std::string schedulePath();
 
 /// Writes the whole file. False when a step failed; a partly written file is left as it is.
-bool saveSchedule(const ScheduleList& list);
+[[nodiscard]] bool saveSchedule(const ScheduleList& list);
 
 /// Fills the list from the file, as decodeSchedule does. A missing or empty file is a failure that leaves the
 /// list as it is.
 bool loadSchedule(ScheduleList& list, std::uint32_t expectedMagic);
 
-/// Saves to schedulePath().
+/// Saves to schedulePath(). The one place that learns of a failed save.
 class ScheduleFile : public ScheduleStore {
 public:
-    bool save(const ScheduleList& list) override { return saveSchedule(list); }
+    void save(const ScheduleList& list) override;
 };
 
 } // namespace scheduler

@@ -28,13 +28,17 @@ std::ptrdiff_t ScheduleList::insert(std::size_t position, ScheduledProject recor
     // itself, so its bytes cannot just be copied elsewhere.
     entries_.insert(entries_.begin() + static_cast<std::ptrdiff_t>(position), std::move(record));
     const bool becameLast = position + 1 == entries_.size();
-    notify([=](ScheduleObserver& observer) { observer.onEntryInserted(position, becameLast); });
+    for (ScheduleObserver* const observer : observers_)
+        observer->onEntryInserted(position, becameLast);
+    noteChange();
     return static_cast<std::ptrdiff_t>(position);
 }
 
 void ScheduleList::remove(std::size_t position) {
     entries_.erase(entries_.begin() + static_cast<std::ptrdiff_t>(position));
-    notify([&](ScheduleObserver& observer) { observer.onEntriesRemoved({&position, 1}); });
+    for (ScheduleObserver* const observer : observers_)
+        observer->onEntriesRemoved({&position, 1});
+    noteChange();
 }
 
 void ScheduleList::removeAll(const std::vector<std::size_t>& positions) {
@@ -50,59 +54,68 @@ void ScheduleList::removeAll(const std::vector<std::size_t>& positions) {
             entries_[kept++] = std::move(entries_[position]);
     }
     entries_.erase(entries_.begin() + static_cast<std::ptrdiff_t>(kept), entries_.end());
-    notify([&](ScheduleObserver& observer) { observer.onEntriesRemoved(positions); });
-}
-
-void ScheduleList::tellReferencesMoved(const MovedReferences& moved) {
-    notify([&](ScheduleObserver& observer) { observer.onReferencesMoved(moved); });
+    for (ScheduleObserver* const observer : observers_)
+        observer->onEntriesRemoved(positions);
+    noteChange();
 }
 
 void ScheduleList::clear() {
     entries_.clear();
-    notify([](ScheduleObserver& observer) { observer.onCleared(); });
+    for (ScheduleObserver* const observer : observers_)
+        observer->onCleared();
+    noteChange();
 }
 
 void ScheduleList::replace(std::size_t position, ScheduledProject record) {
     entries_[position] = std::move(record);
+    noteChange();
 }
 
 bool ScheduleList::assign(std::vector<ScheduledProject> entries) {
     if (!observersHaveRoomFor(entries.size()))
         return false;
     entries_ = std::move(entries);
-    notify([count = entries_.size()](ScheduleObserver& observer) { observer.onEntriesLoaded(count); });
+    for (ScheduleObserver* const observer : observers_)
+        observer->onEntriesLoaded(entries_.size());
+    noteChange();
     return true;
 }
 
+void ScheduleList::noteChange() {
+    changedInBatch_ = openBatches_ > 0;
+    if (changedInBatch_)
+        return;
+    for (ScheduleObserver* const observer : observers_)
+        observer->onScheduleChanged();
+}
+
+bool ScheduleList::hasPendingRun() const {
+    return std::ranges::any_of(entries_, [](const ScheduledProject& entry) {
+        return !entry.disabled && entry.nextRun != base::TimeValue::never();
+    });
+}
+
+ScheduleBatch::~ScheduleBatch() {
+    if (--list_.openBatches_ == 0 && list_.changedInBatch_)
+        list_.noteChange();
+}
+
 void ScheduleList::addObserver(ScheduleObserver& observer) {
-    const auto vacant = std::ranges::find(observers_, nullptr);
-    if (vacant != observers_.end())
-        *vacant = &observer;
-    else
-        observers_.push_back(&observer);
+    observers_.push_back(&observer);
 }
 
 void ScheduleList::removeObserver(ScheduleObserver& observer) {
-    // Its place stays, vacant: an observer may take itself off the list while it is told.
-    std::ranges::replace(observers_, &observer, nullptr);
+    std::erase(observers_, &observer);
 }
 
 bool ScheduleList::observersHaveRoomFor(std::size_t count) {
     try {
-        notify([count](ScheduleObserver& observer) { observer.makeRoom(count); });
+        for (ScheduleObserver* const observer : observers_)
+            observer->makeRoom(count);
         return true;
     } catch (const std::exception&) {
         return false;
     }
-}
-
-template<class Notice>
-void ScheduleList::notify(const Notice& notice) {
-    // Takes no memory: what is told has happened and cannot fail any more.
-    const std::size_t count = observers_.size();
-    for (std::size_t i = 0; i < count; ++i)
-        if (ScheduleObserver* const observer = observers_[i])
-            notice(*observer);
 }
 
 } // namespace scheduler

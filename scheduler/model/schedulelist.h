@@ -10,40 +10,32 @@
 
 namespace scheduler {
 
-/// What a deletion makes of references to entries, such as `afterIndex`.
-class MovedReferences {
-public:
-    virtual ~MovedReferences() = default;
-
-    /// What a reference is now that was `before`. Takes no memory.
-    virtual std::int32_t now(std::int32_t before) const = 0;
-};
-
-/// Told of what comes into the schedule and what goes. Not an owner, and must outlive its place in the list
-/// of observers. What it is told has happened already, and takes no memory: it can be relied on to arrive,
-/// and must not fail.
+/// Told of what happens to the schedule, in the order of registration. Not an owner; must be removed before
+/// its end. Notices take no memory and must not fail: what they tell has happened.
 class ScheduleObserver {
 public:
     virtual ~ScheduleObserver() = default;
 
-    /// The schedule is about to hold `count` entries. Whoever keeps something for each of them takes the
-    /// memory now: without it (std::bad_alloc) nothing comes into the schedule.
+    /// The schedule is about to hold `count` entries. An observer that keeps something for each of them takes
+    /// the memory now: if it cannot (std::bad_alloc), nothing comes into the schedule.
     virtual void makeRoom(std::size_t /*count*/) {}
 
-    /// An entry stands at `position` now; those behind it moved up. `becameLast`: it is the last one.
-    virtual void onEntryInserted(std::size_t position, bool becameLast) = 0;
+    // Positions have changed; told at once, so that what is kept per position stays in step.
+
+    /// An entry was inserted at `position`; those after it moved up. `becameLast`: it is the last one.
+    virtual void onEntryInserted(std::size_t /*position*/, bool /*becameLast*/) {}
 
     /// The entries at positions 0 to count - 1 are new.
-    virtual void onEntriesLoaded(std::size_t count) = 0;
+    virtual void onEntriesLoaded(std::size_t /*count*/) {}
 
-    /// The entries that stood at `positions`, which descend, are gone; those behind each moved down.
+    /// The entries at `positions`, in descending order, were removed; those after each moved down.
     virtual void onEntriesRemoved(std::span<const std::size_t> /*positions*/) {}
 
-    /// Those of all entries that are left have moved.
-    virtual void onReferencesMoved(const MovedReferences& /*moved*/) {}
-
-    /// All are gone.
     virtual void onCleared() {}
+
+    /// Entries were inserted, removed or changed, and the schedule is consistent again: time to show it. Told
+    /// after each change, or once at the end of a ScheduleBatch.
+    virtual void onScheduleChanged() {}
 };
 
 /// How many records an array is grown to that has to hold `neededCount` of `recordSize` bytes: twice as many
@@ -79,13 +71,11 @@ public:
     std::ptrdiff_t insert(std::size_t position, ScheduledProject record);
     std::ptrdiff_t append(ScheduledProject record) { return insert(size(), std::move(record)); }
 
-    // Removals tell the observers, too.
+    // These tell the observers, too.
 
     void remove(std::size_t position);
     /// Removes the entries at `positions`, which descend, in one sweep.
     void removeAll(const std::vector<std::size_t>& positions);
-    /// From whoever has moved those of the entries.
-    void tellReferencesMoved(const MovedReferences& moved);
     void replace(std::size_t position, ScheduledProject record);
     void clear();
 
@@ -93,16 +83,40 @@ public:
     /// unchanged, when these have no memory for it.
     bool assign(std::vector<ScheduledProject> entries);
 
+    /// Call after changing fields of entries: tells the observers.
+    void noteChange();
+
+    /// Whether an enabled entry still has a next run, which would be missed if the program ended.
+    bool hasPendingRun() const;
+
     void addObserver(ScheduleObserver& observer);
     void removeObserver(ScheduleObserver& observer);
 
 private:
+    friend class ScheduleBatch;
+
     bool observersHaveRoomFor(std::size_t count);
-    template<class Notice>
-    void notify(const Notice& notice);
 
     std::vector<ScheduledProject> entries_;
-    std::vector<ScheduleObserver*> observers_; ///< null where one has left
+    std::vector<ScheduleObserver*> observers_;
+    int openBatches_ = 0;
+    bool changedInBatch_ = false;
+};
+
+/// Defers ScheduleObserver::onScheduleChanged to the end of the outermost batch, where it is told once if
+/// anything changed meanwhile. The list must outlive the batch.
+class ScheduleBatch {
+public:
+    explicit ScheduleBatch(ScheduleList& list) : list_(list) { ++list_.openBatches_; }
+    ScheduleBatch(const ScheduleBatch&) = delete;
+    ScheduleBatch& operator=(const ScheduleBatch&) = delete;
+    ~ScheduleBatch();
+
+    /// Whether anything has changed since the outermost batch began.
+    bool hasChanges() const { return list_.changedInBatch_; }
+
+private:
+    ScheduleList& list_;
 };
 
 } // namespace scheduler

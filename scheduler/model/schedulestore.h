@@ -1,4 +1,4 @@
-// Where a changed schedule is saved, as those see it who change it.
+// Where a changed schedule is saved, as seen by the code that changes it.
 #pragma once
 
 namespace scheduler {
@@ -9,8 +9,8 @@ class ScheduleStore {
 public:
     virtual ~ScheduleStore() = default;
 
-    /// False when the schedule could not be saved whole.
-    virtual bool save(const ScheduleList& list) = 0;
+    /// A failure is the store's to handle: the schedule in memory is right, and the next save tries again.
+    virtual void save(const ScheduleList& list) = 0;
 };
 
 } // namespace scheduler

@@ -1,6 +1,7 @@
 #include "scheduler/run/engine.h"
 
 #include <algorithm>
+#include <chrono>
 #include <exception>
 #include <new>
 #include <utility>
@@ -14,6 +15,9 @@ constexpr const char* systemErrorText = "A system error prevented the project fr
 
 // What a retry is later than the entry's interval says.
 constexpr base::TimeSpan retryDelay = base::TimeSpan::fromSeconds(5);
+
+// How long a tick may keep the window from answering.
+constexpr std::chrono::milliseconds longestTick(30);
 
 /// How a run ends that did not take place. Its end has to be recorded even when there is no memory for why:
 /// the entry would run for ever.
@@ -32,7 +36,13 @@ std::uint32_t runNumberOf(const ScheduledProject& entry) {
 } // namespace
 
 SchedulerEngine::SchedulerEngine(ScheduleList& entries, RunPolicy& policy, const EngineServices& services)
-    : entries_(entries), policy_(policy), services_(services) {}
+    : entries_(entries), policy_(policy), services_(services) {
+    entries_.addObserver(*this);
+}
+
+SchedulerEngine::~SchedulerEngine() {
+    entries_.removeObserver(*this);
+}
 
 EngineState SchedulerEngine::state() const {
     return {startupFlag_, policy_.suspended, &services_.clock};
@@ -44,34 +54,42 @@ void SchedulerEngine::resetAll(base::TimeValue now) {
         resetRunState(entry);
         entry.nextRun = sweep.nextRunOf(entry);
     }
+    entries_.noteChange();
 }
 
-void SchedulerEngine::onTimer(base::TimeValue now) {
-    if (!policy_.suspended)
-        tick(now);
+TickResult SchedulerEngine::onTimer(base::TimeValue now) {
+    return policy_.suspended ? TickResult() : tick(now);
 }
 
-void SchedulerEngine::tick(base::TimeValue now) {
-    startDue(now, Cause::Schedule);
+TickResult SchedulerEngine::tick(base::TimeValue now) {
+    return startDue(std::exchange(unfinished_, {}).value_or(PlaceInTick{now, 0}), Cause::Schedule);
 }
 
 void SchedulerEngine::testTick() {
-    startDue(services_.clock.now(), Cause::Trial);
-    services_.listener.onScheduleChanged();
+    startDue({services_.clock.now(), 0}, Cause::Trial);
 }
 
-void SchedulerEngine::startDue(base::TimeValue now, Cause cause) {
-    // The schedule is looked at afresh behind each start: those who are called then may change it.
-    for (std::size_t position = findDue(0, now); position < entries_.size();
-         position = findDue(position + 1, now)) {
-        startEntry(position, now, cause);
-        // The next tick begins with the first entry again. It gets further only behind one that runs now: one
-        // that waits, or that could not be started and is due again at once, would be all that it ever got
-        // to.
-        const bool runs = position < entries_.size() && entries_[position].running;
-        if (runs && cause == Cause::Schedule && services_.listener.wantsTickToPause())
+TickResult SchedulerEngine::startDue(PlaceInTick place, Cause cause) {
+    const ScheduleBatch batch(entries_);
+    const std::chrono::milliseconds end = services_.clock.uptime() + longestTick;
+    std::size_t position = findDue(place.next, place.now);
+    while (position < entries_.size()) {
+        startEntry(position, place.now, cause);
+        const bool mayPause = cause == Cause::Schedule && policy_.runMultiple && entries_[position].running;
+        position = findDue(position + 1, place.now);
+        if (mayPause && position < entries_.size() && services_.clock.uptime() >= end) {
+            unfinished_ = {place.now, position};
             break;
+        }
     }
+    return {batch.hasChanges(), unfinished_.has_value()};
+}
+
+void SchedulerEngine::onEntriesRemoved(std::span<const std::size_t> positions) {
+    if (!unfinished_)
+        return;
+    const auto isVisited = [next = unfinished_->next](std::size_t position) { return position < next; };
+    unfinished_->next -= static_cast<std::size_t>(std::ranges::count_if(positions, isVisited));
 }
 
 std::size_t SchedulerEngine::findDue(std::size_t from, base::TimeValue now) const {
@@ -103,21 +121,24 @@ void SchedulerEngine::startEntry(std::size_t position, base::TimeValue now, Caus
     }
 
     markRunning(entries_[position], now);
-    const std::uint32_t runNumber = runNumberOf(entries_[position]);
-    std::unique_ptr<RunRequest> request = makeRequest(entries_[position]);
-    // The entry stays marked as running and no end will be reported for it: that is how the test command
-    // shows what would have been started. The next start of the program clears it.
-    if (cause == Cause::Trial)
+    // After a trial the entry stays marked as running and no end will be reported for it: that is how the
+    // test command shows what would have been started. The next start of the program clears it.
+    if (cause == Cause::Trial || launch(entries_[position])) {
+        entries_.noteChange();
         return;
-
-    if (!request || !services_.launcher.launch(std::move(request))) {
-        if (cause == Cause::User)
-            tellOfFailure();
-        // Messages are dispatched while the notice is shown, so the entry is looked up again.
-        if (const std::size_t failed = findRun(runNumber); failed < entries_.size())
-            finishRun(failed, now, notRun(systemErrorText));
     }
-    services_.listener.onScheduleChanged();
+    if (cause == Cause::User)
+        tellOfFailure();
+    finishRun(position, now, notRun(systemErrorText));
+}
+
+bool SchedulerEngine::launch(const ScheduledProject& entry) noexcept {
+    try {
+        return services_.launcher.launch(entry);
+    } catch (const std::exception&) {
+        // The end of this run must be recorded, or the entry would run for ever.
+        return false;
+    }
 }
 
 void SchedulerEngine::tellOfFailure() noexcept {
@@ -141,7 +162,7 @@ void SchedulerEngine::waitForOthers(std::size_t position, base::TimeValue now) {
         markRunning(entry, now);
         finishRun(position, now, notRun(conflictText));
     }
-    services_.listener.onScheduleChanged();
+    entries_.noteChange();
 }
 
 bool SchedulerEngine::hasWaitedTooLong(const ScheduledProject& entry, base::TimeValue now) const {
@@ -150,16 +171,6 @@ bool SchedulerEngine::hasWaitedTooLong(const ScheduledProject& entry, base::Time
     // wait by a minute or more, the wait is over, while an enormous wait time is endless.
     const std::int32_t minutesWaited = secondsBetween(now, entry.waitingSince) / 60;
     return static_cast<std::uint32_t>(minutesWaited) > policy_.waitTime;
-}
-
-std::unique_ptr<RunRequest> SchedulerEngine::makeRequest(const ScheduledProject& entry) const {
-    try {
-        return std::make_unique<RunRequest>(
-            RunRequest{services_.launcher.commandLineOf(entry), runNumberOf(entry)});
-    } catch (const std::exception&) {
-        // Without memory, or for whatever else: the run ends here, or else the entry would run for ever.
-        return nullptr;
-    }
 }
 
 void SchedulerEngine::markRunning(ScheduledProject& entry, base::TimeValue now) {
@@ -220,7 +231,7 @@ void SchedulerEngine::finishRun(std::size_t position, base::TimeValue finishTime
         wakeFollowers(position, finishTime);
     }
 
-    services_.listener.onScheduleChanged();
+    entries_.noteChange();
     services_.store.save(entries_);
 }
 
@@ -239,12 +250,14 @@ void SchedulerEngine::recomputeAll(base::TimeValue now) {
         if (!entry.running)
             entry.nextRun = sweep.nextRunOf(entry);
     }
+    entries_.noteChange();
 }
 
 void SchedulerEngine::setSuspended(bool suspended) {
     policy_.suspended = suspended;
+    if (suspended)
+        unfinished_.reset();
     recomputeAll(services_.clock.now());
-    services_.listener.onScheduleChanged();
     services_.listener.onSuspendedChanged(suspended);
 }
 

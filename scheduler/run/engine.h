@@ -1,7 +1,8 @@
 // The engine: starts what is due, supervises the runs and records how they ended.
 //
 // It lives on the user-interface thread, driven by a timer tick per second and by a message per finished run,
-// and keeps its state in the schedule's entries. Everything outside is reached through the interfaces below.
+// and keeps its state in the schedule's entries, whose observers it tells of each change. Everything else
+// outside is reached through the interfaces below.
 #pragma once
 
 #include "lib/base/dates.h"
@@ -15,25 +16,26 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
+#include <optional>
+#include <span>
 
 namespace scheduler {
 
-/// Who shows what the engine does.
+/// Told of what the schedule does not show.
 class EngineListener {
 public:
     virtual ~EngineListener() = default;
 
-    /// An entry's state or next run may have changed. Must not fail: what has changed is saved behind it.
-    virtual void onScheduleChanged() = 0;
-
-    /// Asked after each run that a tick has started: whether that has taken so long that others should have
-    /// their turn. The tick then ends early, and the listener sees to it that the next one, which goes on,
-    /// comes soon.
-    virtual bool wantsTickToPause() { return false; }
-
     /// The scheduler was suspended or resumed: show it and store the preferences.
     virtual void onSuspendedChanged(bool suspended) = 0;
+};
+
+/// What a tick has done.
+struct TickResult {
+    bool changed = false;    ///< an entry was started, waits or has given up
+    bool unfinished = false; ///< more entries are due: call again once pending input is handled
+
+    friend bool operator==(const TickResult&, const TickResult&) = default;
 };
 
 /// What the engine works with. Owns nothing; all of it outlives the engine.
@@ -46,10 +48,13 @@ struct EngineServices {
     EngineListener& listener;
 };
 
-class SchedulerEngine {
+class SchedulerEngine : private ScheduleObserver {
 public:
     /// `policy` holds the preferences that rule the engine, which reads them afresh each time.
     SchedulerEngine(ScheduleList& entries, RunPolicy& policy, const EngineServices& services);
+    SchedulerEngine(const SchedulerEngine&) = delete;
+    SchedulerEngine& operator=(const SchedulerEngine&) = delete;
+    ~SchedulerEngine() override;
 
     /// Whether the program was started at log-on and the schedule is being evaluated for the first time.
     void setStartupFlag(bool flag) { startupFlag_ = flag; }
@@ -58,15 +63,16 @@ public:
     /// Clears the run state of every entry and computes its next run: after a load.
     void resetAll(base::TimeValue now);
 
-    /// The engine's timer: a tick at the current time, unless suspended.
-    void onTimer(base::TimeValue now);
+    /// The engine's timer: a tick, unless suspended.
+    TickResult onTimer(base::TimeValue now);
 
-    /// Starts, in schedule order, each entry that is due, unless the listener wants a pause. What is left
-    /// stays due.
-    void tick(base::TimeValue now);
+    /// Visits each entry once, in schedule order, and starts it if it is due. While entries may run side by
+    /// side, a tick that has taken 30 ms returns unfinished; the next call continues it at the next entry,
+    /// with the `now` of its beginning.
+    TickResult tick(base::TimeValue now);
 
-    /// A tick that starts no process even while suspended: entries that are due show as running until the
-    /// program is started again. For trying a schedule out.
+    /// A tick that starts no process, even while suspended, and is never unfinished: entries that are due
+    /// show as running until the program is started again. For trying a schedule out.
     void testTick();
 
     /// Whether the entry is enabled, not running, and `now` has reached its next run.
@@ -98,25 +104,34 @@ private:
         return now >= entry.nextRun && !entry.disabled && !entry.running;
     }
 
-    void startDue(base::TimeValue now, Cause cause);
+    struct PlaceInTick {
+        base::TimeValue now; ///< of the whole tick
+        std::size_t next;    ///< position of the entry to visit next
+    };
+
+    TickResult startDue(PlaceInTick place, Cause cause);
     /// The first entry from a position on that is due; the size of the schedule when there is none.
     std::size_t findDue(std::size_t from, base::TimeValue now) const;
     /// Starts the entry, or has it wait.
     void startEntry(std::size_t position, base::TimeValue now, Cause cause);
+    /// False when its process could not be started for lack of a worker.
+    bool launch(const ScheduledProject& entry) noexcept;
     void tellOfFailure() noexcept;
     void waitForOthers(std::size_t position, base::TimeValue now);
     bool hasWaitedTooLong(const ScheduledProject& entry, base::TimeValue now) const;
     void markRunning(ScheduledProject& entry, base::TimeValue now);
-    std::unique_ptr<RunRequest> makeRequest(const ScheduledProject& entry) const;
     RunOutcome outcomeOf(const ScheduledProject& entry) const;
     std::size_t findRun(std::uint32_t runNumber) const;
     void finishRun(std::size_t position, base::TimeValue finishTime, RunOutcome outcome);
     void wakeFollowers(std::size_t position, base::TimeValue finishTime);
 
+    void onEntriesRemoved(std::span<const std::size_t> positions) override;
+
     ScheduleList& entries_;
     RunPolicy& policy_;
     EngineServices services_;
     bool startupFlag_ = false;
+    std::optional<PlaceInTick> unfinished_; ///< the tick to continue
     mutable std::size_t lastSeenRunning_ = 0; // where anyRunning looks first; may name any entry or none
 };
 

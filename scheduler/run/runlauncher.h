@@ -1,24 +1,17 @@
 // What starts the processes of runs, as the engine sees it.
 #pragma once
 
-#include "scheduler/run/runrequest.h"
-
-#include <memory>
-#include <string>
+#include "scheduler/model/scheduledproject.h"
 
 namespace scheduler {
-
-struct ScheduledProject;
 
 class RunLauncher {
 public:
     virtual ~RunLauncher() = default;
 
-    virtual std::string commandLineOf(const ScheduledProject& entry) = 0;
-
-    /// Starts the run; its end is reported later by its run number. False, with the request freed, when no
-    /// worker could be started.
-    virtual bool launch(std::unique_ptr<RunRequest> request) = 0;
+    /// Starts the entry's run, whose end is reported later by its run number. False when no worker could be
+    /// started.
+    virtual bool launch(const ScheduledProject& entry) = 0;
 };
 
 } // namespace scheduler

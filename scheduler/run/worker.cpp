@@ -5,8 +5,9 @@
 #include "scheduler/run/projectlaunch.h"
 #include "scheduler/run/workingdirectory.h"
 
-#include <new>
-#include <utility>
+#include <cstdint>
+#include <memory>
+#include <string>
 
 namespace scheduler {
 
@@ -14,10 +15,11 @@ namespace {
 
 constexpr DWORD retryMilliseconds = 100;
 
-// All that a worker thread knows. It shares nothing with anyone.
-struct Supervision {
-    RunRequest request;
-    HWND window;
+// All that a worker thread knows. The thread owns it and shares nothing with others.
+struct RunRequest {
+    std::string commandLine;
+    std::uint32_t runNumber;
+    HWND window; ///< told of the end
 };
 
 void runToItsEnd(const std::string& commandLine) {
@@ -28,31 +30,28 @@ void runToItsEnd(const std::string& commandLine) {
 
 // The entry of a worker thread.
 void supervise(void* argument) noexcept {
-    const std::unique_ptr<const Supervision> run(static_cast<Supervision*>(argument));
+    const std::unique_ptr<const RunRequest> request(static_cast<RunRequest*>(argument));
     try {
-        runToItsEnd(run->request.commandLine);
+        runToItsEnd(request->commandLine);
     } catch (...) {
         // Memory ran out before the process could be started: its end is reported like that of any failed
         // start.
     }
     // Posted, never sent: the worker must not wait for the user interface. A queue that is full takes it
     // later; without it the entry would run for ever.
-    while (!PostMessageA(run->window, WM_RUN_FINISHED, run->request.runNumber, 0) && IsWindow(run->window))
+    while (!PostMessageA(request->window, WM_RUN_FINISHED, request->runNumber, 0) && IsWindow(request->window))
         Sleep(retryMilliseconds);
 }
 
 } // namespace
 
-std::string WorkerLauncher::commandLineOf(const ScheduledProject& entry) {
-    return buildCommandLine(entry);
-}
-
-bool WorkerLauncher::launch(std::unique_ptr<RunRequest> request) {
-    std::unique_ptr<Supervision> run(new (std::nothrow) Supervision{std::move(*request), window_});
-    if (!run || base::startThread(supervise, run.get()) == base::threadFailed)
+bool WorkerLauncher::launch(const ScheduledProject& entry) {
+    auto request = std::make_unique<RunRequest>(
+        RunRequest{buildCommandLine(entry), static_cast<std::uint32_t>(entry.runNumber), window_});
+    if (base::startThread(supervise, request.get()) == base::threadFailed)
         return false;
-    // The thread may be over by now: only the pointer itself is still ours to touch.
-    static_cast<void>(run.release());
+    // The thread owns the request now, and may have freed it.
+    static_cast<void>(request.release());
     return true;
 }
 

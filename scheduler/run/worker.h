@@ -5,9 +5,6 @@
 
 #include <windows.h>
 
-#include <memory>
-#include <string>
-
 namespace scheduler {
 
 /// Posted to the main window when a run's process has ended; wParam is the run number, lParam 0.
@@ -19,12 +16,10 @@ public:
     /// The window that is told of the end of each run started from now on.
     void reportTo(HWND window) { window_ = window; }
 
-    std::string commandLineOf(const ScheduledProject& entry) override;
-
-    /// Other than promised, the end of the run may never be reported, though true was returned: when memory
+    /// Throws std::bad_alloc without memory for the command line. Other than promised, the end of the run may never be reported, though true was returned: when memory
     /// runs out at the very start of the worker, its thread does nothing (see base::startThread). The entry
     /// then runs until the scheduler is started again.
-    bool launch(std::unique_ptr<RunRequest> request) override;
+    bool launch(const ScheduledProject& entry) override;
 
 private:
     HWND window_ = nullptr;

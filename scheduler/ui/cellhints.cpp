@@ -6,7 +6,7 @@
 
 #include <commctrl.h>
 
-#include <string>
+#include <utility>
 
 namespace scheduler {
 namespace {
@@ -51,19 +51,13 @@ framework::Handled CellHints::filterMessage(framework::Window&, const framework:
     case WM_MOUSELEAVE:
         underMouse_ = {};
         break;
-    case LVM_REDRAWITEMS: // rows have other texts
-        if (underMouse_.row < static_cast<int>(message.wParam) || underMouse_.row > message.lParam)
-            break;
-        [[fallthrough]];
-    case LVM_SETITEMCOUNT: // rows have come or gone
-    case WM_SETREDRAW:     // or stand in another order
     case WM_MOUSEWHEEL:
     case WM_MOUSEHWHEEL:
     case WM_VSCROLL:
     case WM_HSCROLL:
     case WM_KEYDOWN:
     case WM_SYSKEYDOWN: // which may open a menu
-        onContentMoved();
+        onRowsMoved();
         break;
     default:
         break;
@@ -75,29 +69,39 @@ void CellHints::onMouseMove(POINT point) {
     const Cell cell = cellAt(point);
     if (cell == underMouse_)
         return;
+    onRowsMoved();
     underMouse_ = cell;
-    framework::HintWindow::dismiss(list_);
     if (cell.row >= 0)
         reportRest(list_.handle());
 }
 
 void CellHints::onMouseRests() {
-    if (underMouse_.row < 0 || static_cast<std::size_t>(underMouse_.row) >= rows_.size() || isMenuOpen())
-        return;
     framework::Hint hint;
-    hint.text = rows_.text(static_cast<std::size_t>(underMouse_.row),
-                           static_cast<ScheduleColumn>(underMouse_.column));
-    if (!isCut(underMouse_, hint.text))
+    hint.text = textUnderMouse();
+    if (hint.text.empty() || !isCut(underMouse_, hint.text) || isMenuOpen())
         return;
     GetCursorPos(&hint.point);
     framework::HintWindow::show(&list_, hint);
+    shown_ = std::move(hint.text);
 }
 
-/// Under the mouse is something else now, or may be: what the hint says of it is wrong. The mouse has to come
-/// to rest anew.
-void CellHints::onContentMoved() {
-    underMouse_ = {};
+void CellHints::onRowsMoved() {
+    underMouse_ = {}; // the mouse has to come to rest again
+    shown_.clear();
     framework::HintWindow::dismiss(list_);
+}
+
+void CellHints::onTextsChanged() {
+    if (!shown_.empty() && textUnderMouse() != shown_)
+        onRowsMoved();
+}
+
+/// Empty when there is no cell.
+std::string CellHints::textUnderMouse() const {
+    const auto row = static_cast<std::size_t>(underMouse_.row);
+    if (underMouse_.row < 0 || row >= rows_.size())
+        return {};
+    return rows_.text(row, static_cast<ScheduleColumn>(underMouse_.column));
 }
 
 CellHints::Cell CellHints::cellAt(POINT point) const {

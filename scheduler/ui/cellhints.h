@@ -1,4 +1,4 @@
-// What is cut off in the list, shown whole when the mouse rests on it.
+// Hints that show a cell's whole text when it is cut off and the mouse rests on it.
 #pragma once
 
 #include "scheduler/ui/framework/window.h"
@@ -6,15 +6,23 @@
 
 #include <windows.h>
 
+#include <string>
+
 namespace scheduler {
 
-/// Watches the mouse over the list for as long as it lives. The list and the rows have to outlive it.
+/// Watches the mouse over the list during its lifetime. The list and the rows must outlive it.
 class CellHints : public framework::MessageFilter {
 public:
     CellHints(framework::Window& list, const ScheduleRows& rows);
     CellHints(const CellHints&) = delete;
     CellHints& operator=(const CellHints&) = delete;
     ~CellHints() override;
+
+    /// The list's rows are in other places: what a hint says may be wrong now.
+    void onRowsMoved();
+
+    /// Cells may have other texts: a hint that says something else is dismissed.
+    void onTextsChanged();
 
 private:
     struct Cell {
@@ -27,7 +35,8 @@ private:
     framework::Handled filterMessage(framework::Window& window, const framework::Message& message) override;
     void onMouseMove(POINT point);
     void onMouseRests();
-    void onContentMoved();
+
+    std::string textUnderMouse() const;
 
     Cell cellAt(POINT point) const;
     bool isCut(const Cell& cell, const std::string& text) const;
@@ -35,6 +44,7 @@ private:
     framework::Window& list_;
     const ScheduleRows& rows_;
     Cell underMouse_;
+    std::string shown_; ///< the hint's text; empty without a hint
 };
 
 } // namespace scheduler

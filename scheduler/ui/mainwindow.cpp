@@ -1,16 +1,14 @@
 #include "scheduler/ui/mainwindow.h"
 
-#include "lib/base/flagset.h"
 #include "lib/base/opsys.h"
 #include "lib/base/trayicon.h"
 #include "resources/ids.h"
-#include "scheduler/model/additions.h"
-#include "scheduler/model/edits.h"
-#include "scheduler/model/trackedentry.h"
-#include "scheduler/model/trackedreferences.h"
+#include "scheduler/model/schedulecodec.h"
 #include "scheduler/run/projectlaunch.h"
+#include "scheduler/ui/commandswitches.h"
 #include "scheduler/ui/dialogs.h"
 #include "scheduler/ui/droppedfiles.h"
+#include "scheduler/ui/framework/placement.h"
 #include "scheduler/ui/helpfile.h"
 #include "scheduler/ui/menustate.h"
 #include "scheduler/ui/popupmenus.h"
@@ -20,24 +18,102 @@
 
 namespace scheduler {
 
-using base::TimeValue;
 using framework::Handled;
 
 namespace {
 
-// Goes on with a tick that has many projects to start, so that the window answers in between.
-constexpr UINT_PTR pausedTickTimer = 2;
-constexpr std::chrono::milliseconds longestTick(30);
+constexpr UINT_PTR engineTimer = 1;
+constexpr UINT engineTimerMilliseconds = 1000;
+constexpr UINT_PTR unfinishedTickTimer = 2;
 
 constexpr WORD acceleratorCode = 1; // in place of a control's notification
 
+HICON loadIcon(int sizeMetric) {
+    const int size = GetSystemMetrics(sizeMetric);
+    return static_cast<HICON>(
+        LoadImageA(base::moduleHandle(), MAKEINTRESOURCEA(IDI_ACTIVE), IMAGE_ICON, size, size, LR_SHARED));
+}
+
+/// Other programs can send these while a modal window is open, which works on positions in the schedule.
+bool changesSchedule(UINT command) {
+    switch (command) {
+    case IDM_ADD:
+    case IDM_EDIT:
+    case IDM_DELETE:
+    case IDM_RUN:
+    case IDM_ENABLE:
+        return true;
+    default:
+        return false;
+    }
+}
+
 } // namespace
+
+MainWindow::MainWindow()
+    : class_("scheduler"),
+      taskbarCreated_(RegisterWindowMessageA("TaskbarCreated")),
+      engine_(schedule_, preferences_, {clock_, launcher_, outcomes_, file_, messages_, *this}),
+      rows_(schedule_, [this] { return engine_.state(); }),
+      list_(schedule_, rows_),
+      commands_(schedule_, engine_, file_, clock_,
+                [this](const std::string& path) { openProject(path, messages_); }),
+      presence_(*this, preferences_),
+      exit_({schedule_, file_, preferences_, list_, icon_, presence_}) {}
+
+// Nothing is shown before it is known where and whether, and the first next runs are computed while the
+// start-up flag is set.
+bool MainWindow::start(const std::string& commandLine, int showCommand) {
+    if (!createWindow())
+        return false;
+    const bool hiddenStart = asksForHiddenStart(commandLine);
+    engine_.setStartupFlag(hiddenStart);
+    RegistryOutcomes::discardAll();
+    restoreState(showCommand);
+    loadSchedule(schedule_, scheduleMagic);
+    engine_.resetAll(clock_.now());
+    icon_.add(handle());
+    ShowWindow(handle(), hiddenStart ? SW_HIDE : showCommand);
+    UpdateWindow(handle());
+    if (preferences_.suspended)
+        engine_.setSuspended(true);
+    engine_.recomputeAll(clock_.now());
+    DragAcceptFiles(handle(), TRUE);
+    engine_.setStartupFlag(false);
+    if (SetTimer(handle(), engineTimer, engineTimerMilliseconds, nullptr))
+        return true;
+    icon_.remove();
+    return false;
+}
+
+bool MainWindow::createWindow() {
+    class_.description().hIcon = loadIcon(SM_CXICON);
+    class_.description().hIconSm = loadIcon(SM_CXSMICON);
+    framework::WindowParameters parameters;
+    parameters.title = programTitle;
+    parameters.style = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN | WS_VISIBLE;
+    parameters.menuOrId = LoadMenuA(base::moduleHandle(), MAKEINTRESOURCEA(IDR_MAIN_MENU));
+    if (!parameters.menuOrId || !create(class_, parameters) || !list_.createIn(handle()))
+        return false;
+    launcher_.reportTo(handle());
+    messages_.setOwner(handle());
+    return true;
+}
+
+void MainWindow::restoreState(int& showCommand) {
+    base::RegistryStore store = appRegistryKey(stateSection);
+    loadPreferences(store, preferences_);
+    framework::applyPlacement(handle(), preferences_.windowState, showCommand);
+    placed_ = true;
+    layOut();
+    list_.restoreColumns(store);
+}
 
 Handled MainWindow::onMessage(const framework::Message& message) {
     switch (message.id) {
     case WM_WINDOWPOSCHANGING:
-        // The window is created visible, but is neither shown nor takes the keyboard before it stands in its
-        // place and it is known that the start is not a hidden one.
+        // The window is created visible, but is neither shown nor gets the keyboard before it is placed and
+        // the start is known not to be hidden.
         if (!placed_) {
             UINT& flags = reinterpret_cast<WINDOWPOS*>(message.lParam)->flags;
             flags = (flags & ~UINT{SWP_SHOWWINDOW}) | SWP_NOACTIVATE;
@@ -47,27 +123,26 @@ Handled MainWindow::onMessage(const framework::Message& message) {
         layOut();
         return 0;
     case WM_SETFOCUS:
-        takeFocusToList();
+        if (list_.handle())
+            SetFocus(list_.handle());
         return 0;
     case WM_SYSCOLORCHANGE: // the platform tells it to top-level windows only
         SendMessageA(list_.handle(), message.id, message.wParam, message.lParam);
         return std::nullopt;
     case WM_TIMER:
-        onTimer();
+        onTimer(message.wParam);
         return 0;
     case WM_RUN_FINISHED:
         engine_.onRunFinished(static_cast<std::uint32_t>(message.wParam));
         return 0;
     case base::WM_TRAY_NOTIFY:
-        onIconMouse(static_cast<UINT>(message.lParam), presence_);
+        NotificationIcon::onMouse(static_cast<UINT>(message.lParam), presence_);
         return 0;
     case WM_COMMAND:
-        // A key that reaches a hidden window was meant for another one.
+        // A key that reaches a hidden window was meant for another window.
         if (HIWORD(message.wParam) == acceleratorCode && !IsWindowVisible(handle()))
             return 0;
         return onCommand(LOWORD(message.wParam));
-    case WM_NOTIFY:
-        return onNotify(*reinterpret_cast<const NMHDR*>(message.lParam));
     case WM_INITMENUPOPUP:
         if (HIWORD(message.lParam)) // the window's own menu, whose items the platform knows
             return std::nullopt;
@@ -75,7 +150,9 @@ Handled MainWindow::onMessage(const framework::Message& message) {
                    menuContext(schedule_, list_.selectedEntries(), preferences_.suspended));
         return 0;
     case WM_CONTEXTMENU:
-        onContextMenu(reinterpret_cast<HWND>(message.wParam));
+        if (reinterpret_cast<HWND>(message.wParam) != list_.handle())
+            return std::nullopt;
+        trackMenu(handle(), IDR_ITEM_MENU);
         return 0;
     case WM_DROPFILES:
         onDropFiles(reinterpret_cast<HDROP>(message.wParam));
@@ -100,27 +177,29 @@ Handled MainWindow::onMessage(const framework::Message& message) {
 }
 
 Handled MainWindow::onCommand(UINT command) {
+    if (changesSchedule(command) && !IsWindowEnabled(handle()))
+        return 0;
     switch (command) {
     case IDM_PREFERENCES:
         changePreferences();
         return 0;
     case IDM_ADD:
-        addEntryByEditor();
+        addByEditor();
         return 0;
     case IDM_EDIT:
-        editSelectedEntry();
+        editSelected();
         return 0;
     case IDM_DELETE:
-        deleteSelectedEntries();
+        commands_.remove(list_.selectedEntries());
         return 0;
     case IDM_RUN:
         commands_.runNow(list_.selectedEntries());
         return 0;
     case IDM_ENABLE:
-        toggleSelectedEntries();
+        commands_.toggle(list_.selectedEntries());
         return 0;
     case IDM_OPEN:
-        openSelectedProjects();
+        commands_.open(list_.selectedEntries());
         return 0;
     case IDM_SUSPEND:
         engine_.setSuspended(!preferences_.suspended);
@@ -147,44 +226,20 @@ Handled MainWindow::onCommand(UINT command) {
     }
 }
 
-Handled MainWindow::onNotify(const NMHDR& notification) {
-    if (notification.idFrom != IDC_SCHEDULE_LIST)
-        return std::nullopt;
-    if (notification.code == NM_DBLCLK)
-        return SendMessageA(handle(), WM_COMMAND, IDM_EDIT, 0);
-    return list_.onNotify(notification);
+void MainWindow::onTimer(WPARAM timer) {
+    const TickResult tick = engine_.onTimer(clock_.now());
+    // Timer messages come after all others, so pending input is handled before the tick goes on.
+    if (tick.unfinished)
+        SetTimer(handle(), unfinishedTickTimer, USER_TIMER_MINIMUM, nullptr);
+    else if (timer == unfinishedTickTimer)
+        KillTimer(handle(), timer);
+    if (!tick.changed)
+        list_.onTimePassed(clock_.now());
 }
 
-void MainWindow::onTimer() {
-    if (std::exchange(tickPaused_, false))
-        KillTimer(handle(), pausedTickTimer);
-    tickBegan_ = std::chrono::steady_clock::now();
-    // A tick may change many entries; what it comes to is shown once, at its end.
-    {
-        const base::FlagSet ticking(inTick_);
-        changedInTick_ = false;
-        engine_.onTimer(TimeValue::now());
-    }
-    if (!IsWindowVisible(handle()))
-        return;
-    if (changedInTick_)
-        list_.refresh();
-    else // also while suspended, time turns texts into others: "Now", "tomorrow", "yesterday"
-        list_.onTimePassed();
-}
-
-void MainWindow::onScheduleChanged() {
-    changedInTick_ = true;
-    if (!inTick_)
-        list_.refresh();
-}
-
-bool MainWindow::wantsTickToPause() {
-    if (std::chrono::steady_clock::now() - tickBegan_ < longestTick)
-        return false;
-    // A timer's message comes when no other is waiting: the user's come first.
-    tickPaused_ = SetTimer(handle(), pausedTickTimer, USER_TIMER_MINIMUM, nullptr) != 0;
-    return true;
+void MainWindow::onDropFiles(HDROP drop) {
+    if (IsWindowEnabled(handle()))
+        commands_.addDropped(droppedFiles(drop));
 }
 
 void MainWindow::onSuspendedChanged(bool suspended) {
@@ -192,93 +247,33 @@ void MainWindow::onSuspendedChanged(bool suspended) {
     if (base::windowText(handle()) != title)
         SetWindowTextA(handle(), title.c_str());
     icon_.update(suspended);
-    savePreferencesNow();
+    storePreferences(preferences_);
 }
 
-void MainWindow::addEntryByEditor() {
-    const ScheduledProject blank = newEntryTemplate(schedule_, TimeValue::now());
-    const TrackedReferences references(schedule_);
-    auto edited = editEntry(activeWindowOr(handle()), blank, schedule_, std::nullopt);
-    if (!edited)
-        return;
-    references.bringUpToDate(edited->record, schedule_.size());
-    if (edited->files.size() < 2)
-        addEntry(schedule_, edited->record, engine_.state(), file_);
-    else
-        addEntries(schedule_, edited->record, edited->files, engine_.state(), file_);
-    list_.refresh();
+void MainWindow::addByEditor() {
+    const auto edited = editEntry(activeWindowOr(handle()), commands_.newEntry(), schedule_, std::nullopt);
+    if (edited)
+        commands_.add(edited->record, edited->files);
 }
 
-void MainWindow::editSelectedEntry() {
+void MainWindow::editSelected() {
     const std::optional<std::size_t> selected = list_.firstSelectedEntry();
-    if (!selected) {
-        addEntryByEditor();
-        return;
-    }
-    // Other programs can send commands all the while, which put the entry and the one that it follows
-    // elsewhere or delete them.
-    const TrackedEntry tracked(schedule_, *selected);
-    const TrackedReferences references(schedule_);
+    if (!selected)
+        return addByEditor();
     auto edited = editEntry(activeWindowOr(handle()), schedule_[*selected], schedule_, *selected);
-    if (!edited || !tracked.position())
-        return;
-    references.bringUpToDate(edited->record, *tracked.position());
-    // The engine went on meanwhile: what it recorded in the entry stays.
-    ScheduledProject& entry = schedule_[*tracked.position()];
-    applyEdit(entry, std::move(edited->record));
-    entry.nextRun = computeNextRun(engine_.state(), entry, TimeValue::now());
-    list_.refresh();
-    file_.save(schedule_);
-}
-
-void MainWindow::deleteSelectedEntries() {
-    const Selection selection = list_.selectedEntries();
-    if (selection.empty())
-        return;
-    commands_.remove(selection);
-    list_.onRowsDeleted();
-}
-
-void MainWindow::toggleSelectedEntries() {
-    commands_.toggle(list_.selectedEntries());
-    list_.refresh();
-}
-
-void MainWindow::openSelectedProjects() {
-    for (const std::size_t position : list_.selectedEntries())
-        if (position < schedule_.size()) // a message about an earlier one lets the schedule change
-            openProject(schedule_[position].path, messages_);
+    if (edited)
+        commands_.edit(*selected, std::move(edited->record));
 }
 
 void MainWindow::changePreferences() {
     if (editPreferences(activeWindowOr(handle()), preferences_))
-        savePreferencesNow();
-}
-
-void MainWindow::onContextMenu(HWND source) {
-    if (source == list_.handle())
-        trackMenu(handle(), IDR_ITEM_MENU);
-}
-
-void MainWindow::onDropFiles(HDROP drop) {
-    if (commands_.addDropped(droppedFiles(drop)))
-        list_.refresh();
-}
-
-void MainWindow::takeFocusToList() {
-    if (list_.handle())
-        SetFocus(list_.handle());
+        storePreferences(preferences_);
 }
 
 void MainWindow::layOut() {
     RECT area{};
     GetClientRect(handle(), &area);
     list_.moveTo(area);
-}
-
-void MainWindow::savePreferencesNow() {
-    base::RegistryStore store = appRegistryKey(stateSection);
-    savePreferences(store, preferences_);
 }
 
 } // namespace scheduler

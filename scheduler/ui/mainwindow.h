@@ -8,7 +8,6 @@
 #include "scheduler/run/engine.h"
 #include "scheduler/run/outcomes.h"
 #include "scheduler/run/worker.h"
-#include "scheduler/ui/cellhints.h"
 #include "scheduler/ui/framework/window.h"
 #include "scheduler/ui/framework/windowclass.h"
 #include "scheduler/ui/messageboxes.h"
@@ -23,7 +22,6 @@
 
 #include <shellapi.h>
 
-#include <chrono>
 #include <string>
 
 namespace scheduler {
@@ -39,30 +37,21 @@ public:
 private:
     framework::Handled onMessage(const framework::Message& message) override;
     framework::Handled onCommand(UINT command);
-    framework::Handled onNotify(const NMHDR& notification);
-    void onTimer();
-    void onContextMenu(HWND source);
+    void onTimer(WPARAM timer);
     void onDropFiles(HDROP drop);
-
-    void onScheduleChanged() override;
-    bool wantsTickToPause() override;
     void onSuspendedChanged(bool suspended) override;
 
-    void addEntryByEditor();
-    void editSelectedEntry();
-    void deleteSelectedEntries();
-    void toggleSelectedEntries();
-    void openSelectedProjects();
+    void addByEditor();
+    void editSelected();
     void changePreferences();
 
     bool createWindow();
-    void loadState(int& showCommand);
-    void takeFocusToList();
+    void restoreState(int& showCommand);
     void layOut();
-    void savePreferencesNow();
 
     framework::WindowClass class_;
-    UINT taskbarCreated_; // sent to all when the shell's taskbar has been made anew; 0: unknown
+    UINT taskbarCreated_; ///< sent to all windows when the shell's taskbar was created again; 0: unknown
+    const base::Clock& clock_ = base::systemClock();
     ScheduleList schedule_;
     Preferences preferences_;
     ScheduleFile file_;
@@ -72,16 +61,12 @@ private:
     SchedulerEngine engine_;
     ScheduleRows rows_;
     ScheduleListView list_;
-    CellHints cellHints_;
     ScheduleCommands commands_;
     WindowPresence presence_;
     ProgramExit exit_;
     bool placed_ = false;
-    bool inTick_ = false;
-    bool changedInTick_ = false;
-    bool tickPaused_ = false;
-    std::chrono::steady_clock::time_point tickBegan_;
-    // Dies first: while it is taken away messages arrive, which all others are needed for.
+    // Declared last so that it is destroyed first: removing the icon dispatches messages that use the members
+    // above.
     NotificationIcon icon_;
 };
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "scheduler/model/schedulelist.h"
-#include "scheduler/ui/schedulecommands.h"
+#include "scheduler/ui/selection.h"
 
 #include <windows.h>
 

@@ -2,9 +2,28 @@
 
 #include "lib/base/trayicon.h"
 #include "resources/ids.h"
+#include "scheduler/ui/popupmenus.h"
 #include "scheduler/ui/programtexts.h"
 
 namespace scheduler {
+namespace {
+
+/// A menu closes on a click elsewhere only if its window is in the foreground, hidden or not. A hidden window
+/// gives the foreground back afterwards, or it would receive keys meant for what the user sees.
+void openIconMenu(WindowPresence& presence) {
+    const HWND window = presence.window();
+    const HWND before = GetForegroundWindow();
+    if (IsWindowVisible(window))
+        presence.bringForwardIfShown();
+    else
+        SetForegroundWindow(window);
+    trackMenu(window, IDR_TRAY_MENU);
+    PostMessageA(window, WM_NULL, 0, 0);
+    if (!IsWindowVisible(window) && GetForegroundWindow() == window && IsWindow(before))
+        SetForegroundWindow(before);
+}
+
+} // namespace
 
 NotificationIcon::~NotificationIcon() {
     if (stands_)
@@ -29,6 +48,22 @@ void NotificationIcon::restore(bool suspended) {
 void NotificationIcon::remove() {
     stands_ = false;
     base::removeTrayIcon(window_);
+}
+
+void NotificationIcon::onMouse(UINT mouseMessage, WindowPresence& presence) {
+    switch (mouseMessage) {
+    case WM_LBUTTONDOWN:
+        presence.bringForwardIfShown();
+        break;
+    case WM_LBUTTONDBLCLK:
+        presence.show();
+        break;
+    case WM_RBUTTONDOWN:
+        openIconMenu(presence);
+        break;
+    default:
+        break;
+    }
 }
 
 } // namespace scheduler

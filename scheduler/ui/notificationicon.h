@@ -1,6 +1,8 @@
 // The program's icon in the notification area.
 #pragma once
 
+#include "scheduler/ui/windowpresence.h"
+
 #include <windows.h>
 
 namespace scheduler {
@@ -20,6 +22,9 @@ public:
     /// The shell has lost all icons.
     void restore(bool suspended);
     void remove();
+
+    /// A mouse message over the icon: shows the window, brings it forward or opens the icon's menu.
+    static void onMouse(UINT mouseMessage, WindowPresence& presence);
 
 private:
     HWND window_ = nullptr;

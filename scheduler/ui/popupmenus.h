@@ -1,17 +1,12 @@
-// The menus that open at the mouse.
+// Menus that open at the pointer.
 #pragma once
-
-#include "scheduler/ui/windowpresence.h"
 
 #include <windows.h>
 
 namespace scheduler {
 
-/// Opens the first submenu of a menu resource at the pointer. What is chosen is sent to `owner` as a command.
+/// Opens the first submenu of a menu resource at the pointer. The chosen command is sent to `owner`. Nothing
+/// happens when the menu cannot be loaded.
 void trackMenu(HWND owner, UINT menuResource);
-
-/// What the mouse does on the notification icon: shows the window, brings it forward or opens the icon's
-/// menu.
-void onIconMouse(UINT mouseMessage, WindowPresence& presence);
 
 } // namespace scheduler

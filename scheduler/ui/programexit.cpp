@@ -6,6 +6,10 @@
 
 namespace scheduler {
 
+const char* const exitQuestion = "The Scheduler will not be able to launch projects if you exit.  You can "
+                                 "choose \"Close\" to hide the main "
+                                 "window and still leave the program active.  Are you sure you want to exit?";
+
 void ProgramExit::exitProgram(ExitMode mode) {
     if (mode == ExitMode::AskFirst && !confirm())
         return;
@@ -29,7 +33,7 @@ bool ProgramExit::confirm() {
     // A second request while the question stands is the same question.
     if (asking_)
         return false;
-    if (!hasPendingRun(parts_.schedule))
+    if (!parts_.schedule.hasPendingRun())
         return true;
     const base::FlagSet asking(asking_);
     return askYesNo(parts_.presence.window(), exitQuestion);
@@ -38,7 +42,7 @@ bool ProgramExit::confirm() {
 void ProgramExit::save() const {
     base::RegistryStore store = appRegistryKey(stateSection);
     parts_.list.saveColumns(store);
-    savePreferences(store, parts_.preferences);
+    storePreferences(parts_.preferences);
     parts_.store.save(parts_.schedule);
 }
 

@@ -4,14 +4,19 @@
 #include "scheduler/model/preferences.h"
 #include "scheduler/model/schedulelist.h"
 #include "scheduler/model/schedulestore.h"
-#include "scheduler/ui/exitrules.h"
 #include "scheduler/ui/notificationicon.h"
 #include "scheduler/ui/schedulelistview.h"
 #include "scheduler/ui/windowpresence.h"
 
 namespace scheduler {
 
-/// What is left behind. Owns nothing; all of it outlives the exit.
+/// Whether the user is asked before the program ends.
+enum class ExitMode { AskFirst, WithoutAsking };
+
+/// The question that is asked while an enabled entry still has a next run.
+extern const char* const exitQuestion;
+
+/// What the exit saves and takes down. Owns nothing; all of it outlives the exit.
 struct ExitParts {
     const ScheduleList& schedule;
     ScheduleStore& store;

@@ -4,6 +4,7 @@
 #include "lib/base/regexp.h"
 #include "scheduler/model/additions.h"
 #include "scheduler/model/deletion.h"
+#include "scheduler/model/edits.h"
 
 #include <utility>
 
@@ -17,14 +18,34 @@ bool isProjectFile(const std::string& path) {
 
 } // namespace
 
+ScheduledProject ScheduleCommands::newEntry() const {
+    return newEntryTemplate(schedule_, clock_.now());
+}
+
+void ScheduleCommands::add(const ScheduledProject& record, std::span<const std::string> files) {
+    if (files.size() < 2)
+        addEntry(schedule_, record, engine_.state(), store_);
+    else
+        addEntries(schedule_, record, files, engine_.state(), store_);
+}
+
+void ScheduleCommands::edit(std::size_t position, ScheduledProject edited) {
+    ScheduledProject& entry = schedule_[position];
+    applyEdit(entry, std::move(edited));
+    entry.nextRun = nextRunOf(entry);
+    schedule_.noteChange();
+    store_.save(schedule_);
+}
+
 void ScheduleCommands::toggle(const Selection& selection) {
     if (selection.empty())
         return;
     for (const std::size_t position : selection) {
         ScheduledProject& entry = schedule_[position];
         entry.disabled = !entry.disabled;
-        entry.nextRun = computeNextRun(engine_.state(), entry, clock_.now());
+        entry.nextRun = nextRunOf(entry);
     }
+    schedule_.noteChange();
     store_.save(schedule_);
 }
 
@@ -37,21 +58,27 @@ void ScheduleCommands::remove(const Selection& selection) {
 
 void ScheduleCommands::runNow(const Selection& selection) {
     for (const std::size_t position : selection)
-        if (position < schedule_.size()) // a message box of an earlier one lets the schedule change
-            engine_.runEntry(position, clock_.now(), true);
+        engine_.runEntry(position, clock_.now(), true);
 }
 
-bool ScheduleCommands::addDropped(const std::vector<std::string>& paths) {
-    bool added = false;
+void ScheduleCommands::open(const Selection& selection) {
+    for (const std::size_t position : selection)
+        openProject_(schedule_[position].path);
+}
+
+void ScheduleCommands::addDropped(const std::vector<std::string>& paths) {
+    const ScheduleBatch batch(schedule_);
     for (const std::string& path : paths) {
         if (!isProjectFile(path))
             continue;
         ScheduledProject record;
         record.path = path;
         addEntry(schedule_, std::move(record), engine_.state(), store_);
-        added = true;
     }
-    return added;
+}
+
+base::TimeValue ScheduleCommands::nextRunOf(const ScheduledProject& entry) const {
+    return computeNextRun(engine_.state(), entry, clock_.now());
 }
 
 } // namespace scheduler

@@ -23,18 +23,16 @@ std::string toAnsi(const wchar_t* text) {
     return buffer.data();
 }
 
-/// While one lives, the list neither notes a row that is to be painted again nor moves its header; at its end
-/// all of it is painted. Each of many rows noted by itself costs far more than the painting, and each column
-/// otherwise moves the header several times.
-class PaintedAtOnce {
+/// Suspends redrawing and invalidates the whole list on destruction: each of many rows invalidated by itself
+/// costs far more than painting them, and each column otherwise moves the header several times.
+class RedrawPause {
 public:
-    explicit PaintedAtOnce(HWND list) : list_(list) { SendMessageA(list_, WM_SETREDRAW, FALSE, 0); }
-    PaintedAtOnce(const PaintedAtOnce&) = delete;
-    PaintedAtOnce& operator=(const PaintedAtOnce&) = delete;
-    ~PaintedAtOnce() {
+    explicit RedrawPause(HWND list) : list_(list) { SendMessageA(list_, WM_SETREDRAW, FALSE, 0); }
+    RedrawPause(const RedrawPause&) = delete;
+    RedrawPause& operator=(const RedrawPause&) = delete;
+    ~RedrawPause() {
         SendMessageA(list_, WM_SETREDRAW, TRUE, 0);
         InvalidateRect(list_, nullptr, FALSE);
-        UpdateWindow(list_);
     }
 
 private:
@@ -42,6 +40,15 @@ private:
 };
 
 } // namespace
+
+ScheduleListView::ScheduleListView(ScheduleList& schedule, ScheduleRows& rows)
+    : schedule_(schedule), rows_(rows), hints_(*this, rows) {
+    schedule_.addObserver(*this);
+}
+
+ScheduleListView::~ScheduleListView() {
+    schedule_.removeObserver(*this);
+}
 
 bool ScheduleListView::createIn(HWND parent) {
     const INITCOMMONCONTROLSEX controls{sizeof(controls), ICC_LISTVIEW_CLASSES};
@@ -53,7 +60,7 @@ bool ScheduleListView::createIn(HWND parent) {
                                       base::moduleHandle(), nullptr);
     if (!attach(list))
         return false;
-    const PaintedAtOnce painted(list);
+    const RedrawPause pause(list);
     ListView_SetExtendedListViewStyle(list, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER);
     SendMessageA(list, WM_SETFONT, reinterpret_cast<WPARAM>(framework::messageFont()), FALSE);
     insertColumns(list);
@@ -62,7 +69,7 @@ bool ScheduleListView::createIn(HWND parent) {
 }
 
 void ScheduleListView::restoreColumns(base::RegistryStore& store) {
-    const PaintedAtOnce painted(handle());
+    const RedrawPause pause(handle());
     restoreColumnWidths(handle(), store);
 }
 
@@ -104,57 +111,40 @@ void ScheduleListView::focusEntry(std::size_t entry) {
             ListView_SetItemState(handle(), static_cast<int>(row), LVIS_FOCUSED, LVIS_FOCUSED);
 }
 
-ScheduleListView::PaintedRow ScheduleListView::rowAsOf(base::TimeValue now, std::size_t row) const {
-    PaintedRow painted{now, rows_.textsHoldUntil(row, now), {}};
-    for (std::size_t column = 0; column < columnCount; ++column)
-        painted.texts[column] = rows_.text(row, static_cast<ScheduleColumn>(column));
-    return painted;
-}
-
-void ScheduleListView::refresh() noexcept {
-    const HWND list = handle();
-    if (static_cast<std::size_t>(ListView_GetItemCount(list)) != rows_.size())
-        ListView_SetItemCountEx(list, rows_.size(), LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL);
-    try {
-        repaintChangedRows();
-    } catch (const std::exception&) {
-        InvalidateRect(list, nullptr, FALSE);
-    }
-    UpdateWindow(list);
-}
-
-void ScheduleListView::repaintChangedRows() {
-    painted_.resize(std::min(painted_.size(), rows_.size() - std::min(firstPainted_, rows_.size())));
-    const base::TimeValue now = rows_.now();
-    for (std::size_t i = 0; i < painted_.size(); ++i) {
-        const std::size_t row = firstPainted_ + i;
-        PaintedRow current = rowAsOf(now, row);
-        if (painted_[i].texts == current.texts) {
-            painted_[i] = std::move(current);
-        } else {
-            painted_[i] = {}; // until it is painted, which may be much later when the window is covered
-            ListView_RedrawItems(handle(), static_cast<int>(row), static_cast<int>(row));
-        }
-    }
-}
-
-void ScheduleListView::onTimePassed() {
-    const base::TimeValue now = rows_.now();
-    // A clock that was set back is before what the texts hold from.
-    const bool allHold = std::ranges::all_of(
-        painted_, [now](const PaintedRow& row) { return row.from <= now && now < row.until; });
-    if (!allHold)
-        refresh();
-}
-
-void ScheduleListView::onRowsDeleted() {
-    const PaintedAtOnce painted(handle());
+void ScheduleListView::onEntriesRemoved(std::span<const std::size_t>) {
+    const RedrawPause pause(handle());
     const int first = ListView_GetNextItem(handle(), -1, LVNI_SELECTED); // the control has not been told yet
     ListView_SetItemState(handle(), -1, 0, LVIS_SELECTED | LVIS_FOCUSED);
     ListView_SetItemCountEx(handle(), rows_.size(), LVSICF_NOSCROLL);
     const int last = static_cast<int>(rows_.size()) - 1;
     if (first >= 0 && last >= 0)
         ListView_SetItemState(handle(), std::min(first, last), LVIS_FOCUSED, LVIS_FOCUSED);
+    hints_.onRowsMoved();
+}
+
+void ScheduleListView::onScheduleChanged() {
+    if (static_cast<std::size_t>(ListView_GetItemCount(handle())) != rows_.size()) {
+        ListView_SetItemCountEx(handle(), rows_.size(), LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL);
+        hints_.onRowsMoved();
+    }
+    repaint();
+}
+
+void ScheduleListView::onTimePassed(base::TimeValue now) {
+    // A clock that was set back is before the painting.
+    if (now < paintedAt_ || now >= validUntil_)
+        repaint();
+}
+
+void ScheduleListView::repaint() {
+    if (!handle())
+        return;
+    // Until the list is painted, which is later while the window is hidden.
+    paintedAt_ = base::TimeValue();
+    validUntil_ = base::TimeValue::never();
+    InvalidateRect(handle(), nullptr, FALSE);
+    UpdateWindow(handle());
+    hints_.onTextsChanged();
 }
 
 framework::Handled ScheduleListView::onMessage(const framework::Message& message) {
@@ -174,11 +164,13 @@ void ScheduleListView::takeSystemColours() const {
     InvalidateRect(handle(), nullptr, TRUE);
 }
 
-framework::Handled ScheduleListView::onNotify(const NMHDR& notification) {
+framework::Handled ScheduleListView::onReflectedNotify(const NMHDR& notification) {
     switch (notification.code) {
     case LVN_GETDISPINFOA:
         onGetText(reinterpret_cast<NMLVDISPINFOA&>(const_cast<NMHDR&>(notification)));
         return 0;
+    case NM_DBLCLK:
+        return SendMessageA(GetParent(handle()), WM_COMMAND, IDM_EDIT, 0);
     case LVN_COLUMNCLICK:
         onColumnClick(reinterpret_cast<const NMLISTVIEW&>(notification).iSubItem);
         return 0;
@@ -211,26 +203,22 @@ void ScheduleListView::onGetText(NMLVDISPINFOA& request) const {
 
 LRESULT ScheduleListView::onCustomDraw(const NMLVCUSTOMDRAW& draw) {
     switch (draw.nmcd.dwDrawStage) {
-    case CDDS_PREPAINT: {
-        const auto top = static_cast<std::size_t>(std::max(0, ListView_GetTopIndex(handle())));
-        const auto shown = static_cast<std::size_t>(ListView_GetCountPerPage(handle())) + 1;
-        std::vector<PaintedRow> kept(std::min(shown, rows_.size() - std::min(top, rows_.size())));
-        for (std::size_t i = 0; i < kept.size(); ++i)
-            if (top + i >= firstPainted_ && top + i - firstPainted_ < painted_.size())
-                kept[i] = std::move(painted_[top + i - firstPainted_]);
-        painted_ = std::move(kept);
-        firstPainted_ = top;
+    case CDDS_PREPAINT:
         return CDRF_NOTIFYITEMDRAW;
-    }
-    case CDDS_ITEMPREPAINT: {
-        const std::size_t row = draw.nmcd.dwItemSpec;
-        if (row >= firstPainted_ && row - firstPainted_ < painted_.size())
-            painted_[row - firstPainted_] = rowAsOf(rows_.now(), row);
+    case CDDS_ITEMPREPAINT:
+        onRowPainted(draw.nmcd.dwItemSpec);
         return CDRF_DODEFAULT;
-    }
     default:
         return CDRF_DODEFAULT;
     }
+}
+
+void ScheduleListView::onRowPainted(std::size_t row) {
+    if (row >= rows_.size())
+        return;
+    const base::TimeValue now = rows_.now();
+    paintedAt_ = std::max(paintedAt_, now);
+    validUntil_ = std::min(validUntil_, rows_.textsHoldUntil(row, now));
 }
 
 void ScheduleListView::onColumnClick(int column) {
@@ -238,10 +226,11 @@ void ScheduleListView::onColumnClick(int column) {
     const std::optional<std::size_t> focused = entryInRow(ListView_GetNextItem(handle(), -1, LVNI_FOCUSED));
     rows_.sortBy(static_cast<ScheduleColumn>(column));
     showSortArrow(handle(), rows_.sortColumn(), rows_.isAscending());
-    const PaintedAtOnce painted(handle());
+    const RedrawPause pause(handle());
     selectEntries(selected);
     if (focused)
         focusEntry(*focused);
+    hints_.onRowsMoved();
 }
 
 LRESULT ScheduleListView::onFindItem(const NMLVFINDITEMA& request) const {

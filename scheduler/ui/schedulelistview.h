@@ -1,30 +1,31 @@
-// The list control that shows the schedule's rows. It asks for a cell's text when it paints it, and repaints
-// only the rows whose texts have changed.
+// The list control that shows the schedule's rows. It asks for a cell's text when it paints it, and follows the
+// schedule by itself.
 #pragma once
 
 #include "lib/base/registrystore.h"
+#include "scheduler/model/schedulelist.h"
+#include "scheduler/ui/cellhints.h"
 #include "scheduler/ui/framework/window.h"
 #include "scheduler/ui/listcolumns.h"
-#include "scheduler/ui/schedulecommands.h"
 #include "scheduler/ui/schedulerows.h"
+#include "scheduler/ui/selection.h"
 
 #include <windows.h>
 
 #include <commctrl.h>
 
-#include <array>
 #include <optional>
-#include <string>
-#include <vector>
 
 namespace scheduler {
 
-class ScheduleListView : public framework::Window {
+class ScheduleListView : public framework::Window, private ScheduleObserver {
 public:
-    explicit ScheduleListView(ScheduleRows& rows) : rows_(rows) {}
+    /// `rows` are those of `schedule` and are told of its changes before the view. Both outlive it.
+    ScheduleListView(ScheduleList& schedule, ScheduleRows& rows);
+    ~ScheduleListView() override;
 
-    /// Makes the control as a child of `parent`, which passes its notifications on to onNotify.
-    bool createIn(HWND parent);
+    /// Makes the control as a child of `parent`.
+    [[nodiscard]] bool createIn(HWND parent);
 
     /// Fills `area` of the parent's client area.
     void moveTo(const RECT& area);
@@ -37,35 +38,21 @@ public:
     /// The entry of the topmost selected row.
     std::optional<std::size_t> firstSelectedEntry() const;
 
-    /// Brings the shown rows up to date with the schedule. Paints nothing when no shown text has changed; all
-    /// of it when there is no memory to find that out.
-    void refresh() noexcept;
-
-    /// The same when the schedule has not changed, but the time has.
-    void onTimePassed();
-
-    /// The selected rows are gone: none is selected now, and the keyboard goes on at the place of the first
-    /// of them.
-    void onRowsDeleted();
-
-    /// A notification of the control; nothing when it is not one that the list answers.
-    framework::Handled onNotify(const NMHDR& notification);
+    /// Paints the rows again if their texts may say something else than at `now`.
+    void onTimePassed(base::TimeValue now);
 
 private:
-    using RowTexts = std::array<std::string, columnCount>;
-    struct PaintedRow {
-        /// From when, not later than they were made, until when the texts hold: for ever while none is
-        /// painted.
-        base::TimeValue from;
-        base::TimeValue until = base::TimeValue::never();
-        RowTexts texts;
-    };
+    // After a removal no row is selected, and the focus is where the topmost selected row was.
+    void onEntriesRemoved(std::span<const std::size_t> positions) override;
+    void onScheduleChanged() override;
 
     framework::Handled onMessage(const framework::Message& message) override;
+    framework::Handled onReflectedNotify(const NMHDR& notification) override;
     void takeSystemColours() const;
     void onGetText(NMLVDISPINFOA& request) const;
     LRESULT onCustomDraw(const NMLVCUSTOMDRAW& draw);
-    void repaintChangedRows();
+    void onRowPainted(std::size_t row);
+    void repaint();
     void onColumnClick(int column);
     LRESULT onFindItem(const NMLVFINDITEMA& request) const;
 
@@ -73,11 +60,12 @@ private:
     void selectEntries(const Selection& entries);
     void focusEntry(std::size_t entry);
 
-    PaintedRow rowAsOf(base::TimeValue now, std::size_t row) const;
-
+    ScheduleList& schedule_;
     ScheduleRows& rows_;
-    std::size_t firstPainted_ = 0;    // the row of the first element of painted_
-    std::vector<PaintedRow> painted_; // what stands on the screen
+    CellHints hints_;
+    // Of all texts painted since the last repaint.
+    base::TimeValue paintedAt_;                             ///< the latest moment at which one was made
+    base::TimeValue validUntil_ = base::TimeValue::never(); ///< from when one may say something else
 };
 
 } // namespace scheduler

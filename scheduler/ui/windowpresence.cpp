@@ -17,7 +17,6 @@ HWND foremostOf(HWND window) {
 void WindowPresence::show() {
     ShowWindow(window(), SW_RESTORE);
     UpdateWindow(window());
-    list_.refresh();
     SetForegroundWindow(foremostOf(window()));
 }
 

@@ -3,20 +3,19 @@
 
 #include "scheduler/model/preferences.h"
 #include "scheduler/ui/framework/window.h"
-#include "scheduler/ui/schedulelistview.h"
 
 namespace scheduler {
 
 /// All outlive the presence.
 class WindowPresence {
 public:
-    WindowPresence(const framework::Window& window, ScheduleListView& list, Preferences& preferences)
-        : window_(window), list_(list), preferences_(preferences) {}
+    WindowPresence(const framework::Window& window, Preferences& preferences)
+        : window_(window), preferences_(preferences) {}
 
     HWND window() const { return window_.handle(); }
 
-    /// Shows the window, also one that is minimised, with its list up to date, in front of all others; a
-    /// dialog that is open over it gets the keyboard.
+    /// Shows the window, also one that is minimised, in front of all others; a dialog that is open over it
+    /// gets the keyboard.
     void show();
 
     /// The same without showing it: a hidden window stays hidden.
@@ -29,7 +28,6 @@ public:
 
 private:
     const framework::Window& window_;
-    ScheduleListView& list_;
     Preferences& preferences_;
 };
 

@@ -1,10 +1,9 @@
 // Notes what a view would show.
 #pragma once
 
+#include "scheduler/model/schedulelist.h"
 #include "scheduler/run/engine.h"
 #include "tests/support/eventlog.h"
-
-#include <functional>
 
 namespace test {
 
@@ -12,18 +11,28 @@ class FakeEngineListener : public scheduler::EngineListener {
 public:
     explicit FakeEngineListener(EventLog& log) : log_(log) {}
 
-    std::function<void()> onRedraw; ///< called during each redraw
-
-    void onScheduleChanged() override {
-        log_.push_back("redraw");
-        if (onRedraw)
-            onRedraw();
-    }
     void onSuspendedChanged(bool suspended) override {
         log_.push_back(suspended ? "show suspended" : "show resumed");
     }
 
 private:
+    EventLog& log_;
+};
+
+/// Notes each time that a view would redraw the schedule.
+class RedrawLog : public scheduler::ScheduleObserver {
+public:
+    RedrawLog(scheduler::ScheduleList& schedule, EventLog& log) : schedule_(schedule), log_(log) {
+        schedule_.addObserver(*this);
+    }
+    RedrawLog(const RedrawLog&) = delete;
+    RedrawLog& operator=(const RedrawLog&) = delete;
+    ~RedrawLog() override { schedule_.removeObserver(*this); }
+
+private:
+    void onScheduleChanged() override { log_.push_back("redraw"); }
+
+    scheduler::ScheduleList& schedule_;
     EventLog& log_;
 };
 

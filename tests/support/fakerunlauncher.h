@@ -1,41 +1,35 @@
 // Starts no process: keeps what it was asked to start.
 #pragma once
 
-#include "scheduler/model/scheduledproject.h"
 #include "scheduler/run/runlauncher.h"
 #include "tests/support/eventlog.h"
 
+#include <cstdint>
 #include <exception>
-#include <functional>
-#include <memory>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace test {
 
 class FakeRunLauncher : public scheduler::RunLauncher {
 public:
+    struct Run {
+        std::string path;
+        std::int32_t number;
+    };
+
     explicit FakeRunLauncher(EventLog& log) : log_(log) {}
 
-    std::vector<scheduler::RunRequest> launched;
+    std::vector<Run> launched;
     bool threadsStart = true;
-    std::exception_ptr commandLineFailure; ///< thrown instead of making a command line, when there is one
-    std::function<void()> onLaunch;        ///< called during each launch, for what others do meanwhile
+    std::exception_ptr failure; ///< thrown instead of launching, when there is one
 
-    std::string commandLineOf(const scheduler::ScheduledProject& entry) override {
-        if (commandLineFailure)
-            std::rethrow_exception(commandLineFailure);
-        log_.push_back("command line of " + entry.path);
-        return entry.path + " as run " + std::to_string(entry.runNumber);
-    }
-
-    bool launch(std::unique_ptr<scheduler::RunRequest> request) override {
-        log_.push_back("launch " + std::to_string(request->runNumber));
-        if (onLaunch)
-            onLaunch();
+    bool launch(const scheduler::ScheduledProject& entry) override {
+        log_.push_back("launch " + entry.path + " as run " + std::to_string(entry.runNumber));
+        if (failure)
+            std::rethrow_exception(failure);
         if (threadsStart)
-            launched.push_back(std::move(*request));
+            launched.push_back({entry.path, entry.runNumber});
         return threadsStart;
     }
 

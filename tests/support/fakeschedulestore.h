@@ -11,12 +11,8 @@ namespace test {
 class FakeScheduleStore : public scheduler::ScheduleStore {
 public:
     std::vector<std::vector<scheduler::ScheduledProject>> saved; ///< what each save was given
-    bool savesSucceed = true;
 
-    bool save(const scheduler::ScheduleList& list) override {
-        saved.emplace_back(list.begin(), list.end());
-        return savesSucceed;
-    }
+    void save(const scheduler::ScheduleList& list) override { saved.emplace_back(list.begin(), list.end()); }
 };
 
 } // namespace test

@@ -30,7 +30,14 @@ public:
             if (const Handled handled = (*filter)->filterMessage(*window_, message))
                 return handled;
         }
-        return window_ ? window_->onMessage(message) : std::nullopt;
+        const Handled handled = window_ ? window_->onMessage(message) : std::nullopt;
+        return !handled && message.id == WM_NOTIFY ? reflect(message) : handled;
+    }
+
+    static Handled reflect(const Message& message) {
+        const NMHDR& notification = *reinterpret_cast<const NMHDR*>(message.lParam);
+        Window* const control = Window::of(notification.hwndFrom);
+        return control ? control->onReflectedNotify(notification) : std::nullopt;
     }
 
     /// No exception may cross the platform's frames. The message goes its default way, but for a close, which

@@ -94,6 +94,9 @@ public:
     /// The window procedure proper.
     virtual Handled onMessage(const Message&) { return std::nullopt; }
 
+    /// A WM_NOTIFY that this control sent to its parent, which left it alone.
+    virtual Handled onReflectedNotify(const NMHDR&) { return std::nullopt; }
+
     /// The number of the dialog template that dialogs and pages are made from; 0 for other windows.
     virtual int templateId() const { return 0; }
 
