@@ -131,7 +131,7 @@ private:
     RunPolicy& policy_;
     EngineServices services_;
     bool startupFlag_ = false;
-    std::optional<PlaceInTick> unfinished_; ///< the tick to continue
+    std::optional<PlaceInTick> unfinished_;   ///< the tick to continue
     mutable std::size_t lastSeenRunning_ = 0; // where anyRunning looks first; may name any entry or none
 };
 

@@ -39,7 +39,8 @@ void supervise(void* argument) noexcept {
     }
     // Posted, never sent: the worker must not wait for the user interface. A queue that is full takes it
     // later; without it the entry would run for ever.
-    while (!PostMessageA(request->window, WM_RUN_FINISHED, request->runNumber, 0) && IsWindow(request->window))
+    while (!PostMessageA(request->window, WM_RUN_FINISHED, request->runNumber, 0) &&
+           IsWindow(request->window))
         Sleep(retryMilliseconds);
 }
 

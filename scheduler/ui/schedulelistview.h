@@ -1,5 +1,5 @@
-// The list control that shows the schedule's rows. It asks for a cell's text when it paints it, and follows the
-// schedule by itself.
+// The list control that shows the schedule's rows. It asks for a cell's text when it paints it, and follows
+// the schedule by itself.
 #pragma once
 
 #include "lib/base/registrystore.h"

@@ -84,7 +84,6 @@ protected:
     }
 
     test::ListWindow window_;
-    scheduler::CellHints hints_{window_.list, window_.rows};
 };
 
 TEST_F(CellHints, ACutTextIsShownWholeOnceTheMouseRestsOnIt) {
@@ -163,15 +162,16 @@ TEST_F(CellHints, TheHintGoesWhenItsRowChanges) {
         test::pumpUntilIdle();
         return !hints().empty();
     };
-    EXPECT_TRUE(staysAfter([&] { window_.list.refresh(); })) << "nothing has changed";
-    EXPECT_TRUE(staysAfter([&] { ListView_RedrawItems(list(), 1, 1); })) << "another row has";
-    EXPECT_FALSE(staysAfter([&] { ListView_RedrawItems(list(), 0, 0); }));
+    const auto setResult = [&](std::size_t position, const std::string& result) {
+        window_.schedule[position].lastResult = result;
+        window_.schedule.noteChange();
+    };
+    EXPECT_TRUE(staysAfter([&] { window_.schedule.noteChange(); })) << "no text has changed";
+    EXPECT_TRUE(staysAfter([&] { setResult(1, longResult + " elsewhere"); }));
+    EXPECT_FALSE(staysAfter([&] { setResult(0, longResult + " of them"); }));
     EXPECT_FALSE(staysAfter([&] { window_.clickHeader(ScheduleColumn::Project); }));
     EXPECT_FALSE(staysAfter([&] { window_.add("one more"); }));
-    EXPECT_FALSE(staysAfter([&] {
-        window_.schedule.remove(2);
-        window_.list.onRowsDeleted();
-    }));
+    EXPECT_FALSE(staysAfter([&] { window_.schedule.remove(2); }));
 }
 
 TEST_F(CellHints, NoneComesInFrontOfAMenu) {
@@ -192,12 +192,6 @@ TEST_F(CellHints, NoneComesInFrontOfAMenu) {
     send(WM_MOUSELEAVE, {});
     restAt(placeOf(0, ScheduleColumn::LastResult));
     EXPECT_EQ(hints().size(), 1U) << "afterwards they come again";
-}
-
-TEST_F(CellHints, NothingIsWatchedAnyMoreAfterwards) {
-    { const scheduler::CellHints others(window_.list, window_.rows); }
-    send(WM_MOUSEMOVE, placeOf(0, ScheduleColumn::LastResult));
-    EXPECT_TRUE(hints().empty());
 }
 
 TEST_F(CellHints, BelowTheRowsThereIsNone) {

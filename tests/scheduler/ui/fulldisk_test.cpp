@@ -6,7 +6,6 @@
 #include "resources/ids.h"
 #include "scheduler/model/schedulecodec.h"
 #include "scheduler/model/schedulefile.h"
-#include "scheduler/run/runrequest.h"
 #include "scheduler/ui/framework/messagepump.h"
 #include "scheduler/ui/mainwindow.h"
 #include "scheduler/ui/programtexts.h"

@@ -10,7 +10,10 @@
 
 #include <commctrl.h>
 
+#include <gtest/gtest.h>
+
 #include <string>
+#include <vector>
 
 namespace test {
 
@@ -24,7 +27,7 @@ public:
         parameters.width = 640;
         parameters.height = 320;
         create(class_, parameters);
-        list.createIn(handle());
+        EXPECT_TRUE(list.createIn(handle()));
         list.moveTo({0, 0, parameters.width, parameters.height});
         for (int column = 0; column < static_cast<int>(scheduler::columnCount); ++column)
             ListView_SetColumnWidth(list.handle(), column, 100);
@@ -36,14 +39,19 @@ public:
         entry.path = "C:\\Sites\\" + name + ".kra";
         entry.lastResult = lastResult;
         schedule.append(entry);
-        list.refresh();
     }
 
-    void clickHeader(scheduler::ScheduleColumn column) {
+    /// As the control reports it to its parent.
+    LRESULT notify(NMHDR& notification) const {
+        notification.hwndFrom = list.handle();
+        return SendMessageA(handle(), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&notification));
+    }
+
+    void clickHeader(scheduler::ScheduleColumn column) const {
         NMLISTVIEW click{};
         click.hdr.code = LVN_COLUMNCLICK;
         click.iSubItem = static_cast<int>(column);
-        list.onNotify(click.hdr);
+        notify(click.hdr);
     }
 
     void select(int row) const { ListView_SetItemState(list.handle(), row, LVIS_SELECTED, LVIS_SELECTED); }
@@ -55,13 +63,14 @@ public:
                                      ++stateQueries;
                                      return scheduler::EngineState{false, false, &clock};
                                  }};
-    scheduler::ScheduleListView list{rows};
+    scheduler::ScheduleListView list{schedule, rows};
+    std::vector<WPARAM> commands; ///< those sent to the window
 
 private:
     framework::Handled onMessage(const framework::Message& message) override {
-        if (message.id != WM_NOTIFY)
-            return std::nullopt;
-        return list.onNotify(*reinterpret_cast<const NMHDR*>(message.lParam));
+        if (message.id == WM_COMMAND)
+            commands.push_back(message.wParam);
+        return std::nullopt;
     }
 
     framework::WindowClass class_;

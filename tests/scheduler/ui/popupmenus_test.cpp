@@ -1,8 +1,8 @@
 #include "resources/ids.h"
 #include "scheduler/ui/framework/windowclass.h"
+#include "scheduler/ui/notificationicon.h"
 #include "scheduler/ui/popupmenus.h"
 #include "tests/support/eventlog.h"
-#include "tests/support/fakeclock.h"
 #include "tests/support/importedfunctions.h"
 
 #include <windows.h>
@@ -73,7 +73,6 @@ protected:
     PopupMenus() {
         window_.create(class_, {});
         other_.create(class_, {});
-        list_.createIn(window_.handle());
         mainWindow = window_.handle();
         foreground = other_.handle();
         whileOpen = nullptr;
@@ -82,19 +81,13 @@ protected:
     }
 
     void show() const { ShowWindow(window_.handle(), SW_SHOWNOACTIVATE); }
-    void clickRight() { scheduler::onIconMouse(WM_RBUTTONDOWN, presence_); }
+    void clickRight() { scheduler::NotificationIcon::onMouse(WM_RBUTTONDOWN, presence_); }
 
-    test::FakeClock clock_{base::TimeValue(1'000'000)};
-    scheduler::ScheduleList schedule_;
     scheduler::Preferences preferences_;
     framework::WindowClass class_;
     framework::Window window_;
     framework::Window other_;
-    scheduler::ScheduleRows rows_{schedule_, [this] {
-                                      return scheduler::EngineState{false, false, &clock_};
-                                  }};
-    scheduler::ScheduleListView list_{rows_};
-    scheduler::WindowPresence presence_{window_, list_, preferences_};
+    scheduler::WindowPresence presence_{window_, preferences_};
 };
 
 TEST_F(PopupMenus, TheIconsMenuOpensAtThePointerOverTheShownWindow) {
@@ -139,7 +132,7 @@ TEST_F(PopupMenus, AClickBringsForwardTheDialogThatIsOpenOverTheWindow) {
     EnableWindow(mainWindow, FALSE);
     for (const UINT click : {UINT{WM_LBUTTONDOWN}, UINT{WM_LBUTTONDBLCLK}, UINT{WM_RBUTTONDOWN}}) {
         foreground = nullptr;
-        scheduler::onIconMouse(click, presence_);
+        scheduler::NotificationIcon::onMouse(click, presence_);
         EXPECT_EQ(foreground, dialog.handle()) << click;
     }
     EnableWindow(mainWindow, TRUE);
@@ -156,10 +149,10 @@ TEST_F(PopupMenus, WithoutItsMenuAHiddenWindowDoesNotKeepTheForeground) {
 }
 
 TEST_F(PopupMenus, AClickBringsForwardWhatIsShownOnly) {
-    scheduler::onIconMouse(WM_LBUTTONDOWN, presence_);
+    scheduler::NotificationIcon::onMouse(WM_LBUTTONDOWN, presence_);
     EXPECT_THAT(events, IsEmpty());
     show();
-    scheduler::onIconMouse(WM_LBUTTONDOWN, presence_);
+    scheduler::NotificationIcon::onMouse(WM_LBUTTONDOWN, presence_);
     EXPECT_THAT(events, ElementsAre("main window forward"));
 }
 

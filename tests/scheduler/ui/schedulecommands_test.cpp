@@ -6,7 +6,11 @@
 #include "tests/support/fakerunlauncher.h"
 #include "tests/support/mockusermessages.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -18,10 +22,7 @@ using scheduler::ScheduleKind;
 class CountingStore : public scheduler::ScheduleStore {
 public:
     int saves = 0;
-    bool save(const scheduler::ScheduleList&) override {
-        ++saves;
-        return true;
-    }
+    void save(const scheduler::ScheduleList&) override { ++saves; }
 };
 
 class ScheduleCommandsTest : public ::testing::Test {
@@ -46,7 +47,10 @@ protected:
     scheduler::RunPolicy policy_;
     scheduler::SchedulerEngine engine_{
         schedule_, policy_, {clock_, launcher_, outcomes_, store_, messages_, listener_}};
-    scheduler::ScheduleCommands commands_{schedule_, engine_, store_, clock_};
+    std::vector<std::string> opened_;
+    scheduler::ScheduleCommands commands_{schedule_, engine_, store_, clock_,
+                                          [this](const std::string& path) { opened_.push_back(path); }};
+    test::RedrawLog redraws_{schedule_, log_};
 };
 
 TEST_F(ScheduleCommandsTest, NothingHappensOnAnEmptySelection) {
@@ -97,8 +101,8 @@ TEST_F(ScheduleCommandsTest, RunNowStartsEachSelectedEntryAtOnceBesideOthers) {
     schedule_.assign({hourly("a.kra"), hourly("b.kra"), hourly("run:c")});
     commands_.runNow({0, 2});
     ASSERT_EQ(launcher_.launched.size(), 2U);
-    EXPECT_EQ(launcher_.launched[0].runNumber, 1U);
-    EXPECT_EQ(launcher_.launched[1].runNumber, 2U);
+    EXPECT_EQ(launcher_.launched[0].number, 1);
+    EXPECT_EQ(launcher_.launched[1].number, 2);
     EXPECT_EQ(schedule_[1].running, 0);
 }
 
@@ -110,8 +114,8 @@ TEST_F(ScheduleCommandsTest, AManualRunThatCannotStartTellsTheUser) {
 }
 
 TEST_F(ScheduleCommandsTest, DroppedProjectsAreAddedWithDefaultsAndOthersAreIgnored) {
-    EXPECT_TRUE(commands_.addDropped({"C:\\S\\a.kra", "C:\\S\\b.txt", "C:\\S\\C.KRB", "C:\\S\\d.krab",
-                                      "C:\\S\\kra", "C:\\S\\e.xkra", "C:\\S.kra\\f", "C:\\S\\g.krc"}));
+    commands_.addDropped({"C:\\S\\a.kra", "C:\\S\\b.txt", "C:\\S\\C.KRB", "C:\\S\\d.krab", "C:\\S\\kra",
+                          "C:\\S\\e.xkra", "C:\\S.kra\\f", "C:\\S\\g.krc"});
     ASSERT_EQ(schedule_.size(), 3U);
     EXPECT_EQ(schedule_[0].path, "C:\\S\\a.kra");
     EXPECT_EQ(schedule_[1].path, "C:\\S\\C.KRB");
@@ -124,9 +128,74 @@ TEST_F(ScheduleCommandsTest, DroppedProjectsAreAddedWithDefaultsAndOthersAreIgno
 }
 
 TEST_F(ScheduleCommandsTest, AForeignDropChangesNothing) {
-    EXPECT_FALSE(commands_.addDropped({"C:\\S\\b.txt"}));
-    EXPECT_FALSE(commands_.addDropped({}));
+    commands_.addDropped({"C:\\S\\b.txt"});
+    commands_.addDropped({});
     EXPECT_TRUE(schedule_.empty());
+    EXPECT_EQ(store_.saves, 0);
+}
+
+TEST_F(ScheduleCommandsTest, ANewEntryIsAddedWithItsNextRunAndSaved) {
+    schedule_.assign({hourly("a.kra")});
+    ScheduledProject record = commands_.newEntry();
+    EXPECT_EQ(record.kind, ScheduleKind::AfterProject);
+    EXPECT_EQ(record.time, TimeValue::fromLocal(2026, 5, 20, 12, 31, 0, -1)) << "as of the clock";
+    record.path = "b.kra";
+    record.kind = ScheduleKind::Hourly;
+    commands_.add(record, {});
+    ASSERT_EQ(schedule_.size(), 2U);
+    EXPECT_EQ(schedule_[1].path, "b.kra");
+    EXPECT_EQ(schedule_[1].nextRun, TimeValue::fromLocal(2026, 5, 20, 13, 0, 0, -1));
+    EXPECT_EQ(store_.saves, 1);
+}
+
+TEST_F(ScheduleCommandsTest, SeveralFilesAreAddedWithASaveEachAndOneRedraw) {
+    ScheduledProject record = hourly("ignored");
+    log_.clear();
+    commands_.add(record, std::vector<std::string>{"C:\\S\\a.kra", "b.kra"});
+    ASSERT_EQ(schedule_.size(), 2U);
+    EXPECT_EQ(schedule_[0].path, "C:\\S\\a.kra");
+    EXPECT_EQ(schedule_[1].path, "C:\\S\\\\b.kra");
+    EXPECT_EQ(store_.saves, 2);
+    EXPECT_THAT(log_, testing::ElementsAre("redraw"));
+}
+
+TEST_F(ScheduleCommandsTest, OneChosenFileGivesTheRecordAsItIs) {
+    commands_.add(hourly("C:\\S\\typed.kra"), std::vector<std::string>{"C:\\S\\a.kra"});
+    ASSERT_EQ(schedule_.size(), 1U);
+    EXPECT_EQ(schedule_[0].path, "C:\\S\\typed.kra");
+}
+
+TEST_F(ScheduleCommandsTest, AnEditIsTakenOverComputedShownAndSaved) {
+    schedule_.assign({hourly("a.kra")});
+    schedule_[0].lastResult = "recorded while it was edited";
+    log_.clear();
+    ScheduledProject edited = hourly("b.kra");
+    edited.minutes = 45;
+    commands_.edit(0, edited);
+    EXPECT_EQ(schedule_[0].path, "b.kra");
+    EXPECT_EQ(schedule_[0].lastResult, "recorded while it was edited");
+    EXPECT_EQ(schedule_[0].nextRun, TimeValue::fromLocal(2026, 5, 20, 12, 45, 0, -1));
+    EXPECT_THAT(log_, testing::ElementsAre("redraw"));
+    EXPECT_EQ(store_.saves, 1);
+}
+
+TEST_F(ScheduleCommandsTest, EachCommandRedrawsOnce) {
+    schedule_.assign({hourly("a.kra"), hourly("b.kra"), hourly("c.kra")});
+    log_.clear();
+    commands_.toggle({0, 2});
+    EXPECT_THAT(log_, testing::ElementsAre("redraw"));
+    log_.clear();
+    commands_.remove({0, 2});
+    EXPECT_THAT(log_, testing::ElementsAre("redraw"));
+    log_.clear();
+    commands_.addDropped({"C:\\S\\a.kra", "C:\\S\\b.krb"});
+    EXPECT_THAT(log_, testing::ElementsAre("redraw"));
+}
+
+TEST_F(ScheduleCommandsTest, EachSelectedProjectIsOpened) {
+    schedule_.assign({hourly("a.kra"), hourly("b.kra"), hourly("run:c")});
+    commands_.open({0, 2});
+    EXPECT_THAT(opened_, testing::ElementsAre("a.kra", "run:c"));
     EXPECT_EQ(store_.saves, 0);
 }
 

@@ -1,7 +1,7 @@
+#include "resources/ids.h"
 #include "scheduler/ui/schedulelistview.h"
 #include "tests/scheduler/ui/listwindow.h"
-#include "tests/scheduler/ui/redrawnrows.h"
-#include "tests/support/allocations.h"
+#include "tests/scheduler/ui/paintings.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -12,7 +12,6 @@
 namespace {
 
 using scheduler::ScheduleColumn;
-using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -21,6 +20,12 @@ protected:
     ScheduleListView() {
         for (const char* const name : {"b", "c", "a"})
             window_.add(name);
+    }
+
+    void addMore(int count) {
+        const scheduler::ScheduleBatch batch(window_.schedule);
+        for (int i = 0; i < count; ++i)
+            window_.add("more");
     }
 
     test::ListWindow window_;
@@ -46,54 +51,85 @@ TEST_F(ScheduleListView, TheSelectedEntriesAscendWhateverTheOrderOfTheRows) {
     EXPECT_THAT(window_.list.selectedEntries(), ElementsAre(0, 2));
 }
 
-TEST_F(ScheduleListView, WhereTimeChangesNoTextItMakesNone) {
-    for (int i = 0; i < 200; ++i)
-        window_.add("more");
-    RECT row{};
-    ListView_GetItemRect(window_.list.handle(), 0, &row, LVIR_BOUNDS);
-    // Whether the lowest row is cut off by the window's edge, hidden behind it or shown whole.
-    for (int height = 150; height <= 150 + row.bottom - row.top; ++height) {
-        window_.list.moveTo({0, 0, 640, height});
-        UpdateWindow(window_.list.handle());
-        window_.list.onTimePassed();
-        window_.stateQueries = 0;
-        window_.list.onTimePassed();
-        EXPECT_EQ(window_.stateQueries, 1) << "the clock alone, at a height of " << height;
-    }
-    window_.clock.advance(base::TimeSpan::fromMinutes(15));
-    window_.list.onTimePassed();
-    EXPECT_GT(window_.stateQueries, 10) << "they may have changed";
+TEST_F(ScheduleListView, ADoubleClickIsTheEditCommand) {
+    NMHDR click{};
+    click.code = NM_DBLCLK;
+    window_.notify(click);
+    EXPECT_THAT(window_.commands, ElementsAre(WPARAM{IDM_EDIT}));
 }
 
-TEST_F(ScheduleListView, WhatCannotBePaintedNowIsMadeOnce) {
-    for (scheduler::ScheduledProject& entry : window_.schedule)
-        entry.lastRun = window_.clock.now();
-    window_.list.refresh();
+TEST_F(ScheduleListView, EachChangeOfTheScheduleIsPaintedAtOnce) {
+    UpdateWindow(window_.list.handle());
+    test::Paintings paintings(window_.list);
+    window_.schedule[1].lastResult = "new";
+    window_.schedule.noteChange();
+    EXPECT_EQ(paintings.count, 1);
+    window_.add("d");
+    EXPECT_EQ(paintings.count, 2);
+    EXPECT_EQ(ListView_GetItemCount(window_.list.handle()), 4);
+    window_.schedule.remove(0);
+    EXPECT_EQ(paintings.count, 3);
+    window_.schedule.clear();
+    EXPECT_EQ(paintings.count, 4);
+    EXPECT_EQ(ListView_GetItemCount(window_.list.handle()), 0);
+}
+
+TEST_F(ScheduleListView, ABatchOfChangesIsPaintedOnce) {
+    UpdateWindow(window_.list.handle());
+    test::Paintings paintings(window_.list);
+    {
+        const scheduler::ScheduleBatch batch(window_.schedule);
+        window_.add("d");
+        window_.add("e");
+        window_.schedule.removeAll({1, 0});
+        EXPECT_EQ(paintings.count, 0);
+    }
+    EXPECT_EQ(paintings.count, 1);
+}
+
+TEST_F(ScheduleListView, IsNotPaintedWhileTimeChangesNoText) {
+    UpdateWindow(window_.list.handle());
+    test::Paintings paintings(window_.list);
+    window_.list.onTimePassed(window_.clock.now());
+    window_.clock.advance(base::TimeSpan::fromSeconds(1));
+    window_.list.onTimePassed(window_.clock.now());
+    EXPECT_EQ(paintings.count, 0);
+}
+
+TEST_F(ScheduleListView, IsPaintedOnceATextOfAShownRowMayHaveChanged) {
+    window_.schedule[1].lastRun = window_.clock.now();
+    window_.schedule.noteChange();
+    test::Paintings paintings(window_.list);
+    // Today becomes yesterday within a day; until then each row holds for a quarter of an hour at most.
+    window_.clock.advance(base::TimeSpan::fromMinutes(15));
+    window_.list.onTimePassed(window_.clock.now());
+    EXPECT_EQ(paintings.count, 1);
+    window_.list.onTimePassed(window_.clock.now());
+    EXPECT_EQ(paintings.count, 1) << "what is shown holds again";
+}
+
+TEST_F(ScheduleListView, IsPaintedWhenTheClockWasSetBack) {
+    window_.schedule.noteChange();
+    test::Paintings paintings(window_.list);
+    window_.clock.set(base::TimeValue(window_.clock.now().seconds() - 1));
+    window_.list.onTimePassed(window_.clock.now());
+    EXPECT_EQ(paintings.count, 1);
+}
+
+TEST_F(ScheduleListView, AHiddenListAsksForNoTextsUntilItIsShown) {
     ShowWindow(window_.handle(), SW_HIDE);
-    window_.clock.advance(base::TimeSpan::fromDays(2)); // today, and then not any more
-    window_.list.onTimePassed();
+    window_.clock.advance(base::TimeSpan::fromDays(2));
     window_.stateQueries = 0;
-    window_.list.onTimePassed();
-    EXPECT_EQ(window_.stateQueries, 1) << "the clock alone";
+    window_.list.onTimePassed(window_.clock.now());
+    window_.schedule.noteChange();
+    EXPECT_EQ(window_.stateQueries, 0);
     ShowWindow(window_.handle(), SW_SHOW);
     UpdateWindow(window_.list.handle());
-    EXPECT_GT(window_.stateQueries, 1);
-}
-
-TEST_F(ScheduleListView, RowsThatAreGoneAreNotLookedAt) {
-    window_.schedule.removeAll({2, 1});
-    window_.list.refresh();
-    UpdateWindow(window_.list.handle());
-    window_.clock.advance(base::TimeSpan::fromDays(2));
-    window_.list.onTimePassed();
-    window_.stateQueries = 0;
-    window_.list.onTimePassed();
-    EXPECT_EQ(window_.stateQueries, 1) << "the clock alone";
+    EXPECT_GT(window_.stateQueries, 0);
 }
 
 TEST_F(ScheduleListView, AfterADeletionItScrollsAndPaintsWhatIsLeft) {
-    for (int i = 0; i < 200; ++i)
-        window_.add("more");
+    addMore(200);
     const HWND list = window_.list.handle();
     const auto canScroll = [&] { return (GetWindowLongA(list, GWL_STYLE) & WS_VSCROLL) != 0; };
     ListView_EnsureVisible(list, 202, FALSE);
@@ -106,7 +142,6 @@ TEST_F(ScheduleListView, AfterADeletionItScrollsAndPaintsWhatIsLeft) {
         window_.select(static_cast<int>(position));
     }
     window_.schedule.removeAll(allButThree);
-    window_.list.onRowsDeleted();
     EXPECT_FALSE(canScroll());
     EXPECT_EQ(ListView_GetTopIndex(list), 0);
     EXPECT_EQ(ListView_GetItemCount(list), 3);
@@ -118,31 +153,14 @@ TEST_F(ScheduleListView, AfterADeletionItScrollsAndPaintsWhatIsLeft) {
 }
 
 TEST_F(ScheduleListView, AfterADeletionTheKeyboardIsWhereTheFirstOfThemWas) {
-    for (int i = 0; i < 17; ++i)
-        window_.add("more");
+    addMore(17);
     const HWND list = window_.list.handle();
     for (int row = 5; row <= 9; ++row)
         window_.select(row);
     ListView_SetItemState(list, 9, LVIS_FOCUSED, LVIS_FOCUSED); // as Shift and the arrow down leave it
     window_.schedule.removeAll({9, 8, 7, 6, 5});
-    window_.list.onRowsDeleted();
     EXPECT_EQ(ListView_GetNextItem(list, -1, LVNI_FOCUSED), 5);
     EXPECT_THAT(window_.list.selectedEntries(), IsEmpty());
-}
-
-TEST_F(ScheduleListView, WhatCannotBeShownForLackOfMemoryIsShownOnceThereIsSome) {
-    window_.list.refresh();
-    window_.schedule[1].lastResult = "a text that lies outside its string";
-    {
-        const test::RefusedAllocations refused;
-        window_.list.refresh();
-    }
-    test::RedrawnRows redrawn(window_.list);
-    window_.list.refresh();
-    EXPECT_THAT(redrawn.rows, Contains(1U)) << "and others whose texts could not be had";
-    redrawn.rows.clear();
-    window_.list.refresh();
-    EXPECT_THAT(redrawn.rows, IsEmpty()) << "all is shown now";
 }
 
 } // namespace

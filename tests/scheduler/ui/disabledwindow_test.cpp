@@ -1,0 +1,127 @@
+// What reaches the main window while another window is in front of it, and what it leaves to the platform.
+
+#include "lib/base/base.h"
+#include "lib/base/opsys.h"
+#include "lib/base/registry.h"
+#include "resources/ids.h"
+#include "scheduler/model/schedulecodec.h"
+#include "scheduler/model/schedulefile.h"
+#include "scheduler/ui/mainwindow.h"
+#include "scheduler/ui/programtexts.h"
+
+#include <windows.h>
+
+#include <commctrl.h>
+#include <shellapi.h>
+
+#include <gtest/gtest.h>
+
+#include <shlobj.h>
+#include <string>
+#include <vector>
+
+namespace {
+
+HGLOBAL droppedFile(const std::string& path) {
+    const HGLOBAL drop = GlobalAlloc(GHND, sizeof(DROPFILES) + path.size() + 2);
+    auto* const header = static_cast<DROPFILES*>(GlobalLock(drop));
+    header->pFiles = sizeof(DROPFILES);
+    path.copy(reinterpret_cast<char*>(header + 1), path.size());
+    GlobalUnlock(drop);
+    return drop;
+}
+
+/// Saves these as the schedule that the next window loads.
+void saveEntries(const std::vector<std::string>& paths) {
+    scheduler::ScheduleList schedule;
+    for (const std::string& path : paths) {
+        scheduler::ScheduledProject entry;
+        entry.path = path;
+        schedule.append(entry);
+    }
+    ASSERT_TRUE(scheduler::saveSchedule(schedule));
+}
+
+scheduler::ScheduleList& load(scheduler::ScheduleList& schedule) {
+    EXPECT_TRUE(scheduler::loadSchedule(schedule, scheduler::scheduleMagic));
+    return schedule;
+}
+
+class DisabledWindow : public testing::Test {
+protected:
+    DisabledWindow() {
+        base::applicationName = scheduler::programTitle;
+        base::deleteKey(HKEY_CURRENT_USER, "Software\\Brindlewood");
+    }
+};
+
+/// Closes the menu that a message opens, and notes whether it was the window's own.
+class MenuWatch : public framework::MessageFilter {
+public:
+    bool windowMenuOpened = false;
+    UINT itemStates = 0; ///< of its item "Restore"
+
+    framework::Handled filterMessage(framework::Window& window, const framework::Message& message) override {
+        if (message.id == WM_INITMENUPOPUP)
+            windowMenuOpened =
+                reinterpret_cast<HMENU>(message.wParam) == GetSystemMenu(window.handle(), FALSE);
+        if (message.id == WM_ENTERIDLE) {
+            itemStates = GetMenuState(GetSystemMenu(window.handle(), FALSE), SC_RESTORE, MF_BYCOMMAND);
+            EndMenu();
+        }
+        return std::nullopt;
+    }
+};
+
+TEST(MainWindowMenu, ARightClickOnTheTitleBarOpensTheWindowsOwnMenu) {
+    scheduler::MainWindow window;
+    ASSERT_TRUE(window.start("", SW_SHOWNORMAL));
+    RECT place{};
+    GetWindowRect(window.handle(), &place);
+    MenuWatch watch;
+    window.addFilter(watch);
+    SendMessageA(window.handle(), WM_CONTEXTMENU, reinterpret_cast<WPARAM>(window.handle()),
+                 MAKELPARAM(place.left + 100, place.top + 8));
+    window.removeFilter(watch);
+    EXPECT_TRUE(watch.windowMenuOpened);
+    EXPECT_TRUE(watch.itemStates & (MF_GRAYED | MF_DISABLED)) << "its items are left to the platform";
+}
+
+TEST_F(DisabledWindow, IgnoresWhatWouldChangeTheSchedule) {
+    saveEntries({"C:\\Sites\\news.kra", "C:\\Sites\\shop.kra"});
+    scheduler::MainWindow window;
+    ASSERT_TRUE(window.start("", SW_SHOWNORMAL));
+    const HWND list = GetDlgItem(window.handle(), IDC_SCHEDULE_LIST);
+    ListView_SetItemState(list, 0, LVIS_SELECTED, LVIS_SELECTED);
+    EnableWindow(window.handle(), FALSE); // as a modal window does with its owner
+    for (const WPARAM command :
+         {WPARAM{IDM_ADD}, WPARAM{IDM_EDIT}, WPARAM{IDM_DELETE}, WPARAM{IDM_RUN}, WPARAM{IDM_ENABLE}})
+        SendMessageA(window.handle(), WM_COMMAND, command, 0);
+    const HGLOBAL drop = droppedFile("C:\\Sites\\dropped.kra");
+    SendMessageA(window.handle(), WM_DROPFILES, reinterpret_cast<WPARAM>(drop), 0);
+    scheduler::ScheduleList schedule;
+    EXPECT_EQ(load(schedule).size(), 2U);
+    EXPECT_FALSE(schedule[0].disabled);
+    EXPECT_EQ(ListView_GetItemCount(list), 2);
+
+    EnableWindow(window.handle(), TRUE);
+    SendMessageA(window.handle(), WM_COMMAND, IDM_ENABLE, 0);
+    SendMessageA(window.handle(), WM_DROPFILES, reinterpret_cast<WPARAM>(drop), 0);
+    GlobalFree(drop);
+    EXPECT_EQ(load(schedule).size(), 3U);
+    EXPECT_TRUE(schedule[0].disabled);
+}
+
+TEST_F(DisabledWindow, CanStillBeSuspendedAndShown) {
+    saveEntries({});
+    scheduler::MainWindow window;
+    ASSERT_TRUE(window.start("/s", SW_SHOWNORMAL));
+    EnableWindow(window.handle(), FALSE);
+    SendMessageA(window.handle(), WM_COMMAND, IDM_SUSPEND, 0);
+    EXPECT_EQ(base::windowText(window.handle()), scheduler::titleFor(true));
+    SendMessageA(window.handle(), WM_COMMAND, IDM_DISPLAY, 0);
+    EXPECT_TRUE(IsWindowVisible(window.handle()));
+    EnableWindow(window.handle(), TRUE);
+}
+
+} // namespace
