@@ -69,7 +69,7 @@ bool MainWindow::start(const std::string& commandLine, int showCommand) {
     const bool hiddenStart = asksForHiddenStart(commandLine);
     engine_.setStartupFlag(hiddenStart);
     RegistryOutcomes::discardAll();
-    restoreState(showCommand);
+    applySavedState(showCommand);
     loadSchedule(schedule_, scheduleMagic);
     engine_.resetAll(clock_.now());
     icon_.add(handle());
@@ -100,7 +100,7 @@ bool MainWindow::createWindow() {
     return true;
 }
 
-void MainWindow::restoreState(int& showCommand) {
+void MainWindow::applySavedState(int& showCommand) {
     base::RegistryStore store = appRegistryKey(stateSection);
     loadPreferences(store, preferences_);
     framework::applyPlacement(handle(), preferences_.windowState, showCommand);

@@ -46,7 +46,7 @@ private:
     void changePreferences();
 
     bool createWindow();
-    void restoreState(int& showCommand);
+    void applySavedState(int& showCommand);
     void layOut();
 
     framework::WindowClass class_;

@@ -127,16 +127,16 @@ void ScheduleListView::onScheduleChanged() {
         ListView_SetItemCountEx(handle(), rows_.size(), LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL);
         hints_.onRowsMoved();
     }
-    repaint();
+    refresh();
 }
 
 void ScheduleListView::onTimePassed(base::TimeValue now) {
     // A clock that was set back is before the painting.
     if (now < paintedAt_ || now >= validUntil_)
-        repaint();
+        refresh();
 }
 
-void ScheduleListView::repaint() {
+void ScheduleListView::refresh() {
     if (!handle())
         return;
     // Until the list is painted, which is later while the window is hidden.

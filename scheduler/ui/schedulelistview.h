@@ -52,7 +52,7 @@ private:
     void onGetText(NMLVDISPINFOA& request) const;
     LRESULT onCustomDraw(const NMLVCUSTOMDRAW& draw);
     void onRowPainted(std::size_t row);
-    void repaint();
+    void refresh();
     void onColumnClick(int column);
     LRESULT onFindItem(const NMLVFINDITEMA& request) const;
 
