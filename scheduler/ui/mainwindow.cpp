@@ -144,9 +144,7 @@ Handled MainWindow::onMessage(const framework::Message& message) {
             return 0;
         return onCommand(LOWORD(message.wParam));
     case WM_INITMENUPOPUP:
-        // The platform knows the items of the window's own menu, but does not always mark it as such.
-        if (HIWORD(message.lParam) ||
-            reinterpret_cast<HMENU>(message.wParam) == GetSystemMenu(handle(), FALSE))
+        if (HIWORD(message.lParam)) // the window's own menu, whose items the platform knows
             return std::nullopt;
         updateMenu(reinterpret_cast<HMENU>(message.wParam),
                    menuContext(schedule_, list_.selectedEntries(), preferences_.suspended));
