@@ -1,5 +1,8 @@
 #include "benches/entries.h"
 
+#include "scheduler/model/schedulefile.h"
+
+#include <stdexcept>
 #include <string>
 
 namespace bench {
@@ -41,6 +44,11 @@ std::vector<ScheduledProject> manyEntries(std::size_t count) {
             entry.lastResult = std::to_string(shuffled) + " pages could not be found";
     }
     return entries;
+}
+
+void saveForBench(const scheduler::ScheduleList& list) {
+    if (!scheduler::saveSchedule(list))
+        throw std::runtime_error("cannot save " + scheduler::schedulePath());
 }
 
 } // namespace bench

@@ -15,4 +15,7 @@ base::TimeValue referenceTime();
 /// referenceTime() or for an hour after it.
 std::vector<scheduler::ScheduledProject> manyEntries(std::size_t count);
 
+/// Saves to the schedule file. Throws when that fails: nothing could be measured then.
+void saveForBench(const scheduler::ScheduleList& list);
+
 } // namespace bench

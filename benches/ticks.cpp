@@ -14,13 +14,11 @@ class NothingAround : public scheduler::RunLauncher,
                       public scheduler::UserMessages,
                       public scheduler::EngineListener {
 public:
-    std::string commandLineOf(const scheduler::ScheduledProject&) override { return {}; }
-    bool launch(std::unique_ptr<scheduler::RunRequest>) override { return false; }
+    bool launch(const scheduler::ScheduledProject&) override { return false; }
     scheduler::RunOutcome take(std::uint32_t) override { return {}; }
-    bool save(const scheduler::ScheduleList&) override { return false; }
+    void save(const scheduler::ScheduleList&) override {}
     void showError(const std::string&) override {}
     void showNotice(const std::string&) override {}
-    void onScheduleChanged() override {}
     void onSuspendedChanged(bool) override {}
 };
 

@@ -25,7 +25,7 @@ void benchStarting() {
         clearPreferences();
         scheduler::ScheduleList list;
         list.assign(manyEntries(count));
-        scheduler::saveSchedule(list);
+        saveForBench(list);
         const auto load = [] {
             scheduler::ScheduleList loaded;
             return secondsOf([&] { scheduler::loadSchedule(loaded, scheduler::scheduleMagic); });

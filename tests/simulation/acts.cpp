@@ -1,4 +1,3 @@
-#include "scheduler/model/additions.h"
 #include "scheduler/model/schedulecodec.h"
 #include "tests/simulation/simulation.h"
 
@@ -174,11 +173,11 @@ void Simulation::add() {
     if (dice_.oneIn(3)) { // as the editor offers it
         const std::string path = item.path;
         item = plain_.rules.fresh(now_);
-        record = scheduler::newEntryTemplate(engine_.program->entries, engineNow());
+        record = engine_.program->commands.newEntry();
         item.path = record.path = path;
         item.isProject = !path.starts_with("run:");
     }
-    scheduler::addEntry(engine_.program->entries, record, engine_.program->engine.state(), engine_.store);
+    engine_.program->commands.add(record, {});
     plain_.rules.add(item, now_);
     calmRings();
 }

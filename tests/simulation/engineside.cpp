@@ -3,6 +3,8 @@
 #include "scheduler/model/schedulecodec.h"
 #include "tests/simulation/plainside.h"
 
+#include <utility>
+
 namespace simulation {
 
 void EngineSide::start(const std::vector<std::byte>& file, bool bySystem) {
@@ -16,40 +18,33 @@ void EngineSide::start(const std::vector<std::byte>& file, bool bySystem) {
         engine.setSuspended(true);
     engine.recomputeAll(clock.now());
     engine.setStartupFlag(false);
+    program->redraws.emplace(program->entries, events);
 }
 
-void EngineSide::edit(std::size_t position, const scheduler::ScheduledProject& shown) {
+void EngineSide::second() {
+    const scheduler::ScheduleBatch batch(program->entries);
+    while (program->engine.onTimer(clock.now()).unfinished)
+        continue;
+}
+
+void EngineSide::edit(std::size_t position, scheduler::ScheduledProject shown) {
     scheduler::ScheduledProject& entry = program->entries[position];
-    entry.kind = shown.kind;
-    entry.time = shown.time;
-    entry.minutes = shown.minutes;
-    entry.afterIndex = shown.afterIndex;
-    entry.weekdays = shown.weekdays;
-    entry.dayOfMonth = shown.dayOfMonth;
     entry.retryLimit = shown.retryLimit;
     entry.retryIntervalMinutes = shown.retryIntervalMinutes;
-    entry.nextRun = computeNextRun(program->engine.state(), entry, clock.now());
-    onScheduleChanged();
-    store.save(program->entries);
+    shown.path = entry.path;
+    program->commands.edit(position, std::move(shown));
 }
 
-bool EngineSide::Store::save(const scheduler::ScheduleList& list) {
+void EngineSide::Store::save(const scheduler::ScheduleList& list) {
     side_.events.push_back("save");
     if (keepsSaves)
         saved = scheduler::encodeSchedule(list.entries());
-    return true;
 }
 
-std::string EngineSide::commandLineOf(const scheduler::ScheduledProject& entry) {
-    lastAsked_ = entry.path;
-    events.push_back(requestEvent(entry.path, entry.runNumber));
-    return entry.path;
-}
-
-bool EngineSide::launch(std::unique_ptr<scheduler::RunRequest> request) {
-    const int number = static_cast<int>(request->runNumber);
-    events.push_back(launchEvent(number));
-    return spiders.launch(request->commandLine, number, clock.now().seconds());
+bool EngineSide::launch(const scheduler::ScheduledProject& entry) {
+    lastLaunched_ = entry.path;
+    events.push_back(launchEvent(entry.path, entry.runNumber));
+    return spiders.launch(entry.path, entry.runNumber, clock.now().seconds());
 }
 
 scheduler::RunOutcome EngineSide::take(std::uint32_t runNumber) {
@@ -62,7 +57,7 @@ void EngineSide::onSuspendedChanged(bool suspended) {
 }
 
 void EngineSide::showNotice(const std::string&) {
-    events.push_back(messageEvent(lastAsked_));
+    events.push_back(messageEvent(lastLaunched_));
 }
 
 } // namespace simulation

@@ -7,9 +7,13 @@
 #include "tests/simulation/spiders.h"
 #include "tests/support/eventlog.h"
 #include "tests/support/fakeclock.h"
+#include "tests/support/redrawlog.h"
 
+#include <chrono>
 #include <cstddef>
+#include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -20,23 +24,31 @@ class EngineSide : scheduler::RunLauncher,
                    scheduler::EngineListener,
                    scheduler::UserMessages {
 public:
-    explicit EngineSide(std::uint64_t seed) : spiders(seed) {}
+    explicit EngineSide(std::uint64_t seed) : spiders(seed) {
+        // A tick then pauses after every second start.
+        clock.uptimeStep = std::chrono::milliseconds(15);
+    }
 
     /// What one start of the program makes anew.
     struct Program {
         explicit Program(EngineSide& side)
             : engine(entries, side.policy, {side.clock, side, side, side.store, side, side}),
-              commands(entries, engine, side.store, side.clock) {}
+              commands(entries, engine, side.store, side.clock, [](const std::string&) {}) {}
 
         scheduler::ScheduleList entries;
         scheduler::SchedulerEngine engine;
         scheduler::ScheduleCommands commands;
+        std::optional<test::RedrawLog> redraws; ///< of the window, from the end of the start on
     };
 
     /// Starts the program on the schedule that the file holds, as the main window does.
     void start(const std::vector<std::byte>& file, bool bySystem);
 
-    void edit(std::size_t position, const scheduler::ScheduledProject& shown);
+    /// A second of the timer. The slices of its tick follow one another at once and count as one change.
+    void second();
+
+    /// Takes over what the editor shows, and the retries, which it does not show.
+    void edit(std::size_t position, scheduler::ScheduledProject shown);
 
     test::FakeClock clock;
     scheduler::RunPolicy policy; ///< outlives the program, as the preferences in the registry do
@@ -47,7 +59,7 @@ public:
     class Store : public scheduler::ScheduleStore {
     public:
         explicit Store(EngineSide& side) : side_(side) {}
-        bool save(const scheduler::ScheduleList& list) override;
+        void save(const scheduler::ScheduleList& list) override;
 
         bool keepsSaves = false;
         std::vector<std::byte> saved;
@@ -58,15 +70,13 @@ public:
     Store store{*this};
 
 private:
-    std::string commandLineOf(const scheduler::ScheduledProject& entry) override;
-    bool launch(std::unique_ptr<scheduler::RunRequest> request) override;
+    bool launch(const scheduler::ScheduledProject& entry) override;
     scheduler::RunOutcome take(std::uint32_t runNumber) override;
-    void onScheduleChanged() override { events.push_back("redraw"); }
     void onSuspendedChanged(bool suspended) override;
     void showError(const std::string&) override {}
     void showNotice(const std::string&) override;
 
-    std::string lastAsked_;
+    std::string lastLaunched_;
 };
 
 } // namespace simulation

@@ -1,61 +1,17 @@
 // The rules of a schedule told once more, as plainly as they can be, to compare the engine with.
 //
-// Nothing of the program's own is used: fields, calendar and bookkeeping are this file's.
+// Nothing of the program's own is used: the bookkeeping is this file's.
 #pragma once
 
+#include "tests/simulation/plainitem.h"
+
 #include <algorithm>
-#include <array>
-#include <cstdint>
-#include <ctime>
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace plain {
-
-using Second = std::int64_t;
-
-constexpr Second never = 2147483647;
-
-inline std::tm fieldsOf(Second second) {
-    const auto time = static_cast<std::time_t>(second);
-    return *std::localtime(&time);
-}
-
-inline Second secondOf(int year, int month, int day, int hour) {
-    std::tm fields{};
-    fields.tm_year = year;
-    fields.tm_mon = month;
-    fields.tm_mday = day;
-    fields.tm_hour = hour;
-    fields.tm_isdst = -1;
-    return static_cast<Second>(std::mktime(&fields));
-}
-
-struct Item {
-    std::string path;
-    bool isProject = true;
-    int kind = 0;
-    Second time = 0;
-    int minutes = 0;
-    int after = 0;
-    std::array<bool, 7> days = {true, true, true, true, true, true, true}; // Monday first
-    int dayOfMonth = 1;
-    bool off = false;
-    unsigned retries = 0;
-    int retryMinutes = 15;
-
-    bool runs = false;
-    Second waitsSince = 0;
-    Second began = 0;
-    int number = 0;
-    Second next = 0;
-    unsigned retried = 0;
-    Second lastRun = 0;
-    std::string result;
-
-    friend bool operator==(const Item&, const Item&) = default;
-};
 
 struct Outcome {
     std::string text;
@@ -64,7 +20,7 @@ struct Outcome {
 
 /// What happens outside: the answers are the world's, the questions come in the order of events.
 struct World {
-    std::function<bool(const Item& item, Second now, bool dry)> start; ///< false: no thread for it
+    std::function<bool(const Item& item, Second now)> start; ///< false: no thread for it
     std::function<Outcome(int number)> outcome;
     std::function<void(const Item& item)> message; ///< the user is told of a system error
     std::function<void()> redraw;
@@ -83,42 +39,7 @@ public:
     unsigned patience = 20; // minutes
     bool atLogOn = false;
 
-    Second nextRunOf(const Item& item, Second now) const {
-        const std::tm today = fieldsOf(now);
-        const std::tm timeFields = item.time < 0 ? std::tm{} : fieldsOf(item.time);
-        const int clockTime = (timeFields.tm_hour * 60 + timeFields.tm_min) * 60 + timeFields.tm_sec;
-        switch (item.kind) {
-        case 1:
-            return atLogOn ? 0 : never;
-        case 2: {
-            const Second thisHour = secondOf(today.tm_year, today.tm_mon, today.tm_mday, today.tm_hour);
-            const int hoursOn = today.tm_min < item.minutes ? 0 : 1;
-            return thisHour + (hoursOn * 60 + item.minutes) * 60;
-        }
-        case 3: {
-            Second day = secondOf(today.tm_year, today.tm_mon, today.tm_mday, 0) + clockTime;
-            if (day < now)
-                day += 24 * 3600;
-            for (int tries = 0; tries < 7 && !item.days[static_cast<unsigned>(fieldsOf(day).tm_wday + 6) % 7];
-                 ++tries)
-                day += 24 * 3600;
-            return day;
-        }
-        case 4: {
-            const Second intoMonth =
-                Second{item.dayOfMonth < 1 ? 0 : item.dayOfMonth - 1} * 24 * 3600 + clockTime;
-            const Second inThis = secondOf(today.tm_year, today.tm_mon, 1, 0) + intoMonth;
-            if (inThis >= now)
-                return inThis;
-            return today.tm_mon == 11 ? secondOf(today.tm_year + 1, 0, 1, 0) + intoMonth
-                                      : secondOf(today.tm_year, today.tm_mon + 1, 1, 0) + intoMonth;
-        }
-        case 5:
-            return item.time > now ? item.time : never;
-        default:
-            return never;
-        }
-    }
+    Second nextRunOf(const Item& item, Second now) const { return plain::nextRunOf(item, now, atLogOn); }
 
     void startProgram(Second now, bool bySystem) {
         atLogOn = bySystem;
@@ -130,7 +51,7 @@ public:
             item.next = nextRunOf(item, now);
         }
         if (suspended)
-            suspend(true, now);
+            world.show(true);
         planAll(now);
         atLogOn = false;
     }
@@ -140,12 +61,18 @@ public:
             lookAtAll(now, false);
     }
 
-    void dryRun(Second now) {
-        lookAtAll(now, true);
-        world.redraw();
-    }
+    void dryRun(Second now) { lookAtAll(now, true); }
 
-    void byHand(int i, Second now) { start(i, now, true, false); }
+    void byHand(int i, Second now) {
+        begin(at(i), now);
+        if (world.start(at(i), now)) {
+            world.redraw();
+            return;
+        }
+        world.message(at(i));
+        end(i, now, systemError(), now);
+        showAndSave();
+    }
 
     bool processEnded(int number, Second now) {
         for (int i = 0; i < count(); ++i) {
@@ -158,6 +85,7 @@ public:
             else
                 outcome.error = static_cast<unsigned>(number);
             end(i, now, outcome, now);
+            showAndSave();
             return true;
         }
         return false;
@@ -175,7 +103,7 @@ public:
             at(i).off = !at(i).off;
             at(i).next = nextRunOf(at(i), now);
         }
-        world.save();
+        showAndSave();
     }
 
     /// What the editor shows for an entry that is to be added.
@@ -192,10 +120,11 @@ public:
     void add(Item item, Second now) {
         item.next = nextRunOf(item, now);
         items.push_back(item);
-        world.save();
+        showAndSave();
     }
 
     void drop(const std::vector<std::string>& files, Second now) {
+        bool any = false;
         for (const std::string& file : files) {
             const std::string end = file.substr(file.size() - 4);
             if (end != ".kra" && end != ".krb" && end != ".krc" && end != ".KRA" && end != ".KRB" &&
@@ -203,8 +132,13 @@ public:
                 continue;
             Item item;
             item.path = file;
-            add(item, now);
+            item.next = nextRunOf(item, now);
+            items.push_back(item);
+            world.save();
+            any = true;
         }
+        if (any)
+            world.redraw();
     }
 
     /// Takes over what the editor shows; what a run has left in the entry stays.
@@ -219,20 +153,24 @@ public:
         item.retries = shown.retries;
         item.retryMinutes = shown.retryMinutes;
         item.next = nextRunOf(item, now);
-        world.redraw();
-        world.save();
+        showAndSave();
     }
 
     void remove(std::vector<int> chosen) {
         std::sort(chosen.begin(), chosen.end());
         for (; !chosen.empty(); chosen.pop_back())
             removeOne(chosen.back());
-        world.save();
+        showAndSave();
     }
 
 private:
     int count() const { return static_cast<int>(items.size()); }
     Item& at(int i) { return items[static_cast<unsigned>(i)]; }
+
+    void showAndSave() {
+        world.redraw();
+        world.save();
+    }
 
     void planAll(Second now) {
         for (Item& item : items) {
@@ -269,15 +207,21 @@ private:
     }
 
     void lookAtAll(Second now, bool dry) {
+        bool changed = false;
         for (int i = 0; i < count(); ++i) {
             const Item& item = at(i);
             if (item.off || item.runs || item.next > now)
                 continue;
-            if (sideBySide || highestNumberInUse() == 0)
-                start(i, now, false, dry);
-            else
+            if (sideBySide || highestNumberInUse() == 0) {
+                start(i, now, dry);
+                changed = true;
+            } else {
+                changed |= item.waitsSince != 0;
                 wait(i, now);
+            }
         }
+        if (changed)
+            world.redraw();
     }
 
     void begin(Item& item, Second now) {
@@ -299,22 +243,19 @@ private:
         if (setBack ? !endless : now >= item.waitsSince + (Second{patience} + 1) * 60) {
             begin(item, now);
             end(i, now, {"Could not run on schedule; another project was already running.", 0}, now);
+            world.save();
         }
-        world.redraw();
     }
 
-    void start(int i, Second now, bool manual, bool dry) {
+    void start(int i, Second now, bool dry) {
         begin(at(i), now);
-        const bool started = world.start(at(i), now, dry);
-        if (dry)
+        if (dry || world.start(at(i), now))
             return;
-        if (!started) {
-            if (manual)
-                world.message(at(i));
-            end(i, now, {"A system error prevented the project from running.", 0}, now);
-        }
-        world.redraw();
+        end(i, now, systemError(), now);
+        world.save();
     }
+
+    static Outcome systemError() { return {"A system error prevented the project from running.", 0}; }
 
     void end(int i, Second ended, const Outcome& outcome, Second now) {
         Item& item = at(i);
@@ -333,8 +274,6 @@ private:
                     other.next = ended + other.minutes * 60;
             }
         }
-        world.redraw();
-        world.save();
     }
 };
 

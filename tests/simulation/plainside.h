@@ -10,11 +10,8 @@
 namespace simulation {
 
 // What both sides note, in the same words.
-inline std::string requestEvent(const std::string& path, int number) {
-    return "request " + path + " as " + std::to_string(number);
-}
-inline std::string launchEvent(int number) {
-    return "launch " + std::to_string(number);
+inline std::string launchEvent(const std::string& path, int number) {
+    return "launch " + path + " as " + std::to_string(number);
 }
 inline std::string messageEvent(const std::string& path) {
     return "message for " + path;
@@ -30,11 +27,8 @@ class PlainSide {
 public:
     explicit PlainSide(std::uint64_t seed)
         : spiders(seed),
-          rules({[this](const plain::Item& item, Second now, bool dry) {
-                     events.push_back(requestEvent(item.path, item.number));
-                     if (dry)
-                         return true;
-                     events.push_back(launchEvent(item.number));
+          rules({[this](const plain::Item& item, Second now) {
+                     events.push_back(launchEvent(item.path, item.number));
                      return spiders.launch(item.path, item.number, now);
                  },
                  [this](int number) { return spiders.take(number); },

@@ -51,7 +51,7 @@ void Simulation::step() {
         acts_.erase(acts_.begin());
         perform(act);
     }
-    engine_.program->engine.onTimer(engineNow());
+    engine_.second();
     plain_.rules.second(now_);
     deliverEnds();
 }

@@ -1,7 +1,6 @@
-// Notes what a view would show.
+// Notes what a view would show of the engine.
 #pragma once
 
-#include "scheduler/model/schedulelist.h"
 #include "scheduler/run/engine.h"
 #include "tests/support/eventlog.h"
 
@@ -16,23 +15,6 @@ public:
     }
 
 private:
-    EventLog& log_;
-};
-
-/// Notes each time that a view would redraw the schedule.
-class RedrawLog : public scheduler::ScheduleObserver {
-public:
-    RedrawLog(scheduler::ScheduleList& schedule, EventLog& log) : schedule_(schedule), log_(log) {
-        schedule_.addObserver(*this);
-    }
-    RedrawLog(const RedrawLog&) = delete;
-    RedrawLog& operator=(const RedrawLog&) = delete;
-    ~RedrawLog() override { schedule_.removeObserver(*this); }
-
-private:
-    void onScheduleChanged() override { log_.push_back("redraw"); }
-
-    scheduler::ScheduleList& schedule_;
     EventLog& log_;
 };
 

@@ -3,6 +3,8 @@
 #include "tests/support/fakeclock.h"
 #include "tests/support/fakeschedulestore.h"
 #include "tests/support/filledentry.h"
+#include "tests/support/loggingstore.h"
+#include "tests/support/redrawlog.h"
 
 #include <gmock/gmock.h>
 
@@ -29,9 +31,9 @@ protected:
         entry.time = time;
         return entry;
     }
-    bool add(const ScheduledProject& entry) { return addEntry(list, entry, state, store); }
-    bool addAll(const ScheduledProject& pattern, const std::vector<std::string>& names) {
-        return addEntries(list, pattern, names, state, store);
+    void add(const ScheduledProject& entry) { addEntry(list, entry, state, store); }
+    void addAll(const ScheduledProject& pattern, const std::vector<std::string>& names) {
+        addEntries(list, pattern, names, state, store);
     }
     std::vector<std::string> paths() const {
         std::vector<std::string> result;
@@ -84,7 +86,7 @@ TEST_F(AdditionsTest, AnAddedEntryHasItsNextRunComputedAndIsSaved) {
     list.append(test::filledEntry());
     ScheduledProject entry = once(inAnHour);
     entry.nextRun = TimeValue(7);
-    EXPECT_TRUE(add(entry));
+    add(entry);
 
     entry.nextRun = inAnHour;
     ASSERT_EQ(list.size(), 2u);
@@ -94,7 +96,7 @@ TEST_F(AdditionsTest, AnAddedEntryHasItsNextRunComputedAndIsSaved) {
 }
 
 TEST_F(AdditionsTest, TheNextRunIsComputedFromTheStatesClockAndFlag) {
-    EXPECT_TRUE(add(once(clock.now())));
+    add(once(clock.now()));
     EXPECT_EQ(list[0].nextRun, TimeValue::never());
 
     ScheduledProject atStartup;
@@ -106,39 +108,20 @@ TEST_F(AdditionsTest, TheNextRunIsComputedFromTheStatesClockAndFlag) {
     EXPECT_EQ(list[2].nextRun, TimeValue());
 }
 
-TEST_F(AdditionsTest, ObserversAreToldBeforeTheSave) {
-    struct Observer : scheduler::ScheduleObserver {
-        const test::FakeScheduleStore* store = nullptr;
-        std::vector<std::size_t> positions;
-        void onEntryInserted(std::size_t position, bool becameLast) override {
-            EXPECT_TRUE(becameLast);
-            EXPECT_TRUE(store->saved.empty());
-            positions.push_back(position);
-        }
-        void onEntriesLoaded(std::size_t) override { ADD_FAILURE(); }
-    } observer;
-    observer.store = &store;
-    list.append({});
-    list.addObserver(observer);
-    add(once(clock.now()));
-    EXPECT_THAT(observer.positions, ElementsAre(1u));
-}
-
-TEST_F(AdditionsTest, AFailedSaveIsToldAndTheEntryStays) {
-    store.savesSucceed = false;
-    EXPECT_FALSE(add(once(clock.now())));
-    EXPECT_EQ(list.size(), 1u);
-    EXPECT_EQ(store.saved.size(), 1u);
+TEST_F(AdditionsTest, TheObserversAreToldBeforeTheSave) {
+    test::EventLog log;
+    const test::RedrawLog redraws(list, log);
+    test::LoggingStore loggingStore(log);
+    addEntry(list, once(clock.now()), state, loggingStore);
+    EXPECT_THAT(log, ElementsAre("redraw", "save"));
 }
 
 TEST_F(AdditionsTest, WithoutMemoryNothingIsAddedOrSaved) {
     ScheduledProject entry;
-    bool added = true;
     {
         const test::RefusedAllocations refused;
-        added = addEntry(list, std::move(entry), state, store);
+        addEntry(list, std::move(entry), state, store);
     }
-    EXPECT_FALSE(added);
     EXPECT_TRUE(list.empty());
     EXPECT_TRUE(store.saved.empty());
 }
@@ -150,7 +133,7 @@ TEST_F(AdditionsTest, EachFileGetsACopyOfThePatternAndASaveOfItsOwn) {
     ScheduledProject pattern = test::filledEntry();
     pattern.kind = ScheduleKind::Once;
     pattern.time = inAnHour;
-    EXPECT_TRUE(addAll(pattern, {"C:\\Sites\\a.kra", "b.krb", "c.krc"}));
+    addAll(pattern, {"C:\\Sites\\a.kra", "b.krb", "c.krc"});
 
     EXPECT_THAT(paths(), ElementsAre("C:\\Sites\\a.kra", "C:\\Sites\\\\b.krb", "C:\\Sites\\\\c.krc"));
     for (const ScheduledProject& entry : list) {
@@ -179,7 +162,7 @@ TEST_F(AdditionsTest, LaterNamesAreJoinedToTheFirstOnesFolderByOneMoreBackslash)
 }
 
 TEST_F(AdditionsTest, NoNamesAddNothing) {
-    EXPECT_TRUE(addAll({}, {}));
+    addAll({}, {});
     EXPECT_TRUE(list.empty());
     EXPECT_TRUE(store.saved.empty());
 }
@@ -189,34 +172,24 @@ TEST_F(AdditionsTest, TheSameNameTwiceIsAddedTwice) {
     EXPECT_THAT(paths(), ElementsAre("C:\\a.kra", "C:\\\\C:\\a.kra"));
 }
 
-TEST_F(AdditionsTest, AFailureDoesNotKeepTheOthersOut) {
-    store.savesSucceed = false;
-    EXPECT_FALSE(addAll({}, {"C:\\a.kra", "b.kra"}));
-    EXPECT_EQ(list.size(), 2u);
-    EXPECT_EQ(store.saved.size(), 2u);
+TEST_F(AdditionsTest, SeveralFilesAreShownOnceWhenAllAreSaved) {
+    test::EventLog log;
+    const test::RedrawLog redraws(list, log);
+    test::LoggingStore loggingStore(log);
+    const std::vector<std::string> names = {"C:\\a.kra", "b.kra"};
+    addEntries(list, {}, names, state, loggingStore);
+    EXPECT_THAT(log, ElementsAre("save", "save", "redraw"));
 }
 
 TEST_F(AdditionsTest, AFileWithoutMemoryForItsCopyDoesNotKeepTheOthersOut) {
     constexpr std::size_t muchMemory = 10'000;
     const std::vector<std::string> names = {"C:\\a.kra", std::string(muchMemory, 'b'), "c.kra"};
-    bool added = true;
     {
         const test::RefusedAllocations refused(muchMemory);
-        added = addEntries(list, {}, names, state, store);
+        addEntries(list, {}, names, state, store);
     }
-    EXPECT_FALSE(added);
     EXPECT_THAT(paths(), ElementsAre("C:\\a.kra", "C:\\\\c.kra"));
     EXPECT_EQ(store.saved.size(), 2u);
-}
-
-TEST_F(AdditionsTest, AnEarlierFailureIsToldThoughTheLastOneWasSaved) {
-    struct StoreThatFailsOnce : scheduler::ScheduleStore {
-        unsigned saves = 0;
-        bool save(const ScheduleList&) override { return ++saves > 1; }
-    } failsOnce;
-    const std::vector<std::string> names = {"C:\\a.kra", "b.kra"};
-    EXPECT_FALSE(addEntries(list, {}, names, state, failsOnce));
-    EXPECT_EQ(failsOnce.saves, 2u);
 }
 
 } // namespace

@@ -171,6 +171,26 @@ TEST(Deletion, ARunningEntryIsDeletedToo) {
     EXPECT_TRUE(list.empty());
 }
 
+TEST(Deletion, IsShownOnceWhenTheReferencesAreRight) {
+    struct View : scheduler::ScheduleObserver {
+        const ScheduleList* list = nullptr;
+        std::vector<std::int32_t> shown;
+        void onScheduleChanged() override {
+            for (const ScheduledProject& entry : *list)
+                shown.push_back(entry.afterIndex);
+        }
+    } view;
+    ScheduleList list;
+    for (const Item& item : {Item{"A", 5, 0}, Item{"B", 5, 0}, Item{"C", 0, 1}, Item{"D", 0, 2}})
+        list.append(entryOf(item));
+    view.list = &list;
+    list.addObserver(view);
+    deleteEntries(list, {});
+    EXPECT_TRUE(view.shown.empty());
+    deleteEntries(list, {0, 2});
+    EXPECT_THAT(view.shown, ElementsAre(0, 0));
+}
+
 TEST(Deletion, RandomSchedulesAgainstThePlainRule) {
     constexpr unsigned seed = 20260104;
     std::mt19937 random(seed);

@@ -50,7 +50,7 @@ TEST_F(FullDiskTest, EvenTheSmallestScheduleIsNotSaved) {
         ASSERT_TRUE(DeleteFileA(schedulePath().c_str()));
     }
     ScheduleList none;
-    saveSchedule(none);
+    EXPECT_TRUE(saveSchedule(none));
 }
 
 TEST_F(FullDiskTest, ALargeOneIsLeftAsFarAsItHadRoom) {

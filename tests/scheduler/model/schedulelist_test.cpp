@@ -134,7 +134,6 @@ TEST(ScheduleList, AnInsertThatNeedsNoMemorySucceedsWithout) {
     struct Counter : scheduler::ScheduleObserver {
         int told = 0;
         void onEntryInserted(std::size_t, bool) override { ++told; }
-        void onEntriesLoaded(std::size_t) override {}
     } counter;
     list.addObserver(counter);
     std::ptrdiff_t result = 0;
@@ -217,6 +216,35 @@ TEST(ScheduleList, RemovingManyPassesOnceOverTheEntries) {
     ASSERT_EQ(list.size(), count / 2);
     for (std::size_t i = 0; i < list.size(); ++i)
         ASSERT_EQ(list[i].runNumber, static_cast<std::int32_t>(2 * i));
+}
+
+// Pending runs
+
+struct PendingRun {
+    std::int32_t nextRun;
+    std::uint8_t disabled;
+    std::uint8_t running;
+    bool pending;
+};
+
+TEST(ScheduleList, ARunIsPendingWhenAnEnabledEntryHasANextRun) {
+    const std::int32_t never = base::TimeValue::never().seconds();
+    EXPECT_FALSE(ScheduleList().hasPendingRun());
+    for (const PendingRun& row :
+         {PendingRun{never, 0, 0, false}, PendingRun{never, 0, 1, false}, PendingRun{1000, 1, 0, false},
+          PendingRun{0, 1, 0, false}, PendingRun{0, 0, 0, true}, PendingRun{1, 0, 0, true},
+          PendingRun{never - 1, 0, 0, true}, PendingRun{1000, 0, 1, true}}) {
+        ScheduledProject entry;
+        entry.nextRun = base::TimeValue(row.nextRun);
+        entry.disabled = row.disabled;
+        entry.running = row.running;
+        ScheduledProject idle;
+        idle.nextRun = base::TimeValue::never();
+        ScheduleList list;
+        list.assign({idle, entry, idle});
+        EXPECT_EQ(list.hasPendingRun(), row.pending)
+            << row.nextRun << ", disabled " << int{row.disabled} << ", running " << int{row.running};
+    }
 }
 
 } // namespace

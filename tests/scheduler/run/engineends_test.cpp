@@ -26,7 +26,7 @@ TEST_F(SchedulerEngineTest, ThreadThatCannotStartEndsTheRunWithoutAMessage) {
     entries[0].retriesDone = 1;
     addFollower("b.kra", 0, 2);
     tickAt(5);
-    EXPECT_THAT(log, ElementsAre("command line of a.kra", "launch 1", "redraw", "save", "redraw"));
+    EXPECT_THAT(log, ElementsAre("launch a.kra as run 1", "save", "redraw"));
     EXPECT_EQ(entries[0].running, 0);
     EXPECT_EQ(entries[0].lastRun, at(5));
     EXPECT_EQ(entries[0].lastResult, systemError);
@@ -35,16 +35,16 @@ TEST_F(SchedulerEngineTest, ThreadThatCannotStartEndsTheRunWithoutAMessage) {
     EXPECT_EQ(entries[1].nextRun, at(5 + 120)) << "the chain goes on";
 }
 
-TEST_F(SchedulerEngineTest, RequestThatCannotBeMadeEndsTheRunTheSameWayForWhateverReason) {
+TEST_F(SchedulerEngineTest, LaunchThatFailsForAnyReasonEndsTheRunTheSameWay) {
     addDue("a.kra");
     for (const std::exception_ptr& reason :
          {std::make_exception_ptr(std::bad_alloc()), std::make_exception_ptr(std::length_error("too long")),
           std::make_exception_ptr(std::runtime_error("too complex"))}) {
-        launcher.commandLineFailure = reason;
+        launcher.failure = reason;
         entries[0].nextRun = at(5);
         entries[0].lastResult.clear();
         tickAt(5);
-        EXPECT_THAT(log, ElementsAre("redraw", "save", "redraw"));
+        EXPECT_THAT(log, ElementsAre("launch a.kra as run 1", "save", "redraw"));
         EXPECT_EQ(entries[0].running, 0);
         EXPECT_EQ(entries[0].lastResult, systemError);
     }
@@ -52,7 +52,7 @@ TEST_F(SchedulerEngineTest, RequestThatCannotBeMadeEndsTheRunTheSameWayForWhatev
 
 TEST_F(SchedulerEngineTest, WithoutMemoryForTheReasonTheRunEndsNevertheless) {
     policy.waitTime = 1;
-    launcher.commandLineFailure = std::make_exception_ptr(std::bad_alloc());
+    launcher.failure = std::make_exception_ptr(std::bad_alloc());
     addDue("a.kra");
     addRunning("running", 1);
     log.reserve(10);
@@ -69,12 +69,12 @@ TEST_F(SchedulerEngineTest, WithoutMemoryForTheReasonTheRunEndsNevertheless) {
         EXPECT_EQ(entries[0].running, 0);
         EXPECT_EQ(entries[0].lastRun, at(1000));
         EXPECT_EQ(entries[0].nextRun, TimeValue::never());
-        EXPECT_THAT(log, ElementsAre("redraw", "save", "redraw"));
+        EXPECT_THAT(log, ElementsAre("save", "redraw"));
     }
 }
 
 TEST_F(SchedulerEngineTest, WithoutMemoryToTellOfItAManualRunEndsNevertheless) {
-    launcher.commandLineFailure = std::make_exception_ptr(std::bad_alloc());
+    launcher.failure = std::make_exception_ptr(std::bad_alloc());
     ON_CALL(messages, showNotice(_)).WillByDefault([](const std::string&) { throw std::bad_alloc(); });
     EXPECT_CALL(messages, showNotice(_));
     addIdle("a.kra");
@@ -89,12 +89,12 @@ TEST_F(SchedulerEngineTest, ManualFailureIsShownBeforeItIsRecorded) {
     clock.set(at(50));
     EXPECT_CALL(messages, showNotice(systemError)).WillOnce([this](const std::string&) {
         EXPECT_EQ(entries[0].running, 1);
-        EXPECT_THAT(log, ElementsAre("command line of a.kra", "launch 1"));
+        EXPECT_THAT(log, ElementsAre("launch a.kra as run 1"));
     });
     engine.runEntry(0, at(5), true);
     EXPECT_EQ(entries[0].lastResult, systemError);
     EXPECT_EQ(entries[0].lastRun, at(5));
-    EXPECT_THAT(log, ElementsAre("command line of a.kra", "launch 1", "redraw", "save", "redraw"));
+    EXPECT_THAT(log, ElementsAre("launch a.kra as run 1", "redraw", "save"));
 }
 
 TEST_F(SchedulerEngineTest, ManualFailureEndsWhenItWasStartedHoweverLongItsNoticeIsShown) {
@@ -109,21 +109,6 @@ TEST_F(SchedulerEngineTest, ManualFailureEndsWhenItWasStartedHoweverLongItsNotic
     EXPECT_EQ(entries[0].nextRun, computeNextRun(engine.state(), hourly, at(5)));
     EXPECT_LE(entries[0].nextRun, at(5 + 3600));
     EXPECT_EQ(entries[1].nextRun, at(5 + 600));
-}
-
-TEST_F(SchedulerEngineTest, RunThatFailedIsFoundAgainWhenEntriesMovedDuringTheNotice) {
-    launcher.threadsStart = false;
-    addIdle("a.kra");
-    addIdle("b.kra");
-    EXPECT_CALL(messages, showNotice(_)).WillOnce([this](const std::string&) { entries.remove(0); });
-    engine.runEntry(1, at(5), true);
-    EXPECT_EQ(entries[0].path, "b.kra");
-    EXPECT_EQ(entries[0].running, 0);
-    EXPECT_EQ(entries[0].lastResult, systemError);
-
-    EXPECT_CALL(messages, showNotice(_)).WillOnce([this](const std::string&) { entries.clear(); });
-    engine.runEntry(0, at(6), true);
-    EXPECT_TRUE(entries.empty());
 }
 
 // The end of a run

@@ -97,7 +97,7 @@ TEST_F(SchedulerEngineTest, RunsLeaveNoMemoryBehind) {
         entries[0].nextRun = at(second);
         tickAt(second);
         ASSERT_EQ(launcher.launched.size(), 1U);
-        const std::uint32_t number = launcher.launched[0].runNumber;
+        const auto number = static_cast<std::uint32_t>(launcher.launched[0].number);
         launcher.launched.clear();
         ASSERT_TRUE(finishAt(second, number, {result, 0}));
     };

@@ -6,7 +6,9 @@
 #include "tests/support/fakeenginelistener.h"
 #include "tests/support/fakeoutcomesource.h"
 #include "tests/support/fakerunlauncher.h"
+#include "tests/support/loggingstore.h"
 #include "tests/support/mockusermessages.h"
+#include "tests/support/redrawlog.h"
 
 #include <gmock/gmock.h>
 
@@ -32,18 +34,6 @@ constexpr base::TimeValue at(std::int32_t secondsFromStart) {
 /// The engine between fakes of all that it reaches, whose calls are noted in `log` in their order.
 class SchedulerEngineTest : public testing::Test {
 protected:
-    class RecordingStore : public ScheduleStore {
-    public:
-        explicit RecordingStore(test::EventLog& log) : log_(log) {}
-        bool save(const ScheduleList&) override {
-            log_.push_back("save");
-            return true;
-        }
-
-    private:
-        test::EventLog& log_;
-    };
-
     /// Follows nothing, so that nothing but a test makes it due.
     static ScheduledProject idleEntry(const std::string& path) {
         ScheduledProject entry;
@@ -56,6 +46,7 @@ protected:
 
     ScheduledProject& add(ScheduledProject entry) {
         entries.append(std::move(entry));
+        log.clear();
         return entries[entries.size() - 1];
     }
     void addIdle(const std::string& path) { add(idleEntry(path)); }
@@ -73,10 +64,10 @@ protected:
         return entry;
     }
 
-    void tickAt(std::int32_t secondsFromStart) {
+    TickResult tickAt(std::int32_t secondsFromStart) {
         clock.set(at(secondsFromStart));
         log.clear();
-        engine.onTimer(at(secondsFromStart));
+        return engine.onTimer(at(secondsFromStart));
     }
     bool finishAt(std::int32_t secondsFromStart, std::uint32_t runNumber, RunOutcome outcome = {}) {
         clock.set(at(secondsFromStart));
@@ -89,10 +80,11 @@ protected:
     test::FakeClock clock{at(0)};
     test::FakeRunLauncher launcher{log};
     test::FakeOutcomeSource outcomes{log};
-    RecordingStore store{log};
+    test::LoggingStore store{log};
     testing::StrictMock<test::MockUserMessages> messages;
     test::FakeEngineListener listener{log};
     ScheduleList entries;
+    test::RedrawLog redraws{entries, log};
     RunPolicy policy;
     SchedulerEngine engine{entries, policy, {clock, launcher, outcomes, store, messages, listener}};
 };

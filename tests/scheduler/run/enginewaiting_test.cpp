@@ -17,7 +17,7 @@ TEST_F(SchedulerEngineTest, TwoDueInTheSameSecondTheFirstStartsTheSecondWaits) {
     addDue("a.kra");
     addDue("b.kra");
     tickAt(5);
-    EXPECT_THAT(log, ElementsAre("command line of a.kra", "launch 1", "redraw"));
+    EXPECT_THAT(log, ElementsAre("launch a.kra as run 1", "redraw"));
     EXPECT_EQ(entries[0].running, 1);
     EXPECT_EQ(entries[1].running, 0);
     EXPECT_EQ(entries[1].waitingSince, at(5));
@@ -27,9 +27,9 @@ TEST_F(SchedulerEngineTest, TwoDueInTheSameSecondTheFirstStartsTheSecondWaits) {
 TEST_F(SchedulerEngineTest, WaitingEntryIsLookedAtOnEveryTick) {
     addRunning("a.kra", 1);
     addDue("b.kra");
-    tickAt(0);
+    EXPECT_EQ(tickAt(0), TickResult());
     EXPECT_THAT(log, IsEmpty()) << "beginning to wait draws nothing";
-    tickAt(1);
+    EXPECT_EQ(tickAt(1), (TickResult{.changed = true}));
     EXPECT_THAT(log, ElementsAre("redraw"));
     EXPECT_EQ(entries[1].waitingSince, at(0));
 }
@@ -73,8 +73,8 @@ TEST_F(SchedulerEngineTest, GivingUpIsARunThatBeganAndEndedNow) {
     addFollower("c.kra", 1, 10);
     policy.waitTime = 0;
     tickAt(0);
-    tickAt(77);
-    EXPECT_THAT(log, ElementsAre("redraw", "save", "redraw")) << "nothing is started, no outcome is read";
+    EXPECT_EQ(tickAt(77), (TickResult{.changed = true}));
+    EXPECT_THAT(log, ElementsAre("save", "redraw")) << "nothing is started, no outcome is read";
     EXPECT_EQ(entries[1].running, 0);
     EXPECT_EQ(entries[1].runNumber, 7);
     EXPECT_EQ(entries[1].runStart, at(77));
@@ -147,7 +147,7 @@ TEST_F(SchedulerEngineTest, WaitingEntryStartsWhenTheRunningOneHasEnded) {
     EXPECT_TRUE(finishAt(2, 1));
     EXPECT_EQ(entries[1].running, 0) << "the next tick starts it";
     tickAt(3);
-    EXPECT_THAT(log, ElementsAre("command line of b.kra", "launch 1", "redraw"));
+    EXPECT_THAT(log, ElementsAre("launch b.kra as run 1", "redraw"));
     EXPECT_EQ(entries[1].waitingSince, at(0)) << "kept until the run's end";
     EXPECT_TRUE(finishAt(9, 1));
     EXPECT_EQ(entries[1].waitingSince, TimeValue());

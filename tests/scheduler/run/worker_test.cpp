@@ -3,6 +3,7 @@
 #include "scheduler/model/scheduledproject.h"
 #include "scheduler/run/outcomes.h"
 #include "scheduler/run/worker.h"
+#include "tests/scheduler/run/messagewindow.h"
 #include "tests/support/allocations.h"
 #include "tests/support/handlecount.h"
 #include "tests/support/importedfunctions.h"
@@ -17,6 +18,7 @@
 
 #include <atomic>
 #include <map>
+#include <new>
 #include <sstream>
 #include <tlhelp32.h>
 #include <vector>
@@ -27,47 +29,12 @@ namespace {
 using test::builtProgram;
 using test::fileContent;
 using test::handleCount;
+using test::MessageWindow;
 using test::patience;
 using test::registerSpider;
 using test::SpiderFolder;
 using testing::HasSubstr;
 using testing::Not;
-
-class MessageWindow {
-public:
-    MessageWindow()
-        : window_(CreateWindowA("STATIC", "", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr)) {}
-    ~MessageWindow() { DestroyWindow(window_); }
-    MessageWindow(const MessageWindow&) = delete;
-    MessageWindow& operator=(const MessageWindow&) = delete;
-
-    HWND handle() const { return window_; }
-
-    /// Waits for so many ends of runs: how often each number came.
-    std::map<WPARAM, int> waitForEnds(std::size_t count) const {
-        std::map<WPARAM, int> ends;
-        const ULONGLONG last = GetTickCount64() + patience;
-        for (std::size_t seen = 0; seen < count && GetTickCount64() < last;) {
-            MSG message{};
-            if (!PeekMessageA(&message, window_, WM_RUN_FINISHED, WM_RUN_FINISHED, PM_REMOVE)) {
-                MsgWaitForMultipleObjects(0, nullptr, FALSE, 1000, QS_ALLPOSTMESSAGE);
-                continue;
-            }
-            EXPECT_EQ(message.lParam, 0);
-            ++ends[message.wParam];
-            ++seen;
-        }
-        return ends;
-    }
-
-    bool hasMore() const {
-        MSG message{};
-        return PeekMessageA(&message, window_, WM_RUN_FINISHED, WM_RUN_FINISHED, PM_NOREMOVE) != FALSE;
-    }
-
-private:
-    HWND window_;
-};
 
 using Ends = std::map<WPARAM, int>;
 
@@ -98,14 +65,14 @@ protected:
 
     WorkerTest() { launcher.reportTo(window.handle()); }
 
-    bool launch(const std::string& commandLine, std::uint32_t runNumber) {
-        return launcher.launch(std::make_unique<RunRequest>(RunRequest{commandLine, runNumber}));
-    }
     bool launchProject(const std::string& path, std::int32_t runNumber) {
         ScheduledProject entry;
         entry.path = path;
         entry.runNumber = runNumber;
-        return launch(launcher.commandLineOf(entry), static_cast<std::uint32_t>(runNumber));
+        return launcher.launch(entry);
+    }
+    bool launchCommand(const std::string& commandLine, std::int32_t runNumber) {
+        return launchProject("run:" + commandLine, runNumber);
     }
 
     MessageWindow window;
@@ -139,7 +106,7 @@ TEST_F(WorkerTest, ProcessIsStartedMinimisedInItsProgramsFolder) {
     const std::string program = builtProgram("lib\\base\\startedprocess.exe");
     const std::string report = folder.path() + "report.txt";
     const std::string commandLine = '"' + program + "\" report \"" + report + '"';
-    ASSERT_TRUE(launch(commandLine, 1));
+    ASSERT_TRUE(launchCommand(commandLine, 1));
     window.waitForEnds(1);
     std::istringstream lines(fileContent(report));
     std::string processId, flags, show, directory, seenCommandLine;
@@ -179,36 +146,41 @@ TEST_F(WorkerTest, RunsLeaveNoMemoryBehind) {
 }
 
 TEST_F(WorkerTest, StartThatFailsIsAnEndAtOnce) {
-    ASSERT_TRUE(launch("\"C:\\no such folder\\program.exe\" /s1", 1));
-    ASSERT_TRUE(launch("", 2));
-    ASSERT_TRUE(launch("\"\" /s3 /r /e \"C:\\news.kra\"", 3));
+    ASSERT_TRUE(launchCommand("\"C:\\no such folder\\program.exe\" /s1", 1));
+    ASSERT_TRUE(launchCommand("", 2));
+    ASSERT_TRUE(launchProject("C:\\a type without a program.kra0", 3));
     EXPECT_EQ(window.waitForEnds(3), (Ends{{1, 1}, {2, 1}, {3, 1}}));
     const RunOutcome outcome = RegistryOutcomes().take(1);
     EXPECT_EQ(outcome.resultText, "");
     EXPECT_EQ(outcome.errorCode, 0u);
 }
 
-TEST_F(WorkerTest, WithoutMemoryNothingIsLaunchedAndTheRequestIsFreed) {
-    auto request = std::make_unique<RunRequest>(RunRequest{"\"C:\\Spider\\spider.exe\" /s1", 1});
-    const std::size_t freedBefore = test::deallocationCount;
-    bool launched = true;
+// Long enough that its text takes memory of its own.
+ScheduledProject longCommand() {
+    ScheduledProject entry;
+    entry.path = "run:\"C:\\Spider\\spider.exe\" /s1";
+    entry.runNumber = 1;
+    return entry;
+}
+
+TEST_F(WorkerTest, WithoutMemoryNothingIsLaunched) {
+    const ScheduledProject entry = longCommand();
     {
         const test::RefusedAllocations refused;
-        launched = launcher.launch(std::move(request));
+        EXPECT_THROW(static_cast<void>(launcher.launch(entry)), std::bad_alloc);
     }
-    EXPECT_FALSE(launched);
-    EXPECT_GE(test::deallocationCount - freedBefore, 2u) << "the request and its text";
     EXPECT_FALSE(window.hasMore());
 }
 
 TEST_F(WorkerTest, WithoutAThreadNothingIsLaunchedAndTheRequestIsFreed) {
     // Often, so that the end of an earlier test's thread does not matter.
     constexpr std::size_t launches = 100;
+    const ScheduledProject entry = longCommand();
     threadsAreRefused = true;
     const std::size_t allocatedBefore = test::allocationCount;
     const std::size_t freedBefore = test::deallocationCount;
     for (std::size_t i = 0; i < launches; ++i)
-        EXPECT_FALSE(launch("\"C:\\Spider\\spider.exe\" /s1", 1));
+        EXPECT_FALSE(launcher.launch(entry));
     const std::size_t allocated = test::allocationCount - allocatedBefore;
     const std::size_t freed = test::deallocationCount - freedBefore;
     threadsAreRefused = false;
@@ -268,7 +240,7 @@ TEST_F(WorkerTest, WindowThatIsGoneDoesNoHarm) {
 
 TEST_F(WorkerTest, EndOfARunIsPostedOnceTheQueueTakesIt) {
     postsRefused = 3;
-    ASSERT_TRUE(launch("", 5));
+    ASSERT_TRUE(launchCommand("", 5));
     EXPECT_EQ(window.waitForEnds(1), (Ends{{5, 1}}));
     EXPECT_EQ(postsRefused, 0);
     EXPECT_FALSE(window.hasMore());
