@@ -5,6 +5,7 @@
 #include "tests/support/fakeoutcomesource.h"
 #include "tests/support/fakerunlauncher.h"
 #include "tests/support/mockusermessages.h"
+#include "tests/support/redrawlog.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
