@@ -30,11 +30,6 @@ TimeValue startOfDay(const LocalTime& local) {
     return fromLocalDate(local.year, local.month, local.day);
 }
 
-HourInProgress hourInProgress(TimeValue t) {
-    const LocalTime local = t.local();
-    return {startOfHour(local), local.minute};
-}
-
 TimeValue startOfMonth(const LocalTime& local) {
     return fromLocalDate(local.year, local.month, 1);
 }
@@ -44,102 +39,103 @@ TimeValue startOfNextMonth(const LocalTime& local) {
     return fromLocalDate(december ? local.year + 1 : local.year, december ? 1 : local.month + 1, 1);
 }
 
-/// The moment of one look at one entry: each rule asks the clock and the calendar for what it needs only.
-class SingleLook {
-public:
-    SingleLook(const EngineState& state, TimeValue now) : state_(state), now_(now) {}
-
-    bool startupFlag() const { return state_.startupFlag; }
-    TimeValue now() const { return now_; }
-    HourInProgress hour() const { return hourInProgress(now_); }
-    TimeValue today() const { return localMidnight(state_.clock->now()); }
-    TimeValue thisMonth() const { return monthStart(*state_.clock); }
-    TimeValue nextMonth() const { return nextMonthStart(*state_.clock); }
-
-private:
-    const EngineState& state_;
-    TimeValue now_;
-};
-
-// The rules, for a Moment that is a SingleLook or a NextRunSweep&. Those that need the calendar stay
-// functions of their own: taken into nextRun, their stack frame would cost more than all that the other kinds
-// do.
-template<class Moment>
-[[gnu::noinline]] TimeValue nextHourlyRun(Moment moment, const ScheduledProject& entry) {
-    const HourInProgress hour = moment.hour();
-    const TimeValue candidate = hour.start + TimeSpan::fromMinutes(entry.minutes);
-    // At the very minute the hour's occasion is over: it was due when the minute began.
-    return hour.minute >= entry.minutes ? candidate + oneHour : candidate;
+/// Whether the date of `midnight` plus n days is the local date of `midnight` plus the time of day and n
+/// times 86400 seconds, for n of 0 to 8. Summer time is at most two hours from standard time: a change
+/// between the two moves only times within two hours of midnight to another date.
+bool datesCanBeCounted(TimeValue midnight, TimeSpan sinceMidnight) {
+    constexpr TimeSpan twoHours = TimeSpan::fromMinutes(120);
+    // The midnight is 0 where it cannot be represented, and steps beyond the range wrap around.
+    return TimeValue() < midnight && midnight < midnight + TimeSpan::fromDays(9) &&
+           twoHours <= sinceMidnight && sinceMidnight + twoHours < oneDay;
 }
 
-/// Whether the flag of the candidate's local weekday is set. The flags begin with Monday.
-bool runsOnWeekdayOf(const ScheduledProject& entry, TimeValue candidate) {
-    const auto sundayFirst = static_cast<std::size_t>(candidate.dayOfWeek());
-    return entry.weekdays[(sundayFirst + 6) % 7] != 0;
+/// For the kinds that need the calendar. Not inlined: its stack frame would cost the other kinds more than
+/// their rules do.
+[[gnu::noinline]] TimeValue nextRunByCalendar(const EngineState& state, const ScheduledProject& entry,
+                                              TimeValue now) {
+    return NextRuns(state, now).of(entry);
 }
 
-template<class Moment>
-[[gnu::noinline]] TimeValue nextDailyRun(Moment moment, const ScheduledProject& entry) {
-    TimeValue candidate = moment.today() + timeOfDay(entry.time);
-    // One day is added at most: in the night of the autumn change, whose day has 25 hours, the result can
-    // still be earlier than now, and the entry is due again until midnight. A candidate that equals now
-    // stays: it is due.
-    if (candidate < moment.now())
-        candidate = candidate + oneDay;
-    // Without any flag the last candidate stands, a week on.
-    for (int added = 0; added < 7 && !runsOnWeekdayOf(entry, candidate); ++added)
-        candidate = candidate + oneDay;
-    return candidate;
-}
+} // namespace
 
-template<class Moment>
-[[gnu::noinline]] TimeValue nextMonthlyRun(Moment moment, const ScheduledProject& entry) {
-    // The day is not clamped to the month's length: day 31 of a month of 30 days is the 1st of the next one.
-    // Day 0 and less is day 1.
-    const TimeSpan offset = TimeSpan::fromDays(std::max(entry.dayOfMonth, 1) - 1) + timeOfDay(entry.time);
-    const TimeValue candidate = moment.thisMonth() + offset;
-    return candidate >= moment.now() ? candidate : moment.nextMonth() + offset;
-}
-
-template<class Moment>
-TimeValue nextRun(Moment moment, const ScheduledProject& entry) {
+TimeValue computeNextRun(const EngineState& state, const ScheduledProject& entry, TimeValue now) {
     switch (entry.kind) {
     case ScheduleKind::AfterProject:
         return TimeValue::never();
     case ScheduleKind::AtStartup:
         // The delay in minutes is shown to the user, but not waited for: these entries start at the first
         // tick.
-        return moment.startupFlag() ? TimeValue() : TimeValue::never();
+        return state.startupFlag ? TimeValue() : TimeValue::never();
     case ScheduleKind::Hourly:
-        return nextHourlyRun<Moment>(moment, entry);
     case ScheduleKind::Daily:
-        return nextDailyRun<Moment>(moment, entry);
     case ScheduleKind::Monthly:
-        return nextMonthlyRun<Moment>(moment, entry);
+        return nextRunByCalendar(state, entry, now);
     case ScheduleKind::Once:
         // Unlike a daily or a monthly occasion, one that equals now has passed.
-        return moment.now() < entry.time ? entry.time : TimeValue::never();
+        return now < entry.time ? entry.time : TimeValue::never();
     }
     return TimeValue::never();
 }
 
-} // namespace
-
-TimeValue computeNextRun(const EngineState& state, const ScheduledProject& entry, TimeValue now) {
-    return nextRun(SingleLook(state, now), entry);
+TimeValue NextRuns::of(const ScheduledProject& entry) {
+    switch (entry.kind) {
+    case ScheduleKind::Hourly:
+        return hourly(entry);
+    case ScheduleKind::Daily:
+        return daily(entry);
+    case ScheduleKind::Monthly:
+        return monthly(entry);
+    default:
+        return computeNextRun(state_, entry, now_);
+    }
 }
 
-NextRunSweep::NextRunSweep(const EngineState& state, TimeValue now)
-    : startupFlag_(state.startupFlag), now_(now), hour_(hourInProgress(now)) {
-    // One look at the clock, so that all entries are looked at on the same day.
-    const LocalTime local = state.clock->now().local();
-    today_ = startOfDay(local);
-    thisMonth_ = startOfMonth(local);
-    nextMonth_ = startOfNextMonth(local);
+TimeValue NextRuns::hourly(const ScheduledProject& entry) {
+    if (!hour_) {
+        const LocalTime local = now_.local();
+        hour_ = Hour{startOfHour(local), local.minute};
+    }
+    const TimeValue candidate = hour_->start + TimeSpan::fromMinutes(entry.minutes);
+    // At the very minute the hour's occasion is over: it was due when the minute began.
+    return hour_->minute >= entry.minutes ? candidate + oneHour : candidate;
 }
 
-TimeValue NextRunSweep::nextRunOf(const ScheduledProject& entry) const {
-    return nextRun<const NextRunSweep&>(*this, entry);
+TimeValue NextRuns::daily(const ScheduledProject& entry) {
+    const TimeSpan sinceMidnight = timeOfDay(entry.time);
+    const TimeValue today = asked(today_, startOfDay);
+    const TimeValue candidate = today + sinceMidnight;
+    const bool counted = datesCanBeCounted(today, sinceMidnight);
+    // The flags begin with Monday, the calendar's days with Sunday.
+    const auto runsAfter = [&](int days) {
+        const int weekday =
+            counted ? date().dayOfWeek + days : (candidate + TimeSpan::fromDays(days)).dayOfWeek();
+        return entry.weekdays[static_cast<std::size_t>(weekday + 6) % 7] != 0;
+    };
+    // A candidate that equals now stays: it is due. One day is added at most: in the night of the autumn
+    // change, whose day has 25 hours, the result can still be earlier than now, and the entry is due again
+    // until midnight.
+    const int first = candidate < now_ ? 1 : 0;
+    int days = first;
+    // Without any flag the last candidate stands, a week on.
+    while (days < first + 7 && !runsAfter(days))
+        ++days;
+    return candidate + TimeSpan::fromDays(days);
+}
+
+TimeValue NextRuns::monthly(const ScheduledProject& entry) {
+    // The day is not clamped to the month's length: day 31 of a month of 30 days is the 1st of the next one.
+    // Day 0 and less is day 1.
+    const TimeSpan offset = TimeSpan::fromDays(std::max(entry.dayOfMonth, 1) - 1) + timeOfDay(entry.time);
+    const TimeValue candidate = asked(thisMonth_, startOfMonth) + offset;
+    return candidate >= now_ ? candidate : asked(nextMonth_, startOfNextMonth) + offset;
+}
+
+const LocalTime& NextRuns::date() {
+    return date_ ? *date_ : date_.emplace(state_.clock->now().local());
+}
+
+TimeValue NextRuns::asked(std::optional<TimeValue>& start, TimeValue (*startOf)(const LocalTime&)) {
+    return start ? *start : start.emplace(startOf(date()));
 }
 
 TimeSpan timeOfDay(TimeValue t) {

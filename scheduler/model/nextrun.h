@@ -4,6 +4,8 @@
 #include "lib/base/dates.h"
 #include "scheduler/model/scheduledproject.h"
 
+#include <optional>
+
 namespace scheduler {
 
 /// What next runs and descriptions need to know of the engine, which makes it anew whenever it is asked.
@@ -14,12 +16,6 @@ struct EngineState {
     const base::Clock* clock = &base::systemClock();
 };
 
-/// A local hour and how much of it has passed.
-struct HourInProgress {
-    base::TimeValue start;
-    int minute = 0;
-};
-
 /// The entry's next occasion as seen at `now`: TimeValue() is at once, TimeValue::never() is not at all. An
 /// entry that follows another gets never: the engine sets its time when that one has finished. The daily and
 /// the monthly rule also read the state's clock.
@@ -28,30 +24,38 @@ struct HourInProgress {
 /// a daily or monthly occasion lies an hour off its time of day. That is how the schedule is meant to work.
 base::TimeValue computeNextRun(const EngineState& state, const ScheduledProject& entry, base::TimeValue now);
 
-/// Next runs of many entries as seen at one moment. The clock and the calendar, which take longer than the
-/// rest of a rule, are asked for the moment once, when this is made, instead of for each entry.
-class NextRunSweep {
+/// Next runs as seen at one moment. The clock and the calendar take longer than the rest of a rule: each is
+/// asked when an entry first needs the answer, and the answer is kept for the entries that follow.
+class NextRuns {
 public:
-    NextRunSweep(const EngineState& state, base::TimeValue now);
+    NextRuns(const EngineState& state, base::TimeValue now) : state_(state), now_(now) {}
 
     /// What computeNextRun gives for the entry.
-    base::TimeValue nextRunOf(const ScheduledProject& entry) const;
-
-    // What the rules ask of the moment: its hour, and the clock's day and months.
-    bool startupFlag() const { return startupFlag_; }
-    base::TimeValue now() const { return now_; }
-    HourInProgress hour() const { return hour_; }
-    base::TimeValue today() const { return today_; }
-    base::TimeValue thisMonth() const { return thisMonth_; }
-    base::TimeValue nextMonth() const { return nextMonth_; }
+    base::TimeValue of(const ScheduledProject& entry);
 
 private:
-    bool startupFlag_;
+    base::TimeValue hourly(const ScheduledProject& entry);
+    base::TimeValue daily(const ScheduledProject& entry);
+    base::TimeValue monthly(const ScheduledProject& entry);
+
+    /// The local date and time of the clock, which need not be those of now_.
+    const base::LocalTime& date();
+    /// `start`, after it was filled with what `startOf` gives for the clock's date.
+    base::TimeValue asked(std::optional<base::TimeValue>& start,
+                          base::TimeValue (*startOf)(const base::LocalTime&));
+
+    struct Hour {
+        base::TimeValue start;
+        int minute; ///< how many of its minutes have passed
+    };
+
+    EngineState state_;
     base::TimeValue now_;
-    HourInProgress hour_;
-    base::TimeValue today_;
-    base::TimeValue thisMonth_;
-    base::TimeValue nextMonth_;
+    std::optional<Hour> hour_; ///< that of now_
+    std::optional<base::LocalTime> date_;
+    std::optional<base::TimeValue> today_;
+    std::optional<base::TimeValue> thisMonth_;
+    std::optional<base::TimeValue> nextMonth_;
 };
 
 /// Seconds since local midnight; 0 when `t` is negative.

@@ -49,10 +49,10 @@ EngineState SchedulerEngine::state() const {
 }
 
 void SchedulerEngine::resetAll(base::TimeValue now) {
-    const NextRunSweep sweep(state(), now);
+    NextRuns nextRuns(state(), now);
     for (ScheduledProject& entry : entries_) {
         resetRunState(entry);
-        entry.nextRun = sweep.nextRunOf(entry);
+        entry.nextRun = nextRuns.of(entry);
     }
     entries_.noteChange();
 }
@@ -245,10 +245,10 @@ void SchedulerEngine::wakeFollowers(std::size_t position, base::TimeValue finish
 }
 
 void SchedulerEngine::recomputeAll(base::TimeValue now) {
-    const NextRunSweep sweep(state(), now);
+    NextRuns nextRuns(state(), now);
     for (ScheduledProject& entry : entries_) {
         if (!entry.running)
-            entry.nextRun = sweep.nextRunOf(entry);
+            entry.nextRun = nextRuns.of(entry);
     }
     entries_.noteChange();
 }

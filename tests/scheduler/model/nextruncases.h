@@ -108,8 +108,8 @@ inline base::TimeValue nextRun(const scheduler::ScheduledProject& entry, base::T
 inline base::TimeValue nextRunInSweep(const scheduler::ScheduledProject& entry, base::TimeValue now,
                                       base::TimeValue clockNow, bool startup = false) {
     const FakeClock clock(clockNow);
-    const scheduler::NextRunSweep sweep({.startupFlag = startup, .suspended = false, .clock = &clock}, now);
-    return sweep.nextRunOf(entry);
+    scheduler::NextRuns nextRuns({.startupFlag = startup, .suspended = false, .clock = &clock}, now);
+    return nextRuns.of(entry);
 }
 
 inline std::string text(base::TimeValue t) {
