@@ -15,7 +15,8 @@ void benchCellTexts() {
     constexpr std::size_t cells = 100000;
     scheduler::ScheduleList list;
     list.assign(manyEntries(entryCount));
-    const scheduler::ScheduleRows rows(list, [] { return scheduler::EngineState(); });
+    const scheduler::ScheduleRows rows(
+        list, [] { return scheduler::EngineState(); }, base::systemClock());
     for (std::size_t i = 0; i < scheduler::columnCount; ++i) {
         const auto column = static_cast<ScheduleColumn>(i);
         const auto subject = [&] {

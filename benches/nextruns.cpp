@@ -68,7 +68,7 @@ void benchRule(const char* what, const char* limitName, const ScheduledProject& 
         return secondsOf([&] {
             TimeValue now = referenceTime();
             for (std::size_t i = 0; i < calls; ++i, now = now + TimeSpan::fromSeconds(1))
-                keep(scheduler::computeNextRun(state, entry, now));
+                keep(scheduler::computeNextRun(state, entry, now, base::systemClock()));
         });
     };
     const auto limit = [&] {

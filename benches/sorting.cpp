@@ -29,10 +29,11 @@ void benchSorting() {
     const auto state = [] { return scheduler::EngineState(); };
     for (std::size_t i = 0; i < scheduler::columnCount; ++i) {
         const auto column = static_cast<ScheduleColumn>(i);
-        const std::vector<std::string> texts = textsOf(scheduler::ScheduleRows(list, state), column);
+        const std::vector<std::string> texts =
+            textsOf(scheduler::ScheduleRows(list, state, base::systemClock()), column);
         // Each time in the schedule's order, sorted for the first time.
         const auto subject = [&] {
-            scheduler::ScheduleRows rows(list, state);
+            scheduler::ScheduleRows rows(list, state, base::systemClock());
             return secondsOf([&] { rows.sortBy(column); });
         };
         const auto limit = [&] {
@@ -40,7 +41,7 @@ void benchSorting() {
             return secondsOf([&] { std::sort(ready.begin(), ready.end()); });
         };
         const auto allowance = [&] {
-            const scheduler::ScheduleRows rows(list, state);
+            const scheduler::ScheduleRows rows(list, state, base::systemClock());
             return secondsOf([&] { keep(textsOf(rows, column)); });
         };
         compare({std::string("sort by ") + scheduler::columnHeaders[i], count, "rows",

@@ -20,14 +20,15 @@ ScheduledProject newEntryTemplate(const ScheduleList& list, base::TimeValue now)
     return record;
 }
 
-void addEntry(ScheduleList& list, ScheduledProject record, const EngineState& state, ScheduleStore& store) {
-    record.nextRun = computeNextRun(state, record, state.clock->now());
+void addEntry(ScheduleList& list, ScheduledProject record, const EngineState& state, const base::Clock& clock,
+              ScheduleStore& store) {
+    record.nextRun = computeNextRun(state, record, clock.now(), clock);
     if (list.append(std::move(record)) != ScheduleList::noMemory)
         store.save(list);
 }
 
 void addEntries(ScheduleList& list, const ScheduledProject& pattern, std::span<const std::string> names,
-                const EngineState& state, ScheduleStore& store) {
+                const EngineState& state, const base::Clock& clock, ScheduleStore& store) {
     const ScheduleBatch batch(list);
     for (const std::string& name : names) {
         try {
@@ -35,7 +36,7 @@ void addEntries(ScheduleList& list, const ScheduledProject& pattern, std::span<c
             // The folder ends in its separator already: the second backslash is harmless to the file system,
             // and schedules hold such paths.
             record.path = &name == names.data() ? name : base::directoryOf(names.front()) + "\\" + name;
-            addEntry(list, std::move(record), state, store);
+            addEntry(list, std::move(record), state, clock, store);
         } catch (const std::bad_alloc&) {
             continue; // without this one
         }

@@ -14,15 +14,16 @@ namespace scheduler {
 /// is the first. Its time is the whole minute that `now` plus 60 seconds lies in.
 ScheduledProject newEntryTemplate(const ScheduleList& list, base::TimeValue now);
 
-/// Computes the record's next run from the state's clock, appends it and saves the schedule. Without memory
+/// Computes the record's next run as of the clock's time, appends it and saves the schedule. Without memory
 /// for it nothing is added or saved.
-void addEntry(ScheduleList& list, ScheduledProject record, const EngineState& state, ScheduleStore& store);
+void addEntry(ScheduleList& list, ScheduledProject record, const EngineState& state, const base::Clock& clock,
+              ScheduleStore& store);
 
 /// Adds one copy of `pattern` for each of the chosen files, one save per entry. The first name is a full
 /// path; each later one is a name within the first one's folder and is joined to it by one more backslash
 /// than the folder already ends in, which the file system accepts. A file that there is no memory for is left
 /// out.
 void addEntries(ScheduleList& list, const ScheduledProject& pattern, std::span<const std::string> names,
-                const EngineState& state, ScheduleStore& store);
+                const EngineState& state, const base::Clock& clock, ScheduleStore& store);
 
 } // namespace scheduler

@@ -134,14 +134,14 @@ std::string describeRun(const ScheduledProject& entry) {
 }
 
 std::string describeNextRun(const ScheduledProject& entry, const ScheduleList& schedule,
-                            const EngineState& state) {
+                            const EngineState& state, const base::Clock& clock) {
     if (entry.running)
         return "Running";
     if (entry.disabled)
         return "(disabled)";
     if (state.suspended)
         return "(suspended)";
-    const base::TimeValue now = state.clock->now();
+    const base::TimeValue now = clock.now();
     if (now >= entry.nextRun)
         return "Now";
     switch (entry.kind) {

@@ -20,9 +20,9 @@ std::string describeSchedule(const ScheduledProject& entry, const ScheduleList& 
 /// done".
 std::string describeRun(const ScheduledProject& entry);
 
-/// The entry's next run as seen at the state's clock, for instance "tomorrow at 8:00 PM" or "Now".
+/// The entry's next run as seen at the clock's time, for instance "tomorrow at 8:00 PM" or "Now".
 std::string describeNextRun(const ScheduledProject& entry, const ScheduleList& schedule,
-                            const EngineState& state);
+                            const EngineState& state, const base::Clock& clock);
 
 /// The entry's last run as seen at `now`, or at a clock that is read only if need be: "Never" or a time.
 std::string describeLastRun(const ScheduledProject& entry, base::TimeValue now);

@@ -52,13 +52,14 @@ bool datesCanBeCounted(TimeValue midnight, TimeSpan sinceMidnight) {
 /// For the kinds that need the calendar. Not inlined: its stack frame would cost the other kinds more than
 /// their rules do.
 [[gnu::noinline]] TimeValue nextRunByCalendar(const EngineState& state, const ScheduledProject& entry,
-                                              TimeValue now) {
-    return NextRuns(state, now).of(entry);
+                                              TimeValue now, const base::Clock& clock) {
+    return NextRuns(state, now, clock).of(entry);
 }
 
 } // namespace
 
-TimeValue computeNextRun(const EngineState& state, const ScheduledProject& entry, TimeValue now) {
+TimeValue computeNextRun(const EngineState& state, const ScheduledProject& entry, TimeValue now,
+                         const base::Clock& clock) {
     switch (entry.kind) {
     case ScheduleKind::AfterProject:
         return TimeValue::never();
@@ -69,7 +70,7 @@ TimeValue computeNextRun(const EngineState& state, const ScheduledProject& entry
     case ScheduleKind::Hourly:
     case ScheduleKind::Daily:
     case ScheduleKind::Monthly:
-        return nextRunByCalendar(state, entry, now);
+        return nextRunByCalendar(state, entry, now, clock);
     case ScheduleKind::Once:
         // Unlike a daily or a monthly occasion, one that equals now has passed.
         return now < entry.time ? entry.time : TimeValue::never();
@@ -86,7 +87,7 @@ TimeValue NextRuns::of(const ScheduledProject& entry) {
     case ScheduleKind::Monthly:
         return monthly(entry);
     default:
-        return computeNextRun(state_, entry, now_);
+        return computeNextRun(state_, entry, now_, clock_);
     }
 }
 
@@ -131,7 +132,7 @@ TimeValue NextRuns::monthly(const ScheduledProject& entry) {
 }
 
 const LocalTime& NextRuns::date() {
-    return date_ ? *date_ : date_.emplace(state_.clock->now().local());
+    return date_ ? *date_ : date_.emplace(clock_.now().local());
 }
 
 TimeValue NextRuns::asked(std::optional<TimeValue>& start, TimeValue (*startOf)(const LocalTime&)) {

@@ -8,27 +8,29 @@
 
 namespace scheduler {
 
-/// What next runs and descriptions need to know of the engine, which makes it anew whenever it is asked.
+/// What next runs and descriptions need to know of the engine.
 struct EngineState {
     /// True only while the schedule is first evaluated after the system started the program at log-on.
     bool startupFlag = false;
     bool suspended = false;
-    const base::Clock* clock = &base::systemClock();
 };
 
 /// The entry's next occasion as seen at `now`: TimeValue() is at once, TimeValue::never() is not at all. An
 /// entry that follows another gets never: the engine sets its time when that one has finished. The daily and
-/// the monthly rule also read the state's clock.
+/// the monthly rule also read the clock.
 ///
 /// Days are added as 86400 seconds each, not by the calendar: behind a change to or from daylight saving time
 /// a daily or monthly occasion lies an hour off its time of day. That is how the schedule is meant to work.
-base::TimeValue computeNextRun(const EngineState& state, const ScheduledProject& entry, base::TimeValue now);
+base::TimeValue computeNextRun(const EngineState& state, const ScheduledProject& entry, base::TimeValue now,
+                               const base::Clock& clock);
 
 /// Next runs as seen at one moment. The clock and the calendar take longer than the rest of a rule: each is
 /// asked when an entry first needs the answer, and the answer is kept for the entries that follow.
 class NextRuns {
 public:
-    NextRuns(const EngineState& state, base::TimeValue now) : state_(state), now_(now) {}
+    /// The clock must outlive this object.
+    NextRuns(const EngineState& state, base::TimeValue now, const base::Clock& clock)
+        : state_(state), now_(now), clock_(clock) {}
 
     /// What computeNextRun gives for the entry.
     base::TimeValue of(const ScheduledProject& entry);
@@ -51,6 +53,7 @@ private:
 
     EngineState state_;
     base::TimeValue now_;
+    const base::Clock& clock_;
     std::optional<Hour> hour_; ///< that of now_
     std::optional<base::LocalTime> date_;
     std::optional<base::TimeValue> today_;

@@ -45,11 +45,11 @@ SchedulerEngine::~SchedulerEngine() {
 }
 
 EngineState SchedulerEngine::state() const {
-    return {startupFlag_, policy_.suspended, &services_.clock};
+    return {startupFlag_, policy_.suspended};
 }
 
 void SchedulerEngine::resetAll(base::TimeValue now) {
-    NextRuns nextRuns(state(), now);
+    NextRuns nextRuns(state(), now, services_.clock);
     for (ScheduledProject& entry : entries_) {
         resetRunState(entry);
         entry.nextRun = nextRuns.of(entry);
@@ -227,7 +227,7 @@ void SchedulerEngine::finishRun(std::size_t position, base::TimeValue finishTime
         ++entry.retriesDone;
     } else {
         entry.retriesDone = 0;
-        entry.nextRun = computeNextRun(state(), entry, finishTime);
+        entry.nextRun = computeNextRun(state(), entry, finishTime, services_.clock);
         wakeFollowers(position, finishTime);
     }
 
@@ -245,7 +245,7 @@ void SchedulerEngine::wakeFollowers(std::size_t position, base::TimeValue finish
 }
 
 void SchedulerEngine::recomputeAll(base::TimeValue now) {
-    NextRuns nextRuns(state(), now);
+    NextRuns nextRuns(state(), now, services_.clock);
     for (ScheduledProject& entry : entries_) {
         if (!entry.running)
             entry.nextRun = nextRuns.of(entry);

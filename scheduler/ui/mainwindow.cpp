@@ -54,7 +54,8 @@ MainWindow::MainWindow()
     : class_("scheduler"),
       taskbarCreated_(RegisterWindowMessageA("TaskbarCreated")),
       engine_(schedule_, preferences_, {clock_, launcher_, outcomes_, file_, messages_, *this}),
-      rows_(schedule_, [this] { return engine_.state(); }),
+      rows_(
+          schedule_, [this] { return engine_.state(); }, clock_),
       list_(schedule_, rows_),
       commands_(schedule_, engine_, file_, clock_,
                 [this](const std::string& path) { openProject(path, messages_); }),

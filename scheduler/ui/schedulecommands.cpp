@@ -24,9 +24,9 @@ ScheduledProject ScheduleCommands::newEntry() const {
 
 void ScheduleCommands::add(const ScheduledProject& record, std::span<const std::string> files) {
     if (files.size() < 2)
-        addEntry(schedule_, record, engine_.state(), store_);
+        addEntry(schedule_, record, engine_.state(), clock_, store_);
     else
-        addEntries(schedule_, record, files, engine_.state(), store_);
+        addEntries(schedule_, record, files, engine_.state(), clock_, store_);
 }
 
 void ScheduleCommands::edit(std::size_t position, ScheduledProject edited) {
@@ -73,12 +73,12 @@ void ScheduleCommands::addDropped(const std::vector<std::string>& paths) {
             continue;
         ScheduledProject record;
         record.path = path;
-        addEntry(schedule_, std::move(record), engine_.state(), store_);
+        addEntry(schedule_, std::move(record), engine_.state(), clock_, store_);
     }
 }
 
 base::TimeValue ScheduleCommands::nextRunOf(const ScheduledProject& entry) const {
-    return computeNextRun(engine_.state(), entry, clock_.now());
+    return computeNextRun(engine_.state(), entry, clock_.now(), clock_);
 }
 
 } // namespace scheduler

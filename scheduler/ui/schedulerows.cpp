@@ -9,8 +9,9 @@
 
 namespace scheduler {
 
-ScheduleRows::ScheduleRows(ScheduleList& schedule, std::function<EngineState()> state)
-    : schedule_(schedule), state_(std::move(state)) {
+ScheduleRows::ScheduleRows(ScheduleList& schedule, std::function<EngineState()> state,
+                           const base::Clock& clock)
+    : schedule_(schedule), state_(std::move(state)), clock_(clock) {
     ScheduleRows::onEntriesLoaded(schedule_.size());
     schedule_.addObserver(*this);
 }
@@ -37,9 +38,9 @@ std::string ScheduleRows::entryText(std::size_t position, ScheduleColumn column)
     case ScheduleColumn::Parameters:
         return describeRun(entry);
     case ScheduleColumn::NextRun:
-        return describeNextRun(entry, schedule_, state_());
+        return describeNextRun(entry, schedule_, state_(), clock_);
     case ScheduleColumn::LastRun:
-        return describeLastRun(entry, *state_().clock);
+        return describeLastRun(entry, clock_);
     case ScheduleColumn::LastResult:
         return entry.lastResult;
     }

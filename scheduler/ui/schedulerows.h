@@ -29,8 +29,9 @@ inline constexpr std::size_t columnCount = columnHeaders.size();
 /// are in step with it.
 class ScheduleRows : public ScheduleObserver {
 public:
-    /// Asks `state` for the engine's state each time a text depends on it. Both outlive the rows.
-    ScheduleRows(ScheduleList& schedule, std::function<EngineState()> state);
+    /// Asks `state` for the engine's state each time a text depends on it. The schedule and the clock outlive
+    /// the rows.
+    ScheduleRows(ScheduleList& schedule, std::function<EngineState()> state, const base::Clock& clock);
     ~ScheduleRows() override;
 
     std::size_t size() const { return order_.size(); }
@@ -41,7 +42,7 @@ public:
     std::string text(std::size_t row, ScheduleColumn column) const;
 
     /// The moment as which the texts see the present.
-    base::TimeValue now() const { return state_().clock->now(); }
+    base::TimeValue now() const { return clock_.now(); }
     /// Until when the row's texts as of `now` hold if the entry does not change.
     base::TimeValue textsHoldUntil(std::size_t row, base::TimeValue now) const;
 
@@ -66,6 +67,7 @@ private:
 
     ScheduleList& schedule_;
     std::function<EngineState()> state_;
+    const base::Clock& clock_;
     std::vector<std::uint32_t> order_; // per row: the entry's position in the schedule
     std::optional<ScheduleColumn> sortColumn_;
     bool ascending_ = true;

@@ -15,7 +15,7 @@ Row rowOf(const scheduler::ScheduledProject& entry, const scheduler::ScheduleLis
           base::TimeValue now) {
     return {scheduler::displayName(entry), scheduler::describeSchedule(entry, list),
             scheduler::describeLastRun(entry, now), entry.lastResult,
-            scheduler::describeNextRun(entry, list, scheduler::EngineState())};
+            scheduler::describeNextRun(entry, list, scheduler::EngineState(), base::systemClock())};
 }
 
 std::vector<Row> rowsOf(const scheduler::ScheduleList& list, base::TimeValue now) {

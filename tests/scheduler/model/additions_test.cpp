@@ -31,9 +31,9 @@ protected:
         entry.time = time;
         return entry;
     }
-    void add(const ScheduledProject& entry) { addEntry(list, entry, state, store); }
+    void add(const ScheduledProject& entry) { addEntry(list, entry, state, clock, store); }
     void addAll(const ScheduledProject& pattern, const std::vector<std::string>& names) {
-        addEntries(list, pattern, names, state, store);
+        addEntries(list, pattern, names, state, clock, store);
     }
     std::vector<std::string> paths() const {
         std::vector<std::string> result;
@@ -43,7 +43,7 @@ protected:
     }
 
     test::FakeClock clock{noonAndSome};
-    scheduler::EngineState state{.startupFlag = false, .suspended = false, .clock = &clock};
+    scheduler::EngineState state{.startupFlag = false, .suspended = false};
     test::FakeScheduleStore store;
     ScheduleList list;
 };
@@ -112,7 +112,7 @@ TEST_F(AdditionsTest, TheObserversAreToldBeforeTheSave) {
     test::EventLog log;
     const test::RedrawLog redraws(list, log);
     test::LoggingStore loggingStore(log);
-    addEntry(list, once(clock.now()), state, loggingStore);
+    addEntry(list, once(clock.now()), state, clock, loggingStore);
     EXPECT_THAT(log, ElementsAre("redraw", "save"));
 }
 
@@ -120,7 +120,7 @@ TEST_F(AdditionsTest, WithoutMemoryNothingIsAddedOrSaved) {
     ScheduledProject entry;
     {
         const test::RefusedAllocations refused;
-        addEntry(list, std::move(entry), state, store);
+        addEntry(list, std::move(entry), state, clock, store);
     }
     EXPECT_TRUE(list.empty());
     EXPECT_TRUE(store.saved.empty());
@@ -177,7 +177,7 @@ TEST_F(AdditionsTest, SeveralFilesAreShownOnceWhenAllAreSaved) {
     const test::RedrawLog redraws(list, log);
     test::LoggingStore loggingStore(log);
     const std::vector<std::string> names = {"C:\\a.kra", "b.kra"};
-    addEntries(list, {}, names, state, loggingStore);
+    addEntries(list, {}, names, state, clock, loggingStore);
     EXPECT_THAT(log, ElementsAre("save", "save", "redraw"));
 }
 
@@ -186,7 +186,7 @@ TEST_F(AdditionsTest, AFileWithoutMemoryForItsCopyDoesNotKeepTheOthersOut) {
     const std::vector<std::string> names = {"C:\\a.kra", std::string(muchMemory, 'b'), "c.kra"};
     {
         const test::RefusedAllocations refused(muchMemory);
-        addEntries(list, {}, names, state, store);
+        addEntries(list, {}, names, state, clock, store);
     }
     EXPECT_THAT(paths(), ElementsAre("C:\\a.kra", "C:\\\\c.kra"));
     EXPECT_EQ(store.saved.size(), 2u);

@@ -80,7 +80,7 @@ protected:
 
     scheduler::ScheduleList list;
     FakeClock clock{someTime()};
-    scheduler::EngineState state{.startupFlag = false, .suspended = false, .clock = &clock};
+    scheduler::EngineState state{.startupFlag = false, .suspended = false};
 };
 
 } // namespace test

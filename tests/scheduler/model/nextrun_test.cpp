@@ -265,11 +265,10 @@ TEST(MonthStarts, AreTheClocksMonthsAndTheNext) {
     }
 }
 
-TEST(EngineState, IsNeitherStartingNorSuspendedAndReadsTheSystemsClock) {
+TEST(EngineState, IsNeitherStartingNorSuspendedByDefault) {
     const EngineState state;
     EXPECT_FALSE(state.startupFlag);
     EXPECT_FALSE(state.suspended);
-    EXPECT_EQ(state.clock, &base::systemClock());
 }
 
 } // namespace

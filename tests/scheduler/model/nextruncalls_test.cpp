@@ -63,7 +63,7 @@ Calls callsFor(const ScheduledProject& entry) {
     // Not the very second at which a month begins.
     const TimeValue now = TimeValue::now() + TimeSpan::fromMinutes(1);
     calls = {};
-    computeNextRun({}, entry, now);
+    computeNextRun({}, entry, now, base::systemClock());
     return calls;
 }
 
@@ -87,7 +87,7 @@ TEST(NextRunCalls, TheNextMonthIsAskedForWhenThisOnesDayIsGone) {
 
 TEST(NextRunCalls, ASecondLookAtTheSameMomentAsksForTheTimeOfDayOnly) {
     const auto entries = {hourly(30), daily(clockTime(12), "M......"), monthly(clockTime(0), 1)};
-    scheduler::NextRuns nextRuns({}, TimeValue::now());
+    scheduler::NextRuns nextRuns({}, TimeValue::now(), base::systemClock());
     for (const ScheduledProject& entry : entries)
         nextRuns.of(entry);
     calls = {};

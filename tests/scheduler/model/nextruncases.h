@@ -96,8 +96,7 @@ inline base::TimeValue seconds(std::int32_t t) {
 inline base::TimeValue nextRun(const scheduler::ScheduledProject& entry, base::TimeValue now,
                                base::TimeValue clockNow, bool startup = false) {
     const FakeClock clock(clockNow);
-    return scheduler::computeNextRun({.startupFlag = startup, .suspended = false, .clock = &clock}, entry,
-                                     now);
+    return scheduler::computeNextRun({.startupFlag = startup, .suspended = false}, entry, now, clock);
 }
 
 inline base::TimeValue nextRun(const scheduler::ScheduledProject& entry, base::TimeValue now) {
@@ -108,7 +107,7 @@ inline base::TimeValue nextRun(const scheduler::ScheduledProject& entry, base::T
 inline base::TimeValue nextRunInSweep(const scheduler::ScheduledProject& entry, base::TimeValue now,
                                       base::TimeValue clockNow, bool startup = false) {
     const FakeClock clock(clockNow);
-    scheduler::NextRuns nextRuns({.startupFlag = startup, .suspended = false, .clock = &clock}, now);
+    scheduler::NextRuns nextRuns({.startupFlag = startup, .suspended = false}, now, clock);
     return nextRuns.of(entry);
 }
 

@@ -64,7 +64,7 @@ TEST_F(DescriptionsTest, TheNextRun) {
         {"at once", dueAtOnce(ofKind(3)), "Now"},
     };
     for (const Schedule& row : table)
-        EXPECT_EQ(describeNextRun(row.entry, list, state), row.phrase) << row.what;
+        EXPECT_EQ(describeNextRun(row.entry, list, state, clock), row.phrase) << row.what;
 }
 
 TEST_F(DescriptionsTest, TheNextRunsFirstRuleThatHoldsWins) {
@@ -79,17 +79,17 @@ TEST_F(DescriptionsTest, TheNextRunsFirstRuleThatHoldsWins) {
                                          : bits & 2 ? "(disabled)"
                                          : bits & 4 ? "(suspended)"
                                                     : plain;
-            EXPECT_EQ(describeNextRun(entry, list, state), expected) << bits;
+            EXPECT_EQ(describeNextRun(entry, list, state, clock), expected) << bits;
         }
 }
 
 TEST_F(DescriptionsTest, TheNextRunFollowsTheClock) {
     const ScheduledProject entry = dueIn(5, ofKind(2));
-    EXPECT_NE(describeNextRun(entry, list, state), "Now");
+    EXPECT_NE(describeNextRun(entry, list, state, clock), "Now");
     clock.advance(TimeSpan::fromSeconds(4));
-    EXPECT_NE(describeNextRun(entry, list, state), "Now");
+    EXPECT_NE(describeNextRun(entry, list, state, clock), "Now");
     clock.advance(TimeSpan::fromSeconds(1));
-    EXPECT_EQ(describeNextRun(entry, list, state), "Now");
+    EXPECT_EQ(describeNextRun(entry, list, state, clock), "Now");
 }
 
 // The last run
@@ -126,7 +126,7 @@ TEST_F(DescriptionsTest, ThePhrasesHoldForAsLongAsIsSaid) {
         entry.lastRun = TimeValue(someTime().seconds() - 815);
         const auto phrasesAt = [&](TimeValue now) {
             clock.set(now);
-            return describeNextRun(entry, list, state) + describeLastRun(entry, clock);
+            return describeNextRun(entry, list, state, clock) + describeLastRun(entry, clock);
         };
         std::string before;
         const TimeValue end = someTime() + TimeSpan::fromDays(5);
@@ -149,7 +149,7 @@ TEST_F(DescriptionsTest, DescribingChangesNothing) {
     ScheduledProject entry = test::filledEntry();
     describeSchedule(entry, list);
     describeRun(entry);
-    describeNextRun(entry, list, state);
+    describeNextRun(entry, list, state, clock);
     EXPECT_EQ(entry, test::filledEntry());
     EXPECT_EQ(clock.now(), someTime());
 }

@@ -172,7 +172,7 @@ TEST_F(DecodingTest, AnUnknownKindLoadsAndNeverRuns) {
         stored[0].kind = static_cast<ScheduleKind>(kind);
         ASSERT_TRUE(decode(encodeSchedule(stored)));
         EXPECT_EQ(entries(), stored);
-        EXPECT_EQ(computeNextRun({.startupFlag = true, .clock = &clock}, list[0], clock.now()),
+        EXPECT_EQ(computeNextRun({.startupFlag = true}, list[0], clock.now(), clock),
                   base::TimeValue::never());
     }
 }

@@ -106,7 +106,7 @@ TEST_F(SchedulerEngineTest, ManualFailureEndsWhenItWasStartedHoweverLongItsNotic
     EXPECT_CALL(messages, showNotice(_)).WillOnce([this](const std::string&) { clock.set(at(3 * 3600)); });
     engine.runEntry(0, at(5), true);
     EXPECT_EQ(entries[0].lastRun, at(5));
-    EXPECT_EQ(entries[0].nextRun, computeNextRun(engine.state(), hourly, at(5)));
+    EXPECT_EQ(entries[0].nextRun, computeNextRun(engine.state(), hourly, at(5), clock));
     EXPECT_LE(entries[0].nextRun, at(5 + 3600));
     EXPECT_EQ(entries[1].nextRun, at(5 + 600));
 }
@@ -198,7 +198,7 @@ TEST_F(SchedulerEngineTest, NextRunIsComputedFromTheEnd) {
     add(hourly);
     tickAt(0);
     EXPECT_TRUE(finishAt(3 * 3600, 1));
-    EXPECT_EQ(entries[0].nextRun, computeNextRun(engine.state(), hourly, at(3 * 3600)));
+    EXPECT_EQ(entries[0].nextRun, computeNextRun(engine.state(), hourly, at(3 * 3600), clock));
     EXPECT_GT(entries[0].nextRun, at(3 * 3600));
 }
 

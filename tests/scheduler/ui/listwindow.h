@@ -59,10 +59,12 @@ public:
     FakeClock clock{base::TimeValue(1'000'000)};
     scheduler::ScheduleList schedule;
     int stateQueries = 0; ///< how often the rows have asked for the engine's state, each text of a time once
-    scheduler::ScheduleRows rows{schedule, [this] {
+    scheduler::ScheduleRows rows{schedule,
+                                 [this] {
                                      ++stateQueries;
-                                     return scheduler::EngineState{false, false, &clock};
-                                 }};
+                                     return scheduler::EngineState{false, false};
+                                 },
+                                 clock};
     scheduler::ScheduleListView list{schedule, rows};
     std::vector<WPARAM> commands; ///< those sent to the window
 

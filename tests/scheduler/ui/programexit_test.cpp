@@ -151,9 +151,7 @@ protected:
     NotingStore store_;
     framework::WindowClass class_;
     framework::Window window_;
-    scheduler::ScheduleRows rows_{schedule_, [this] {
-                                      return scheduler::EngineState{false, false, &clock_};
-                                  }};
+    scheduler::ScheduleRows rows_{schedule_, [this] { return scheduler::EngineState{false, false}; }, clock_};
     scheduler::ScheduleListView list_{schedule_, rows_};
     scheduler::NotificationIcon icon_;
     scheduler::WindowPresence presence_{window_, preferences_};

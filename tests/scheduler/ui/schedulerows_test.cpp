@@ -46,7 +46,7 @@ protected:
     test::FakeClock clock_{TimeValue::fromLocal(2026, 5, 20, 12, 0, 0, -1)};
     bool suspended_ = false;
     scheduler::ScheduleList schedule_;
-    ScheduleRows rows_{schedule_, [this] { return scheduler::EngineState{false, suspended_, &clock_}; }};
+    ScheduleRows rows_{schedule_, [this] { return scheduler::EngineState{false, suspended_}; }, clock_};
 };
 
 TEST_F(ScheduleRowsTest, EachColumnSaysWhatItsHeaderPromises) {
@@ -207,7 +207,12 @@ TEST_F(ScheduleRowsTest, AnEntryThatNoRowCanBeHadForDoesNotComeIntoTheSchedule) 
         schedule_.append(project("gone"));
     while (schedule_.size() > 3)
         schedule_.remove(3);
-    ScheduleRows rows(schedule_, [this] { return scheduler::EngineState{false, suspended_, &clock_}; });
+    ScheduleRows rows(
+        schedule_,
+        [this] {
+            return scheduler::EngineState{false, suspended_};
+        },
+        clock_);
     std::ptrdiff_t position = 0;
     while (position != scheduler::ScheduleList::noMemory) {
         ASSERT_LT(schedule_.size(), schedule_.capacity());
@@ -260,10 +265,13 @@ TEST_F(ScheduleRowsTest, FindsAProjectByItsBeginningFromARowOnAndThenFromTheTop)
 TEST_F(ScheduleRowsTest, ASortMakesEachTextOnce) {
     std::size_t asked = 0;
     schedule_.assign(std::vector<ScheduledProject>(500, project("news")));
-    ScheduleRows watched(schedule_, [&] {
-        ++asked;
-        return scheduler::EngineState{false, suspended_, &clock_};
-    });
+    ScheduleRows watched(
+        schedule_,
+        [&] {
+            ++asked;
+            return scheduler::EngineState{false, suspended_};
+        },
+        clock_);
     watched.sortBy(ScheduleColumn::NextRun);
     EXPECT_EQ(asked, schedule_.size());
 }

@@ -50,7 +50,8 @@ TEST_F(TableTest, ColumnsAreTwoBlanksWiderThanTheirLongestCell) {
     const std::size_t nextRun = lastResult + list[0].lastResult.size() + 2;
     for (const std::string& line : {shown[1], shown[2]}) {
         EXPECT_EQ(line.substr(lastRun, 10), "Never     ") << "the heading is the longest cell";
-        EXPECT_EQ(line.substr(nextRun), describeNextRun(list[0], list, scheduler::EngineState()));
+        EXPECT_EQ(line.substr(nextRun),
+                  describeNextRun(list[0], list, scheduler::EngineState(), base::systemClock()));
     }
     EXPECT_EQ(shown[1].substr(lastResult, list[0].lastResult.size()), list[0].lastResult);
     EXPECT_EQ(shown[0].find("Next Run"), nextRun);
