@@ -1,7 +1,7 @@
 #include "lib/base/registry.h"
 
-#include "lib/base/dateparsing.h"
 #include "lib/base/handles.h"
+#include "lib/base/sourceregistration.h"
 #include "lib/base/strings.h"
 
 #include <windows.h>
