@@ -129,7 +129,8 @@ bool deleteValue(HKEY root, const std::string& path) {
 }
 
 bool deleteKey(HKEY root, const std::string& subkey) {
-    return SHDeleteKeyA(root, subkey.c_str()) <= ERROR_SUCCESS;
+    // The platform's header declares the answer, a signed status, as unsigned. No value below 0 is a failure.
+    return static_cast<LSTATUS>(SHDeleteKeyA(root, subkey.c_str())) <= ERROR_SUCCESS;
 }
 
 } // namespace base
