@@ -77,11 +77,7 @@ bool writeFile(const std::string& path, std::span<const std::byte> bytes) {
 
 bool anyFileMatches(const std::string& pattern) {
     WIN32_FIND_DATAA found{};
-    const HANDLE search = FindFirstFileA(pattern.c_str(), &found);
-    if (search == INVALID_HANDLE_VALUE)
-        return false;
-    FindClose(search);
-    return true;
+    return static_cast<bool>(FileSearch(FindFirstFileA(pattern.c_str(), &found)));
 }
 
 bool fileExists(const std::string& path) {

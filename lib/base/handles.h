@@ -59,6 +59,14 @@ struct FileHandleTraits {
 };
 using FileHandle = UniqueHandle<FileHandleTraits>;
 
+/// Searches for files by a pattern.
+struct FileSearchTraits {
+    using Handle = HANDLE;
+    static Handle none() { return INVALID_HANDLE_VALUE; }
+    static void close(Handle handle) { FindClose(handle); }
+};
+using FileSearch = UniqueHandle<FileSearchTraits>;
+
 struct RegistryKeyTraits {
     using Handle = HKEY;
     static Handle none() { return nullptr; }
