@@ -1,7 +1,7 @@
 #include "scheduler/ui/mainwindow.h"
 
-#include "lib/base/flagset.h"
 #include "lib/base/opsys.h"
+#include "lib/base/scopedflag.h"
 #include "lib/base/trayicon.h"
 #include "resources/ids.h"
 #include "scheduler/model/additions.h"
@@ -161,7 +161,7 @@ void MainWindow::onTimer() {
     tickBegan_ = std::chrono::steady_clock::now();
     // A tick may change many entries; what it comes to is shown once, at its end.
     {
-        const base::FlagSet ticking(inTick_);
+        const base::ScopedFlag ticking(inTick_);
         changedInTick_ = false;
         engine_.onTimer(TimeValue::now());
     }

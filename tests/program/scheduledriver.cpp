@@ -1,10 +1,10 @@
 #include "tests/program/scheduledriver.h"
 
-#include "lib/base/callbacks.h"
 #include "lib/base/files.h"
 #include "lib/base/opsys.h"
 #include "lib/base/paths.h"
 #include "lib/base/processes.h"
+#include "lib/base/stackalignment.h"
 #include "resources/ids.h"
 #include "scheduler/model/schedulecodec.h"
 #include "scheduler/model/schedulefile.h"

@@ -1,10 +1,10 @@
 #include "scheduler/ui/framework/browseedit.h"
 
 #include "lib/base/base.h"
-#include "lib/base/callbacks.h"
 #include "lib/base/currentdirectory.h"
-#include "lib/base/flagset.h"
 #include "lib/base/opsys.h"
+#include "lib/base/scopedflag.h"
+#include "lib/base/stackalignment.h"
 #include "lib/base/strings.h"
 #include "scheduler/ui/framework/browselayout.h"
 #include "scheduler/ui/framework/chosenfiles.h"
@@ -136,7 +136,7 @@ void BrowseEdit::browse() {
 void BrowseEdit::takeChosen(std::vector<std::string> files) {
     const std::string text = chosenFilesText(files);
     chosen_ = std::move(files);
-    const base::FlagSet taking(takingChosen_);
+    const base::ScopedFlag taking(takingChosen_);
     setText(text);
 }
 

@@ -1,6 +1,6 @@
 #include "scheduler/ui/framework/controlhost.h"
 
-#include "lib/base/callbacks.h"
+#include "lib/base/stackalignment.h"
 #include "scheduler/ui/framework/control.h"
 #include "scheduler/ui/framework/messagepump.h"
 #include "scheduler/ui/framework/textextent.h"

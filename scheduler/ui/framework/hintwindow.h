@@ -48,7 +48,7 @@ private:
     Handled filterMessage(Window& owner, const Message& message) override;
 
     static void observeInput(const MSG& message);
-    static void dropDead();
+    static void removeClosedHints();
 
     HWND owner_; // by its handle, which tells whether it is gone; null: none
     std::string text_;

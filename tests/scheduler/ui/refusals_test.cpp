@@ -1,7 +1,7 @@
 // The platform refuses one call after another of those by which the main window is made, shown and used: the
 // program goes on without what it did not get, or says that there is no window, and loses nothing.
 
-#include "lib/base/callbacks.h"
+#include "lib/base/stackalignment.h"
 #include "lib/base/trayicon.h"
 #include "resources/ids.h"
 #include "scheduler/model/schedulefile.h"
