@@ -1,12 +1,12 @@
 // How the main window comes up. The order counts: nothing is shown before it is known where and whether, and
 // the first next runs are computed while the start-up flag stands.
+#include "lib/base/base.h"
 #include "lib/base/opsys.h"
 #include "resources/ids.h"
 #include "scheduler/model/schedulecodec.h"
 #include "scheduler/ui/commandswitches.h"
 #include "scheduler/ui/framework/placement.h"
 #include "scheduler/ui/mainwindow.h"
-#include "scheduler/ui/programtexts.h"
 
 namespace scheduler {
 
@@ -65,7 +65,7 @@ bool MainWindow::createWindow() {
     class_.description().hIcon = loadIcon(SM_CXICON);
     class_.description().hIconSm = loadIcon(SM_CXSMICON);
     framework::WindowParameters parameters;
-    parameters.title = programTitle;
+    parameters.title = base::applicationName;
     parameters.style = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN | WS_VISIBLE;
     parameters.menuOrId = LoadMenuA(base::moduleHandle(), MAKEINTRESOURCEA(IDR_MAIN_MENU));
     if (!parameters.menuOrId || !create(class_, parameters) || !list_.createIn(handle()))

@@ -9,7 +9,6 @@
 #include "scheduler/run/runrequest.h"
 #include "scheduler/ui/framework/messagepump.h"
 #include "scheduler/ui/mainwindow.h"
-#include "scheduler/ui/programtexts.h"
 #include "tests/scheduler/ui/simulatedmessagebox.h"
 #include "tests/support/fulldisk.h"
 #include "tests/support/windowsondiskd.h"
@@ -25,7 +24,7 @@ namespace {
 class FullDiskTest : public testing::Test {
 protected:
     FullDiskTest() {
-        base::applicationName = programTitle;
+        base::applicationName = "Corvane Scheduler";
         base::deleteKey(HKEY_CURRENT_USER, "Software\\Brindlewood");
         ScheduleList schedule;
         schedule.append(atStartup("C:\\Sites\\news.kra"));

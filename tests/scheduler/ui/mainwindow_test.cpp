@@ -4,7 +4,6 @@
 #include "resources/ids.h"
 #include "scheduler/model/schedulefile.h"
 #include "scheduler/ui/mainwindow.h"
-#include "scheduler/ui/programtexts.h"
 #include "tests/scheduler/ui/redrawnrows.h"
 #include "tests/support/eventlog.h"
 #include "tests/support/importedfunctions.h"
@@ -131,7 +130,7 @@ using testing::Pair;
 class MainWindow : public testing::Test {
 protected:
     MainWindow() {
-        base::applicationName = scheduler::programTitle;
+        base::applicationName = "Corvane Scheduler";
         base::deleteKey(HKEY_CURRENT_USER, "Software\\Brindlewood");
         scheduler::saveSchedule({});
         timersFail = false;
