@@ -69,12 +69,6 @@ bool WrittenFile::close() {
     return std::fclose(stream) == 0 && flushed;
 }
 
-bool writeFile(const std::string& path, std::span<const std::byte> bytes) {
-    WrittenFile file(path);
-    const bool written = file.write(bytes);
-    return file.close() && written;
-}
-
 bool anyFileMatches(const std::string& pattern) {
     WIN32_FIND_DATAA found{};
     return static_cast<bool>(FileSearch(FindFirstFileA(pattern.c_str(), &found)));

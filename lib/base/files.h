@@ -54,15 +54,9 @@ public:
     /// False when the file is not open or what was written did not reach it.
     bool close();
 
-    std::FILE* stream() const { return stream_; }
-
 private:
     std::FILE* stream_;
 };
-
-/// Writes `bytes` as the whole content of the file at `path`. False when opening, writing or closing failed;
-/// a partly written file is left as it is.
-bool writeFile(const std::string& path, std::span<const std::byte> bytes);
 
 /// Whether at least one file matches a pattern that may hold "*" and "?".
 bool anyFileMatches(const std::string& pattern);
