@@ -253,7 +253,7 @@ std::vector<scheduler::ScheduledProject> savedSchedule() {
     const std::string content = readBytes(scheduler::schedulePath());
     scheduler::ScheduleList list;
     scheduler::decodeSchedule(std::as_bytes(std::span(content)), scheduler::scheduleMagic, list);
-    return {list.begin(), list.end()};
+    return std::vector(list.begin(), list.end());
 }
 
 void saveEntries(const std::vector<scheduler::ScheduledProject>& entries) {

@@ -108,16 +108,16 @@ TEST_F(AdditionsTest, TheNextRunIsComputedFromTheStatesClockAndFlag) {
 
 TEST_F(AdditionsTest, ObserversAreToldBeforeTheSave) {
     struct Observer : scheduler::ScheduleObserver {
-        const test::FakeScheduleStore* store = nullptr;
+        explicit Observer(const test::FakeScheduleStore& seen) : store(seen) {}
+        const test::FakeScheduleStore& store;
         std::vector<std::size_t> positions;
         void onEntryInserted(std::size_t position, bool becameLast) override {
             EXPECT_TRUE(becameLast);
-            EXPECT_TRUE(store->saved.empty());
+            EXPECT_TRUE(store.saved.empty());
             positions.push_back(position);
         }
         void onEntriesLoaded(std::size_t) override { ADD_FAILURE(); }
-    } observer;
-    observer.store = &store;
+    } observer(store);
     list.append({});
     list.addObserver(observer);
     add(once(clock.now()));
