@@ -92,8 +92,8 @@ std::string makeTestFolder() {
     static int count = 0;
     char temporary[MAX_PATH]{};
     GetTempPathA(sizeof(temporary), temporary);
-    const std::string folder = temporary + std::string("scheduler test ") +
-                               std::to_string(GetCurrentProcessId()) + "-" + std::to_string(++count) + "\\";
+    std::string folder = temporary + std::string("scheduler test ") + std::to_string(GetCurrentProcessId()) +
+                         "-" + std::to_string(++count) + "\\";
     CreateDirectoryA(folder.c_str(), nullptr);
     return folder;
 }
@@ -237,7 +237,7 @@ std::string SchedulerProcess::textOfBox(HWND box) {
     for (HWND child = GetWindow(box, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
         char name[32]{};
         GetClassNameA(child, name, sizeof(name));
-        const std::string text = textOf(child);
+        std::string text = textOf(child);
         if (std::string(name) == "Static" && !text.empty())
             return text;
     }
