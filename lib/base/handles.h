@@ -9,7 +9,7 @@ namespace base {
 
 /// Owns one handle. `Traits` has the handle's type, the value that means none, and how it is closed.
 template<class Traits>
-class UniqueHandle {
+class [[nodiscard]] UniqueHandle {
 public:
     using Handle = typename Traits::Handle;
 

@@ -82,7 +82,7 @@ bool readString(HKEY root, const std::string& path, std::string& out) {
 
 std::string getString(HKEY root, const std::string& path) {
     std::string text;
-    readString(root, path, text);
+    static_cast<void>(readString(root, path, text));
     return text;
 }
 
@@ -100,7 +100,7 @@ bool readNumber(HKEY root, const std::string& path, std::uint32_t& out) {
 
 std::uint32_t getNumber(HKEY root, const std::string& path, std::uint32_t fallback) {
     std::uint32_t value = fallback;
-    readNumber(root, path, value);
+    static_cast<void>(readNumber(root, path, value));
     return value;
 }
 

@@ -4,7 +4,7 @@
 namespace base {
 
 /// Sets a flag until the end of its scope, however the scope is left.
-class ScopedFlag {
+class [[nodiscard]] ScopedFlag {
 public:
     explicit ScopedFlag(bool& flag) : flag_(flag) { flag_ = true; }
     ScopedFlag(const ScopedFlag&) = delete;
