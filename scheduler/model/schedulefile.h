@@ -13,11 +13,11 @@ namespace scheduler {
 std::string schedulePath();
 
 /// Writes the whole file. False when a step failed; a partly written file is left as it is.
-bool saveSchedule(const ScheduleList& list);
+[[nodiscard]] bool saveSchedule(const ScheduleList& list);
 
 /// Fills the list from the file, as decodeSchedule does. A missing or empty file is a failure that leaves the
 /// list as it is.
-bool loadSchedule(ScheduleList& list, std::uint32_t expectedMagic);
+[[nodiscard]] bool loadSchedule(ScheduleList& list, std::uint32_t expectedMagic);
 
 /// Saves to schedulePath().
 class ScheduleFile : public ScheduleStore {

@@ -91,13 +91,13 @@ public:
 
     /// Takes over a whole schedule, as a load does, and tells the observers. False, with the schedule
     /// unchanged, when these have no memory for it.
-    bool assign(std::vector<ScheduledProject> entries);
+    [[nodiscard]] bool assign(std::vector<ScheduledProject> entries);
 
     void addObserver(ScheduleObserver& observer);
     void removeObserver(ScheduleObserver& observer);
 
 private:
-    bool observersHaveRoomFor(std::size_t count);
+    [[nodiscard]] bool observersHaveRoomFor(std::size_t count);
     template<class Notice>
     void notify(const Notice& notice);
 

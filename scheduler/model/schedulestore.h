@@ -10,7 +10,7 @@ public:
     virtual ~ScheduleStore() = default;
 
     /// False when the schedule could not be saved whole.
-    virtual bool save(const ScheduleList& list) = 0;
+    [[nodiscard]] virtual bool save(const ScheduleList& list) = 0;
 };
 
 } // namespace scheduler

@@ -221,7 +221,7 @@ void SchedulerEngine::finishRun(std::size_t position, base::TimeValue finishTime
     }
 
     services_.listener.onScheduleChanged();
-    services_.store.save(entries_);
+    static_cast<void>(services_.store.save(entries_));
 }
 
 void SchedulerEngine::wakeFollowers(std::size_t position, base::TimeValue finishTime) {

@@ -30,7 +30,7 @@ public:
     /// Asked after each run that a tick has started: whether that has taken so long that others should have
     /// their turn. The tick then ends early, and the listener sees to it that the next one, which goes on,
     /// comes soon.
-    virtual bool wantsTickToPause() { return false; }
+    [[nodiscard]] virtual bool wantsTickToPause() { return false; }
 
     /// The scheduler was suspended or resumed: show it and store the preferences.
     virtual void onSuspendedChanged(bool suspended) = 0;
@@ -79,7 +79,7 @@ public:
     void runEntry(std::size_t position, base::TimeValue now, bool manual);
 
     /// The process of a run has ended. False when no running entry has this number: a late or foreign notice.
-    bool onRunFinished(std::uint32_t runNumber);
+    [[nodiscard]] bool onRunFinished(std::uint32_t runNumber);
 
     /// Computes the next run of every entry that is not running.
     void recomputeAll(base::TimeValue now);
@@ -94,7 +94,7 @@ private:
         Trial,    ///< it is due, and only shown
     };
 
-    static bool isDueAt(const ScheduledProject& entry, base::TimeValue now) {
+    [[nodiscard]] static bool isDueAt(const ScheduledProject& entry, base::TimeValue now) {
         return now >= entry.nextRun && !entry.disabled && !entry.running;
     }
 
@@ -107,7 +107,7 @@ private:
     void waitForOthers(std::size_t position, base::TimeValue now);
     bool hasWaitedTooLong(const ScheduledProject& entry, base::TimeValue now) const;
     void markRunning(ScheduledProject& entry, base::TimeValue now);
-    std::unique_ptr<RunRequest> makeRequest(const ScheduledProject& entry) const;
+    [[nodiscard]] std::unique_ptr<RunRequest> makeRequest(const ScheduledProject& entry) const;
     RunOutcome outcomeOf(const ScheduledProject& entry) const;
     std::size_t findRun(std::uint32_t runNumber) const;
     void finishRun(std::size_t position, base::TimeValue finishTime, RunOutcome outcome);

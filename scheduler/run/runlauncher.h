@@ -18,7 +18,7 @@ public:
 
     /// Starts the run; its end is reported later by its run number. False, with the request freed, when no
     /// worker could be started.
-    virtual bool launch(std::unique_ptr<RunRequest> request) = 0;
+    [[nodiscard]] virtual bool launch(std::unique_ptr<RunRequest> request) = 0;
 };
 
 } // namespace scheduler

@@ -90,7 +90,7 @@ void CellHints::onMouseRests() {
     if (!isCut(underMouse_, hint.text))
         return;
     GetCursorPos(&hint.point);
-    framework::HintWindow::show(&list_, hint);
+    static_cast<void>(framework::HintWindow::show(&list_, hint));
 }
 
 /// Under the mouse is something else now, or may be: what the hint says of it is wrong. The mouse has to come

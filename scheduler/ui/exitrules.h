@@ -9,7 +9,7 @@ namespace scheduler {
 enum class ExitMode { AskFirst, WithoutAsking };
 
 /// Whether an enabled entry still has a next run, so that it would be missed.
-bool hasPendingRun(const ScheduleList& schedule);
+[[nodiscard]] bool hasPendingRun(const ScheduleList& schedule);
 
 /// The question that is asked then.
 extern const char* const exitQuestion;

@@ -56,7 +56,7 @@ Handled MainWindow::onMessage(const framework::Message& message) {
         onTimer();
         return 0;
     case WM_RUN_FINISHED:
-        engine_.onRunFinished(static_cast<std::uint32_t>(message.wParam));
+        static_cast<void>(engine_.onRunFinished(static_cast<std::uint32_t>(message.wParam)));
         return 0;
     case base::WM_TRAY_NOTIFY:
         onIconMouse(static_cast<UINT>(message.lParam), presence_);
@@ -203,9 +203,9 @@ void MainWindow::addEntryByEditor() {
         return;
     references.bringUpToDate(edited->record, schedule_.size());
     if (edited->files.size() < 2)
-        addEntry(schedule_, edited->record, engine_.state(), file_);
+        static_cast<void>(addEntry(schedule_, edited->record, engine_.state(), file_));
     else
-        addEntries(schedule_, edited->record, edited->files, engine_.state(), file_);
+        static_cast<void>(addEntries(schedule_, edited->record, edited->files, engine_.state(), file_));
     list_.refresh();
 }
 
@@ -228,7 +228,7 @@ void MainWindow::editSelectedEntry() {
     applyEdit(entry, std::move(edited->record));
     entry.nextRun = computeNextRun(engine_.state(), entry, TimeValue::now());
     list_.refresh();
-    file_.save(schedule_);
+    static_cast<void>(file_.save(schedule_));
 }
 
 void MainWindow::deleteSelectedEntries() {
@@ -247,7 +247,7 @@ void MainWindow::toggleSelectedEntries() {
 void MainWindow::openSelectedProjects() {
     for (const std::size_t position : list_.selectedEntries())
         if (position < schedule_.size()) // a message about an earlier one lets the schedule change
-            openProject(schedule_[position].path, messages_);
+            static_cast<void>(openProject(schedule_[position].path, messages_));
 }
 
 void MainWindow::changePreferences() {
@@ -278,7 +278,7 @@ void MainWindow::layOut() {
 
 void MainWindow::savePreferencesNow() {
     base::RegistryStore store = appRegistryKey(stateSection);
-    savePreferences(store, preferences_);
+    static_cast<void>(savePreferences(store, preferences_));
 }
 
 } // namespace scheduler

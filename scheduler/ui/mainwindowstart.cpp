@@ -43,7 +43,7 @@ bool MainWindow::start(const std::string& commandLine, int showCommand) {
     engine_.setStartupFlag(hiddenStart);
     RegistryOutcomes::discardAll();
     loadState(showCommand);
-    loadSchedule(schedule_, scheduleMagic);
+    static_cast<void>(loadSchedule(schedule_, scheduleMagic));
     engine_.resetAll(TimeValue::now());
     list_.refresh(); // shown with its rows: otherwise it would be painted empty and then once more
     icon_.add(handle());
@@ -77,8 +77,8 @@ bool MainWindow::createWindow() {
 
 void MainWindow::loadState(int& showCommand) {
     base::RegistryStore store = appRegistryKey(stateSection);
-    loadPreferences(store, preferences_);
-    framework::applyPlacement(handle(), preferences_.windowState, showCommand);
+    static_cast<void>(loadPreferences(store, preferences_));
+    static_cast<void>(framework::applyPlacement(handle(), preferences_.windowState, showCommand));
     placed_ = true;
     layOut();
     list_.restoreColumns(store);

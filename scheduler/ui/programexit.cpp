@@ -38,8 +38,8 @@ bool ProgramExit::confirm() {
 void ProgramExit::save() const {
     base::RegistryStore store = appRegistryKey(stateSection);
     parts_.list.saveColumns(store);
-    savePreferences(store, parts_.preferences);
-    parts_.store.save(parts_.schedule);
+    static_cast<void>(savePreferences(store, parts_.preferences));
+    static_cast<void>(parts_.store.save(parts_.schedule));
 }
 
 } // namespace scheduler

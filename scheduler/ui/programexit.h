@@ -34,7 +34,7 @@ public:
     void onSessionEnd();
 
 private:
-    bool confirm();
+    [[nodiscard]] bool confirm();
     void save() const;
 
     ExitParts parts_;

@@ -25,14 +25,14 @@ void ScheduleCommands::toggle(const Selection& selection) {
         entry.disabled = !entry.disabled;
         entry.nextRun = computeNextRun(engine_.state(), entry, clock_.now());
     }
-    store_.save(schedule_);
+    static_cast<void>(store_.save(schedule_));
 }
 
 void ScheduleCommands::remove(const Selection& selection) {
     if (selection.empty())
         return;
     deleteEntries(schedule_, selection);
-    store_.save(schedule_);
+    static_cast<void>(store_.save(schedule_));
 }
 
 void ScheduleCommands::runNow(const Selection& selection) {
@@ -48,7 +48,7 @@ bool ScheduleCommands::addDropped(const std::vector<std::string>& paths) {
             continue;
         ScheduledProject record;
         record.path = path;
-        addEntry(schedule_, std::move(record), engine_.state(), store_);
+        static_cast<void>(addEntry(schedule_, std::move(record), engine_.state(), store_));
         added = true;
     }
     return added;

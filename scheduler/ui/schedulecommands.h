@@ -32,7 +32,7 @@ public:
     void runNow(const Selection& selection);
 
     /// Adds each file that is a project, with default settings; others are left out. True when any was added.
-    bool addDropped(const std::vector<std::string>& paths);
+    [[nodiscard]] bool addDropped(const std::vector<std::string>& paths);
 
 private:
     ScheduleList& schedule_;

@@ -24,7 +24,7 @@ public:
     explicit ScheduleListView(ScheduleRows& rows) : rows_(rows) {}
 
     /// Makes the control as a child of `parent`, which passes its notifications on to onNotify.
-    bool createIn(HWND parent);
+    [[nodiscard]] bool createIn(HWND parent);
 
     /// Fills `area` of the parent's client area.
     void moveTo(const RECT& area);

@@ -93,7 +93,7 @@ void BrowseEdit::createButton() {
         0, "BUTTON", buttonText_.c_str(), style, 0, 0, 0, 0, GetParent(handle()),
         reinterpret_cast<HMENU>(static_cast<INT_PTR>(button_.id())), base::moduleHandle(), nullptr);
     SendMessageA(button, WM_SETFONT, static_cast<WPARAM>(send(WM_GETFONT)), FALSE);
-    button_.attach(button);
+    static_cast<void>(button_.attach(button));
 }
 
 void BrowseEdit::layOut() {

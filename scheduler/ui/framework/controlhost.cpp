@@ -22,7 +22,7 @@ void ControlHost::start(HWND dialog) {
     if (!attach(dialog))
         return;
     for (Control* control : controls_)
-        control->attachIn(dialog);
+        static_cast<void>(control->attachIn(dialog));
     widenCutTexts(dialog);
     load();
     updateState();

@@ -59,7 +59,7 @@ bool PropertySheetDialog::open(const std::string& title, HWND owner) {
 
 void PropertySheetDialog::takeOver(HWND sheet) {
     if (!handle())
-        attach(sheet);
+        static_cast<void>(attach(sheet));
 }
 
 void PropertySheetDialog::fitToPages() {
