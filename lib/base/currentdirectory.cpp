@@ -1,6 +1,6 @@
 #include "lib/base/currentdirectory.h"
 
-#include "lib/base/dateparsing.h"
+#include "lib/base/sourceregistration.h"
 
 #include <windows.h>
 

@@ -6,7 +6,7 @@
 namespace base {
 
 /// While one lives, the current directory may change; at its end it is what it was, if that is still there.
-class KeptCurrentDirectory {
+class [[nodiscard]] KeptCurrentDirectory {
 public:
     KeptCurrentDirectory();
     KeptCurrentDirectory(const KeptCurrentDirectory&) = delete;

@@ -1,6 +1,7 @@
 #include "lib/base/dateparsing.h"
 
 #include "lib/base/regexp.h"
+#include "lib/base/sourceregistration.h"
 #include "lib/base/strings.h"
 
 #include <algorithm>

@@ -32,13 +32,4 @@ TimeValue parseFreeDate(std::string_view text);
 /// day.
 TimeSpan parseTimeOfDay(std::string_view text);
 
-/// Each source of this library calls this once before the entry point, with its path and a date in the
-/// compiler's form ("Jul 23 2005 19:54:31"). The date is the release's, not that of the compilation, so that
-/// two builds of one state of the sources are the same file byte for byte. Always true, so that it can
-/// initialise a constant.
-bool registerSourceFile(std::string_view path, std::string_view buildDate);
-
-/// The latest date of a registered source, which is that of the release; 0 when there is none.
-TimeValue buildTime();
-
 } // namespace base

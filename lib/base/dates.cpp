@@ -1,6 +1,6 @@
 #include "lib/base/dates.h"
 
-#include "lib/base/dateparsing.h"
+#include "lib/base/sourceregistration.h"
 
 #include <limits>
 #include <optional>

@@ -1,6 +1,6 @@
 #include "lib/base/encodings.h"
 
-#include "lib/base/dateparsing.h"
+#include "lib/base/sourceregistration.h"
 
 namespace base {
 namespace {

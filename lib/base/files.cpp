@@ -1,6 +1,6 @@
 #include "lib/base/files.h"
 
-#include "lib/base/dateparsing.h"
+#include "lib/base/sourceregistration.h"
 
 #include <windows.h>
 
@@ -69,19 +69,9 @@ bool WrittenFile::close() {
     return std::fclose(stream) == 0 && flushed;
 }
 
-bool writeFile(const std::string& path, std::span<const std::byte> bytes) {
-    WrittenFile file(path);
-    const bool written = file.write(bytes);
-    return file.close() && written;
-}
-
 bool anyFileMatches(const std::string& pattern) {
     WIN32_FIND_DATAA found{};
-    const HANDLE search = FindFirstFileA(pattern.c_str(), &found);
-    if (search == INVALID_HANDLE_VALUE)
-        return false;
-    FindClose(search);
-    return true;
+    return static_cast<bool>(FileSearch(FindFirstFileA(pattern.c_str(), &found)));
 }
 
 bool fileExists(const std::string& path) {

@@ -12,7 +12,7 @@
 namespace base {
 
 /// A read-only view of a whole file. Empty (no view, size 0) unless open() succeeded.
-class MappedFile {
+class [[nodiscard]] MappedFile {
 public:
     MappedFile() = default;
     ~MappedFile() { close(); }
@@ -21,7 +21,7 @@ public:
 
     /// Closes what was open, then maps the file at `path`. False, and an empty object, when any step fails;
     /// an empty file cannot be mapped. Other readers are let in, writers are not.
-    bool open(const std::string& path);
+    [[nodiscard]] bool open(const std::string& path);
 
     void close();
 
@@ -40,35 +40,29 @@ private:
 /// A file that is written anew, through a stream opened for binary writing and truncation. No child process
 /// inherits its handle: a process that is started meanwhile would keep the file open, and unreadable, until
 /// it ends.
-class WrittenFile {
+class [[nodiscard]] WrittenFile {
 public:
     /// Whatever the file held is gone when this succeeds.
     explicit WrittenFile(const std::string& path);
-    ~WrittenFile() { close(); }
+    ~WrittenFile() { static_cast<void>(close()); }
     WrittenFile(const WrittenFile&) = delete;
     WrittenFile& operator=(const WrittenFile&) = delete;
 
     /// Adds to the file's end. False when the file is not open or the bytes could not be written.
-    bool write(std::span<const std::byte> bytes);
+    [[nodiscard]] bool write(std::span<const std::byte> bytes);
 
     /// False when the file is not open or what was written did not reach it.
-    bool close();
-
-    std::FILE* stream() const { return stream_; }
+    [[nodiscard]] bool close();
 
 private:
     std::FILE* stream_;
 };
 
-/// Writes `bytes` as the whole content of the file at `path`. False when opening, writing or closing failed;
-/// a partly written file is left as it is.
-bool writeFile(const std::string& path, std::span<const std::byte> bytes);
-
 /// Whether at least one file matches a pattern that may hold "*" and "?".
-bool anyFileMatches(const std::string& pattern);
+[[nodiscard]] bool anyFileMatches(const std::string& pattern);
 
 /// Whether the attributes of a file or folder can be read.
-bool fileExists(const std::string& path);
+[[nodiscard]] bool fileExists(const std::string& path);
 
 /// The Windows directory, with a backslash at its end. Empty when the platform does not tell.
 std::string windowsDirectory();

@@ -1,9 +1,9 @@
 #include "lib/base/filetypes.h"
 
-#include "lib/base/dateparsing.h"
 #include "lib/base/paths.h"
 #include "lib/base/placeholders.h"
 #include "lib/base/registry.h"
+#include "lib/base/sourceregistration.h"
 
 #include <windows.h>
 

@@ -43,7 +43,7 @@ using FormatTexts = std::array<FormatText, 4>;
 /// A sum beyond the type is its largest value.
 std::size_t estimateFormattedLength(const char* pattern, std::size_t textsLength);
 
-bool formatTexts(std::string& out, const char* pattern, const FormatTexts& texts);
+[[nodiscard]] bool formatTexts(std::string& out, const char* pattern, const FormatTexts& texts);
 } // namespace detail
 
 /// Composes `pattern`, whose conversions are "%s" with optional flags, width and precision, from one to four
@@ -51,7 +51,7 @@ bool formatTexts(std::string& out, const char* pattern, const FormatTexts& texts
 /// beyond the texts given gets an empty one. False, and an empty `out`, when memory cannot be had. `out` must
 /// not be one of the texts.
 template<class... Texts>
-bool formatInto(std::string& out, const char* pattern, const Texts&... texts) {
+[[nodiscard]] bool formatInto(std::string& out, const char* pattern, const Texts&... texts) {
     static_assert(sizeof...(Texts) >= 1 && sizeof...(Texts) <= std::tuple_size_v<detail::FormatTexts>);
     return detail::formatTexts(out, pattern, {texts...});
 }
@@ -60,7 +60,7 @@ bool formatInto(std::string& out, const char* pattern, const Texts&... texts) {
 template<class... Texts>
 std::string format(const char* pattern, const Texts&... texts) {
     std::string out;
-    formatInto(out, pattern, texts...);
+    static_cast<void>(formatInto(out, pattern, texts...));
     return out;
 }
 

@@ -9,7 +9,7 @@ namespace base {
 
 /// Owns one handle. `Traits` has the handle's type, the value that means none, and how it is closed.
 template<class Traits>
-class UniqueHandle {
+class [[nodiscard]] UniqueHandle {
 public:
     using Handle = typename Traits::Handle;
 
@@ -58,6 +58,14 @@ struct FileHandleTraits {
     static void close(Handle handle) { CloseHandle(handle); }
 };
 using FileHandle = UniqueHandle<FileHandleTraits>;
+
+/// Searches for files by a pattern.
+struct FileSearchTraits {
+    using Handle = HANDLE;
+    static Handle none() { return INVALID_HANDLE_VALUE; }
+    static void close(Handle handle) { FindClose(handle); }
+};
+using FileSearch = UniqueHandle<FileSearchTraits>;
 
 struct RegistryKeyTraits {
     using Handle = HKEY;

@@ -1,6 +1,6 @@
 #include "lib/base/mycrc32.h"
 
-#include "lib/base/dateparsing.h"
+#include "lib/base/sourceregistration.h"
 
 namespace base {
 namespace {

@@ -1,8 +1,8 @@
 #include "lib/base/opsys.h"
 
 #include "lib/base/base.h"
-#include "lib/base/dateparsing.h"
 #include "lib/base/formatting.h"
+#include "lib/base/sourceregistration.h"
 
 #include <windows.h>
 

@@ -21,10 +21,10 @@ std::string executablePath();
 HMODULE loadSystemLibrary(const std::string& name);
 
 /// Makes the named mutex and holds it until the process ends. True when another instance has it already.
-bool createInstanceMutex(const std::string& name);
+[[nodiscard]] bool createInstanceMutex(const std::string& name);
 
 /// createInstanceMutex with the maker's and the program's names.
-bool isAnotherInstanceRunning();
+[[nodiscard]] bool isAnotherInstanceRunning();
 
 /// A window's text; empty when it has none or memory cannot be had.
 std::string windowText(HWND window);

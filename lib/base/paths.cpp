@@ -1,6 +1,6 @@
 #include "lib/base/paths.h"
 
-#include "lib/base/dateparsing.h"
+#include "lib/base/sourceregistration.h"
 #include "lib/base/strings.h"
 
 namespace base {

@@ -19,6 +19,6 @@ std::string extensionOf(std::string_view path);
 std::string baseNameOf(std::string_view path);
 
 /// Whether the path begins with a letter, a colon and a backslash.
-bool isDrivePath(std::string_view path);
+[[nodiscard]] bool isDrivePath(std::string_view path);
 
 } // namespace base

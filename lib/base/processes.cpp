@@ -1,7 +1,7 @@
 #include "lib/base/processes.h"
 
-#include "lib/base/dateparsing.h"
 #include "lib/base/handles.h"
+#include "lib/base/sourceregistration.h"
 
 #include <windows.h>
 

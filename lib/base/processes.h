@@ -13,11 +13,13 @@ inline constexpr std::uint32_t processFailed = 0xFFFFFFFF;
 
 /// Starts `commandLine` in `directory` (empty: the caller's own). The process information's handles are the
 /// caller's to close. On failure the platform's last error decides: true when it is 0, else false.
-bool createProcess(const std::string& commandLine, STARTUPINFOA& startupInfo,
-                   PROCESS_INFORMATION& processInfo, const std::string& directory, bool inheritHandles);
+[[nodiscard]] bool createProcess(const std::string& commandLine, STARTUPINFOA& startupInfo,
+                                 PROCESS_INFORMATION& processInfo, const std::string& directory,
+                                 bool inheritHandles);
 
 /// Starts `commandLine` without waiting for it. `showCommand` is one of the platform's SW_ values.
-bool startProcess(const std::string& commandLine, int showCommand, const std::string& directory);
+[[nodiscard]] bool startProcess(const std::string& commandLine, int showCommand,
+                                const std::string& directory);
 
 /// Starts `commandLine` with the program's standard handles and blocks the calling thread until it ends or
 /// `timeoutMs` milliseconds have passed (INFINITE: no limit). The exit code, STILL_ACTIVE (259) after a

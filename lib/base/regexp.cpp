@@ -1,6 +1,6 @@
 #include "lib/base/regexp.h"
 
-#include "lib/base/dateparsing.h"
+#include "lib/base/sourceregistration.h"
 
 #include <boost/regex.hpp>
 

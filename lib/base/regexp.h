@@ -14,7 +14,7 @@ enum class CaseRule { Sensitive, Insensitive };
 ///
 /// Matching throws std::runtime_error when its work explodes, as it can where repetitions are nested; the
 /// program's own expressions have none.
-class Expression {
+class [[nodiscard]] Expression {
 public:
     /// Compiles `pattern`. A pattern that begins with "[c]" is compiled without these three characters and
     /// regards case, one that begins with "[i]" ignores it; any other follows `defaultRule`.

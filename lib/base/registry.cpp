@@ -1,7 +1,7 @@
 #include "lib/base/registry.h"
 
-#include "lib/base/dateparsing.h"
 #include "lib/base/handles.h"
+#include "lib/base/sourceregistration.h"
 #include "lib/base/strings.h"
 
 #include <windows.h>
@@ -82,7 +82,7 @@ bool readString(HKEY root, const std::string& path, std::string& out) {
 
 std::string getString(HKEY root, const std::string& path) {
     std::string text;
-    readString(root, path, text);
+    static_cast<void>(readString(root, path, text));
     return text;
 }
 
@@ -100,7 +100,7 @@ bool readNumber(HKEY root, const std::string& path, std::uint32_t& out) {
 
 std::uint32_t getNumber(HKEY root, const std::string& path, std::uint32_t fallback) {
     std::uint32_t value = fallback;
-    readNumber(root, path, value);
+    static_cast<void>(readNumber(root, path, value));
     return value;
 }
 
@@ -129,7 +129,8 @@ bool deleteValue(HKEY root, const std::string& path) {
 }
 
 bool deleteKey(HKEY root, const std::string& subkey) {
-    return SHDeleteKeyA(root, subkey.c_str()) <= ERROR_SUCCESS;
+    // The platform's header declares the answer, a signed status, as unsigned. No value below 0 is a failure.
+    return static_cast<LSTATUS>(SHDeleteKeyA(root, subkey.c_str())) <= ERROR_SUCCESS;
 }
 
 } // namespace base

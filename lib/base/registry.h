@@ -15,31 +15,31 @@ namespace base {
 
 /// Reads a REG_SZ, REG_EXPAND_SZ (not expanded) or REG_MULTI_SZ (with its inner zeros), without trailing
 /// zeros. False, `out` untouched, when the value is missing, empty or of another type.
-bool readString(HKEY root, const std::string& path, std::string& out);
+[[nodiscard]] bool readString(HKEY root, const std::string& path, std::string& out);
 
 /// As readString, into a fresh string; empty when that fails.
 std::string getString(HKEY root, const std::string& path);
 
 /// Reads a value of at most 4 bytes, whatever its type, as a number; bytes that are not there count as 0.
 /// False, `out` untouched, when it is missing or larger.
-bool readNumber(HKEY root, const std::string& path, std::uint32_t& out);
+[[nodiscard]] bool readNumber(HKEY root, const std::string& path, std::uint32_t& out);
 
 /// As readNumber; `fallback` when that fails.
 std::uint32_t getNumber(HKEY root, const std::string& path, std::uint32_t fallback);
 
 /// Reads a REG_BINARY value. False, `out` untouched, when it is missing, empty or of another type.
-bool readBinary(HKEY root, const std::string& path, std::string& out);
+[[nodiscard]] bool readBinary(HKEY root, const std::string& path, std::string& out);
 
 // The writes make the key when it is not there.
 
 /// Writes a REG_SZ of the text's own length, without a terminating zero.
-bool writeString(HKEY root, const std::string& path, std::string_view text);
-bool writeNumber(HKEY root, const std::string& path, std::uint32_t value);
-bool writeBinary(HKEY root, const std::string& path, std::string_view bytes);
+[[nodiscard]] bool writeString(HKEY root, const std::string& path, std::string_view text);
+[[nodiscard]] bool writeNumber(HKEY root, const std::string& path, std::uint32_t value);
+[[nodiscard]] bool writeBinary(HKEY root, const std::string& path, std::string_view bytes);
 
-bool deleteValue(HKEY root, const std::string& path);
+[[nodiscard]] bool deleteValue(HKEY root, const std::string& path);
 
 /// Deletes a key with all its subkeys and values. False when there was none.
-bool deleteKey(HKEY root, const std::string& subkey);
+[[nodiscard]] bool deleteKey(HKEY root, const std::string& subkey);
 
 } // namespace base

@@ -1,7 +1,7 @@
 #include "lib/base/registrystore.h"
 
-#include "lib/base/dateparsing.h"
 #include "lib/base/registry.h"
+#include "lib/base/sourceregistration.h"
 
 #include <algorithm>
 

@@ -24,10 +24,10 @@ public:
     void leave(std::string_view name);
 
     // Values of the current path, by name.
-    bool readNumber(const std::string& name, std::uint32_t& out);
-    bool readString(const std::string& name, std::string& out);
-    bool writeNumber(const std::string& name, std::uint32_t value);
-    bool writeString(const std::string& name, std::string_view text);
+    [[nodiscard]] bool readNumber(const std::string& name, std::uint32_t& out);
+    [[nodiscard]] bool readString(const std::string& name, std::string& out);
+    [[nodiscard]] bool writeNumber(const std::string& name, std::uint32_t value);
+    [[nodiscard]] bool writeString(const std::string& name, std::string_view text);
 
     // The value that the current path itself addresses: its last section is the value's name.
     bool readBinaryHere(std::string& out) const;

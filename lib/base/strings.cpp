@@ -1,7 +1,7 @@
 #include "lib/base/strings.h"
 
-#include "lib/base/dateparsing.h"
 #include "lib/base/locale.h"
+#include "lib/base/sourceregistration.h"
 
 #include <algorithm>
 #include <cctype>

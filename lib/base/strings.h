@@ -21,7 +21,7 @@ inline constexpr std::string_view invalidFileNameChars = "\\/:*?\"<>|";
 inline constexpr std::uint32_t notFound = 0xFFFFFFFF;
 
 /// Whether the character is one of the 26 English letters, in either case.
-bool isLetter(char character);
+[[nodiscard]] bool isLetter(char character);
 
 /// `text` without leading and trailing characters of `set`.
 std::string trim(std::string_view text, std::string_view set);
@@ -38,8 +38,8 @@ void toLower(std::string& text);
 /// Negative, 0 or positive; a text that is the other's prefix sorts first.
 int compareNoCase(std::string_view a, std::string_view b);
 
-bool startsWithNoCase(std::string_view text, std::string_view prefix);
-bool endsWithNoCase(std::string_view text, std::string_view suffix);
+[[nodiscard]] bool startsWithNoCase(std::string_view text, std::string_view prefix);
+[[nodiscard]] bool endsWithNoCase(std::string_view text, std::string_view suffix);
 
 /// The first position p with from <= p < limit at which `what` occurs whole in `text`, ignoring case.
 /// `notFound` when there is none, when `what` is empty or when `from` lies beyond the text.

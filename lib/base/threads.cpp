@@ -1,7 +1,7 @@
 #include "lib/base/threads.h"
 
-#include "lib/base/callbacks.h"
-#include "lib/base/dateparsing.h"
+#include "lib/base/sourceregistration.h"
+#include "lib/base/stackalignment.h"
 
 #include <windows.h>
 

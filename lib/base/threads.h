@@ -18,7 +18,7 @@ std::uintptr_t startThread(ThreadFunction function, void* argument);
 
 /// Sixteen buffers that are handed out in turn, so that one stays valid while fifteen more are asked for.
 /// For one thread.
-class ScratchRing {
+class [[nodiscard]] ScratchRing {
 public:
     ScratchRing() = default;
     ~ScratchRing() { clear(); }

@@ -1,7 +1,7 @@
 #include "lib/base/trayicon.h"
 
-#include "lib/base/dateparsing.h"
 #include "lib/base/opsys.h"
+#include "lib/base/sourceregistration.h"
 
 #include <windows.h>
 

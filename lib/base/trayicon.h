@@ -15,12 +15,12 @@ inline constexpr UINT WM_TRAY_NOTIFY = WM_APP + 100;
 
 /// Adds the icon of the given resource number with at most 63 characters of `tip`. False when there is no
 /// window, the icon cannot be loaded or the shell refuses. Icons are loaded once and kept.
-bool addTrayIcon(HWND window, std::uint16_t iconResource, const std::string& tip);
+[[nodiscard]] bool addTrayIcon(HWND window, std::uint16_t iconResource, const std::string& tip);
 
 /// Changes the icon and the tip. False as for addTrayIcon.
-bool modifyTrayIcon(HWND window, std::uint16_t iconResource, const std::string& tip);
+[[nodiscard]] bool modifyTrayIcon(HWND window, std::uint16_t iconResource, const std::string& tip);
 
-bool removeTrayIcon(HWND window);
+[[nodiscard]] bool removeTrayIcon(HWND window);
 
 namespace detail {
 /// What the shell is told of the icon. Apart from the telling, so that it can be looked at without a shell.

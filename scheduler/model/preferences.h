@@ -23,10 +23,10 @@ base::RegistryStore appRegistryKey(const std::string& section);
 
 /// Reads each setting by itself: one that is missing keeps its value in `preferences`. True only when every
 /// read succeeded.
-bool loadPreferences(base::RegistryStore& store, Preferences& preferences);
+[[nodiscard]] bool loadPreferences(base::RegistryStore& store, Preferences& preferences);
 
 /// True only when every write succeeded.
-bool savePreferences(base::RegistryStore& store, const Preferences& preferences);
+[[nodiscard]] bool savePreferences(base::RegistryStore& store, const Preferences& preferences);
 
 /// Saves to the section "State". A refusal of the registry is ignored: the next save tries again.
 void storePreferences(const Preferences& preferences);

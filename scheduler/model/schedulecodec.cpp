@@ -171,7 +171,7 @@ std::vector<std::byte> encodeSchedule(std::span<const ScheduledProject> entries)
         size += encodedSize(entry);
     std::vector<std::byte> content(size);
     // All of it fits into the buffer, which is handed on once and is the content.
-    encodeSchedule(entries, content, [](std::span<const std::byte>) { return true; });
+    static_cast<void>(encodeSchedule(entries, content, [](std::span<const std::byte>) { return true; }));
     return content;
 }
 

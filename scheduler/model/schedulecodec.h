@@ -28,8 +28,8 @@ using ContentSink = std::function<bool(std::span<const std::byte>)>;
 /// Hands the whole file's content to `sink` through `buffer`, of any size but 0, in pieces of that size and a
 /// rest: a schedule of a hundred megabytes is written without being in memory twice. False when the sink said
 /// so.
-bool encodeSchedule(std::span<const ScheduledProject> entries, std::span<std::byte> buffer,
-                    const ContentSink& sink);
+[[nodiscard]] bool encodeSchedule(std::span<const ScheduledProject> entries, std::span<std::byte> buffer,
+                                  const ContentSink& sink);
 
 /// Fills `list` from a file's content and tells its observers.
 /// - False with `list` untouched: the content is shorter than 8 bytes, or its magic is not `expectedMagic`
@@ -37,6 +37,7 @@ bool encodeSchedule(std::span<const ScheduledProject> entries, std::span<std::by
 /// - False with `list` empty: the count or a string's length is not smaller than the content's size, or a
 ///   record is cut short, or memory cannot be had. Memory in proportion to the content's size is all that a
 ///   damaged count can cost.
-bool decodeSchedule(std::span<const std::byte> content, std::uint32_t expectedMagic, ScheduleList& list);
+[[nodiscard]] bool decodeSchedule(std::span<const std::byte> content, std::uint32_t expectedMagic,
+                                  ScheduleList& list);
 
 } // namespace scheduler

@@ -64,10 +64,10 @@ struct ScheduledProject {
 inline constexpr std::string_view commandLinePrefix = "run:";
 
 /// Whether what is run is a command line instead of a project file.
-inline bool isCommandLine(std::string_view path) {
+[[nodiscard]] inline bool isCommandLine(std::string_view path) {
     return path.starts_with(commandLinePrefix);
 }
-inline bool isCommandLine(const ScheduledProject& entry) {
+[[nodiscard]] inline bool isCommandLine(const ScheduledProject& entry) {
     return isCommandLine(entry.path);
 }
 

@@ -17,7 +17,7 @@ std::string schedulePath();
 
 /// Fills the list from the file, as decodeSchedule does. A missing or empty file is a failure that leaves the
 /// list as it is.
-bool loadSchedule(ScheduleList& list, std::uint32_t expectedMagic);
+[[nodiscard]] bool loadSchedule(ScheduleList& list, std::uint32_t expectedMagic);
 
 /// Saves to schedulePath(). The one place that learns of a failed save.
 class ScheduleFile : public ScheduleStore {

@@ -81,7 +81,7 @@ public:
 
     /// Takes over a whole schedule, as a load does, and tells the observers. False, with the schedule
     /// unchanged, when these have no memory for it.
-    bool assign(std::vector<ScheduledProject> entries);
+    [[nodiscard]] bool assign(std::vector<ScheduledProject> entries);
 
     /// Call after changing fields of entries: tells the observers.
     void noteChange();
@@ -95,7 +95,7 @@ public:
 private:
     friend class ScheduleBatch;
 
-    bool observersHaveRoomFor(std::size_t count);
+    [[nodiscard]] bool observersHaveRoomFor(std::size_t count);
 
     std::vector<ScheduledProject> entries_;
     std::vector<ScheduleObserver*> observers_;

@@ -58,7 +58,8 @@ DialupConnector::DialupConnector(HMODULE library, const FindEntryPoint& find) {
             return;
     }
     available_ = true;
-    listEntries(std::bit_cast<decltype(&RasEnumEntriesA)>(entryPoints.front()), entries_);
+    // Without a list there are no entries to offer.
+    static_cast<void>(listEntries(std::bit_cast<decltype(&RasEnumEntriesA)>(entryPoints.front()), entries_));
 }
 
 } // namespace scheduler

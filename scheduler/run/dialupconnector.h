@@ -18,7 +18,7 @@ using EnumerateEntries = std::function<DWORD(const char* reserved, const char* p
 
 /// Appends the names of the default phone book's entries to `names`, in the service's order. False on
 /// failure; a service that fails in its k-th call has then left k empty names.
-bool listEntries(const EnumerateEntries& enumerate, std::vector<std::string>& names);
+[[nodiscard]] bool listEntries(const EnumerateEntries& enumerate, std::vector<std::string>& names);
 
 class DialupConnector {
 public:

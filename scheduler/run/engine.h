@@ -85,7 +85,7 @@ public:
     void runEntry(std::size_t position, base::TimeValue now, bool manual);
 
     /// The process of a run has ended. False when no running entry has this number: a late or foreign notice.
-    bool onRunFinished(std::uint32_t runNumber);
+    [[nodiscard]] bool onRunFinished(std::uint32_t runNumber);
 
     /// Computes the next run of every entry that is not running.
     void recomputeAll(base::TimeValue now);
@@ -100,7 +100,7 @@ private:
         Trial,    ///< it is due, and only shown
     };
 
-    static bool isDueAt(const ScheduledProject& entry, base::TimeValue now) {
+    [[nodiscard]] static bool isDueAt(const ScheduledProject& entry, base::TimeValue now) {
         return now >= entry.nextRun && !entry.disabled && !entry.running;
     }
 

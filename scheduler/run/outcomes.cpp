@@ -22,7 +22,7 @@ public:
     KeyRemoval(const KeyRemoval&) = delete;
     KeyRemoval& operator=(const KeyRemoval&) = delete;
     // Nothing to delete is no failure: the spider need not have left anything.
-    ~KeyRemoval() { base::deleteKey(HKEY_LOCAL_MACHINE, name_); }
+    ~KeyRemoval() { static_cast<void>(base::deleteKey(HKEY_LOCAL_MACHINE, name_)); }
 
 private:
     std::string name_;

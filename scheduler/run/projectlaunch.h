@@ -13,10 +13,10 @@ namespace scheduler {
 std::string buildCommandLine(const ScheduledProject& entry);
 
 /// Whether the program of a command path (with or without wildcards, white space around it ignored) is there.
-bool spiderExists(const std::string& commandPath);
+[[nodiscard]] bool spiderExists(const std::string& commandPath);
 
 /// Opens the project in its spider for the user. True when a process was started or the user was told that
 /// the spider is missing; false, and nothing done, for a command line or a file of another type.
-bool openProject(const std::string& path, UserMessages& messages);
+[[nodiscard]] bool openProject(const std::string& path, UserMessages& messages);
 
 } // namespace scheduler

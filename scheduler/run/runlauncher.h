@@ -11,7 +11,7 @@ public:
 
     /// Starts the entry's run, whose end is reported later by its run number. False when no worker could be
     /// started.
-    virtual bool launch(const ScheduledProject& entry) = 0;
+    [[nodiscard]] virtual bool launch(const ScheduledProject& entry) = 0;
 };
 
 } // namespace scheduler

@@ -10,9 +10,10 @@ namespace scheduler {
 void applyAutostart(bool wanted) {
     const std::string path = "Software\\Microsoft\\Windows\\CurrentVersion\\Run\\" + base::applicationName;
     if (wanted)
-        base::writeString(HKEY_LOCAL_MACHINE, path, base::format("\"%s\" /s", base::executablePath()));
+        static_cast<void>(
+            base::writeString(HKEY_LOCAL_MACHINE, path, base::format("\"%s\" /s", base::executablePath())));
     else
-        base::deleteValue(HKEY_LOCAL_MACHINE, path);
+        static_cast<void>(base::deleteValue(HKEY_LOCAL_MACHINE, path));
 }
 
 } // namespace scheduler

@@ -81,8 +81,8 @@ void CellHints::onMouseRests() {
     if (hint.text.empty() || !isCut(underMouse_, hint.text) || isMenuOpen())
         return;
     GetCursorPos(&hint.point);
-    framework::HintWindow::show(&list_, hint);
-    shown_ = std::move(hint.text);
+    if (framework::HintWindow::show(&list_, hint))
+        shown_ = std::move(hint.text);
 }
 
 void CellHints::onRowsMoved() {

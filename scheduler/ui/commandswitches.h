@@ -7,9 +7,9 @@
 namespace scheduler {
 
 /// "/close": tell a running copy to exit.
-bool asksToClose(std::string_view commandLine);
+[[nodiscard]] bool asksToClose(std::string_view commandLine);
 
 /// "/s": started by the system at log-on.
-bool asksForHiddenStart(std::string_view commandLine);
+[[nodiscard]] bool asksForHiddenStart(std::string_view commandLine);
 
 } // namespace scheduler

@@ -26,7 +26,7 @@ std::optional<EditedEntry> editEntry(HWND owner, const ScheduledProject& record,
                                      std::optional<std::size_t> position);
 
 /// Lets the user change the preferences; true on OK, else they are untouched.
-bool editPreferences(HWND owner, Preferences& preferences);
+[[nodiscard]] bool editPreferences(HWND owner, Preferences& preferences);
 
 void showAbout(HWND owner);
 

@@ -52,8 +52,9 @@ void restoreColumnWidths(HWND list, base::RegistryStore& store) {
 
 void saveColumnWidths(HWND list, base::RegistryStore& store) {
     for (std::size_t column = 0; column < columnCount; ++column)
-        store.writeNumber(widthName(column), static_cast<std::uint32_t>(
-                                                 ListView_GetColumnWidth(list, static_cast<int>(column))));
+        static_cast<void>(store.writeNumber(
+            widthName(column),
+            static_cast<std::uint32_t>(ListView_GetColumnWidth(list, static_cast<int>(column)))));
 }
 
 void showSortArrow(HWND list, std::optional<ScheduleColumn> column, bool ascending) {

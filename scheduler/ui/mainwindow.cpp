@@ -134,7 +134,7 @@ Handled MainWindow::onMessage(const framework::Message& message) {
         onTimer(message.wParam);
         return 0;
     case WM_RUN_FINISHED:
-        engine_.onRunFinished(static_cast<std::uint32_t>(message.wParam));
+        static_cast<void>(engine_.onRunFinished(static_cast<std::uint32_t>(message.wParam)));
         return 0;
     case base::WM_TRAY_NOTIFY:
         NotificationIcon::onMouse(static_cast<UINT>(message.lParam), presence_);

@@ -32,7 +32,7 @@ public:
 
     /// Creates the window, loads what was saved and sets the engine going. False when there is no window
     /// or nothing would make the engine go.
-    bool start(const std::string& commandLine, int showCommand);
+    [[nodiscard]] bool start(const std::string& commandLine, int showCommand);
 
 private:
     framework::Handled onMessage(const framework::Message& message) override;
@@ -45,7 +45,7 @@ private:
     void editSelected();
     void changePreferences();
 
-    bool createWindow();
+    [[nodiscard]] bool createWindow();
     void applySavedState(int& showCommand);
     void layOut();
 

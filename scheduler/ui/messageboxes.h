@@ -24,6 +24,6 @@ private:
 HWND activeWindowOr(HWND mainWindow);
 
 /// A question over the active window, or else the main window; true when the answer is Yes.
-bool askYesNo(HWND mainWindow, const std::string& text);
+[[nodiscard]] bool askYesNo(HWND mainWindow, const std::string& text);
 
 } // namespace scheduler

@@ -33,11 +33,12 @@ NotificationIcon::~NotificationIcon() {
 void NotificationIcon::add(HWND window) {
     window_ = window;
     stands_ = true;
-    base::addTrayIcon(window_, IDI_ACTIVE, titleFor(false));
+    static_cast<void>(base::addTrayIcon(window_, IDI_ACTIVE, titleFor(false)));
 }
 
 void NotificationIcon::update(bool suspended) {
-    base::modifyTrayIcon(window_, suspended ? IDI_SUSPENDED : IDI_ACTIVE, titleFor(suspended));
+    static_cast<void>(
+        base::modifyTrayIcon(window_, suspended ? IDI_SUSPENDED : IDI_ACTIVE, titleFor(suspended)));
 }
 
 void NotificationIcon::restore(bool suspended) {
@@ -47,7 +48,7 @@ void NotificationIcon::restore(bool suspended) {
 
 void NotificationIcon::remove() {
     stands_ = false;
-    base::removeTrayIcon(window_);
+    static_cast<void>(base::removeTrayIcon(window_));
 }
 
 void NotificationIcon::onMouse(UINT mouseMessage, WindowPresence& presence) {

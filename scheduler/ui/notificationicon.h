@@ -9,7 +9,7 @@ namespace scheduler {
 
 /// Shows by icon and tip whether the scheduler is active or suspended. Failures of the shell are left alone:
 /// the program works without its icon. It is removed with its object at the latest.
-class NotificationIcon {
+class [[nodiscard]] NotificationIcon {
 public:
     NotificationIcon() = default;
     NotificationIcon(const NotificationIcon&) = delete;

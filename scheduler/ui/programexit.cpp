@@ -1,6 +1,6 @@
 #include "scheduler/ui/programexit.h"
 
-#include "lib/base/flagset.h"
+#include "lib/base/scopedflag.h"
 #include "scheduler/ui/autostart.h"
 #include "scheduler/ui/messageboxes.h"
 
@@ -35,7 +35,7 @@ bool ProgramExit::confirm() {
         return false;
     if (!parts_.schedule.hasPendingRun())
         return true;
-    const base::FlagSet asking(asking_);
+    const base::ScopedFlag asking(asking_);
     return askYesNo(parts_.presence.window(), exitQuestion);
 }
 

@@ -39,7 +39,7 @@ public:
     void onSessionEnd();
 
 private:
-    bool confirm();
+    [[nodiscard]] bool confirm();
     void save() const;
 
     ExitParts parts_;

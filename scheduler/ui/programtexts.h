@@ -1,16 +1,15 @@
-// The program's names as the user sees them.
+// The program's title, with and without its state.
 #pragma once
+
+#include "lib/base/base.h"
 
 #include <string>
 
 namespace scheduler {
 
-/// The program's title: see base::applicationName, which it is put into at the start.
-inline const std::string programTitle = "Corvane Scheduler";
-
 /// Title of the window and tip of the icon.
 inline std::string titleFor(bool suspended) {
-    return suspended ? programTitle + " (suspended)" : programTitle;
+    return suspended ? base::applicationName + " (suspended)" : base::applicationName;
 }
 
 } // namespace scheduler

@@ -34,7 +34,7 @@ protected:
 private:
     /// A binding that stores only while `kind` is the chosen one.
     template<class Value>
-    std::unique_ptr<framework::FieldBinding<Value>>
+    [[nodiscard]] std::unique_ptr<framework::FieldBinding<Value>>
     ofKind(ScheduleKind kind, std::unique_ptr<framework::FieldBinding<Value>> binding);
 
     bool isChosen(ScheduleKind kind) const;

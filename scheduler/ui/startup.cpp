@@ -8,7 +8,6 @@
 #include "scheduler/ui/framework/messagepump.h"
 #include "scheduler/ui/mainwindow.h"
 #include "scheduler/ui/messageboxes.h"
-#include "scheduler/ui/programtexts.h"
 
 #include <exception>
 #include <memory>
@@ -23,7 +22,7 @@ const std::string startFailedText = "A system error prevented the scheduler from
 /// The running copy is known by its exact title, so a suspended one, whose title says so, is not found and
 /// the message goes nowhere.
 void tellRunningCopy(UINT message, WPARAM wParam, LPARAM lParam) {
-    const HWND window = FindWindowA(nullptr, programTitle.c_str());
+    const HWND window = FindWindowA(nullptr, base::applicationName.c_str());
     if (!window)
         return;
     // The copy may come to the front on behalf of this one, which the user has just started.
@@ -45,7 +44,7 @@ std::unique_ptr<MainWindow> startWindow(const std::string& commandLine, int show
 } // namespace
 
 int runProgram(const std::string& commandLine, int showCommand) {
-    base::applicationName = programTitle;
+    base::applicationName = "Corvane Scheduler";
     if (asksToClose(commandLine)) {
         tellRunningCopy(WM_COMMAND, IDM_EXIT, 0);
         return 0;

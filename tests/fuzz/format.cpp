@@ -2,6 +2,7 @@
 #include "lib/base/formatting.h"
 #include "tests/fuzz/fuzzing.h"
 
+#include <algorithm>
 #include <array>
 
 using fuzzing::require;
@@ -60,7 +61,7 @@ private:
         if (input.number(3) == 1) {
             const std::size_t precision = input.number(250);
             pattern += '.' + std::to_string(precision);
-            text = text.substr(0, precision);
+            text.resize(std::min(text.size(), precision));
         }
         pattern += 's';
         const std::string padding(width > text.size() ? width - text.size() : 0, ' ');

@@ -1,10 +1,10 @@
 // Installs, upgrades and removes the program as its user does, silently and through the installer's pages.
 
-#include "lib/base/callbacks.h"
 #include "lib/base/files.h"
 #include "lib/base/opsys.h"
 #include "lib/base/processes.h"
 #include "lib/base/registry.h"
+#include "lib/base/stackalignment.h"
 #include "resources/ids.h"
 #include "scheduler/model/schedulefile.h"
 #include "scheduler/run/outcomes.h"

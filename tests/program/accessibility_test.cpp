@@ -1,7 +1,7 @@
 // Every window of the real program for those who do not see it or use no mouse: a screen reader finds a name
 // for each control that takes input, Tab comes to it, and no letter with Alt is two controls'.
 
-#include "lib/base/callbacks.h"
+#include "lib/base/stackalignment.h"
 #include "resources/ids.h"
 #include "tests/program/editordriver.h"
 #include "tests/program/listdriver.h"

@@ -1,6 +1,6 @@
 // The list of the real program: what its cells say, and when it paints.
 
-#include "lib/base/callbacks.h"
+#include "lib/base/stackalignment.h"
 #include "resources/ids.h"
 #include "scheduler/model/descriptions.h"
 #include "tests/program/listtest.h"

@@ -52,7 +52,7 @@ std::string ListDriver::cell(int row, int column, std::size_t bufferSize) const 
                  reinterpret_cast<LPARAM>(memory.address()));
     std::string text(bufferSize, '\0');
     memory.read(text.data(), text.size(), sizeof(item));
-    return text.c_str();
+    return text.substr(0, text.find('\0'));
 }
 
 std::vector<std::string> ListDriver::rowTexts(int row) const {

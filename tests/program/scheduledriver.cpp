@@ -1,10 +1,10 @@
 #include "tests/program/scheduledriver.h"
 
-#include "lib/base/callbacks.h"
 #include "lib/base/files.h"
 #include "lib/base/opsys.h"
 #include "lib/base/paths.h"
 #include "lib/base/processes.h"
+#include "lib/base/stackalignment.h"
 #include "resources/ids.h"
 #include "scheduler/model/schedulecodec.h"
 #include "scheduler/model/schedulefile.h"
@@ -92,8 +92,8 @@ std::string makeTestFolder() {
     static int count = 0;
     char temporary[MAX_PATH]{};
     GetTempPathA(sizeof(temporary), temporary);
-    const std::string folder = temporary + std::string("scheduler test ") +
-                               std::to_string(GetCurrentProcessId()) + "-" + std::to_string(++count) + "\\";
+    std::string folder = temporary + std::string("scheduler test ") + std::to_string(GetCurrentProcessId()) +
+                         "-" + std::to_string(++count) + "\\";
     CreateDirectoryA(folder.c_str(), nullptr);
     return folder;
 }
@@ -237,7 +237,7 @@ std::string SchedulerProcess::textOfBox(HWND box) {
     for (HWND child = GetWindow(box, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
         char name[32]{};
         GetClassNameA(child, name, sizeof(name));
-        const std::string text = textOf(child);
+        std::string text = textOf(child);
         if (std::string(name) == "Static" && !text.empty())
             return text;
     }
@@ -253,7 +253,7 @@ std::vector<scheduler::ScheduledProject> savedSchedule() {
     const std::string content = readBytes(scheduler::schedulePath());
     scheduler::ScheduleList list;
     scheduler::decodeSchedule(std::as_bytes(std::span(content)), scheduler::scheduleMagic, list);
-    return {list.begin(), list.end()};
+    return std::vector(list.begin(), list.end());
 }
 
 void saveEntries(const std::vector<scheduler::ScheduledProject>& entries) {

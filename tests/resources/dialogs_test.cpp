@@ -1,4 +1,4 @@
-#include "lib/base/callbacks.h"
+#include "lib/base/stackalignment.h"
 #include "resources/ids.h"
 #include "tests/support/dialogtemplate.h"
 

@@ -19,10 +19,8 @@ inline constexpr char testsKey[] = "Software\\Brindlewood\\tests";
 /// A key below the current user's that no other test has; deleted with this object.
 class OwnKey {
 public:
-    OwnKey() {
-        static unsigned count = 0;
-        path_ = testsKey + ("\\" + std::to_string(GetCurrentProcessId())) + "-" + std::to_string(++count);
-    }
+    OwnKey()
+        : path_(testsKey + ("\\" + std::to_string(GetCurrentProcessId())) + "-" + std::to_string(++count_)) {}
     ~OwnKey() {
         SHDeleteKeyA(HKEY_CURRENT_USER, path_.c_str());
         RegDeleteKeyA(HKEY_CURRENT_USER, testsKey);
@@ -33,6 +31,8 @@ public:
     const std::string& path() const { return path_; }
 
 private:
+    static inline unsigned count_ = 0;
+
     std::string path_;
 };
 

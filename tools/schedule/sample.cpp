@@ -4,7 +4,7 @@
 #include "scheduler/model/schedulefile.h"
 
 #include <filesystem>
-#include <span>
+#include <fstream>
 #include <string_view>
 #include <utility>
 
@@ -21,7 +21,10 @@ constexpr std::string_view mirrorProject = "# Takes a second and leaves a text.\
 constexpr std::string_view reportProject = "# Over at once.\n";
 
 bool writeText(const std::string& path, std::string_view text) {
-    return base::writeFile(path, std::as_bytes(std::span(text)));
+    std::ofstream file(path, std::ios::binary);
+    file << text;
+    file.close();
+    return file.good();
 }
 
 ScheduledProject once(std::string path, base::TimeValue time) {

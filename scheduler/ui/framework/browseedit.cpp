@@ -1,10 +1,10 @@
 #include "scheduler/ui/framework/browseedit.h"
 
 #include "lib/base/base.h"
-#include "lib/base/callbacks.h"
 #include "lib/base/currentdirectory.h"
-#include "lib/base/flagset.h"
 #include "lib/base/opsys.h"
+#include "lib/base/scopedflag.h"
+#include "lib/base/stackalignment.h"
 #include "lib/base/strings.h"
 #include "scheduler/ui/framework/browselayout.h"
 #include "scheduler/ui/framework/chosenfiles.h"
@@ -93,7 +93,7 @@ void BrowseEdit::createButton() {
         0, "BUTTON", buttonText_.c_str(), style, 0, 0, 0, 0, GetParent(handle()),
         reinterpret_cast<HMENU>(static_cast<INT_PTR>(button_.id())), base::moduleHandle(), nullptr);
     SendMessageA(button, WM_SETFONT, static_cast<WPARAM>(send(WM_GETFONT)), FALSE);
-    button_.attach(button);
+    static_cast<void>(button_.attach(button));
 }
 
 void BrowseEdit::layOut() {
@@ -136,7 +136,7 @@ void BrowseEdit::browse() {
 void BrowseEdit::takeChosen(std::vector<std::string> files) {
     const std::string text = chosenFilesText(files);
     chosen_ = std::move(files);
-    const base::FlagSet taking(takingChosen_);
+    const base::ScopedFlag taking(takingChosen_);
     setText(text);
 }
 

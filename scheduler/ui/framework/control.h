@@ -20,7 +20,7 @@ public:
     int id() const { return id_; }
 
     /// Finds the control in the dialog's window and binds this object to it.
-    bool attachIn(HWND dialog);
+    [[nodiscard]] bool attachIn(HWND dialog);
 
     /// Field to control, control to field. Nothing happens without a binding.
     virtual void load() {}
@@ -31,14 +31,14 @@ public:
     bool isEnabled() const;
 
     /// Whether what was typed may be stored. One that says no has told the user why.
-    virtual bool check() { return true; }
+    [[nodiscard]] virtual bool check() { return true; }
 
     /// A notification that the control sent to its dialog. True when that is settled, or when the control or
     /// its dialog was destroyed over it.
-    virtual bool onNotification(UINT code);
+    [[nodiscard]] virtual bool onNotification(UINT code);
 
     /// An owner-drawn control's request to paint one item.
-    virtual bool onDrawItem(const DRAWITEMSTRUCT& item);
+    [[nodiscard]] virtual bool onDrawItem(const DRAWITEMSTRUCT& item);
 
     // These leave the platform alone when nothing changes, so that the idle pass draws nothing again.
     void setEnabled(bool enabled);
@@ -70,7 +70,7 @@ void enableWindow(HWND window, bool enabled);
 void showWindow(HWND window, bool visible);
 
 /// Whether a window's class has this name of at most 31 characters.
-bool isOfClass(HWND window, const char* className);
+[[nodiscard]] bool isOfClass(HWND window, const char* className);
 
 /// The label that goes with a control: the static text directly before it, if that has an access key. Else
 /// null.

@@ -1,6 +1,6 @@
 #include "scheduler/ui/framework/controlhost.h"
 
-#include "lib/base/callbacks.h"
+#include "lib/base/stackalignment.h"
 #include "scheduler/ui/framework/control.h"
 #include "scheduler/ui/framework/messagepump.h"
 #include "scheduler/ui/framework/textextent.h"
@@ -22,7 +22,7 @@ void ControlHost::start(HWND dialog) {
     if (!attach(dialog))
         return;
     for (Control* control : controls_)
-        control->attachIn(dialog);
+        static_cast<void>(control->attachIn(dialog));
     widenCutTexts(dialog);
     load();
     updateState();

@@ -25,11 +25,11 @@ public:
 
     /// Runs the check of every control that is visible and enabled, in their order, up to the first that
     /// fails.
-    virtual bool check();
+    [[nodiscard]] virtual bool check();
 
     /// What comes before a store: brings the controls up to date as an idle pass does, and checks them. Who
     /// types faster than the pump comes to rest finds his numbers within their ranges all the same.
-    bool settle();
+    [[nodiscard]] bool settle();
 
     /// Brings this dialog before the user, so that a message about it is understood.
     virtual void reveal() {}
@@ -50,7 +50,7 @@ protected:
 
     /// A command of the dialog: a push button, or a notification of any of its controls. True when that
     /// settles it, and when this object was destroyed over it; otherwise the control itself is told.
-    virtual bool onCommand(int id, UINT code);
+    [[nodiscard]] virtual bool onCommand(int id, UINT code);
 
     Handled onMessage(const Message& message) override;
 

@@ -12,7 +12,7 @@ public:
 
     /// Creates the dialog, not shown yet, and loads its controls. False, without
     /// a window, when there is no such template or the loading failed.
-    bool open(HWND owner);
+    [[nodiscard]] bool open(HWND owner);
 
     /// Shows the dialog and runs it until it ends: IDOK when the controls were stored, else IDCANCEL. The
     /// owner is disabled meanwhile, and the dialog is gone afterwards.

@@ -61,21 +61,21 @@ private:
 };
 
 template<NumberField Field>
-std::unique_ptr<NumberBinding> bindNumber(Field& field) {
+[[nodiscard]] std::unique_ptr<NumberBinding> bindNumber(Field& field) {
     return std::make_unique<NumberFieldBinding<Field>>(field);
 }
 
 template<FlagField Field>
-std::unique_ptr<NumberBinding> bindFlag(Field& field) {
+[[nodiscard]] std::unique_ptr<NumberBinding> bindFlag(Field& field) {
     return std::make_unique<FlagBinding<Field>>(field);
 }
 
-std::unique_ptr<TextBinding> bindText(std::string& field);
+[[nodiscard]] std::unique_ptr<TextBinding> bindText(std::string& field);
 
 /// A time as it is: the edit for times of day writes and reads it.
-std::unique_ptr<TimeBinding> bindTimeOfDay(base::TimeValue& field);
+[[nodiscard]] std::unique_ptr<TimeBinding> bindTimeOfDay(base::TimeValue& field);
 
 /// A time as the text that an edit for date and time shows. A text that is no date stores 0.
-std::unique_ptr<TextBinding> bindDateTime(base::TimeValue& field);
+[[nodiscard]] std::unique_ptr<TextBinding> bindDateTime(base::TimeValue& field);
 
 } // namespace framework

@@ -11,7 +11,7 @@
 namespace framework {
 
 /// As GetOpenFileNameA does; false, too, when the platform has no such dialog.
-bool openFileDialog(OPENFILENAMEA& request);
+[[nodiscard]] bool openFileDialog(OPENFILENAMEA& request);
 
 /// Why the last dialog gave no file, as CommDlgExtendedError says it: 0 when the user cancelled it.
 DWORD fileDialogError();

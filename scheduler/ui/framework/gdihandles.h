@@ -22,7 +22,7 @@ struct BitmapTraits {
 using Bitmap = base::UniqueHandle<BitmapTraits>;
 
 /// Has an object selected into a device context, and afterwards what was selected before.
-class Selection {
+class [[nodiscard]] Selection {
 public:
     Selection(HDC context, HGDIOBJ object) : context_(context), previous_(SelectObject(context, object)) {}
     Selection(const Selection&) = delete;

@@ -72,7 +72,7 @@ HintWindow::~HintWindow() {
 }
 
 bool HintWindow::show(Window* owner, const Hint& hint) {
-    dropDead();
+    removeClosedHints();
     const HWND window = owner ? owner->handle() : nullptr;
     const auto isOwners = [&](const auto& other) { return other->owner_ == window; };
     if (hint.text.empty())
@@ -157,7 +157,7 @@ Handled HintWindow::filterMessage(Window&, const Message& message) {
 
 /// The input of the owners' children, which goes past their owners.
 void HintWindow::observeInput(const MSG& message) {
-    dropDead();
+    removeClosedHints();
     if (!closesHint(message.message))
         return;
     for (const auto& hint : shownHints())
@@ -183,7 +183,7 @@ void HintWindow::close() {
 
 /// Lets go of the hints whose windows were destroyed by others, as an owner's death does, or whose owners are
 /// gone.
-void HintWindow::dropDead() {
+void HintWindow::removeClosedHints() {
     Hints& hints = shownHints();
     const auto isDead = [](const auto& hint) { return !hint->handle() || hint->isOrphaned(); };
     // One by one, which takes no memory: no message may fail for want of it. Each is out of the list before

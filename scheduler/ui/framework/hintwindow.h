@@ -29,7 +29,7 @@ public:
 
     /// False, with nothing shown, when the text is empty, or when there is an owner (null: none) and the
     /// pointer is outside its window's rectangle or it shows a hint already.
-    static bool show(Window* owner, const Hint& hint);
+    [[nodiscard]] static bool show(Window* owner, const Hint& hint);
 
     /// Closes the hint that `owner` shows, if any.
     static void dismiss(const Window& owner);
@@ -39,7 +39,7 @@ public:
 private:
     HintWindow(HWND owner, const Hint& hint) : owner_(owner), text_(hint.text), style_(hint.style) {}
 
-    bool open(const Hint& hint);
+    [[nodiscard]] bool open(const Hint& hint);
     void postClose();
     void close();
     void paint();
@@ -48,7 +48,7 @@ private:
     Handled filterMessage(Window& owner, const Message& message) override;
 
     static void observeInput(const MSG& message);
-    static void dropDead();
+    static void removeClosedHints();
 
     HWND owner_; // by its handle, which tells whether it is gone; null: none
     std::string text_;

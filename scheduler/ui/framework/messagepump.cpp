@@ -1,6 +1,6 @@
 #include "scheduler/ui/framework/messagepump.h"
 
-#include "lib/base/callbacks.h"
+#include "lib/base/stackalignment.h"
 #include "scheduler/ui/framework/sentonly.h"
 #include "scheduler/ui/framework/window.h"
 

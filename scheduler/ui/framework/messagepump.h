@@ -36,7 +36,7 @@ private:
     MessagePump() = default;
 
     /// Waits for one message and deals with it. False when the loop has to end.
-    bool pumpOne(MSG& message, Window* modal);
+    [[nodiscard]] bool pumpOne(MSG& message, Window* modal);
     void dispatch(MSG& message);
     void runIdlePass();
 
@@ -46,6 +46,6 @@ private:
 };
 
 /// Whether a message stands for something after which the enabled state of controls may have to change.
-bool wantsIdlePass(UINT message);
+[[nodiscard]] bool wantsIdlePass(UINT message);
 
 } // namespace framework

@@ -7,7 +7,7 @@ namespace framework {
 
 /// Disables the owner for as long as this object lives, and then gives the focus back to where it was. An
 /// owner that waits for something else already goes on waiting for it.
-class ModalOwner {
+class [[nodiscard]] ModalOwner {
 public:
     /// No owner is null.
     explicit ModalOwner(HWND owner);

@@ -13,6 +13,6 @@ base::WindowState capturePlacement(HWND window);
 /// Puts the window where `bytes` say, without showing it. False, with nothing changed, when they hold no
 /// placement or one that lies outside every monitor's work area. Returns through `showCommand`, when it asks
 /// for the window's normal form, that it was maximised.
-bool applyPlacement(HWND window, const base::WindowState& bytes, int& showCommand);
+[[nodiscard]] bool applyPlacement(HWND window, const base::WindowState& bytes, int& showCommand);
 
 } // namespace framework

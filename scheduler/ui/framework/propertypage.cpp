@@ -1,7 +1,7 @@
 #include "scheduler/ui/framework/propertypage.h"
 
-#include "lib/base/callbacks.h"
 #include "lib/base/opsys.h"
+#include "lib/base/stackalignment.h"
 
 namespace framework {
 
@@ -33,8 +33,8 @@ void PropertyPage::onAttached() {
     ControlHost::onAttached();
     ownSize_ = sizeOf(handle());
     releaseSize(); // of an earlier window
-    if (made_)
-        made_(handle());
+    if (onCreated_)
+        onCreated_(handle());
 }
 
 Handled PropertyPage::onMessage(const Message& message) {

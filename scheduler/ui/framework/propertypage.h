@@ -22,9 +22,9 @@ public:
     /// The record by which the platform makes the page. It refers to this object.
     PROPSHEETPAGEA platformRecord();
 
-    /// Calls `made` when the page's window is there, while its sheet is still being made and cannot be seen
-    /// yet.
-    void setMade(std::function<void(HWND page)> made) { made_ = std::move(made); }
+    /// Calls `function` when the page's window is created, while its sheet is still being created and cannot
+    /// be seen yet.
+    void onCreated(std::function<void(HWND page)> function) { onCreated_ = std::move(function); }
 
     /// In pixels, as the template asks for it in the units of the page's font; whatever room the sheet gives
     /// it.
@@ -40,7 +40,7 @@ protected:
     Handled onMessage(const Message& message) override;
 
 private:
-    std::function<void(HWND)> made_;
+    std::function<void(HWND)> onCreated_;
     SIZE ownSize_{};
     std::optional<SIZE> heldSize_;
 };

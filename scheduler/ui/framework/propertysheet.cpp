@@ -34,7 +34,7 @@ int PropertySheetDialog::run(const std::string& title, HWND owner) {
 bool PropertySheetDialog::open(const std::string& title, HWND owner) {
     std::vector<PROPSHEETPAGEA> records;
     for (PropertyPage* page : pages_) {
-        page->setMade([this](HWND window) { takeOver(GetParent(window)); });
+        page->onCreated([this](HWND window) { takeOver(GetParent(window)); });
         records.push_back(page->platformRecord());
     }
     PROPSHEETHEADERA header{};
@@ -59,7 +59,7 @@ bool PropertySheetDialog::open(const std::string& title, HWND owner) {
 
 void PropertySheetDialog::takeOver(HWND sheet) {
     if (!handle())
-        attach(sheet);
+        static_cast<void>(attach(sheet));
 }
 
 void PropertySheetDialog::fitToPages() {

@@ -29,7 +29,7 @@ protected:
     Handled onMessage(const Message& message) override;
 
 private:
-    bool open(const std::string& title, HWND owner);
+    [[nodiscard]] bool open(const std::string& title, HWND owner);
     void takeOver(HWND sheet);
     void fitToPages();
     void close();

@@ -1,6 +1,6 @@
 #include "scheduler/ui/framework/sentonly.h"
 
-#include "lib/base/callbacks.h"
+#include "lib/base/stackalignment.h"
 
 namespace framework {
 namespace {

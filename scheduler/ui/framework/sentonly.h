@@ -14,7 +14,7 @@ void nullIfSentOnly(MSG& message);
 /// For the platform's loops, those of message boxes, menus and controls: while one exists, whatever loop the
 /// thread runs takes such messages as WM_NULL. The platform asks it about each message, at several times the
 /// price of taking one: too much for a program that only waits.
-class SentOnlyGuard {
+class [[nodiscard]] SentOnlyGuard {
 public:
     SentOnlyGuard();
     ~SentOnlyGuard();

@@ -8,7 +8,7 @@
 namespace framework {
 
 /// The window's device context with its font in it. Not to outlive the window.
-class TextExtent {
+class [[nodiscard]] TextExtent {
 public:
     explicit TextExtent(HWND window);
     TextExtent(const TextExtent&) = delete;

@@ -1,7 +1,7 @@
 #include "scheduler/ui/framework/window.h"
 
-#include "lib/base/callbacks.h"
 #include "lib/base/opsys.h"
+#include "lib/base/stackalignment.h"
 #include "scheduler/ui/framework/sentonly.h"
 #include "scheduler/ui/framework/windowclass.h"
 

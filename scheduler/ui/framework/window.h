@@ -60,10 +60,10 @@ public:
 
     /// Creates a window of the given class and binds this object to it from its first message on. False when
     /// the platform refuses.
-    bool create(WindowClass& windowClass, const WindowParameters& parameters);
+    [[nodiscard]] bool create(WindowClass& windowClass, const WindowParameters& parameters);
 
     /// Binds this object to a window that exists, unless another object has it: false then.
-    bool attach(HWND window);
+    [[nodiscard]] bool attach(HWND window);
 
     /// The object of a window; null when it has none. A window whose procedure is not the framework's never
     /// has.
@@ -87,7 +87,7 @@ public:
     virtual void onIdle() {}
 
     /// First refusal of each message that is pumped while this object is modal: true when it dealt with it.
-    virtual bool preTranslate(MSG&) { return false; }
+    [[nodiscard]] virtual bool preTranslate(MSG&) { return false; }
 
     virtual bool isModalFinished() const { return modalFinished_; }
 

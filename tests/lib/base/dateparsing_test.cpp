@@ -1,5 +1,6 @@
 #include "lib/base/dateparsing.h"
 #include "lib/base/formatting.h"
+#include "lib/base/sourceregistration.h"
 #include "tests/lib/base/dateparsingrows.h"
 #include "tests/support/instants.h"
 

@@ -1,4 +1,5 @@
 #include "lib/base/files.h"
+#include "tests/support/filecontent.h"
 #include "tests/support/handlecount.h"
 #include "tests/support/importedfunctions.h"
 #include "tests/support/temporaryfolder.h"
@@ -41,7 +42,7 @@ using test::TemporaryFolder;
 
 TEST(AnyFileMatches, FindsByNameAndByPattern) {
     const TemporaryFolder folder;
-    ASSERT_TRUE(writeFile(folder.file("news.krb"), {}));
+    ASSERT_TRUE(test::writeFile(folder.file("news.krb"), ""));
     const struct {
         const char* pattern;
         bool found;
@@ -57,7 +58,7 @@ TEST(AnyFileMatches, FindsByNameAndByPattern) {
 
 TEST(AnyFileMatches, ClosesItsSearch) {
     const TemporaryFolder folder;
-    ASSERT_TRUE(writeFile(folder.file("file"), {}));
+    ASSERT_TRUE(test::writeFile(folder.file("file"), ""));
     ASSERT_TRUE(anyFileMatches(folder.file("*")));
     const unsigned before = handleCount();
     for (int i = 0; i < 20; ++i)
@@ -67,7 +68,7 @@ TEST(AnyFileMatches, ClosesItsSearch) {
 
 TEST(FileExists, KnowsFilesAndFoldersButNoPatterns) {
     const TemporaryFolder folder;
-    ASSERT_TRUE(writeFile(folder.file("news.krb"), {}));
+    ASSERT_TRUE(test::writeFile(folder.file("news.krb"), ""));
     EXPECT_TRUE(fileExists(folder.file("news.krb")));
     EXPECT_TRUE(fileExists(folder.path()));
     EXPECT_FALSE(fileExists(folder.file("news.kra")));

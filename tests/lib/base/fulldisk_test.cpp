@@ -2,27 +2,24 @@
 // is lost, and another attempt succeeds once there is room.
 
 #include "lib/base/files.h"
+#include "tests/lib/base/filebytes.h"
 #include "tests/support/filecontent.h"
 #include "tests/support/fulldisk.h"
 #include "tests/support/handlecount.h"
 
 #include <gtest/gtest.h>
 
-#include <io.h>
-#include <span>
 #include <string>
 
 namespace base {
 namespace {
 
+using test::bytesOf;
 using test::FullDisk;
 using test::handleCount;
+using test::writeWhole;
 
 const std::string path = "D:\\file";
-
-std::span<const std::byte> bytesOf(const std::string& text) {
-    return std::as_bytes(std::span(text));
-}
 
 class FullDiskTest : public testing::Test {
 protected:
@@ -31,7 +28,7 @@ protected:
 
 TEST_F(FullDiskTest, ItsSizeIsThatOfTheTest) {
     const FullDisk full;
-    ASSERT_TRUE(WrittenFile(path).stream()) << "a name needs no room";
+    ASSERT_TRUE(WrittenFile(path).close()) << "a name needs no room";
     ULARGE_INTEGER total{};
     ASSERT_TRUE(GetDiskFreeSpaceExA("D:\\", nullptr, &total, nullptr));
     EXPECT_LE(total.QuadPart, 1U << 20) << "it is not a real disk that is filled here";
@@ -44,13 +41,13 @@ TEST_F(FullDiskTest, NothingCanBeWrittenHoweverLittle) {
         {
             const FullDisk full;
             const unsigned handles = handleCount();
-            EXPECT_FALSE(writeFile(path, bytesOf(content)));
+            EXPECT_FALSE(writeWhole(path, content));
             EXPECT_EQ(handleCount(), handles);
             EXPECT_EQ(test::fileContent(path), "");
         }
-        EXPECT_TRUE(writeFile(path, bytesOf(content))) << "there is room again";
+        EXPECT_TRUE(writeWhole(path, content)) << "there is room again";
         EXPECT_EQ(test::fileContent(path), content);
-        ASSERT_TRUE(writeFile(path, {}));
+        ASSERT_TRUE(writeWhole(path, ""));
     }
 }
 
@@ -76,9 +73,9 @@ TEST_F(FullDiskTest, TheCloseTellsWhenItIsTheCloseThatFindsNoRoom) {
 }
 
 TEST_F(FullDiskTest, TheCloseTellsWhenTheFileItselfCannotBeClosed) {
+    const int descriptor = test::nextDescriptor();
     WrittenFile file(path);
-    ASSERT_NE(file.stream(), nullptr);
-    ASSERT_TRUE(CloseHandle(reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(file.stream())))));
+    ASSERT_TRUE(CloseHandle(test::handleOf(descriptor)));
     EXPECT_FALSE(file.close());
 }
 

@@ -1,6 +1,7 @@
 #include "lib/base/files.h"
 #include "lib/base/handles.h"
 #include "tests/lib/base/filebytes.h"
+#include "tests/support/filecontent.h"
 #include "tests/support/handlecount.h"
 #include "tests/support/importedfunctions.h"
 #include "tests/support/memoryuse.h"
@@ -68,7 +69,6 @@ namespace base {
 namespace {
 
 using namespace std::string_view_literals;
-using test::bytesOf;
 using test::committedBytes;
 using test::handleCount;
 using test::openFile;
@@ -79,7 +79,7 @@ class MappedFileTest : public testing::Test {
 protected:
     std::string make(const std::string& name, std::string_view content) {
         const std::string path = folder_.file(name);
-        EXPECT_TRUE(writeFile(path, bytesOf(content)));
+        EXPECT_TRUE(test::writeFile(path, content));
         return path;
     }
 

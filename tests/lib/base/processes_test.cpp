@@ -64,7 +64,7 @@ TEST_F(ProcessTest, CreateProcessStartsWhatTheCommandLineSays) {
     startupInfo.cb = sizeof startupInfo;
     PROCESS_INFORMATION processInfo{};
     const std::string commandLine = child("exit 7");
-    const std::string copy = commandLine.c_str();
+    const std::string copy = commandLine;
     ASSERT_TRUE(createProcess(commandLine, startupInfo, processInfo, "", false));
     const KernelHandle process(processInfo.hProcess);
     const KernelHandle thread(processInfo.hThread);

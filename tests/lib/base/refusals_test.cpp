@@ -12,9 +12,11 @@
 #include <windows.h>
 
 #include <objbase.h>
+#include <shlwapi.h>
 
 #include <cstdio>
 #include <cstdlib>
+#include <optional>
 
 namespace {
 
@@ -24,6 +26,7 @@ bool setFails = false;
 bool deleteFails = false;
 int queriesBeforeFailure = -1; ///< none fails
 bool mutexFails = false;
+std::optional<DWORD> deletionsAnswer; ///< of a whole key, in place of the platform's
 
 constexpr LSTATUS refusal = ERROR_NO_SYSTEM_RESOURCES;
 
@@ -62,6 +65,12 @@ LSTATUS WINAPI removeValue(HKEY key, LPCSTR name) {
     return deleteFails ? refusal : platform(key, name);
 }
 
+DWORD WINAPI removeKey(HKEY root, LPCSTR subkey) {
+    static const auto platform =
+        test::platformFunction<decltype(&SHDeleteKeyA)>("shlwapi.dll", "SHDeleteKeyA");
+    return deletionsAnswer ? *deletionsAnswer : platform(root, subkey);
+}
+
 HANDLE WINAPI makeMutex(LPSECURITY_ATTRIBUTES security, BOOL owned, LPCSTR name) {
     static const auto platform =
         test::platformFunction<decltype(&CreateMutexA)>("kernel32.dll", "CreateMutexA");
@@ -88,6 +97,7 @@ SCHEDULER_REPLACE_IMPORT(RegCreateKeyExA, "_RegCreateKeyExA@36", create);
 SCHEDULER_REPLACE_IMPORT(RegSetValueExA, "_RegSetValueExA@24", set);
 SCHEDULER_REPLACE_IMPORT(RegQueryValueExA, "_RegQueryValueExA@24", query);
 SCHEDULER_REPLACE_IMPORT(RegDeleteValueA, "_RegDeleteValueA@8", removeValue);
+SCHEDULER_REPLACE_IMPORT(SHDeleteKeyA, "_SHDeleteKeyA@8", removeKey);
 SCHEDULER_REPLACE_IMPORT(CreateMutexA, "_CreateMutexA@12", makeMutex);
 
 SCHEDULER_REPLACE_IMPORT(CoInitialize, "_CoInitialize@4", refusedInitialization);
@@ -132,6 +142,7 @@ protected:
     void TearDown() override {
         openFails = createFails = setFails = deleteFails = false;
         queriesBeforeFailure = -1;
+        deletionsAnswer.reset();
         EXPECT_EQ(getString(HKEY_CURRENT_USER, path("Text")), "stored");
         EXPECT_EQ(getNumber(HKEY_CURRENT_USER, path("Number"), 0), 5U);
     }
@@ -171,6 +182,17 @@ TEST_F(Refusals, AValueThatCannotBeDeletedStays) {
     const unsigned handles = test::handleCount();
     EXPECT_FALSE(deleteValue(HKEY_CURRENT_USER, path("Text")));
     EXPECT_EQ(test::handleCount(), handles);
+}
+
+TEST_F(Refusals, OnlyAnAnswerAbove0MeansThatAKeyWasNotDeleted) {
+    const struct {
+        DWORD answer;
+        bool deleted;
+    } rows[] = {{0, true}, {0x80000000, true}, {0xFFFFFFFF, true}, {1, false}, {0x7FFFFFFF, false}};
+    for (const auto& row : rows) {
+        deletionsAnswer = row.answer;
+        EXPECT_EQ(deleteKey(HKEY_CURRENT_USER, path("Key")), row.deleted) << row.answer;
+    }
 }
 
 // The length is known then, but the text is not there.

@@ -11,7 +11,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
-#include <io.h>
 #include <string>
 
 namespace {
@@ -36,54 +35,55 @@ using test::fileContent;
 using test::handleCount;
 using test::openFile;
 using test::TemporaryFolder;
+using test::writeWhole;
 
-TEST(WriteFile, WritesTheBytesAsTheyAre) {
+TEST(WrittenFile, WritesTheBytesAsTheyAre) {
     const TemporaryFolder folder;
     const std::string path = folder.file("file");
     constexpr auto content = "a\nb\r\nc\0d\x1a\xff"sv;
-    EXPECT_TRUE(writeFile(path, bytesOf(content)));
+    EXPECT_TRUE(writeWhole(path, content));
     EXPECT_EQ(fileContent(path), content);
 }
 
-TEST(WriteFile, WritesManyBytes) {
+TEST(WrittenFile, WritesManyBytes) {
     const TemporaryFolder folder;
     const std::string path = folder.file("file");
     const std::string content(1'500'001, '\n');
-    EXPECT_TRUE(writeFile(path, bytesOf(content)));
+    EXPECT_TRUE(writeWhole(path, content));
     EXPECT_EQ(fileContent(path), content);
 }
 
-TEST(WriteFile, ReplacesALongerFile) {
+TEST(WrittenFile, ReplacesALongerFile) {
     const TemporaryFolder folder;
     const std::string path = folder.file("file");
-    ASSERT_TRUE(writeFile(path, bytesOf("a longer content")));
-    EXPECT_TRUE(writeFile(path, bytesOf("short")));
+    ASSERT_TRUE(writeWhole(path, "a longer content"));
+    EXPECT_TRUE(writeWhole(path, "short"));
     EXPECT_EQ(fileContent(path), "short");
 }
 
-TEST(WriteFile, NothingMakesAnEmptyFile) {
+TEST(WrittenFile, NothingMakesAnEmptyFile) {
     const TemporaryFolder folder;
     const std::string path = folder.file("file");
-    ASSERT_TRUE(writeFile(path, bytesOf("content")));
-    EXPECT_TRUE(writeFile(path, {}));
+    ASSERT_TRUE(writeWhole(path, "content"));
+    EXPECT_TRUE(writeWhole(path, ""));
     EXPECT_TRUE(fileExists(path));
     EXPECT_EQ(fileContent(path), "");
 }
 
-TEST(WriteFile, AProcessStartedMeanwhileDoesNotInheritTheFile) {
+TEST(WrittenFile, AProcessStartedMeanwhileDoesNotInheritTheFile) {
     const TemporaryFolder folder;
-    const base::WrittenFile file(folder.file("written"));
-    ASSERT_NE(file.stream(), nullptr);
+    const int descriptor = test::nextDescriptor();
+    WrittenFile file(folder.file("written"));
     DWORD flags = HANDLE_FLAG_INHERIT;
-    EXPECT_TRUE(
-        GetHandleInformation(reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(file.stream()))), &flags));
+    EXPECT_TRUE(GetHandleInformation(test::handleOf(descriptor), &flags));
     EXPECT_EQ(flags & HANDLE_FLAG_INHERIT, 0U);
+    EXPECT_TRUE(file.close());
 }
 
 TEST(WrittenFile, TakesItsContentPieceByPiece) {
     const TemporaryFolder folder;
     const std::string path = folder.file("file");
-    base::WrittenFile file(path);
+    WrittenFile file(path);
     EXPECT_TRUE(file.write(bytesOf("one")));
     EXPECT_TRUE(file.write({}));
     EXPECT_TRUE(file.write(bytesOf(", two")));
@@ -95,7 +95,7 @@ TEST(WrittenFile, IsClosedWhenItGoes) {
     const TemporaryFolder folder;
     const std::string path = folder.file("file");
     {
-        base::WrittenFile file(path);
+        WrittenFile file(path);
         EXPECT_TRUE(file.write(bytesOf("content")));
     }
     EXPECT_EQ(fileContent(path), "content");
@@ -104,52 +104,52 @@ TEST(WrittenFile, IsClosedWhenItGoes) {
 
 TEST(WrittenFile, TakesNothingWhenItIsNotOpen) {
     const TemporaryFolder folder;
-    base::WrittenFile none(folder.file("missing\\file"));
+    WrittenFile none(folder.file("missing\\file"));
     EXPECT_FALSE(none.write(bytesOf("content")));
     EXPECT_FALSE(none.close());
 
-    base::WrittenFile closed(folder.file("file"));
+    WrittenFile closed(folder.file("file"));
     EXPECT_TRUE(closed.close());
     EXPECT_FALSE(closed.write(bytesOf("content")));
     EXPECT_FALSE(closed.close());
 }
 
-TEST(WriteFile, FailsWhereNoFileCanBe) {
+TEST(WrittenFile, FailsWhereNoFileCanBe) {
     const TemporaryFolder folder;
-    EXPECT_FALSE(writeFile(folder.file("missing\\file"), bytesOf("content")));
-    EXPECT_FALSE(writeFile(folder.path(), bytesOf("content")));
-    EXPECT_FALSE(writeFile("", bytesOf("content")));
+    EXPECT_FALSE(writeWhole(folder.file("missing\\file"), "content"));
+    EXPECT_FALSE(writeWhole(folder.path(), "content"));
+    EXPECT_FALSE(writeWhole("", "content"));
 }
 
-TEST(WriteFile, FailureOnTheWayReleasesTheFile) {
+TEST(WrittenFile, FailureOnTheWayReleasesTheFile) {
     const TemporaryFolder folder;
     const std::string path = folder.file("file");
-    ASSERT_TRUE(writeFile(path, bytesOf("first")));
+    ASSERT_TRUE(writeWhole(path, "first"));
     const unsigned handles = handleCount();
     streamFails = true;
-    EXPECT_FALSE(writeFile(path, bytesOf("content")));
+    EXPECT_FALSE(writeWhole(path, "content"));
     streamFails = false;
     EXPECT_EQ(handleCount(), handles);
     EXPECT_TRUE(openFile(path, GENERIC_WRITE, 0)) << "nobody else has it";
-    EXPECT_TRUE(writeFile(path, bytesOf("again")));
+    EXPECT_TRUE(writeWhole(path, "again"));
 }
 
-TEST(WriteFile, FailsOnAFileThatAnotherKeepsForItself) {
+TEST(WrittenFile, FailsOnAFileThatAnotherKeepsForItself) {
     const TemporaryFolder folder;
     const std::string path = folder.file("file");
-    ASSERT_TRUE(writeFile(path, bytesOf("content")));
+    ASSERT_TRUE(writeWhole(path, "content"));
     {
         const FileHandle other = openFile(path, GENERIC_READ, FILE_SHARE_READ);
         ASSERT_TRUE(other);
-        EXPECT_FALSE(writeFile(path, bytesOf("new")));
+        EXPECT_FALSE(writeWhole(path, "new"));
     }
     EXPECT_EQ(fileContent(path), "content");
 }
 
-TEST(WriteFile, ClosesTheFile) {
+TEST(WrittenFile, ClosesTheFile) {
     const TemporaryFolder folder;
     const std::string path = folder.file("file");
-    ASSERT_TRUE(writeFile(path, bytesOf("content")));
+    ASSERT_TRUE(writeWhole(path, "content"));
     EXPECT_TRUE(openFile(path, GENERIC_READ | GENERIC_WRITE, 0));
     EXPECT_TRUE(DeleteFileA(path.c_str()));
 }

@@ -2,7 +2,7 @@
 // for: what is painted and what menus say when they open. Unless it is told to, it changes nothing, so what
 // is tested is the program as it is.
 
-#include "lib/base/callbacks.h"
+#include "lib/base/stackalignment.h"
 #include "scheduler/run/worker.h"
 #include "tests/program/witness/notes.h"
 #include "tests/support/gdiobjects.h"

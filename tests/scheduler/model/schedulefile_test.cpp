@@ -18,7 +18,6 @@
 #include <filesystem>
 #include <fstream>
 #include <io.h>
-#include <span>
 #include <string>
 #include <sys/stat.h>
 #include <vector>
@@ -72,9 +71,7 @@ protected:
     }
 
     static std::string aside() { return schedulePath() + ".aside"; }
-    static bool write(const std::string& content) {
-        return base::writeFile(schedulePath(), std::as_bytes(std::span(content)));
-    }
+    static bool write(const std::string& content) { return test::writeFile(schedulePath(), content); }
     static base::FileHandle open(DWORD access, DWORD sharing) {
         return base::FileHandle(
             CreateFileA(schedulePath().c_str(), access, sharing, nullptr, OPEN_EXISTING, 0, nullptr));

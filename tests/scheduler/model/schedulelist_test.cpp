@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <limits>
 #include <random>
 #include <string>
@@ -86,7 +87,7 @@ TEST(ScheduleList, InsertingAnywhereKeepsAllOthersWhole) {
         // Texts short and long: the short ones lie within the record.
         const std::string name = std::string(random() % 40, 'x') + std::to_string(i);
         const std::size_t position = random() % (expected.size() + 1);
-        expected.insert(expected.begin() + static_cast<std::ptrdiff_t>(position), name);
+        expected.insert(std::next(expected.begin(), static_cast<std::ptrdiff_t>(position)), name);
         ASSERT_EQ(list.insert(position, named(name)), static_cast<std::ptrdiff_t>(position));
     }
     EXPECT_EQ(namesIn(list), expected);

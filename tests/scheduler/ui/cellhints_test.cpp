@@ -1,4 +1,4 @@
-#include "lib/base/callbacks.h"
+#include "lib/base/stackalignment.h"
 #include "scheduler/ui/cellhints.h"
 #include "scheduler/ui/framework/hintface.h"
 #include "scheduler/ui/framework/hintwindow.h"

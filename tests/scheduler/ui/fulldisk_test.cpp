@@ -8,7 +8,6 @@
 #include "scheduler/model/schedulefile.h"
 #include "scheduler/ui/framework/messagepump.h"
 #include "scheduler/ui/mainwindow.h"
-#include "scheduler/ui/programtexts.h"
 #include "tests/scheduler/ui/simulatedmessagebox.h"
 #include "tests/support/fulldisk.h"
 #include "tests/support/windowsondiskd.h"
@@ -24,7 +23,7 @@ namespace {
 class FullDiskTest : public testing::Test {
 protected:
     FullDiskTest() {
-        base::applicationName = programTitle;
+        base::applicationName = "Corvane Scheduler";
         base::deleteKey(HKEY_CURRENT_USER, "Software\\Brindlewood");
         ScheduleList schedule;
         schedule.append(atStartup("C:\\Sites\\news.kra"));

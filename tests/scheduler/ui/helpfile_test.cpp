@@ -1,3 +1,4 @@
+#include "lib/base/base.h"
 #include "lib/base/opsys.h"
 #include "lib/base/paths.h"
 #include "scheduler/ui/helpfile.h"
@@ -29,14 +30,15 @@ SCHEDULER_REPLACE_IMPORT(WinHelpA, "_WinHelpA@16", notedHelp);
 
 namespace {
 
-TEST(HelpFile, IsOpenedAtTheProgramsKeyword) {
+TEST(HelpFile, IsOpenedAtTheProgramsTitle) {
+    base::applicationName = "Help Test";
     const HWND window = GetDesktopWindow();
     scheduler::showHelp(window);
     ASSERT_EQ(helpCalls.size(), 1U);
     EXPECT_EQ(helpCalls[0].window, window);
     EXPECT_EQ(helpCalls[0].file, base::directoryOf(base::executablePath()) + "scheduler.hlp");
     EXPECT_EQ(helpCalls[0].command, 0x0101U);
-    EXPECT_EQ(helpCalls[0].keyword, "Corvane Scheduler");
+    EXPECT_EQ(helpCalls[0].keyword, "Help Test");
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 // What a dialog leaves behind when it is gone: nothing.
 
-#include "lib/base/callbacks.h"
+#include "lib/base/stackalignment.h"
 #include "scheduler/ui/dialogs.h"
 #include "tests/scheduler/ui/whileopen.h"
 #include "tests/support/gdiobjects.h"

@@ -131,7 +131,7 @@ using testing::Pair;
 class MainWindow : public testing::Test {
 protected:
     MainWindow() {
-        base::applicationName = scheduler::programTitle;
+        base::applicationName = "Corvane Scheduler";
         base::deleteKey(HKEY_CURRENT_USER, "Software\\Brindlewood");
         EXPECT_TRUE(scheduler::saveSchedule({}));
         timersFail = false;

@@ -1,3 +1,4 @@
+#include "lib/base/base.h"
 #include "resources/ids.h"
 #include "scheduler/ui/notificationicon.h"
 #include "tests/support/importedfunctions.h"
@@ -59,14 +60,15 @@ using testing::ElementsAre;
 class NotificationIcon : public testing::Test {
 protected:
     NotificationIcon() {
+        base::applicationName = "Icon Test";
         shellCalls.clear();
         shellAnswers = true;
     }
     ~NotificationIcon() override { DestroyWindow(window_); }
 
-    ShellCall active(DWORD message) const { return {message, window_, IDI_ACTIVE, "Corvane Scheduler"}; }
+    ShellCall active(DWORD message) const { return {message, window_, IDI_ACTIVE, "Icon Test"}; }
     ShellCall suspended(DWORD message) const {
-        return {message, window_, IDI_SUSPENDED, "Corvane Scheduler (suspended)"};
+        return {message, window_, IDI_SUSPENDED, "Icon Test (suspended)"};
     }
 
     HWND window_ =

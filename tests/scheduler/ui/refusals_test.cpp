@@ -1,7 +1,8 @@
 // The platform refuses one call after another of those by which the main window is made, shown and used: the
 // program goes on without what it did not get, or says that there is no window, and loses nothing.
 
-#include "lib/base/callbacks.h"
+#include "lib/base/base.h"
+#include "lib/base/stackalignment.h"
 #include "lib/base/trayicon.h"
 #include "resources/ids.h"
 #include "scheduler/model/schedulefile.h"
@@ -10,7 +11,6 @@
 #include "scheduler/ui/framework/messagepump.h"
 #include "scheduler/ui/framework/propertysheet.h"
 #include "scheduler/ui/mainwindow.h"
-#include "scheduler/ui/programtexts.h"
 #include "scheduler/ui/startup.h"
 #include "tests/scheduler/ui/simulatedmessagebox.h"
 #include "tests/support/allocations.h"
@@ -114,7 +114,7 @@ HRGN WINAPI makeRegion(int left, int top, int right, int bottom, int width, int 
 /// The program's last call before its message loop: what is posted now is what the loop finds.
 HACCEL WINAPI loadAccelerators(HINSTANCE instance, LPCSTR name) {
     static const auto original = platform<decltype(&LoadAcceleratorsA)>("LoadAcceleratorsA");
-    const HWND window = FindWindowA(nullptr, scheduler::programTitle.c_str());
+    const HWND window = FindWindowA(nullptr, base::applicationName.c_str());
     PostMessageA(window, WM_COMMAND, IDM_EXIT, 0);
     return refuses("LoadAcceleratorsA") ? nullptr : original(instance, name);
 }

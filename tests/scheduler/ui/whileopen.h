@@ -1,7 +1,7 @@
 // Doing something to a modal dialog while it runs.
 #pragma once
 
-#include "lib/base/callbacks.h"
+#include "lib/base/stackalignment.h"
 
 #include <windows.h>
 

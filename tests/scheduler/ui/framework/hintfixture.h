@@ -1,7 +1,7 @@
 // What the tests of the hint window have in common.
 #pragma once
 
-#include "lib/base/callbacks.h"
+#include "lib/base/stackalignment.h"
 #include "scheduler/ui/framework/hintwindow.h"
 #include "scheduler/ui/framework/messagepump.h"
 #include "scheduler/ui/framework/windowclass.h"

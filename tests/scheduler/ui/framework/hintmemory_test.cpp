@@ -1,4 +1,4 @@
-#include "lib/base/callbacks.h"
+#include "lib/base/stackalignment.h"
 #include "scheduler/ui/framework/hintwindow.h"
 #include "scheduler/ui/framework/messagepump.h"
 #include "tests/support/allocations.h"

@@ -1,0 +1,18 @@
+// Marks that something is in progress.
+#pragma once
+
+namespace base {
+
+/// Sets a flag until the end of its scope, however the scope is left.
+class [[nodiscard]] ScopedFlag {
+public:
+    explicit ScopedFlag(bool& flag) : flag_(flag) { flag_ = true; }
+    ScopedFlag(const ScopedFlag&) = delete;
+    ScopedFlag& operator=(const ScopedFlag&) = delete;
+    ~ScopedFlag() { flag_ = false; }
+
+private:
+    bool& flag_;
+};
+
+} // namespace base
