@@ -3,9 +3,7 @@
 #include "lib/base/base.h"
 #include "lib/base/callbacks.h"
 #include "lib/base/currentdirectory.h"
-#include "lib/base/flagset.h"
 #include "lib/base/opsys.h"
-#include "lib/base/strings.h"
 #include "scheduler/ui/framework/browselayout.h"
 #include "scheduler/ui/framework/chosenfiles.h"
 #include "scheduler/ui/framework/controlhost.h"
@@ -110,15 +108,6 @@ Handled BrowseEdit::onMessage(const Message& message) {
     return Edit::onMessage(message);
 }
 
-bool BrowseEdit::onNotification(UINT code) {
-    if (code != EN_CHANGE)
-        return false;
-    // A blank that slipped in before or behind the files leaves them chosen.
-    if (!takingChosen_ && base::trim(text(), base::whitespace) != chosenFilesText(chosen_))
-        chosen_.clear();
-    return true;
-}
-
 void BrowseEdit::browse() {
     OPENFILENAMEA request{};
     request.lStructSize = sizeof(request);
@@ -134,10 +123,8 @@ void BrowseEdit::browse() {
 }
 
 void BrowseEdit::takeChosen(std::vector<std::string> files) {
-    const std::string text = chosenFilesText(files);
+    setText(chosenFilesText(files));
     chosen_ = std::move(files);
-    const base::FlagSet taking(takingChosen_);
-    setText(text);
 }
 
 bool BrowseEdit::check() {
