@@ -16,7 +16,7 @@ void PropertyPage::reveal() {
 PROPSHEETPAGEA PropertyPage::platformRecord() {
     PROPSHEETPAGEA record{};
     record.dwSize = sizeof(record);
-    // Made with the sheet, not when it is first shown: a page that the user never turned to is checked, too.
+    // Pages that the user never turns to are checked and stored as well.
     record.dwFlags = PSP_PREMATURE;
     record.hInstance = base::moduleHandle();
     record.pszTemplate = MAKEINTRESOURCEA(templateId());

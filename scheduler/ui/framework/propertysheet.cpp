@@ -62,6 +62,13 @@ void PropertySheetDialog::takeOver(HWND sheet) {
         attach(sheet);
 }
 
+void PropertySheetDialog::createPages() {
+    if (std::ranges::all_of(pages_, &PropertyPage::handle))
+        return;
+    for (std::size_t index = pages_.size(); index-- > 0;) // the first page last, so that it stays in front
+        SendMessageA(handle(), PSM_SETCURSEL, index, 0);
+}
+
 void PropertySheetDialog::fitToPages() {
     std::vector<SheetPage> pages;
     for (PropertyPage* page : pages_) {
@@ -75,8 +82,10 @@ void PropertySheetDialog::fitToPages() {
 
 Handled PropertySheetDialog::onMessage(const Message& message) {
     // Before it can be seen: not every window manager follows a window that changes just as it appears.
-    if (message.id == WM_SHOWWINDOW && message.wParam)
+    if (message.id == WM_SHOWWINDOW && message.wParam) {
+        createPages();
         fitToPages();
+    }
     return Window::onMessage(message);
 }
 

@@ -31,6 +31,11 @@ protected:
 private:
     bool open(const std::string& title, HWND owner);
     void takeOver(HWND sheet);
+
+    /// Has each page created by turning to it. Wine 8 does not create them with the sheet: it ignores
+    /// PSP_PREMATURE.
+    void createPages();
+
     void fitToPages();
     void close();
 
