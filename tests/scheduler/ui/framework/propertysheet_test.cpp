@@ -144,10 +144,10 @@ TEST(PropertySheet, OkChecksEachPageInTurnThenStoresAllAndGivesOne) {
     EXPECT_EQ(sheet.handle(), nullptr);
 }
 
-TEST(PropertySheet, OneWithAPageThatCouldNotBeLoadedIsCancelled) {
+TEST(PropertySheet, OneWithAPageThatCouldNotBeLoadedIsNotMade) {
     SteppedSheet sheet;
     sheet.second.failsToLoad = true;
-    EXPECT_EQ(sheet.runSteps(), 2);
+    EXPECT_EQ(sheet.runSteps(), framework::notMade);
     EXPECT_EQ(sheet.log, "");
     EXPECT_EQ(sheet.handle(), nullptr);
 }
