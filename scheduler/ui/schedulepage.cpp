@@ -1,6 +1,5 @@
 #include "scheduler/ui/schedulepage.h"
 
-#include "lib/base/base.h"
 #include "resources/ids.h"
 #include "scheduler/model/descriptions.h"
 
@@ -124,10 +123,7 @@ bool SchedulePage::hasWeekday() const {
 
 bool SchedulePage::check() {
     if (isChosen(ScheduleKind::Daily) && !hasWeekday()) {
-        reveal();
-        MessageBoxA(handle(), "You must choose at least one day of the week.", base::applicationName.c_str(),
-                    MB_OK);
-        weekdays_.front().takeFocus();
+        weekdays_.front().reportInvalid("You must choose at least one day of the week.");
         return false;
     }
     return PropertyPage::check();

@@ -1,12 +1,10 @@
 #include "scheduler/ui/framework/browseedit.h"
 
-#include "lib/base/base.h"
 #include "lib/base/callbacks.h"
 #include "lib/base/currentdirectory.h"
 #include "lib/base/opsys.h"
 #include "scheduler/ui/framework/browselayout.h"
 #include "scheduler/ui/framework/chosenfiles.h"
-#include "scheduler/ui/framework/controlhost.h"
 #include "scheduler/ui/framework/filedialog.h"
 #include "scheduler/ui/framework/textextent.h"
 
@@ -130,9 +128,7 @@ void BrowseEdit::takeChosen(std::vector<std::string> files) {
 bool BrowseEdit::check() {
     if (!isAcceptable_ || isAcceptable_(text()))
         return true;
-    host().reveal();
-    MessageBoxA(GetParent(handle()), message_.c_str(), base::applicationName.c_str(), MB_OK);
-    takeFocus();
+    reportInvalid(message_);
     return false;
 }
 

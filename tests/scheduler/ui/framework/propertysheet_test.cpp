@@ -3,6 +3,7 @@
 #include "scheduler/ui/framework/propertysheet.h"
 #include "scheduler/ui/framework/windowclass.h"
 #include "tests/scheduler/ui/framework/testdialogs.h"
+#include "tests/scheduler/ui/simulatedmessagebox.h"
 #include "tests/support/importedfunctions.h"
 
 #include <gtest/gtest.h>
@@ -54,7 +55,7 @@ public:
     bool check() override {
         log_ += "check " + name_ + "; ";
         if (!passes) {
-            reveal();
+            edit.reportInvalid("Not this one.");
             shownWhenFailing = IsWindowVisible(handle());
         }
         return passes && PropertyPage::check();
