@@ -77,7 +77,7 @@ Handled Dialog::onMessage(const Message& message) {
 }
 
 void Dialog::onOk() {
-    if (!settle())
+    if (!updateAndCheck())
         return;
     store();
     finish(IDOK);

@@ -39,7 +39,7 @@ void PropertyPage::onAttached() {
 
 Handled PropertyPage::onMessage(const Message& message) {
     if (message.id == WM_NOTIFY && reinterpret_cast<const NMHDR*>(message.lParam)->code == PSN_APPLY)
-        return settle() ? PSNRET_NOERROR : PSNRET_INVALID;
+        return updateAndCheck() ? PSNRET_NOERROR : PSNRET_INVALID;
     if (message.id == WM_WINDOWPOSCHANGING && heldSize_) {
         WINDOWPOS& place = *reinterpret_cast<WINDOWPOS*>(message.lParam);
         place.cx = heldSize_->cx;
