@@ -17,8 +17,10 @@ namespace scheduler {
 /// What the editor was left with by OK.
 struct EditedEntry {
     ScheduledProject record;
-    std::vector<std::string> files; ///< chosen in its Browse dialog, in the form that addEntries takes
+    std::vector<std::string> files; ///< as ScheduleEditor::chosenFiles
 };
+
+// A dialog that cannot be made is reported over its owner, and changes nothing.
 
 /// Lets the user edit `record`, which is the entry at `position` of the schedule or, without a position, a
 /// new one. Nothing when the editor was cancelled.

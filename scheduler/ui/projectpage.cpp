@@ -31,9 +31,15 @@ bool isFolder(const std::string& path) {
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
+/// Several files from the Browse dialog are shown in quotes. No usable path begins with a quote, so the text
+/// still means these files after the user edited it.
+bool isTextOfSeveralFiles(const std::string& path) {
+    return path.starts_with('"');
+}
+
 bool isProject(const std::string& path) {
-    // Several files stand in quotes; they were chosen among those that exist.
-    return path.starts_with('"') || isCommandLine(path) || (base::fileExists(path) && !isFolder(path));
+    // The Browse dialog offers only files that exist.
+    return isTextOfSeveralFiles(path) || isCommandLine(path) || (base::fileExists(path) && !isFolder(path));
 }
 
 } // namespace
@@ -60,6 +66,10 @@ void ProjectPage::setMultiSelect(bool several) {
         path_.addFlags(OFN_ALLOWMULTISELECT);
     else
         path_.removeFlags(OFN_ALLOWMULTISELECT);
+}
+
+std::vector<std::string> ProjectPage::chosenFiles() const {
+    return isTextOfSeveralFiles(record_.path) ? path_.chosen() : std::vector<std::string>();
 }
 
 void ProjectPage::load() {

@@ -22,8 +22,9 @@ public:
     /// Whether several files can be chosen at once: they can unless it is switched off.
     void setMultiSelect(bool several);
 
-    /// The files that the path was chosen as, in the form that addEntries takes. Empty when it was typed.
-    const std::vector<std::string>& chosenFiles() const { return path_.chosen(); }
+    /// The files chosen in the Browse dialog, in the form that addEntries takes. Empty when the stored path
+    /// is not the text of several files.
+    std::vector<std::string> chosenFiles() const;
 
     void load() override;
     void store() override;

@@ -24,9 +24,9 @@ public:
     /// Whether the Browse dialog takes several files, as it does from the start.
     void setMultiSelect(bool several) { projectPage_.setMultiSelect(several); }
 
-    /// The files chosen in the Browse dialog, in the form that addEntries takes. Empty when the path was
-    /// typed.
-    const std::vector<std::string>& chosenFiles() const { return projectPage_.chosenFiles(); }
+    /// The files chosen in the Browse dialog, in the form that addEntries takes. Empty when the stored path
+    /// is not the text of several files.
+    std::vector<std::string> chosenFiles() const { return projectPage_.chosenFiles(); }
 
 private:
     ProjectPage projectPage_;

@@ -1,10 +1,10 @@
 #include "scheduler/ui/schedulepage.h"
 
-#include "lib/base/base.h"
 #include "resources/ids.h"
 #include "scheduler/model/descriptions.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <functional>
 #include <span>
 #include <utility>
@@ -106,7 +106,8 @@ SchedulePage::SchedulePage(ScheduledProject& record, const ScheduleList& schedul
 
 void SchedulePage::load() {
     PropertyPage::load();
-    lastKind_ = kind_.value();
+    wasOnce_ = isChosen(ScheduleKind::Once);
+    offerFutureTime();
     if (afterProject_.selected() != framework::ListControl::noItem || afterProject_.count() == 0)
         return;
     // What it waited for is no longer there, or is the entry itself.
@@ -124,10 +125,7 @@ bool SchedulePage::hasWeekday() const {
 
 bool SchedulePage::check() {
     if (isChosen(ScheduleKind::Daily) && !hasWeekday()) {
-        reveal();
-        MessageBoxA(handle(), "You must choose at least one day of the week.", base::applicationName.c_str(),
-                    MB_OK);
-        weekdays_.front().takeFocus();
+        weekdays_.front().reportInvalid("You must choose at least one day of the week.");
         return false;
     }
     return PropertyPage::check();
@@ -151,13 +149,20 @@ void SchedulePage::updateState() {
             show(kind, false);
     if (chosen < controlsOfKinds.size())
         show(chosen, true);
+}
 
-    // Whoever turns to "just once" finds a time that is still to come, however long ago the last pass was;
-    // one that he is typing, or that the record came with, is his own.
-    const bool isHisOwn = isChosen(ScheduleKind::Once) && kind_.value() == lastKind_;
-    lastKind_ = kind_.value();
+void SchedulePage::onIdle() {
+    PropertyPage::onIdle();
+    offerFutureTime();
+}
+
+void SchedulePage::offerFutureTime() {
+    // Also in the pass in which "just once" is chosen: the last pass may be long ago.
+    const bool isOnce = isChosen(ScheduleKind::Once);
+    const bool isBeingEdited = isOnce && wasOnce_;
+    wasOnce_ = isOnce;
     const base::TimeValue now = clock_.now();
-    if (!isHisOwn && onceTime_.time() < now)
+    if (!isBeingEdited && onceTime_.time() < now)
         onceTime_.setTime(now + base::TimeSpan::fromMinutes(1));
 }
 

@@ -12,7 +12,6 @@
 
 #include <array>
 #include <cstddef>
-#include <cstdint>
 #include <memory>
 #include <optional>
 
@@ -27,6 +26,7 @@ public:
 
     void load() override;
     bool check() override;
+    void onIdle() override;
 
 protected:
     void updateState() override;
@@ -40,11 +40,15 @@ private:
     bool isChosen(ScheduleKind kind) const;
     bool hasWeekday() const;
 
+    /// Replaces a past time of "just once" by one in a minute, unless the user is editing it or the record
+    /// came with it.
+    void offerFutureTime();
+
     const base::Clock& clock_;
     framework::ItemList otherProjects_; ///< each stands for its position in the schedule
 
     framework::RadioGroup kind_;
-    std::int32_t lastKind_ = framework::RadioGroup::noButton; ///< as of the last idle pass
+    bool wasOnce_ = false; ///< in the last idle pass
     framework::ListBox afterProject_;
     framework::NumberEdit afterDelay_;
     framework::NumberEdit startupDelay_;

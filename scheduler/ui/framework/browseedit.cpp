@@ -8,7 +8,6 @@
 #include "lib/base/strings.h"
 #include "scheduler/ui/framework/browselayout.h"
 #include "scheduler/ui/framework/chosenfiles.h"
-#include "scheduler/ui/framework/controlhost.h"
 #include "scheduler/ui/framework/filedialog.h"
 #include "scheduler/ui/framework/textextent.h"
 
@@ -110,15 +109,6 @@ Handled BrowseEdit::onMessage(const Message& message) {
     return Edit::onMessage(message);
 }
 
-bool BrowseEdit::onNotification(UINT code) {
-    if (code != EN_CHANGE)
-        return false;
-    // A blank that slipped in before or behind the files leaves them chosen.
-    if (!takingChosen_ && base::trim(text(), base::whitespace) != chosenFilesText(chosen_))
-        chosen_.clear();
-    return true;
-}
-
 void BrowseEdit::browse() {
     OPENFILENAMEA request{};
     request.lStructSize = sizeof(request);
@@ -134,7 +124,7 @@ void BrowseEdit::browse() {
 }
 
 void BrowseEdit::takeChosen(std::vector<std::string> files) {
-    const std::string text = chosenFilesText(files);
+    setText(chosenFilesText(files));
     chosen_ = std::move(files);
     const base::ScopedFlag taking(takingChosen_);
     setText(text);
@@ -143,9 +133,7 @@ void BrowseEdit::takeChosen(std::vector<std::string> files) {
 bool BrowseEdit::check() {
     if (!isAcceptable_ || isAcceptable_(text()))
         return true;
-    host().reveal();
-    MessageBoxA(GetParent(handle()), message_.c_str(), base::applicationName.c_str(), MB_OK);
-    takeFocus();
+    reportInvalid(message_);
     return false;
 }
 

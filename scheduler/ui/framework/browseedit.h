@@ -29,8 +29,8 @@ public:
     /// What may be stored, and what the user is told about any other text.
     void setCheck(std::function<bool(const std::string& text)> isAcceptable, std::string message);
 
-    /// The files that the text was chosen as: the first with its full path, the others by their names in the
-    /// same folder. Empty when the text was typed or changed by more than blanks around it.
+    /// The files of the last Browse, even if the text was edited since: the first with its full path, the
+    /// others by their names in the same folder.
     const std::vector<std::string>& chosen() const { return chosen_; }
 
     /// Lets the user choose. When nothing was chosen, or more than the dialog can hand over, the text stays
@@ -38,7 +38,6 @@ public:
     void browse();
 
     bool check() override;
-    bool onNotification(UINT code) override;
 
 protected:
     void onAttached() override;
@@ -57,7 +56,6 @@ private:
     std::string message_;
     RECT place_{}; ///< of edit and button, in the dialog's client area
     std::vector<std::string> chosen_;
-    bool takingChosen_ = false;
 };
 
 } // namespace framework

@@ -1,5 +1,6 @@
 #include "scheduler/ui/framework/control.h"
 
+#include "lib/base/base.h"
 #include "lib/base/opsys.h"
 #include "lib/base/strings.h"
 #include "scheduler/ui/framework/controlhost.h"
@@ -61,8 +62,12 @@ std::string Control::text() const {
     return base::windowText(handle());
 }
 
-void Control::takeFocus() {
-    SendMessageA(GetParent(handle()), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(handle()), TRUE);
+void Control::reportInvalid(const std::string& message) {
+    const HWND dialog = GetParent(handle());
+    host_.reveal();
+    MessageBoxA(dialog, message.c_str(), base::applicationName.c_str(), MB_OK);
+    // As the Tab key would, so that the text is selected.
+    SendMessageA(dialog, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(handle()), TRUE);
 }
 
 Handled Control::onMessage(const Message& message) {

@@ -47,12 +47,11 @@ public:
 
     std::string text() const;
 
-    /// Gives the control the focus, as the Tab key would.
-    void takeFocus();
+    /// Reports why the dialog cannot be stored: shows the dialog's page and the message, and gives this
+    /// control the focus.
+    void reportInvalid(const std::string& message);
 
 protected:
-    ControlHost& host() const { return host_; }
-
     Handled onMessage(const Message& message) override;
 
     /// Sends the control a message of its class.

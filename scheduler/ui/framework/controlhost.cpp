@@ -47,7 +47,7 @@ bool ControlHost::check() {
     });
 }
 
-bool ControlHost::settle() {
+bool ControlHost::updateAndCheck() {
     onIdle();
     return check();
 }

@@ -2,7 +2,6 @@
 
 #include "lib/base/opsys.h"
 #include "scheduler/ui/framework/messagepump.h"
-#include "scheduler/ui/framework/modalowner.h"
 
 namespace framework {
 
@@ -32,7 +31,7 @@ int Dialog::runModal(HWND owner) {
         const ModalOwner waiting(owner);
         beginModal();
         if (!open(owner))
-            return IDCANCEL;
+            return notMade;
         if (!(GetWindowLongA(handle(), GWL_STYLE) & DS_CENTER))
             centreWindow(handle());
         ShowWindow(handle(), SW_SHOW);
@@ -78,7 +77,7 @@ Handled Dialog::onMessage(const Message& message) {
 }
 
 void Dialog::onOk() {
-    if (!settle())
+    if (!updateAndCheck())
         return;
     store();
     finish(IDOK);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "scheduler/ui/framework/controlhost.h"
+#include "scheduler/ui/framework/modalowner.h"
 
 namespace framework {
 
@@ -14,8 +15,8 @@ public:
     /// a window, when there is no such template or the loading failed.
     [[nodiscard]] bool open(HWND owner);
 
-    /// Shows the dialog and runs it until it ends: IDOK when the controls were stored, else IDCANCEL. The
-    /// owner is disabled meanwhile, and the dialog is gone afterwards.
+    /// Shows the dialog and runs it until it ends: IDOK when the controls were stored, notMade when it could
+    /// not be opened, else IDCANCEL. The owner is disabled meanwhile, and the dialog is gone afterwards.
     int runModal(HWND owner);
 
     bool preTranslate(MSG& message) override;

@@ -5,6 +5,9 @@
 
 namespace framework {
 
+/// The result of a modal run, beside IDOK and IDCANCEL, whose window could not be made.
+inline constexpr int notMade = -1;
+
 /// Disables the owner for as long as this object lives, and then gives the focus back to where it was. An
 /// owner that waits for something else already goes on waiting for it.
 class [[nodiscard]] ModalOwner {

@@ -16,7 +16,7 @@ void PropertyPage::reveal() {
 PROPSHEETPAGEA PropertyPage::platformRecord() {
     PROPSHEETPAGEA record{};
     record.dwSize = sizeof(record);
-    // Made with the sheet, not when it is first shown: a page that the user never turned to is checked, too.
+    // Pages that the user never turns to are checked and stored as well.
     record.dwFlags = PSP_PREMATURE;
     record.hInstance = base::moduleHandle();
     record.pszTemplate = MAKEINTRESOURCEA(templateId());
@@ -39,7 +39,7 @@ void PropertyPage::onAttached() {
 
 Handled PropertyPage::onMessage(const Message& message) {
     if (message.id == WM_NOTIFY && reinterpret_cast<const NMHDR*>(message.lParam)->code == PSN_APPLY)
-        return settle() ? PSNRET_NOERROR : PSNRET_INVALID;
+        return updateAndCheck() ? PSNRET_NOERROR : PSNRET_INVALID;
     if (message.id == WM_WINDOWPOSCHANGING && heldSize_) {
         WINDOWPOS& place = *reinterpret_cast<WINDOWPOS*>(message.lParam);
         place.cx = heldSize_->cx;

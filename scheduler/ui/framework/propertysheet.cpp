@@ -2,7 +2,6 @@
 
 #include "lib/base/opsys.h"
 #include "scheduler/ui/framework/messagepump.h"
-#include "scheduler/ui/framework/modalowner.h"
 #include "scheduler/ui/framework/sheetfit.h"
 
 #include <algorithm>
@@ -14,21 +13,23 @@ PropertySheetDialog::~PropertySheetDialog() {
 }
 
 int PropertySheetDialog::run(const std::string& title, HWND owner) {
-    bool accepted = false;
+    int result = notMade;
     {
         const ModalOwner waiting(owner);
         beginModal();
-        if (!open(title, owner))
-            return IDCANCEL;
-        MessagePump::instance().runModalLoop(*this);
-        accepted = isModalFinished() && handle() && SendMessageA(handle(), PSM_GETRESULT, 0, 0) > 0;
+        if (open(title, owner)) {
+            MessagePump::instance().runModalLoop(*this);
+            const bool accepted =
+                isModalFinished() && handle() && SendMessageA(handle(), PSM_GETRESULT, 0, 0) > 0;
+            result = accepted ? IDOK : IDCANCEL;
+        }
     }
     // Not before all pages have passed, so that a sheet that is cancelled after all has stored nothing.
-    if (accepted)
+    if (result == IDOK)
         for (PropertyPage* page : pages_)
             page->store();
     close();
-    return accepted ? IDOK : IDCANCEL;
+    return result;
 }
 
 bool PropertySheetDialog::open(const std::string& title, HWND owner) {
@@ -49,17 +50,20 @@ bool PropertySheetDialog::open(const std::string& title, HWND owner) {
     const INT_PTR result = PropertySheetA(&header);
     if (result == 0 || result == failed)
         return false;
-    const HWND sheet = reinterpret_cast<HWND>(result);
-    takeOver(sheet);
-    if (std::ranges::all_of(pages_, &PropertyPage::isStarted) && handle())
-        return true;
-    DestroyWindow(sheet);
-    return false;
+    takeOver(reinterpret_cast<HWND>(result));
+    return handle() && std::ranges::all_of(pages_, &PropertyPage::isStarted);
 }
 
 void PropertySheetDialog::takeOver(HWND sheet) {
     if (!handle())
         static_cast<void>(attach(sheet));
+}
+
+void PropertySheetDialog::createPages() {
+    if (std::ranges::all_of(pages_, &PropertyPage::handle))
+        return;
+    for (std::size_t index = pages_.size(); index-- > 0;) // the first page last, so that it stays in front
+        SendMessageA(handle(), PSM_SETCURSEL, index, 0);
 }
 
 void PropertySheetDialog::fitToPages() {
@@ -75,8 +79,10 @@ void PropertySheetDialog::fitToPages() {
 
 Handled PropertySheetDialog::onMessage(const Message& message) {
     // Before it can be seen: not every window manager follows a window that changes just as it appears.
-    if (message.id == WM_SHOWWINDOW && message.wParam)
+    if (message.id == WM_SHOWWINDOW && message.wParam) {
+        createPages();
         fitToPages();
+    }
     return Window::onMessage(message);
 }
 

@@ -1,6 +1,7 @@
 // A dialog of several pages, run modally.
 #pragma once
 
+#include "scheduler/ui/framework/modalowner.h"
 #include "scheduler/ui/framework/propertypage.h"
 #include "scheduler/ui/framework/window.h"
 
@@ -18,7 +19,8 @@ public:
     void add(PropertyPage& page) { pages_.push_back(&page); }
 
     /// Shows the sheet and runs it until it ends: IDOK when all pages passed their checks and were stored,
-    /// else IDCANCEL. The owner is disabled meanwhile, and the sheet is gone afterwards.
+    /// notMade when it or a page could not be made, else IDCANCEL. The owner is disabled meanwhile, and the
+    /// sheet is gone afterwards.
     int run(const std::string& title, HWND owner);
 
     void onIdle() override;
@@ -31,6 +33,11 @@ protected:
 private:
     [[nodiscard]] bool open(const std::string& title, HWND owner);
     void takeOver(HWND sheet);
+
+    /// Has each page created by turning to it. Wine 8 does not create them with the sheet: it ignores
+    /// PSP_PREMATURE.
+    void createPages();
+
     void fitToPages();
     void close();
 

@@ -6,10 +6,11 @@
 #include "lib/base/trayicon.h"
 #include "resources/ids.h"
 #include "scheduler/model/schedulefile.h"
+#include "scheduler/ui/dialogs.h"
 #include "scheduler/ui/framework/fonts.h"
 #include "scheduler/ui/framework/hintwindow.h"
 #include "scheduler/ui/framework/messagepump.h"
-#include "scheduler/ui/framework/propertysheet.h"
+#include "scheduler/ui/framework/windowclass.h"
 #include "scheduler/ui/mainwindow.h"
 #include "scheduler/ui/startup.h"
 #include "tests/scheduler/ui/simulatedmessagebox.h"
@@ -20,8 +21,11 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <new>
+#include <optional>
 #include <string>
+#include <utility>
 
 namespace {
 
@@ -125,6 +129,11 @@ HANDLE WINAPI makeMutex(LPSECURITY_ATTRIBUTES, BOOL, LPCSTR) {
     return nullptr;
 }
 
+HWND WINAPI makeDialog(HINSTANCE instance, LPCSTR name, HWND owner, DLGPROC procedure, LPARAM parameter) {
+    static const auto original = platform<decltype(&CreateDialogParamA)>("CreateDialogParamA");
+    return refuses("CreateDialogParamA") ? nullptr : original(instance, name, owner, procedure, parameter);
+}
+
 INT_PTR WINAPI makeSheet(LPCPROPSHEETHEADERA) {
     return refuses("PropertySheetA, -1") ? -1 : 0;
 }
@@ -144,6 +153,7 @@ SCHEDULER_REPLACE_IMPORT(CreateFontIndirectA, "_CreateFontIndirectA@4", makeFont
 SCHEDULER_REPLACE_IMPORT(CreateCompatibleDC, "_CreateCompatibleDC@4", makeContext);
 SCHEDULER_REPLACE_IMPORT(CreateCompatibleBitmap, "_CreateCompatibleBitmap@12", makeBitmap);
 SCHEDULER_REPLACE_IMPORT(CreateRoundRectRgn, "_CreateRoundRectRgn@24", makeRegion);
+SCHEDULER_REPLACE_IMPORT(CreateDialogParamA, "_CreateDialogParamA@20", makeDialog);
 SCHEDULER_REPLACE_IMPORT(PropertySheetA, "_PropertySheetA@4", makeSheet);
 
 namespace scheduler {
@@ -256,15 +266,28 @@ TEST(ClassRefusals, AClassIsRegisteredByTheNextAttempt) {
     EXPECT_TRUE(first.create(windowClass, {}));
 }
 
-TEST(SheetRefusals, ASheetThatCannotBeMadeIsCancelledAndItsOwnerGoesOn) {
+TEST(DialogRefusals, ADialogThatCannotBeMadeIsReportedAndItsOwnerGoesOn) {
     class Plain : public framework::Window {};
     framework::WindowClass windowClass;
     Plain owner;
     ASSERT_TRUE(owner.create(windowClass, {}));
-    for (const char* const name : {"PropertySheetA, -1", "PropertySheetA, 0"}) {
+    base::applicationName = programTitle;
+    Preferences preferences;
+    const auto edit = [&] { EXPECT_FALSE(editEntry(owner.handle(), {}, {}, std::nullopt)); };
+    const auto prefer = [&] { EXPECT_FALSE(editPreferences(owner.handle(), preferences)); };
+    const auto tellAbout = [&] { showAbout(owner.handle()); };
+    for (const auto& [name, act] : {std::pair<const char*, std::function<void()>>{"PropertySheetA, -1", edit},
+                                    {"PropertySheetA, 0", edit},
+                                    {"CreateDialogParamA", prefer},
+                                    {"CreateDialogParamA", tellAbout}}) {
+        SCOPED_TRACE(name);
         refused = name;
-        framework::PropertySheetDialog sheet;
-        EXPECT_EQ(sheet.run("title", owner.handle()), IDCANCEL);
+        test::shownMessages.clear();
+        act();
+        ASSERT_EQ(test::shownMessages.size(), 1U);
+        EXPECT_EQ(test::shownMessages[0].text, "A system error prevented the dialog from opening.");
+        EXPECT_EQ(test::shownMessages[0].caption, "Corvane Scheduler");
+        EXPECT_EQ(test::shownMessages[0].owner, owner.handle());
         EXPECT_TRUE(IsWindowEnabled(owner.handle()));
     }
     refused.clear();

@@ -188,6 +188,34 @@ TEST_F(ScheduleEditor, SeveralFilesCanBeChosenForANewEntryOnly) {
     }
 }
 
+TEST_F(ScheduleEditor, FilesStayChosenWhileTheTextBeginsWithAQuote) {
+    for (const auto& [text, staysChosen] :
+         {std::pair{"\"C:\\Sites\\a.kra\"", true}, {"\"", true}, {"\"\" ", true}, {"run:\"a\"", false}}) {
+        answer = "C:\\Sites\0a.kra\0b.kra\0"s;
+        const auto edited = edit(std::nullopt, [&, text = text](HWND sheet) {
+            press(pageOf(sheet, 136), framework::browseButtonIdOf(IDC_PROJECT_PATH));
+            SetDlgItemTextA(pageOf(sheet, 136), IDC_PROJECT_PATH, ""); // as when all of it is typed again
+            SetDlgItemTextA(pageOf(sheet, 136), IDC_PROJECT_PATH, text);
+            press(sheet, IDOK);
+        });
+        ASSERT_TRUE(edited);
+        EXPECT_EQ(edited->record.path, text);
+        EXPECT_EQ(edited->files.size(), staysChosen ? 2U : 0U) << text;
+    }
+}
+
+TEST_F(ScheduleEditor, TheNextBrowseReplacesTheChosenFiles) {
+    const auto edited = edit(std::nullopt, [&](HWND sheet) {
+        for (const std::string& next : {"C:\\Sites\0a.kra\0b.kra\0"s, "C:\\Shops\0c.kra\0d.kra\0e.kra\0"s}) {
+            answer = next;
+            press(pageOf(sheet, 136), framework::browseButtonIdOf(IDC_PROJECT_PATH));
+        }
+        press(sheet, IDOK);
+    });
+    ASSERT_TRUE(edited);
+    EXPECT_THAT(edited->files, ElementsAre("C:\\Shops\\c.kra", "d.kra", "e.kra"));
+}
+
 TEST_F(ScheduleEditor, TheBrowseDialogIsForProjectsFirst) {
     answer.clear();
     edit(std::nullopt, [&](HWND sheet) {

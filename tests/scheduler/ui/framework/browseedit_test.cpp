@@ -191,26 +191,6 @@ TEST_F(BrowseEdit, ThreeChosenFilesAreQuotedAndKept) {
     EXPECT_EQ(dialog.edit.chosen().size(), 3U) << "kept for after the dialog";
 }
 
-TEST_F(BrowseEdit, WhatIsTypedAfterwardsIsNoChoiceAnyMore) {
-    choose("C:\\dir\0one.kra\0two.kra\0\0"s);
-    SendMessageA(handle(), EM_SETSEL, 0, -1);
-    SendMessageA(handle(), WM_CHAR, 'r', 1);
-    EXPECT_EQ(dialog.edit.text(), "r");
-    EXPECT_TRUE(dialog.edit.chosen().empty());
-}
-
-TEST_F(BrowseEdit, BlanksAroundTheFilesLeaveThemChosen) {
-    choose("C:\\dir\0one.kra\0two.kra\0\0"s);
-    for (const int place : {GetWindowTextLengthA(handle()), 0}) {
-        SendMessageA(handle(), EM_SETSEL, static_cast<WPARAM>(place), place);
-        SendMessageA(handle(), EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(" "));
-    }
-    EXPECT_NE(dialog.edit.text(), "\"C:\\dir\\one.kra\" \"C:\\dir\\two.kra\"");
-    EXPECT_EQ(dialog.edit.chosen(), (Files{"C:\\dir\\one.kra", "two.kra"}));
-    SendMessageA(handle(), WM_CHAR, 'x', 1);
-    EXPECT_TRUE(dialog.edit.chosen().empty());
-}
-
 TEST_F(BrowseEdit, ATextThatTheDialogRefusesIsLeftOut) {
     SetWindowTextA(handle(), "\"C:\\one.kra\" \"C:\\two.kra\"");
     std::string asked;
@@ -309,8 +289,6 @@ TEST_F(BrowseEdit, AChoiceThatThereIsNoMemoryForIsNone) {
     refused.reset();
     EXPECT_EQ(dialog.edit.text(), before);
     EXPECT_EQ(dialog.edit.chosen(), (Files{"C:\\dir\\one.kra", "two.kra"}));
-    SendMessageA(handle(), WM_CHAR, 'x', 1);
-    EXPECT_TRUE(dialog.edit.chosen().empty()) << "what is typed afterwards is no choice";
 }
 
 TEST_F(BrowseEdit, ATextThatIsNotAcceptableIsReported) {

@@ -202,11 +202,11 @@ public:
     void load() override { throw std::runtime_error("refused"); }
 };
 
-TEST(HostStart, ADialogThatCouldNotBeLoadedIsCancelledUnseen) {
+TEST(HostStart, ADialogThatCouldNotBeLoadedIsNotMade) {
     FailingDialog dialog;
     ASSERT_FALSE(dialog.open(nullptr));
     EXPECT_EQ(dialog.handle(), nullptr);
-    EXPECT_EQ(dialog.runModal(nullptr), IDCANCEL);
+    EXPECT_EQ(dialog.runModal(nullptr), framework::notMade);
 }
 
 TEST(HostStart, WithoutATemplateThereIsNoDialog) {

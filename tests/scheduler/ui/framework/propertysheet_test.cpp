@@ -3,6 +3,7 @@
 #include "scheduler/ui/framework/propertysheet.h"
 #include "scheduler/ui/framework/windowclass.h"
 #include "tests/scheduler/ui/framework/testdialogs.h"
+#include "tests/scheduler/ui/simulatedmessagebox.h"
 #include "tests/support/importedfunctions.h"
 
 #include <gtest/gtest.h>
@@ -10,14 +11,24 @@
 #include <functional>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace {
 
 DWORD askedFlags = 0;
 
+/// As with a platform that creates a page no earlier than the sheet turns to it.
+bool ignoresPremature = false;
+
 INT_PTR WINAPI watchedPropertySheet(LPCPROPSHEETHEADERA header) {
     askedFlags = header->dwFlags;
-    return test::platformFunction<decltype(&PropertySheetA)>("comctl32.dll", "PropertySheetA")(header);
+    std::vector<PROPSHEETPAGEA> pages(header->ppsp, header->ppsp + header->nPages);
+    if (ignoresPremature)
+        for (PROPSHEETPAGEA& page : pages)
+            page.dwFlags &= ~DWORD{PSP_PREMATURE};
+    PROPSHEETHEADERA passed = *header;
+    passed.ppsp = pages.data();
+    return test::platformFunction<decltype(&PropertySheetA)>("comctl32.dll", "PropertySheetA")(&passed);
 }
 
 } // namespace
@@ -44,7 +55,7 @@ public:
     bool check() override {
         log_ += "check " + name_ + "; ";
         if (!passes) {
-            reveal();
+            edit.reportInvalid("Not this one.");
             shownWhenFailing = IsWindowVisible(handle());
         }
         return passes && PropertyPage::check();
@@ -77,7 +88,12 @@ public:
         add(second);
     }
 
-    int runSteps(HWND owner = nullptr) { return run("The Sheet", owner); }
+    int runSteps(HWND owner = nullptr) {
+        began_ = false;
+        const int result = run("The Sheet", owner);
+        EXPECT_EQ(began_, !steps.empty());
+        return result;
+    }
     void press(int id) { SendMessageA(GetDlgItem(handle(), id), BM_CLICK, 0, 0); }
     bool isShown(const framework::PropertyPage& page) const { return IsWindowVisible(page.handle()); }
     void turnTo(int page) { SendMessageA(handle(), PSM_SETCURSEL, static_cast<WPARAM>(page), 0); }
@@ -86,14 +102,20 @@ public:
     OnePage first{IDD_FIRST_PAGE, IDC_TEXT, "first", log};
     OnePage second{IDD_SECOND_PAGE, IDC_SECOND_TEXT, "second", log};
     Steps steps;
+    bool wasReadyWhenShown = false;
 
 protected:
     void onAttached() override { PostMessageA(handle(), step, 0, 0); }
 
     framework::Handled onMessage(const framework::Message& message) override {
-        if (message.id != step)
-            return PropertySheetDialog::onMessage(message);
+        if (message.id != step) {
+            const framework::Handled handled = PropertySheetDialog::onMessage(message);
+            if (message.id == WM_SHOWWINDOW && message.wParam)
+                wasReadyWhenShown = first.isStarted() && second.isStarted() && !IsWindowVisible(handle());
+            return handled;
+        }
         if (message.wParam < steps.size()) {
+            began_ = true;
             steps[message.wParam]();
             if (handle())
                 PostMessageA(handle(), step, message.wParam + 1, 0);
@@ -106,6 +128,8 @@ protected:
 
 private:
     static constexpr UINT step = WM_APP + 1;
+
+    bool began_ = false;
 };
 
 TEST(PropertySheet, OkChecksEachPageInTurnThenStoresAllAndGivesOne) {
@@ -121,10 +145,10 @@ TEST(PropertySheet, OkChecksEachPageInTurnThenStoresAllAndGivesOne) {
     EXPECT_EQ(sheet.handle(), nullptr);
 }
 
-TEST(PropertySheet, OneWithAPageThatCouldNotBeLoadedIsCancelled) {
+TEST(PropertySheet, OneWithAPageThatCouldNotBeLoadedIsNotMade) {
     SteppedSheet sheet;
     sheet.second.failsToLoad = true;
-    EXPECT_EQ(sheet.runSteps(), 2);
+    EXPECT_EQ(sheet.runSteps(), framework::notMade);
     EXPECT_EQ(sheet.log, "");
     EXPECT_EQ(sheet.handle(), nullptr);
 }
@@ -218,6 +242,35 @@ TEST(PropertySheet, ItsWindowsAreMadeAsDeclared) {
     }};
     sheet.runSteps();
     EXPECT_EQ(sheet.first.handle(), nullptr);
+}
+
+TEST(PropertySheet, AllItsPagesAreMadeBeforeItIsShown) {
+    for (const bool ignores : {false, true}) {
+        SCOPED_TRACE(ignores);
+        ignoresPremature = ignores;
+        SteppedSheet sheet;
+        sheet.steps = {[&] {
+            EXPECT_TRUE(sheet.wasReadyWhenShown);
+            EXPECT_TRUE(sheet.isShown(sheet.first));
+            EXPECT_FALSE(sheet.isShown(sheet.second));
+            EXPECT_EQ(GetFocus(), sheet.first.edit.handle());
+            sheet.press(IDCANCEL);
+        }};
+        sheet.runSteps();
+        ignoresPremature = false;
+    }
+}
+
+TEST(PropertySheet, StaysAtItsPageWhenItIsHiddenAndShownAgain) {
+    SteppedSheet sheet;
+    sheet.steps = {[&] {
+        sheet.turnTo(1);
+        ShowWindow(sheet.handle(), SW_HIDE);
+        ShowWindow(sheet.handle(), SW_SHOW);
+        EXPECT_TRUE(sheet.isShown(sheet.second));
+        sheet.press(IDCANCEL);
+    }};
+    sheet.runSteps();
 }
 
 TEST(PropertySheet, IsMadeModelessAndWithoutAnythingBeyondItsPages) {
