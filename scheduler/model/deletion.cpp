@@ -71,7 +71,7 @@ private:
 
 } // namespace
 
-void letNotFollowItself(ScheduledProject& entry, std::size_t position) {
+void breakSelfReference(ScheduledProject& entry, std::size_t position) {
     if (entry.kind == ScheduleKind::AfterProject && std::cmp_equal(entry.afterIndex, position))
         entry.kind = ScheduleKind::AtStartup;
 }
@@ -82,11 +82,11 @@ void deleteEntries(ScheduleList& list, std::vector<std::size_t> positions) {
     std::ranges::sort(positions, std::greater());
     const Deletions deletions(list, positions);
     list.removeAll(positions);
-    // Whoever comes to follow itself goes on doing so while others are removed: looking at the end is enough.
+    // A self-reference survives further deletions, so one check at the end suffices.
     for (std::size_t position = 0; position < list.size(); ++position) {
         ScheduledProject& entry = list[position];
         entry.afterIndex = deletions.now(entry.afterIndex);
-        letNotFollowItself(entry, position);
+        breakSelfReference(entry, position);
     }
     list.tellReferencesMoved(deletions);
 }

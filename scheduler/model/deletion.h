@@ -9,7 +9,7 @@
 namespace scheduler {
 
 /// An entry that follows itself would never run: it runs at start-up.
-void letNotFollowItself(ScheduledProject& entry, std::size_t position);
+void breakSelfReference(ScheduledProject& entry, std::size_t position);
 
 /// Removes the entries at `positions` (in any order, each at most once). Whatever followed a removed entry
 /// follows that entry's own predecessor; an entry that would then follow itself runs at start-up.

@@ -21,7 +21,7 @@ void TrackedReferences::bringUpToDate(ScheduledProject& record, std::size_t posi
         return; // one that has always followed itself is as the user left it
     if (record.afterIndex >= 0 && std::cmp_less(record.afterIndex, now_.size()))
         record.afterIndex = now_[static_cast<std::size_t>(record.afterIndex)];
-    letNotFollowItself(record, position);
+    breakSelfReference(record, position);
 }
 
 void TrackedReferences::onReferencesMoved(const MovedReferences& moved) {
