@@ -13,21 +13,17 @@
 #include <cstdint>
 #include <functional>
 #include <span>
-#include <vector>
 
 namespace scheduler {
 
 inline constexpr std::uint32_t scheduleMagic = 0x0046C71C;
 
-/// The whole file's content.
-std::vector<std::byte> encodeSchedule(std::span<const ScheduledProject> entries);
-
 /// Takes the file's content piece by piece; false ends it.
 using ContentSink = std::function<bool(std::span<const std::byte>)>;
 
-/// Hands the whole file's content to `sink` through `buffer`, of any size but 0, in pieces of that size and a
-/// rest: a schedule of a hundred megabytes is written without being in memory twice. False when the sink said
-/// so.
+/// Hands the whole file's content to `sink` through `buffer`, which has at least 8 bytes, as many whole
+/// records at a time as fit into it: a schedule of a hundred megabytes is written without being in memory
+/// twice. A record larger than the buffer goes to the sink field by field. False when the sink said so.
 bool encodeSchedule(std::span<const ScheduledProject> entries, std::span<std::byte> buffer,
                     const ContentSink& sink);
 

@@ -2,6 +2,7 @@
 
 #include "scheduler/model/schedulecodec.h"
 #include "tests/simulation/plainside.h"
+#include "tests/support/encodedschedule.h"
 
 namespace simulation {
 
@@ -36,7 +37,7 @@ void EngineSide::edit(std::size_t position, const scheduler::ScheduledProject& s
 bool EngineSide::Store::save(const scheduler::ScheduleList& list) {
     side_.events.push_back("save");
     if (keepsSaves)
-        saved = scheduler::encodeSchedule(list.entries());
+        saved = test::encodedSchedule(list.entries());
     return true;
 }
 
