@@ -14,10 +14,6 @@ constexpr TimeSpan oneHour = TimeSpan::fromMinutes(60);
 // Days are steps of 86400 seconds here and below, whatever daylight saving time does to the calendar's days.
 constexpr TimeSpan oneDay = TimeSpan::fromDays(1);
 
-TimeSpan secondsOfDay(const LocalTime& local) {
-    return TimeSpan::fromSeconds(local.second + (local.hour * 60 + local.minute) * 60);
-}
-
 TimeValue fromLocalDate(int year, int month, int day, int hour = 0) {
     return TimeValue::fromLocal(year, month, day, hour, 0, 0, -1);
 }
@@ -35,8 +31,7 @@ TimeValue startOfMonth(const LocalTime& local) {
 }
 
 TimeValue startOfNextMonth(const LocalTime& local) {
-    const bool december = local.month == 12;
-    return fromLocalDate(december ? local.year + 1 : local.year, december ? 1 : local.month + 1, 1);
+    return fromLocalDate(local.year, local.month + 1, 1); // the 13th rolls over into January
 }
 
 /// Whether the date of `midnight` plus n days is the local date of `midnight` plus the time of day and n
@@ -140,7 +135,8 @@ TimeValue NextRuns::asked(std::optional<TimeValue>& start, TimeValue (*startOf)(
 }
 
 TimeSpan timeOfDay(TimeValue t) {
-    return secondsOfDay(t.local());
+    const LocalTime local = t.local();
+    return TimeSpan::fromSeconds(local.second + (local.hour * 60 + local.minute) * 60);
 }
 
 TimeValue localMidnight(TimeValue t) {

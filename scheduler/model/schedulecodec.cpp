@@ -1,12 +1,14 @@
 #include "scheduler/model/schedulecodec.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cstring>
 #include <exception>
 #include <string>
 #include <type_traits>
 #include <utility>
+#include <vector>
 
 namespace scheduler {
 namespace {
@@ -29,96 +31,40 @@ bool visitFields(Record& record, Visitor&& visit) {
            visit(record.retryLimit) && visit(record.retriesDone) && visit(record.retryIntervalMinutes);
 }
 
+// A span of fixed length, so that copying it is a move or two.
+template<class Value>
+auto bytesOf(const Value& value) {
+    return std::as_bytes(std::span<const Value, 1>(&value, 1));
+}
+
+/// Hands the bytes of each field to `put`, those of a text after its length.
+template<class Put>
+bool putFields(const ScheduledProject& record, Put&& put) {
+    return visitFields(record, [&put]<class Field>(const Field& field) {
+        if constexpr (std::is_same_v<Field, std::string>)
+            return put(bytesOf(static_cast<std::uint32_t>(field.size()))) &&
+                   put(std::as_bytes(std::span(field)));
+        else
+            return put(bytesOf(field));
+    });
+}
+
 std::size_t encodedSize(const ScheduledProject& record) {
     std::size_t size = 0;
-    visitFields(record, [&size]<class Field>(const Field& field) {
-        if constexpr (std::is_same_v<Field, std::string>)
-            size += sizeof(std::uint32_t) + field.size();
-        else
-            size += sizeof(field);
+    putFields(record, [&size](const auto& bytes) {
+        size += bytes.size();
         return true;
     });
     return size;
 }
 
-/// Puts fields where there is known to be room for them.
-class RecordCopier {
-public:
-    explicit RecordCopier(std::byte* target) : target_(target) {}
-
-    bool operator()(const std::string& text) {
-        (*this)(static_cast<std::uint32_t>(text.size()));
-        std::memcpy(target_, text.data(), text.size());
-        target_ += text.size();
+void encode(const ScheduledProject& record, std::byte* target) {
+    putFields(record, [&target](const auto& bytes) {
+        std::memcpy(target, bytes.data(), bytes.size());
+        target += bytes.size();
         return true;
-    }
-
-    template<class Field>
-    requires std::is_trivially_copyable_v<Field>
-    bool operator()(const Field& field) {
-        std::memcpy(target_, &field, sizeof(field));
-        target_ += sizeof(field);
-        return true;
-    }
-
-private:
-    std::byte* target_;
-};
-
-/// Collects fields in a buffer and hands it on whenever it is full.
-class Writer {
-public:
-    Writer(std::span<std::byte> buffer, const ContentSink& sink) : buffer_(buffer), sink_(sink) {}
-
-    bool operator()(const std::string& text) {
-        return (*this)(static_cast<std::uint32_t>(text.size())) && put(text.data(), text.size());
-    }
-
-    template<class Field>
-    requires std::is_trivially_copyable_v<Field>
-    bool operator()(const Field& field) { return put(&field, sizeof(field)); }
-
-    /// A whole record: where it fits, its fields need not ask for room one by one.
-    bool putRecord(const ScheduledProject& record) {
-        const std::size_t size = encodedSize(record);
-        if (size > buffer_.size() - used_)
-            return visitFields(record, *this);
-        visitFields(record, RecordCopier(buffer_.data() + used_));
-        used_ += size;
-        return true;
-    }
-
-    bool flush() {
-        const std::size_t size = std::exchange(used_, 0);
-        return sink_(buffer_.first(size));
-    }
-
-private:
-    bool put(const void* source, std::size_t size) {
-        if (size > buffer_.size() - used_)
-            return putBeyond(source, size);
-        std::memcpy(buffer_.data() + used_, source, size);
-        used_ += size;
-        return true;
-    }
-
-    bool putBeyond(const void* source, std::size_t size) {
-        std::span rest(static_cast<const std::byte*>(source), size);
-        while (!rest.empty()) {
-            const std::span part = rest.first(std::min(rest.size(), buffer_.size() - used_));
-            std::ranges::copy(part, buffer_.data() + used_);
-            used_ += part.size();
-            rest = rest.subspan(part.size());
-            if (used_ == buffer_.size() && !flush())
-                return false;
-        }
-        return true;
-    }
-
-    std::span<std::byte> buffer_;
-    const ContentSink& sink_;
-    std::size_t used_ = 0;
-};
+    });
+}
 
 class Reader {
 public:
@@ -177,17 +123,24 @@ std::vector<std::byte> encodeSchedule(std::span<const ScheduledProject> entries)
 
 bool encodeSchedule(std::span<const ScheduledProject> entries, std::span<std::byte> buffer,
                     const ContentSink& sink) {
-    Writer writer(buffer, sink);
-    if (!writer(scheduleMagic) || !writer(static_cast<std::uint32_t>(entries.size())))
-        return false;
+    const std::array head = {scheduleMagic, static_cast<std::uint32_t>(entries.size())};
+    std::memcpy(buffer.data(), head.data(), sizeof(head));
+    std::size_t used = sizeof(head);
     for (std::size_t i = 0; i < entries.size(); ++i) {
-        // A text lies anywhere: asked for early, it is there when its turn comes.
+        // Prefetch: the paths are scattered over the heap.
         if (i + lookAhead < entries.size())
             __builtin_prefetch(entries[i + lookAhead].path.data());
-        if (!writer.putRecord(entries[i]))
+        const std::size_t size = encodedSize(entries[i]);
+        if (size > buffer.size() - used && !sink(buffer.first(std::exchange(used, 0))))
             return false;
+        if (size <= buffer.size()) {
+            encode(entries[i], buffer.data() + used);
+            used += size;
+        } else if (!putFields(entries[i], sink)) {
+            return false;
+        }
     }
-    return writer.flush();
+    return sink(buffer.first(used));
 }
 
 bool decodeSchedule(std::span<const std::byte> content, std::uint32_t expectedMagic, ScheduleList& list) {

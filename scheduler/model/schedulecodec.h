@@ -13,14 +13,10 @@
 #include <cstdint>
 #include <functional>
 #include <span>
-#include <vector>
 
 namespace scheduler {
 
 inline constexpr std::uint32_t scheduleMagic = 0x0046C71C;
-
-/// The whole file's content.
-std::vector<std::byte> encodeSchedule(std::span<const ScheduledProject> entries);
 
 /// Takes the file's content piece by piece; false ends it.
 using ContentSink = std::function<bool(std::span<const std::byte>)>;

@@ -4,6 +4,7 @@
 
 #include "tests/fuzz/fuzzing.h"
 #include "tests/support/allocations.h"
+#include "tests/support/encodedschedule.h"
 #include "tests/support/plainschedule.h"
 
 #include <cstring>
@@ -26,7 +27,7 @@ void checkEntries(const ScheduleList& list, const std::vector<plainschedule::Rec
 }
 
 void checkRoundTrip(const ScheduleList& list, std::span<const std::byte> content) {
-    const std::vector<std::byte> written = scheduler::encodeSchedule(list.entries());
+    const std::vector<std::byte> written = test::encodedSchedule(list.entries());
     require(written.size() <= content.size() &&
                 std::memcmp(written.data(), content.data(), written.size()) == 0,
             "what was read is written as it was");

@@ -1,11 +1,11 @@
 // Damaged files of a rich schedule, each given to a start of the real program: it comes up with the entries
 // that the file holds, as the plainly told format says, or with none.
 
-#include "scheduler/model/schedulecodec.h"
 #include "scheduler/model/schedulefile.h"
 #include "tests/program/listdriver.h"
 #include "tests/program/programtest.h"
 #include "tests/support/damagedschedule.h"
+#include "tests/support/encodedschedule.h"
 #include "tests/support/plainschedule.h"
 #include "tests/support/seeds.h"
 
@@ -60,7 +60,7 @@ protected:
 };
 
 TEST_F(Damage, LeavesTheProgramWithTheRightEntriesOrNone) {
-    const std::vector<std::byte> whole = scheduler::encodeSchedule(test::richSchedule());
+    const std::vector<std::byte> whole = test::encodedSchedule(test::richSchedule());
     const std::vector<std::uint32_t> seeds = test::seeds(startsOfAnEverydayRun);
     std::size_t withEntries = 0;
     for (const std::uint32_t seed : seeds) {

@@ -1,5 +1,6 @@
 #include "scheduler/model/schedulecodec.h"
 #include "tests/simulation/simulation.h"
+#include "tests/support/encodedschedule.h"
 
 #include <algorithm>
 
@@ -238,7 +239,7 @@ void Simulation::changePolicy() {
 }
 
 void Simulation::exitAndStart(Second secondsOff) {
-    const std::vector<std::byte> file = scheduler::encodeSchedule(engine_.program->entries.entries());
+    const std::vector<std::byte> file = test::encodedSchedule(engine_.program->entries.entries());
     now_ += secondsOff;
     start(file, plain_.rules.items);
 }

@@ -2,6 +2,7 @@
 
 #include "scheduler/model/schedulecodec.h"
 #include "tests/simulation/plainside.h"
+#include "tests/support/encodedschedule.h"
 
 #include <utility>
 

@@ -1,6 +1,6 @@
 #include "tests/simulation/simulation.h"
 
-#include "scheduler/model/schedulecodec.h"
+#include "tests/support/encodedschedule.h"
 
 #include <gtest/gtest.h>
 
@@ -31,7 +31,7 @@ void Simulation::run(bool everySecond) {
     std::vector<ScheduledProject> entries;
     for (const Item& item : plain_.rules.items)
         entries.push_back(entryFrom(item));
-    start(scheduler::encodeSchedule(entries), plain_.rules.items);
+    start(test::encodedSchedule(entries), plain_.rules.items);
     calmRings();
     while (now_ < end_ && !testing::Test::HasFatalFailure()) {
         step();

@@ -2,6 +2,7 @@
 // holds, as the plainly told format says, or none.
 #include "scheduler/model/schedulecodec.h"
 #include "tests/support/damagedschedule.h"
+#include "tests/support/encodedschedule.h"
 #include "tests/support/plainschedule.h"
 #include "tests/support/seeds.h"
 
@@ -32,12 +33,12 @@ Result check(const std::vector<std::byte>& content) {
 }
 
 TEST(DamagedSchedule, TheWholeFileIsWhatWasWritten) {
-    EXPECT_EQ(check(scheduler::encodeSchedule(test::richSchedule())), Result::Replaced);
+    EXPECT_EQ(check(test::encodedSchedule(test::richSchedule())), Result::Replaced);
 }
 
 TEST(DamagedSchedule, HoldsTheRightEntriesOrNone) {
     const std::vector<std::uint32_t> seeds = test::seeds(2000);
-    const std::vector<std::byte> whole = scheduler::encodeSchedule(test::richSchedule());
+    const std::vector<std::byte> whole = test::encodedSchedule(test::richSchedule());
     int results[3] = {};
     for (const std::uint32_t seed : seeds) {
         SCOPED_TRACE("SCHEDULER_SEED=" + std::to_string(seed));

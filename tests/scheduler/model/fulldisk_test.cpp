@@ -2,6 +2,7 @@
 
 #include "scheduler/model/schedulecodec.h"
 #include "scheduler/model/schedulefile.h"
+#include "tests/support/encodedschedule.h"
 #include "tests/support/filecontent.h"
 #include "tests/support/filledentry.h"
 #include "tests/support/fulldisk.h"
@@ -23,7 +24,7 @@ using test::handleCount;
 class FullDiskTest : public testing::Test {
 protected:
     static std::string encoded(const ScheduleList& list) {
-        const auto content = encodeSchedule(list.entries());
+        const auto content = test::encodedSchedule(list.entries());
         return {reinterpret_cast<const char*>(content.data()), content.size()};
     }
     static ScheduleList& filled(ScheduleList& list, std::size_t count) {

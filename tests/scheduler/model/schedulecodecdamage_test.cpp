@@ -1,6 +1,7 @@
 #include "scheduler/model/schedulecodec.h"
 #include "tests/scheduler/model/schedulecodecbytes.h"
 #include "tests/support/allocations.h"
+#include "tests/support/encodedschedule.h"
 
 #include <gtest/gtest.h>
 
@@ -13,7 +14,6 @@
 namespace {
 
 using scheduler::decodeSchedule;
-using scheduler::encodeSchedule;
 using scheduler::ScheduledProject;
 using scheduler::ScheduleList;
 using scheduler::scheduleMagic;
@@ -22,6 +22,7 @@ using test::bytes;
 using test::countOffset;
 using test::DecodingTest;
 using test::emptyRecordSize;
+using test::encodedSchedule;
 using test::firstPathOffset;
 using test::headerSize;
 using test::putNumber;
@@ -30,7 +31,7 @@ using test::severalEntries;
 // Failures
 
 TEST_F(DecodingTest, LessThanAHeaderLeavesTheScheduleUntouched) {
-    Bytes content = encodeSchedule({});
+    Bytes content = encodedSchedule({});
     while (!content.empty()) {
         content.pop_back();
         EXPECT_FALSE(decode(content)) << content.size() << " bytes";
@@ -39,16 +40,16 @@ TEST_F(DecodingTest, LessThanAHeaderLeavesTheScheduleUntouched) {
 }
 
 TEST_F(DecodingTest, AForeignMagicLeavesTheScheduleUntouched) {
-    Bytes content = encodeSchedule(severalEntries());
+    Bytes content = encodedSchedule(severalEntries());
     content[2] = std::byte{0x47};
     EXPECT_FALSE(decode(content));
     EXPECT_TRUE(isUntouched());
-    EXPECT_FALSE(decode(encodeSchedule(severalEntries()), 1));
+    EXPECT_FALSE(decode(encodedSchedule(severalEntries()), 1));
     EXPECT_TRUE(isUntouched());
 }
 
 TEST_F(DecodingTest, AnExpectedMagicOfZeroTakesAny) {
-    Bytes content = encodeSchedule(severalEntries());
+    Bytes content = encodedSchedule(severalEntries());
     putNumber(content, 0, 0xDEADBEEF);
     EXPECT_TRUE(decode(content, 0));
     EXPECT_EQ(entries(), severalEntries());
@@ -83,7 +84,7 @@ constexpr std::size_t textOffsets[] = {firstPathOffset, firstPathOffset + 4, fir
 
 TEST_F(DecodingTest, ATextLengthNotSmallerThanTheSizeIsRefused) {
     for (const std::size_t offset : textOffsets) {
-        Bytes content = encodeSchedule(std::vector<ScheduledProject>(1));
+        Bytes content = encodedSchedule(std::vector<ScheduledProject>(1));
         const auto size = static_cast<std::uint32_t>(content.size());
         for (const std::uint32_t length : {size, size + 1, 0x80000000u, 0xFFFFFFFFu}) {
             putNumber(content, offset, length);
@@ -97,7 +98,7 @@ TEST_F(DecodingTest, ATextLengthNotSmallerThanTheSizeIsRefused) {
 TEST_F(DecodingTest, ATextLongerThanTheRestIsRefused) {
     std::vector<ScheduledProject> stored(1);
     stored[0].path = std::string(500, 'p');
-    Bytes content = encodeSchedule(stored);
+    Bytes content = encodedSchedule(stored);
     const std::size_t lengthOfResult = firstPathOffset + 4 + 500;
     putNumber(content, lengthOfResult, 75); // 74 bytes follow it
     EXPECT_FALSE(decode(content));
@@ -105,14 +106,14 @@ TEST_F(DecodingTest, ATextLongerThanTheRestIsRefused) {
 }
 
 TEST_F(DecodingTest, ADamagedLastRecordLeavesNoneOfTheOthers) {
-    Bytes content = encodeSchedule(severalEntries());
+    Bytes content = encodedSchedule(severalEntries());
     content.pop_back();
     EXPECT_FALSE(decode(content));
     EXPECT_TRUE(list.empty());
 }
 
 TEST_F(DecodingTest, WithoutMemoryTheScheduleIsEmpty) {
-    const Bytes content = encodeSchedule(severalEntries());
+    const Bytes content = encodedSchedule(severalEntries());
     bool decoded = true;
     {
         const test::RefusedAllocations refused;
@@ -144,13 +145,13 @@ void checkAnyContent(const Bytes& content, const std::string& what) {
         return;
     }
     // What was read is what would be written.
-    const Bytes written = encodeSchedule(list.entries());
+    const Bytes written = encodedSchedule(list.entries());
     ASSERT_LE(written.size(), content.size()) << what;
     ASSERT_EQ(std::memcmp(written.data(), content.data(), written.size()), 0) << what;
 }
 
 TEST(DamagedSchedule, EveryTruncation) {
-    const Bytes whole = encodeSchedule(severalEntries());
+    const Bytes whole = encodedSchedule(severalEntries());
     for (std::size_t size = 0; size < whole.size(); ++size) {
         const Bytes content(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(size));
         checkAnyContent(content, "the first " + std::to_string(size) + " bytes");
@@ -160,7 +161,7 @@ TEST(DamagedSchedule, EveryTruncation) {
 }
 
 TEST(DamagedSchedule, EveryChangeOfASingleByte) {
-    const Bytes whole = encodeSchedule(severalEntries());
+    const Bytes whole = encodedSchedule(severalEntries());
     Bytes content = whole;
     for (std::size_t offset = 0; offset < whole.size(); ++offset) {
         for (int change = 1; change < 256; ++change) {

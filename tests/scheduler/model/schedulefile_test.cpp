@@ -3,6 +3,7 @@
 #include "scheduler/model/schedulecodec.h"
 #include "scheduler/model/schedulefile.h"
 #include "tests/support/allocations.h"
+#include "tests/support/encodedschedule.h"
 #include "tests/support/filecontent.h"
 #include "tests/support/filledentry.h"
 #include "tests/support/importedfunctions.h"
@@ -77,7 +78,7 @@ protected:
             CreateFileA(schedulePath().c_str(), access, sharing, nullptr, OPEN_EXISTING, 0, nullptr));
     }
     static std::string encoded(const std::vector<ScheduledProject>& entries) {
-        const auto content = scheduler::encodeSchedule(entries);
+        const auto content = test::encodedSchedule(entries);
         return {reinterpret_cast<const char*>(content.data()), content.size()};
     }
     static std::vector<ScheduledProject> severalEntries() {
