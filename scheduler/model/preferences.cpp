@@ -68,7 +68,7 @@ bool savePreferences(base::RegistryStore& store, const Preferences& preferences)
 
 void storePreferences(const Preferences& preferences) {
     base::RegistryStore store = appRegistryKey(stateSection);
-    savePreferences(store, preferences);
+    static_cast<void>(savePreferences(store, preferences));
 }
 
 } // namespace scheduler

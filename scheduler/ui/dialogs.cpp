@@ -21,9 +21,9 @@ bool isOk(int result, HWND owner) {
 } // namespace
 
 std::optional<EditedEntry> editEntry(HWND owner, const ScheduledProject& record, const ScheduleList& schedule,
-                                     std::optional<std::size_t> position) {
+                                     std::optional<std::size_t> position, const base::Clock& clock) {
     EditedEntry edited{record, {}};
-    ScheduleEditor editor(edited.record, schedule, position);
+    ScheduleEditor editor(edited.record, schedule, position, clock);
     editor.setMultiSelect(!position);
     if (!isOk(editor.run(position ? "Edit Scheduled Task" : "Add Scheduled Project", owner), owner))
         return std::nullopt;

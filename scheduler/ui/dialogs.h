@@ -23,9 +23,9 @@ struct EditedEntry {
 // A dialog that cannot be made is reported over its owner, and changes nothing.
 
 /// Lets the user edit `record`, which is the entry at `position` of the schedule or, without a position, a
-/// new one. Nothing when the editor was cancelled.
+/// new one. The clock tells today's date. Nothing when the editor was cancelled.
 std::optional<EditedEntry> editEntry(HWND owner, const ScheduledProject& record, const ScheduleList& schedule,
-                                     std::optional<std::size_t> position);
+                                     std::optional<std::size_t> position, const base::Clock& clock);
 
 /// Lets the user change the preferences; true on OK, else they are untouched.
 [[nodiscard]] bool editPreferences(HWND owner, Preferences& preferences);

@@ -1,5 +1,6 @@
 #include "scheduler/ui/mainwindow.h"
 
+#include "lib/base/base.h"
 #include "lib/base/opsys.h"
 #include "lib/base/trayicon.h"
 #include "resources/ids.h"
@@ -58,7 +59,7 @@ MainWindow::MainWindow()
           schedule_, [this] { return engine_.state(); }, clock_),
       list_(schedule_, rows_),
       commands_(schedule_, engine_, file_, clock_,
-                [this](const std::string& path) { openProject(path, messages_); }),
+                [this](const std::string& path) { static_cast<void>(openProject(path, messages_)); }),
       presence_(*this, preferences_),
       exit_({schedule_, file_, preferences_, list_, icon_, presence_}) {}
 
@@ -71,7 +72,8 @@ bool MainWindow::start(const std::string& commandLine, int showCommand) {
     engine_.setStartupFlag(hiddenStart);
     RegistryOutcomes::discardAll();
     applySavedState(showCommand);
-    loadSchedule(schedule_, scheduleMagic);
+    // Without a schedule that can be read, the list stays empty.
+    static_cast<void>(loadSchedule(schedule_, scheduleMagic));
     engine_.resetAll(clock_.now());
     icon_.add(handle());
     ShowWindow(handle(), hiddenStart ? SW_HIDE : showCommand);
@@ -91,7 +93,7 @@ bool MainWindow::createWindow() {
     class_.description().hIcon = loadIcon(SM_CXICON);
     class_.description().hIconSm = loadIcon(SM_CXSMICON);
     framework::WindowParameters parameters;
-    parameters.title = programTitle;
+    parameters.title = base::applicationName;
     parameters.style = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN | WS_VISIBLE;
     parameters.menuOrId = LoadMenuA(base::moduleHandle(), MAKEINTRESOURCEA(IDR_MAIN_MENU));
     if (!parameters.menuOrId || !create(class_, parameters) || !list_.createIn(handle()))
@@ -103,8 +105,8 @@ bool MainWindow::createWindow() {
 
 void MainWindow::applySavedState(int& showCommand) {
     base::RegistryStore store = appRegistryKey(stateSection);
-    loadPreferences(store, preferences_);
-    framework::applyPlacement(handle(), preferences_.windowState, showCommand);
+    static_cast<void>(loadPreferences(store, preferences_)); // what cannot be read keeps its default
+    static_cast<void>(framework::applyPlacement(handle(), preferences_.windowState, showCommand));
     placed_ = true;
     layOut();
     list_.restoreColumns(store);
@@ -252,7 +254,8 @@ void MainWindow::onSuspendedChanged(bool suspended) {
 }
 
 void MainWindow::addByEditor() {
-    const auto edited = editEntry(activeWindowOr(handle()), commands_.newEntry(), schedule_, std::nullopt);
+    const auto edited =
+        editEntry(activeWindowOr(handle()), commands_.newEntry(), schedule_, std::nullopt, clock_);
     if (edited)
         commands_.add(edited->record, edited->files);
 }
@@ -261,7 +264,7 @@ void MainWindow::editSelected() {
     const std::optional<std::size_t> selected = list_.firstSelectedEntry();
     if (!selected)
         return addByEditor();
-    auto edited = editEntry(activeWindowOr(handle()), schedule_[*selected], schedule_, *selected);
+    auto edited = editEntry(activeWindowOr(handle()), schedule_[*selected], schedule_, *selected, clock_);
     if (edited)
         commands_.edit(*selected, std::move(edited->record));
 }

@@ -22,7 +22,7 @@ public:
     /// Edits `record` in place, which has to outlive the page, and so has the clock. The record is the entry
     /// at `position` of the schedule or, without a position, a new one.
     SchedulePage(ScheduledProject& record, const ScheduleList& schedule, std::optional<std::size_t> position,
-                 const base::Clock& clock = base::systemClock());
+                 const base::Clock& clock);
 
     void load() override;
     bool check() override;

@@ -1,11 +1,8 @@
 #include "scheduler/ui/framework/browseedit.h"
 
-#include "lib/base/base.h"
 #include "lib/base/currentdirectory.h"
 #include "lib/base/opsys.h"
-#include "lib/base/scopedflag.h"
 #include "lib/base/stackalignment.h"
-#include "lib/base/strings.h"
 #include "scheduler/ui/framework/browselayout.h"
 #include "scheduler/ui/framework/chosenfiles.h"
 #include "scheduler/ui/framework/filedialog.h"
@@ -126,8 +123,6 @@ void BrowseEdit::browse() {
 void BrowseEdit::takeChosen(std::vector<std::string> files) {
     setText(chosenFilesText(files));
     chosen_ = std::move(files);
-    const base::ScopedFlag taking(takingChosen_);
-    setText(text);
 }
 
 bool BrowseEdit::check() {

@@ -27,9 +27,9 @@ public:
     /// fails.
     [[nodiscard]] virtual bool check();
 
-    /// What comes before a store: brings the controls up to date as an idle pass does, and checks them. Who
-    /// types faster than the pump comes to rest finds his numbers within their ranges all the same.
-    [[nodiscard]] bool settle();
+    /// To be called before a store: runs an idle update, because numbers typed since the last idle pass may
+    /// be out of range, and then the checks.
+    [[nodiscard]] bool updateAndCheck();
 
     /// Brings this dialog before the user, so that a message about it is understood.
     virtual void reveal() {}

@@ -11,8 +11,7 @@ namespace framework {
 class TimeOfDayEdit : public BoundControl<base::TimeValue> {
 public:
     /// The clock tells on which day a typed time lies; it has to outlive the edit.
-    TimeOfDayEdit(ControlHost& host, int id, Binding binding = nullptr,
-                  const base::Clock& clock = base::systemClock())
+    TimeOfDayEdit(ControlHost& host, int id, Binding binding, const base::Clock& clock)
         : BoundControl(std::move(binding), host, id), clock_(clock) {}
 
     /// The typed time of day, today.

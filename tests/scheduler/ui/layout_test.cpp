@@ -113,7 +113,7 @@ TEST(Layout, TheEditorsPagesOfEachKind) {
         }
         press(sheet, IDCANCEL);
     });
-    EXPECT_FALSE(scheduler::editEntry(nullptr, {}, schedule, std::nullopt));
+    EXPECT_FALSE(scheduler::editEntry(nullptr, {}, schedule, std::nullopt, base::systemClock()));
 }
 
 TEST(Layout, TheListsColumnsFillTheWindowAndNeedNoScrolling) {

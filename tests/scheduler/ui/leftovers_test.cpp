@@ -102,7 +102,7 @@ TEST_F(Leftovers, OfTheEditor) {
             drawAll(sheet);
             SendDlgItemMessageA(sheet, IDCANCEL, BM_CLICK, 0, 0);
         });
-        scheduler::editEntry(nullptr, record, schedule, std::nullopt);
+        scheduler::editEntry(nullptr, record, schedule, std::nullopt, base::systemClock());
     });
 }
 

@@ -273,7 +273,9 @@ TEST(DialogRefusals, ADialogThatCannotBeMadeIsReportedAndItsOwnerGoesOn) {
     ASSERT_TRUE(owner.create(windowClass, {}));
     base::applicationName = programTitle;
     Preferences preferences;
-    const auto edit = [&] { EXPECT_FALSE(editEntry(owner.handle(), {}, {}, std::nullopt)); };
+    const auto edit = [&] {
+        EXPECT_FALSE(editEntry(owner.handle(), {}, {}, std::nullopt, base::systemClock()));
+    };
     const auto prefer = [&] { EXPECT_FALSE(editPreferences(owner.handle(), preferences)); };
     const auto tellAbout = [&] { showAbout(owner.handle()); };
     for (const auto& [name, act] : {std::pair<const char*, std::function<void()>>{"PropertySheetA, -1", edit},

@@ -80,7 +80,7 @@ protected:
     std::optional<EditedEntry> edit(std::optional<std::size_t> position,
                                     const std::function<void(HWND sheet)>& act) {
         const test::WhileOpen user(act);
-        return scheduler::editEntry(nullptr, record, schedule, position);
+        return scheduler::editEntry(nullptr, record, schedule, position, base::systemClock());
     }
 
     scheduler::ScheduleList schedule;
@@ -144,7 +144,7 @@ TEST_F(ScheduleEditor, ItsOwnerIsDisabledWhileItIsOpen) {
         EXPECT_FALSE(IsWindowEnabled(owner.handle()));
         press(sheet, IDCANCEL);
     });
-    scheduler::editEntry(owner.handle(), record, schedule, std::nullopt);
+    scheduler::editEntry(owner.handle(), record, schedule, std::nullopt, base::systemClock());
     EXPECT_TRUE(IsWindowEnabled(owner.handle()));
 }
 
@@ -228,7 +228,7 @@ TEST_F(ScheduleEditor, TheBrowseDialogIsForProjectsFirst) {
 
 TEST_F(ScheduleEditor, ASheetThatIsCancelledLeavesTheRecordAsItWas) {
     ScheduledProject edited = record;
-    scheduler::ScheduleEditor editor(edited, schedule, std::nullopt);
+    scheduler::ScheduleEditor editor(edited, schedule, std::nullopt, base::systemClock());
     const test::WhileOpen user([](HWND sheet) {
         SetDlgItemTextA(pageOf(sheet, 136), IDC_PROJECT_PATH, "run:other.exe");
         press(sheet, IDCANCEL);
