@@ -44,14 +44,14 @@ bool datesCanBeCounted(TimeValue midnight, TimeSpan sinceMidnight) {
            twoHours <= sinceMidnight && sinceMidnight + twoHours < oneDay;
 }
 
-/// For the kinds that need the calendar. Not inlined: its stack frame would cost the other kinds more than
-/// their rules do.
+} // namespace
+
+/// For the kinds that need the calendar. Neither inlined nor local, which lets the compiler change its
+/// parameters: either would cost the other kinds more than their rules do.
 [[gnu::noinline]] TimeValue nextRunByCalendar(const EngineState& state, const ScheduledProject& entry,
                                               TimeValue now, const base::Clock& clock) {
     return NextRuns(state, now, clock).of(entry);
 }
-
-} // namespace
 
 TimeValue computeNextRun(const EngineState& state, const ScheduledProject& entry, TimeValue now,
                          const base::Clock& clock) {
