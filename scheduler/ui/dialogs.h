@@ -17,7 +17,7 @@ namespace scheduler {
 /// What the editor was left with by OK.
 struct EditedEntry {
     ScheduledProject record;
-    std::vector<std::string> files; ///< as ScheduleEditor::chosenFiles
+    std::vector<std::string> files; ///< chosen in its Browse dialog, in the form that addEntries takes
 };
 
 // A dialog that cannot be made is reported over its owner, and changes nothing.

@@ -116,11 +116,8 @@ void BrowseEdit::browse() {
     request.Flags = flags_ | OFN_EXPLORER | OFN_ENABLEHOOK;
     request.lpfnHook = &centreWhenReady;
     std::vector<std::string> files = chosenFiles(askForFiles(request, text()));
-    if (!files.empty())
-        takeChosen(std::move(files));
-}
-
-void BrowseEdit::takeChosen(std::vector<std::string> files) {
+    if (files.empty())
+        return;
     setText(chosenFilesText(files));
     chosen_ = std::move(files);
 }

@@ -46,7 +46,6 @@ protected:
 private:
     void createButton();
     void layOut();
-    void takeChosen(std::vector<std::string> files);
 
     PushButton button_;
     std::string buttonText_ = "&...";
