@@ -1,5 +1,6 @@
 #include "tools/schedule/commands.h"
 
+#include "scheduler/ui/programtexts.h"
 #include "tools/schedule/sample.h"
 #include "tools/schedule/storedschedule.h"
 #include "tools/schedule/table.h"
@@ -17,7 +18,7 @@ constexpr DWORD pollInterval = 200; // milliseconds
 int usage() {
     std::fputs("usage: schedule sample DIR [SECONDS]\n"
                "                                  write sample projects into DIR, and replace the schedule\n"
-               "                                  with one of them that begins after so many seconds (8)\n"
+               "                                  with six entries: the first is due in SECONDS (8)\n"
                "       schedule show              print the schedule\n"
                "       schedule wait N SECONDS    wait until N entries have run, but no longer than that\n",
                stderr);
@@ -29,7 +30,16 @@ int fail(const char* message) {
     return failed;
 }
 
+/// The running one has its schedule in memory and would overwrite any other. Its title tells when it is
+/// suspended.
+bool schedulerIsRunning() {
+    return FindWindowA(nullptr, scheduler::titleFor(false).c_str()) ||
+           FindWindowA(nullptr, scheduler::titleFor(true).c_str());
+}
+
 int makeSample(const std::string& folder, unsigned seconds) {
+    if (schedulerIsRunning())
+        return fail("the scheduler is running; end it before its schedule is replaced");
     return writeSample(folder, seconds) ? succeeded : fail("the sample could not be written");
 }
 
