@@ -18,7 +18,10 @@ constexpr DWORD pollInterval = 200; // milliseconds
 int usage() {
     std::fputs("usage: schedule sample DIR [SECONDS]\n"
                "                                  write sample projects into DIR, and replace the schedule\n"
-               "                                  with six entries: the first is due in SECONDS (8)\n"
+               "                                  with six entries: three are due in SECONDS (8) and soon\n"
+               "                                  after, three are repeated\n"
+               "       schedule demo DIR [SECONDS]\n"
+               "                                  the same without those that are repeated\n"
                "       schedule show              print the schedule\n"
                "       schedule wait N SECONDS    wait until N entries have run, but no longer than that\n",
                stderr);
@@ -37,10 +40,10 @@ bool schedulerIsRunning() {
            FindWindowA(nullptr, scheduler::titleFor(true).c_str());
 }
 
-int makeSample(const std::string& folder, unsigned seconds) {
+int makeSample(const std::string& folder, Sample sample, unsigned seconds) {
     if (schedulerIsRunning())
         return fail("the scheduler is running; end it before its schedule is replaced");
-    return writeSample(folder, seconds) ? succeeded : fail("the sample could not be written");
+    return writeSample(folder, sample, seconds) ? succeeded : fail("the sample could not be written");
 }
 
 int show() {
@@ -78,10 +81,11 @@ std::optional<unsigned> parseNumber(std::string_view word) {
 }
 
 int runCommand(const std::vector<std::string>& words) {
-    if ((words.size() == 2 || words.size() == 3) && words[0] == "sample" && !words[1].empty()) {
+    const bool demo = !words.empty() && words[0] == "demo";
+    if ((words.size() == 2 || words.size() == 3) && (demo || words[0] == "sample") && !words[1].empty()) {
         const auto seconds = words.size() == 3 ? parseNumber(words[2]) : 8U;
         if (seconds)
-            return makeSample(words[1], *seconds);
+            return makeSample(words[1], demo ? Sample::DueSoon : Sample::Whole, *seconds);
     }
     if (words.size() == 1 && words[0] == "show")
         return show();

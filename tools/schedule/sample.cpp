@@ -79,7 +79,7 @@ std::vector<ScheduledProject> sampleEntries(const std::string& folder, const bas
     return entries;
 }
 
-bool writeSample(const std::string& folder, unsigned seconds) {
+bool writeSample(const std::string& folder, Sample sample, unsigned seconds) {
     std::error_code error;
     const std::filesystem::path made = std::filesystem::absolute(folder, error);
     std::filesystem::create_directories(made, error);
@@ -88,8 +88,11 @@ bool writeSample(const std::string& folder, unsigned seconds) {
         if (!base::writeFile(prefix + std::string(name), std::as_bytes(std::span(content))))
             return false;
 
+    std::vector<ScheduledProject> entries = sampleEntries(prefix, base::systemClock(), seconds);
+    if (sample == Sample::DueSoon)
+        entries.resize(3);
     scheduler::ScheduleList list;
-    for (ScheduledProject& entry : sampleEntries(prefix, base::systemClock(), seconds))
+    for (ScheduledProject& entry : entries)
         list.append(std::move(entry));
     return scheduler::saveSchedule(list);
 }

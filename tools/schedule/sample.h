@@ -12,7 +12,12 @@
 std::vector<scheduler::ScheduledProject> sampleEntries(const std::string& folder, const base::Clock& clock,
                                                        unsigned seconds);
 
+enum class Sample {
+    DueSoon, ///< the first three: the scheduler then ends without a question, because nothing is left to run
+    Whole,
+};
+
 /// Writes sample projects into `folder`, which is made if need be, and replaces the schedule of this Windows
 /// with sampleEntries. The scheduler has to be started before `seconds` have passed: what is due earlier
 /// never runs. False when a file could not be written.
-bool writeSample(const std::string& folder, unsigned seconds = 8);
+bool writeSample(const std::string& folder, Sample sample, unsigned seconds = 8);

@@ -55,6 +55,9 @@ TEST_F(CommandsTest, WhateverIsNoCommandShowsTheUsage) {
         {"sample"},
         {"sample", ""},
         {"sample", "folder", "more"},
+        {"demo"},
+        {"demo", ""},
+        {"demo", "folder", "more"},
         {"wait"},
         {"wait", "1"},
         {"wait", "1", "x"},
@@ -87,6 +90,14 @@ TEST_F(CommandsTest, ASampleCanBeShown) {
     EXPECT_EQ(shown.errors, "");
     EXPECT_EQ(std::count(shown.output.begin(), shown.output.end(), '\n'), 7) << shown.output;
     EXPECT_EQ(shown.output.rfind("Project ", 0), 0u) << shown.output;
+}
+
+TEST_F(CommandsTest, ADemonstrationHasOnlyEntriesThatRunOnce) {
+    const test::TemporaryFolder folder;
+    EXPECT_EQ(run({"demo", folder.path(), "60"}).exitCode, 0);
+    const Result shown = run({"show"});
+    EXPECT_EQ(std::count(shown.output.begin(), shown.output.end(), '\n'), 4) << shown.output;
+    EXPECT_EQ(shown.output.find("hourly"), std::string::npos) << shown.output;
 }
 
 TEST_F(CommandsTest, ASampleThatCannotBeWrittenFails) {

@@ -19,7 +19,7 @@ class SampleTest : public testing::Test {
 protected:
     bool write() {
         before = base::TimeValue::now();
-        return writeSample(path) && loadSchedule(list, scheduler::scheduleMagic);
+        return writeSample(path, Sample::Whole) && loadSchedule(list, scheduler::scheduleMagic);
     }
 
     test::TemporaryFolder folder;
@@ -57,7 +57,7 @@ TEST_F(SampleTest, HasOneOfEachRepeatingKindForLater) {
     EXPECT_EQ(list[5].runCommand, scheduler::RunCommand::RunCompleteRefresh);
 }
 
-// The demonstration waits for the first three only, and the others must not start meanwhile.
+// A user sees the first three run on their own before any other.
 TEST(SampleEntries, LaterOnesAreFarOffAtEveryMinuteOfTwoMonths) {
     test::FakeClock clock(base::TimeValue::fromLocal(2026, 2, 1, 0, 0, 0, -1));
     const base::TimeValue end = base::TimeValue::fromLocal(2026, 4, 1, 0, 0, 0, -1);
@@ -98,7 +98,7 @@ TEST_F(SampleTest, ReplacesTheSchedule) {
 
 TEST_F(SampleTest, FailsWhereNoFolderCanBe) {
     ASSERT_TRUE(write());
-    EXPECT_FALSE(writeSample(path + "\\news.kra"));
+    EXPECT_FALSE(writeSample(path + "\\news.kra", Sample::Whole));
 }
 
 } // namespace
