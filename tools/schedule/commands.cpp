@@ -42,7 +42,7 @@ bool schedulerIsRunning() {
 
 int makeSample(const std::string& folder, Sample sample, unsigned seconds) {
     if (schedulerIsRunning())
-        return fail("the scheduler is running; end it before its schedule is replaced");
+        return fail("the scheduler is running, and its schedule stays as it is");
     return writeSample(folder, sample, seconds) ? succeeded : fail("the sample could not be written");
 }
 
