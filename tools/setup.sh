@@ -26,12 +26,9 @@ find_missing() {
 # ------------------------------------------------------------------------------------------------- before anything is changed
 
 check_room() { # FOLDER MEGABYTES ADVICE
-    local folder=$1 free
-    while [[ ! -d $folder ]]; do
-        folder=$(dirname "$folder")
-    done
-    free=$(df --output=avail -BM "$folder" | tail -n 1 | tr -d ' M')
-    ((free >= $2)) || die "$folder has $free MB free, and set-up needs $2 MB there: $3"
+    local free
+    free=$(df --output=avail -BM "$1" | tail -n 1 | tr -d ' M')
+    ((free >= $2)) || die "$1 has $free MB free, and set-up needs $2 MB there: $3"
 }
 
 check_namespaces() {
@@ -49,7 +46,7 @@ check_namespaces() {
 }
 
 check_machine() {
-    local room=0
+    local room=0 wine_room=0 folder=$cache
     [[ $(uname -sm) == 'Linux x86_64' ]] || die "this is $(uname -sm), and set-up needs Linux on x86-64"
     command -v apt-get > /dev/null || die 'there is no apt-get: set-up needs Debian 12 or 13, or Ubuntu 22.04 or 24.04'
     if ((${#missing[@]} && EUID != 0)); then
@@ -57,11 +54,17 @@ check_machine() {
         sudo -n true 2> /dev/null || sudo -v || die "sudo refused: as root, run tools/setup --packages ${stage:-test}"
     fi
     [[ $stage == build ]] || check_namespaces
-    [[ "${missing[*]}" != *mingw* ]] || room=900
-    [[ "${missing[*]}" != *imagemagick* ]] || room=$((room + 300))
-    [[ "${missing[*]}" != *clang-tidy* ]] || room=$((room + 1200))
-    check_room /usr $room 'free some, or use another machine'
-    ! wine_is_wanted || check_room "$winroot" 1500 'free some, or set XDG_CACHE_HOME to a folder on another disk'
+    # Megabytes, with the downloads.
+    [[ "${missing[*]}" != *mingw* ]] || room=1000
+    [[ "${missing[*]}" != *imagemagick* ]] || room=$((room + 550))
+    [[ "${missing[*]}" != *clang-tidy* ]] || room=$((room + 650))
+    ! wine_is_wanted || wine_room=1500
+    until [[ -d $folder ]]; do
+        folder=$(dirname "$folder")
+    done
+    [[ $(stat -c %d "$folder") != $(stat -c %d /usr) ]] || wine_room=$((wine_room + room)) room=0
+    check_room /usr "$room" 'delete what is not needed'
+    check_room "$folder" "$wine_room" 'delete what is not needed, or set XDG_CACHE_HOME to a folder on another disk'
 }
 
 # ------------------------------------------------------------------------------------------------- long steps
@@ -80,7 +83,8 @@ guard='
         status=$?
         kill -0 $job 2> /dev/null
     do :; done
-    kill -KILL -- -$! -$job 2> /dev/null
+    exec 2> /dev/null
+    kill -KILL -- -$! -$job
     exit $status'
 
 leash='' job='' become=()
