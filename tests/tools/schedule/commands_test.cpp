@@ -119,8 +119,7 @@ TEST_F(CommandsTest, ARunningSchedulerKeepsItsSchedule) {
         const Result result = run({"sample", folder.path()});
         DestroyWindow(window);
         EXPECT_EQ(result.exitCode, 1);
-        EXPECT_EQ(result.errors,
-                  "schedule: the scheduler is running, and its schedule stays as it is\n");
+        EXPECT_EQ(result.errors, "schedule: the scheduler is running, and its schedule stays as it is\n");
         EXPECT_EQ(run({"show"}).exitCode, 1) << "nothing was written";
     }
 }
