@@ -46,7 +46,7 @@ check_namespaces() {
 }
 
 check_machine() {
-    local room=0 wine_room=0 folder=$cache
+    local room=0 wine_room=0 folder=$cache unpacked
     [[ $(uname -sm) == 'Linux x86_64' ]] || die "this is $(uname -sm), and set-up needs Linux on x86-64"
     command -v apt-get > /dev/null || die 'there is no apt-get: set-up needs Debian 12 or 13, or Ubuntu 22.04 or 24.04'
     if ((${#missing[@]} && EUID != 0)); then
@@ -58,7 +58,9 @@ check_machine() {
     [[ "${missing[*]}" != *mingw* ]] || room=1000
     [[ "${missing[*]}" != *imagemagick* ]] || room=$((room + 550))
     [[ "${missing[*]}" != *clang-tidy* ]] || room=$((room + 650))
-    ! wine_is_wanted || wine_room=1500
+    # What an interrupted call has unpacked is used again or deleted.
+    unpacked=$(du -sm "$winroot.half" 2> /dev/null | cut -f 1 || true)
+    ! wine_is_wanted || wine_room=$((1500 - ${unpacked:-0}))
     until [[ -d $folder ]]; do
         folder=$(dirname "$folder")
     done
@@ -75,15 +77,15 @@ check_machine() {
 guard='
     trap : INT TERM HUP
     set -m
-    "$@" < /dev/null &
+    exec 3>&2 2> /dev/null # not what bash says of its jobs
+    "$@" < /dev/null 2>&3 3>&- &
     job=$!
-    { read -r _; kill -TERM -- -$job; sleep 10; kill -KILL -- -$job; } <&0 2> /dev/null &
+    { read -r _; kill -TERM -- -$job; sleep 10; kill -KILL -- -$job; } <&0 &
     while
         wait $job
         status=$?
-        kill -0 $job 2> /dev/null
+        kill -0 $job
     do :; done
-    exec 2> /dev/null
     kill -KILL -- -$! -$job
     exit $status'
 
