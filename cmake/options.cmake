@@ -2,10 +2,11 @@
 add_library(project_options INTERFACE)
 target_include_directories(project_options INTERFACE ${PROJECT_SOURCE_DIR})
 target_compile_options(project_options INTERFACE
-    -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Werror
+    -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow
     -Wcast-align -Wcast-qual -Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual -Wformat=2
     -Wundef -Wnull-dereference -Wno-format-nonliteral
-    $<$<CXX_COMPILER_ID:GNU>:-Wduplicated-cond -Wduplicated-branches -Wlogical-op>)
+    $<$<CXX_COMPILER_ID:GNU>:-Wduplicated-cond -Wduplicated-branches -Wlogical-op>
+    $<$<BOOL:${CORVANE_WERROR}>:-Werror>)
 
 if(WIN32)
     target_compile_definitions(project_options INTERFACE

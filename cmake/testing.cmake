@@ -1,6 +1,5 @@
 # GoogleTest comes as source with the package of that name, so that it is built by the compiler at hand.
 set(INSTALL_GTEST OFF)
-set(GTEST_SOURCE_FOLDER /usr/src/googletest CACHE PATH "GoogleTest's sources")
 add_subdirectory(${GTEST_SOURCE_FOLDER} ${PROJECT_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
 
 # What runs a test program, and what each is linked with.

@@ -8,7 +8,7 @@ top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd -P)
 # A service may run without HOME.
 home=${HOME:-$(getent passwd "$EUID" | cut -d: -f6)}
 cache=${XDG_CACHE_HOME:-$home/.cache}/corvane-scheduler
-recipe=$(sha256sum < "$top/tools/winroot")
+recipe=$(cat "$top"/tools/{winroot,debian} | sha256sum)
 # shellcheck disable=SC2034 # for those who source this
 winroot=$cache/${recipe:0:12}
 

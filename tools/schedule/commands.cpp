@@ -1,5 +1,6 @@
 #include "tools/schedule/commands.h"
 
+#include "scheduler/ui/programtexts.h"
 #include "tools/schedule/sample.h"
 #include "tools/schedule/storedschedule.h"
 #include "tools/schedule/table.h"
@@ -17,7 +18,10 @@ constexpr DWORD pollInterval = 200; // milliseconds
 int usage() {
     std::fputs("usage: schedule sample DIR [SECONDS]\n"
                "                                  write sample projects into DIR, and replace the schedule\n"
-               "                                  with one of them that begins after so many seconds (8)\n"
+               "                                  with six entries: three are due in SECONDS (8) and soon\n"
+               "                                  after, three are repeated\n"
+               "       schedule demo DIR [SECONDS]\n"
+               "                                  the same without those that are repeated\n"
                "       schedule show              print the schedule\n"
                "       schedule wait N SECONDS    wait until N entries have run, but no longer than that\n",
                stderr);
@@ -29,8 +33,17 @@ int fail(const char* message) {
     return failed;
 }
 
-int makeSample(const std::string& folder, unsigned seconds) {
-    return writeSample(folder, seconds) ? succeeded : fail("the sample could not be written");
+/// The running one has its schedule in memory and would overwrite any other. Its title tells when it is
+/// suspended.
+bool schedulerIsRunning() {
+    return FindWindowA(nullptr, scheduler::titleFor(false).c_str()) ||
+           FindWindowA(nullptr, scheduler::titleFor(true).c_str());
+}
+
+int makeSample(const std::string& folder, Sample sample, unsigned seconds) {
+    if (schedulerIsRunning())
+        return fail("the scheduler is running, and its schedule stays as it is");
+    return writeSample(folder, sample, seconds) ? succeeded : fail("the sample could not be written");
 }
 
 int show() {
@@ -68,10 +81,11 @@ std::optional<unsigned> parseNumber(std::string_view word) {
 }
 
 int runCommand(const std::vector<std::string>& words) {
-    if ((words.size() == 2 || words.size() == 3) && words[0] == "sample" && !words[1].empty()) {
+    const bool demo = !words.empty() && words[0] == "demo";
+    if ((words.size() == 2 || words.size() == 3) && (demo || words[0] == "sample") && !words[1].empty()) {
         const auto seconds = words.size() == 3 ? parseNumber(words[2]) : 8U;
         if (seconds)
-            return makeSample(words[1], *seconds);
+            return makeSample(words[1], demo ? Sample::DueSoon : Sample::Whole, *seconds);
     }
     if (words.size() == 1 && words[0] == "show")
         return show();

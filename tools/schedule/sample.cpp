@@ -1,24 +1,35 @@
 #include "tools/schedule/sample.h"
 
 #include "lib/base/files.h"
+#include "scheduler/model/nextrun.h"
 #include "scheduler/model/schedulefile.h"
 
 #include <filesystem>
 #include <fstream>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace {
 
+using scheduler::RunCommand;
 using scheduler::ScheduledProject;
 using scheduler::ScheduleKind;
 
-constexpr std::string_view newsProject = "# Takes three seconds and goes well.\n"
-                                         "seconds=3\n";
-constexpr std::string_view mirrorProject = "# Takes a second and leaves a text.\n"
-                                           "seconds=1\n"
-                                           "result=2 pages could not be found\n";
-constexpr std::string_view reportProject = "# Over at once.\n";
+struct ProjectFile {
+    std::string_view name;
+    std::string_view content;
+};
+
+constexpr ProjectFile projectFiles[] = {
+    {.name = "news.kra", .content = "# Takes three seconds and goes well.\nseconds=3\n"},
+    {.name = "report.kra", .content = "# Over at once.\n"},
+    {.name = "mirror.krb",
+     .content = "# Takes a second and leaves a text.\nseconds=1\nresult=2 pages could not be found\n"},
+    {.name = "prices.kra", .content = "# Takes two seconds and goes well.\nseconds=2\n"},
+    {.name = "archive.krb", .content = "# Takes ten seconds and goes well.\nseconds=10\n"},
+    {.name = "everything.krc", .content = "# Takes a minute and goes well.\nseconds=60\n"},
+};
 
 bool writeText(const std::string& path, std::string_view text) {
     std::ofstream file(path, std::ios::binary);
@@ -27,21 +38,11 @@ bool writeText(const std::string& path, std::string_view text) {
     return file.good();
 }
 
-ScheduledProject once(std::string path, base::TimeValue time) {
+ScheduledProject entryOf(std::string path, ScheduleKind kind, base::TimeValue time = {}) {
     ScheduledProject entry;
     entry.path = std::move(path);
-    entry.kind = ScheduleKind::Once;
+    entry.kind = kind;
     entry.time = time;
-    entry.nextRun = time;
-    return entry;
-}
-
-ScheduledProject afterFirst(std::string path) {
-    ScheduledProject entry;
-    entry.path = std::move(path);
-    entry.kind = ScheduleKind::AfterProject;
-    entry.afterIndex = 0;
-    entry.nextRun = base::TimeValue::never();
     return entry;
 }
 
@@ -56,20 +57,47 @@ std::string commandLine(const std::string& folder) {
 
 } // namespace
 
-bool writeSample(const std::string& folder, unsigned seconds) {
+std::vector<ScheduledProject> sampleEntries(const std::string& folder, const base::Clock& clock,
+                                            unsigned seconds) {
+    const base::TimeValue now = clock.now();
+    const base::TimeValue start = now + base::TimeSpan::fromSeconds(static_cast<std::int32_t>(seconds));
+    // A whole hour, about half a day away from now.
+    const base::TimeValue farHour = scheduler::hourStart(now) + base::TimeSpan::fromMinutes(12 * 60);
+
+    std::vector<ScheduledProject> entries = {
+        entryOf(folder + "news.kra", ScheduleKind::Once, start),
+        entryOf(commandLine(folder), ScheduleKind::Once, start),
+        entryOf(folder + "mirror.krb", ScheduleKind::AfterProject),
+        entryOf(folder + "prices.kra", ScheduleKind::Hourly),
+        entryOf(folder + "archive.krb", ScheduleKind::Daily, farHour),
+        entryOf(folder + "everything.krc", ScheduleKind::Monthly, farHour),
+    };
+    entries[2].afterIndex = 0;
+    entries[3].minutes = (now.local().minute + 30) % 60;
+    entries[3].runCommand = RunCommand::RunUpdateOnly;
+    entries[4].weekdays = {1, 1, 1, 1, 1, 0, 0};
+    entries[5].dayOfMonth = 1;
+    entries[5].runCommand = RunCommand::RunCompleteRefresh;
+
+    for (ScheduledProject& entry : entries)
+        entry.nextRun = computeNextRun({}, entry, now, clock);
+    return entries;
+}
+
+bool writeSample(const std::string& folder, Sample sample, unsigned seconds) {
     std::error_code error;
     const std::filesystem::path made = std::filesystem::absolute(folder, error);
     std::filesystem::create_directories(made, error);
     const std::string prefix = (made / "").make_preferred().string();
-    if (!writeText(prefix + "news.kra", newsProject) || !writeText(prefix + "mirror.krb", mirrorProject) ||
-        !writeText(prefix + "report.kra", reportProject))
-        return false;
+    for (const auto& [name, content] : projectFiles)
+        if (!writeText(prefix + std::string(name), content))
+            return false;
 
-    const base::TimeValue start =
-        base::TimeValue::now() + base::TimeSpan::fromSeconds(static_cast<std::int32_t>(seconds));
+    std::vector<ScheduledProject> entries = sampleEntries(prefix, base::systemClock(), seconds);
+    if (sample == Sample::DueSoon)
+        entries.resize(3);
     scheduler::ScheduleList list;
-    list.append(once(prefix + "news.kra", start));
-    list.append(once(commandLine(prefix), start));
-    list.append(afterFirst(prefix + "mirror.krb"));
+    for (ScheduledProject& entry : entries)
+        list.append(std::move(entry));
     return scheduler::saveSchedule(list);
 }

@@ -1,4 +1,5 @@
 #include "scheduler/model/schedulefile.h"
+#include "scheduler/ui/programtexts.h"
 #include "tests/support/temporaryfolder.h"
 #include "tools/schedule/commands.h"
 
@@ -54,6 +55,9 @@ TEST_F(CommandsTest, WhateverIsNoCommandShowsTheUsage) {
         {"sample"},
         {"sample", ""},
         {"sample", "folder", "more"},
+        {"demo"},
+        {"demo", ""},
+        {"demo", "folder", "more"},
         {"wait"},
         {"wait", "1"},
         {"wait", "1", "x"},
@@ -84,8 +88,16 @@ TEST_F(CommandsTest, ASampleCanBeShown) {
     const Result shown = run({"show"});
     EXPECT_EQ(shown.exitCode, 0);
     EXPECT_EQ(shown.errors, "");
-    EXPECT_EQ(std::count(shown.output.begin(), shown.output.end(), '\n'), 4) << shown.output;
+    EXPECT_EQ(std::count(shown.output.begin(), shown.output.end(), '\n'), 7) << shown.output;
     EXPECT_EQ(shown.output.rfind("Project ", 0), 0u) << shown.output;
+}
+
+TEST_F(CommandsTest, ADemonstrationHasOnlyEntriesThatRunOnce) {
+    const test::TemporaryFolder folder;
+    EXPECT_EQ(run({"demo", folder.path(), "60"}).exitCode, 0);
+    const Result shown = run({"show"});
+    EXPECT_EQ(std::count(shown.output.begin(), shown.output.end(), '\n'), 4) << shown.output;
+    EXPECT_EQ(shown.output.find("hourly"), std::string::npos) << shown.output;
 }
 
 TEST_F(CommandsTest, ASampleThatCannotBeWrittenFails) {
@@ -95,6 +107,21 @@ TEST_F(CommandsTest, ASampleThatCannotBeWrittenFails) {
     const Result result = run({"sample", file});
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_EQ(result.errors, "schedule: the sample could not be written\n");
+}
+
+TEST_F(CommandsTest, ARunningSchedulerKeepsItsSchedule) {
+    const test::TemporaryFolder folder;
+    for (const bool suspended : {false, true}) {
+        const HWND window =
+            CreateWindowA("STATIC", scheduler::titleFor(suspended).c_str(), WS_OVERLAPPEDWINDOW, 0, 0, 100,
+                          100, nullptr, nullptr, nullptr, nullptr);
+        ASSERT_TRUE(window);
+        const Result result = run({"sample", folder.path()});
+        DestroyWindow(window);
+        EXPECT_EQ(result.exitCode, 1);
+        EXPECT_EQ(result.errors, "schedule: the scheduler is running, and its schedule stays as it is\n");
+        EXPECT_EQ(run({"show"}).exitCode, 1) << "nothing was written";
+    }
 }
 
 TEST_F(CommandsTest, WaitsUntilSoManyEntriesHaveRun) {

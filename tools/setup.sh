@@ -1,0 +1,190 @@
+# shellcheck shell=bash
+# The steps of tools/setup, which sources this after common.sh and sets `packages`, `stage` and wine_is_wanted.
+# shellcheck disable=SC2154
+
+# ------------------------------------------------------------------------------------------------- what is there
+
+boost=$cache/boost/usr/include/boost # in place of a release that is too old
+boost_is_there() {
+    local version
+    [[ ! -d $boost ]] || return 0
+    version=$(sed -n 's/^#define BOOST_VERSION \([0-9]*\).*/\1/p' /usr/include/boost/version.hpp 2> /dev/null || true)
+    ((${version:-0} >= 107600))
+}
+
+# Sets `missing` to those of `packages` that are not installed. An entry a|b is there when one of the two is.
+find_missing() {
+    local have entry names
+    mapfile -t names < <(printf '%s\n' "${packages[@]}" | tr '|' '\n')
+    have=$(dpkg-query -W -f '${Package} ${db:Status-Status}\n' "${names[@]}" 2> /dev/null) || true
+    missing=()
+    for entry in "${packages[@]}"; do
+        grep -qE "^(${entry//+/\\+}) installed$" <<< "$have" || missing+=("$entry")
+    done
+}
+
+# ------------------------------------------------------------------------------------------------- before anything is changed
+
+check_room() { # FOLDER MEGABYTES ADVICE
+    local free
+    free=$(df --output=avail -BM "$1" | tail -n 1 | tr -d ' M')
+    ((free >= $2)) || die "$1 has $free MB free, and set-up needs $2 MB there: $3"
+}
+
+check_namespaces() {
+    local enter=(unshare --mount --pid --fork --mount-proc) advice
+    advice='in a container, start it with --privileged, or with
+        --cap-add SYS_ADMIN --security-opt seccomp=unconfined --security-opt apparmor=unconfined'
+    if ((EUID != 0)); then
+        enter+=(--map-root-user)
+        advice="as root, call sysctl -w kernel.apparmor_restrict_unprivileged_userns=0 (Ubuntu) or sysctl -w
+            kernel.unprivileged_userns_clone=1 (Debian); $advice"
+    fi
+    ! command -v bwrap > /dev/null || enter=(bwrap --bind / / --dev-bind /dev /dev --proc /proc --unshare-pid)
+    # shellcheck disable=SC2086 # makes one line of the advice
+    "${enter[@]}" true > /dev/null 2>&1 || die 'this machine lets no program make namespaces, which Wine needs:' $advice
+}
+
+check_machine() {
+    local room=0 wine_room=0 folder=$cache unpacked
+    [[ $(uname -sm) == 'Linux x86_64' ]] || die "this is $(uname -sm), and set-up needs Linux on x86-64"
+    command -v apt-get > /dev/null || die 'there is no apt-get: set-up needs Debian 12 or 13, or Ubuntu 22.04 or 24.04'
+    if ((${#missing[@]} && EUID != 0)); then
+        command -v sudo > /dev/null || die "there is no sudo: as root, run tools/setup --packages ${stage:-test}"
+        sudo -n true 2> /dev/null || sudo -v || die "sudo refused: as root, run tools/setup --packages ${stage:-test}"
+    fi
+    [[ $stage == build ]] || check_namespaces
+    # Megabytes, with the downloads.
+    [[ "${missing[*]}" != *mingw* ]] || room=1000
+    [[ "${missing[*]}" != *imagemagick* ]] || room=$((room + 550))
+    [[ "${missing[*]}" != *clang-tidy* ]] || room=$((room + 650))
+    # What an interrupted call has unpacked is used again or deleted.
+    unpacked=$(du -sm "$winroot.half" 2> /dev/null | cut -f 1 || true)
+    ! wine_is_wanted || wine_room=$((1500 - ${unpacked:-0}))
+    until [[ -d $folder ]]; do
+        folder=$(dirname "$folder")
+    done
+    [[ $(stat -c %d "$folder") != $(stat -c %d /usr) ]] || wine_room=$((wine_room + room)) room=0
+    check_room /usr "$room" 'delete what is not needed'
+    check_room "$folder" "$wine_room" 'delete what is not needed, or set XDG_CACHE_HOME to a folder on another disk'
+}
+
+# ------------------------------------------------------------------------------------------------- long steps
+
+# Runs a command, and ends it with all that it has started when standard input ends. That happens even when tools/setup
+# is killed, and also ends a command of root's, to which an ordinary user cannot send signals.
+# shellcheck disable=SC2016 # the dollars are for the shell that runs it
+guard='
+    trap : INT TERM HUP
+    set -m
+    exec 3>&2 2> /dev/null # not what bash says of its jobs
+    "$@" < /dev/null 2>&3 3>&- &
+    job=$!
+    { read -r _; kill -TERM -- -$job; sleep 10; kill -KILL -- -$job; } <&0 &
+    while
+        wait $job
+        status=$?
+        kill -0 $job
+    do :; done
+    kill -KILL -- -$! -$job
+    exit $status'
+
+leash='' job='' become=()
+
+# Runs a long command, and shows every few seconds the time it has taken and its latest line.
+step() { # TITLE NAME COMMAND...
+    local title=$1 log=$cache/logs/$2.log start=$SECONDS shown=$SECONDS status=0
+    shift 2
+    say "$title …"
+    mkdir -p "${log%/*}"
+    exec {leash}> >(exec "${become[@]}" bash -c "$guard" guard "$@" > "$log" 2>&1 9>&-)
+    job=$!
+    while [[ -d /proc/$job ]]; do
+        sleep 0.2
+        ((SECONDS - shown < 5)) || {
+            shown=$SECONDS
+            say "  $((SECONDS - start)) s  $(tail -n 1 "$log" | tr '\r' '\n' | tail -n 1 | cut -c 1-100)"
+        }
+    done
+    wait "$job" || status=$?
+    exec {leash}>&-
+    leash=''
+    ((status == 0)) || {
+        tail -n 12 "$log" >&2
+        say "failed: $title (all of its output: $log)"
+        return 1
+    }
+    say "$title: done in $((SECONDS - start)) s"
+}
+
+# Ends the step that runs, if one does.
+end_step() {
+    trap '' INT TERM HUP
+    [[ -n $leash ]] || return 0
+    exec {leash}>&-
+    wait "$job" || true
+}
+
+# ------------------------------------------------------------------------------------------------- packages
+
+# Prints the processes that hold one of apt's locks.
+apt_users() {
+    local device inode
+    stat -c '%D %i' /var/lib/dpkg/lock{,-frontend} /var/lib/apt/lists/lock /var/cache/apt/archives/lock 2> /dev/null |
+        while read -r device inode; do
+            printf ' %02x:%02x:%d \n' $((0x$device >> 8)) $((0x$device & 255)) "$inode"
+        done | grep -F -f - /proc/locks | awk '!seen[$5]++ { print $5 }'
+}
+
+as_root() { # TITLE NAME COMMAND...
+    local title=$1 name=$2 become=() users said=''
+    shift 2
+    ((EUID == 0)) || become=(sudo)
+    while users=$(apt_users || true) && [[ -n $users ]]; do
+        [[ $users == "$said" ]] || say "waiting for another installation to end (process ${users//$'\n'/, })"
+        said=$users
+        sleep 1
+    done
+    step "$title" "$name" env DEBIAN_FRONTEND=noninteractive "$@"
+}
+
+# A source that cannot be read need not be the one that is needed.
+update() { as_root 'reading the package lists' update apt-get update || say 'going on with what could be read'; }
+
+install_packages() { # PACKAGE...
+    local entry name chosen=()
+    for entry in "$@"; do
+        for name in ${entry//|/ }; do
+            [[ -z $(apt-cache show "$name" 2> /dev/null) ]] || break
+        done
+        chosen+=("$name")
+    done
+    as_root "installing ${chosen[*]}" install apt-get install -y --no-install-recommends \
+        -o DPkg::Lock::Timeout=600 -o Dpkg::Use-Pty=0 "${chosen[@]}"
+}
+
+# ------------------------------------------------------------------------------------------------- what is not wanted any more
+
+# By another name first: what is left of a folder is never taken for a whole one.
+remove() { # FOLDER...
+    local folder
+    for folder in "$@"; do
+        [[ -d $folder ]] || continue
+        say "removing $folder"
+        [[ $folder == *.half ]] || mv -T "$folder" "$folder.half"
+        rm -rf --one-file-system "${folder%.half}.half"
+    done
+}
+
+# Removes the roots and the halves of all recipes but the present one, or with --remove of all. A root is locked while a
+# program runs in it.
+remove_roots() {
+    local folder
+    for folder in "$cache"/*; do
+        [[ -d $folder && ${folder##*/} =~ ^([0-9a-f]{12}|.*\.half)$ ]] || continue
+        [[ -n $remove || $folder != "$winroot"* ]] || continue
+        exec 8< "$folder"
+        if flock -n 8; then remove "$folder"; else say "left there: $folder, in which a program still runs"; fi
+        exec 8<&-
+    done
+}
