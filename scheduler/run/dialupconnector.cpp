@@ -58,7 +58,8 @@ DialupConnector::DialupConnector(HMODULE library, const FindEntryPoint& find) {
             return;
     }
     available_ = true;
-    listEntries(std::bit_cast<decltype(&RasEnumEntriesA)>(entryPoints.front()), entries_);
+    listEntries(reinterpret_cast<decltype(&RasEnumEntriesA)>(reinterpret_cast<void*>(entryPoints.front())),
+                entries_);
 }
 
 } // namespace scheduler
