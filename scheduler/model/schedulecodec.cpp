@@ -84,7 +84,7 @@ public:
     bool operator()(Field& field) {
         if (rest_.size() < sizeof(field))
             return false;
-        std::memcpy(&field, rest_.data(), sizeof(field));
+        std::memcpy(static_cast<void*>(&field), rest_.data(), sizeof(field));
         rest_ = rest_.subspan(sizeof(field));
         return true;
     }

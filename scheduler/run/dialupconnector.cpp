@@ -58,8 +58,10 @@ DialupConnector::DialupConnector(HMODULE library, const FindEntryPoint& find) {
             return;
     }
     available_ = true;
+    auto* const enumerate =
+        reinterpret_cast<decltype(&RasEnumEntriesA)>(reinterpret_cast<void*>(entryPoints.front()));
     // Without a list there are no entries to offer.
-    static_cast<void>(listEntries(std::bit_cast<decltype(&RasEnumEntriesA)>(entryPoints.front()), entries_));
+    static_cast<void>(listEntries(enumerate, entries_));
 }
 
 } // namespace scheduler

@@ -2,7 +2,6 @@
 
 #include "lib/base/opsys.h"
 
-#include <bit>
 #include <cderr.h>
 
 namespace framework {
@@ -15,7 +14,7 @@ struct FileDialogs {
 
 template<class Function>
 void lookUp(Function& function, HMODULE library, const char* name) {
-    function = std::bit_cast<Function>(GetProcAddress(library, name));
+    function = reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(library, name)));
 }
 
 /// Empty when they cannot be had now.
