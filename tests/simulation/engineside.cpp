@@ -39,7 +39,7 @@ void EngineSide::edit(std::size_t position, scheduler::ScheduledProject shown) {
 void EngineSide::Store::save(const scheduler::ScheduleList& list) {
     side_.events.push_back("save");
     if (keepsSaves)
-        saved = scheduler::encodeSchedule(list.entries());
+        saved = test::encodedSchedule(list.entries());
 }
 
 bool EngineSide::launch(const scheduler::ScheduledProject& entry) {

@@ -48,11 +48,12 @@ Project readProject(const std::string& path) {
 void leaveOutcome(const Project& project, std::uint32_t runNumber) {
     const std::string key =
         "SOFTWARE\\Brindlewood\\Corvane Scheduler\\Schedule" + std::to_string(runNumber) + '\\';
+    // A value that cannot be written is missing, as with any spider.
     if (project.resultAsNumber)
-        base::writeNumber(HKEY_LOCAL_MACHINE, key + "Result", project.error);
+        static_cast<void>(base::writeNumber(HKEY_LOCAL_MACHINE, key + "Result", project.error));
     else
-        base::writeString(HKEY_LOCAL_MACHINE, key + "Result", project.result);
-    base::writeNumber(HKEY_LOCAL_MACHINE, key + "Error", project.error);
+        static_cast<void>(base::writeString(HKEY_LOCAL_MACHINE, key + "Result", project.result));
+    static_cast<void>(base::writeNumber(HKEY_LOCAL_MACHINE, key + "Error", project.error));
 }
 
 int run(const Invocation& invocation, const std::string& commandLine) {

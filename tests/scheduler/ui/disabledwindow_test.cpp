@@ -50,7 +50,7 @@ scheduler::ScheduleList& load(scheduler::ScheduleList& schedule) {
 class DisabledWindow : public testing::Test {
 protected:
     DisabledWindow() {
-        base::applicationName = scheduler::programTitle;
+        base::applicationName = "Corvane Scheduler";
         base::deleteKey(HKEY_CURRENT_USER, "Software\\Brindlewood");
     }
 };

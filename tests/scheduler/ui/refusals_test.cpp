@@ -271,7 +271,7 @@ TEST(DialogRefusals, ADialogThatCannotBeMadeIsReportedAndItsOwnerGoesOn) {
     framework::WindowClass windowClass;
     Plain owner;
     ASSERT_TRUE(owner.create(windowClass, {}));
-    base::applicationName = programTitle;
+    base::applicationName = "Corvane Scheduler";
     Preferences preferences;
     const auto edit = [&] {
         EXPECT_FALSE(editEntry(owner.handle(), {}, {}, std::nullopt, base::systemClock()));
