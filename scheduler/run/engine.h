@@ -32,7 +32,7 @@ public:
 
 /// What a tick has done.
 struct TickResult {
-    bool changed = false;    ///< an entry was started, waits or has given up
+    bool changed = false;    ///< something that a view shows of an entry
     bool unfinished = false; ///< more entries are due: call again once pending input is handled
 
     friend bool operator==(const TickResult&, const TickResult&) = default;
@@ -115,7 +115,7 @@ private:
     /// Starts the entry, or has it wait.
     void startEntry(std::size_t position, base::TimeValue now, Cause cause);
     /// False when its process could not be started for lack of a worker.
-    bool launch(const ScheduledProject& entry) noexcept;
+    [[nodiscard]] bool launch(const ScheduledProject& entry) noexcept;
     void tellOfFailure() noexcept;
     void waitForOthers(std::size_t position, base::TimeValue now);
     bool hasWaitedTooLong(const ScheduledProject& entry, base::TimeValue now) const;

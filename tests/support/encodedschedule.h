@@ -13,10 +13,10 @@ namespace test {
 inline std::vector<std::byte> encodedSchedule(std::span<const scheduler::ScheduledProject> entries) {
     std::vector<std::byte> content;
     std::array<std::byte, 4096> buffer;
-    encodeSchedule(entries, buffer, [&content](std::span<const std::byte> piece) {
+    static_cast<void>(encodeSchedule(entries, buffer, [&content](std::span<const std::byte> piece) {
         content.insert(content.end(), piece.begin(), piece.end());
         return true;
-    });
+    }));
     return content;
 }
 
