@@ -30,8 +30,8 @@ public:
     [[nodiscard]] bool writeString(const std::string& name, std::string_view text);
 
     // The value that the current path itself addresses: its last section is the value's name.
-    bool readBinaryHere(std::string& out) const;
-    bool writeBinaryHere(std::string_view bytes) const;
+    [[nodiscard]] bool readBinaryHere(std::string& out) const;
+    [[nodiscard]] bool writeBinaryHere(std::string_view bytes) const;
 
 private:
     HKEY root_;

@@ -28,7 +28,7 @@ public:
         findPredecessors(list);
     }
 
-    /// What a reference that is `before` now is when all deletions are done.
+    /// The value of the reference `before` after all deletions.
     std::int32_t afterAll(std::int32_t before) const { return after(before, 0, stepCount()); }
 
 private:

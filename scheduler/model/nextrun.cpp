@@ -46,8 +46,8 @@ bool datesCanBeCounted(TimeValue midnight, TimeSpan sinceMidnight) {
 
 } // namespace
 
-/// For the kinds that need the calendar. Neither inlined nor local, which lets the compiler change its
-/// parameters: either would cost the other kinds more than their rules do.
+/// For the kinds that need the calendar. Kept out of line and external: if the compiler inlines it or changes
+/// its parameters, the other kinds get slower.
 [[gnu::noinline]] TimeValue nextRunByCalendar(const EngineState& state, const ScheduledProject& entry,
                                               TimeValue now, const base::Clock& clock) {
     return NextRuns(state, now, clock).of(entry);
@@ -98,7 +98,7 @@ TimeValue NextRuns::hourly(const ScheduledProject& entry) {
 
 TimeValue NextRuns::daily(const ScheduledProject& entry) {
     const TimeSpan sinceMidnight = timeOfDay(entry.time);
-    const TimeValue today = asked(today_, startOfDay);
+    const TimeValue today = filled(today_, startOfDay);
     const TimeValue candidate = today + sinceMidnight;
     const bool counted = datesCanBeCounted(today, sinceMidnight);
     // The flags begin with Monday, the calendar's days with Sunday.
@@ -122,15 +122,15 @@ TimeValue NextRuns::monthly(const ScheduledProject& entry) {
     // The day is not clamped to the month's length: day 31 of a month of 30 days is the 1st of the next one.
     // Day 0 and less is day 1.
     const TimeSpan offset = TimeSpan::fromDays(std::max(entry.dayOfMonth, 1) - 1) + timeOfDay(entry.time);
-    const TimeValue candidate = asked(thisMonth_, startOfMonth) + offset;
-    return candidate >= now_ ? candidate : asked(nextMonth_, startOfNextMonth) + offset;
+    const TimeValue candidate = filled(thisMonth_, startOfMonth) + offset;
+    return candidate >= now_ ? candidate : filled(nextMonth_, startOfNextMonth) + offset;
 }
 
 const LocalTime& NextRuns::date() {
     return date_ ? *date_ : date_.emplace(clock_.now().local());
 }
 
-TimeValue NextRuns::asked(std::optional<TimeValue>& start, TimeValue (*startOf)(const LocalTime&)) {
+TimeValue NextRuns::filled(std::optional<TimeValue>& start, TimeValue (*startOf)(const LocalTime&)) {
     return start ? *start : start.emplace(startOf(date()));
 }
 

@@ -42,9 +42,9 @@ private:
 
     /// The local date and time of the clock, which need not be those of now_.
     const base::LocalTime& date();
-    /// `start`, after it was filled with what `startOf` gives for the clock's date.
-    base::TimeValue asked(std::optional<base::TimeValue>& start,
-                          base::TimeValue (*startOf)(const base::LocalTime&));
+    /// Computes `start` from the clock's date on first use.
+    base::TimeValue filled(std::optional<base::TimeValue>& start,
+                           base::TimeValue (*startOf)(const base::LocalTime&));
 
     struct Hour {
         base::TimeValue start;

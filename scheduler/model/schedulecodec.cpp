@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <cassert>
 #include <cstring>
 #include <exception>
 #include <string>
@@ -111,18 +112,9 @@ bool readEntries(Reader& read, std::uint32_t count, std::size_t contentSize,
 
 } // namespace
 
-std::vector<std::byte> encodeSchedule(std::span<const ScheduledProject> entries) {
-    std::size_t size = 2 * sizeof(std::uint32_t);
-    for (const ScheduledProject& entry : entries)
-        size += encodedSize(entry);
-    std::vector<std::byte> content(size);
-    // All of it fits into the buffer, which is handed on once and is the content.
-    static_cast<void>(encodeSchedule(entries, content, [](std::span<const std::byte>) { return true; }));
-    return content;
-}
-
 bool encodeSchedule(std::span<const ScheduledProject> entries, std::span<std::byte> buffer,
                     const ContentSink& sink) {
+    assert(buffer.size() >= 2 * sizeof(std::uint32_t));
     const std::array head = {scheduleMagic, static_cast<std::uint32_t>(entries.size())};
     std::memcpy(buffer.data(), head.data(), sizeof(head));
     std::size_t used = sizeof(head);

@@ -21,9 +21,9 @@ inline constexpr std::uint32_t scheduleMagic = 0x0046C71C;
 /// Takes the file's content piece by piece; false ends it.
 using ContentSink = std::function<bool(std::span<const std::byte>)>;
 
-/// Hands the whole file's content to `sink` through `buffer`, of any size but 0, in pieces of that size and a
-/// rest: a schedule of a hundred megabytes is written without being in memory twice. False when the sink said
-/// so.
+/// Hands the whole file's content to `sink` through `buffer`, which holds at least the 8 bytes of the header,
+/// so that no schedule is in memory twice. Records go out whole where they fit into the buffer, otherwise
+/// field by field. False when the sink said so.
 [[nodiscard]] bool encodeSchedule(std::span<const ScheduledProject> entries, std::span<std::byte> buffer,
                                   const ContentSink& sink);
 

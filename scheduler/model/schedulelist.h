@@ -105,7 +105,7 @@ private:
 
 /// Defers ScheduleObserver::onScheduleChanged to the end of the outermost batch, where it is told once if
 /// anything changed meanwhile. The list must outlive the batch.
-class ScheduleBatch {
+class [[nodiscard]] ScheduleBatch {
 public:
     explicit ScheduleBatch(ScheduleList& list) : list_(list) { ++list_.openBatches_; }
     ScheduleBatch(const ScheduleBatch&) = delete;

@@ -32,7 +32,7 @@ public:
 
 /// What a tick has done.
 struct TickResult {
-    bool changed = false;    ///< something that a view shows of an entry
+    bool changed = false;    ///< an entry was started, goes on waiting or has given up
     bool unfinished = false; ///< more entries are due: call again once pending input is handled
 
     friend bool operator==(const TickResult&, const TickResult&) = default;
@@ -93,7 +93,7 @@ public:
     void setSuspended(bool suspended);
 
 private:
-    /// How a run comes about.
+    /// Why an entry is started.
     enum class Cause {
         Schedule, ///< it is due
         User,     ///< the user asked for it

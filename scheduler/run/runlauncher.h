@@ -10,7 +10,7 @@ public:
     virtual ~RunLauncher() = default;
 
     /// Starts the entry's run, whose end is reported later by its run number. False when no worker could be
-    /// started.
+    /// started. May throw std::exception; nothing was started then.
     [[nodiscard]] virtual bool launch(const ScheduledProject& entry) = 0;
 };
 

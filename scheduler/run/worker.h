@@ -16,7 +16,7 @@ public:
     /// The window that is told of the end of each run started from now on.
     void reportTo(HWND window) { window_ = window; }
 
-    /// Throws std::bad_alloc without memory for the command line. Other than promised, the end of the run may
+    /// Other than promised, the end of the run may
     /// never be reported, though true was returned: when memory runs out at the very start of the worker, its
     /// thread does nothing (see base::startThread). The entry then runs until the scheduler is started again.
     bool launch(const ScheduledProject& entry) override;

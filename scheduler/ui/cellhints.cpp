@@ -6,6 +6,7 @@
 
 #include <commctrl.h>
 
+#include <exception>
 #include <utility>
 
 namespace scheduler {
@@ -57,7 +58,7 @@ framework::Handled CellHints::filterMessage(framework::Window&, const framework:
     case WM_HSCROLL:
     case WM_KEYDOWN:
     case WM_SYSKEYDOWN: // which may open a menu
-        onRowsMoved();
+        dismiss();
         break;
     default:
         break;
@@ -69,7 +70,7 @@ void CellHints::onMouseMove(POINT point) {
     const Cell cell = cellAt(point);
     if (cell == underMouse_)
         return;
-    onRowsMoved();
+    dismiss();
     underMouse_ = cell;
     if (cell.row >= 0)
         reportRest(list_.handle());
@@ -85,15 +86,22 @@ void CellHints::onMouseRests() {
         shown_ = std::move(hint.text);
 }
 
-void CellHints::onRowsMoved() {
+void CellHints::dismiss() {
     underMouse_ = {}; // the mouse has to come to rest again
     shown_.clear();
     framework::HintWindow::dismiss(list_);
 }
 
-void CellHints::onTextsChanged() {
-    if (!shown_.empty() && textUnderMouse() != shown_)
-        onRowsMoved();
+void CellHints::onTextsChanged() noexcept {
+    if (shown_.empty())
+        return;
+    try {
+        if (textUnderMouse() == shown_)
+            return;
+    } catch (const std::exception&) {
+        // Without memory for the comparison the hint may be wrong.
+    }
+    dismiss();
 }
 
 /// Empty when there is no cell.

@@ -18,11 +18,11 @@ public:
     CellHints& operator=(const CellHints&) = delete;
     ~CellHints() override;
 
-    /// The list's rows are in other places: what a hint says may be wrong now.
-    void onRowsMoved();
+    /// Call after rows moved: dismisses the hint.
+    void onRowsMoved() { dismiss(); }
 
-    /// Cells may have other texts: a hint that says something else is dismissed.
-    void onTextsChanged();
+    /// Call after texts changed: dismisses a hint that says something else.
+    void onTextsChanged() noexcept;
 
 private:
     struct Cell {
@@ -36,6 +36,7 @@ private:
     void onMouseMove(POINT point);
     void onMouseRests();
 
+    void dismiss();
     std::string textUnderMouse() const;
 
     Cell cellAt(POINT point) const;

@@ -8,14 +8,14 @@
 namespace scheduler {
 namespace {
 
-/// Whether the dialog with this result ended with OK.
-bool isOk(int result, HWND owner) {
+/// The dialog's result, after the user was told if it could not be made.
+int reported(int result, HWND owner) {
     if (result == framework::notMade) {
         MessageBoxes messages;
         messages.setOwner(owner);
         messages.showError("A system error prevented the dialog from opening.");
     }
-    return result == IDOK;
+    return result;
 }
 
 } // namespace
@@ -25,18 +25,19 @@ std::optional<EditedEntry> editEntry(HWND owner, const ScheduledProject& record,
     EditedEntry edited{record, {}};
     ScheduleEditor editor(edited.record, schedule, position, clock);
     editor.setMultiSelect(!position);
-    if (!isOk(editor.run(position ? "Edit Scheduled Task" : "Add Scheduled Project", owner), owner))
+    if (reported(editor.run(position ? "Edit Scheduled Task" : "Add Scheduled Project", owner), owner) !=
+        IDOK)
         return std::nullopt;
     edited.files = editor.chosenFiles();
     return edited;
 }
 
 bool editPreferences(HWND owner, Preferences& preferences) {
-    return isOk(PreferencesDialog(preferences).runModal(owner), owner);
+    return reported(PreferencesDialog(preferences).runModal(owner), owner) == IDOK;
 }
 
 void showAbout(HWND owner) {
-    isOk(AboutDialog().runModal(owner), owner);
+    reported(AboutDialog().runModal(owner), owner);
 }
 
 } // namespace scheduler

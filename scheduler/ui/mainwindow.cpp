@@ -133,7 +133,7 @@ Handled MainWindow::onMessage(const framework::Message& message) {
         SendMessageA(list_.handle(), message.id, message.wParam, message.lParam);
         return std::nullopt;
     case WM_TIMER:
-        onTimer(message.wParam);
+        onTimer();
         return 0;
     case WM_RUN_FINISHED:
         static_cast<void>(engine_.onRunFinished(static_cast<std::uint32_t>(message.wParam)));
@@ -229,13 +229,13 @@ Handled MainWindow::onCommand(UINT command) {
     }
 }
 
-void MainWindow::onTimer(WPARAM timer) {
+void MainWindow::onTimer() {
     const TickResult tick = engine_.onTimer(clock_.now());
     // Timer messages come after all others, so pending input is handled before the tick goes on.
     if (tick.unfinished)
         SetTimer(handle(), unfinishedTickTimer, USER_TIMER_MINIMUM, nullptr);
-    else if (timer == unfinishedTickTimer)
-        KillTimer(handle(), timer);
+    else
+        KillTimer(handle(), unfinishedTickTimer);
     if (!tick.changed)
         list_.onTimePassed(clock_.now());
 }

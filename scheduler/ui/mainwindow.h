@@ -37,7 +37,7 @@ public:
 private:
     framework::Handled onMessage(const framework::Message& message) override;
     framework::Handled onCommand(UINT command);
-    void onTimer(WPARAM timer);
+    void onTimer();
     void onDropFiles(HDROP drop);
     void onSuspendedChanged(bool suspended) override;
 

@@ -53,7 +53,7 @@ void ScheduleCommands::remove(const Selection& selection) {
     if (selection.empty())
         return;
     deleteEntries(schedule_, selection);
-    static_cast<void>(store_.save(schedule_));
+    store_.save(schedule_);
 }
 
 void ScheduleCommands::runNow(const Selection& selection) {

@@ -17,8 +17,7 @@ class ScheduleEditor : public framework::PropertySheetDialog {
 public:
     /// `run` edits `record` in place; all of it is written on OK only, but for the project to wait for, which
     /// is set right when it names none. The record is the entry at `position` of the schedule or, without a
-    /// position, a new one. It, the schedule and the clock must outlive
-    /// the editor.
+    /// position, a new one. It, the schedule and the clock must outlive the editor.
     ScheduleEditor(ScheduledProject& record, const ScheduleList& schedule,
                    std::optional<std::size_t> position, const base::Clock& clock);
 

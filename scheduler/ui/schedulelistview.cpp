@@ -6,9 +6,8 @@
 #include "scheduler/ui/listcolumns.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
-#include <exception>
-#include <utility>
 
 namespace scheduler {
 namespace {
@@ -112,6 +111,8 @@ void ScheduleListView::focusEntry(std::size_t entry) {
 }
 
 void ScheduleListView::onEntriesRemoved(std::span<const std::size_t>) {
+    if (!handle())
+        return;
     const RedrawPause pause(handle());
     const int first = ListView_GetNextItem(handle(), -1, LVNI_SELECTED); // the control has not been told yet
     ListView_SetItemState(handle(), -1, 0, LVIS_SELECTED | LVIS_FOCUSED);
@@ -123,6 +124,8 @@ void ScheduleListView::onEntriesRemoved(std::span<const std::size_t>) {
 }
 
 void ScheduleListView::onScheduleChanged() {
+    if (!handle())
+        return;
     if (static_cast<std::size_t>(ListView_GetItemCount(handle())) != rows_.size()) {
         ListView_SetItemCountEx(handle(), rows_.size(), LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL);
         hints_.onRowsMoved();
@@ -136,9 +139,7 @@ void ScheduleListView::onTimePassed(base::TimeValue now) {
         refresh();
 }
 
-void ScheduleListView::refresh() {
-    if (!handle())
-        return;
+void ScheduleListView::refresh() noexcept {
     // Until the list is painted, which is later while the window is hidden.
     paintedAt_ = base::TimeValue();
     validUntil_ = base::TimeValue::never();

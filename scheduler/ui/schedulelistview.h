@@ -38,7 +38,7 @@ public:
     /// The entry of the topmost selected row.
     std::optional<std::size_t> firstSelectedEntry() const;
 
-    /// Paints the rows again if their texts may say something else than at `now`.
+    /// Repaints if a painted text may be out of date at `now`.
     void onTimePassed(base::TimeValue now);
 
 private:
@@ -52,7 +52,7 @@ private:
     void onGetText(NMLVDISPINFOA& request) const;
     LRESULT onCustomDraw(const NMLVCUSTOMDRAW& draw);
     void onRowPainted(std::size_t row);
-    void refresh();
+    void refresh() noexcept;
     void onColumnClick(int column);
     LRESULT onFindItem(const NMLVFINDITEMA& request) const;
 

@@ -50,7 +50,10 @@ bool PropertySheetDialog::open(const std::string& title, HWND owner) {
     const INT_PTR result = PropertySheetA(&header);
     if (result == 0 || result == failed)
         return false;
-    takeOver(reinterpret_cast<HWND>(result));
+    const auto sheet = reinterpret_cast<HWND>(result);
+    takeOver(sheet);
+    if (!handle())
+        DestroyWindow(sheet);
     return handle() && std::ranges::all_of(pages_, &PropertyPage::isStarted);
 }
 

@@ -4,10 +4,12 @@
 #include "scheduler/ui/framework/hintwindow.h"
 #include "tests/scheduler/ui/framework/pumping.h"
 #include "tests/scheduler/ui/listwindow.h"
+#include "tests/support/allocations.h"
 
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -172,6 +174,22 @@ TEST_F(CellHints, TheHintGoesWhenItsRowChanges) {
     EXPECT_FALSE(staysAfter([&] { window_.clickHeader(ScheduleColumn::Project); }));
     EXPECT_FALSE(staysAfter([&] { window_.add("one more"); }));
     EXPECT_FALSE(staysAfter([&] { window_.schedule.remove(2); }));
+}
+
+TEST_F(CellHints, TheHintGoesWhenThereIsNoMemoryToCompareItsText) {
+    for (const bool inBatch : {false, true}) {
+        restAt(placeOf(0, ScheduleColumn::LastResult));
+        ASSERT_EQ(hints().size(), 1U);
+        {
+            const test::RefusedAllocations refused;
+            std::optional<scheduler::ScheduleBatch> batch;
+            if (inBatch)
+                batch.emplace(window_.schedule);
+            window_.schedule.noteChange();
+        }
+        test::pumpUntilIdle();
+        EXPECT_TRUE(hints().empty()) << inBatch;
+    }
 }
 
 TEST_F(CellHints, NoneComesInFrontOfAMenu) {

@@ -6,6 +6,7 @@
 #include "resources/ids.h"
 #include "scheduler/model/schedulecodec.h"
 #include "scheduler/model/schedulefile.h"
+#include "scheduler/ui/framework/messagepump.h"
 #include "scheduler/ui/mainwindow.h"
 #include "scheduler/ui/programtexts.h"
 
@@ -16,6 +17,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <shlobj.h>
 #include <string>
 #include <vector>
@@ -47,13 +49,15 @@ scheduler::ScheduleList& load(scheduler::ScheduleList& schedule) {
     return schedule;
 }
 
-class DisabledWindow : public testing::Test {
-protected:
-    DisabledWindow() {
-        base::applicationName = "Corvane Scheduler";
-        base::deleteKey(HKEY_CURRENT_USER, "Software\\Brindlewood");
-    }
-};
+std::string cellText(HWND list, scheduler::ScheduleColumn column) {
+    std::array<char, 100> text{};
+    LVITEMA item{};
+    item.iSubItem = static_cast<int>(column);
+    item.pszText = text.data();
+    item.cchTextMax = static_cast<int>(text.size());
+    SendMessageA(list, LVM_GETITEMTEXTA, 0, reinterpret_cast<LPARAM>(&item));
+    return text.data();
+}
 
 /// Closes the menu that a message opens, and notes whether it was the window's own.
 class MenuWatch : public framework::MessageFilter {
@@ -70,7 +74,15 @@ public:
     }
 };
 
-TEST(MainWindowMenu, ARightClickOnTheTitleBarOpensTheWindowsOwnMenu) {
+class DisabledWindow : public testing::Test {
+protected:
+    DisabledWindow() {
+        base::applicationName = "Corvane Scheduler";
+        base::deleteKey(HKEY_CURRENT_USER, "Software\\Brindlewood");
+    }
+};
+
+TEST_F(DisabledWindow, ARightClickOnTheTitleBarOpensTheWindowsOwnMenu) {
     scheduler::MainWindow window;
     ASSERT_TRUE(window.start("", SW_SHOWNORMAL));
     RECT place{};
@@ -99,6 +111,7 @@ TEST_F(DisabledWindow, IgnoresWhatWouldChangeTheSchedule) {
     EXPECT_EQ(load(schedule).size(), 2U);
     EXPECT_FALSE(schedule[0].disabled);
     EXPECT_EQ(ListView_GetItemCount(list), 2);
+    EXPECT_NE(cellText(list, scheduler::ScheduleColumn::NextRun), "Running");
 
     EnableWindow(window.handle(), TRUE);
     SendMessageA(window.handle(), WM_COMMAND, IDM_ENABLE, 0);
@@ -117,7 +130,32 @@ TEST_F(DisabledWindow, CanStillBeSuspendedAndShown) {
     EXPECT_EQ(base::windowText(window.handle()), scheduler::titleFor(true));
     SendMessageA(window.handle(), WM_COMMAND, IDM_DISPLAY, 0);
     EXPECT_TRUE(IsWindowVisible(window.handle()));
-    EnableWindow(window.handle(), TRUE);
+}
+
+TEST_F(DisabledWindow, StillStartsWhatIsDueAndRecordsItsEnd) {
+    scheduler::ScheduledProject due;
+    due.path = "run:no such program";
+    due.kind = scheduler::ScheduleKind::AtStartup;
+    scheduler::ScheduleList schedule;
+    schedule.append(due);
+    ASSERT_TRUE(scheduler::saveSchedule(schedule));
+    scheduler::MainWindow window;
+    ASSERT_TRUE(window.start("/s", SW_SHOWNORMAL));
+    EnableWindow(window.handle(), FALSE);
+    SendMessageA(window.handle(), WM_TIMER, 1, 0);
+    const HWND list = GetDlgItem(window.handle(), IDC_SCHEDULE_LIST);
+    EXPECT_EQ(cellText(list, scheduler::ScheduleColumn::NextRun), "Running");
+    SendMessageA(window.handle(), scheduler::WM_RUN_FINISHED, 1, 0);
+    EXPECT_NE(load(schedule)[0].lastRun, base::TimeValue());
+}
+
+TEST_F(DisabledWindow, StillExits) {
+    saveEntries({});
+    scheduler::MainWindow window;
+    ASSERT_TRUE(window.start("/s", SW_SHOWNORMAL));
+    EnableWindow(window.handle(), FALSE);
+    PostMessageA(window.handle(), WM_COMMAND, IDM_EXIT, 0);
+    EXPECT_EQ(framework::MessagePump::instance().runMainLoop(), 0);
 }
 
 } // namespace

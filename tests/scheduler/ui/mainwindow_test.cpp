@@ -106,15 +106,29 @@ UINT WINAPI windowsUnlessUnforeseen(LPSTR buffer, UINT size) {
     return original(buffer, size);
 }
 
-std::uintptr_t noThread(void(__cdecl*)(void*), unsigned, void*) {
-    return base::threadFailed;
+DWORD threadStartMilliseconds = 0; ///< how long a thread takes to start; 0: it does not
+
+std::uintptr_t simulatedThread(void(__cdecl*)(void*), unsigned, void*) {
+    Sleep(threadStartMilliseconds);
+    return threadStartMilliseconds == 0 ? base::threadFailed : 1;
+}
+
+std::vector<UINT_PTR> killedTimers;
+
+BOOL WINAPI notedTimerEnd(HWND window, UINT_PTR id) {
+    static const auto original = test::platformFunction<decltype(&KillTimer)>("user32.dll", "KillTimer");
+    const BOOL killed = original(window, id);
+    if (killed)
+        killedTimers.push_back(id);
+    return killed;
 }
 
 } // namespace
 
 SCHEDULER_REPLACE_IMPORT(RegisterWindowMessageA, "_RegisterWindowMessageA@4", messageUnlessRefused);
 SCHEDULER_REPLACE_IMPORT(GetWindowsDirectoryA, "_GetWindowsDirectoryA@8", windowsUnlessUnforeseen);
-SCHEDULER_REPLACE_IMPORT(_beginthread, "__beginthread", noThread);
+SCHEDULER_REPLACE_IMPORT(_beginthread, "__beginthread", simulatedThread);
+SCHEDULER_REPLACE_IMPORT(KillTimer, "_KillTimer@8", notedTimerEnd);
 SCHEDULER_REPLACE_IMPORT(SetTimer, "_SetTimer@16", notedTimer);
 SCHEDULER_REPLACE_IMPORT(ShowWindow, "_ShowWindow@8", notedShow);
 SCHEDULER_REPLACE_IMPORT(CreateWindowExA, "_CreateWindowExA@48", notedCreation);
@@ -126,6 +140,7 @@ namespace {
 
 using testing::Contains;
 using testing::ElementsAre;
+using testing::IsEmpty;
 using testing::Pair;
 
 class MainWindow : public testing::Test {
@@ -137,6 +152,8 @@ protected:
         timersFail = false;
         messagesAreRefused = false;
         timers.clear();
+        killedTimers.clear();
+        threadStartMilliseconds = 0;
         icons = 0;
         events.clear();
     }
@@ -225,6 +242,28 @@ TEST_F(MainWindow, ATickThatEndsByAnExceptionIsOver) {
     const test::Paintings paintings(*list);
     SendMessageA(window.handle(), WM_COMMAND, IDM_SUSPEND, 0);
     EXPECT_EQ(paintings.count, 1) << "a change outside of a tick is shown at once";
+}
+
+TEST_F(MainWindow, AnUnfinishedTickGoesOnByATimerOfItsOwn) {
+    scheduler::ScheduledProject due;
+    due.path = "run:work";
+    due.kind = scheduler::ScheduleKind::AtStartup;
+    scheduler::ScheduleList schedule;
+    schedule.append(due);
+    schedule.append(due);
+    ASSERT_TRUE(scheduler::saveSchedule(schedule));
+    scheduler::Preferences preferences;
+    preferences.runMultiple = true;
+    scheduler::storePreferences(preferences);
+    scheduler::MainWindow window;
+    ASSERT_TRUE(window.start("/s", SW_SHOW));
+    threadStartMilliseconds = 40; // longer than a tick may take
+    timers.clear();
+    SendMessageA(window.handle(), WM_TIMER, 1, 0);
+    EXPECT_THAT(timers, ElementsAre(Pair(2U, UINT{USER_TIMER_MINIMUM})));
+    EXPECT_THAT(killedTimers, IsEmpty());
+    SendMessageA(window.handle(), WM_TIMER, 2, 0);
+    EXPECT_THAT(killedTimers, ElementsAre(2U));
 }
 
 TEST_F(MainWindow, TheListTakesOnTheUsersNewColours) {
