@@ -46,7 +46,7 @@ check_namespaces() {
 }
 
 check_machine() {
-    local room=0 wine_room=0 folder=$cache unpacked
+    local room=0 cache_room=0 folder=$cache unpacked
     [[ $(uname -sm) == 'Linux x86_64' ]] || die "this is $(uname -sm), and set-up needs Linux on x86-64"
     command -v apt-get > /dev/null || die 'there is no apt-get: set-up needs Debian 12 or 13, or Ubuntu 22.04 or 24.04'
     if ((${#missing[@]} && EUID != 0)); then
@@ -60,13 +60,14 @@ check_machine() {
     [[ "${missing[*]}" != *clang-tidy* ]] || room=$((room + 650))
     # What an interrupted call has unpacked is used again or deleted.
     unpacked=$(du -sm "$winroot.half" 2> /dev/null | cut -f 1 || true)
-    ! wine_is_wanted || wine_room=$((1500 - ${unpacked:-0}))
+    # Wine may be left to a later call, but not to one that finds the disk full.
+    [[ $stage == build || -d $winroot ]] || cache_room=$((1500 - ${unpacked:-0}))
     until [[ -d $folder ]]; do
         folder=$(dirname "$folder")
     done
-    [[ $(stat -c %d "$folder") != $(stat -c %d /usr) ]] || wine_room=$((wine_room + room)) room=0
+    [[ $(stat -c %d "$folder") != $(stat -c %d /usr) ]] || cache_room=$((cache_room + room)) room=0
     check_room /usr "$room" 'delete what is not needed'
-    check_room "$folder" "$wine_room" 'delete what is not needed, or set XDG_CACHE_HOME to a folder on another disk'
+    check_room "$folder" "$cache_room" 'delete what is not needed, or set XDG_CACHE_HOME to a folder on another disk'
 }
 
 # ------------------------------------------------------------------------------------------------- long steps
