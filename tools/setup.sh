@@ -73,13 +73,14 @@ check_machine() {
 # ------------------------------------------------------------------------------------------------- long steps
 
 # Runs a command, and ends it with all that it has started when standard input ends. That happens even when tools/setup
-# is killed, and also ends a command of root's, to which an ordinary user cannot send signals.
+# is killed, and also ends a command of root's, to which an ordinary user cannot send signals. The guard holds set-up's
+# lock until then; the command does not, or a program that it leaves behind would hold the lock for ever.
 # shellcheck disable=SC2016 # the dollars are for the shell that runs it
 guard='
     trap : INT TERM HUP
     set -m
-    exec 3>&2 2> /dev/null # not what bash says of its jobs
-    "$@" < /dev/null 2>&3 3>&- &
+    exec 3>&2 2> /dev/null # hides the job messages of bash
+    "$@" < /dev/null 2>&3 3>&- 9>&- &
     job=$!
     { read -r _; kill -TERM -- -$job; sleep 10; kill -KILL -- -$job; } <&0 &
     while
@@ -98,7 +99,7 @@ step() { # TITLE NAME COMMAND...
     shift 2
     say "$title …"
     mkdir -p "${log%/*}"
-    exec {leash}> >(exec "${become[@]}" bash -c "$guard" guard "$@" > "$log" 2>&1 9>&-)
+    exec {leash}> >(exec "${become[@]}" bash -c "$guard" guard "$@" > "$log" 2>&1)
     job=$!
     while [[ -d /proc/$job ]]; do
         sleep 0.2
