@@ -70,6 +70,16 @@ check_machine() {
     check_room "$folder" "$cache_room" 'delete what is not needed, or set XDG_CACHE_HOME to a folder on another disk'
 }
 
+# ------------------------------------------------------------------------------------------------- one set-up at a time
+
+# Locks the cache folder. Whoever waited for the lock may get that of a deleted file: --remove deletes the file.
+lock() { # [FLOCK-OPTION]
+    mkdir -p "$cache"
+    exec 9> "$cache/setup.lock"
+    flock "$@" 9 || return
+    [[ $cache/setup.lock -ef /dev/fd/9 ]] || lock "$@"
+}
+
 # ------------------------------------------------------------------------------------------------- long steps
 
 # Runs a command, and ends it with all that it has started when standard input ends. That happens even when tools/setup
@@ -165,9 +175,9 @@ install_packages() { # PACKAGE...
         -o DPkg::Lock::Timeout=600 -o Dpkg::Use-Pty=0 "${chosen[@]}"
 }
 
-# ------------------------------------------------------------------------------------------------- what is not wanted any more
+# ------------------------------------------------------------------------------------------------- removal
 
-# By another name first: what is left of a folder is never taken for a whole one.
+# Renames the folder first: an interrupted removal then never leaves part of a root under its real name.
 remove() { # FOLDER...
     local folder
     for folder in "$@"; do
@@ -178,15 +188,28 @@ remove() { # FOLDER...
     done
 }
 
-# Removes the roots and the halves of all recipes but the present one, or with --remove of all. A root is locked while a
-# program runs in it.
-remove_roots() {
+# Sets `old_roots` to the roots and the halves of all recipes but the present one, or with --remove of all.
+find_old_roots() {
     local folder
+    old_roots=()
     for folder in "$cache"/*; do
         [[ -d $folder && ${folder##*/} =~ ^([0-9a-f]{12}|.*\.half)$ ]] || continue
-        [[ -n $remove || $folder != "$winroot"* ]] || continue
+        [[ -z $remove && $folder == "$winroot"* ]] || old_roots+=("$folder")
+    done
+}
+
+# A root is locked while a program runs in it.
+remove_old_roots() {
+    local folder
+    find_old_roots
+    for folder in "${old_roots[@]}"; do
+        [[ -d $folder ]] || continue
         exec 8< "$folder"
-        if flock -n 8; then remove "$folder"; else say "left there: $folder, in which a program still runs"; fi
+        if flock -n 8; then
+            remove "$folder"
+        elif [[ -n $remove ]]; then
+            say "left there: $folder, in which a program still runs"
+        fi
         exec 8<&-
     done
 }
