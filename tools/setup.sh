@@ -1,8 +1,9 @@
 # shellcheck shell=bash
-# The steps of tools/setup, which sources this after common.sh and sets `packages`, `stage` and wine_is_wanted.
+# The steps of tools/setup, which sources this after common.sh and sets `packages`, `unpackers`, `stage` and
+# wine_is_wanted.
 # shellcheck disable=SC2154
 
-# ------------------------------------------------------------------------------------------------- what is there
+# ------------------------------------------------------------------------------------------------- installed packages
 
 boost=$cache/boost/usr/include/boost # in place of a release that is too old
 boost_is_there() {
@@ -12,18 +13,35 @@ boost_is_there() {
     ((${version:-0} >= 107600))
 }
 
-# Sets `missing` to those of `packages` that are not installed. An entry a|b is there when one of the two is.
+# Prints the package with a new enough Boost, if apt offers one. Debian 12 has two releases.
+boost_package() {
+    local name version
+    for name in libboost-dev libboost1.81-dev; do
+        version=$(LC_ALL=C apt-cache policy "$name" 2> /dev/null | sed -n 's/^  Candidate: //p')
+        [[ $version != [0-9]* ]] || dpkg --compare-versions "$version" lt 1.76 || {
+            echo "$name"
+            return
+        }
+    done
+}
+
+# Sets `missing` to the packages that have to be installed: those of `packages` that are not, and what gives Boost. An
+# entry a|b is there when one of the two is.
 find_missing() {
-    local have entry names
-    mapfile -t names < <(printf '%s\n' "${packages[@]}" | tr '|' '\n')
-    have=$(dpkg-query -W -f '${Package} ${db:Status-Status}\n' "${names[@]}" 2> /dev/null) || true
+    local have entry names wanted=("${packages[@]}")
     missing=()
-    for entry in "${packages[@]}"; do
+    if ! boost_is_there; then
+        mapfile -t missing < <(boost_package)
+        ((${#missing[@]})) || wanted+=("${unpackers[@]}")
+    fi
+    mapfile -t names < <(printf '%s\n' "${wanted[@]}" | tr '|' '\n' | sort -u)
+    have=$(dpkg-query -W -f '${Package} ${db:Status-Status}\n' "${names[@]}" 2> /dev/null) || true
+    for entry in "${wanted[@]}"; do
         grep -qE "^(${entry//+/\\+}) installed$" <<< "$have" || missing+=("$entry")
     done
 }
 
-# ------------------------------------------------------------------------------------------------- before anything is changed
+# ------------------------------------------------------------------------------------------------- checks of the machine
 
 check_room() { # FOLDER MEGABYTES ADVICE
     local free
@@ -62,6 +80,7 @@ check_machine() {
     unpacked=$(du -sm "$winroot.half" 2> /dev/null | cut -f 1 || true)
     # Wine may be left to a later call, but not to one that finds the disk full.
     [[ $stage == build || -d $winroot ]] || cache_room=$((1500 - ${unpacked:-0}))
+    boost_is_there || [[ "${missing[*]}" == *libboost* ]] || cache_room=$((cache_room + 400))
     until [[ -d $folder ]]; do
         folder=$(dirname "$folder")
     done
