@@ -12,7 +12,12 @@ recipe=$(cat "$top"/tools/{winroot,debian} | sha256sum)
 # shellcheck disable=SC2034 # for those who source this
 winroot=$cache/${recipe:0:12}
 
-say() { printf '%s: %s\n' "${0##*/}" "$*" >&2; }
+# On a terminal, set-up's messages appear above the line that ninja rewrites.
+say() {
+    local line=''
+    [[ ! -t 2 ]] || line=$'\r\e[K'
+    printf '%s%s: %s\n' "$line" "${0##*/}" "$*" >&2
+}
 
 die() {
     say "$*"

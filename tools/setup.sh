@@ -141,8 +141,8 @@ step() { # TITLE NAME COMMAND...
     exec {leash}>&-
     leash=''
     ((status == 0)) || {
+        say "failed: $title; all of its output is in $log, which ends:"
         tail -n 12 "$log" >&2
-        say "failed: $title (all of its output: $log)"
         return 1
     }
     say "$title: done in $((SECONDS - start)) s"
