@@ -5,7 +5,6 @@
 
 # ------------------------------------------------------------------------------------------------- installed packages
 
-boost=$cache/boost/usr/include/boost # in place of a release that is too old
 boost_is_there() {
     local version
     [[ ! -d $boost ]] || return 0
