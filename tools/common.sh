@@ -11,8 +11,16 @@ cache=${XDG_CACHE_HOME:-$home/.cache}/corvane-scheduler
 recipe=$(cat "$top"/tools/{winroot,debian} | sha256sum)
 # shellcheck disable=SC2034 # for those who source this
 winroot=$cache/${recipe:0:12}
+# Boost's headers, where the machine's own are too old.
+# shellcheck disable=SC2034 # for those who source this, cmake/boost.cmake among them
+boost=$cache/boost/usr/include/boost
 
-say() { printf '%s: %s\n' "${0##*/}" "$*" >&2; }
+# On a terminal, set-up's messages appear above the line that ninja rewrites.
+say() {
+    local line=''
+    [[ ! -t 2 ]] || line=$'\r\e[K'
+    printf '%s%s: %s\n' "$line" "${0##*/}" "$*" >&2
+}
 
 die() {
     say "$*"

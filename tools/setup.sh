@@ -1,10 +1,10 @@
 # shellcheck shell=bash
-# The steps of tools/setup, which sources this after common.sh and sets `packages`, `stage` and wine_is_wanted.
+# The steps of tools/setup, which sources this after common.sh and sets `packages`, `unpackers`, `stage` and
+# wine_is_wanted.
 # shellcheck disable=SC2154
 
-# ------------------------------------------------------------------------------------------------- what is there
+# ------------------------------------------------------------------------------------------------- installed packages
 
-boost=$cache/boost/usr/include/boost # in place of a release that is too old
 boost_is_there() {
     local version
     [[ ! -d $boost ]] || return 0
@@ -12,18 +12,35 @@ boost_is_there() {
     ((${version:-0} >= 107600))
 }
 
-# Sets `missing` to those of `packages` that are not installed. An entry a|b is there when one of the two is.
+# Prints the package with a new enough Boost, if apt offers one. Debian 12 has two releases.
+boost_package() {
+    local name version
+    for name in libboost-dev libboost1.81-dev; do
+        version=$(LC_ALL=C apt-cache policy "$name" 2> /dev/null | sed -n 's/^  Candidate: //p')
+        [[ $version != [0-9]* ]] || dpkg --compare-versions "$version" lt 1.76 || {
+            echo "$name"
+            return
+        }
+    done
+}
+
+# Sets `missing` to the packages that have to be installed: those of `packages` that are not, and what gives Boost. An
+# entry a|b is there when one of the two is.
 find_missing() {
-    local have entry names
-    mapfile -t names < <(printf '%s\n' "${packages[@]}" | tr '|' '\n')
-    have=$(dpkg-query -W -f '${Package} ${db:Status-Status}\n' "${names[@]}" 2> /dev/null) || true
+    local have entry names wanted=("${packages[@]}")
     missing=()
-    for entry in "${packages[@]}"; do
+    if ! boost_is_there; then
+        mapfile -t missing < <(boost_package)
+        ((${#missing[@]})) || wanted+=("${unpackers[@]}")
+    fi
+    mapfile -t names < <(printf '%s\n' "${wanted[@]}" | tr '|' '\n' | sort -u)
+    have=$(dpkg-query -W -f '${Package} ${db:Status-Status}\n' "${names[@]}" 2> /dev/null) || true
+    for entry in "${wanted[@]}"; do
         grep -qE "^(${entry//+/\\+}) installed$" <<< "$have" || missing+=("$entry")
     done
 }
 
-# ------------------------------------------------------------------------------------------------- before anything is changed
+# ------------------------------------------------------------------------------------------------- checks of the machine
 
 check_room() { # FOLDER MEGABYTES ADVICE
     local free
@@ -46,7 +63,7 @@ check_namespaces() {
 }
 
 check_machine() {
-    local room=0 wine_room=0 folder=$cache unpacked
+    local room=0 cache_room=0 folder=$cache unpacked
     [[ $(uname -sm) == 'Linux x86_64' ]] || die "this is $(uname -sm), and set-up needs Linux on x86-64"
     command -v apt-get > /dev/null || die 'there is no apt-get: set-up needs Debian 12 or 13, or Ubuntu 22.04 or 24.04'
     if ((${#missing[@]} && EUID != 0)); then
@@ -60,25 +77,38 @@ check_machine() {
     [[ "${missing[*]}" != *clang-tidy* ]] || room=$((room + 650))
     # What an interrupted call has unpacked is used again or deleted.
     unpacked=$(du -sm "$winroot.half" 2> /dev/null | cut -f 1 || true)
-    ! wine_is_wanted || wine_room=$((1500 - ${unpacked:-0}))
+    # Wine may be left to a later call, but not to one that finds the disk full.
+    [[ $stage == build || -d $winroot ]] || cache_room=$((1500 - ${unpacked:-0}))
+    boost_is_there || [[ "${missing[*]}" == *libboost* ]] || cache_room=$((cache_room + 400))
     until [[ -d $folder ]]; do
         folder=$(dirname "$folder")
     done
-    [[ $(stat -c %d "$folder") != $(stat -c %d /usr) ]] || wine_room=$((wine_room + room)) room=0
+    [[ $(stat -c %d "$folder") != $(stat -c %d /usr) ]] || cache_room=$((cache_room + room)) room=0
     check_room /usr "$room" 'delete what is not needed'
-    check_room "$folder" "$wine_room" 'delete what is not needed, or set XDG_CACHE_HOME to a folder on another disk'
+    check_room "$folder" "$cache_room" 'delete what is not needed, or set XDG_CACHE_HOME to a folder on another disk'
+}
+
+# ------------------------------------------------------------------------------------------------- one set-up at a time
+
+# Locks the cache folder. Whoever waited for the lock may get that of a deleted file: --remove deletes the file.
+lock() { # [FLOCK-OPTION]
+    mkdir -p "$cache"
+    exec 9> "$cache/setup.lock"
+    flock "$@" 9 || return
+    [[ $cache/setup.lock -ef /dev/fd/9 ]] || lock "$@"
 }
 
 # ------------------------------------------------------------------------------------------------- long steps
 
 # Runs a command, and ends it with all that it has started when standard input ends. That happens even when tools/setup
-# is killed, and also ends a command of root's, to which an ordinary user cannot send signals.
+# is killed, and also ends a command of root's, to which an ordinary user cannot send signals. The guard holds set-up's
+# lock until then; the command does not, or a program that it leaves behind would hold the lock for ever.
 # shellcheck disable=SC2016 # the dollars are for the shell that runs it
 guard='
     trap : INT TERM HUP
     set -m
-    exec 3>&2 2> /dev/null # not what bash says of its jobs
-    "$@" < /dev/null 2>&3 3>&- &
+    exec 3>&2 2> /dev/null # hides the job messages of bash
+    "$@" < /dev/null 2>&3 3>&- 9>&- &
     job=$!
     { read -r _; kill -TERM -- -$job; sleep 10; kill -KILL -- -$job; } <&0 &
     while
@@ -97,7 +127,7 @@ step() { # TITLE NAME COMMAND...
     shift 2
     say "$title …"
     mkdir -p "${log%/*}"
-    exec {leash}> >(exec "${become[@]}" bash -c "$guard" guard "$@" > "$log" 2>&1 9>&-)
+    exec {leash}> >(exec "${become[@]}" bash -c "$guard" guard "$@" > "$log" 2>&1)
     job=$!
     while [[ -d /proc/$job ]]; do
         sleep 0.2
@@ -110,8 +140,8 @@ step() { # TITLE NAME COMMAND...
     exec {leash}>&-
     leash=''
     ((status == 0)) || {
+        say "failed: $title; all of its output is in $log, which ends:"
         tail -n 12 "$log" >&2
-        say "failed: $title (all of its output: $log)"
         return 1
     }
     say "$title: done in $((SECONDS - start)) s"
@@ -163,9 +193,9 @@ install_packages() { # PACKAGE...
         -o DPkg::Lock::Timeout=600 -o Dpkg::Use-Pty=0 "${chosen[@]}"
 }
 
-# ------------------------------------------------------------------------------------------------- what is not wanted any more
+# ------------------------------------------------------------------------------------------------- removal
 
-# By another name first: what is left of a folder is never taken for a whole one.
+# Renames the folder first: an interrupted removal then never leaves part of a root under its real name.
 remove() { # FOLDER...
     local folder
     for folder in "$@"; do
@@ -176,15 +206,28 @@ remove() { # FOLDER...
     done
 }
 
-# Removes the roots and the halves of all recipes but the present one, or with --remove of all. A root is locked while a
-# program runs in it.
-remove_roots() {
+# Sets `old_roots` to the roots and the halves of all recipes but the present one, or with --remove of all.
+find_old_roots() {
     local folder
+    old_roots=()
     for folder in "$cache"/*; do
         [[ -d $folder && ${folder##*/} =~ ^([0-9a-f]{12}|.*\.half)$ ]] || continue
-        [[ -n $remove || $folder != "$winroot"* ]] || continue
+        [[ -z $remove && $folder == "$winroot"* ]] || old_roots+=("$folder")
+    done
+}
+
+# A root is locked while a program runs in it.
+remove_old_roots() {
+    local folder
+    find_old_roots
+    for folder in "${old_roots[@]}"; do
+        [[ -d $folder ]] || continue
         exec 8< "$folder"
-        if flock -n 8; then remove "$folder"; else say "left there: $folder, in which a program still runs"; fi
+        if flock -n 8; then
+            remove "$folder"
+        elif [[ -n $remove ]]; then
+            say "left there: $folder, in which a program still runs"
+        fi
         exec 8<&-
     done
 }

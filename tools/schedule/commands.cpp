@@ -21,7 +21,7 @@ int usage() {
                "                                  with six entries: three are due in SECONDS (8) and soon\n"
                "                                  after, three are repeated\n"
                "       schedule demo DIR [SECONDS]\n"
-               "                                  the same without those that are repeated\n"
+               "                                  the same without the repeated entries\n"
                "       schedule show              print the schedule\n"
                "       schedule wait N SECONDS    wait until N entries have run, but no longer than that\n",
                stderr);
@@ -33,8 +33,8 @@ int fail(const char* message) {
     return failed;
 }
 
-/// The running one has its schedule in memory and would overwrite any other. Its title tells when it is
-/// suspended.
+/// A running scheduler keeps its schedule in memory and would overwrite the new file. Its title differs while
+/// it is suspended.
 bool schedulerIsRunning() {
     return FindWindowA(nullptr, scheduler::titleFor(false).c_str()) ||
            FindWindowA(nullptr, scheduler::titleFor(true).c_str());
