@@ -1,9 +1,4 @@
-#include "scheduler/ui/framework/checkbox.h"
-#include "scheduler/ui/framework/dialog.h"
-#include "scheduler/ui/framework/edit.h"
-#include "scheduler/ui/framework/radiogroup.h"
-#include "scheduler/ui/framework/windowclass.h"
-#include "tests/scheduler/ui/framework/testdialogs.h"
+#include "tests/scheduler/ui/framework/steppeddialog.h"
 #include "tests/support/patience.h"
 
 #include <gtest/gtest.h>
@@ -14,82 +9,7 @@
 
 namespace {
 
-class OwnerWindow : public framework::Window {
-public:
-    OwnerWindow() {
-        framework::WindowClass windowClass;
-        framework::WindowParameters parameters;
-        parameters.style = WS_OVERLAPPEDWINDOW | WS_VISIBLE;
-        parameters.x = 100;
-        parameters.y = 50;
-        parameters.width = 900;
-        parameters.height = 500;
-        create(windowClass, parameters);
-    }
-};
-
-class CheckedEdit : public framework::Edit {
-public:
-    using Edit::Edit;
-    bool check() override {
-        ++checks;
-        return passes;
-    }
-    bool passes = true;
-    int checks = 0;
-};
-
-/// Runs its steps one after the other, each on a message that is posted behind the one before.
-class SteppedDialog : public framework::Dialog {
-public:
-    explicit SteppedDialog(int templateId = IDD_CONTROLS) : Dialog(templateId) {}
-
-    std::string text = "before";
-    CheckedEdit edit{*this, IDC_TEXT, framework::bindText(text)};
-    CheckedEdit second{*this, IDC_SECOND_TEXT};
-    framework::RadioGroup choice{*this, {IDC_FIRST_CHOICE, IDC_SECOND_CHOICE, IDC_THIRD_CHOICE}};
-    std::vector<std::function<void()>> steps;
-    std::function<void()> onTick;
-    std::function<void()> onRest; ///< the queue has run empty
-    bool stepping = true;         ///< false: no step follows, and the queue runs empty
-
-    void press(int id) { SendMessageA(GetDlgItem(handle(), id), BM_CLICK, 0, 0); }
-
-    void load() override {
-        Dialog::load();
-        PostMessageA(handle(), step, 0, 0);
-    }
-    void onIdle() override {
-        Dialog::onIdle();
-        if (onRest)
-            onRest();
-    }
-
-protected:
-    framework::Handled onMessage(const framework::Message& message) override {
-        if (message.id == WM_TIMER && onTick)
-            onTick();
-        if (message.id != step)
-            return Dialog::onMessage(message);
-        if (message.wParam < steps.size()) {
-            steps[message.wParam]();
-            if (handle() && stepping)
-                PostMessageA(handle(), step, message.wParam + 1, 0);
-        } else if (!isModalFinished()) {
-            ADD_FAILURE() << "the dialog did not end";
-            finish(0);
-        }
-        return 0;
-    }
-
-    void updateState() override {
-        if (choice.handle())
-            enableItem(IDC_DATE, choice.value() == 1);
-    }
-
-private:
-    static constexpr UINT step = WM_APP + 1;
-};
+using test::SteppedDialog;
 
 TEST(Dialog, OkStoresTheControlsAndGivesOne) {
     SteppedDialog dialog;
@@ -197,81 +117,6 @@ TEST(Dialog, HiddenAndDisabledControlsAreNotChecked) {
     }};
     EXPECT_EQ(dialog.runModal(nullptr), 1);
     EXPECT_EQ(dialog.edit.checks + dialog.second.checks, 0);
-}
-
-TEST(Dialog, ItsOwnerIsDisabledWhileItRuns) {
-    OwnerWindow owner;
-    SteppedDialog dialog;
-    dialog.steps = {[&] {
-        EXPECT_FALSE(IsWindowEnabled(owner.handle()));
-        EXPECT_TRUE(IsWindowVisible(dialog.handle()));
-        EXPECT_EQ(GetWindow(dialog.handle(), GW_OWNER), owner.handle());
-        dialog.press(IDOK);
-    }};
-    dialog.runModal(owner.handle());
-    EXPECT_TRUE(IsWindowEnabled(owner.handle()));
-}
-
-TEST(Dialog, AnOwnerThatIsDisabledAlreadyStaysSo) {
-    OwnerWindow owner;
-    EnableWindow(owner.handle(), FALSE);
-    SteppedDialog dialog;
-    dialog.steps = {[&] { dialog.press(IDOK); }};
-    dialog.runModal(owner.handle());
-    EXPECT_FALSE(IsWindowEnabled(owner.handle()));
-}
-
-TEST(Dialog, TheFocusComesBack) {
-    OwnerWindow owner;
-    const HWND field = CreateWindowExA(0, "EDIT", "", WS_CHILD | WS_VISIBLE, 0, 0, 50, 20, owner.handle(),
-                                       nullptr, nullptr, nullptr);
-    SetFocus(field);
-    ASSERT_EQ(GetFocus(), field);
-    SteppedDialog dialog;
-    dialog.steps = {[&] {
-        EXPECT_EQ(GetFocus(), dialog.edit.handle()) << "its first field has it";
-        dialog.press(IDCANCEL);
-    }};
-    dialog.runModal(owner.handle());
-    EXPECT_EQ(GetFocus(), field);
-}
-
-TEST(Dialog, OneThatCannotBeMadeSaysSo) {
-    OwnerWindow owner;
-    SteppedDialog dialog(4711);
-    EXPECT_EQ(dialog.runModal(owner.handle()), framework::notMade);
-    EXPECT_TRUE(IsWindowEnabled(owner.handle()));
-}
-
-POINT centreOf(HWND window) {
-    RECT place{};
-    GetWindowRect(window, &place);
-    return {(place.left + place.right) / 2, (place.top + place.bottom) / 2};
-}
-
-TEST(Dialog, IsCentredOverItsOwner) {
-    OwnerWindow owner;
-    SteppedDialog dialog;
-    dialog.steps = {[&] {
-        EXPECT_NEAR(centreOf(dialog.handle()).x, centreOf(owner.handle()).x, 1);
-        EXPECT_NEAR(centreOf(dialog.handle()).y, centreOf(owner.handle()).y, 1);
-        dialog.press(IDCANCEL);
-    }};
-    dialog.runModal(owner.handle());
-}
-
-TEST(Dialog, IsLeftWhereThePlatformCentredIt) {
-    OwnerWindow owner;
-    SteppedDialog dialog(IDD_CENTRED);
-    RECT screen{};
-    SystemParametersInfoA(SPI_GETWORKAREA, 0, &screen, 0);
-    // The owner is far from the middle, over which the platform centres what asks it to.
-    SetWindowPos(owner.handle(), nullptr, 0, 0, 200, 200, SWP_NOZORDER);
-    dialog.steps = {[&] {
-        EXPECT_NE(centreOf(dialog.handle()).x, centreOf(owner.handle()).x);
-        dialog.press(IDCANCEL);
-    }};
-    dialog.runModal(owner.handle());
 }
 
 TEST(Dialog, OneWhoseWindowDiesIsCancelled) {
