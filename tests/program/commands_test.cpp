@@ -230,45 +230,20 @@ TEST_F(Commands, WhatACommandOpensMakesTheWindowWaitEvenWhileNoWindowIsActive) {
     }
 }
 
-TEST_F(Commands, AnEditFindsItsEntryWhereverThatIsMeanwhile) {
-    startWith({sleeping("run:a"), sleeping("run:b"), sleeping("run:c"), sleeping("run:d")});
-    for (const int deleted : {0, 1}) { // one before the edited entry, and then one behind it
-        list().select({deleted == 0 ? 1 : 0});
-        scheduler_.command(IDM_EDIT);
-        const HWND sheet = waitForBox();
-        ASSERT_NE(sheet, nullptr);
-        list().select({deleted});
-        carryOut(IDM_DELETE);
-        SchedulerProcess::press(sheet, IDOK);
-        ASSERT_TRUE(waitUntil([&] { return !IsWindow(sheet) && IsWindowEnabled(window()); }));
-    }
-    EXPECT_THAT(list().columnTexts(0), ElementsAre("run:b", "run:d"));
-}
-
-TEST_F(Commands, AnEditedFollowerFollowsTheSameEntryWhereverThatIsMeanwhile) {
-    startWith({sleeping("run:a"), sleeping("run:b"), sleeping("run:c"), after(2, "run:d")});
-    list().select({3});
+TEST_F(Commands, WhileTheEditorIsOpenOtherProgramsChangeNothing) {
+    startWith({sleeping("run:a"), sleeping("run:b"), after(0, "run:c")});
+    list().select({2});
     scheduler_.command(IDM_EDIT);
     const HWND sheet = waitForBox();
     ASSERT_NE(sheet, nullptr);
     list().select({0});
-    carryOut(IDM_DELETE);
+    for (const int command : {IDM_ADD, IDM_EDIT, IDM_DELETE, IDM_RUN, IDM_ENABLE})
+        carryOut(command);
     SchedulerProcess::press(sheet, IDOK);
     ASSERT_TRUE(waitUntil([&] { return !IsWindow(sheet) && IsWindowEnabled(window()); }));
-    EXPECT_EQ(list().cell(2, nextRunColumn), "waiting for run:c");
-    EXPECT_EQ(savedSchedule().back().afterIndex, 1);
-}
-
-TEST_F(Commands, AnEditOfAnEntryThatIsDeletedMeanwhileChangesNoOther) {
-    startWith({sleeping("run:a"), sleeping("run:b"), sleeping("run:c")});
-    list().select({1});
-    scheduler_.command(IDM_EDIT);
-    const HWND sheet = waitForBox();
-    ASSERT_NE(sheet, nullptr);
-    carryOut(IDM_DELETE);
-    SchedulerProcess::press(sheet, IDOK);
-    ASSERT_TRUE(waitUntil([&] { return !IsWindow(sheet) && IsWindowEnabled(window()); }));
-    EXPECT_THAT(list().columnTexts(0), ElementsAre("run:a", "run:c"));
+    EXPECT_THAT(list().columnTexts(0), ElementsAre("run:a", "run:b", "run:c"));
+    EXPECT_EQ(list().cell(2, nextRunColumn), "waiting for run:a");
+    EXPECT_FALSE(savedSchedule().front().disabled);
 }
 
 } // namespace

@@ -58,15 +58,6 @@ TEST_F(AddByEditor, AfterAnotherProject) {
     });
 }
 
-TEST_F(AddByEditor, AfterTheSameProjectWhereverThatIsMeanwhile) {
-    driver::ListDriver(scheduler_.window()).select({0});
-    SendMessageA(scheduler_.window(), WM_COMMAND, IDM_DELETE, 0); // as another program may
-    const auto saved = editor_.saveByOk();
-    ASSERT_THAT(saved, SizeIs(2));
-    EXPECT_EQ(saved[1].kind, ScheduleKind::AfterProject);
-    EXPECT_EQ(saved[1].afterIndex, 0) << "still the archive";
-}
-
 TEST_F(AddByEditor, AtStartup) {
     ASSERT_TRUE(editor_.chooseKind(ScheduleKind::AtStartup));
     ASSERT_TRUE(editor_.replace(IDC_STARTUP_DELAY, "15"));

@@ -149,34 +149,6 @@ TEST_F(List, ATextLongerThanTheControlsBufferIsCutAndNothingElse) {
     EXPECT_EQ(driver::savedSchedule()[0].lastResult, entries[0].lastResult);
 }
 
-TEST_F(List, ATickPaintsNothingWhenNoTextHasChanged) {
-    std::vector<ScheduledProject> entries(20, sleeping("a.kra"));
-    startWith(entries);
-    const WitnessDriver witness(scheduler_.window(), list().handle());
-    ASSERT_TRUE(witness.isThere());
-    const auto settledPaints = [&] {
-        LONG paints = 0;
-        EXPECT_TRUE(waitUntil([&] {
-            paints = witness.paints();
-            return witness.passTicks(1) && witness.paints() == paints;
-        }));
-        return paints;
-    };
-    const LONG before = settledPaints(); // with what the start has left to paint
-    ASSERT_TRUE(witness.passTicks(4));
-    EXPECT_EQ(witness.paints(), before);
-
-    // The counter does count, and only the row that has changed is painted.
-    RECT client{};
-    GetClientRect(list().handle(), &client);
-    list().select({3});
-    ASSERT_TRUE(waitUntil([&] { return witness.paints() > before; }));
-    const LONG afterSelection = settledPaints();
-    SendMessageA(scheduler_.window(), WM_COMMAND, IDM_ENABLE, 0);
-    EXPECT_TRUE(waitUntil([&] { return witness.paints() > afterSelection; }));
-    EXPECT_LT(witness.lastPaint().bottom - witness.lastPaint().top, (client.bottom - client.top) / 4);
-}
-
 CALLED_BY_PLATFORM BOOL CALLBACK findHint(HWND window, LPARAM found) {
     constexpr LONG hintStyles = WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE;
     if ((GetWindowLongA(window, GWL_EXSTYLE) & hintStyles) != hintStyles || !IsWindowVisible(window))

@@ -36,7 +36,6 @@ public:
     bool isThere() const { return hooks_.size() == 3; }
 
     LONG paints() const { return notes_->paints; }
-    RECT lastPaint() const { return notes_->lastPaint; }
     LONG commands() const { return notes_->commands; }
     UINT lastCommand() const { return notes_->lastCommand; }
     LONG ticks() const { return notes_->ticks; }

@@ -16,7 +16,6 @@ struct MenuItem {
 struct Notes {
     HWND painted = nullptr; ///< set by the test: whose paintings are counted
     LONG paints = 0;
-    RECT lastPaint{}; ///< the part that the last painting was about
 
     LONG menus = 0; ///< popup menus that have opened
     LONG itemCount = 0;

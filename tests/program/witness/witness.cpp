@@ -31,11 +31,8 @@ witness::Notes* notes() {
 }
 
 void notePaint(HWND window) {
-    if (window != notes()->painted)
-        return;
-    // Before it is painted: painting makes the region empty.
-    GetUpdateRect(window, &notes()->lastPaint, FALSE);
-    ++notes()->paints;
+    if (window == notes()->painted)
+        ++notes()->paints;
 }
 
 void noteMenu(HMENU menu) {

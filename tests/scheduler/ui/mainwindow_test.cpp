@@ -159,11 +159,14 @@ protected:
     }
 };
 
-TEST_F(MainWindow, TicksOnceASecondByItsTimerOne) {
+TEST_F(MainWindow, TicksOnceASecondByItsTimerOneAndPaintsNothingThen) {
     scheduler::MainWindow window;
-    ASSERT_TRUE(window.start("/s", SW_SHOW));
+    ASSERT_TRUE(window.start("", SW_SHOWNOACTIVATE));
     EXPECT_THAT(timers, Contains(Pair(1U, 1000U)));
     EXPECT_EQ(icons, 1);
+    const test::Paintings paintings(*framework::Window::of(GetDlgItem(window.handle(), IDC_SCHEDULE_LIST)));
+    SendMessageA(window.handle(), WM_TIMER, 1, 0);
+    EXPECT_EQ(paintings.count, 0);
 }
 
 TEST_F(MainWindow, ComesUpInOrder) {
