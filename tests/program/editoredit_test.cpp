@@ -207,27 +207,6 @@ TEST_F(EditByEditor, ADoubleClickEditsAndEnterIsOk) {
     EXPECT_TRUE(waitUntil([&] { return scheduler_.focused() == list_->handle(); }));
 }
 
-TEST_F(EditByEditor, ARunThatStartsWhileTheEditorIsOpenGoesOn) {
-    const driver::SampleSpider spider;
-    ScheduledProject entry = entryOf(ScheduleKind::Hourly);
-    entry.path = spider.makeProject("slow.kra", "seconds=600\n");
-    ASSERT_NO_FATAL_FAILURE(open(entry));
-    scheduler_.command(IDM_RUN);
-    ASSERT_TRUE(waitUntil([&] { return isShownRunning() && spider.logged("start run 1:") == 1; }));
-    ASSERT_TRUE(editor_.replace(IDC_TIME_LIMIT, "7"));
-    const ScheduledProject edited = editedByOk();
-    EXPECT_EQ(edited.timeLimitMinutes, 7);
-    EXPECT_EQ(edited.running, 1);
-    EXPECT_EQ(edited.runNumber, 1);
-    EXPECT_NE(edited.runStart, TimeValue());
-    EXPECT_TRUE(isShownRunning());
-
-    base::runProcessAndWait("taskkill /f /im spider.exe", SW_HIDE, "", INFINITE);
-    ASSERT_TRUE(waitUntil([&] { return firstSaved().running == 0; })) << "its end still finds it";
-    EXPECT_EQ(firstSaved().lastRun, edited.runStart);
-    EXPECT_EQ(firstSaved().timeLimitMinutes, 7);
-}
-
 TEST_F(EditByEditor, AnEntryThatFallsDueWhileTheEditorIsOpenIsStarted) {
     const driver::SampleSpider spider;
     ScheduledProject due;
