@@ -29,7 +29,8 @@ public:
 
     constexpr std::int32_t seconds() const { return seconds_; }
 
-    friend constexpr auto operator<=>(TimeSpan, TimeSpan) = default;
+    // The checker takes the 0 that each comparison is rewritten with for a null pointer.
+    friend constexpr auto operator<=>(TimeSpan, TimeSpan) = default; // NOLINT(modernize-use-nullptr)
     friend constexpr TimeSpan operator+(TimeSpan a, TimeSpan b);
 
 private:

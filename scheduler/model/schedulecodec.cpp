@@ -60,9 +60,9 @@ std::size_t encodedSize(const ScheduledProject& record) {
 }
 
 void encode(const ScheduledProject& record, std::byte* target) {
-    putFields(record, [&target](const auto& bytes) {
-        std::memcpy(target, bytes.data(), bytes.size());
-        target += bytes.size();
+    putFields(record, [next = target](const auto& bytes) mutable {
+        std::memcpy(next, bytes.data(), bytes.size());
+        next += bytes.size();
         return true;
     });
 }

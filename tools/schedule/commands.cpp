@@ -25,12 +25,12 @@ int usage() {
                "       schedule show              print the schedule\n"
                "       schedule wait N SECONDS    wait until N entries have run, but no longer than that\n",
                stderr);
-    return misused;
+    return Misused;
 }
 
 int fail(const char* message) {
     std::fprintf(stderr, "schedule: %s\n", message);
-    return failed;
+    return Failed;
 }
 
 /// A running scheduler keeps its schedule in memory and would overwrite the new file. Its title differs while
@@ -43,7 +43,7 @@ bool schedulerIsRunning() {
 int makeSample(const std::string& folder, Sample sample, unsigned seconds) {
     if (schedulerIsRunning())
         return fail("the scheduler is running, and its schedule stays as it is");
-    return writeSample(folder, sample, seconds) ? succeeded : fail("the sample could not be written");
+    return writeSample(folder, sample, seconds) ? Succeeded : fail("the sample could not be written");
 }
 
 int show() {
@@ -51,7 +51,7 @@ int show() {
     if (!readStoredSchedule(list))
         return fail("there is no schedule that can be read");
     std::fputs(scheduleTable(list, base::TimeValue::now()).c_str(), stdout);
-    return succeeded;
+    return Succeeded;
 }
 
 bool hasRun(const scheduler::ScheduledProject& entry) {
@@ -64,7 +64,7 @@ int waitForRuns(unsigned wanted, unsigned seconds) {
         scheduler::ScheduleList list;
         if (readStoredSchedule(list) &&
             std::ranges::count_if(list, hasRun) >= static_cast<std::ptrdiff_t>(wanted))
-            return succeeded;
+            return Succeeded;
         if (GetTickCount64() >= end)
             return fail("too few entries have run in that time");
         Sleep(pollInterval);

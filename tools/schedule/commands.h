@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-enum ExitCode : int { succeeded = 0, failed = 1, misused = 2 };
+enum ExitCode : int { Succeeded = 0, Failed = 1, Misused = 2 };
 
 /// The whole word as a decimal number without a sign; nothing when it is none or too large.
 std::optional<unsigned> parseNumber(std::string_view word);

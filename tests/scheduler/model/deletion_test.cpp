@@ -173,17 +173,18 @@ TEST(Deletion, ARunningEntryIsDeletedToo) {
 
 TEST(Deletion, IsShownOnceWhenTheReferencesAreRight) {
     struct View : scheduler::ScheduleObserver {
-        const ScheduleList* list = nullptr;
+        explicit View(const ScheduleList& watched) : list(watched) {}
+        const ScheduleList& list;
         std::vector<std::int32_t> shown;
         void onScheduleChanged() override {
-            for (const ScheduledProject& entry : *list)
+            for (const ScheduledProject& entry : list)
                 shown.push_back(entry.afterIndex);
         }
-    } view;
+    };
     ScheduleList list;
+    View view(list);
     for (const Item& item : {Item{"A", 5, 0}, Item{"B", 5, 0}, Item{"C", 0, 1}, Item{"D", 0, 2}})
         list.append(entryOf(item));
-    view.list = &list;
     list.addObserver(view);
     deleteEntries(list, {});
     EXPECT_TRUE(view.shown.empty());
