@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <cstdint>
 #include <ctime>
 #include <limits>
@@ -124,6 +125,17 @@ TEST(TimeValue, IsOrdered) {
     EXPECT_GT(TimeValue::never(), TimeValue(2));
     EXPECT_LT(TimeValue(-1), TimeValue());
     EXPECT_EQ(TimeValue(5), TimeValue(5));
+}
+
+TEST(SystemClock, UptimeIsThatOfTheSteadyClock) {
+    const auto steadyNow = [] {
+        return std::chrono::floor<std::chrono::milliseconds>(
+            std::chrono::steady_clock::now().time_since_epoch());
+    };
+    const std::chrono::milliseconds before = steadyNow();
+    const std::chrono::milliseconds uptime = systemClock().uptime();
+    EXPECT_LE(before, uptime);
+    EXPECT_LE(uptime, steadyNow());
 }
 
 TEST(TimeValue, NowIsTheRuntimesTime) {
