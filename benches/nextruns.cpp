@@ -64,11 +64,12 @@ template<class Calls>
 void benchRule(const char* what, const char* limitName, const ScheduledProject& entry,
                const Calls& runtimeCalls) {
     const scheduler::EngineState state;
+    const base::Clock& clock = base::systemClock();
     const auto subject = [&] {
         return secondsOf([&] {
             TimeValue now = referenceTime();
             for (std::size_t i = 0; i < calls; ++i, now = now + TimeSpan::fromSeconds(1))
-                keep(scheduler::computeNextRun(state, entry, now, base::systemClock()));
+                keep(scheduler::computeNextRun(state, entry, now, clock));
         });
     };
     const auto limit = [&] {
