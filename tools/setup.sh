@@ -90,7 +90,7 @@ check_machine() {
 
 # ------------------------------------------------------------------------------------------------- one set-up at a time
 
-# Locks the cache folder. Whoever waited for the lock may get that of a deleted file: --remove deletes the file.
+# Locks the cache folder. --remove deletes the lock file, so a caller that waited checks that the file is still there.
 lock() { # [FLOCK-OPTION]
     mkdir -p "$cache"
     exec 9> "$cache/setup.lock"
@@ -102,7 +102,7 @@ lock() { # [FLOCK-OPTION]
 
 # Runs a command, and ends it with all that it has started when standard input ends. That happens even when tools/setup
 # is killed, and also ends a command of root's, to which an ordinary user cannot send signals. The guard holds set-up's
-# lock until then; the command does not, or a program that it leaves behind would hold the lock for ever.
+# lock until then. The command does not: a process that outlives it would hold the lock for ever.
 # shellcheck disable=SC2016 # the dollars are for the shell that runs it
 guard='
     trap : INT TERM HUP

@@ -112,7 +112,7 @@ TimeValue NextRuns::daily(const ScheduledProject& entry) {
     // until midnight.
     const int first = candidate < now_ ? 1 : 0;
     int days = first;
-    // Without any flag the last candidate stands, a week on.
+    // Without any flag the result is a week after the first candidate.
     while (days < first + 7 && !runsAfter(days))
         ++days;
     return candidate + TimeSpan::fromDays(days);

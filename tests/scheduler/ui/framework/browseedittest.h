@@ -19,7 +19,7 @@ inline DWORD simulatedError = 0;
 
 } // namespace test
 
-// Stands in for the platform's dialog, in the one source of a program that includes this.
+// Replaces the platform's dialog. Include this in one source per program only.
 namespace framework {
 
 bool openFileDialog(OPENFILENAMEA& request) {

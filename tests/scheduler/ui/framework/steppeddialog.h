@@ -40,7 +40,7 @@ public:
     int checks = 0;
 };
 
-/// Runs its steps one after the other, each on a message that is posted after the one before.
+/// Runs its steps in order, each on a posted message.
 class SteppedDialog : public framework::Dialog {
 public:
     explicit SteppedDialog(int templateId = IDD_CONTROLS) : Dialog(templateId) {}
