@@ -30,9 +30,9 @@ std::vector<ScheduledProject> manyEntries() {
         ScheduledProject& entry = entries[static_cast<std::size_t>(i)];
         const int shuffled = static_cast<int>(static_cast<long long>(i) * 7919 % crowd);
         entry.path = "C:\\Sites\\project " + std::to_string(shuffled) + ".kra";
-        entry.kind = static_cast<ScheduleKind>(i % 6);
+        entry.kind = static_cast<ScheduleKind>(i % scheduler::kindCount);
         entry.afterIndex = i / 2;
-        entry.minutes = i % 60;
+        entry.minutes = i % scheduler::kindCount0;
         entry.time = now + base::TimeSpan::fromMinutes(60 + i);
         entry.lastRun = now - base::TimeSpan::fromMinutes(i);
         entry.lastResult = i % 3 == 0 ? std::to_string(shuffled) + " pages are missing" : "";

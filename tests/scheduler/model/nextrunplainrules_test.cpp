@@ -13,6 +13,7 @@
 namespace {
 
 using base::TimeValue;
+using scheduler::kindCount;
 using scheduler::ScheduledProject;
 using test::at;
 using test::clockTime;
@@ -178,7 +179,7 @@ TEST(NextRunAgainstPlainRules, ExtremeValues) {
         lowest,     lowest + 1, -86400,        -3600,           -60,         -1,     0,     1,
         59,         60,         3599,          86399,           86400,       25000,  25001, 25002,
         35'791'394, 35'791'395, 1'800'000'000, highest - 86400, highest - 1, highest};
-    for (const int kind : {0, 1, 2, 3, 4, 5, 6})
+    for (int kind = 0; kind <= kindCount; ++kind)
         for (const std::int32_t value : extremes)
             for (const std::int32_t time : extremes)
                 for (const std::int32_t now : extremes)
