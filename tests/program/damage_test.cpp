@@ -6,24 +6,26 @@
 #include "tests/program/programtest.h"
 #include "tests/support/damagedschedule.h"
 #include "tests/support/encodedschedule.h"
+#include "tests/support/plainentries.h"
 #include "tests/support/plainschedule.h"
 #include "tests/support/seeds.h"
 
 #include <iostream>
 
-using plainschedule::Record;
+using plain::Item;
 
 namespace {
 
 constexpr unsigned long startsOfAnEverydayRun = 40;
 
 /// What a start makes of the entries of a file, apart from their next runs.
-std::vector<Record> afterStart(std::vector<Record> records) {
-    for (Record& record : records) {
-        record.running = 0;
-        record.waitingSince = record.runStart = record.runNumber = record.retriesDone = 0;
+std::vector<Item> afterStart(std::vector<Item> items) {
+    for (Item& item : items) {
+        item.runs = 0;
+        item.waitsSince = item.began = item.number = 0;
+        item.retried = 0;
     }
-    return records;
+    return items;
 }
 
 class Damage : public driver::ProgramTest {
@@ -39,10 +41,9 @@ protected:
     std::size_t startOn(const std::vector<std::byte>& content) {
         driver::writeText(scheduler::schedulePath(),
                           {reinterpret_cast<const char*>(content.data()), content.size()});
-        plainschedule::File plain(content);
-        if (plain.read() != plainschedule::Result::Replaced)
-            plain.records.clear();
-        const std::vector<Record> expected = afterStart(plain.records);
+        plain::File file(content);
+        file.read();
+        const std::vector<Item> expected = afterStart(file.items);
 
         EXPECT_TRUE(scheduler_.start("/s"));
         EXPECT_EQ(driver::ListDriver(scheduler_.window()).rowCount(), static_cast<int>(expected.size()));
@@ -51,9 +52,9 @@ protected:
         const std::vector<scheduler::ScheduledProject> saved = driver::savedSchedule();
         EXPECT_EQ(saved.size(), expected.size());
         for (std::size_t i = 0; i < std::min(saved.size(), expected.size()); ++i) {
-            Record record = expected[i];
-            record.nextRun = static_cast<std::uint32_t>(saved[i].nextRun.seconds());
-            EXPECT_TRUE(same(saved[i], record)) << "entry " << i;
+            Item item = expected[i];
+            item.next = saved[i].nextRun.seconds();
+            EXPECT_EQ(plain::itemOf(saved[i]), item) << "entry " << i;
         }
         return saved.size();
     }

@@ -1,6 +1,7 @@
 #include "tests/program/occasions.h"
 
 #include "tests/program/scheduledriver.h"
+#include "tests/support/plainentries.h"
 
 #include <gtest/gtest.h>
 
@@ -15,20 +16,6 @@ using scheduler::ScheduledProject;
 
 namespace {
 
-Item itemOf(const ScheduledProject& entry) {
-    Item item;
-    item.path = entry.path;
-    item.kind = static_cast<int>(entry.kind);
-    item.time = entry.time.seconds();
-    item.minutes = entry.minutes;
-    item.after = entry.afterIndex;
-    for (std::size_t day = 0; day < item.days.size(); ++day)
-        item.days[day] = entry.weekdays[day] != 0;
-    item.dayOfMonth = entry.dayOfMonth;
-    item.off = entry.disabled != 0;
-    return item;
-}
-
 std::string shown(Second second) {
     const std::tm fields = plain::fieldsOf(second);
     char text[40]{};
@@ -42,7 +29,7 @@ Occasions::Occasions(const std::vector<ScheduledProject>& entries, Second before
                      Second lateness)
     : rules_(plain::World()), lateness_(lateness), lastRun_(entries.size()), runs_(entries.size()) {
     for (const ScheduledProject& entry : entries) {
-        items_.push_back(itemOf(entry));
+        items_.push_back(plain::itemOf(entry));
         next_.push_back(rules_.nextRunOf(items_.back(), after));
         EXPECT_EQ(next_.back(), rules_.nextRunOf(items_.back(), before)) << "an occasion during the start";
     }

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "scheduler/model/scheduledproject.h"
-#include "tests/simulation/plainrules.h"
+#include "tests/support/plainrules.h"
 
 #include <cstddef>
 #include <string>
