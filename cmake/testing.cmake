@@ -3,14 +3,15 @@ set(INSTALL_GTEST OFF)
 add_subdirectory(${GTEST_SOURCE_FOLDER} ${PROJECT_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
 
 # What every test is linked with.
-add_library(test_main STATIC EXCLUDE_FROM_ALL ${PROJECT_SOURCE_DIR}/tests/support/main.cpp)
+set(support ${PROJECT_SOURCE_DIR}/tests/support)
+add_library(test_main STATIC EXCLUDE_FROM_ALL ${support}/main.cpp ${support}/zone.cpp)
 target_link_libraries(test_main PUBLIC project_options GTest::gmock)
 target_precompile_headers(test_main PRIVATE <gmock/gmock.h>)
 # Tests compile sooner without, and run as fast.
 target_compile_options(test_main PUBLIC $<$<CONFIG:Release>:-O0>)
 
 # Replaces the allocator of a program that links it.
-add_library(counted_allocations OBJECT EXCLUDE_FROM_ALL ${PROJECT_SOURCE_DIR}/tests/support/allocations.cpp)
+add_library(counted_allocations OBJECT EXCLUDE_FROM_ALL ${support}/allocations.cpp)
 target_link_libraries(counted_allocations PRIVATE project_options)
 
 # Resolutions above the usual 96, in which fonts grow by different steps.
@@ -52,7 +53,7 @@ function(corvane_test_run name)
     endif()
     set_tests_properties(${name} PROPERTIES TIMEOUT ${arg_TIMEOUT})
     if(arg_ZONE)
-        # TZ is for the native runs, SCHEDULER_ZONE for the test that the zone took effect.
+        # TZ is for the native runs, SCHEDULER_ZONE for the check that the zone took effect.
         set_tests_properties(${name} PROPERTIES ENVIRONMENT "TZ=${arg_ZONE};SCHEDULER_ZONE=${arg_ZONE}")
     endif()
 endfunction()

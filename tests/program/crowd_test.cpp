@@ -32,7 +32,7 @@ std::vector<ScheduledProject> manyEntries() {
         entry.path = "C:\\Sites\\project " + std::to_string(shuffled) + ".kra";
         entry.kind = static_cast<ScheduleKind>(i % scheduler::kindCount);
         entry.afterIndex = i / 2;
-        entry.minutes = i % scheduler::kindCount0;
+        entry.minutes = i % 60;
         entry.time = now + base::TimeSpan::fromMinutes(60 + i);
         entry.lastRun = now - base::TimeSpan::fromMinutes(i);
         entry.lastResult = i % 3 == 0 ? std::to_string(shuffled) + " pages are missing" : "";

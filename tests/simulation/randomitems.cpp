@@ -1,5 +1,7 @@
 #include "tests/simulation/randomitems.h"
 
+#include "scheduler/model/scheduledproject.h"
+
 #include <string>
 
 namespace simulation {

@@ -1,11 +1,14 @@
 // The start of every test program.
 
+#include "tests/support/zone.h"
+
 #include <gmock/gmock.h>
 
 #include <iostream>
 
 int main(int argc, char* argv[]) {
     testing::InitGoogleMock(&argc, argv);
+    testing::AddGlobalTestEnvironment(test::zoneOfTheRun().release());
     const int result = RUN_ALL_TESTS();
     if (testing::UnitTest::GetInstance()->test_to_run_count() > 0)
         return result;

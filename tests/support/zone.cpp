@@ -1,7 +1,6 @@
-// A run in a time zone fails unless the runtime knows that zone: an unknown one would be UTC without a word.
-#include "tests/support/instants.h"
+#include "tests/support/zone.h"
 
-#include <gtest/gtest.h>
+#include "tests/support/instants.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -18,19 +17,20 @@ struct Zone {
 };
 
 constexpr Zone zones[] = {
-    {"America/New_York", -300, -240}, {"America/St_Johns", -210, -150}, {"Asia/Kathmandu", 345, 345},
-    {"Asia/Kolkata", 330, 330},       {"Australia/Sydney", 660, 600},   {"Europe/Berlin", 60, 120},
-    {"Pacific/Auckland", 780, 720},
+    {"America/New_York", -300, -240}, {"America/St_Johns", -210, -150},
+    {"Asia/Kathmandu", 345, 345},     {"Asia/Kolkata", 330, 330},
+    {"Australia/Sydney", 660, 600},   {"Europe/Berlin", 60, 120},
+    {"Pacific/Auckland", 780, 720},   {"Etc/UTC", 0, 0},
 };
 
 int minutesEastOfUtc(std::int32_t seconds) {
     const std::tm local = test::localFields(seconds);
     const std::time_t t = seconds;
     const std::tm utc = *std::gmtime(&t);
-    return ((local.tm_yday - utc.tm_yday) * 24 + local.tm_hour - utc.tm_hour) * 60 + local.tm_min - utc.tm_min;
+    return ((local.tm_yday - utc.tm_yday) * 24 + local.tm_hour - utc.tm_hour) * 60 + local.tm_min -
+           utc.tm_min;
 }
 
-/// SCHEDULER_ZONE names the zone; without it any zone will do.
 class ZoneOfTheRun : public testing::Environment {
     void SetUp() override {
         const char* const name = std::getenv("SCHEDULER_ZONE");
@@ -45,7 +45,8 @@ class ZoneOfTheRun : public testing::Environment {
     }
 };
 
-[[maybe_unused]] testing::Environment* const checked =
-    testing::AddGlobalTestEnvironment(std::make_unique<ZoneOfTheRun>().release());
-
 } // namespace
+
+std::unique_ptr<testing::Environment> test::zoneOfTheRun() {
+    return std::make_unique<ZoneOfTheRun>();
+}
