@@ -10,6 +10,12 @@ target_precompile_headers(test_main PRIVATE <gmock/gmock.h>)
 # Tests compile sooner without, and run as fast.
 target_compile_options(test_main PUBLIC $<$<CONFIG:Release>:-O0>)
 
+# tools/coverage reads which lines the native tests reach, all of them together.
+if(NOT WIN32)
+    add_test(NAME native.fresh COMMAND find ${PROJECT_BINARY_DIR} -name *.gcda -delete)
+    set_tests_properties(native.fresh PROPERTIES FIXTURES_SETUP nothing_reached)
+endif()
+
 # Replaces the allocator of a program that links it.
 add_library(counted_allocations OBJECT EXCLUDE_FROM_ALL ${support}/allocations.cpp)
 target_link_libraries(counted_allocations PRIVATE project_options)
@@ -52,6 +58,9 @@ function(corvane_test_run name)
         math(EXPR arg_TIMEOUT "${arg_TIMEOUT} * 5")
     endif()
     set_tests_properties(${name} PROPERTIES TIMEOUT ${arg_TIMEOUT})
+    if(NOT WIN32)
+        set_tests_properties(${name} PROPERTIES FIXTURES_REQUIRED nothing_reached FIXTURES_SETUP lines_reached)
+    endif()
     if(arg_ZONE)
         # TZ is for the native runs, SCHEDULER_ZONE for the check that the zone took effect.
         set_tests_properties(${name} PROPERTIES ENVIRONMENT "TZ=${arg_ZONE};SCHEDULER_ZONE=${arg_ZONE}")

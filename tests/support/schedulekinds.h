@@ -12,8 +12,9 @@ namespace test {
 
 inline constexpr auto allKinds = [] {
     std::array<scheduler::ScheduleKind, scheduler::kindCount> kinds{};
-    for (int kind = 0; kind < scheduler::kindCount; ++kind)
-        kinds[static_cast<std::size_t>(kind)] = static_cast<scheduler::ScheduleKind>(kind);
+    int number = 0;
+    for (scheduler::ScheduleKind& kind : kinds)
+        kind = static_cast<scheduler::ScheduleKind>(number++);
     return kinds;
 }();
 
