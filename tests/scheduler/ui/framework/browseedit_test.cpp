@@ -1,65 +1,158 @@
+// A path field in a dialog and on a page, with a simulated file dialog.
 #include "lib/base/base.h"
 #include "lib/base/opsys.h"
-#include "tests/scheduler/ui/framework/browseedittest.h"
+#include "scheduler/ui/framework/browseedit.h"
+#include "scheduler/ui/framework/filedialog.h"
+#include "scheduler/ui/framework/textextent.h"
+#include "tests/scheduler/ui/framework/controldialog.h"
+#include "tests/scheduler/ui/framework/probewindow.h"
+#include "tests/scheduler/ui/framework/steppedwindows.h"
+#include "tests/scheduler/ui/simulatedmessagebox.h"
+#include "tests/support/allocations.h"
+#include "tests/support/temporaryfolder.h"
+#include "tests/support/windowlooks.h"
 
-#include <string>
-#include <vector>
+#include <gtest/gtest.h>
+
+#include <cderr.h>
+#include <cstring>
+#include <optional>
 
 namespace {
 
-using test::shownMessages;
+std::function<bool(OPENFILENAMEA&)> fileDialog;
+DWORD fileError = 0;
 
-class BrowseEdit : public test::BrowseEditTest {};
+} // namespace
 
-TEST_F(BrowseEdit, HasAButtonBehindItInTheSameFont) {
-    EXPECT_EQ(base::windowText(button()), "&Browse...");
-    EXPECT_EQ(SendMessageA(button(), WM_GETFONT, 0, 0), SendMessageA(handle(), WM_GETFONT, 0, 0));
-    EXPECT_EQ(GetNextDlgTabItem(dialog.handle(), handle(), FALSE), button());
+namespace framework {
+
+// These replace the platform's dialog.
+
+bool openFileDialog(OPENFILENAMEA& request) {
+    return fileDialog(request);
 }
 
-TEST_F(BrowseEdit, SharesItsPlaceWithTheButton) {
+DWORD fileDialogError() {
+    return fileError;
+}
+
+} // namespace framework
+
+namespace {
+
+using namespace std::string_literals;
+using framework::sizeOf;
+using test::placeOf;
+using test::shownMessages;
+using Files = std::vector<std::string>;
+
+HWND buttonOf(const framework::BrowseEdit& edit) {
+    return GetWindow(edit.handle(), GW_HWNDNEXT);
+}
+
+void press(const framework::BrowseEdit& edit) {
+    SendMessageA(buttonOf(edit), BM_CLICK, 0, 0);
+}
+
+class BrowseEdit : public test::ControlDialogTest {
+protected:
+    BrowseEdit() {
+        shownMessages.clear();
+        fileError = 0;
+    }
+    /// Presses the button; the user answers with the dialog's buffer filled so.
+    void choose(const std::string& answer) {
+        fileDialog = [&](const OPENFILENAMEA& request) {
+            answer.copy(request.lpstrFile, request.nMaxFile);
+            return true;
+        };
+        press(edit);
+    }
+
+    std::string path = "C:\\before.kra";
+    framework::BrowseEdit edit{dialog, IDC_BROWSE, framework::bindText(path)};
+};
+
+TEST_F(BrowseEdit, SharesItsPlaceWithAButtonBehindItInTheSameFont) {
     framework::Dialog plain(IDD_CONTROLS);
     ASSERT_TRUE(plain.open(nullptr));
-    const RECT whole = placeOf(GetDlgItem(plain.handle(), IDC_BROWSE));
-    EXPECT_EQ(placeOf(handle()).left, whole.left);
-    EXPECT_EQ(placeOf(handle()).top, whole.top);
-    EXPECT_EQ(placeOf(handle()).bottom, whole.bottom);
-    EXPECT_EQ(placeOf(button()).right, whole.right);
-    EXPECT_EQ(placeOf(button()).left - placeOf(handle()).right, 4);
-    EXPECT_EQ(placeOf(button()).bottom - placeOf(button()).top, 23);
-
-    const int width = placeOf(button()).right - placeOf(button()).left;
-    dialog.edit.setButtonText("&...");
-    EXPECT_EQ(base::windowText(button()), "&...");
-    EXPECT_LT(placeOf(button()).right - placeOf(button()).left, width);
-    EXPECT_EQ(placeOf(button()).right, whole.right);
-    EXPECT_EQ(placeOf(button()).left - placeOf(handle()).right, 4);
+    const auto placeIn = [](const framework::Dialog& host, HWND window) {
+        RECT place = placeOf(window);
+        MapWindowPoints(nullptr, host.handle(), reinterpret_cast<POINT*>(&place), 2);
+        return place;
+    };
+    const RECT whole = placeIn(plain, GetDlgItem(plain.handle(), IDC_BROWSE));
+    EXPECT_EQ(SendMessageA(buttonOf(edit), WM_GETFONT, 0, 0), SendMessageA(edit.handle(), WM_GETFONT, 0, 0));
+    EXPECT_EQ(GetNextDlgTabItem(dialog.handle(), edit.handle(), FALSE), buttonOf(edit));
+    LONG lastWidth = 0;
+    for (const std::string text : {"&...", "&Browse..."}) {
+        if (lastWidth > 0)
+            edit.setButtonText(text);
+        EXPECT_EQ(base::windowText(buttonOf(edit)), text);
+        const RECT field = placeIn(dialog, edit.handle());
+        const RECT button = placeIn(dialog, buttonOf(edit));
+        EXPECT_EQ(field.left, whole.left);
+        EXPECT_EQ(field.top, whole.top);
+        EXPECT_EQ(field.bottom, whole.bottom);
+        EXPECT_EQ(button.left - field.right, 4);
+        EXPECT_EQ(button.right, whole.right);
+        EXPECT_EQ(button.bottom - button.top, 23);
+        EXPECT_GT(button.right - button.left, lastWidth);
+        lastWidth = button.right - button.left;
+    }
 }
 
-TEST_F(BrowseEdit, TheButtonFollowsTheEdit) {
-    dialog.edit.setEnabled(false);
-    EXPECT_FALSE(IsWindowEnabled(button()));
-    EXPECT_FALSE(IsWindowEnabled(GetDlgItem(dialog.handle(), IDC_BROWSE_LABEL)));
-    dialog.edit.setEnabled(true);
-    EXPECT_TRUE(IsWindowEnabled(button()));
-    const auto buttonIsVisible = [&] { return (GetWindowLongA(button(), GWL_STYLE) & WS_VISIBLE) != 0; };
-    dialog.edit.setVisible(false);
-    EXPECT_FALSE(buttonIsVisible());
-    dialog.edit.setVisible(true);
-    EXPECT_TRUE(buttonIsVisible());
+TEST_F(BrowseEdit, OnAPageInALargerFontHasAWiderButtonAndItsFileDialogInTheMiddleOfTheSheet) {
+    framework::PropertyPage page(IDD_LARGE_PAGE);
+    framework::BrowseEdit large(page, IDC_TEXT);
+    test::SteppedSheet sheet;
+    sheet.add(page);
+    HWND opened = nullptr;
+    fileDialog = [&](const OPENFILENAMEA& request) {
+        opened = test::createPlain("STATIC", WS_POPUP, {5, 5, 105, 65}, request.hwndOwner);
+        const HWND hook = test::createPlain("STATIC", WS_CHILD, {0, 0, 10, 10}, opened);
+        OFNOTIFYA notice{};
+        notice.hdr.code = CDN_SELCHANGE;
+        request.lpfnHook(hook, WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&notice));
+        EXPECT_EQ(placeOf(opened).left, 5) << "not before it is ready";
+        notice.hdr.code = CDN_INITDONE;
+        request.lpfnHook(hook, WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&notice));
+        return false;
+    };
+    sheet.steps = {[&] {
+        sheet.turnTo(2);
+        EXPECT_EQ(sizeOf(buttonOf(large)).cx, framework::TextExtent(large.handle()).of("...").cx + 10);
+        EXPECT_GT(sizeOf(buttonOf(large)).cx, sizeOf(buttonOf(edit)).cx) << "in the usual font";
+
+        SetWindowPos(sheet.handle(), nullptr, 200, 100, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+        press(large);
+        const RECT around = placeOf(sheet.handle());
+        EXPECT_EQ(placeOf(opened).left, (around.left + around.right) / 2 - 50);
+        EXPECT_EQ(placeOf(opened).top, (around.top + around.bottom) / 2 - 30);
+        sheet.press(IDCANCEL);
+    }};
+    EXPECT_EQ(sheet.runSteps(), 2);
+}
+
+TEST_F(BrowseEdit, TheButtonAndTheLabelFollowTheEdit) {
+    const auto buttonIsVisible = [&] { return (test::styleOf(buttonOf(edit)) & WS_VISIBLE) != 0; };
+    for (const bool on : {false, true}) {
+        edit.setEnabled(on);
+        EXPECT_EQ(IsWindowEnabled(buttonOf(edit)), on);
+        EXPECT_EQ(IsWindowEnabled(GetDlgItem(dialog.handle(), IDC_BROWSE_LABEL)), on);
+        edit.setVisible(on);
+        EXPECT_EQ(buttonIsVisible(), on);
+    }
 }
 
 TEST_F(BrowseEdit, ATextThatIsNotAcceptableIsReported) {
     base::applicationName = "The Program";
     std::string asked;
     bool acceptable = false;
-    EXPECT_TRUE(dialog.edit.check()) << "without a rule every text is";
-    dialog.edit.setCheck(
-        [&](const std::string& text) {
-            asked = text;
-            return acceptable;
-        },
-        "Not this one.");
+    EXPECT_TRUE(edit.check()) << "without a rule every text is";
+    const auto rule = [&](const std::string& text) { return asked = text, acceptable; };
+    edit.setCheck(rule, "Not this one.");
     EXPECT_FALSE(dialog.check());
     EXPECT_EQ(asked, "C:\\before.kra");
     ASSERT_EQ(shownMessages.size(), 1U);
@@ -70,6 +163,130 @@ TEST_F(BrowseEdit, ATextThatIsNotAcceptableIsReported) {
     acceptable = true;
     EXPECT_TRUE(dialog.check());
     EXPECT_EQ(shownMessages.size(), 1U);
+}
+
+TEST_F(BrowseEdit, OpensThePlatformsDialogAsDeclared) {
+    edit.setFilter("All Files (*.*)|*.*||");
+    DWORD flags = 0;
+    fileDialog = [&](const OPENFILENAMEA& request) {
+        flags = request.Flags;
+        EXPECT_EQ(request.hwndOwner, dialog.handle());
+        EXPECT_STREQ(request.lpstrTitle, "Browse");
+        EXPECT_STREQ(request.lpstrFile, "C:\\before.kra");
+        EXPECT_GE(request.nMaxFile, 32768U);
+        EXPECT_EQ(std::string(request.lpstrFilter, 22), "All Files (*.*)\0*.*\0\0\0"s);
+        return false;
+    };
+    constexpr DWORD always =
+        OFN_FILEMUSTEXIST | OFN_PATHMUSTEXIST | OFN_HIDEREADONLY | OFN_EXPLORER | OFN_ENABLEHOOK;
+    edit.addFlags(OFN_ALLOWMULTISELECT);
+    press(edit);
+    EXPECT_EQ(flags, always | OFN_ALLOWMULTISELECT);
+    EXPECT_EQ(edit.text(), "C:\\before.kra") << "nothing was chosen";
+    edit.removeFlags(OFN_ALLOWMULTISELECT);
+    press(edit);
+    EXPECT_EQ(flags, always);
+}
+
+TEST_F(BrowseEdit, ShowsAndKeepsTheChosenFiles) {
+    choose("C:\\one.kra\0\0"s);
+    EXPECT_EQ(edit.text(), "C:\\one.kra");
+    EXPECT_EQ(edit.chosen(), (Files{"C:\\one.kra"}));
+    choose("C:\\dir\0one.kra\0two.kra\0\0"s);
+    EXPECT_EQ(edit.text(), "\"C:\\dir\\one.kra\" \"C:\\dir\\two.kra\"");
+    dialog.store();
+    EXPECT_EQ(path, "\"C:\\dir\\one.kra\" \"C:\\dir\\two.kra\"");
+    DestroyWindow(dialog.handle());
+    EXPECT_EQ(edit.chosen(), (Files{"C:\\dir\\one.kra", "two.kra"})) << "kept for after the dialog";
+}
+
+TEST_F(BrowseEdit, LeavesOutATextThatTheDialogRefuses) {
+    SetWindowTextA(edit.handle(), "\"C:\\one.kra\" \"C:\\two.kra\"");
+    std::string asked;
+    fileDialog = [&](const OPENFILENAMEA& request) {
+        asked += "<" + std::string(request.lpstrFile) + ">";
+        return false;
+    };
+    press(edit);
+    EXPECT_EQ(asked, "<\"C:\\one.kra\" \"C:\\two.kra\">") << "the user cancelled";
+    asked.clear();
+    fileError = FNERR_INVALIDFILENAME;
+    press(edit);
+    EXPECT_EQ(asked, "<\"C:\\one.kra\" \"C:\\two.kra\"><>");
+}
+
+TEST_F(BrowseEdit, AsksAgainWithALargerBufferForAnAnswerThatIsTooLong) {
+    std::string answer = "C:\\dir\0"s;
+    for (int i = 0; i < 5000; ++i)
+        answer += "a project with a long name " + std::to_string(i) + ".kra" + '\0';
+    std::vector<DWORD> sizes;
+    fileDialog = [&](const OPENFILENAMEA& request) {
+        EXPECT_STREQ(request.lpstrFile, "C:\\before.kra");
+        sizes.push_back(request.nMaxFile);
+        if (request.nMaxFile > answer.size())
+            return answer.copy(request.lpstrFile, answer.size()) > 0;
+        fileError = FNERR_BUFFERTOOSMALL;
+        const auto needed = static_cast<WORD>(answer.size()); // as far as two bytes can tell
+        std::memcpy(request.lpstrFile, &needed, sizeof needed);
+        return false;
+    };
+    press(edit);
+    EXPECT_EQ(sizes.size(), 2U);
+    ASSERT_EQ(edit.chosen().size(), 5000U);
+    EXPECT_EQ(edit.chosen().front(), "C:\\dir\\a project with a long name 0.kra");
+    EXPECT_EQ(edit.chosen().back(), "a project with a long name 4999.kra");
+}
+
+TEST_F(BrowseEdit, KeepsItsTextWhenAnAnswerIsTooLongForAnyBuffer) {
+    int calls = 0;
+    fileDialog = [&](const OPENFILENAMEA& request) {
+        ++calls;
+        fileError = FNERR_BUFFERTOOSMALL;
+        request.lpstrFile[0] = request.lpstrFile[1] = '\xFF';
+        return false;
+    };
+    press(edit);
+    EXPECT_EQ(calls, 2) << "not for ever";
+    EXPECT_EQ(edit.text(), "C:\\before.kra");
+    EXPECT_TRUE(edit.chosen().empty());
+}
+
+TEST_F(BrowseEdit, LeavesTheProgramsFolderAsItIsWhereverTheUserBrowses) {
+    const auto current = [] {
+        char directory[MAX_PATH] = {};
+        GetCurrentDirectoryA(sizeof directory, directory);
+        return std::string(directory);
+    };
+    const std::string before = current();
+    const test::TemporaryFolder browsed;
+    int calls = 0;
+    fileDialog = [&](const OPENFILENAMEA&) -> bool {
+        SetCurrentDirectoryA(browsed.path().c_str());
+        if (++calls == 2)
+            throw std::runtime_error("unforeseen");
+        fileError = FNERR_BUFFERTOOSMALL;
+        return false;
+    };
+    press(edit);
+    EXPECT_EQ(calls, 2);
+    EXPECT_EQ(current(), before);
+    SetCurrentDirectoryA(before.c_str()); // the folder could not be removed otherwise
+}
+
+TEST_F(BrowseEdit, AChoiceThatThereIsNoMemoryForIsNone) {
+    std::string answer = "C:\\dir\0"s;
+    for (const char name : {'3', '4', '5', '6', '7'})
+        answer += std::string(200, name) + '\0';
+    std::optional<test::RefusedAllocations> refused;
+    fileDialog = [&](const OPENFILENAMEA& request) {
+        answer.copy(request.lpstrFile, request.nMaxFile);
+        refused.emplace(600); // more than any of their names, less than all of them
+        return true;
+    };
+    press(edit);
+    refused.reset();
+    EXPECT_EQ(edit.text(), "C:\\before.kra");
+    EXPECT_TRUE(edit.chosen().empty());
 }
 
 } // namespace

@@ -1,188 +1,101 @@
-#include "tests/scheduler/ui/framework/steppeddialog.h"
-#include "tests/support/patience.h"
+// What dialogs do otherwise than property sheets.
+#include "tests/scheduler/ui/framework/probewindow.h"
+#include "tests/scheduler/ui/framework/steppedwindows.h"
+#include "tests/support/windowlooks.h"
 
 #include <gtest/gtest.h>
 
-#include <functional>
-#include <string>
 #include <thread>
 
 namespace {
 
-using test::SteppedDialog;
+using test::placeOf;
 
-TEST(Dialog, OkStoresTheControlsAndGivesOne) {
-    SteppedDialog dialog;
-    dialog.steps = {[&] {
-        SetWindowTextA(dialog.edit.handle(), "after");
-        dialog.press(IDOK);
-    }};
-    EXPECT_EQ(dialog.runModal(nullptr), 1);
-    EXPECT_EQ(dialog.text, "after");
-    EXPECT_EQ(dialog.handle(), nullptr);
-}
+class Dialog : public testing::Test {
+protected:
+    test::SteppedDialog dialog;
+};
 
-TEST(Dialog, CancelStoresNothingAndGivesTwo) {
-    SteppedDialog dialog;
-    dialog.edit.passes = false;
-    dialog.steps = {[&] {
-        SetWindowTextA(dialog.edit.handle(), "after");
-        dialog.press(IDCANCEL);
-    }};
-    EXPECT_EQ(dialog.runModal(nullptr), 2);
-    EXPECT_EQ(dialog.text, "before");
-    EXPECT_EQ(dialog.edit.checks, 0);
-}
-
-TEST(Dialog, ClosingItWithItsCaptionButtonGivesTwo) {
-    SteppedDialog dialog;
-    dialog.steps = {[&] {
-        SetWindowTextA(dialog.edit.handle(), "after");
-        SendMessageA(dialog.handle(), WM_SYSCOMMAND, SC_CLOSE, 0);
-    }};
-    EXPECT_EQ(dialog.runModal(nullptr), 2);
-    EXPECT_EQ(dialog.text, "before");
-}
-
-TEST(Dialog, ACloseThatIsSentAloneEndsItAtOnce) {
-    SteppedDialog dialog;
-    bool ticked = false; // the timer's message ends the loop where the other does not
-    std::thread sender;  // a message from another thread arrives while the loop waits for a posted one
+TEST_F(Dialog, ACloseThatIsSentAloneEndsItAtOnce) {
+    std::thread sender; // a message from another thread arrives while the loop waits for a posted one
     dialog.steps = {[&] {
         dialog.stepping = false;
         SetFocus(GetDlgItem(dialog.handle(), IDCANCEL)); // an edit's blinking caret would wake the loop
-        SetTimer(dialog.handle(), 1, test::patience, nullptr);
     }};
-    dialog.onTick = [&] { ticked = true; };
     // Only now are the messages through that showed the dialog.
     dialog.onRest = [&] {
-        if (dialog.stepping || sender.joinable())
-            return;
-        sender = std::thread([handle = dialog.handle()] { SendMessageA(handle, WM_CLOSE, 0, 0); });
+        if (!dialog.stepping && !sender.joinable())
+            sender = std::thread([handle = dialog.handle()] { SendMessageA(handle, WM_CLOSE, 0, 0); });
     };
-    EXPECT_EQ(dialog.runModal(nullptr), 2);
-    EXPECT_FALSE(ticked);
+    EXPECT_EQ(dialog.runSteps(), 2);
     ASSERT_TRUE(sender.joinable());
     sender.join();
 }
 
-TEST(Dialog, ACloseIsNoCommand) {
-    SteppedDialog dialog;
+TEST_F(Dialog, ACloseDoesNotNeedTheCancelButton) {
     dialog.steps = {[&] {
         EnableWindow(GetDlgItem(dialog.handle(), IDCANCEL), FALSE);
         SendMessageA(dialog.handle(), WM_CLOSE, 0, 0);
         EXPECT_TRUE(dialog.isModalFinished()) << "without waiting for a button's message";
     }};
-    EXPECT_EQ(dialog.runModal(nullptr), 2);
+    EXPECT_EQ(dialog.runSteps(), 2);
 }
 
-TEST(Dialog, EnterIsOkAndEscapeIsCancel) {
-    for (const auto& [key, result] : {std::pair{VK_RETURN, 1}, std::pair{VK_ESCAPE, 2}}) {
-        SteppedDialog dialog;
-        dialog.steps = {[&, pressed = key] {
-                            PostMessageA(dialog.edit.handle(), WM_KEYDOWN, static_cast<WPARAM>(pressed), 1);
-                        },
-                        [] {}};
-        EXPECT_EQ(dialog.runModal(nullptr), result);
-    }
-}
-
-TEST(Dialog, AFailingCheckKeepsItOpenAndStoresNothing) {
-    SteppedDialog dialog;
-    dialog.edit.passes = false;
-    dialog.steps = {[&] {
-                        SetWindowTextA(dialog.edit.handle(), "after");
-                        dialog.press(IDOK);
-                    },
-                    [&] {
-                        EXPECT_FALSE(dialog.isModalFinished());
-                        EXPECT_EQ(dialog.edit.checks, 1);
-                        EXPECT_EQ(dialog.second.checks, 0) << "the first that fails is the last";
-                        EXPECT_EQ(dialog.text, "before");
-                        dialog.edit.passes = true;
-                        dialog.press(IDOK);
-                    }};
-    EXPECT_EQ(dialog.runModal(nullptr), 1);
-    EXPECT_EQ(dialog.text, "after");
-    EXPECT_EQ(dialog.second.checks, 1);
-}
-
-TEST(Dialog, HiddenAndDisabledControlsAreNotChecked) {
-    SteppedDialog dialog;
-    dialog.edit.passes = dialog.second.passes = false;
-    dialog.steps = {[&] {
-        dialog.edit.setVisible(false);
-        dialog.second.setEnabled(false);
-        dialog.press(IDOK);
-    }};
-    EXPECT_EQ(dialog.runModal(nullptr), 1);
-    EXPECT_EQ(dialog.edit.checks + dialog.second.checks, 0);
-}
-
-TEST(Dialog, OneWhoseWindowDiesIsCancelled) {
-    SteppedDialog dialog;
-    dialog.steps = {[&] { DestroyWindow(dialog.handle()); }};
-    EXPECT_EQ(dialog.runModal(nullptr), 2);
-}
-
-TEST(Dialog, OneThatTheProgramsEndInterruptsIsCancelledAndTheEndGoesOn) {
-    SteppedDialog dialog;
-    dialog.steps = {[&] {
-        dialog.stepping = false;
-        PostQuitMessage(5);
-    }};
-    EXPECT_EQ(dialog.runModal(nullptr), 2);
-    MSG message{};
-    ASSERT_TRUE(PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE));
-    while (message.message != WM_QUIT && PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
-    }
-    EXPECT_EQ(message.message, UINT{WM_QUIT});
-    EXPECT_EQ(message.wParam, 5U);
-}
-
-TEST(Dialog, CanBeRunAgain) {
-    SteppedDialog dialog;
-    dialog.steps = {[&] { dialog.press(IDOK); }};
-    EXPECT_EQ(dialog.runModal(nullptr), 1);
-    dialog.steps = {[&] { dialog.press(IDCANCEL); }};
-    EXPECT_EQ(dialog.runModal(nullptr), 2);
-}
-
-TEST(Dialog, MouseMovesAreDispatchedPlainly) {
-    SteppedDialog dialog;
+TEST_F(Dialog, MouseMovesAreDispatchedPlainly) {
     ASSERT_TRUE(dialog.open(nullptr));
-    MSG message{};
-    message.hwnd = dialog.edit.handle();
-    message.message = WM_MOUSEMOVE;
+    MSG message{dialog.first.handle(), WM_MOUSEMOVE, 0, 0, 0, {}};
     EXPECT_FALSE(dialog.preTranslate(message));
     message.message = WM_KEYDOWN;
     message.wParam = VK_TAB;
     EXPECT_TRUE(dialog.preTranslate(message));
 }
 
-TEST(Dialog, AfterAClickOnARadioButtonTheDependentFieldsChangeState) {
-    SteppedDialog dialog;
+TEST_F(Dialog, AfterAClickOnARadioButtonTheDependentFieldsChangeState) {
     const auto dependent = [&] { return IsWindowEnabled(GetDlgItem(dialog.handle(), IDC_DATE)) != FALSE; };
-    constexpr int patience = 40; // ticks
-    int ticks = 0;
-    dialog.onTick = [&] {
-        if (++ticks == 1) {
-            // All that was asked for so far has been done. A button tells of its click by a message that is
-            // sent.
-            EXPECT_FALSE(dependent());
-            const HWND button = GetDlgItem(dialog.handle(), IDC_SECOND_CHOICE);
+    bool clicked = false;
+    dialog.steps = {[&] { dialog.stepping = false; }};
+    dialog.onRest = [&] {
+        if (dialog.stepping)
+            return;
+        EXPECT_TRUE(clicked || !dependent());
+        const HWND button = GetDlgItem(dialog.handle(), IDC_SECOND_CHOICE);
+        if (!std::exchange(clicked, true)) {
             PostMessageA(button, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(3, 3));
             PostMessageA(button, WM_LBUTTONUP, 0, MAKELPARAM(3, 3));
-        } else if (dependent() || ticks == patience) {
+        } else if (dependent()) {
             dialog.press(IDCANCEL);
         }
     };
+    EXPECT_EQ(dialog.runSteps(), 2);
+}
+
+TEST_F(Dialog, IsCentredOverItsOwner) {
+    test::ProbeWindow owner;
+    ASSERT_TRUE(owner.open(WS_OVERLAPPEDWINDOW, {100, 50, 1000, 550}));
     dialog.steps = {[&] {
-        dialog.stepping = false;
-        SetTimer(dialog.handle(), 1, 50, nullptr);
+        EXPECT_EQ(placeOf(dialog.handle()).left, 550 - framework::sizeOf(dialog.handle()).cx / 2);
+        EXPECT_EQ(placeOf(dialog.handle()).top, 300 - framework::sizeOf(dialog.handle()).cy / 2);
+        dialog.press(IDCANCEL);
     }};
-    dialog.runModal(nullptr);
-    EXPECT_LT(ticks, patience);
+    dialog.runSteps(owner.handle());
+}
+
+TEST_F(Dialog, IsLeftInTheMiddleOfTheScreenWhereThePlatformCentredIt) {
+    test::ProbeWindow owner;
+    ASSERT_TRUE(owner.open(WS_OVERLAPPEDWINDOW, {0, 0, 200, 200}));
+    RECT screen{};
+    SystemParametersInfoA(SPI_GETWORKAREA, 0, &screen, 0);
+    test::SteppedDialog centred(IDD_CENTRED);
+    centred.steps = {[&] {
+        const RECT place = placeOf(centred.handle());
+        EXPECT_NEAR((place.left + place.right) / 2, (screen.left + screen.right) / 2, 1);
+        centred.press(IDCANCEL);
+    }};
+    centred.runSteps(owner.handle());
+}
+
+TEST_F(Dialog, WithoutATemplateThereIsNone) {
+    EXPECT_EQ(test::SteppedDialog(4711).runSteps(), framework::notMade);
 }
 
 } // namespace

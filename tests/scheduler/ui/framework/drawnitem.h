@@ -1,5 +1,7 @@
-// One item of an owner-drawn list, drawn for a test to look at.
+// What is drawn for a test to look at.
 #pragma once
+
+#include "scheduler/ui/framework/gdihandles.h"
 
 #include <windows.h>
 
@@ -7,30 +9,51 @@
 
 namespace test {
 
-/// What an item looks like: drawn by a real message into a bitmap, of which the colours are counted.
-class DrawnItem {
+/// A picture in memory, whose pixels can be read.
+class Canvas {
 public:
-    static constexpr int width = 200;
-    static constexpr int height = 20;
-
-    DrawnItem() {
+    Canvas(int width, int height) : width_(width), height_(height) {
         BITMAPINFO info{};
         info.bmiHeader.biSize = sizeof(info.bmiHeader);
         info.bmiHeader.biWidth = width;
         info.bmiHeader.biHeight = -height;
         info.bmiHeader.biPlanes = 1;
         info.bmiHeader.biBitCount = 32;
-        bitmap_ =
-            CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, reinterpret_cast<void**>(&pixels_), nullptr, 0);
-        old_ = SelectObject(context_, bitmap_);
+        void** const bits = reinterpret_cast<void**>(&pixels_);
+        bitmap_.reset(CreateDIBSection(context_.get(), &info, DIB_RGB_COLORS, bits, nullptr, 0));
+        old_ = SelectObject(context_.get(), bitmap_.get());
     }
-    DrawnItem(const DrawnItem&) = delete;
-    DrawnItem& operator=(const DrawnItem&) = delete;
-    ~DrawnItem() {
-        SelectObject(context_, old_);
-        DeleteObject(bitmap_);
-        DeleteDC(context_);
+    Canvas(const Canvas&) = delete;
+    Canvas& operator=(const Canvas&) = delete;
+    ~Canvas() { SelectObject(context_.get(), old_); }
+
+    HDC context() const { return context_.get(); }
+    COLORREF at(int x, int y) const {
+        GdiFlush();
+        const DWORD pixel = pixels_[y * width_ + x];
+        return RGB((pixel >> 16) & 0xFF, (pixel >> 8) & 0xFF, pixel & 0xFF);
     }
+    bool has(COLORREF colour) const {
+        for (int y = 0; y < height_; ++y)
+            for (int x = 0; x < width_; ++x)
+                if (at(x, y) == colour)
+                    return true;
+        return false;
+    }
+
+private:
+    int width_;
+    int height_;
+    framework::MemoryContext context_{CreateCompatibleDC(nullptr)};
+    framework::Bitmap bitmap_;
+    HGDIOBJ old_ = nullptr;
+    DWORD* pixels_ = nullptr;
+};
+
+/// One item of an owner-drawn list, drawn by a real message.
+class DrawnItem : public Canvas {
+public:
+    DrawnItem() : Canvas(200, 20) {}
 
     void draw(HWND list, int item, UINT state) {
         DRAWITEMSTRUCT request{};
@@ -40,37 +63,16 @@ public:
         request.itemAction = ODA_DRAWENTIRE;
         request.itemState = state;
         request.hwndItem = list;
-        request.hDC = context_;
-        request.rcItem = {0, 0, width, height};
-        EXPECT_EQ(
-            SendMessageA(GetParent(list), WM_DRAWITEM, request.CtlID, reinterpret_cast<LPARAM>(&request)),
-            TRUE);
-        GdiFlush();
+        request.hDC = context();
+        request.rcItem = {0, 0, 200, 20};
+        const auto address = reinterpret_cast<LPARAM>(&request);
+        EXPECT_EQ(SendMessageA(GetParent(list), WM_DRAWITEM, request.CtlID, address), TRUE);
     }
 
-    COLORREF background() const { return at(width - 3, height / 2); }
-
-    bool has(COLORREF colour) const {
-        for (int y = 0; y < height; ++y)
-            for (int x = 0; x < width; ++x)
-                if (at(x, y) == colour)
-                    return true;
-        return false;
-    }
+    COLORREF background() const { return at(197, 10); }
 
     /// Whether the item's edge is dotted.
     bool hasFocusRectangle() const { return at(10, 0) != at(11, 0); }
-
-private:
-    COLORREF at(int x, int y) const {
-        const DWORD pixel = pixels_[y * width + x];
-        return RGB((pixel >> 16) & 0xFF, (pixel >> 8) & 0xFF, pixel & 0xFF);
-    }
-
-    HDC context_ = CreateCompatibleDC(nullptr);
-    HBITMAP bitmap_ = nullptr;
-    HGDIOBJ old_ = nullptr;
-    DWORD* pixels_ = nullptr;
 };
 
 } // namespace test

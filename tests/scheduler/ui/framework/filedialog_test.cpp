@@ -4,11 +4,10 @@
 #include <gtest/gtest.h>
 
 #include <cderr.h>
-#include <string>
 
 namespace {
 
-bool libraryIsMissing = false;
+bool libraryIsMissing = true;
 
 UINT WINAPI systemDirectory(LPSTR folder, UINT size) {
     static const auto original =
@@ -16,15 +15,10 @@ UINT WINAPI systemDirectory(LPSTR folder, UINT size) {
     return libraryIsMissing ? 0 : original(folder, size);
 }
 
-TEST(FileDialog, WithoutItsLibraryThereIsNone) {
-    OPENFILENAMEA request{};
-    libraryIsMissing = true;
+TEST(FileDialog, IsThePlatformsOnceItsLibraryCanBeHad) {
+    OPENFILENAMEA request{}; // of no size, which the dialog refuses
     EXPECT_FALSE(framework::openFileDialog(request));
     EXPECT_EQ(framework::fileDialogError(), DWORD{CDERR_INITIALIZATION});
-}
-
-TEST(FileDialog, OnceTheLibraryCanBeHadThePlatformsIsAsked) {
-    OPENFILENAMEA request{}; // of no size, which the dialog refuses
     libraryIsMissing = false;
     EXPECT_FALSE(framework::openFileDialog(request));
     EXPECT_EQ(framework::fileDialogError(), DWORD{CDERR_STRUCTSIZE});

@@ -3,64 +3,39 @@
 
 #include "lib/base/stackalignment.h"
 #include "scheduler/ui/framework/hintwindow.h"
-#include "scheduler/ui/framework/messagepump.h"
-#include "scheduler/ui/framework/windowclass.h"
+#include "tests/scheduler/ui/framework/pumping.h"
 #include "tests/support/patience.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
 #include <vector>
 
 namespace test {
 
-/// A window whose hints the tests show. It runs the program's own loop.
-class HintOwner : public framework::Window {
+/// A window whose hints the tests show.
+class HintOwner : public ProbeWindow {
 public:
     std::vector<UINT> seen;
 
     explicit HintOwner(RECT place = {200, 150, 600, 450}, HWND parent = nullptr) {
-        framework::WindowClass windowClass;
-        framework::WindowParameters parameters;
-        parameters.style = parent ? WS_CHILD | WS_VISIBLE : WS_POPUP | WS_VISIBLE;
-        parameters.x = place.left;
-        parameters.y = place.top;
-        parameters.width = place.right - place.left;
-        parameters.height = place.bottom - place.top;
-        parameters.parent = parent;
-        create(windowClass, parameters);
+        handler = [this](const framework::Message& message) -> framework::Handled {
+            seen.push_back(message.id);
+            return std::nullopt;
+        };
+        open(WS_VISIBLE | (parent ? WS_CHILD : WS_POPUP), place, parent);
     }
-    framework::Handled onMessage(const framework::Message& message) override {
-        seen.push_back(message.id);
-        if (message.id == WM_TIMER && message.wParam == stopTimer)
-            endModal(1);
-        return std::nullopt;
-    }
-    /// Runs the loop for a moment. A timer ends it, as timers wait for everything else.
-    void pump(UINT milliseconds = 20) {
-        beginModal();
-        SetTimer(handle(), stopTimer, milliseconds, nullptr);
-        framework::MessagePump::instance().runModalLoop(*this);
-        KillTimer(handle(), stopTimer);
-    }
-    /// Runs the loop until the platform has looked where the mouse is. It may do so by a timer of the hover
-    /// time, whose turn is before that of one for twice as long, however slow the machine.
-    void pumpUntilMouseIsChecked() {
-        UINT hover = 0;
-        EXPECT_TRUE(SystemParametersInfoA(SPI_GETMOUSEHOVERTIME, 0, &hover, 0));
-        pump(2 * hover);
-    }
-    /// Runs the loop until the condition holds or a test's patience ends.
-    bool pumpUntil(const std::function<bool()>& condition) {
-        const DWORD start = GetTickCount();
-        while (!condition() && GetTickCount() - start < patience)
-            pump();
-        return condition();
-    }
-
-private:
-    static constexpr UINT_PTR stopTimer = 99;
+    bool hasSeen(UINT message) const { return std::ranges::find(seen, message) != seen.end(); }
 };
+
+/// Runs the program's loop until the condition holds or a test's patience ends.
+inline bool pumpUntil(const std::function<bool()>& condition) {
+    const DWORD start = GetTickCount();
+    while (!condition() && GetTickCount() - start < patience)
+        pumpUntilIdle();
+    return condition();
+}
 
 CALLED_BY_PLATFORM inline BOOL CALLBACK collectHint(HWND window, LPARAM list) {
     if (dynamic_cast<framework::HintWindow*>(framework::Window::of(window)) && IsWindowVisible(window))
@@ -84,7 +59,7 @@ inline framework::Hint hintAt(POINT point, const char* text = "A hint") {
 }
 
 /// No hint is left behind, and the mouse begins inside the owner.
-class HintWindowTest : public ::testing::Test {
+class HintTest : public testing::Test {
 protected:
     void SetUp() override { SetCursorPos(400, 300); }
     void TearDown() override {

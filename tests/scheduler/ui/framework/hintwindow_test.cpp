@@ -1,27 +1,73 @@
-#include "scheduler/ui/framework/hintwindow.h"
+// When and where a hint is shown, what it asks of the platform, and what its death leaves behind.
+#include "scheduler/ui/framework/gdihandles.h"
 #include "tests/scheduler/ui/framework/hintfixture.h"
+#include "tests/support/allocations.h"
+#include "tests/support/gdiobjects.h"
+#include "tests/support/importedfunctions.h"
 #include "tests/support/windowlooks.h"
 
-#include <gtest/gtest.h>
+#include <memory>
+#include <string>
 
 namespace {
 
-using framework::Hint;
+std::string drawing; ///< what was drawn, and on what
+UINT timer = 0;      ///< the milliseconds of the last one with the number 1
+
+std::string kindOf(HDC context) {
+    return GetObjectType(context) == OBJ_MEMDC ? "memory; " : "window; ";
+}
+
+int WINAPI notedFill(HDC context, const RECT* area, HBRUSH brush) {
+    static const auto original = test::platformFunction<decltype(&FillRect)>("user32.dll", "FillRect");
+    drawing += "fill " + kindOf(context);
+    return original(context, area, brush);
+}
+
+BOOL WINAPI notedCopy(HDC to, int x, int y, int width, int height, HDC from, int fromX, int fromY,
+                      DWORD how) {
+    static const auto original = test::platformFunction<decltype(&BitBlt)>("gdi32.dll", "BitBlt");
+    if (how == SRCCOPY)
+        drawing += "copy " + std::to_string(width) + "x" + std::to_string(height) + " to " + kindOf(to);
+    return original(to, x, y, width, height, from, fromX, fromY, how);
+}
+
+UINT_PTR WINAPI notedTimer(HWND window, UINT_PTR id, UINT milliseconds, TIMERPROC procedure) {
+    static const auto original = test::platformFunction<decltype(&SetTimer)>("user32.dll", "SetTimer");
+    if (id == 1)
+        timer = milliseconds;
+    return original(window, id, milliseconds, procedure);
+}
+
+} // namespace
+
+SCHEDULER_REPLACE_IMPORT(FillRect, "_FillRect@12", notedFill);
+SCHEDULER_REPLACE_IMPORT(BitBlt, "_BitBlt@36", notedCopy);
+SCHEDULER_REPLACE_IMPORT(SetTimer, "_SetTimer@16", notedTimer);
+
+namespace {
+
 using framework::HintStyle;
-using framework::HintWindow;
 using test::hintAt;
 using test::HintOwner;
 using test::hints;
 using test::placeOf;
 
-using HintWindowTest = test::HintWindowTest;
+constexpr HintStyle styles[] = {HintStyle::Rounded, HintStyle::Plain};
 
-TEST_F(HintWindowTest, IsShownForATextAndAPointerInsideItsOwner) {
+class HintWindow : public test::HintTest {
+protected:
+    static bool show(HintOwner& owner, const framework::Hint& hint = hintAt({400, 300})) {
+        return framework::HintWindow::show(&owner, hint);
+    }
+};
+
+TEST_F(HintWindow, IsShownForATextAndAPointerInsideItsOwner) {
     HintOwner owner;
-    EXPECT_FALSE(HintWindow::show(&owner, hintAt({400, 300}, "")));
+    EXPECT_FALSE(show(owner, hintAt({400, 300}, "")));
     for (const POINT outside : {POINT{199, 300}, POINT{600, 300}, POINT{400, 149}, POINT{400, 450}}) {
         SetCursorPos(outside.x, outside.y);
-        EXPECT_FALSE(HintWindow::show(&owner, hintAt({400, 300}))) << outside.x << ',' << outside.y;
+        EXPECT_FALSE(show(owner)) << outside.x << ',' << outside.y;
     }
     EXPECT_TRUE(hints().empty());
     for (const POINT inside : {POINT{200, 150}, POINT{599, 449}, POINT{400, 300}}) {
@@ -32,60 +78,144 @@ TEST_F(HintWindowTest, IsShownForATextAndAPointerInsideItsOwner) {
     }
 }
 
-TEST_F(HintWindowTest, TakesNoFocusAndStandsWhereItsPlaceIs) {
+TEST_F(HintWindow, IsCentredBelowItsPointAndTakesNeitherFocusNorMouse) {
     HintOwner owner;
     SetActiveWindow(owner.handle());
     const HWND window = shown(owner);
-    EXPECT_NE(GetActiveWindow(), window);
+    EXPECT_EQ(GetActiveWindow(), owner.handle());
     EXPECT_EQ(GetWindow(window, GW_OWNER), owner.handle());
-    RECT workArea{};
-    SystemParametersInfoA(SPI_GETWORKAREA, 0, &workArea, 0);
-    const SIZE extent =
-        framework::hintExtent("A hint", HintStyle::Rounded, framework::maxHintWidth(workArea));
-    const RECT expected = framework::hintRectangle(extent, {400, 300}, workArea);
-    const RECT place = placeOf(window);
-    EXPECT_TRUE(EqualRect(&place, &expected));
-    EXPECT_EQ(place.top, 318);
+    EXPECT_EQ(SendMessageA(window, WM_NCHITTEST, 0, MAKELPARAM(400, 330)), HTTRANSPARENT);
+    EXPECT_EQ(WindowFromPoint({400, 330}), owner.handle());
+    const SIZE extent = framework::hintExtent("A hint", HintStyle::Rounded, 1000);
+    EXPECT_EQ(framework::sizeOf(window).cx, extent.cx + 12);
+    EXPECT_EQ(framework::sizeOf(window).cy, extent.cy + 4);
+    EXPECT_NEAR((placeOf(window).left + placeOf(window).right) / 2, 400, 1);
+    EXPECT_EQ(placeOf(window).top, 318);
 }
 
-TEST_F(HintWindowTest, NearEachEdgeOfTheScreenItStaysInsideTheWorkArea) {
+TEST_F(HintWindow, StaysInsideTheWorkAreaNearTheEdgesOfTheScreen) {
     RECT workArea{};
     SystemParametersInfoA(SPI_GETWORKAREA, 0, &workArea, 0);
     HintOwner owner(workArea);
-    const LONG right = workArea.right - 1;
-    const LONG bottom = workArea.bottom - 1;
-    for (const HintStyle style : {HintStyle::Rounded, HintStyle::Plain})
-        for (const POINT point : {POINT{0, 0}, POINT{right, 0}, POINT{0, bottom}, POINT{right, bottom},
-                                  POINT{right, 300}, POINT{400, bottom}, POINT{0, 300}, POINT{400, 0}}) {
-            Hint hint = hintAt(point);
+    for (const HintStyle style : styles)
+        for (const POINT point : {POINT{0, -30}, POINT{workArea.right - 1, workArea.bottom - 1}}) {
+            framework::Hint hint = hintAt(point);
             hint.style = style;
             const HWND window = shown(owner, hint);
             const RECT place = placeOf(window);
-            RECT common{};
-            IntersectRect(&common, &place, &workArea);
-            EXPECT_TRUE(EqualRect(&common, &place)) << point.x << ',' << point.y;
+            EXPECT_EQ(point.x == 0 ? place.left : place.right, point.x == 0 ? 0 : workArea.right);
+            EXPECT_EQ(point.x == 0 ? place.top : place.bottom, point.x == 0 ? 0 : workArea.bottom);
             SendMessageA(window, WM_CLOSE, 0, 0);
         }
 }
 
-TEST_F(HintWindowTest, ASecondOneForTheSameOwnerIsGoneAtOnce) {
+TEST_F(HintWindow, IsTheOnlyOneOfItsOwner) {
     HintOwner owner;
     HintOwner other;
     const HWND window = shown(owner);
-    EXPECT_FALSE(HintWindow::show(&owner, hintAt({410, 310}, "another")));
+    EXPECT_FALSE(show(owner, hintAt({410, 310}, "another")));
     EXPECT_EQ(hints(), std::vector<HWND>{window});
-    EXPECT_TRUE(HintWindow::show(&other, hintAt({410, 310}))) << "another owner has its own";
+    EXPECT_TRUE(show(other)) << "another owner has its own";
     EXPECT_EQ(hints().size(), 2U);
     SendMessageA(window, WM_CLOSE, 0, 0);
-    EXPECT_TRUE(HintWindow::show(&owner, hintAt({400, 300}))) << "the first one is gone";
+    EXPECT_TRUE(show(owner)) << "the first one is gone";
 }
 
-TEST_F(HintWindowTest, LetsTheMouseThroughToItsOwner) {
+TEST_F(HintWindow, DiesWithItsOwnersWindowOrObject) {
+    const HintOwner frame;
+    for (const HWND parent : {HWND{}, frame.handle()})
+        for (const bool objectDiesFirst : {false, true}) {
+            auto owner = std::make_unique<HintOwner>(RECT{150, 100, 500, 400}, parent);
+            const HWND window = shown(*owner);
+            if (objectDiesFirst)
+                owner.reset();
+            else
+                DestroyWindow(owner->handle());
+            EXPECT_TRUE(test::pumpUntil([&] { return !IsWindow(window); })) << objectDiesFirst;
+        }
+}
+
+TEST_F(HintWindow, DiesWhenItsOwnersObjectLetsGoOfTheWindow) {
+    const HintOwner frame;
+    const HWND edit = test::createPlain("EDIT", WS_CHILD | WS_VISIBLE, {50, 50, 350, 250}, frame.handle());
+    HWND window = nullptr;
+    {
+        framework::Window control;
+        ASSERT_TRUE(control.attach(edit));
+        window = shown(control);
+    }
+    SendMessageA(edit, WM_CHAR, 'x', 0);
+    EXPECT_TRUE(test::pumpUntil([&] { return !IsWindow(window); }));
+    EXPECT_TRUE(IsWindow(edit));
+}
+
+TEST_F(HintWindow, DestroyedByOthersItLeavesItsOwnerInPeace) {
+    HintOwner owner;
+    for (int i = 0; i < 3; ++i) {
+        DestroyWindow(shown(owner));
+        SendMessageA(owner.handle(), WM_CHAR, 'x', 0);
+        MSG message{};
+        EXPECT_FALSE(PeekMessageA(&message, reinterpret_cast<HWND>(-1), 0, 0, PM_REMOVE)) << "for the thread";
+        test::pumpUntilIdle();
+    }
+}
+
+TEST_F(HintWindow, IsPaintedAndLeavesNoObjectsBehind) {
+    HintOwner owner;
+    const auto liveOnce = [&](HintStyle style) {
+        framework::Hint hint = hintAt({400, 300}, "A hint of several words");
+        hint.style = style;
+        const HWND window = shown(owner, hint);
+        EXPECT_TRUE(GetUpdateRect(window, nullptr, FALSE));
+        UpdateWindow(window);
+        EXPECT_FALSE(GetUpdateRect(window, nullptr, FALSE));
+        SendMessageA(window, WM_CLOSE, 0, 0);
+    };
+    for (const HintStyle style : styles) {
+        liveOnce(style); // makes what is made once
+        const unsigned before = test::gdiObjectCount();
+        for (int i = 0; i < 20; ++i)
+            liveOnce(style);
+        EXPECT_EQ(test::gdiObjectCount(), before);
+        const framework::MemoryContext counted(CreateCompatibleDC(nullptr));
+        EXPECT_GT(test::gdiObjectCount(), before) << "the count counts";
+    }
+}
+
+TEST_F(HintWindow, IsDrawnInMemoryAndCopiedAtOnce) {
     HintOwner owner;
     const HWND window = shown(owner);
-    EXPECT_EQ(SendMessageA(window, WM_NCHITTEST, 0, MAKELPARAM(400, 330)), HTTRANSPARENT);
-    EXPECT_EQ(WindowFromPoint({400, 330}), owner.handle());
-    EXPECT_TRUE(IsWindow(window));
+    const SIZE size = framework::sizeOf(window);
+    const std::string whole = std::to_string(size.cx) + "x" + std::to_string(size.cy);
+    drawing.clear();
+    RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
+    EXPECT_EQ(drawing, "fill memory; copy " + whole + " to window; ");
+}
+
+TEST_F(HintWindow, IsShownForSevenSecondsUnlessItSaysOtherwise) {
+    HintOwner owner;
+    framework::Hint hint = hintAt({400, 300});
+    hint.displayMilliseconds = framework::Hint().displayMilliseconds;
+    SendMessageA(shown(owner, hint), WM_CLOSE, 0, 0);
+    EXPECT_EQ(timer, 7000U);
+    hint.displayMilliseconds = 60'000;
+    shown(owner, hint);
+    EXPECT_EQ(timer, 60'000U);
+}
+
+TEST_F(HintWindow, IsLetGoOfWithoutMemoryWhenItsWindowHasDied) {
+    for (int i = 0; i < 2; ++i)
+        ASSERT_TRUE(framework::HintWindow::show(nullptr, hintAt({400, 300})));
+    for (const HWND window : hints())
+        DestroyWindow(window);
+    const std::size_t before = test::deallocationCount;
+    PostThreadMessageA(GetCurrentThreadId(), WM_NULL, 0, 0);
+    PostQuitMessage(7);
+    {
+        const test::RefusedAllocations refused;
+        EXPECT_EQ(framework::MessagePump::instance().runMainLoop(), 7);
+    }
+    EXPECT_GE(test::deallocationCount, before + 2) << "both are gone";
 }
 
 } // namespace

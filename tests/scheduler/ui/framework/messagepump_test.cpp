@@ -1,9 +1,8 @@
 #include "scheduler/ui/framework/messagepump.h"
-#include "scheduler/ui/framework/window.h"
-#include "scheduler/ui/framework/windowclass.h"
+#include "tests/scheduler/ui/framework/probewindow.h"
 #include "tests/support/importedfunctions.h"
-#include "tests/support/patience.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -13,6 +12,9 @@
 namespace {
 
 std::vector<UINT> threadTimers; ///< the milliseconds of those without a window
+HWND neverEmpty = nullptr;      ///< a window that gets WM_USER whenever the queue is empty
+int failuresToGet = 0;          ///< how often a message cannot be had, after which the program is to quit
+int gets = 0;
 
 UINT_PTR WINAPI notedTimer(HWND window, UINT_PTR id, UINT milliseconds, TIMERPROC procedure) {
     static const auto original = test::platformFunction<decltype(&SetTimer)>("user32.dll", "SetTimer");
@@ -21,40 +23,57 @@ UINT_PTR WINAPI notedTimer(HWND window, UINT_PTR id, UINT milliseconds, TIMERPRO
     return original(window, id, milliseconds, procedure);
 }
 
+BOOL WINAPI simulatedGet(MSG* message, HWND window, UINT low, UINT high) {
+    static const auto original = test::platformFunction<decltype(&GetMessageA)>("user32.dll", "GetMessageA");
+    if (failuresToGet > 0)
+        return ++gets > failuresToGet ? 0 : -1;
+    MSG waiting{};
+    if (neverEmpty && !PeekMessageA(&waiting, nullptr, 0, 0, PM_NOREMOVE))
+        PostMessageA(neverEmpty, WM_USER, 0, 0);
+    return original(message, window, low, high);
+}
+
 } // namespace
 
 SCHEDULER_REPLACE_IMPORT(SetTimer, "_SetTimer@16", notedTimer);
+SCHEDULER_REPLACE_IMPORT(GetMessageA, "_GetMessageA@16", simulatedGet);
 
 namespace {
 
 using framework::Handled;
 using framework::Message;
-using framework::MessagePump;
-using framework::Window;
+using test::probe;
 
-class PumpedWindow : public Window {
-public:
+class MessagePump : public testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(window.open());
+        window.handler = [this](const Message& message) -> Handled {
+            arrived.push_back(message.id);
+            return handler ? handler(message) : std::nullopt;
+        };
+        window.idled = [this] { ++idlePasses; };
+    }
+    void TearDown() override {
+        neverEmpty = nullptr;
+        failuresToGet = gets = 0;
+    }
+    int runModalLoop() {
+        window.beginModal();
+        return pump.runModalLoop(window);
+    }
+    void post(UINT id, WPARAM wParam = 0, LPARAM lParam = 0) const {
+        PostMessageA(window.handle(), id, wParam, lParam);
+    }
+
+    framework::MessagePump& pump = framework::MessagePump::instance();
+    test::ProbeWindow window;
     std::function<Handled(const Message&)> handler;
-    std::function<bool(MSG&)> translator;
-    std::function<void()> idled;
+    std::vector<UINT> arrived;
     int idlePasses = 0;
-
-    PumpedWindow() {
-        framework::WindowClass windowClass;
-        framework::WindowParameters parameters;
-        parameters.style = WS_OVERLAPPEDWINDOW;
-        create(windowClass, parameters);
-    }
-    Handled onMessage(const Message& message) override { return handler ? handler(message) : std::nullopt; }
-    bool preTranslate(MSG& message) override { return translator && translator(message); }
-    void onIdle() override {
-        ++idlePasses;
-        if (idled)
-            idled();
-    }
 };
 
-TEST(WantsIdlePass, OnlyForWhatMayChangeControls) {
+TEST_F(MessagePump, WantsAnIdlePassAfterWhatMayChangeControlsOnly) {
     for (const UINT id : {UINT{WM_SETTEXT}, UINT{WM_NOTIFY}, UINT{WM_STYLECHANGED}, UINT{WM_CHAR},
                           UINT{WM_COMMAND}, UINT{WM_PARENTNOTIFY}, UINT{1025}, UINT{WM_APP}, UINT{0xFFFF}})
         EXPECT_TRUE(framework::wantsIdlePass(id)) << id;
@@ -63,160 +82,118 @@ TEST(WantsIdlePass, OnlyForWhatMayChangeControls) {
         EXPECT_FALSE(framework::wantsIdlePass(id)) << id;
 }
 
-TEST(MessagePump, TheMainLoopEndsWithTheExitCode) {
-    PostQuitMessage(17);
-    EXPECT_EQ(MessagePump::instance().runMainLoop(), 17);
-}
-
-TEST(MessagePump, TheMainLoopWakesUpByItself) {
-    // Without a message of anyone else, the loop's own timer brings this one to its end.
-    PumpedWindow window;
-    int messages = 0;
-    MessagePump::instance().setInputObserver([&](const MSG& message) {
-        messages += message.message == WM_TIMER;
-        if (messages == 3)
-            PostQuitMessage(0);
+TEST_F(MessagePump, TheMainLoopWakesUpByATimerOfItsOwnAndEndsWithTheExitCode) {
+    pump.setInputObserver([](const MSG& message) {
+        if (message.message == WM_TIMER && !message.hwnd)
+            PostQuitMessage(17);
     });
-    threadTimers.clear();
-    const DWORD start = GetTickCount();
-    MessagePump::instance().runMainLoop();
-    MessagePump::instance().setInputObserver(nullptr);
+    EXPECT_EQ(pump.runMainLoop(), 17);
+    pump.setInputObserver(nullptr);
     EXPECT_EQ(threadTimers, std::vector<UINT>{200});
-    EXPECT_GE(GetTickCount() - start, 500U);
-    EXPECT_EQ(window.idlePasses, 0) << "a timer is nothing that the user did";
+    EXPECT_EQ(idlePasses, 0) << "a timer is nothing that the user did";
 }
 
-TEST(MessagePump, TheIdlePassComesOnceTheQueueIsEmpty) {
-    PumpedWindow window;
+TEST_F(MessagePump, TheIdlePassComesOnceWhenTheQueueIsEmpty) {
     int passesAtLast = -1;
-    window.handler = [&](const Message& message) -> Handled {
-        if (message.id == WM_APP + 1)
-            passesAtLast = window.idlePasses;
-        if (message.id == WM_TIMER)
+    int emptyQueues = 0;
+    handler = [&](const Message& message) -> Handled {
+        if (message.id == probe)
+            passesAtLast = idlePasses;
+        if (message.id == WM_USER && ++emptyQueues == 3)
             window.endModal(1);
         return std::nullopt;
     };
+    neverEmpty = window.handle();
     for (int i = 0; i < 5; ++i)
-        PostMessageA(window.handle(), WM_COMMAND, 1, 0);
-    PostMessageA(window.handle(), WM_APP + 1, 0, 0);
-    // The end comes a moment behind the first pass, so that there is time for a second.
-    window.idled = [&] { SetTimer(window.handle(), 1, 50, nullptr); };
-    SetTimer(window.handle(), 2, test::patience, nullptr);
-    window.beginModal();
-    EXPECT_EQ(MessagePump::instance().runModalLoop(window), 1);
+        post(WM_COMMAND, 1);
+    post(probe);
+    EXPECT_EQ(runModalLoop(), 1);
     EXPECT_EQ(passesAtLast, 0) << "messages were still waiting";
-    EXPECT_EQ(window.idlePasses, 1);
-    KillTimer(window.handle(), 1);
-    KillTimer(window.handle(), 2);
+    EXPECT_EQ(idlePasses, 1);
 }
 
-TEST(MessagePump, AModalLoopEndsWithItsObjectsResult) {
-    PumpedWindow window;
-    window.handler = [&](const Message& message) -> Handled {
-        if (message.id == WM_APP + 1)
-            window.endModal(static_cast<int>(message.wParam));
-        return std::nullopt;
-    };
-    for (const int result : {1, 2}) {
-        window.beginModal();
-        PostMessageA(window.handle(), WM_APP + 1, static_cast<WPARAM>(result), 0);
-        EXPECT_EQ(MessagePump::instance().runModalLoop(window), result);
-    }
-}
-
-TEST(MessagePump, WhatTheModalObjectTakesIsNotDispatched) {
-    PumpedWindow window;
-    int dispatched = 0;
-    window.handler = [&](const Message& message) -> Handled {
-        dispatched += message.id == WM_APP + 1;
-        return std::nullopt;
-    };
+TEST_F(MessagePump, AModalLoopEndsWithItsObjectsResultAndWhatTheObjectTakesIsNotDispatched) {
     window.translator = [&](MSG& message) {
-        if (message.message != WM_APP + 1)
-            return false;
-        window.endModal(2);
-        return true;
+        if (message.message == probe)
+            window.endModal(2);
+        return message.message == probe;
     };
-    PostMessageA(window.handle(), WM_APP + 1, 0, 0);
-    window.beginModal();
-    EXPECT_EQ(MessagePump::instance().runModalLoop(window), 2);
-    EXPECT_EQ(dispatched, 0);
+    post(probe);
+    EXPECT_EQ(runModalLoop(), 2);
+    EXPECT_THAT(arrived, testing::Not(testing::Contains(probe)));
 }
 
-TEST(MessagePump, AQuitInAModalLoopIsLeftToTheMainLoop) {
-    PumpedWindow window;
+TEST_F(MessagePump, AQuitInAModalLoopIsLeftToTheMainLoop) {
     PostQuitMessage(5);
-    window.beginModal();
-    MessagePump::instance().runModalLoop(window);
-    EXPECT_EQ(MessagePump::instance().runMainLoop(), 5);
+    runModalLoop();
+    EXPECT_EQ(pump.runMainLoop(), 5);
 }
 
-TEST(MessagePump, AcceleratorsBecomeCommandsOfTheMessagesWindow) {
-    PumpedWindow window;
-    int command = 0;
-    window.handler = [&](const Message& message) -> Handled {
-        if (message.id == WM_COMMAND) {
-            command = LOWORD(message.wParam);
+TEST_F(MessagePump, LoopsEndWhenNoMessageCanBeHad) {
+    failuresToGet = 1;
+    pump.runMainLoop();
+    EXPECT_EQ(gets, 1);
+    gets = 0;
+    EXPECT_EQ(runModalLoop(), 0);
+    EXPECT_EQ(gets, 1);
+}
+
+TEST_F(MessagePump, AcceleratorsBecomeCommandsOfTheMessagesWindowInPlaceOfTheirKeys) {
+    handler = [&](const Message& message) -> Handled {
+        if (message.id == WM_COMMAND && LOWORD(message.wParam) == 4711)
+            post(WM_KEYDOWN, VK_F8);
+        if (message.id == WM_KEYDOWN) {
+            EXPECT_EQ(message.wParam, WPARAM{VK_F8}) << "no accelerator";
             window.endModal(1);
         }
         return std::nullopt;
     };
     ACCEL keys{FVIRTKEY, VK_F9, 4711};
     const HACCEL table = CreateAcceleratorTableA(&keys, 1);
-    MessagePump::instance().setAccelerators(table);
-    PostMessageA(window.handle(), WM_KEYDOWN, VK_F9, 0);
-    window.beginModal();
-    MessagePump::instance().runModalLoop(window);
-    EXPECT_EQ(command, 4711);
-    MessagePump::instance().setAccelerators(nullptr);
+    pump.setAccelerators(table);
+    post(WM_KEYDOWN, VK_F9);
+    runModalLoop();
+    EXPECT_THAT(arrived, testing::Contains(UINT{WM_COMMAND}));
+    pump.setAccelerators(nullptr);
     DestroyAcceleratorTable(table);
 }
 
-TEST(MessagePump, WhatIsOnlyEverSentDoesNotArriveWhenItIsPosted) {
-    PumpedWindow window;
-    std::vector<UINT> arrived;
-    window.handler = [&](const Message& message) {
-        arrived.push_back(message.id);
+TEST_F(MessagePump, WhatIsOnlyEverSentDoesNotArriveWhenItIsPosted) {
+    handler = [&](const Message& message) {
         if (message.id == WM_APP)
             PostQuitMessage(0);
         return Handled(0);
     };
     for (const UINT id : {UINT{WM_NOTIFY}, UINT{WM_DESTROY}, UINT{WM_NCDESTROY}, UINT{WM_APP}})
-        PostMessageA(window.handle(), id, 0, 4);
-    MessagePump::instance().runMainLoop();
+        post(id, 0, 4);
+    pump.runMainLoop();
     EXPECT_EQ(arrived, (std::vector<UINT>{WM_NULL, WM_NULL, WM_NULL, WM_APP}));
-    EXPECT_EQ(Window::of(window.handle()), &window);
-
-    arrived.clear();
+    EXPECT_EQ(framework::Window::of(window.handle()), &window);
     SendMessageA(window.handle(), WM_NOTIFY, 0, 0);
-    EXPECT_EQ(arrived, std::vector<UINT>{WM_NOTIFY});
+    EXPECT_EQ(arrived.back(), UINT{WM_NOTIFY});
 }
 
-TEST(MessagePump, NorDoesItInALoopOfThePlatformsThatAMessageBegins) {
-    PumpedWindow window;
-    std::vector<UINT> arrived;
-    window.handler = [&](const Message& message) -> Handled {
+TEST_F(MessagePump, WhatIsOnlyEverSentDoesNotArriveFromALoopOfThePlatforms) {
+    handler = [&](const Message& message) -> Handled {
         if (message.id == WM_APP) {
-            PostMessageA(window.handle(), WM_NOTIFY, 0, 4);
+            post(WM_NOTIFY, 0, 4);
             MSG taken{};
             while (PeekMessageA(&taken, window.handle(), 0, 0, PM_REMOVE))
                 DispatchMessageA(&taken);
             PostQuitMessage(0);
-        } else {
-            arrived.push_back(message.id);
         }
         return 0;
     };
-    PostMessageA(window.handle(), WM_APP, 0, 0);
-    MessagePump::instance().runMainLoop();
-    EXPECT_EQ(arrived, std::vector<UINT>{WM_NULL});
+    post(WM_APP);
+    pump.runMainLoop();
+    EXPECT_EQ(arrived, (std::vector<UINT>{WM_APP, WM_NULL}));
 
     // Sent by another thread, as by another program, it does not come through the pump.
     arrived.clear();
     std::thread other([&] { SendMessageA(window.handle(), WM_APP, 0, 0); });
-    MessagePump::instance().runMainLoop();
+    pump.runMainLoop();
     other.join();
-    EXPECT_EQ(arrived, std::vector<UINT>{WM_NULL});
+    EXPECT_EQ(arrived, (std::vector<UINT>{WM_APP, WM_NULL}));
 }
 
 } // namespace

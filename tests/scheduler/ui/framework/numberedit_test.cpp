@@ -1,23 +1,13 @@
-#include "scheduler/ui/framework/dialog.h"
 #include "scheduler/ui/framework/numberedit.h"
+#include "tests/scheduler/ui/framework/controldialog.h"
 #include "tests/scheduler/ui/framework/pumping.h"
-#include "tests/scheduler/ui/framework/testdialogs.h"
 
 #include <gtest/gtest.h>
 
-#include <ostream>
-
-namespace framework {
-
-std::ostream& operator<<(std::ostream& out, const NumberCorrection& correction) {
-    return out << correction.value << (correction.selectsAll ? " selected" : " with the caret behind it");
-}
-
-} // namespace framework
+#include <optional>
 
 namespace {
 
-using framework::NumberCorrection;
 using framework::NumberRange;
 using test::pumpUntilIdle;
 using test::typeInto;
@@ -27,16 +17,39 @@ constexpr NumberRange minuteOfHour{0, 59};
 constexpr NumberRange dayOfMonth{1, 31};
 constexpr NumberRange timeLimit{0, 9999};
 
-TEST(NumberRule, RoomForTheDigitsOfTheUpperEnd) {
-    EXPECT_EQ(framework::digitsOf(delay), 4);
-    EXPECT_EQ(framework::digitsOf(minuteOfHour), 2);
-    EXPECT_EQ(framework::digitsOf(dayOfMonth), 2);
-    EXPECT_EQ(framework::digitsOf(timeLimit), 4);
-    EXPECT_EQ(framework::digitsOf({0, 9}), 1);
-    EXPECT_EQ(framework::digitsOf({0, 10}), 2);
+class NumberEdit : public test::ControlDialogTest {
+protected:
+    void open(NumberRange range) {
+        number.emplace(dialog, IDC_NUMBER, range, framework::bindNumber(field));
+        ControlDialogTest::open();
+    }
+
+    /// The text, with the caret in it, or with brackets around what is selected.
+    std::string shown() const {
+        std::size_t from = 0;
+        std::size_t to = 0;
+        SendMessageA(item(IDC_NUMBER), EM_GETSEL, reinterpret_cast<WPARAM>(&from),
+                     reinterpret_cast<LPARAM>(&to));
+        std::string text = number->text();
+        text.insert(to, from == to ? "|" : "]");
+        return from == to ? text : text.insert(from, "[");
+    }
+
+    void empty() {
+        SendMessageA(item(IDC_NUMBER), EM_SETSEL, 0, -1);
+        typeInto(item(IDC_NUMBER), "\b");
+    }
+
+    std::int32_t field = 20;
+    std::optional<framework::NumberEdit> number;
+};
+
+TEST_F(NumberEdit, HasRoomForTheDigitsOfTheUpperEnd) {
+    for (const auto& [high, digits] : {std::pair{1440, 4}, {59, 2}, {31, 2}, {9999, 4}, {9, 1}, {10, 2}})
+        EXPECT_EQ(framework::digitsOf({0, high}), digits) << high;
 }
 
-TEST(NumberRule, ReadsTheDigitsAtTheStart) {
+TEST_F(NumberEdit, ReadsTheDigitsAtTheStart) {
     EXPECT_EQ(framework::numberFromText(""), 0);
     EXPECT_EQ(framework::numberFromText("x"), 0);
     EXPECT_EQ(framework::numberFromText("12x34"), 12);
@@ -44,178 +57,88 @@ TEST(NumberRule, ReadsTheDigitsAtTheStart) {
     EXPECT_EQ(framework::numberFromText("99999999999"), 2147483647);
 }
 
-struct CorrectionCase {
-    const char* text;
-    NumberRange range;
-    std::optional<NumberCorrection> expected;
-};
-
-TEST(NumberRule, CorrectsWhatIsOutsideTheRangeAndZero) {
-    const NumberCorrection none;
-    const std::optional<NumberCorrection> stays;
-    const NumberCorrection zeroSelected{0, true};
-    const CorrectionCase cases[] = {
-        {"", delay, zeroSelected},
-        {"0", delay, zeroSelected},
-        {"000", delay, zeroSelected},
-        {"1", delay, stays},
-        {"0001", delay, stays},
-        {"1440", delay, stays},
-        {"1441", delay, NumberCorrection{1440, false}},
-        {"9999", delay, NumberCorrection{1440, false}},
-        {"0", minuteOfHour, zeroSelected},
-        {"59", minuteOfHour, stays},
-        {"60", minuteOfHour, NumberCorrection{59, false}},
-        {"", dayOfMonth, NumberCorrection{1, true}},
-        {"0", dayOfMonth, NumberCorrection{1, true}},
-        {"1", dayOfMonth, stays},
-        {"31", dayOfMonth, stays},
-        {"32", dayOfMonth, NumberCorrection{31, false}},
-        {"0", timeLimit, zeroSelected},
-        {"9999", timeLimit, stays},
-        {"10000", timeLimit, NumberCorrection{9999, false}},
-        {"-5", dayOfMonth, NumberCorrection{1, true}},
-    };
-    for (const CorrectionCase& row : cases)
-        EXPECT_EQ(framework::correctNumber(row.text, row.range), row.expected)
-            << '"' << row.text << "\" in " << row.range.low << ".." << row.range.high;
-}
-
-class NumberDialog : public framework::Dialog {
-public:
-    NumberDialog(NumberRange range, std::int32_t& field)
-        : Dialog(IDD_CONTROLS), number(*this, IDC_NUMBER, range, framework::bindNumber(field)) {}
-
-    framework::NumberEdit number;
-};
-
-struct Shown {
-    std::string text;
-    int from = 0;
-    int to = 0;
-    bool operator==(const Shown&) const = default;
-};
-
-std::ostream& operator<<(std::ostream& out, const Shown& shown) {
-    return out << '"' << shown.text << "\" selected from " << shown.from << " to " << shown.to;
-}
-
-class NumberEdit : public testing::Test {
-protected:
-    void open(NumberRange range) {
-        dialog = std::make_unique<NumberDialog>(range, field);
-        ASSERT_TRUE(dialog->open(nullptr));
-    }
-
-    HWND handle() const { return dialog->number.handle(); }
-
-    Shown shown() const {
-        DWORD from = 0;
-        DWORD to = 0;
-        SendMessageA(handle(), EM_GETSEL, reinterpret_cast<WPARAM>(&from), reinterpret_cast<LPARAM>(&to));
-        return {dialog->number.text(), static_cast<int>(from), static_cast<int>(to)};
-    }
-
-    void empty() {
-        SendMessageA(handle(), EM_SETSEL, 0, -1);
-        typeInto(handle(), "\b");
-    }
-
-    /// Everything that shows while a text is typed key by key into an emptied field.
-    std::vector<Shown> type(const char* text) {
-        empty();
-        std::vector<Shown> steps;
-        for (; *text; ++text) {
-            typeInto(handle(), std::string(1, *text).c_str());
-            steps.push_back(shown());
+TEST_F(NumberEdit, CorrectsWhatIsOutsideTheRangeAndZero) {
+    const struct {
+        const char* text;
+        NumberRange range;
+        std::string expected; ///< empty: the text stays
+    } cases[] = {{"", delay, "[0]"},
+                 {"0", delay, "[0]"},
+                 {"000", delay, "[0]"},
+                 {"1", delay, ""},
+                 {"0001", delay, ""},
+                 {"1440", delay, ""},
+                 {"1441", delay, "1440|"},
+                 {"9999", delay, "1440|"},
+                 {"0", minuteOfHour, "[0]"},
+                 {"59", minuteOfHour, ""},
+                 {"60", minuteOfHour, "59|"},
+                 {"", dayOfMonth, "[1]"},
+                 {"0", dayOfMonth, "[1]"},
+                 {"1", dayOfMonth, ""},
+                 {"31", dayOfMonth, ""},
+                 {"32", dayOfMonth, "31|"},
+                 {"0", timeLimit, "[0]"},
+                 {"9999", timeLimit, ""},
+                 {"10000", timeLimit, "9999|"},
+                 {"-5", dayOfMonth, "[1]"}};
+    for (const auto& row : cases) {
+        std::string corrected;
+        if (const auto correction = framework::correctNumber(row.text, row.range)) {
+            corrected = std::to_string(correction->value);
+            corrected = correction->selectsAll ? "[" + corrected + "]" : corrected + "|";
         }
-        return steps;
+        EXPECT_EQ(corrected, row.expected)
+            << '"' << row.text << "\" in " << row.range.low << ".." << row.range.high;
     }
-
-    std::int32_t field = 20;
-    std::unique_ptr<NumberDialog> dialog;
-};
-
-using Steps = std::vector<Shown>;
-
-TEST_F(NumberEdit, LoadsAndStoresItsField) {
-    open(delay);
-    EXPECT_EQ(dialog->number.text(), "20");
-    SetWindowTextA(handle(), "35");
-    dialog->store();
-    EXPECT_EQ(field, 35);
 }
 
-TEST_F(NumberEdit, StoresTheNumberAsReadWhateverTheRange) {
+TEST_F(NumberEdit, LoadsItsFieldAndStoresTheNumberAsReadWhateverTheRange) {
     open(delay);
-    SetWindowTextA(handle(), "5000");
-    dialog->store();
+    EXPECT_EQ(number->text(), "20");
+    SetWindowTextA(item(IDC_NUMBER), "5000");
+    dialog.store();
     EXPECT_EQ(field, 5000);
 }
 
-TEST_F(NumberEdit, TakesDigitsOnly) {
-    open(delay);
-    EXPECT_EQ(type("1x2"), (Steps{{"1", 1, 1}, {"1", 1, 1}, {"12", 2, 2}}));
+TEST_F(NumberEdit, IsCorrectedWithEachKey) {
+    const struct {
+        NumberRange range;
+        const char* keys;
+        std::string shown; ///< after each key
+    } rows[] = {{delay, "1x2", " 1| 1| 12|"},
+                {delay, "2000", " 2| 20| 200| 1440|"},
+                {delay, "12345", " 1| 12| 123| 1234| 1234|"},
+                {timeLimit, "07", " [0] 7|"},
+                {minuteOfHour, "591", " 5| 59| 59|"},
+                {dayOfMonth, "05", " [1] 5|"},
+                {dayOfMonth, "32", " 3| 31|"}};
+    for (const auto& row : rows) {
+        open(row.range);
+        empty();
+        std::string steps;
+        for (const char* key = row.keys; *key; ++key) {
+            typeInto(item(IDC_NUMBER), std::string(1, *key).c_str());
+            steps += " " + shown();
+        }
+        EXPECT_EQ(steps, row.shown) << row.keys << " up to " << row.range.high;
+    }
 }
 
-TEST_F(NumberEdit, Typing2000IntoADelayShows1440WithTheFourthDigit) {
-    open(delay);
-    EXPECT_EQ(type("2000"), (Steps{{"2", 1, 1}, {"20", 2, 2}, {"200", 3, 3}, {"1440", 4, 4}}));
-}
-
-TEST_F(NumberEdit, Typing5000IntoADelayShows1440WithTheFourthDigit) {
-    open(delay);
-    EXPECT_EQ(type("5000"), (Steps{{"5", 1, 1}, {"50", 2, 2}, {"500", 3, 3}, {"1440", 4, 4}}));
-}
-
-TEST_F(NumberEdit, NoMoreCharactersThanTheUpperEndHas) {
-    open(delay);
-    EXPECT_EQ(type("12345"),
-              (Steps{{"1", 1, 1}, {"12", 2, 2}, {"123", 3, 3}, {"1234", 4, 4}, {"1234", 4, 4}}));
-}
-
-TEST_F(NumberEdit, EmptyingADelayShows0Selected) {
+TEST_F(NumberEdit, ShowsItsLowEndSelectedWhenItIsEmptiedAndRepeatedIdlePassesWriteNothing) {
     open(delay);
     empty();
-    EXPECT_EQ(shown(), (Shown{"0", 0, 1}));
-}
-
-TEST_F(NumberEdit, AZeroIsReplacedByTheNextDigit) {
-    open(timeLimit);
-    EXPECT_EQ(type("07"), (Steps{{"0", 0, 1}, {"7", 1, 1}}));
-}
-
-TEST_F(NumberEdit, MinutesOfTheHour) {
-    open(minuteOfHour);
-    EXPECT_EQ(type("60"), (Steps{{"6", 1, 1}, {"59", 2, 2}}));
-    EXPECT_EQ(type("591"), (Steps{{"5", 1, 1}, {"59", 2, 2}, {"59", 2, 2}}));
-}
-
-TEST_F(NumberEdit, Typing0IntoTheDayOfMonthShows1SelectedAndTheNextDigitReplacesIt) {
-    open(dayOfMonth);
-    EXPECT_EQ(type("05"), (Steps{{"1", 0, 1}, {"5", 1, 1}}));
-    EXPECT_EQ(type("32"), (Steps{{"3", 1, 1}, {"31", 2, 2}}));
-}
-
-TEST_F(NumberEdit, TimeLimit) {
-    open(timeLimit);
-    EXPECT_EQ(type("99999"),
-              (Steps{{"9", 1, 1}, {"99", 2, 2}, {"999", 3, 3}, {"9999", 4, 4}, {"9999", 4, 4}}));
+    EXPECT_EQ(shown(), "[0]");
+    SendMessageA(item(IDC_NUMBER), EM_SETMODIFY, TRUE, 0);
+    pumpUntilIdle();
+    EXPECT_TRUE(SendMessageA(item(IDC_NUMBER), EM_GETMODIFY, 0, 0)) << "writing a text clears the mark";
 }
 
 TEST_F(NumberEdit, AnIdlePassLeavesAGoodTextAndItsCaretAlone) {
     open(delay);
-    SendMessageA(handle(), EM_SETSEL, 1, 1);
+    SendMessageA(item(IDC_NUMBER), EM_SETSEL, 1, 1);
     pumpUntilIdle();
-    EXPECT_EQ(shown(), (Shown{"20", 1, 1}));
-}
-
-TEST_F(NumberEdit, ARepeatedIdlePassWritesNothing) {
-    open(delay);
-    empty();
-    SendMessageA(handle(), EM_SETMODIFY, TRUE, 0);
-    pumpUntilIdle();
-    EXPECT_TRUE(SendMessageA(handle(), EM_GETMODIFY, 0, 0)) << "writing a text clears the mark";
+    EXPECT_EQ(shown(), "2|0");
 }
 
 } // namespace

@@ -1,9 +1,7 @@
 #include "scheduler/ui/framework/placement.h"
-#include "scheduler/ui/framework/window.h"
-#include "scheduler/ui/framework/windowclass.h"
+#include "tests/scheduler/ui/framework/probewindow.h"
 #include "tests/support/importedfunctions.h"
-
-#include <windows.h>
+#include "tests/support/windowlooks.h"
 
 #include <gtest/gtest.h>
 
@@ -29,112 +27,86 @@ SCHEDULER_REPLACE_IMPORT(GetMonitorInfoA, "_GetMonitorInfoA@8", monitorWithTaskB
 namespace {
 
 using base::WindowState;
-using framework::applyPlacement;
-using framework::capturePlacement;
 
-class Placement : public ::testing::Test {
+class Placement : public testing::Test {
 protected:
     void SetUp() override {
-        framework::WindowClass windowClass;
-        framework::WindowParameters parameters;
-        parameters.style = WS_OVERLAPPEDWINDOW;
-        ASSERT_TRUE(window_.create(windowClass, parameters));
-        SetWindowPos(window_.handle(), nullptr, 30, 40, 300, 200, SWP_NOZORDER | SWP_NOACTIVATE);
+        ASSERT_TRUE(window.open());
+        move({30, 40, 330, 240});
     }
-
-    RECT place() const {
-        RECT rectangle{};
-        GetWindowRect(window_.handle(), &rectangle);
-        return rectangle;
+    void TearDown() override { taskBarWidth = 0; }
+    void move(const RECT& to) const {
+        SetWindowPos(window.handle(), nullptr, to.left, to.top, to.right - to.left, to.bottom - to.top,
+                     SWP_NOZORDER | SWP_NOACTIVATE);
     }
-
-    static WindowState bytesOf(const WINDOWPLACEMENT& placement) {
-        WindowState bytes{};
-        std::memcpy(bytes.data(), &placement, sizeof(placement));
-        return bytes;
+    bool isAt(const RECT& expected) const {
+        const RECT place = test::placeOf(window.handle());
+        return EqualRect(&place, &expected);
     }
-
-    static WINDOWPLACEMENT placed(const RECT& rectangle, UINT showCommand) {
+    bool apply(const WindowState& bytes) {
+        return framework::applyPlacement(window.handle(), bytes, showCommand);
+    }
+    bool apply(const RECT& rectangle, UINT command = SW_SHOWNORMAL) {
         WINDOWPLACEMENT placement{};
         placement.length = sizeof(placement);
-        placement.showCmd = showCommand;
+        placement.showCmd = command;
         placement.rcNormalPosition = rectangle;
-        return placement;
+        WindowState bytes{};
+        std::memcpy(bytes.data(), &placement, sizeof(placement));
+        return apply(bytes);
     }
 
-    framework::Window window_;
+    test::ProbeWindow window;
+    int showCommand = SW_SHOWNORMAL;
 };
 
-TEST_F(Placement, IsTheWindowsPlacementAndSeventeenZeroBytes) {
-    const WindowState bytes = capturePlacement(window_.handle());
+TEST_F(Placement, IsTheWindowsPlacementAndSeventeenZeroBytesAndComesBackAndShowsNothing) {
+    const WindowState bytes = framework::capturePlacement(window.handle());
     WINDOWPLACEMENT placement{};
     std::memcpy(&placement, bytes.data(), sizeof(placement));
     EXPECT_EQ(placement.length, 44U);
     EXPECT_EQ(placement.rcNormalPosition.left, 30);
     EXPECT_EQ(placement.rcNormalPosition.right, 330);
     EXPECT_TRUE(std::all_of(bytes.begin() + 44, bytes.end(), [](std::byte b) { return b == std::byte{}; }));
-}
-
-TEST_F(Placement, ComesBackAndShowsNothing) {
-    const WindowState bytes = capturePlacement(window_.handle());
-    SetWindowPos(window_.handle(), nullptr, 0, 0, 100, 100, SWP_NOZORDER | SWP_NOACTIVATE);
-    int showCommand = SW_SHOWNORMAL;
-    EXPECT_TRUE(applyPlacement(window_.handle(), bytes, showCommand));
-    EXPECT_EQ(place().left, 30);
-    EXPECT_EQ(place().top, 40);
-    EXPECT_EQ(place().right, 330);
-    EXPECT_EQ(place().bottom, 240);
+    move({0, 0, 100, 100});
+    EXPECT_TRUE(apply(bytes));
+    EXPECT_TRUE(isAt({30, 40, 330, 240}));
     EXPECT_EQ(showCommand, SW_SHOWNORMAL);
-    EXPECT_FALSE(IsWindowVisible(window_.handle()));
+    EXPECT_FALSE(IsWindowVisible(window.handle()));
 }
 
-TEST_F(Placement, BytesThatHoldNoneChangeNothing) {
+TEST_F(Placement, OneThatIsNoneOrOutsideEveryWorkAreaChangesNothing) {
     WindowState bytes{};
-    int showCommand = SW_SHOWNORMAL;
-    EXPECT_FALSE(applyPlacement(window_.handle(), bytes, showCommand));
+    EXPECT_FALSE(apply(bytes));
     bytes.fill(std::byte{0xFF});
-    EXPECT_FALSE(applyPlacement(window_.handle(), bytes, showCommand));
-    EXPECT_EQ(place().left, 30);
-}
-
-TEST_F(Placement, APlaceOutsideEveryWorkAreaChangesNothing) {
-    int showCommand = SW_SHOWNORMAL;
+    EXPECT_FALSE(apply(bytes));
     for (const RECT& outside :
          {RECT{-5000, -5000, -4000, -4000}, RECT{100000, 100, 100400, 300}, RECT{50, 50, 50, 50}})
-        EXPECT_FALSE(applyPlacement(window_.handle(), bytesOf(placed(outside, SW_SHOWNORMAL)), showCommand));
-    EXPECT_EQ(place().left, 30);
+        EXPECT_FALSE(apply(outside));
+    EXPECT_TRUE(isAt({30, 40, 330, 240}));
 }
 
-TEST_F(Placement, APlaceCountsFromTheCornerOfTheWorkArea) {
+TEST_F(Placement, CountsFromTheCornerOfTheWorkArea) {
     taskBarWidth = 200;
-    int showCommand = SW_SHOWNORMAL;
-    const RECT besideTheTaskBar{0, 0, 150, 100};
-    EXPECT_TRUE(
-        applyPlacement(window_.handle(), bytesOf(placed(besideTheTaskBar, SW_SHOWNORMAL)), showCommand));
+    EXPECT_TRUE(apply({0, 0, 150, 100})) << "beside the task bar";
     const int width = GetSystemMetrics(SM_CXSCREEN);
-    const RECT beyondTheScreen{width - 100, 0, width, 100};
-    EXPECT_FALSE(
-        applyPlacement(window_.handle(), bytesOf(placed(beyondTheScreen, SW_SHOWNORMAL)), showCommand));
-    taskBarWidth = 0;
+    EXPECT_FALSE(apply({width - 100, 0, width, 100})) << "beyond the screen";
 }
 
 TEST_F(Placement, AMaximisedWindowComesBackMaximisedUnlessItIsToBeHidden) {
-    const WindowState bytes = bytesOf(placed({10, 20, 210, 220}, SW_SHOWMAXIMIZED));
-    int showCommand = SW_SHOWNORMAL;
-    EXPECT_TRUE(applyPlacement(window_.handle(), bytes, showCommand));
-    EXPECT_EQ(showCommand, SW_SHOWMAXIMIZED);
-    showCommand = SW_SHOWMINNOACTIVE;
-    EXPECT_TRUE(applyPlacement(window_.handle(), bytes, showCommand));
-    EXPECT_EQ(showCommand, SW_SHOWMINNOACTIVE);
+    for (const auto& [asked, expected] :
+         {std::pair{SW_SHOWNORMAL, SW_SHOWMAXIMIZED}, {SW_SHOWMINNOACTIVE, SW_SHOWMINNOACTIVE}}) {
+        showCommand = asked;
+        EXPECT_TRUE(apply({10, 20, 210, 220}, SW_SHOWMAXIMIZED));
+        EXPECT_EQ(showCommand, expected);
+    }
 }
 
 TEST_F(Placement, AMinimisedWindowComesBackAsNormal) {
-    int showCommand = SW_SHOWNORMAL;
-    EXPECT_TRUE(
-        applyPlacement(window_.handle(), bytesOf(placed({10, 20, 210, 220}, SW_SHOWMINIMIZED)), showCommand));
+    EXPECT_TRUE(apply({10, 20, 210, 220}, SW_SHOWMINIMIZED));
     EXPECT_EQ(showCommand, SW_SHOWNORMAL);
-    EXPECT_FALSE(IsIconic(window_.handle()));
-    EXPECT_EQ(place().left, 10);
+    EXPECT_FALSE(IsIconic(window.handle()));
+    EXPECT_TRUE(isAt({10, 20, 210, 220}));
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-// A window whose messages a test handles.
+// A window whose messages a test handles, and controls for it that belong to no object.
 #pragma once
 
 #include "scheduler/ui/framework/window.h"
@@ -11,23 +11,40 @@ namespace test {
 inline constexpr UINT probe = WM_APP + 1;
 inline constexpr UINT nested = WM_APP + 2;
 
-/// Hands each message to a function that the test gives.
+/// Hands what it gets to the functions that the test gives.
 class ProbeWindow : public framework::Window {
 public:
     std::function<framework::Handled(const framework::Message&)> handler;
+    std::function<bool(MSG&)> translator;
+    std::function<void()> idled;
     int attachments = 0;
+
+    bool open(DWORD style = WS_OVERLAPPEDWINDOW, RECT place = {100, 50, 500, 350}, HWND parent = nullptr) {
+        framework::WindowClass windowClass;
+        framework::WindowParameters parameters;
+        parameters.style = style;
+        parameters.x = place.left;
+        parameters.y = place.top;
+        parameters.width = place.right - place.left;
+        parameters.height = place.bottom - place.top;
+        parameters.parent = parent;
+        return create(windowClass, parameters);
+    }
 
     void onAttached() override { ++attachments; }
     framework::Handled onMessage(const framework::Message& message) override {
         return handler ? handler(message) : std::nullopt;
     }
+    bool preTranslate(MSG& message) override { return translator && translator(message); }
+    void onIdle() override {
+        if (idled)
+            idled();
+    }
 };
 
-inline bool createProbe(ProbeWindow& window) {
-    framework::WindowClass windowClass;
-    framework::WindowParameters parameters;
-    parameters.style = WS_OVERLAPPEDWINDOW;
-    return window.create(windowClass, parameters);
+inline HWND createPlain(const char* className, DWORD style, RECT place, HWND parent = nullptr) {
+    return CreateWindowExA(0, className, "", style, place.left, place.top, place.right - place.left,
+                           place.bottom - place.top, parent, nullptr, nullptr, nullptr);
 }
 
 } // namespace test

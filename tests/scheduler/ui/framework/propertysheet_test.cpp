@@ -1,150 +1,180 @@
-#include "scheduler/ui/framework/windowclass.h"
-#include "tests/scheduler/ui/framework/steppedsheet.h"
-#include "tests/scheduler/ui/simulatedmessagebox.h"
+// What property sheets do otherwise than dialogs, and how they are fitted to their pages.
+#include "lib/base/opsys.h"
+#include "tests/scheduler/ui/framework/steppedwindows.h"
+#include "tests/support/importedfunctions.h"
+#include "tests/support/windowlooks.h"
 
 #include <gtest/gtest.h>
 
-#include <utility>
+#include <vector>
 
 namespace {
 
-using test::SteppedSheet;
+DWORD askedFlags = 0;
+bool ignoresPremature = false; ///< as a platform that creates a page no earlier than the sheet turns to it
 
-TEST(PropertySheet, OkChecksEachPageInTurnThenStoresAllAndGivesOne) {
-    SteppedSheet sheet;
-    sheet.steps = {[&] {
-        SetWindowTextA(sheet.first.edit.handle(), "after");
-        sheet.press(IDOK);
-    }};
-    EXPECT_EQ(sheet.runSteps(), 1);
-    EXPECT_EQ(sheet.log, "check first; check second; store first; store second; ");
-    EXPECT_EQ(sheet.first.text, "after");
-    EXPECT_EQ(sheet.second.text, "before");
-    EXPECT_EQ(sheet.handle(), nullptr);
+INT_PTR WINAPI watchedPropertySheet(LPCPROPSHEETHEADERA header) {
+    askedFlags = header->dwFlags;
+    std::vector<PROPSHEETPAGEA> pages(header->ppsp, header->ppsp + header->nPages);
+    for (PROPSHEETPAGEA& page : pages)
+        page.dwFlags &= ignoresPremature ? ~DWORD{PSP_PREMATURE} : ~DWORD{0};
+    PROPSHEETHEADERA passed = *header;
+    passed.ppsp = pages.data();
+    return test::platformFunction<decltype(&PropertySheetA)>("comctl32.dll", "PropertySheetA")(&passed);
 }
 
-TEST(PropertySheet, CancelStoresNothingAndGivesTwo) {
-    SteppedSheet sheet;
-    sheet.steps = {[&] {
-        SetWindowTextA(sheet.first.edit.handle(), "after");
-        sheet.press(IDCANCEL);
-    }};
-    EXPECT_EQ(sheet.runSteps(), 2);
-    EXPECT_EQ(sheet.log, "");
-    EXPECT_EQ(sheet.first.text, "before");
+bool pageWasShownWithMessage = false;
+
+int WINAPI notedMessageBox(HWND page, LPCSTR, LPCSTR, UINT) {
+    pageWasShownWithMessage = IsWindowVisible(page);
+    return IDOK;
 }
 
-TEST(PropertySheet, ClosingItGivesTwo) {
-    SteppedSheet sheet;
-    sheet.steps = {[&] { SendMessageA(sheet.handle(), WM_SYSCOMMAND, SC_CLOSE, 0); }};
-    EXPECT_EQ(sheet.runSteps(), 2);
-    EXPECT_EQ(sheet.log, "");
+} // namespace
+
+SCHEDULER_REPLACE_IMPORT(MessageBoxA, "_MessageBoxA@16", notedMessageBox);
+SCHEDULER_REPLACE_IMPORT(PropertySheetA, "_PropertySheetA@4", watchedPropertySheet);
+
+namespace {
+
+using framework::sizeOf;
+using test::placeOf;
+
+bool isInside(HWND inner, const RECT& outer) {
+    RECT common{};
+    const RECT place = placeOf(inner);
+    return IntersectRect(&common, &place, &outer) && EqualRect(&common, &place);
 }
 
-TEST(PropertySheet, EnterIsOkAndEscapeIsCancel) {
-    for (const auto& [key, result] : {std::pair{VK_RETURN, 1}, std::pair{VK_ESCAPE, 2}}) {
-        SteppedSheet sheet;
-        sheet.steps = {[&, pressed = key] {
-                           PostMessageA(sheet.first.edit.handle(), WM_KEYDOWN, static_cast<WPARAM>(pressed),
-                                        1);
-                       },
-                       [] {}};
-        EXPECT_EQ(sheet.runSteps(), result);
+class PropertySheets : public testing::Test {
+protected:
+    /// Runs the sheet, and cancels it after `act`.
+    void whileOpen(const std::function<void()>& act) {
+        sheet.steps = {act, [&] { sheet.press(IDCANCEL); }};
+        EXPECT_EQ(sheet.runSteps(), 2);
+    }
+
+    test::SteppedSheet sheet;
+};
+
+TEST_F(PropertySheets, AreMadeModelessWithTheirTitleAndTheirPagesAsDeclared) {
+    whileOpen([&] {
+        EXPECT_EQ(base::windowText(sheet.handle()), "The Sheet");
+        EXPECT_EQ(GetWindowLongA(sheet.first.handle(), GWL_ID), IDD_FIRST_PAGE);
+        EXPECT_EQ(GetWindowLongA(sheet.second.handle(), GWL_ID), IDD_SECOND_PAGE);
+        EXPECT_EQ(framework::Window::of(sheet.first.handle()), &sheet.first);
+        EXPECT_EQ(framework::Window::of(sheet.handle()), &sheet);
+        EXPECT_EQ(sheet.first.edit.text(), "before");
+    });
+    EXPECT_EQ(sheet.first.handle(), nullptr);
+    EXPECT_EQ(askedFlags, DWORD{PSH_PROPSHEETPAGE | PSH_MODELESS});
+    EXPECT_EQ(framework::PropertySheetDialog().run("Without pages", nullptr), 2);
+}
+
+TEST_F(PropertySheets, HaveAllTheirPagesMadeBeforeTheyAreShown) {
+    for (const bool ignores : {false, true}) {
+        SCOPED_TRACE(ignores);
+        ignoresPremature = ignores;
+        bool wasReady = false;
+        sheet.whenShown = [&] {
+            wasReady =
+                sheet.first.isStarted() && sheet.second.isStarted() && !IsWindowVisible(sheet.handle());
+        };
+        whileOpen([&] {
+            EXPECT_TRUE(wasReady);
+            EXPECT_TRUE(sheet.first.isShown());
+            EXPECT_FALSE(sheet.second.isShown());
+            EXPECT_EQ(GetFocus(), sheet.first.edit.handle());
+        });
+        ignoresPremature = false;
     }
 }
 
-TEST(PropertySheet, AFailingPageKeepsItOpenAndNothingIsStored) {
-    SteppedSheet sheet;
-    sheet.first.passes = false;
-    sheet.steps = {[&] { sheet.press(IDOK); },
-                   [&] {
-                       EXPECT_FALSE(sheet.isModalFinished());
-                       EXPECT_EQ(sheet.log, "check first; ") << "the first that fails is the last";
-                       sheet.first.passes = true;
-                       sheet.press(IDOK);
-                   }};
-    EXPECT_EQ(sheet.runSteps(), 1);
+TEST_F(PropertySheets, CheckPagesThatWereNeverShownAndTurnToTheFailingOneBeforeItsMessage) {
+    sheet.second.edit.passes = false;
+    sheet.second.edit.onFailure = [&] { sheet.second.edit.reportInvalid("Not this one."); };
+    whileOpen([&] {
+        EXPECT_FALSE(sheet.second.isShown());
+        SetWindowTextA(sheet.first.edit.handle(), "after");
+        sheet.press(IDOK);
+        EXPECT_TRUE(pageWasShownWithMessage);
+        EXPECT_TRUE(sheet.second.isShown());
+        EXPECT_FALSE(sheet.first.isShown());
+    });
+    EXPECT_EQ(sheet.log, "load first; load second; check first; check second; ");
+    EXPECT_EQ(sheet.first.edit.field, "before") << "the page before the failing one was not stored either";
 }
 
-TEST(PropertySheet, APageThatWasNeverShownIsCheckedTooAndTurnedTo) {
-    SteppedSheet sheet;
-    sheet.second.passes = false;
-    sheet.steps = {[&] {
-                       EXPECT_TRUE(sheet.isShown(sheet.first));
-                       EXPECT_FALSE(sheet.isShown(sheet.second));
-                       SetWindowTextA(sheet.first.edit.handle(), "after");
-                       sheet.press(IDOK);
-                   },
-                   [&] {
-                       EXPECT_EQ(sheet.log, "check first; check second; ");
-                       EXPECT_TRUE(sheet.isShown(sheet.second));
-                       EXPECT_FALSE(sheet.isShown(sheet.first));
-                       EXPECT_TRUE(sheet.second.shownWhenFailing)
-                           << "the user sees what the message is about";
-                       sheet.press(IDCANCEL);
-                   }};
-    EXPECT_EQ(sheet.runSteps(), 2);
-    EXPECT_EQ(sheet.first.text, "before") << "the page before the failing one was not stored either";
-}
-
-TEST(PropertySheet, PagesCanBeTurnedWithoutBeingChecked) {
-    SteppedSheet sheet;
-    sheet.first.passes = false;
-    sheet.steps = {[&] {
+TEST_F(PropertySheets, TurnTheirPagesWithoutCheckingThemAndStayThereWhenTheyAreShownAgain) {
+    whileOpen([&] {
         sheet.turnTo(1);
-        EXPECT_TRUE(sheet.isShown(sheet.second));
-        sheet.press(IDCANCEL);
-    }};
-    sheet.runSteps();
-    EXPECT_EQ(sheet.log, "");
+        EXPECT_TRUE(sheet.second.isShown());
+        ShowWindow(sheet.handle(), SW_HIDE);
+        ShowWindow(sheet.handle(), SW_SHOW);
+        EXPECT_TRUE(sheet.second.isShown());
+    });
+    EXPECT_EQ(sheet.log, "load first; load second; ");
 }
 
-TEST(PropertySheet, AnIdlePassReachesThePages) {
-    SteppedSheet sheet;
-    sheet.steps = {[&] {
-        const int first = sheet.first.updates;
-        const int second = sheet.second.updates;
-        EXPECT_GE(second, 1) << "at the start";
+TEST_F(PropertySheets, AnIdlePassReachesThePages) {
+    whileOpen([&] {
+        EXPECT_GE(sheet.second.updates, 1) << "at the start";
+        sheet.first.updates = sheet.second.updates = 0;
         sheet.onIdle();
-        EXPECT_EQ(sheet.first.updates, first + 1);
-        EXPECT_EQ(sheet.second.updates, second + 1);
-        sheet.press(IDCANCEL);
-    }};
-    sheet.runSteps();
+        EXPECT_EQ(sheet.first.updates, 1);
+        EXPECT_EQ(sheet.second.updates, 1);
+    });
 }
 
-TEST(PropertySheet, TheOwnerIsDisabledWhileItRunsAndTheFocusComesBack) {
-    framework::Window owner;
-    framework::WindowClass windowClass;
-    framework::WindowParameters parameters;
-    parameters.style = WS_OVERLAPPEDWINDOW | WS_VISIBLE;
-    ASSERT_TRUE(owner.create(windowClass, parameters));
-    const HWND field = CreateWindowExA(0, "EDIT", "", WS_CHILD | WS_VISIBLE, 0, 0, 50, 20, owner.handle(),
-                                       nullptr, nullptr, nullptr);
-    SetFocus(field);
-    SteppedSheet sheet;
-    sheet.steps = {[&] {
-        EXPECT_FALSE(IsWindowEnabled(owner.handle()));
-        EXPECT_EQ(GetWindow(sheet.handle(), GW_OWNER), owner.handle());
-        sheet.press(IDCANCEL);
-    }};
-    sheet.runSteps(owner.handle());
-    EXPECT_TRUE(IsWindowEnabled(owner.handle()));
-    EXPECT_EQ(GetFocus(), field);
+TEST_F(PropertySheets, GiveAPageTheRoomThatItsFontAsksForWithTheButtonsBelowIt) {
+    for (const auto& [id, units] : {std::pair{IDD_LARGE_PAGE, RECT{0, 0, 240, 120}},
+                                    {IDD_SMALL_PAGE, RECT{0, 0, 240, 120}},
+                                    {IDD_FIRST_PAGE, RECT{0, 0, 120, 60}}}) {
+        SCOPED_TRACE(id);
+        test::SteppedSheet fitted(id);
+        LONG widthWhenShown = 0;
+        fitted.whenShown = [&] { widthWhenShown = sizeOf(fitted.first.handle()).cx; };
+        fitted.steps = {[&, wanted = units, isNarrow = id == IDD_FIRST_PAGE]() mutable {
+            const HWND page = fitted.first.handle();
+            MapDialogRect(page, &wanted);
+            EXPECT_EQ(fitted.first.ownSize().cx, wanted.right);
+            EXPECT_EQ(sizeOf(page).cy, wanted.bottom);
+            if (isNarrow)
+                EXPECT_GE(sizeOf(page).cx, wanted.right) << "wide enough for the sheet's buttons";
+            else
+                EXPECT_EQ(sizeOf(page).cx, wanted.right);
+            EXPECT_EQ(widthWhenShown, sizeOf(page).cx);
+
+            const auto tabs = reinterpret_cast<HWND>(SendMessageA(fitted.handle(), PSM_GETTABCONTROL, 0, 0));
+            RECT client{};
+            GetClientRect(fitted.handle(), &client);
+            MapWindowPoints(fitted.handle(), nullptr, reinterpret_cast<POINT*>(&client), 2);
+            EXPECT_TRUE(isInside(page, placeOf(tabs)));
+            EXPECT_TRUE(isInside(tabs, client));
+            for (const int button : {IDOK, IDCANCEL}) {
+                const HWND window = GetDlgItem(fitted.handle(), button);
+                EXPECT_TRUE(isInside(window, client)) << button;
+                EXPECT_GE(placeOf(window).top, placeOf(tabs).bottom) << button;
+            }
+            fitted.press(IDCANCEL);
+        }};
+        EXPECT_EQ(fitted.runSteps(), 2);
+    }
 }
 
-TEST(PropertySheet, OneWhoseWindowDiesIsCancelled) {
-    SteppedSheet sheet;
-    sheet.steps = {[&] { DestroyWindow(sheet.handle()); }};
-    EXPECT_EQ(sheet.runSteps(), 2);
-    EXPECT_EQ(sheet.log, "");
-}
-
-TEST(PropertySheet, CanBeRunAgain) {
-    SteppedSheet sheet;
-    sheet.steps = {[&] { sheet.press(IDOK); }};
-    EXPECT_EQ(sheet.runSteps(), 1);
-    EXPECT_EQ(sheet.runSteps(), 1);
+TEST_F(PropertySheets, GiveAPageThatIsTurnedToItsRoomWhateverSizeThePlatformGivesIt) {
+    whileOpen([&] {
+        const RECT room = placeOf(sheet.first.handle());
+        const HWND second = sheet.second.handle();
+        // What a sheet may do that made room for its pages before it was fitted.
+        const auto cut = [&] { SetWindowPos(second, HWND_TOP, 0, 0, 50, 30, SWP_NOMOVE); };
+        cut();
+        sheet.turnTo(1);
+        cut();
+        EXPECT_TRUE(IsWindowVisible(second));
+        const RECT place = placeOf(second);
+        EXPECT_TRUE(EqualRect(&place, &room)) << place.right - place.left << "x" << place.bottom - place.top;
+    });
 }
 
 } // namespace

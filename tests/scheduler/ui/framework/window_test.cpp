@@ -1,12 +1,14 @@
-#include "scheduler/ui/framework/window.h"
+// Windows, their classes and the filters of their messages.
+#include "lib/base/opsys.h"
 #include "tests/scheduler/ui/framework/probewindow.h"
+#include "tests/support/windowlooks.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <functional>
 #include <memory>
 #include <stdexcept>
+#include <string>
 #include <vector>
 
 namespace {
@@ -14,12 +16,33 @@ namespace {
 using framework::Handled;
 using framework::Message;
 using framework::Window;
-using test::createProbe;
+using framework::WindowClass;
 using test::nested;
+using test::placeOf;
 using test::probe;
 using test::ProbeWindow;
 
-TEST(Window, IsBoundFromItsFirstMessageOn) {
+class Windows : public testing::Test {
+protected:
+    void SetUp() override {
+        filtered->handler = [this](const Message& message) -> Handled {
+            log += message.id == probe ? "window" : "";
+            return std::nullopt;
+        };
+        ASSERT_TRUE(filtered->open());
+    }
+    /// Who was asked about a probe, in order.
+    std::string asked() {
+        log.clear();
+        SendMessageA(filtered->handle(), probe, 0, 0);
+        return log;
+    }
+
+    std::string log;
+    std::unique_ptr<ProbeWindow> filtered = std::make_unique<ProbeWindow>();
+};
+
+TEST_F(Windows, AreBoundFromTheirFirstMessageUntilTheirDeath) {
     ProbeWindow window;
     std::vector<UINT> seen;
     window.handler = [&](const Message& message) -> Handled {
@@ -27,54 +50,27 @@ TEST(Window, IsBoundFromItsFirstMessageOn) {
         EXPECT_NE(window.handle(), nullptr);
         return std::nullopt;
     };
-    ASSERT_TRUE(createProbe(window));
-    EXPECT_NE(std::ranges::find(seen, UINT{WM_NCCREATE}), seen.end());
-    EXPECT_NE(std::ranges::find(seen, UINT{WM_CREATE}), seen.end());
-    EXPECT_EQ(Window::of(window.handle()), &window);
-    EXPECT_EQ(window.attachments, 1);
-}
-
-TEST(Window, IsUnboundWhenItsWindowDies) {
-    ProbeWindow window;
-    ASSERT_TRUE(createProbe(window));
+    ASSERT_TRUE(window.open());
+    EXPECT_THAT(seen, testing::IsSupersetOf({WM_NCCREATE, WM_CREATE}));
     const HWND handle = window.handle();
+    EXPECT_EQ(Window::of(handle), &window);
+    EXPECT_EQ(window.attachments, 1);
     DestroyWindow(handle);
     EXPECT_EQ(window.handle(), nullptr);
     EXPECT_EQ(Window::of(handle), nullptr);
 }
 
-TEST(Window, ItsDeathDestroysTheWindowThatItCreated) {
-    auto window = std::make_unique<ProbeWindow>();
-    ASSERT_TRUE(createProbe(*window));
-    const HWND handle = window->handle();
-    window.reset();
-    EXPECT_FALSE(IsWindow(handle));
-}
-
-TEST(Window, ARefusedCreationLeavesNoHandle) {
+TEST_F(Windows, ARefusedCreationLeavesNoHandle) {
     ProbeWindow window;
-    window.handler = [](const Message& message) -> Handled {
+    window.handler = [](const Message& message) {
         return message.id == WM_NCCREATE ? Handled(0) : std::nullopt;
     };
-    EXPECT_FALSE(createProbe(window));
+    EXPECT_FALSE(window.open());
     EXPECT_EQ(window.handle(), nullptr);
     EXPECT_EQ(window.attachments, 0);
 }
 
-TEST(Window, AHandledMessageGivesTheHandlersResultAndAnyOtherTheDefault) {
-    ProbeWindow window;
-    window.handler = [](const Message& message) -> Handled {
-        return message.id == probe ? Handled(static_cast<LRESULT>(message.wParam) + message.lParam)
-                                   : std::nullopt;
-    };
-    ASSERT_TRUE(createProbe(window));
-    EXPECT_EQ(SendMessageA(window.handle(), probe, 40, 2), 42);
-    EXPECT_EQ(SendMessageA(window.handle(), nested, 40, 2), 0);
-    SetWindowTextA(window.handle(), "by default");
-    EXPECT_EQ(GetWindowTextLengthA(window.handle()), 10);
-}
-
-TEST(Window, ANestedMessageDoesNotDisturbTheOuterOne) {
+TEST_F(Windows, AHandledMessageGivesTheHandlersResultAndAnyOtherTheDefault) {
     ProbeWindow window;
     window.handler = [&](const Message& message) -> Handled {
         if (message.id == nested)
@@ -84,81 +80,49 @@ TEST(Window, ANestedMessageDoesNotDisturbTheOuterOne) {
         const LRESULT inner = SendMessageA(window.handle(), nested, 7, 8);
         return static_cast<LRESULT>(message.wParam) * 10 + message.lParam + inner;
     };
-    ASSERT_TRUE(createProbe(window));
-    EXPECT_EQ(SendMessageA(window.handle(), probe, 4, 2), 43);
+    ASSERT_TRUE(window.open());
+    EXPECT_EQ(SendMessageA(window.handle(), probe, 4, 2), 43) << "undisturbed by the nested message";
+    EXPECT_EQ(SendMessageA(window.handle(), nested + 1, 40, 2), 0);
+    SetWindowTextA(window.handle(), "by default");
+    EXPECT_EQ(base::windowText(window.handle()), "by default");
 }
 
-TEST(Window, AnObjectMayBeDestroyedInsideItsOwnHandler) {
-    auto window = std::make_unique<ProbeWindow>();
-    window->handler = [&](const Message& message) -> Handled {
-        if (message.id != probe)
+TEST_F(Windows, AnObjectMayBeDestroyedInsideItsOwnHandlerAndInsideANestedOne) {
+    for (const UINT message : {nested, probe}) {
+        auto window = std::make_unique<ProbeWindow>();
+        window->handler = [&window](const Message& handled) -> Handled {
+            if (handled.id == probe)
+                SendMessageA(window->handle(), nested, 0, 0);
+            else if (handled.id == nested)
+                const auto doomed = std::move(window); // with it, this function's captures are gone
             return std::nullopt;
-        const auto doomed = std::move(window); // with it, this function's captures are gone
-        return std::nullopt;
-    };
-    ASSERT_TRUE(createProbe(*window));
-    const HWND handle = window->handle();
-    EXPECT_EQ(SendMessageA(handle, probe, 0, 0), 0);
-    EXPECT_FALSE(IsWindow(handle));
+        };
+        ASSERT_TRUE(window->open());
+        const HWND handle = window->handle();
+        EXPECT_EQ(SendMessageA(handle, message, 0, 0), 0);
+        EXPECT_FALSE(IsWindow(handle));
+    }
 }
 
-TEST(Window, AnObjectMayBeDestroyedInsideANestedHandler) {
-    auto window = std::make_unique<ProbeWindow>();
-    window->handler = [&window](const Message& message) -> Handled {
-        if (message.id == probe) {
-            const HWND handle = window->handle();
-            SendMessageA(handle, nested, 0, 0);
-        } else if (message.id == nested) {
-            const auto doomed = std::move(window);
-        }
-        return std::nullopt;
-    };
-    ASSERT_TRUE(createProbe(*window));
-    const HWND handle = window->handle();
-    SendMessageA(handle, probe, 0, 0);
-    EXPECT_FALSE(IsWindow(handle));
-}
-
-TEST(Window, AnExceptionInAHandlerEndsThereAndTheMessageGoesItsDefaultWay) {
+TEST_F(Windows, AMessageWhoseHandlerThrowsGoesItsDefaultWayUnlessItIsAClose) {
     ProbeWindow window;
-    ASSERT_TRUE(createProbe(window));
-    window.handler = [](const Message& message) -> Handled {
-        if (message.id == WM_SETTEXT)
-            throw std::runtime_error("refused");
-        return std::nullopt;
-    };
+    ASSERT_TRUE(window.open());
+    window.handler = [](const Message&) -> Handled { throw std::runtime_error("refused"); };
     SetWindowTextA(window.handle(), "set all the same");
-    EXPECT_EQ(GetWindowTextLengthA(window.handle()), 16);
-}
-
-TEST(Window, IsUnboundAlsoWhenItsLastHandlerThrows) {
-    ProbeWindow window;
-    ASSERT_TRUE(createProbe(window));
+    SendMessageA(window.handle(), WM_CLOSE, 0, 0);
+    ASSERT_NE(window.handle(), nullptr);
+    window.handler = nullptr;
+    EXPECT_EQ(base::windowText(window.handle()), "set all the same");
     window.handler = [](const Message& message) -> Handled {
-        if (message.id == WM_NCDESTROY)
-            throw std::runtime_error("refused");
-        return std::nullopt;
+        return message.id == WM_NCDESTROY ? throw std::runtime_error("refused") : std::nullopt;
     };
     DestroyWindow(window.handle());
     EXPECT_EQ(window.handle(), nullptr);
 }
 
-TEST(Window, ACloseWhoseHandlerThrowsDestroysNothing) {
-    ProbeWindow window;
-    ASSERT_TRUE(createProbe(window));
-    window.handler = [](const Message& message) -> Handled {
-        if (message.id == WM_CLOSE)
-            throw std::runtime_error("refused");
-        return std::nullopt;
-    };
-    SendMessageA(window.handle(), WM_CLOSE, 0, 0);
-    EXPECT_NE(window.handle(), nullptr);
-}
-
-TEST(WindowAttach, BindsToAControlAndLetsGoOfIt) {
-    const HWND edit =
-        CreateWindowExA(0, "EDIT", "text", WS_POPUP, 0, 0, 50, 20, nullptr, nullptr, nullptr, nullptr);
-    ASSERT_NE(edit, nullptr);
+TEST_F(Windows, AnObjectAttachesToAControlAndLetsGoOfIt) {
+    const HWND edit = test::createPlain("EDIT", WS_POPUP, {0, 0, 50, 20});
+    SetWindowTextA(edit, "text");
     EXPECT_EQ(Window::of(edit), nullptr) << "a window of another class is never mistaken for ours";
     {
         ProbeWindow window;
@@ -167,7 +131,7 @@ TEST(WindowAttach, BindsToAControlAndLetsGoOfIt) {
         EXPECT_EQ(window.attachments, 1);
         ProbeWindow other;
         EXPECT_FALSE(other.attach(edit)) << "it has an object already";
-        window.handler = [](const Message& message) -> Handled {
+        window.handler = [](const Message& message) {
             return message.id == probe ? Handled(9) : std::nullopt;
         };
         EXPECT_EQ(SendMessageA(edit, probe, 0, 0), 9);
@@ -177,38 +141,107 @@ TEST(WindowAttach, BindsToAControlAndLetsGoOfIt) {
     EXPECT_EQ(Window::of(edit), nullptr);
     EXPECT_EQ(SendMessageA(edit, probe, 0, 0), 0);
     EXPECT_EQ(SendMessageA(edit, WM_GETTEXTLENGTH, 0, 0), 4);
-    DestroyWindow(edit);
-}
-
-TEST(WindowAttach, UserDataOfAForeignWindowIsNotTakenForAnObject) {
-    const HWND edit =
-        CreateWindowExA(0, "EDIT", "", WS_POPUP, 0, 0, 50, 20, nullptr, nullptr, nullptr, nullptr);
     SetWindowLongA(edit, GWL_USERDATA, 0x1234);
-    EXPECT_EQ(Window::of(edit), nullptr);
-    ProbeWindow window;
-    EXPECT_FALSE(window.attach(edit));
+    EXPECT_EQ(Window::of(edit), nullptr) << "user data of a foreign window is not taken for an object";
+    EXPECT_FALSE(ProbeWindow().attach(edit));
     DestroyWindow(edit);
 }
 
-TEST(CentreWindow, OverTheDesktopOrTheParent) {
+TEST_F(Windows, AreCentredOverTheirParentOrTheDesktop) {
     ProbeWindow parent;
-    ASSERT_TRUE(createProbe(parent));
-    SetWindowPos(parent.handle(), nullptr, 100, 50, 400, 300, SWP_NOZORDER | SWP_NOACTIVATE);
-    const HWND child =
-        CreateWindowExA(0, "STATIC", "", WS_POPUP, 0, 0, 101, 60, parent.handle(), nullptr, nullptr, nullptr);
+    ASSERT_TRUE(parent.open(WS_OVERLAPPEDWINDOW, {100, 50, 500, 350}));
+    const HWND child = test::createPlain("STATIC", WS_POPUP, {0, 0, 101, 60}, parent.handle());
     framework::centreWindow(child);
-    RECT place{};
-    GetWindowRect(child, &place);
-    EXPECT_EQ(place.left, 300 - 50);
-    EXPECT_EQ(place.top, 200 - 30);
-    EXPECT_EQ(place.right - place.left, 101);
-
+    EXPECT_EQ(placeOf(child).left, 300 - 50);
+    EXPECT_EQ(placeOf(child).top, 200 - 30);
+    EXPECT_EQ(placeOf(child).right, 300 - 50 + 101);
     framework::centreWindow(parent.handle());
-    RECT desktop{};
-    GetWindowRect(GetDesktopWindow(), &desktop);
-    GetWindowRect(parent.handle(), &place);
-    EXPECT_EQ(place.left, desktop.right / 2 - 200);
-    EXPECT_EQ(place.top, desktop.bottom / 2 - 150);
+    const RECT desktop = placeOf(GetDesktopWindow());
+    EXPECT_EQ(placeOf(parent.handle()).left, desktop.right / 2 - 200);
+    EXPECT_EQ(placeOf(parent.handle()).top, desktop.bottom / 2 - 150);
+}
+
+std::string decimal(const void* handle) {
+    return std::to_string(reinterpret_cast<ULONG_PTR>(handle));
+}
+
+bool isRegistered(const std::string& name) {
+    WNDCLASSEXA found{};
+    found.cbSize = sizeof(found);
+    return GetClassInfoExA(base::moduleHandle(), name.c_str(), &found);
+}
+
+TEST_F(Windows, NamelessClassesAreNamedAfterTheirAttributesAndSharedByWindowsAlike) {
+    WindowClass one;
+    WindowClass other;
+    for (WindowClass* described : {&one, &other}) {
+        described->description().style = CS_DBLCLKS;
+        described->description().lpszMenuName = MAKEINTRESOURCEA(100);
+    }
+    const WNDCLASSEXA& record = one.description();
+    EXPECT_EQ(one.name(), "gen:8:" + decimal(record.hCursor) + ":" + decimal(record.hbrBackground) + ":100");
+    EXPECT_EQ(other.name(), one.name());
+    one.registerOnce();
+    other.registerOnce(); // refused by the platform, which is ignored
+    EXPECT_TRUE(isRegistered(one.name()));
+    WindowClass("a name of its own").registerOnce();
+    EXPECT_TRUE(isRegistered("a name of its own"));
+}
+
+/// Notes when it is asked about a probe, and acts then.
+class LoggingFilter : public framework::MessageFilter {
+public:
+    using Act = std::function<Handled()>;
+
+    LoggingFilter(Window& window, std::string& log, std::string name, Act act = nullptr)
+        : log_(log), name_(std::move(name)), act_(std::move(act)) {
+        window.addFilter(*this);
+    }
+    Handled filterMessage(Window&, const Message& message) override {
+        if (message.id != probe)
+            return std::nullopt;
+        log_ += name_ + ' ';
+        return act_ ? act_() : std::nullopt;
+    }
+
+private:
+    std::string& log_;
+    std::string name_;
+    Act act_;
+};
+
+TEST_F(Windows, FiltersSeeAMessageBeforeTheObjectTheLastOneFirst) {
+    LoggingFilter first(*filtered, log, "first");
+    LoggingFilter second(*filtered, log, "second");
+    EXPECT_EQ(asked(), "second first window");
+    filtered->removeFilter(second);
+    EXPECT_EQ(asked(), "first window");
+}
+
+TEST_F(Windows, FiltersAreAskedOnceWhicheverOfThemGo) {
+    LoggingFilter first(*filtered, log, "first");
+    const auto removeFirst = [&] { return filtered->removeFilter(first), std::nullopt; };
+    LoggingFilter second(*filtered, log, "second", removeFirst);
+    LoggingFilter* last = nullptr;
+    LoggingFilter third(*filtered, log, "third", [&] { return filtered->removeFilter(*last), std::nullopt; });
+    last = &third;
+    EXPECT_EQ(asked(), "third second window") << "one that is gone is not asked";
+    filtered->addFilter(first); // on top of the second, which removes it once it has been asked
+    EXPECT_EQ(asked(), "first second window");
+}
+
+TEST_F(Windows, AMessageThatAFilterHandlesHasItsResultAndGoesNoFurther) {
+    LoggingFilter filter(*filtered, log, "filter", [] { return Handled(5); });
+    EXPECT_EQ(SendMessageA(filtered->handle(), probe, 0, 0), 5);
+    EXPECT_EQ(log, "filter ");
+}
+
+TEST_F(Windows, AFilterMayDestroyTheObject) {
+    LoggingFilter last(*filtered, log, "last");
+    LoggingFilter destroyer(*filtered, log, "destroyer", [&] { return filtered.reset(), std::nullopt; });
+    const HWND handle = filtered->handle();
+    EXPECT_EQ(asked(), "destroyer ");
+    EXPECT_FALSE(IsWindow(handle));
 }
 
 } // namespace
