@@ -1,36 +1,23 @@
 #include "lib/base/stackalignment.h"
 #include "scheduler/ui/cellhints.h"
 #include "scheduler/ui/framework/hintface.h"
-#include "scheduler/ui/framework/hintwindow.h"
 #include "tests/scheduler/ui/framework/pumping.h"
 #include "tests/scheduler/ui/listwindow.h"
-#include "tests/support/allocations.h"
-
-#include <gtest/gtest.h>
 
 #include <functional>
-#include <optional>
 #include <utility>
-#include <vector>
 
 namespace {
 
-using framework::HintWindow;
-using framework::Window;
 using scheduler::ScheduleColumn;
+using test::hintWindows;
 
 const std::string longResult = "3 pages could not be found, and of 12 others the server has sent only a part";
+const std::string longName = "a project whose name is far too long for its column";
 
-CALLED_BY_PLATFORM BOOL CALLBACK collectHint(HWND window, LPARAM list) {
-    if (dynamic_cast<HintWindow*>(Window::of(window)))
-        reinterpret_cast<std::vector<HWND>*>(list)->push_back(window);
-    return TRUE;
-}
-
-std::vector<HWND> hints() {
-    std::vector<HWND> found;
-    EnumThreadWindows(GetCurrentThreadId(), &collectHint, reinterpret_cast<LPARAM>(&found));
-    return found;
+void closeHints() {
+    for (const HWND hint : hintWindows())
+        SendMessageA(hint, WM_CLOSE, 0, 0);
 }
 
 std::function<void()> whileOpen; ///< what is done, once, while a menu runs
@@ -44,12 +31,9 @@ class CellHints : public testing::Test {
 protected:
     CellHints() {
         window_.add("short", longResult);
-        window_.add("a project whose name is far too long for its column", longResult + " of it");
+        window_.add(longName, longResult + " of it");
     }
-    ~CellHints() override {
-        for (const HWND hint : hints())
-            SendMessageA(hint, WM_CLOSE, 0, 0);
-    }
+    ~CellHints() override { closeHints(); }
 
     HWND list() const { return window_.list.handle(); }
 
@@ -73,71 +57,61 @@ protected:
 
     /// A hint tells by its size alone what it says.
     static void expectHint(const std::string& text) {
-        ASSERT_EQ(hints().size(), 1U);
+        ASSERT_EQ(hintWindows().size(), 1U);
         RECT workArea{};
         SystemParametersInfoA(SPI_GETWORKAREA, 0, &workArea, 0);
         const RECT expected = framework::hintRectangle(
             framework::hintExtent(text, framework::HintStyle::Rounded, framework::maxHintWidth(workArea)), {},
             workArea);
         RECT place{};
-        GetWindowRect(hints().front(), &place);
+        GetWindowRect(hintWindows().front(), &place);
         EXPECT_EQ(place.right - place.left, expected.right - expected.left);
         EXPECT_EQ(place.bottom - place.top, expected.bottom - expected.top);
     }
 
     test::ListWindow window_;
+    POINT result_ = placeOf(0, ScheduleColumn::LastResult);
+    POINT nextResult_ = placeOf(1, ScheduleColumn::LastResult);
 };
 
 TEST_F(CellHints, ACutTextIsShownWholeOnceTheMouseRestsOnIt) {
-    const POINT place = placeOf(0, ScheduleColumn::LastResult);
-    send(WM_MOUSEMOVE, place);
-    EXPECT_TRUE(hints().empty()) << "not before";
-    send(WM_MOUSEHOVER, place);
+    send(WM_MOUSEMOVE, result_);
+    EXPECT_TRUE(hintWindows().empty()) << "not before";
+    send(WM_MOUSEHOVER, result_);
     expectHint(longResult);
-}
-
-TEST_F(CellHints, SoIsACutNameOfAProject) {
+    closeHints();
     restAt(placeOf(1, ScheduleColumn::Project));
-    expectHint("a project whose name is far too long for its column");
+    expectHint(longName);
 }
 
 TEST_F(CellHints, ATextThatIsSeenWholeHasNone) {
     restAt(placeOf(0, ScheduleColumn::Project));
-    EXPECT_TRUE(hints().empty());
-    restAt(placeOf(0, ScheduleColumn::LastResult));
-    EXPECT_FALSE(hints().empty());
-    for (const HWND hint : hints())
-        SendMessageA(hint, WM_CLOSE, 0, 0);
+    EXPECT_TRUE(hintWindows().empty());
+    restAt(result_);
+    EXPECT_FALSE(hintWindows().empty());
+    closeHints();
     const int width = static_cast<int>(
         SendMessageA(list(), LVM_GETSTRINGWIDTHA, 0, reinterpret_cast<LPARAM>(longResult.c_str())));
     ListView_SetColumnWidth(list(), static_cast<int>(ScheduleColumn::LastResult), width + 40);
     send(WM_MOUSEMOVE, placeOf(0, ScheduleColumn::Project));
-    restAt(placeOf(0, ScheduleColumn::LastResult));
-    EXPECT_TRUE(hints().empty());
+    restAt(result_);
+    EXPECT_TRUE(hintWindows().empty());
 }
 
-TEST_F(CellHints, TheHintGoesWhenTheMouseGoesToAnotherCellAndThatShowsItsOwn) {
-    restAt(placeOf(0, ScheduleColumn::LastResult));
-    const POINT next = placeOf(1, ScheduleColumn::LastResult);
-    send(WM_MOUSEMOVE, next);
+TEST_F(CellHints, TheHintStaysWhileTheMouseMovesWithinItsCellAndGoesWhenItLeavesTheCell) {
+    restAt(result_);
+    const std::vector<HWND> before = hintWindows();
+    send(WM_MOUSEMOVE, {result_.x + 20, result_.y});
     test::pumpUntilIdle();
-    EXPECT_TRUE(hints().empty());
-    send(WM_MOUSEHOVER, next);
+    EXPECT_EQ(hintWindows(), before);
+    send(WM_MOUSEMOVE, nextResult_);
+    test::pumpUntilIdle();
+    EXPECT_TRUE(hintWindows().empty());
+    send(WM_MOUSEHOVER, nextResult_);
     expectHint(longResult + " of it");
 }
 
-TEST_F(CellHints, TheHintStaysWhileTheMouseMovesWithinItsCell) {
-    POINT place = placeOf(0, ScheduleColumn::LastResult);
-    restAt(place);
-    const std::vector<HWND> before = hints();
-    place.x += 20;
-    send(WM_MOUSEMOVE, place);
-    test::pumpUntilIdle();
-    EXPECT_EQ(hints(), before);
-}
-
 TEST_F(CellHints, TheHintGoesWhenTheListMovesUnderTheMouseAndComesAgainWhenItRests) {
-    const POINT place = placeOf(0, ScheduleColumn::LastResult);
     const std::pair<UINT, WPARAM> moves[] = {{WM_MOUSEWHEEL, MAKEWPARAM(0, WHEEL_DELTA)},
                                              {WM_MOUSEHWHEEL, MAKEWPARAM(0, WHEEL_DELTA)},
                                              {WM_VSCROLL, SB_LINEDOWN},
@@ -145,24 +119,23 @@ TEST_F(CellHints, TheHintGoesWhenTheListMovesUnderTheMouseAndComesAgainWhenItRes
                                              {WM_KEYDOWN, VK_DOWN},
                                              {WM_SYSKEYDOWN, VK_MENU}};
     for (const auto& [message, parameter] : moves) {
-        restAt(place);
-        ASSERT_EQ(hints().size(), 1U) << message;
+        restAt(result_);
+        ASSERT_EQ(hintWindows().size(), 1U) << message;
         SendMessageA(list(), message, parameter, 0);
         test::pumpUntilIdle();
-        EXPECT_TRUE(hints().empty()) << message;
+        EXPECT_TRUE(hintWindows().empty()) << message;
         SendMessageA(list(), WM_HSCROLL, SB_LEFT, 0);
     }
 }
 
 TEST_F(CellHints, TheHintGoesWhenItsRowChanges) {
-    const POINT place = placeOf(0, ScheduleColumn::LastResult);
     const auto staysAfter = [&](const std::function<void()>& change) {
-        restAt(place);
+        restAt(result_);
         UpdateWindow(list());
-        EXPECT_EQ(hints().size(), 1U);
+        EXPECT_EQ(hintWindows().size(), 1U);
         change();
         test::pumpUntilIdle();
-        return !hints().empty();
+        return !hintWindows().empty();
     };
     const auto setResult = [&](std::size_t position, const std::string& result) {
         window_.schedule[position].lastResult = result;
@@ -176,27 +149,11 @@ TEST_F(CellHints, TheHintGoesWhenItsRowChanges) {
     EXPECT_FALSE(staysAfter([&] { window_.schedule.remove(2); }));
 }
 
-TEST_F(CellHints, TheHintGoesWhenThereIsNoMemoryToCompareItsText) {
-    for (const bool inBatch : {false, true}) {
-        restAt(placeOf(0, ScheduleColumn::LastResult));
-        ASSERT_EQ(hints().size(), 1U);
-        {
-            const test::RefusedAllocations refused;
-            std::optional<scheduler::ScheduleBatch> batch;
-            if (inBatch)
-                batch.emplace(window_.schedule);
-            window_.schedule.noteChange();
-        }
-        test::pumpUntilIdle();
-        EXPECT_TRUE(hints().empty()) << inBatch;
-    }
-}
-
 TEST_F(CellHints, NoneComesInFrontOfAMenu) {
     std::size_t shown = 99;
     whileOpen = [&] {
-        restAt(placeOf(0, ScheduleColumn::LastResult));
-        shown = hints().size();
+        restAt(result_);
+        shown = hintWindows().size();
         EndMenu();
     };
     const HMENU menu = CreatePopupMenu();
@@ -206,33 +163,26 @@ TEST_F(CellHints, NoneComesInFrontOfAMenu) {
     KillTimer(nullptr, timer);
     DestroyMenu(menu);
     EXPECT_EQ(shown, 0U);
-    EXPECT_TRUE(hints().empty());
+    EXPECT_TRUE(hintWindows().empty());
     send(WM_MOUSELEAVE, {});
-    restAt(placeOf(0, ScheduleColumn::LastResult));
-    EXPECT_EQ(hints().size(), 1U) << "afterwards they come again";
+    restAt(result_);
+    EXPECT_EQ(hintWindows().size(), 1U) << "afterwards they come again";
 }
 
-TEST_F(CellHints, BelowTheRowsThereIsNone) {
-    restAt({50, 250});
-    EXPECT_TRUE(hints().empty());
-}
-
-TEST_F(CellHints, AfterTheMouseHasLeftThereIsNone) {
-    const POINT place = placeOf(0, ScheduleColumn::LastResult);
-    send(WM_MOUSEMOVE, place);
+TEST_F(CellHints, WithoutACellUnderTheMouseThereIsNone) {
+    restAt({50, 250}); // below the rows
+    EXPECT_TRUE(hintWindows().empty());
+    send(WM_MOUSEMOVE, result_);
     SendMessageA(list(), WM_MOUSELEAVE, 0, 0);
-    send(WM_MOUSEHOVER, place);
-    EXPECT_TRUE(hints().empty());
-    restAt(place);
-    EXPECT_FALSE(hints().empty()) << "it may come back";
-}
-
-TEST_F(CellHints, ARowThatIsGoneMeanwhileHasNone) {
-    const POINT place = placeOf(1, ScheduleColumn::LastResult);
-    send(WM_MOUSEMOVE, place);
+    send(WM_MOUSEHOVER, result_);
+    EXPECT_TRUE(hintWindows().empty());
+    restAt(result_);
+    EXPECT_FALSE(hintWindows().empty()) << "it may come back";
+    closeHints();
+    send(WM_MOUSEMOVE, nextResult_);
     window_.schedule.remove(1);
-    send(WM_MOUSEHOVER, place);
-    EXPECT_TRUE(hints().empty());
+    send(WM_MOUSEHOVER, nextResult_);
+    EXPECT_TRUE(hintWindows().empty()) << "the row is gone meanwhile";
 }
 
 } // namespace

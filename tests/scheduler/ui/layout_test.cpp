@@ -8,7 +8,7 @@
 #include "scheduler/ui/framework/textextent.h"
 #include "scheduler/ui/framework/window.h"
 #include "scheduler/ui/mainwindow.h"
-#include "tests/scheduler/ui/whileopen.h"
+#include "tests/scheduler/ui/editoruser.h"
 #include "tests/support/schedulekinds.h"
 #include "tests/support/windowlooks.h"
 
@@ -25,6 +25,7 @@ namespace {
 
 using test::classOf;
 using test::placeOf;
+using test::press;
 using test::styleOf;
 
 bool isGroupBox(HWND window) {
@@ -95,10 +96,6 @@ void expectRoomForAll(HWND dialog) {
     }
 }
 
-void press(HWND dialog, int button) {
-    SendDlgItemMessageA(dialog, button, BM_CLICK, 0, 0);
-}
-
 TEST(Layout, TheEditorsPagesOfEachKind) {
     scheduler::ScheduleList schedule;
     schedule.append({});
@@ -146,6 +143,9 @@ TEST(Layout, ThePreferences) {
 TEST(Layout, TheAboutDialog) {
     const test::WhileOpen user([](HWND dialog) {
         expectRoomForAll(dialog);
+        EXPECT_EQ(base::windowText(dialog), "About the Corvane Scheduler");
+        EXPECT_NE(FindWindowExA(dialog, nullptr, "Static", "Corvane Scheduler, version 1.34"), nullptr);
+        EXPECT_NE(SendMessageA(GetWindow(dialog, GW_CHILD), STM_GETICON, 0, 0), 0);
         press(dialog, IDOK);
     });
     scheduler::showAbout(nullptr);

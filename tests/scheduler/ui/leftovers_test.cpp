@@ -2,18 +2,11 @@
 
 #include "lib/base/stackalignment.h"
 #include "scheduler/ui/dialogs.h"
-#include "tests/scheduler/ui/whileopen.h"
+#include "tests/scheduler/ui/editoruser.h"
 #include "tests/support/gdiobjects.h"
 #include "tests/support/heapuse.h"
 #include "tests/support/losttexts.h"
 
-#include <windows.h>
-
-#include <prsht.h>
-
-#include <gtest/gtest.h>
-
-#include <functional>
 #include <ostream>
 
 namespace {
@@ -50,14 +43,20 @@ protected:
     }
 
     /// The platform keeps what it made for the first of many dialogs; what is lost with each grows for ever.
-    static void expectNothingIsLeft(const std::function<void()>& openAndClose) {
+    static void expectNothingIsLeft(const std::function<void()>& open,
+                                    const std::function<void(HWND dialog)>& use) {
         constexpr int batches = 10;
         // More than a heap sets small blocks aside at once: of one lost each time, every batch needs more.
         constexpr int batch = 40;
         Holding before;
         for (int time = 0; time < batches; ++time) {
-            for (int opening = 0; opening < batch; ++opening)
-                openAndClose();
+            for (int opening = 0; opening < batch; ++opening) {
+                const test::WhileOpen user([&](HWND dialog) {
+                    drawAll(dialog);
+                    use(dialog);
+                });
+                open();
+            }
             const Holding after;
             if (after == before)
                 return;
@@ -71,39 +70,26 @@ private:
     HHOOK hook_ = nullptr;
 };
 
-TEST_F(Leftovers, OfAbout) {
-    expectNothingIsLeft([] {
-        const test::WhileOpen close([](HWND dialog) {
-            drawAll(dialog);
-            SendDlgItemMessageA(dialog, IDOK, BM_CLICK, 0, 0);
-        });
-        scheduler::showAbout(nullptr);
-    });
+TEST_F(Leftovers, AboutLeavesNothing) {
+    expectNothingIsLeft([] { scheduler::showAbout(nullptr); },
+                        [](HWND dialog) { test::press(dialog, IDOK); });
 }
 
-TEST_F(Leftovers, OfPreferences) {
+TEST_F(Leftovers, ThePreferencesLeaveNothing) {
     scheduler::Preferences preferences;
-    expectNothingIsLeft([&] {
-        const test::WhileOpen close([](HWND dialog) {
-            drawAll(dialog);
-            SendDlgItemMessageA(dialog, IDCANCEL, BM_CLICK, 0, 0);
-        });
-        scheduler::editPreferences(nullptr, preferences);
-    });
+    expectNothingIsLeft([&] { scheduler::editPreferences(nullptr, preferences); },
+                        [](HWND dialog) { test::press(dialog, IDCANCEL); });
 }
 
-TEST_F(Leftovers, OfTheEditor) {
-    const scheduler::ScheduledProject record;
+TEST_F(Leftovers, TheEditorLeavesNothing) {
     const scheduler::ScheduleList schedule;
-    expectNothingIsLeft([&] {
-        const test::WhileOpen close([](HWND sheet) {
-            drawAll(sheet);
+    expectNothingIsLeft(
+        [&] { scheduler::editEntry(nullptr, {}, schedule, std::nullopt, base::systemClock()); },
+        [](HWND sheet) {
             SendMessageA(sheet, PSM_SETCURSEL, 1, 0);
             drawAll(sheet);
-            SendDlgItemMessageA(sheet, IDCANCEL, BM_CLICK, 0, 0);
+            test::press(sheet, IDCANCEL);
         });
-        scheduler::editEntry(nullptr, record, schedule, std::nullopt, base::systemClock());
-    });
 }
 
 } // namespace

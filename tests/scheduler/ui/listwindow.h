@@ -1,6 +1,7 @@
 // A window with the schedule's list in it, for tests of what works on the list.
 #pragma once
 
+#include "scheduler/ui/framework/hintwindow.h"
 #include "scheduler/ui/framework/windowclass.h"
 #include "scheduler/ui/schedulelistview.h"
 #include "scheduler/ui/schedulerows.h"
@@ -16,6 +17,15 @@
 #include <vector>
 
 namespace test {
+
+inline std::vector<HWND> hintWindows() {
+    std::vector<HWND> hints;
+    for (HWND window = nullptr; (window = FindWindowExA(nullptr, window, nullptr, nullptr)) != nullptr;)
+        if (GetWindowThreadProcessId(window, nullptr) == GetCurrentThreadId() &&
+            dynamic_cast<framework::HintWindow*>(framework::Window::of(window)))
+            hints.push_back(window);
+    return hints;
+}
 
 class ListWindow : public framework::Window {
 public:
@@ -41,17 +51,11 @@ public:
         schedule.append(entry);
     }
 
-    /// As the control reports it to its parent.
-    LRESULT notify(NMHDR& notification) const {
-        notification.hwndFrom = list.handle();
-        return SendMessageA(handle(), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&notification));
-    }
-
     void clickHeader(scheduler::ScheduleColumn column) const {
         NMLISTVIEW click{};
-        click.hdr.code = LVN_COLUMNCLICK;
+        click.hdr = {list.handle(), 0, LVN_COLUMNCLICK};
         click.iSubItem = static_cast<int>(column);
-        notify(click.hdr);
+        SendMessageA(handle(), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&click));
     }
 
     void select(int row) const { ListView_SetItemState(list.handle(), row, LVIS_SELECTED, LVIS_SELECTED); }
@@ -66,15 +70,8 @@ public:
                                  },
                                  clock};
     scheduler::ScheduleListView list{schedule, rows};
-    std::vector<WPARAM> commands; ///< those sent to the window
 
 private:
-    framework::Handled onMessage(const framework::Message& message) override {
-        if (message.id == WM_COMMAND)
-            commands.push_back(message.wParam);
-        return std::nullopt;
-    }
-
     framework::WindowClass class_;
 };
 

@@ -1,285 +1,125 @@
-#include "lib/base/base.h"
-#include "lib/base/registry.h"
-#include "lib/base/threads.h"
-#include "resources/ids.h"
-#include "scheduler/model/schedulefile.h"
-#include "scheduler/ui/mainwindow.h"
-#include "scheduler/ui/programtexts.h"
+#include "lib/base/opsys.h"
+#include "lib/base/paths.h"
+#include "tests/scheduler/ui/mainwindowtest.h"
 #include "tests/scheduler/ui/paintings.h"
 #include "tests/support/eventlog.h"
-#include "tests/support/importedfunctions.h"
 #include "tests/support/systemcolours.h"
 
-#include <windows.h>
-
-#include <commctrl.h>
-#include <process.h>
-#include <shellapi.h>
-
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <stdexcept>
-#include <string>
 #include <utility>
-#include <vector>
 
 namespace {
 
-bool timersFail = false;
-std::vector<std::pair<UINT_PTR, UINT>> timers; ///< of windows: ids and milliseconds
-DWORD mainStyle = 0;                           ///< what the main window was created with
-int icons = 0;
-int helps = 0;
-test::EventLog events; ///< of the start
-
-int rowsWhenShown = 0; ///< those that the list has when the main window is shown
-
-UINT_PTR WINAPI notedTimer(HWND window, UINT_PTR id, UINT milliseconds, TIMERPROC procedure) {
-    static const auto original = test::platformFunction<decltype(&SetTimer)>("user32.dll", "SetTimer");
-    if (!window)
-        return original(window, id, milliseconds, procedure);
-    timers.emplace_back(id, milliseconds);
-    if (id == 1)
-        events.emplace_back("timer set");
-    return timersFail ? 0 : original(window, id, milliseconds, procedure);
-}
-
-HWND WINAPI notedCreation(DWORD extendedStyle, LPCSTR className, LPCSTR title, DWORD style, int x, int y,
-                          int width, int height, HWND parent, HMENU menu, HINSTANCE instance,
-                          LPVOID parameter) {
-    static const auto original =
-        test::platformFunction<decltype(&CreateWindowExA)>("user32.dll", "CreateWindowExA");
-    if (!parent)
-        mainStyle = style;
-    return original(extendedStyle, className, title, style, x, y, width, height, parent, menu, instance,
-                    parameter);
-}
-
-BOOL WINAPI countedHelp(HWND, LPCSTR file, UINT command, ULONG_PTR) {
-    EXPECT_TRUE(std::string(file).ends_with("\\scheduler.hlp"));
-    EXPECT_EQ(command, UINT{HELP_KEY});
-    ++helps;
-    return TRUE;
-}
-
-BOOL WINAPI countedIcon(DWORD message, NOTIFYICONDATAA*) {
-    icons += message == NIM_ADD ? 1 : message == NIM_DELETE ? -1 : 0;
-    if (message == NIM_ADD)
-        events.emplace_back("icon added");
-    return TRUE;
-}
-
-BOOL WINAPI notedShow(HWND window, int command) {
-    static const auto original = test::platformFunction<decltype(&ShowWindow)>("user32.dll", "ShowWindow");
-    if (!(GetWindowLongA(window, GWL_STYLE) & WS_CHILD)) {
-        events.push_back("shown by " + std::to_string(command));
-        rowsWhenShown = ListView_GetItemCount(GetDlgItem(window, IDC_SCHEDULE_LIST));
-    }
-    return original(window, command);
-}
-
-void WINAPI notedAcceptance(HWND window, BOOL accepts) {
-    static const auto original =
-        test::platformFunction<decltype(&DragAcceptFiles)>("shell32.dll", "DragAcceptFiles");
-    if (accepts)
-        events.emplace_back("files accepted");
-    original(window, accepts);
-}
-
-bool messagesAreRefused = false;
-
-UINT WINAPI messageUnlessRefused(LPCSTR name) {
-    static const auto original =
-        test::platformFunction<decltype(&RegisterWindowMessageA)>("user32.dll", "RegisterWindowMessageA");
-    return messagesAreRefused ? 0 : original(name);
-}
-
-/// What a tick meets that nobody foresees: it is thrown once, where the schedule is to be saved.
-bool unforeseen = false;
-
-UINT WINAPI windowsUnlessUnforeseen(LPSTR buffer, UINT size) {
-    static const auto original =
-        test::platformFunction<decltype(&GetWindowsDirectoryA)>("kernel32.dll", "GetWindowsDirectoryA");
-    if (std::exchange(unforeseen, false))
-        throw std::runtime_error("unforeseen");
-    return original(buffer, size);
-}
-
-DWORD threadStartMilliseconds = 0; ///< how long a thread takes to start; 0: it does not
-
-std::uintptr_t simulatedThread(void(__cdecl*)(void*), unsigned, void*) {
-    Sleep(threadStartMilliseconds);
-    return threadStartMilliseconds == 0 ? base::threadFailed : 1;
-}
-
-std::vector<UINT_PTR> killedTimers;
-
-BOOL WINAPI notedTimerEnd(HWND window, UINT_PTR id) {
-    static const auto original = test::platformFunction<decltype(&KillTimer)>("user32.dll", "KillTimer");
-    const BOOL killed = original(window, id);
-    if (killed)
-        killedTimers.push_back(id);
-    return killed;
-}
-
-} // namespace
-
-SCHEDULER_REPLACE_IMPORT(RegisterWindowMessageA, "_RegisterWindowMessageA@4", messageUnlessRefused);
-SCHEDULER_REPLACE_IMPORT(GetWindowsDirectoryA, "_GetWindowsDirectoryA@8", windowsUnlessUnforeseen);
-SCHEDULER_REPLACE_IMPORT(_beginthread, "__beginthread", simulatedThread);
-SCHEDULER_REPLACE_IMPORT(KillTimer, "_KillTimer@8", notedTimerEnd);
-SCHEDULER_REPLACE_IMPORT(SetTimer, "_SetTimer@16", notedTimer);
-SCHEDULER_REPLACE_IMPORT(ShowWindow, "_ShowWindow@8", notedShow);
-SCHEDULER_REPLACE_IMPORT(CreateWindowExA, "_CreateWindowExA@48", notedCreation);
-SCHEDULER_REPLACE_IMPORT(WinHelpA, "_WinHelpA@16", countedHelp);
-SCHEDULER_REPLACE_IMPORT(DragAcceptFiles, "_DragAcceptFiles@8", notedAcceptance);
-SCHEDULER_REPLACE_IMPORT(Shell_NotifyIconA, "_Shell_NotifyIconA@8", countedIcon);
-
-namespace {
-
+using base::TimeSpan;
+using base::TimeValue;
+using scheduler::ScheduleColumn;
+using test::Instead;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Pair;
 
-class MainWindow : public testing::Test {
+class MainWindow : public test::MainWindowTest {
 protected:
-    MainWindow() {
-        base::applicationName = "Corvane Scheduler";
-        base::deleteKey(HKEY_CURRENT_USER, "Software\\Brindlewood");
-        EXPECT_TRUE(scheduler::saveSchedule({}));
-        timersFail = false;
-        messagesAreRefused = false;
-        timers.clear();
-        killedTimers.clear();
-        threadStartMilliseconds = 0;
-        icons = 0;
-        events.clear();
-    }
+    std::vector<std::pair<UINT_PTR, UINT>> timers; ///< of windows: ids and milliseconds
+    std::vector<UINT_PTR> killedTimers;
+
+private:
+    Instead<test::SetTimerCall> timers_{[this](HWND window, UINT_PTR id, UINT milliseconds, TIMERPROC act) {
+        if (window)
+            timers.emplace_back(id, milliseconds);
+        return test::SetTimerCall::original(window, id, milliseconds, act);
+    }};
+    Instead<test::KillTimerCall> killed_{[this](HWND window, UINT_PTR id) {
+        const BOOL killed = test::KillTimerCall::original(window, id);
+        if (killed)
+            killedTimers.push_back(id);
+        return killed;
+    }};
 };
 
-TEST_F(MainWindow, TicksOnceASecondByItsTimerOneAndPaintsNothingThen) {
-    scheduler::MainWindow window;
-    ASSERT_TRUE(window.start("", SW_SHOWNOACTIVATE));
-    EXPECT_THAT(timers, Contains(Pair(1U, 1000U)));
-    EXPECT_EQ(icons, 1);
-    const test::Paintings paintings(*framework::Window::of(GetDlgItem(window.handle(), IDC_SCHEDULE_LIST)));
-    SendMessageA(window.handle(), WM_TIMER, 1, 0);
-    EXPECT_EQ(paintings.count, 0);
+TEST_F(MainWindow, IsCreatedVisibleAtTheDefaultPlaceAndSize) {
+    int made = 0;
+    const Instead<test::CreateWindowExACall> creation([&](DWORD extendedStyle, LPCSTR name, LPCSTR title,
+                                                          DWORD style, int x, int y, int width, int height,
+                                                          auto... rest) {
+        if (name == std::string("scheduler")) {
+            ++made;
+            EXPECT_STREQ(title, "Corvane Scheduler");
+            EXPECT_EQ(style, 0x12CF0000U);
+            for (const int place : {x, y, width, height})
+                EXPECT_EQ(place, CW_USEDEFAULT);
+        }
+        return test::CreateWindowExACall::original(extendedStyle, name, title, style, x, y, width, height,
+                                                   rest...);
+    });
+    start("", SW_SHOWNOACTIVATE);
+    EXPECT_EQ(made, 1);
+    EXPECT_TRUE(IsWindowVisible(handle()));
 }
 
-TEST_F(MainWindow, ComesUpInOrder) {
-    for (const int command : {SW_SHOWNORMAL, SW_HIDE}) {
+TEST_F(MainWindow, StartsInOrder) {
+    test::EventLog events;
+    const auto note = [&](const std::string& event) {
+        if (events.empty() || events.back() != event)
+            events.push_back(event);
+    };
+    const Instead<test::SHDeleteKeyACall> deletion([&](HKEY root, LPCSTR key) {
+        if (root == HKEY_LOCAL_MACHINE && key == std::string("SOFTWARE\\Brindlewood\\Corvane Scheduler"))
+            note("outcomes deleted");
+        return test::SHDeleteKeyACall::original(root, key);
+    });
+    const Instead<test::RegOpenKeyExACall> reading(
+        [&](HKEY root, LPCSTR key, DWORD options, REGSAM access, PHKEY opened) {
+            if (std::string(key).ends_with("\\State"))
+                note("preferences loaded");
+            return test::RegOpenKeyExACall::original(root, key, options, access, opened);
+        });
+    const Instead<test::CreateFileACall> opening([&](LPCSTR name, DWORD access, DWORD share, auto... rest) {
+        if (name == scheduler::schedulePath())
+            note("schedule loaded");
+        return test::CreateFileACall::original(name, access, share, rest...);
+    });
+    const Instead<test::Shell_NotifyIconACall> icon([&](DWORD message, NOTIFYICONDATAA*) {
+        if (message == NIM_ADD)
+            note("icon added");
+        return TRUE;
+    });
+    const Instead<test::ShowWindowCall> showing([&](HWND shown, int command) {
+        if (!(GetWindowLongA(shown, GWL_STYLE) & WS_CHILD))
+            note("shown by " + std::to_string(command) + " with " +
+                 std::to_string(ListView_GetItemCount(list())) + " rows");
+        return test::ShowWindowCall::original(shown, command);
+    });
+    const Instead<test::DragAcceptFilesCall> accepting([&](HWND, BOOL accepts) {
+        if (accepts)
+            note("files accepted");
+    });
+    save({entry("C:\\Sites\\news.kra"), entry("C:\\Sites\\shop.kra")});
+    for (const auto& [line, shown] :
+         {std::pair{"", "shown by 1 with 2 rows"}, {"/s", "shown by 0 with 2 rows"}}) {
         events.clear();
-        scheduler::MainWindow window;
-        ASSERT_TRUE(window.start(command == SW_HIDE ? "/s" : "", SW_SHOWNORMAL));
-        EXPECT_THAT(events, ElementsAre("icon added", "shown by " + std::to_string(command), "files accepted",
-                                        "timer set"));
+        timers.clear();
+        start(line);
+        EXPECT_THAT(events, ElementsAre("outcomes deleted", "preferences loaded", "schedule loaded",
+                                        "icon added", shown, "files accepted"));
+        EXPECT_THAT(timers, Contains(Pair(1U, 1000U)));
     }
 }
 
-TEST_F(MainWindow, WithoutATimerThereIsNoStartAndNoIcon) {
-    timersFail = true;
-    scheduler::MainWindow window;
-    EXPECT_FALSE(window.start("/s", SW_SHOW));
-    EXPECT_EQ(icons, 0);
-}
-
-TEST_F(MainWindow, IsAnOrdinaryWindowThatIsCreatedVisible) {
-    scheduler::MainWindow window;
-    ASSERT_TRUE(window.start("", SW_SHOWNOACTIVATE));
-    EXPECT_EQ(mainStyle, 0x12CF0000U);
-    EXPECT_TRUE(IsWindowVisible(window.handle()));
-}
-
-TEST_F(MainWindow, IsShownWithTheSchedulesRows) {
-    scheduler::ScheduleList schedule;
-    schedule.append({});
-    schedule.append({});
-    ASSERT_TRUE(scheduler::saveSchedule(schedule));
-    scheduler::MainWindow window;
-    ASSERT_TRUE(window.start("", SW_SHOWNOACTIVATE));
-    EXPECT_EQ(rowsWhenShown, 2) << "they are not painted behind an empty list";
-}
-
-TEST_F(MainWindow, TheHelpCommandAsksForTheProgramsHelp) {
-    scheduler::MainWindow window;
-    ASSERT_TRUE(window.start("/s", SW_SHOW));
-    helps = 0;
-    SendMessageA(window.handle(), WM_COMMAND, IDM_HELP, 0);
-    EXPECT_EQ(helps, 1);
-}
-
-TEST_F(MainWindow, ItsIconComesBackWithTheTaskbar) {
-    scheduler::MainWindow window;
-    ASSERT_TRUE(window.start("/s", SW_SHOW));
-    SendMessageA(window.handle(), RegisterWindowMessageA("TaskbarCreated"), 0, 0);
-    EXPECT_EQ(icons, 2) << "added once more";
-}
-
-TEST_F(MainWindow, WithoutAMessageOfTheTaskbarNoOtherMessageIsTakenForIt) {
-    messagesAreRefused = true;
-    scheduler::MainWindow window;
-    ASSERT_TRUE(window.start("/s", SW_SHOW));
-    SendMessageA(window.handle(), WM_NULL, 0, 0);
-    EXPECT_EQ(icons, 1);
-}
-
-TEST_F(MainWindow, ATickThatEndsByAnExceptionIsOver) {
-    scheduler::ScheduledProject due;
-    due.path = "C:\\Sites\\news.kra";
-    due.kind = scheduler::ScheduleKind::AtStartup;
-    scheduler::ScheduleList schedule;
-    schedule.append(due);
-    ASSERT_TRUE(scheduler::saveSchedule(schedule));
-    scheduler::MainWindow window;
-    ASSERT_TRUE(window.start("/s", SW_SHOW));
-    SendMessageA(window.handle(), WM_COMMAND, IDM_DISPLAY, 0);
-    unforeseen = true;
-    SendMessageA(window.handle(), WM_TIMER, 1, 0); // the run that cannot be started is over and to be saved
-    ASSERT_FALSE(unforeseen) << "nothing was thrown";
-
-    auto* const list = framework::Window::of(GetDlgItem(window.handle(), IDC_SCHEDULE_LIST));
-    ASSERT_NE(list, nullptr);
-    const test::Paintings paintings(*list);
-    SendMessageA(window.handle(), WM_COMMAND, IDM_SUSPEND, 0);
-    EXPECT_EQ(paintings.count, 1) << "a change outside of a tick is shown at once";
-}
-
-TEST_F(MainWindow, AnUnfinishedTickGoesOnByATimerOfItsOwn) {
-    scheduler::ScheduledProject due;
-    due.path = "run:work";
-    due.kind = scheduler::ScheduleKind::AtStartup;
-    scheduler::ScheduleList schedule;
-    schedule.append(due);
-    schedule.append(due);
-    ASSERT_TRUE(scheduler::saveSchedule(schedule));
-    scheduler::Preferences preferences;
-    preferences.runMultiple = true;
-    scheduler::storePreferences(preferences);
-    scheduler::MainWindow window;
-    ASSERT_TRUE(window.start("/s", SW_SHOW));
-    threadStartMilliseconds = 40; // longer than a tick may take
-    timers.clear();
-    SendMessageA(window.handle(), WM_TIMER, 1, 0);
-    EXPECT_THAT(timers, ElementsAre(Pair(2U, UINT{USER_TIMER_MINIMUM})));
-    EXPECT_THAT(killedTimers, IsEmpty());
-    SendMessageA(window.handle(), WM_TIMER, 2, 0);
-    EXPECT_THAT(killedTimers, ElementsAre(2U));
-}
-
-TEST_F(MainWindow, TheListTakesOnTheUsersNewColours) {
-    scheduler::MainWindow window;
-    ASSERT_TRUE(window.start("/s", SW_SHOW));
-    const HWND list = GetDlgItem(window.handle(), IDC_SCHEDULE_LIST);
-    const COLORREF darkBlue = RGB(0, 0, 64);
-    const COLORREF yellow = RGB(255, 255, 0);
-    const test::SystemColours colours{{COLOR_WINDOW, darkBlue}, {COLOR_WINDOWTEXT, yellow}};
-    SendMessageA(window.handle(), WM_SYSCOLORCHANGE, 0, 0); // a system may tell it later
-    EXPECT_EQ(ListView_GetBkColor(list), darkBlue);
-    EXPECT_EQ(ListView_GetTextBkColor(list), darkBlue);
-    EXPECT_EQ(ListView_GetTextColor(list), yellow);
+TEST_F(MainWindow, TheProgramInitialisesTheComponentLibrary) {
+    int initialisations = 0;
+    const Instead<test::CoInitializeCall> library([&](LPVOID reserved) {
+        EXPECT_EQ(reserved, nullptr);
+        ++initialisations;
+        return E_FAIL; // nothing is to be closed at the end
+    });
+    const Instead<test::FindWindowACall> noCopyRuns([](LPCSTR, LPCSTR) { return nullptr; });
+    std::string commandLine = "/close";
+    EXPECT_EQ(WinMain(nullptr, nullptr, commandLine.data(), SW_HIDE), 0);
+    EXPECT_EQ(initialisations, 1);
 }
 
 TEST_F(MainWindow, AStartAtLogOnLeavesTheKeyboardWhereItIs) {
@@ -287,11 +127,169 @@ TEST_F(MainWindow, AStartAtLogOnLeavesTheKeyboardWhereItIs) {
                                        GetDesktopWindow(), nullptr, nullptr, nullptr);
     SetFocus(other);
     ASSERT_EQ(GetFocus(), other);
-    scheduler::MainWindow window;
-    ASSERT_TRUE(window.start("/s", SW_SHOW));
+    start("/s", SW_SHOW);
     EXPECT_EQ(GetActiveWindow(), other);
     EXPECT_EQ(GetFocus(), other);
     DestroyWindow(other);
+}
+
+TEST_F(MainWindow, ATickThatChangesNothingPaintsNothing) {
+    start("", SW_SHOWNOACTIVATE);
+    const test::Paintings paintings(list());
+    tick();
+    EXPECT_EQ(paintings.count, 0);
+}
+
+TEST_F(MainWindow, TheHelpCommandOpensTheProgramsHelpAtItsTitle) {
+    start();
+    int helps = 0;
+    const Instead<test::WinHelpACall> help([&](HWND window, LPCSTR file, UINT command, ULONG_PTR keyword) {
+        ++helps;
+        EXPECT_EQ(window, handle());
+        EXPECT_EQ(file, base::directoryOf(base::executablePath()) + "scheduler.hlp");
+        EXPECT_EQ(command, 0x0101U);
+        EXPECT_STREQ(reinterpret_cast<const char*>(keyword), "Corvane Scheduler");
+        return TRUE;
+    });
+    command(IDM_HELP);
+    EXPECT_EQ(helps, 1);
+}
+
+TEST_F(MainWindow, ATimerMessageWithAnyIdIsATick) {
+    for (const WPARAM id : {WPARAM{0}, WPARAM{1}, WPARAM{77}}) {
+        save({entry("run:work")});
+        start();
+        tick(id);
+        EXPECT_EQ(nextRun(0), "Running") << id;
+    }
+}
+
+TEST_F(MainWindow, WhatATickChangedIsPainted) {
+    TimeValue now = TimeValue::fromLocal(2026, 5, 20, 12, 0, 0, -1);
+    test::presentTime = [&] { return now; };
+    scheduler::Preferences preferences;
+    preferences.waitTime = 0;
+    scheduler::storePreferences(preferences);
+    save({entry("run:first"), entry("run:second")});
+    start();
+    command(IDM_DISPLAY);
+    const test::Paintings paintings(list());
+    tick();
+    EXPECT_EQ(paintings.count, 1) << "the first was started";
+    EXPECT_EQ(nextRun(0), "Running");
+    now = now + TimeSpan::fromMinutes(1);
+    tick();
+    EXPECT_EQ(paintings.count, 2) << "the second gave up";
+    EXPECT_EQ(cell(1, ScheduleColumn::LastResult),
+              "Could not run on schedule; another project was already running.");
+}
+
+TEST_F(MainWindow, AnEntryThatATickCouldNotStartIsPainted) {
+    save({entry("run:work")});
+    start();
+    command(IDM_DISPLAY);
+    threadsStart = false;
+    const test::Paintings paintings(list());
+    tick();
+    EXPECT_EQ(paintings.count, 1);
+    EXPECT_EQ(cell(0, ScheduleColumn::LastResult), "A system error prevented the project from running.");
+    EXPECT_THAT(boxes.shown, IsEmpty()) << "the user is told of manual runs only";
+}
+
+TEST_F(MainWindow, ATickThatEndsByAnExceptionIsOver) {
+    save({entry("C:\\Sites\\news.kra")});
+    start();
+    command(IDM_DISPLAY);
+    threadsStart = false; // so that the run is over at once and is saved
+    {
+        const Instead<test::GetWindowsDirectoryACall> unforeseen(
+            [](LPSTR, UINT) -> UINT { throw std::runtime_error("unforeseen"); });
+        tick();
+    }
+    EXPECT_EQ(saved().front().lastRun, TimeValue()) << "nothing was thrown";
+    const test::Paintings paintings(list());
+    command(IDM_SUSPEND);
+    EXPECT_EQ(paintings.count, 1) << "a change outside of a tick is shown at once";
+}
+
+TEST_F(MainWindow, AnUnfinishedTickGoesOnByATimerOfItsOwn) {
+    save({entry("run:first"), entry("run:second")});
+    scheduler::Preferences preferences;
+    preferences.runMultiple = true;
+    scheduler::storePreferences(preferences);
+    start();
+    test::startThread = [] {
+        Sleep(40); // longer than a tick may take
+        return true;
+    };
+    timers.clear();
+    tick();
+    EXPECT_THAT(timers, ElementsAre(Pair(2U, UINT{USER_TIMER_MINIMUM})));
+    EXPECT_THAT(killedTimers, IsEmpty());
+    EXPECT_EQ(nextRun(1), "Now");
+    tick(2);
+    EXPECT_EQ(nextRun(1), "Running");
+    EXPECT_THAT(killedTimers, ElementsAre(2U));
+}
+
+TEST_F(MainWindow, AFailedRunNowIsToldOverTheMainWindow) {
+    save({entry("run:work")});
+    start("");
+    select(0);
+    threadsStart = false;
+    command(IDM_RUN);
+    ASSERT_EQ(boxes.shown.size(), 1U);
+    EXPECT_EQ(boxes.shown[0].owner, handle());
+    EXPECT_EQ(boxes.shown[0].text, "A system error prevented the project from running.");
+    EXPECT_EQ(boxes.shown[0].caption, "Corvane Scheduler");
+    EXPECT_EQ(boxes.shown[0].flags, UINT{MB_OK});
+}
+
+// The box disables its owner, which then ignores Delete.
+TEST_F(MainWindow, NoEntryVanishesWhileRunNowTellsOfOneOfSeveral) {
+    save({entry("run:first"), entry("run:second")});
+    start("");
+    select(0);
+    select(1);
+    threadsStart = false;
+    boxes.answer = [&](const auto& box) {
+        EnableWindow(box.owner, FALSE);
+        command(IDM_DELETE);
+        EnableWindow(box.owner, TRUE);
+        return IDOK;
+    };
+    command(IDM_RUN);
+    EXPECT_EQ(boxes.shown.size(), 2U);
+    EXPECT_EQ(ListView_GetItemCount(list()), 2);
+}
+
+TEST_F(MainWindow, AMissingSpiderIsAnErrorOverTheActiveWindow) {
+    save({entry("C:\\Sites\\news.kra")});
+    start("");
+    select(0);
+    const HWND other = CreateWindowExA(0, "STATIC", "another window", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50,
+                                       handle(), nullptr, nullptr, nullptr);
+    for (const HWND active : {handle(), other}) {
+        SetActiveWindow(active);
+        boxes.shown.clear();
+        command(IDM_OPEN);
+        ASSERT_EQ(boxes.shown.size(), 1U);
+        EXPECT_EQ(boxes.shown[0].owner, active);
+        EXPECT_EQ(boxes.shown[0].caption, "Corvane Scheduler");
+        EXPECT_EQ(boxes.shown[0].flags, 0x10U);
+    }
+    DestroyWindow(other);
+}
+
+TEST_F(MainWindow, TheListTakesOnTheUsersNewColours) {
+    start();
+    const COLORREF darkBlue = RGB(0, 0, 64);
+    const COLORREF yellow = RGB(255, 255, 0);
+    const test::SystemColours colours{{COLOR_WINDOW, darkBlue}, {COLOR_WINDOWTEXT, yellow}};
+    send(WM_SYSCOLORCHANGE); // a system may tell it later
+    EXPECT_EQ(ListView_GetBkColor(list()), darkBlue);
+    EXPECT_EQ(ListView_GetTextBkColor(list()), darkBlue);
+    EXPECT_EQ(ListView_GetTextColor(list()), yellow);
 }
 
 } // namespace

@@ -1,135 +1,94 @@
-#include "lib/base/base.h"
-#include "resources/ids.h"
-#include "scheduler/ui/notificationicon.h"
-#include "tests/support/importedfunctions.h"
-
-#include <windows.h>
-
-#include <shellapi.h>
+#include "tests/scheduler/ui/mainwindowtest.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <map>
-#include <string>
-#include <vector>
-
-namespace {
-
-struct ShellCall {
-    DWORD message = 0;
-    HWND window = nullptr;
-    std::uintptr_t icon = 0; ///< by resource number; 0: none
-    std::string tip;
-
-    friend bool operator==(const ShellCall&, const ShellCall&) = default;
-};
-
-void PrintTo(const ShellCall& call, std::ostream* out) {
-    *out << call.message << " icon " << call.icon << " '" << call.tip << "'";
-}
-
-std::vector<ShellCall> shellCalls;
-std::map<HANDLE, std::uintptr_t> loadedIcons;
-bool shellAnswers = true;
-
-BOOL WINAPI notedShellCall(DWORD message, NOTIFYICONDATAA* record) {
-    const bool hasIcon = (record->uFlags & NIF_ICON) != 0;
-    shellCalls.push_back({message, record->hWnd, hasIcon ? loadedIcons[record->hIcon] : 0,
-                          record->uFlags & NIF_TIP ? record->szTip : ""});
-    return shellAnswers;
-}
-
-HANDLE WINAPI notedLoad(HINSTANCE module, LPCSTR name, UINT type, int width, int height, UINT flags) {
-    static const auto original = test::platformFunction<decltype(&LoadImageA)>("user32.dll", "LoadImageA");
-    const HANDLE icon = original(module, name, type, width, height, flags);
-    EXPECT_NE(icon, nullptr) << "the program has both icons";
-    loadedIcons[icon] = reinterpret_cast<std::uintptr_t>(name);
-    return icon;
-}
-
-} // namespace
-
-SCHEDULER_REPLACE_IMPORT(Shell_NotifyIconA, "_Shell_NotifyIconA@8", notedShellCall);
-SCHEDULER_REPLACE_IMPORT(LoadImageA, "_LoadImageA@24", notedLoad);
 
 namespace {
 
 using testing::ElementsAre;
+using testing::IsEmpty;
 
-class NotificationIcon : public testing::Test {
+/// The number of the resource that an icon was loaded from.
+std::string numberOf(HICON icon) {
+    ICONINFOEXA info{};
+    info.cbSize = sizeof(info);
+    EXPECT_TRUE(GetIconInfoExA(icon, &info));
+    DeleteObject(info.hbmMask);
+    DeleteObject(info.hbmColor);
+    return std::to_string(info.wResID);
+}
+
+class NotificationIcon : public test::MainWindowTest {
 protected:
-    NotificationIcon() {
-        base::applicationName = "Icon Test";
-        shellCalls.clear();
-        shellAnswers = true;
-    }
-    ~NotificationIcon() override { DestroyWindow(window_); }
+    bool shellAnswers = true;
+    std::vector<std::string> calls; ///< of the shell since the last look
 
-    ShellCall active(DWORD message) const { return {message, window_, IDI_ACTIVE, "Icon Test"}; }
-    ShellCall suspended(DWORD message) const {
-        return {message, window_, IDI_SUSPENDED, "Icon Test (suspended)"};
-    }
+    std::vector<std::string> newCalls() { return std::exchange(calls, {}); }
 
-    HWND window_ =
-        CreateWindowExA(0, "STATIC", "", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr, nullptr, nullptr);
-    scheduler::NotificationIcon icon_;
+private:
+    test::Instead<test::Shell_NotifyIconACall> shell_{[this](DWORD message, NOTIFYICONDATAA* record) {
+        std::string call = message == NIM_ADD ? "add" : message == NIM_DELETE ? "delete" : "modify";
+        if (record->uFlags & NIF_ICON)
+            call += " " + numberOf(record->hIcon);
+        if (record->uFlags & NIF_TIP)
+            call += std::string(" '") + record->szTip + "'";
+        calls.push_back(call);
+        EXPECT_TRUE(IsWindow(record->hWnd));
+        return shellAnswers;
+    }};
 };
 
-TEST_F(NotificationIcon, IsTheActiveOneAtFirst) {
-    icon_.add(window_);
-    EXPECT_THAT(shellCalls, ElementsAre(active(NIM_ADD)));
-}
+constexpr const char* addActive = "add 100 'Corvane Scheduler'";
+constexpr const char* showActive = "modify 100 'Corvane Scheduler'";
+constexpr const char* showSuspended = "modify 130 'Corvane Scheduler (suspended)'";
 
-TEST_F(NotificationIcon, TellsSuspendedFromActive) {
-    icon_.add(window_);
-    icon_.update(true);
-    icon_.update(false);
-    EXPECT_THAT(shellCalls, ElementsAre(active(NIM_ADD), suspended(NIM_MODIFY), active(NIM_MODIFY)));
-}
-
-TEST_F(NotificationIcon, ANewTaskbarGetsItAsItIsNow) {
-    icon_.add(window_);
-    for (const bool isSuspended : {false, true}) {
-        shellCalls.clear();
-        icon_.restore(isSuspended);
-        EXPECT_THAT(shellCalls,
-                    ElementsAre(active(NIM_ADD), isSuspended ? suspended(NIM_MODIFY) : active(NIM_MODIFY)));
+TEST_F(NotificationIcon, FollowsSuspendingAndResuming) {
+    for (const bool answers : {true, false}) {
+        shellAnswers = answers; // without it all goes on
+        start();
+        EXPECT_THAT(newCalls(), ElementsAre(addActive));
+        command(IDM_SUSPEND);
+        EXPECT_THAT(newCalls(), ElementsAre(showSuspended));
+        command(IDM_SUSPEND);
+        EXPECT_THAT(newCalls(), ElementsAre(showActive));
+        mainWindow.reset();
+        EXPECT_THAT(newCalls(), ElementsAre("delete"));
     }
 }
 
-TEST_F(NotificationIcon, IsTakenAway) {
-    icon_.add(window_);
-    shellCalls.clear();
-    icon_.remove();
-    EXPECT_THAT(shellCalls, ElementsAre(ShellCall{NIM_DELETE, window_, 0, ""}));
+TEST_F(NotificationIcon, IsSuspendedAfterASuspendedStart) {
+    scheduler::Preferences preferences;
+    preferences.suspended = true;
+    scheduler::storePreferences(preferences);
+    start();
+    EXPECT_THAT(calls, ElementsAre(addActive, showSuspended));
 }
 
-TEST_F(NotificationIcon, IsTakenAwayWithItsObject) {
-    {
-        scheduler::NotificationIcon icon;
-        icon.add(window_);
-        shellCalls.clear();
+TEST_F(NotificationIcon, ComesBackInItsStateWithTheTaskbar) {
+    start();
+    const UINT taskbarCreated = RegisterWindowMessageA("TaskbarCreated");
+    for (const char* const shown : {showActive, showSuspended}) {
+        newCalls();
+        send(taskbarCreated);
+        EXPECT_THAT(newCalls(), ElementsAre(addActive, shown));
+        command(IDM_SUSPEND);
     }
-    EXPECT_THAT(shellCalls, ElementsAre(ShellCall{NIM_DELETE, window_, 0, ""}));
-    shellCalls.clear();
-    { const scheduler::NotificationIcon neverAdded; }
-    {
-        scheduler::NotificationIcon removed;
-        removed.add(window_);
-        removed.remove();
-        shellCalls.clear();
-    }
-    EXPECT_TRUE(shellCalls.empty());
 }
 
-TEST_F(NotificationIcon, WorksOnWhenTheShellRefuses) {
-    shellAnswers = false;
-    icon_.add(window_);
-    icon_.update(true);
-    icon_.restore(true);
-    icon_.remove();
-    EXPECT_EQ(shellCalls.size(), 5U) << "each is tried";
+TEST_F(NotificationIcon, NoOtherMessageIsTakenForTheTaskbarsWhenThatHasNoNumber) {
+    const test::Instead<test::RegisterWindowMessageACall> none([](LPCSTR) { return 0U; });
+    start();
+    newCalls();
+    send(WM_NULL);
+    EXPECT_THAT(calls, IsEmpty());
+}
+
+TEST_F(NotificationIcon, IsRemovedOnlyOnce) {
+    const test::Instead<test::PostQuitMessageCall> quit([](int) {});
+    start();
+    command(IDM_EXIT);
+    newCalls();
+    mainWindow.reset();
+    EXPECT_THAT(calls, IsEmpty());
 }
 
 } // namespace

@@ -1,7 +1,6 @@
 // The Schedule page of an editor, opened by a test on a record of its own.
 #pragma once
 
-#include "resources/ids.h"
 #include "scheduler/ui/schedulepage.h"
 #include "tests/scheduler/ui/pagehost.h"
 #include "tests/support/fakeclock.h"

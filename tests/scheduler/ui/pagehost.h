@@ -4,12 +4,11 @@
 #include "lib/base/opsys.h"
 #include "scheduler/ui/framework/controlhost.h"
 #include "scheduler/ui/framework/windowclass.h"
+#include "tests/scheduler/ui/editoruser.h"
 #include "tests/scheduler/ui/framework/pumping.h"
 
-#include <windows.h>
-
-#include <array>
 #include <string>
+#include <vector>
 
 namespace test {
 
@@ -38,7 +37,7 @@ public:
     void setText(int id, const std::string& text) const { SetWindowTextA(item(id), text.c_str()); }
 
     void click(int id) const {
-        SendMessageA(item(id), BM_CLICK, 0, 0);
+        press(page_.handle(), id);
         pumpUntilIdle();
     }
 
@@ -48,23 +47,8 @@ public:
     }
 
     // Drop-down lists.
-    int count(int id) const { return static_cast<int>(SendMessageA(item(id), CB_GETCOUNT, 0, 0)); }
+    std::vector<std::string> items(int id) const { return itemTexts(item(id)); }
     int selected(int id) const { return static_cast<int>(SendMessageA(item(id), CB_GETCURSEL, 0, 0)); }
-    LRESULT itemData(int id, int position) const {
-        return SendMessageA(item(id), CB_GETITEMDATA, static_cast<WPARAM>(position), 0);
-    }
-    std::string itemText(int id, int position) const {
-        std::array<char, 256> text{};
-        SendMessageA(item(id), CB_GETLBTEXT, static_cast<WPARAM>(position),
-                     reinterpret_cast<LPARAM>(text.data()));
-        return text.data();
-    }
-    std::vector<std::string> itemTexts(int id) const {
-        std::vector<std::string> texts;
-        for (int position = 0; position < count(id); ++position)
-            texts.push_back(itemText(id, position));
-        return texts;
-    }
     void choose(int id, int position) const {
         SendMessageA(item(id), CB_SETCURSEL, static_cast<WPARAM>(position), 0);
         SendMessageA(page_.handle(), WM_COMMAND, MAKEWPARAM(id, CBN_SELCHANGE),

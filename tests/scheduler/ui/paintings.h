@@ -11,6 +11,7 @@ namespace test {
 class Paintings : public framework::MessageFilter {
 public:
     explicit Paintings(framework::Window& window) : window_(window) { window_.addFilter(*this); }
+    explicit Paintings(HWND window) : Paintings(*framework::Window::of(window)) {}
     Paintings(const Paintings&) = delete;
     Paintings& operator=(const Paintings&) = delete;
     ~Paintings() override { window_.removeFilter(*this); }

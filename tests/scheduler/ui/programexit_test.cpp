@@ -3,241 +3,169 @@
 #include "lib/base/registry.h"
 #include "scheduler/ui/framework/windowclass.h"
 #include "scheduler/ui/programexit.h"
+#include "tests/scheduler/ui/listwindow.h"
+#include "tests/scheduler/ui/platformcalls.h"
 #include "tests/support/eventlog.h"
-#include "tests/support/fakeclock.h"
 #include "tests/support/fakeschedulestore.h"
-#include "tests/support/importedfunctions.h"
-
-#include <windows.h>
-
-#include <commctrl.h>
-#include <shellapi.h>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
-#include <functional>
 #include <new>
-#include <string>
-
-namespace {
-
-test::EventLog events;
-std::function<int()> answer; ///< to the exit question
-bool runKeyFails = false;
-
-BOOL WINAPI notedShellCall(DWORD message, NOTIFYICONDATAA*) {
-    if (message == NIM_DELETE)
-        events.emplace_back("icon removed");
-    return TRUE;
-}
-
-int WINAPI simulatedMessageBox(HWND, LPCSTR text, LPCSTR caption, UINT flags) {
-    events.emplace_back("asked");
-    EXPECT_STREQ(text, scheduler::exitQuestion);
-    EXPECT_EQ(caption, base::applicationName);
-    EXPECT_EQ(flags, UINT{MB_YESNO | MB_ICONQUESTION});
-    return answer();
-}
-
-BOOL WINAPI notedShow(HWND window, int command) {
-    static const auto original = test::platformFunction<decltype(&ShowWindow)>("user32.dll", "ShowWindow");
-    if (command == SW_HIDE)
-        events.emplace_back("hidden");
-    return original(window, command);
-}
-
-LSTATUS WINAPI notedSetValue(HKEY key, LPCSTR name, DWORD reserved, DWORD type, const BYTE* data,
-                             DWORD size) {
-    static const auto original =
-        test::platformFunction<decltype(&RegSetValueExA)>("advapi32.dll", "RegSetValueExA");
-    if (name == std::string("Column0"))
-        events.emplace_back("columns saved");
-    return original(key, name, reserved, type, data, size);
-}
-
-void WINAPI notedQuit(int code) {
-    events.push_back("quit " + std::to_string(code));
-}
-
-bool isRunKey(LPCSTR key) {
-    return std::string(key).ends_with("\\CurrentVersion\\Run");
-}
-
-LSTATUS WINAPI limitedCreateKey(HKEY root, LPCSTR name, DWORD reserved, LPSTR keyClass, DWORD options,
-                                REGSAM access, LPSECURITY_ATTRIBUTES security, PHKEY key,
-                                LPDWORD disposition) {
-    static const auto original =
-        test::platformFunction<decltype(&RegCreateKeyExA)>("advapi32.dll", "RegCreateKeyExA");
-    if (isRunKey(name)) {
-        events.emplace_back("autostart written");
-        if (runKeyFails)
-            return ERROR_ACCESS_DENIED;
-    }
-    return original(root, name, reserved, keyClass, options, access, security, key, disposition);
-}
-
-LSTATUS WINAPI limitedOpenKey(HKEY root, LPCSTR name, DWORD options, REGSAM access, PHKEY key) {
-    static const auto original =
-        test::platformFunction<decltype(&RegOpenKeyExA)>("advapi32.dll", "RegOpenKeyExA");
-    if (isRunKey(name) && access == KEY_SET_VALUE) {
-        events.emplace_back("autostart deleted");
-        if (runKeyFails)
-            return ERROR_ACCESS_DENIED;
-    }
-    return original(root, name, options, access, key);
-}
-
-} // namespace
-
-SCHEDULER_REPLACE_IMPORT(Shell_NotifyIconA, "_Shell_NotifyIconA@8", notedShellCall);
-SCHEDULER_REPLACE_IMPORT(MessageBoxA, "_MessageBoxA@16", simulatedMessageBox);
-SCHEDULER_REPLACE_IMPORT(PostQuitMessage, "_PostQuitMessage@4", notedQuit);
-SCHEDULER_REPLACE_IMPORT(ShowWindow, "_ShowWindow@8", notedShow);
-SCHEDULER_REPLACE_IMPORT(RegSetValueExA, "_RegSetValueExA@24", notedSetValue);
-SCHEDULER_REPLACE_IMPORT(RegCreateKeyExA, "_RegCreateKeyExA@36", limitedCreateKey);
-SCHEDULER_REPLACE_IMPORT(RegOpenKeyExA, "_RegOpenKeyExA@20", limitedOpenKey);
 
 namespace {
 
 using scheduler::ExitMode;
+using test::Instead;
 using testing::ElementsAre;
 
-class NotingStore : public test::FakeScheduleStore {
-public:
-    void save(const scheduler::ScheduleList& list) override {
-        events.emplace_back("schedule saved");
-        FakeScheduleStore::save(list);
-    }
-};
+const std::string runValue = "Software\\Microsoft\\Windows\\CurrentVersion\\Run\\Exit Test";
 
-class ProgramExit : public testing::Test {
+class ProgramExit : public testing::Test, protected test::FakeScheduleStore {
 protected:
     ProgramExit() {
         base::applicationName = "Exit Test";
         base::deleteKey(HKEY_CURRENT_USER, "Software\\Brindlewood");
-        framework::WindowParameters parameters;
-        parameters.style = WS_OVERLAPPEDWINDOW | WS_VISIBLE;
-        window_.create(class_, parameters);
-        EXPECT_TRUE(list_.createIn(window_.handle()));
-        ListView_SetColumnWidth(list_.handle(), 2, 123);
+        ListView_SetColumnWidth(window_.list.handle(), 2, 123);
         icon_.add(window_.handle());
-        answer = [] {
-            ADD_FAILURE() << "nothing is to be asked";
-            return IDNO;
-        };
-        runKeyFails = false;
-        events.clear();
     }
+    ~ProgramExit() override { base::deleteValue(HKEY_LOCAL_MACHINE, runValue); }
 
-    void addPendingEntry() {
-        scheduler::ScheduledProject entry;
-        entry.nextRun = clock_.now();
-        schedule_.append(entry);
-    }
-
+    void addPendingEntry() { window_.add("news"); }
     bool isShown() const { return IsWindowVisible(window_.handle()) != FALSE; }
+    static std::string autostart() { return base::getString(HKEY_LOCAL_MACHINE, runValue); }
 
     static std::uint32_t savedWidth() {
         std::uint32_t width = 0;
-        base::RegistryStore store = scheduler::appRegistryKey(scheduler::stateSection);
-        store.readNumber("Column2", width);
+        scheduler::appRegistryKey(scheduler::stateSection).readNumber("Column2", width);
         return width;
     }
 
-    test::FakeClock clock_{base::TimeValue(1'000'000)};
-    scheduler::ScheduleList schedule_;
+    void save(const scheduler::ScheduleList& list) override {
+        events_.push_back("schedule saved after columns of " + std::to_string(savedWidth()) +
+                          (autostart().empty() ? "" : " and autostart"));
+        FakeScheduleStore::save(list);
+    }
+
+    test::EventLog events_;
+    test::MessageBoxes boxes_;
+    test::ListWindow window_;
     scheduler::Preferences preferences_;
-    NotingStore store_;
-    framework::WindowClass class_;
-    framework::Window window_;
-    scheduler::ScheduleRows rows_{schedule_, [this] { return scheduler::EngineState{false, false}; }, clock_};
-    scheduler::ScheduleListView list_{schedule_, rows_};
     scheduler::NotificationIcon icon_;
     scheduler::WindowPresence presence_{window_, preferences_};
-    scheduler::ProgramExit exit_{{schedule_, store_, preferences_, list_, icon_, presence_}};
+    scheduler::ProgramExit exit_{{window_.schedule, *this, preferences_, window_.list, icon_, presence_}};
+
+private:
+    Instead<test::Shell_NotifyIconACall> shell_{[this](DWORD message, NOTIFYICONDATAA*) {
+        if (message == NIM_DELETE)
+            events_.emplace_back(isShown() ? "icon of a shown window removed" : "icon removed");
+        return TRUE;
+    }};
+    Instead<test::PostQuitMessageCall> quitting_{[this](int code) {
+        events_.push_back("quit " + std::to_string(code) + (autostart().empty() ? "" : " with autostart"));
+    }};
 };
 
-TEST_F(ProgramExit, TakesItsStepsInOrder) {
+TEST_F(ProgramExit, TakesItsStepsInOrderAndAsksNothingWhenNothingIsToRun) {
     exit_.exitProgram(ExitMode::AskFirst);
-    EXPECT_THAT(events, ElementsAre("hidden", "icon removed", "columns saved", "schedule saved",
-                                    "autostart written", "quit 0"));
-    EXPECT_FALSE(isShown());
-    EXPECT_EQ(savedWidth(), 123U);
-    EXPECT_NE(preferences_.windowState, base::WindowState{}) << "where the window stood";
+    EXPECT_THAT(events_,
+                ElementsAre("icon removed", "schedule saved after columns of 123", "quit 0 with autostart"));
+    EXPECT_TRUE(boxes_.shown.empty());
+    EXPECT_NE(preferences_.windowState, base::WindowState{}) << "where the window was";
+    EXPECT_EQ(autostart(), "\"" + base::executablePath() + "\" /s");
+    preferences_.autostart = false;
+    for (int time = 0; time < 2; ++time) { // the second finds nothing to delete
+        exit_.exitProgram(ExitMode::AskFirst);
+        EXPECT_EQ(events_.back(), "quit 0");
+    }
 }
 
-TEST_F(ProgramExit, AsksWhileSomethingIsStillToRun) {
+TEST_F(ProgramExit, ARefusalOfTheRunKeyIsIgnored) {
+    const auto isRunKey = [](LPCSTR name) { return std::string(name).ends_with("\\CurrentVersion\\Run"); };
+    int refusals = 0;
+    const Instead<test::RegCreateKeyExACall> writing([&](HKEY root, LPCSTR name, auto... rest) -> LSTATUS {
+        return isRunKey(name) && ++refusals ? ERROR_ACCESS_DENIED
+                                            : test::RegCreateKeyExACall::original(root, name, rest...);
+    });
+    const Instead<test::RegOpenKeyExACall> deleting([&](HKEY root, LPCSTR name, auto... rest) -> LSTATUS {
+        return isRunKey(name) && ++refusals ? ERROR_ACCESS_DENIED
+                                            : test::RegOpenKeyExACall::original(root, name, rest...);
+    });
+    for (const bool wanted : {true, false}) {
+        preferences_.autostart = wanted;
+        refusals = 0;
+        exit_.exitProgram(ExitMode::AskFirst);
+        EXPECT_GT(refusals, 0);
+        EXPECT_EQ(events_.back(), "quit 0");
+    }
+}
+
+TEST_F(ProgramExit, AsksOverTheActiveWindowWhileAnEntryIsToRun) {
     addPendingEntry();
-    answer = [] { return IDYES; };
+    const HWND other = CreateWindowExA(0, "STATIC", "another window", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50,
+                                       window_.handle(), nullptr, nullptr, nullptr);
+    for (const HWND active : {window_.handle(), other}) {
+        SetActiveWindow(active);
+        boxes_.shown.clear();
+        boxes_.answer = [](const auto&) { return IDNO; };
+        exit_.exitProgram(ExitMode::AskFirst);
+        EXPECT_TRUE(events_.empty()) << "No changes nothing";
+        EXPECT_TRUE(isShown());
+        ASSERT_EQ(boxes_.shown.size(), 1U);
+        EXPECT_EQ(boxes_.shown[0].owner, active);
+        EXPECT_EQ(boxes_.shown[0].text,
+                  "The Scheduler will not be able to launch projects if you exit.  You can choose \"Close\" "
+                  "to hide the main window and still leave the program active.  Are you sure you want to "
+                  "exit?");
+        EXPECT_EQ(boxes_.shown[0].caption, "Exit Test");
+        EXPECT_EQ(boxes_.shown[0].flags, 36U);
+    }
+    DestroyWindow(other);
+    boxes_.answer = [](const auto&) { return IDYES; };
     exit_.exitProgram(ExitMode::AskFirst);
-    EXPECT_THAT(events, ElementsAre("asked", "hidden", "icon removed", "columns saved", "schedule saved",
-                                    "autostart written", "quit 0"));
+    EXPECT_EQ(events_.back(), "quit 0 with autostart");
 }
 
 TEST_F(ProgramExit, AsksNothingWhenItIsToldNotTo) {
     addPendingEntry();
     exit_.exitProgram(ExitMode::WithoutAsking);
-    EXPECT_EQ(events.back(), "quit 0");
-}
-
-TEST_F(ProgramExit, NoChangesNothing) {
-    addPendingEntry();
-    answer = [] { return IDNO; };
-    exit_.exitProgram(ExitMode::AskFirst);
-    EXPECT_THAT(events, ElementsAre("asked"));
-    EXPECT_TRUE(isShown());
-    EXPECT_EQ(savedWidth(), 0U);
-    exit_.exitProgram(ExitMode::AskFirst);
-    EXPECT_THAT(events, ElementsAre("asked", "asked")) << "the next request is a new one";
+    EXPECT_TRUE(boxes_.shown.empty());
+    EXPECT_EQ(events_.back(), "quit 0 with autostart");
 }
 
 TEST_F(ProgramExit, AQuestionThatCannotBeAskedIsAskedByTheNextRequest) {
     addPendingEntry();
-    answer = []() -> int { throw std::bad_alloc(); };
+    boxes_.answer = [](const auto&) -> int { throw std::bad_alloc(); };
     EXPECT_THROW(exit_.exitProgram(ExitMode::AskFirst), std::bad_alloc);
-    answer = [] { return IDYES; };
+    boxes_.answer = [](const auto&) { return IDYES; };
     exit_.exitProgram(ExitMode::AskFirst);
-    EXPECT_EQ(events.back(), "quit 0");
-}
-
-TEST_F(ProgramExit, ARefusalOfTheRunKeyIsIgnored) {
-    runKeyFails = true;
-    exit_.exitProgram(ExitMode::AskFirst);
-    EXPECT_THAT(events, ElementsAre("hidden", "icon removed", "columns saved", "schedule saved",
-                                    "autostart written", "quit 0"));
-    preferences_.autostart = false;
-    events.clear();
-    exit_.exitProgram(ExitMode::AskFirst);
-    EXPECT_THAT(events, ElementsAre("hidden", "icon removed", "columns saved", "schedule saved",
-                                    "autostart deleted", "quit 0"));
+    EXPECT_EQ(events_.back(), "quit 0 with autostart");
 }
 
 TEST_F(ProgramExit, TheEndOfTheSessionSavesBeforeItAsks) {
     addPendingEntry();
-    answer = [] { return IDNO; };
+    boxes_.answer = [&](const auto&) {
+        EXPECT_THAT(events_, ElementsAre("schedule saved after columns of 123"));
+        return IDNO;
+    };
     exit_.onSessionEnd();
-    EXPECT_THAT(events, ElementsAre("columns saved", "schedule saved", "asked"));
-    EXPECT_EQ(savedWidth(), 123U);
+    EXPECT_EQ(boxes_.shown.size(), 1U);
     EXPECT_TRUE(isShown());
-    answer = [] { return IDYES; };
+    boxes_.answer = [](const auto&) { return IDYES; };
     exit_.onSessionEnd();
-    EXPECT_EQ(events.back(), "quit 0");
+    EXPECT_EQ(events_.back(), "quit 0 with autostart");
 }
 
-TEST_F(ProgramExit, TheEndOfTheSessionSavesAlsoWhileTheQuestionStands) {
+TEST_F(ProgramExit, TheEndOfTheSessionDuringTheQuestionSavesAndAsksNoSecondOne) {
     addPendingEntry();
-    answer = [&] {
+    boxes_.answer = [&](const auto&) {
         addPendingEntry();
         exit_.onSessionEnd();
-        EXPECT_THAT(events, ElementsAre("asked", "columns saved", "schedule saved"))
-            << "and asks no second question";
         return IDNO;
     };
     exit_.exitProgram(ExitMode::AskFirst);
-    EXPECT_THAT(events, ElementsAre("asked", "columns saved", "schedule saved"));
-    ASSERT_EQ(store_.saved.size(), 1U);
-    EXPECT_EQ(store_.saved[0].size(), 2U);
+    EXPECT_EQ(boxes_.shown.size(), 1U);
+    ASSERT_EQ(saved.size(), 1U);
+    EXPECT_EQ(saved[0].size(), 2U);
     EXPECT_TRUE(isShown());
 }
 

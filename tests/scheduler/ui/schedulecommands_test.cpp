@@ -1,9 +1,9 @@
 #include "scheduler/ui/schedulecommands.h"
-#include "tests/support/eventlog.h"
 #include "tests/support/fakeclock.h"
 #include "tests/support/fakeenginelistener.h"
 #include "tests/support/fakeoutcomesource.h"
 #include "tests/support/fakerunlauncher.h"
+#include "tests/support/fakeschedulestore.h"
 #include "tests/support/mockusermessages.h"
 #include "tests/support/redrawlog.h"
 
@@ -19,14 +19,10 @@ using base::TimeSpan;
 using base::TimeValue;
 using scheduler::ScheduledProject;
 using scheduler::ScheduleKind;
+using testing::ElementsAre;
+using testing::IsEmpty;
 
-class CountingStore : public scheduler::ScheduleStore {
-public:
-    int saves = 0;
-    void save(const scheduler::ScheduleList&) override { ++saves; }
-};
-
-class ScheduleCommandsTest : public ::testing::Test {
+class ScheduleCommands : public testing::Test {
 protected:
     static ScheduledProject hourly(const std::string& path, bool disabled = false) {
         ScheduledProject entry;
@@ -36,14 +32,29 @@ protected:
         entry.nextRun = TimeValue(7);
         return entry;
     }
+    static ScheduledProject following(std::int32_t position) {
+        ScheduledProject entry = hourly("follower.kra");
+        entry.kind = ScheduleKind::AfterProject;
+        entry.afterIndex = position;
+        return entry;
+    }
 
-    test::FakeClock clock_{TimeValue::fromLocal(2026, 5, 20, 12, 30, 0, -1)};
+    void expectOneRedrawAndSaves(std::size_t saves) {
+        EXPECT_THAT(log_, ElementsAre("redraw"));
+        EXPECT_EQ(store_.saved.size(), saves);
+        log_.clear();
+        store_.saved.clear();
+    }
+
+    const TimeValue now_ = TimeValue::fromLocal(2026, 5, 20, 12, 30, 0, -1);
+    const TimeValue onTheHour_ = TimeValue::fromLocal(2026, 5, 20, 13, 0, 0, -1);
+    test::FakeClock clock_{now_};
     test::EventLog log_;
     test::FakeRunLauncher launcher_{log_};
     test::FakeOutcomeSource outcomes_{log_};
     test::FakeEngineListener listener_{log_};
-    ::testing::NiceMock<test::MockUserMessages> messages_;
-    CountingStore store_;
+    testing::NiceMock<test::MockUserMessages> messages_;
+    test::FakeScheduleStore store_;
     scheduler::ScheduleList schedule_;
     scheduler::RunPolicy policy_;
     scheduler::SchedulerEngine engine_{
@@ -54,51 +65,65 @@ protected:
     test::RedrawLog redraws_{schedule_, log_};
 };
 
-TEST_F(ScheduleCommandsTest, NothingHappensOnAnEmptySelection) {
+TEST_F(ScheduleCommands, NothingHappensWithoutASelectionOrAProject) {
     schedule_.assign({hourly("a.kra")});
+    log_.clear();
     commands_.toggle({});
     commands_.remove({});
     commands_.runNow({});
+    commands_.open({});
+    commands_.addDropped({});
+    commands_.addDropped({"C:\\S\\b.txt"});
     EXPECT_EQ(schedule_.size(), 1U);
     EXPECT_EQ(schedule_[0].nextRun, TimeValue(7));
-    EXPECT_EQ(store_.saves, 0);
-    EXPECT_TRUE(launcher_.launched.empty());
+    EXPECT_THAT(log_, IsEmpty());
+    EXPECT_THAT(store_.saved, IsEmpty());
+    EXPECT_THAT(opened_, IsEmpty());
 }
 
-TEST_F(ScheduleCommandsTest, TogglingAMixedSelectionLeavesItMixed) {
+TEST_F(ScheduleCommands, TogglingAMixedSelectionLeavesItMixed) {
     schedule_.assign({hourly("a.kra", false), hourly("b.kra", true), hourly("c.kra", false)});
+    log_.clear();
     commands_.toggle({0, 1});
     EXPECT_EQ(schedule_[0].disabled, 1);
     EXPECT_EQ(schedule_[1].disabled, 0);
     EXPECT_EQ(schedule_[2].disabled, 0);
-    const TimeValue onTheHour = TimeValue::fromLocal(2026, 5, 20, 13, 0, 0, -1);
-    EXPECT_EQ(schedule_[0].nextRun, onTheHour) << "computed for the disabled one too";
-    EXPECT_EQ(schedule_[1].nextRun, onTheHour);
+    EXPECT_EQ(schedule_[0].nextRun, onTheHour_) << "computed for the disabled one too";
+    EXPECT_EQ(schedule_[1].nextRun, onTheHour_);
     EXPECT_EQ(schedule_[2].nextRun, TimeValue(7)) << "not selected";
-    EXPECT_EQ(store_.saves, 1);
+    expectOneRedrawAndSaves(1);
 }
 
-TEST_F(ScheduleCommandsTest, RemovalKeepsTheChainsAndSavesOnce) {
-    ScheduledProject follower = hourly("follower.kra");
-    follower.kind = ScheduleKind::AfterProject;
-    follower.afterIndex = 2;
-    schedule_.assign({hourly("a.kra"), hourly("b.kra"), hourly("c.kra"), follower});
-    schedule_[2].afterIndex = 1;
+TEST_F(ScheduleCommands, RemovalKeepsTheChains) {
+    schedule_.assign({hourly("a.kra"), hourly("b.kra"), following(1), following(2)});
+    log_.clear();
     commands_.remove({0, 2});
     ASSERT_EQ(schedule_.size(), 2U);
     EXPECT_EQ(schedule_[0].path, "b.kra");
     EXPECT_EQ(schedule_[1].afterIndex, 0);
-    EXPECT_EQ(store_.saves, 1);
+    expectOneRedrawAndSaves(1);
 }
 
-TEST_F(ScheduleCommandsTest, ARunningEntryCanBeRemovedAndItsEndIsIgnored) {
+TEST_F(ScheduleCommands, ARecordThatWasEditedToFollowTheFirstEntryFollowsTheNewFirstOne) {
+    schedule_.assign({hourly("a.kra"), hourly("b.kra"), hourly("c.kra"), following(1)});
+    commands_.edit(2, following(0));
+    commands_.remove({0});
+    EXPECT_EQ(schedule_[1].kind, ScheduleKind::AfterProject);
+    EXPECT_EQ(schedule_[1].afterIndex, 0);
+    commands_.remove({0});
+    EXPECT_EQ(schedule_[0].kind, ScheduleKind::AtStartup) << "it would follow itself";
+    EXPECT_EQ(schedule_[0].afterIndex, 0);
+    EXPECT_EQ(schedule_[1].afterIndex, 0);
+}
+
+TEST_F(ScheduleCommands, ARunningEntryCanBeRemovedAndItsEndIsIgnored) {
     schedule_.assign({hourly("a.kra")});
     commands_.runNow({0});
     commands_.remove({0});
     EXPECT_FALSE(engine_.onRunFinished(1));
 }
 
-TEST_F(ScheduleCommandsTest, RunNowStartsEachSelectedEntryAtOnceBesideOthers) {
+TEST_F(ScheduleCommands, RunNowStartsEachSelectedEntryAtOnceBesideOthers) {
     schedule_.assign({hourly("a.kra"), hourly("b.kra"), hourly("run:c")});
     commands_.runNow({0, 2});
     ASSERT_EQ(launcher_.launched.size(), 2U);
@@ -107,66 +132,57 @@ TEST_F(ScheduleCommandsTest, RunNowStartsEachSelectedEntryAtOnceBesideOthers) {
     EXPECT_EQ(schedule_[1].running, 0);
 }
 
-TEST_F(ScheduleCommandsTest, AManualRunThatCannotStartTellsTheUser) {
-    schedule_.assign({hourly("a.kra")});
+TEST_F(ScheduleCommands, RunNowTellsOfEachEntryThatCannotStart) {
+    schedule_.assign({hourly("a.kra"), hourly("b.kra")});
     launcher_.threadsStart = false;
-    EXPECT_CALL(messages_, showNotice("A system error prevented the project from running."));
-    commands_.runNow({0});
+    EXPECT_CALL(messages_, showNotice("A system error prevented the project from running.")).Times(2);
+    commands_.runNow({0, 1});
 }
 
-TEST_F(ScheduleCommandsTest, DroppedProjectsAreAddedWithDefaultsAndOthersAreIgnored) {
+TEST_F(ScheduleCommands, DroppedProjectsAreAddedWithDefaultsAndOthersAreIgnored) {
     commands_.addDropped({"C:\\S\\a.kra", "C:\\S\\b.txt", "C:\\S\\C.KRB", "C:\\S\\d.krab", "C:\\S\\kra",
                           "C:\\S\\e.xkra", "C:\\S.kra\\f", "C:\\S\\g.krc"});
     ASSERT_EQ(schedule_.size(), 3U);
-    EXPECT_EQ(schedule_[0].path, "C:\\S\\a.kra");
     EXPECT_EQ(schedule_[1].path, "C:\\S\\C.KRB");
     EXPECT_EQ(schedule_[2].path, "C:\\S\\g.krc");
     ScheduledProject expected;
     expected.path = "C:\\S\\a.kra";
     expected.nextRun = TimeValue::never(); // follows entry 0, as the defaults have it
-    EXPECT_TRUE(schedule_[0] == expected);
-    EXPECT_EQ(store_.saves, 3);
+    EXPECT_EQ(schedule_[0], expected);
+    expectOneRedrawAndSaves(3);
 }
 
-TEST_F(ScheduleCommandsTest, AForeignDropChangesNothing) {
-    commands_.addDropped({"C:\\S\\b.txt"});
-    commands_.addDropped({});
-    EXPECT_TRUE(schedule_.empty());
-    EXPECT_EQ(store_.saves, 0);
-}
-
-TEST_F(ScheduleCommandsTest, ANewEntryIsAddedWithItsNextRunAndSaved) {
+TEST_F(ScheduleCommands, ANewEntryIsAsOfTheMomentAndAddedWithItsNextRun) {
     schedule_.assign({hourly("a.kra")});
+    log_.clear();
+    for (const int minutes : {0, 10}) {
+        clock_.set(now_ + TimeSpan::fromMinutes(minutes));
+        EXPECT_EQ(commands_.newEntry().time, now_ + TimeSpan::fromMinutes(minutes + 1));
+    }
     ScheduledProject record = commands_.newEntry();
     EXPECT_EQ(record.kind, ScheduleKind::AfterProject);
-    EXPECT_EQ(record.time, TimeValue::fromLocal(2026, 5, 20, 12, 31, 0, -1)) << "as of the clock";
     record.path = "b.kra";
     record.kind = ScheduleKind::Hourly;
     commands_.add(record, {});
     ASSERT_EQ(schedule_.size(), 2U);
     EXPECT_EQ(schedule_[1].path, "b.kra");
-    EXPECT_EQ(schedule_[1].nextRun, TimeValue::fromLocal(2026, 5, 20, 13, 0, 0, -1));
-    EXPECT_EQ(store_.saves, 1);
+    EXPECT_EQ(schedule_[1].nextRun, onTheHour_);
+    expectOneRedrawAndSaves(1);
 }
 
-TEST_F(ScheduleCommandsTest, SeveralFilesAreAddedWithASaveEachAndOneRedraw) {
-    ScheduledProject record = hourly("ignored");
-    log_.clear();
-    commands_.add(record, std::vector<std::string>{"C:\\S\\a.kra", "b.kra"});
+TEST_F(ScheduleCommands, TwoChosenFilesAreAddedAsFilesAndOneAsTheRecord) {
+    commands_.add(hourly("ignored"), std::vector<std::string>{"C:\\S\\a.kra", "b.kra"});
     ASSERT_EQ(schedule_.size(), 2U);
     EXPECT_EQ(schedule_[0].path, "C:\\S\\a.kra");
     EXPECT_EQ(schedule_[1].path, "C:\\S\\\\b.kra");
-    EXPECT_EQ(store_.saves, 2);
-    EXPECT_THAT(log_, testing::ElementsAre("redraw"));
-}
-
-TEST_F(ScheduleCommandsTest, OneChosenFileGivesTheRecordAsItIs) {
+    expectOneRedrawAndSaves(2);
     commands_.add(hourly("C:\\S\\typed.kra"), std::vector<std::string>{"C:\\S\\a.kra"});
-    ASSERT_EQ(schedule_.size(), 1U);
-    EXPECT_EQ(schedule_[0].path, "C:\\S\\typed.kra");
+    ASSERT_EQ(schedule_.size(), 3U);
+    EXPECT_EQ(schedule_[2].path, "C:\\S\\typed.kra");
+    expectOneRedrawAndSaves(1);
 }
 
-TEST_F(ScheduleCommandsTest, AnEditIsTakenOverComputedShownAndSaved) {
+TEST_F(ScheduleCommands, AnEditIsTakenOverAndItsNextRunComputed) {
     schedule_.assign({hourly("a.kra")});
     schedule_[0].lastResult = "recorded while it was edited";
     log_.clear();
@@ -176,28 +192,14 @@ TEST_F(ScheduleCommandsTest, AnEditIsTakenOverComputedShownAndSaved) {
     EXPECT_EQ(schedule_[0].path, "b.kra");
     EXPECT_EQ(schedule_[0].lastResult, "recorded while it was edited");
     EXPECT_EQ(schedule_[0].nextRun, TimeValue::fromLocal(2026, 5, 20, 12, 45, 0, -1));
-    EXPECT_THAT(log_, testing::ElementsAre("redraw"));
-    EXPECT_EQ(store_.saves, 1);
+    expectOneRedrawAndSaves(1);
 }
 
-TEST_F(ScheduleCommandsTest, EachCommandRedrawsOnce) {
-    schedule_.assign({hourly("a.kra"), hourly("b.kra"), hourly("c.kra")});
-    log_.clear();
-    commands_.toggle({0, 2});
-    EXPECT_THAT(log_, testing::ElementsAre("redraw"));
-    log_.clear();
-    commands_.remove({0, 2});
-    EXPECT_THAT(log_, testing::ElementsAre("redraw"));
-    log_.clear();
-    commands_.addDropped({"C:\\S\\a.kra", "C:\\S\\b.krb"});
-    EXPECT_THAT(log_, testing::ElementsAre("redraw"));
-}
-
-TEST_F(ScheduleCommandsTest, EachSelectedProjectIsOpened) {
+TEST_F(ScheduleCommands, EachSelectedProjectIsOpened) {
     schedule_.assign({hourly("a.kra"), hourly("b.kra"), hourly("run:c")});
     commands_.open({0, 2});
-    EXPECT_THAT(opened_, testing::ElementsAre("a.kra", "run:c"));
-    EXPECT_EQ(store_.saves, 0);
+    EXPECT_THAT(opened_, ElementsAre("a.kra", "run:c"));
+    EXPECT_THAT(store_.saved, IsEmpty());
 }
 
 } // namespace

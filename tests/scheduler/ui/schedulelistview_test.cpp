@@ -1,13 +1,8 @@
-#include "resources/ids.h"
 #include "scheduler/ui/schedulelistview.h"
 #include "tests/scheduler/ui/listwindow.h"
 #include "tests/scheduler/ui/paintings.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <cstddef>
-#include <vector>
 
 namespace {
 
@@ -27,6 +22,8 @@ protected:
         for (int i = 0; i < count; ++i)
             window_.add("more");
     }
+
+    HWND list() const { return window_.list.handle(); }
 
     test::ListWindow window_;
 };
@@ -51,69 +48,44 @@ TEST_F(ScheduleListView, TheSelectedEntriesAscendWhateverTheOrderOfTheRows) {
     EXPECT_THAT(window_.list.selectedEntries(), ElementsAre(0, 2));
 }
 
-TEST_F(ScheduleListView, ADoubleClickIsTheEditCommand) {
-    NMHDR click{};
-    click.code = NM_DBLCLK;
-    window_.notify(click);
-    EXPECT_THAT(window_.commands, ElementsAre(WPARAM{IDM_EDIT}));
-}
-
-TEST_F(ScheduleListView, EachChangeOfTheScheduleIsPaintedAtOnce) {
-    UpdateWindow(window_.list.handle());
-    test::Paintings paintings(window_.list);
+TEST_F(ScheduleListView, EachChangeOfTheScheduleIsPaintedAtOnceAndABatchOnce) {
+    UpdateWindow(list());
+    const test::Paintings paintings(window_.list);
     window_.schedule[1].lastResult = "new";
     window_.schedule.noteChange();
     EXPECT_EQ(paintings.count, 1);
     window_.add("d");
     EXPECT_EQ(paintings.count, 2);
-    EXPECT_EQ(ListView_GetItemCount(window_.list.handle()), 4);
+    EXPECT_EQ(ListView_GetItemCount(list()), 4);
     window_.schedule.remove(0);
     EXPECT_EQ(paintings.count, 3);
-    window_.schedule.clear();
-    EXPECT_EQ(paintings.count, 4);
-    EXPECT_EQ(ListView_GetItemCount(window_.list.handle()), 0);
-}
-
-TEST_F(ScheduleListView, ABatchOfChangesIsPaintedOnce) {
-    UpdateWindow(window_.list.handle());
-    test::Paintings paintings(window_.list);
     {
         const scheduler::ScheduleBatch batch(window_.schedule);
-        window_.add("d");
         window_.add("e");
         window_.schedule.removeAll({1, 0});
-        EXPECT_EQ(paintings.count, 0);
+        EXPECT_EQ(paintings.count, 3);
     }
-    EXPECT_EQ(paintings.count, 1);
-}
-
-TEST_F(ScheduleListView, IsNotPaintedWhileTimeChangesNoText) {
-    UpdateWindow(window_.list.handle());
-    test::Paintings paintings(window_.list);
-    window_.list.onTimePassed(window_.clock.now());
-    window_.clock.advance(base::TimeSpan::fromSeconds(1));
-    window_.list.onTimePassed(window_.clock.now());
-    EXPECT_EQ(paintings.count, 0);
+    EXPECT_EQ(paintings.count, 4);
+    window_.schedule.clear();
+    EXPECT_EQ(paintings.count, 5);
+    EXPECT_EQ(ListView_GetItemCount(list()), 0);
 }
 
 TEST_F(ScheduleListView, IsPaintedOnceATextOfAShownRowMayHaveChanged) {
-    window_.schedule[1].lastRun = window_.clock.now();
+    window_.schedule[1].lastRun = window_.clock.now() - base::TimeSpan::fromMinutes(1);
     window_.schedule.noteChange();
-    test::Paintings paintings(window_.list);
+    const test::Paintings paintings(window_.list);
+    const auto pass = [&](int seconds) {
+        window_.clock.advance(base::TimeSpan::fromSeconds(seconds));
+        window_.list.onTimePassed(window_.clock.now());
+        return paintings.count;
+    };
+    EXPECT_EQ(pass(0), 0);
+    EXPECT_EQ(pass(1), 0);
     // Today becomes yesterday within a day; until then each row holds for a quarter of an hour at most.
-    window_.clock.advance(base::TimeSpan::fromMinutes(15));
-    window_.list.onTimePassed(window_.clock.now());
-    EXPECT_EQ(paintings.count, 1);
-    window_.list.onTimePassed(window_.clock.now());
-    EXPECT_EQ(paintings.count, 1) << "what is shown holds again";
-}
-
-TEST_F(ScheduleListView, IsPaintedWhenTheClockWasSetBack) {
-    window_.schedule.noteChange();
-    test::Paintings paintings(window_.list);
-    window_.clock.set(base::TimeValue(window_.clock.now().seconds() - 1));
-    window_.list.onTimePassed(window_.clock.now());
-    EXPECT_EQ(paintings.count, 1);
+    EXPECT_EQ(pass(15 * 60), 1);
+    EXPECT_EQ(pass(0), 1) << "what is shown holds again";
+    EXPECT_EQ(pass(-1), 2) << "the clock was set back";
 }
 
 TEST_F(ScheduleListView, AHiddenListAsksForNoTextsUntilItIsShown) {
@@ -124,18 +96,17 @@ TEST_F(ScheduleListView, AHiddenListAsksForNoTextsUntilItIsShown) {
     window_.schedule.noteChange();
     EXPECT_EQ(window_.stateQueries, 0);
     ShowWindow(window_.handle(), SW_SHOW);
-    UpdateWindow(window_.list.handle());
+    UpdateWindow(list());
     EXPECT_GT(window_.stateQueries, 0);
 }
 
 TEST_F(ScheduleListView, AfterADeletionItScrollsAndPaintsWhatIsLeft) {
     addMore(200);
-    const HWND list = window_.list.handle();
-    const auto canScroll = [&] { return (GetWindowLongA(list, GWL_STYLE) & WS_VSCROLL) != 0; };
-    ListView_EnsureVisible(list, 202, FALSE);
+    const auto canScroll = [&] { return (GetWindowLongA(list(), GWL_STYLE) & WS_VSCROLL) != 0; };
+    ListView_EnsureVisible(list(), 202, FALSE);
     ASSERT_TRUE(canScroll());
-    ASSERT_GT(ListView_GetTopIndex(list), 0);
-    ListView_SetItemState(list, 202, LVIS_FOCUSED, LVIS_FOCUSED);
+    ASSERT_GT(ListView_GetTopIndex(list()), 0);
+    ListView_SetItemState(list(), 202, LVIS_FOCUSED, LVIS_FOCUSED);
     std::vector<std::size_t> allButThree;
     for (std::size_t position = 203; position-- > 3;) {
         allButThree.push_back(position);
@@ -143,23 +114,22 @@ TEST_F(ScheduleListView, AfterADeletionItScrollsAndPaintsWhatIsLeft) {
     }
     window_.schedule.removeAll(allButThree);
     EXPECT_FALSE(canScroll());
-    EXPECT_EQ(ListView_GetTopIndex(list), 0);
-    EXPECT_EQ(ListView_GetItemCount(list), 3);
-    EXPECT_EQ(ListView_GetNextItem(list, -1, LVNI_FOCUSED), 2);
-    EXPECT_FALSE(GetUpdateRect(list, nullptr, FALSE)) << "all is painted";
+    EXPECT_EQ(ListView_GetTopIndex(list()), 0);
+    EXPECT_EQ(ListView_GetItemCount(list()), 3);
+    EXPECT_EQ(ListView_GetNextItem(list(), -1, LVNI_FOCUSED), 2);
+    EXPECT_FALSE(GetUpdateRect(list(), nullptr, FALSE)) << "all is painted";
     // It paints again on its own account, too.
     window_.select(1);
-    EXPECT_TRUE(GetUpdateRect(list, nullptr, FALSE));
+    EXPECT_TRUE(GetUpdateRect(list(), nullptr, FALSE));
 }
 
 TEST_F(ScheduleListView, AfterADeletionTheKeyboardIsWhereTheFirstOfThemWas) {
     addMore(17);
-    const HWND list = window_.list.handle();
     for (int row = 5; row <= 9; ++row)
         window_.select(row);
-    ListView_SetItemState(list, 9, LVIS_FOCUSED, LVIS_FOCUSED); // as Shift and the arrow down leave it
+    ListView_SetItemState(list(), 9, LVIS_FOCUSED, LVIS_FOCUSED); // as Shift and the arrow down leave it
     window_.schedule.removeAll({9, 8, 7, 6, 5});
-    EXPECT_EQ(ListView_GetNextItem(list, -1, LVNI_FOCUSED), 5);
+    EXPECT_EQ(ListView_GetNextItem(list(), -1, LVNI_FOCUSED), 5);
     EXPECT_THAT(window_.list.selectedEntries(), IsEmpty());
 }
 

@@ -2,14 +2,13 @@
 
 #include "lib/base/base.h"
 #include "tests/scheduler/ui/openschedulepage.h"
-#include "tests/scheduler/ui/simulatedmessagebox.h"
+#include "tests/scheduler/ui/platformcalls.h"
 
 #include <gmock/gmock.h>
 
 namespace {
 
 using base::TimeValue;
-using scheduler::kindCount;
 using scheduler::ScheduledProject;
 using scheduler::ScheduleKind;
 using testing::ElementsAre;
@@ -17,7 +16,7 @@ using testing::IsEmpty;
 
 class SchedulePage : public test::OpenSchedulePage {
 protected:
-    TimeValue today(int hour, int minute, int second = 0) const {
+    static TimeValue today(int hour, int minute, int second = 0) {
         return TimeValue::fromLocal(2026, 3, 10, hour, minute, second, -1);
     }
 };
@@ -37,21 +36,17 @@ TEST_F(SchedulePage, TheListShowsTheOtherEntriesByTheirNamesEachForItsPosition) 
     addToSchedule({"C:\\Sites\\news.kra", "run:backup.exe", "C:\\Sites\\old shop.krb"});
     record.afterIndex = 2;
     open(std::size_t{1});
-    EXPECT_THAT(host->itemTexts(IDC_AFTER_PROJECT), ElementsAre("news", "old shop"));
-    EXPECT_EQ(host->itemData(IDC_AFTER_PROJECT, 0), 0);
-    EXPECT_EQ(host->itemData(IDC_AFTER_PROJECT, 1), 2);
+    EXPECT_THAT(host->items(IDC_AFTER_PROJECT), ElementsAre("news", "old shop"));
     EXPECT_EQ(host->selected(IDC_AFTER_PROJECT), 1);
-    host->choose(IDC_AFTER_PROJECT, 0);
-    page->store();
-    EXPECT_EQ(record.afterIndex, 0);
-}
-
-TEST_F(SchedulePage, ForANewRecordTheListShowsAll) {
-    addToSchedule({"C:\\Sites\\news.kra", "run:backup.exe"});
-    record.afterIndex = 1;
+    for (const auto& [row, position] : {std::pair{0, 0}, {1, 2}}) {
+        host->choose(IDC_AFTER_PROJECT, row);
+        page->store();
+        EXPECT_EQ(record.afterIndex, position);
+    }
     open();
-    EXPECT_THAT(host->itemTexts(IDC_AFTER_PROJECT), ElementsAre("news", "run:backup.exe"));
-    EXPECT_EQ(host->selected(IDC_AFTER_PROJECT), 1);
+    EXPECT_THAT(host->items(IDC_AFTER_PROJECT), ElementsAre("news", "run:backup.exe", "old shop"))
+        << "a new record can follow any";
+    EXPECT_EQ(host->selected(IDC_AFTER_PROJECT), 2);
 }
 
 TEST_F(SchedulePage, AnEntryThatWaitsForNobodyOrItselfWaitsForTheFirstOther) {
@@ -68,48 +63,46 @@ TEST_F(SchedulePage, WithoutOtherEntriesTheIndexIsLeft) {
     addToSchedule({"a.kra"});
     record.afterIndex = 7;
     open(std::size_t{0});
-    EXPECT_EQ(host->count(IDC_AFTER_PROJECT), 0);
+    EXPECT_THAT(host->items(IDC_AFTER_PROJECT), IsEmpty());
     page->store();
     EXPECT_EQ(record.afterIndex, 7);
 }
 
-TEST_F(SchedulePage, TheChosenKindsEditHasTheMinutes) {
-    constexpr std::array<std::int32_t, kindCount> minutesOfKinds = {11, 22, 33, 5, 5, 5};
-    for (const ScheduleKind kind : test::allKinds) {
+TEST_F(SchedulePage, TheChosenKindsFieldsAreStored) {
+    const struct {
+        ScheduleKind kind;
+        int minutes;
+        TimeValue time;
+    } rows[] = {{ScheduleKind::AfterProject, 11, today(5, 0)}, {ScheduleKind::AtStartup, 22, today(5, 0)},
+                {ScheduleKind::Hourly, 33, today(5, 0)},       {ScheduleKind::Daily, 5, today(19, 30)},
+                {ScheduleKind::Monthly, 5, today(6, 7)},       {ScheduleKind::Once, 5, today(22, 15)}};
+    static_assert(std::size(rows) == test::allKinds.size());
+    for (const auto& [kind, minutes, time] : rows) {
         record.minutes = 5;
+        record.time = today(5, 0);
         open(ScheduleKind::AtStartup);
-        host->setText(IDC_AFTER_DELAY, "11");
-        host->setText(IDC_STARTUP_DELAY, "22");
-        host->setText(IDC_HOURLY_MINUTE, "33");
+        for (const auto& [id, text] : {std::pair{IDC_AFTER_DELAY, "11"},
+                                       {IDC_STARTUP_DELAY, "22"},
+                                       {IDC_HOURLY_MINUTE, "33"},
+                                       {IDC_DAILY_TIME, "7:30 pm"},
+                                       {IDC_MONTHLY_TIME, "0607"},
+                                       {IDC_ONCE_TIME, "3/10/2026 10:15 pm"}})
+            host->setText(id, text);
         choose(kind);
         page->store();
         EXPECT_EQ(record.kind, kind);
-        EXPECT_EQ(record.minutes, minutesOfKinds[static_cast<std::size_t>(kind)]);
+        EXPECT_EQ(record.minutes, minutes) << static_cast<int>(kind);
+        EXPECT_EQ(record.time, time) << static_cast<int>(kind);
     }
 }
 
-TEST_F(SchedulePage, TheChosenKindsEditHasTheTime) {
-    const std::array<TimeValue, kindCount> timesOfKinds = {today(5, 0),   today(5, 0), today(5, 0),
-                                                           today(19, 30), today(6, 7), today(22, 15)};
-    for (const ScheduleKind kind : test::allKinds) {
-        record.time = today(5, 0);
-        open(ScheduleKind::AtStartup);
-        host->setText(IDC_DAILY_TIME, "7:30 pm");
-        host->setText(IDC_MONTHLY_TIME, "0607");
-        host->setText(IDC_ONCE_TIME, "3/10/2026 10:15 pm");
-        choose(kind);
-        page->store();
-        EXPECT_EQ(record.time, timesOfKinds[static_cast<std::size_t>(kind)]) << static_cast<int>(kind);
-    }
-}
-
-TEST_F(SchedulePage, UntouchedItStoresWhatItLoaded) {
+TEST_F(SchedulePage, StoresWhatItLoadedWhenUntouched) {
     addToSchedule({"a.kra", "b.kra"});
     for (const ScheduleKind kind : test::allKinds)
         for (const int minutes : {0, 1, 59, 60, 1440}) {
             record = ScheduledProject();
             record.kind = kind;
-            record.minutes = record.kind == ScheduleKind::Hourly ? minutes % 60 : minutes;
+            record.minutes = kind == ScheduleKind::Hourly ? minutes % 60 : minutes;
             record.time = today(15, 16, 17);
             record.afterIndex = 1;
             record.weekdays = {0, 1, 0, 1, 0, 0, 1};
@@ -122,25 +115,18 @@ TEST_F(SchedulePage, UntouchedItStoresWhatItLoaded) {
         }
 }
 
-TEST_F(SchedulePage, AnOldTimeOfDayStaysToTheSecond) {
-    for (const auto& [kind, id] :
-         {std::pair{ScheduleKind::Daily, IDC_DAILY_TIME}, {ScheduleKind::Monthly, IDC_MONTHLY_TIME}}) {
-        record.time = TimeValue::fromLocal(2001, 2, 3, 21, 5, 59, -1);
+TEST_F(SchedulePage, AnOldTimeStaysToTheSecond) {
+    const TimeValue old = TimeValue::fromLocal(2001, 2, 3, 21, 5, 59, -1);
+    for (const auto& [kind, id, stored] : {std::tuple{ScheduleKind::Daily, IDC_DAILY_TIME, today(21, 5, 59)},
+                                           {ScheduleKind::Monthly, IDC_MONTHLY_TIME, today(21, 5, 59)},
+                                           {ScheduleKind::Once, IDC_ONCE_TIME, old}}) {
+        record.time = old;
         open(kind);
         SendMessageA(host->item(id), WM_KILLFOCUS, 0, 0);
+        test::pumpUntilIdle();
         page->store();
-        EXPECT_EQ(record.time, today(21, 5, 59));
+        EXPECT_EQ(record.time, stored) << id;
     }
-}
-
-TEST_F(SchedulePage, AnUntouchedPastTimeOfASingleRunStaysToTheSecond) {
-    record.time = TimeValue::fromLocal(2001, 2, 3, 21, 5, 59, -1);
-    const TimeValue before = record.time;
-    open(ScheduleKind::Once);
-    test::pumpUntilIdle();
-    EXPECT_EQ(host->text(IDC_ONCE_TIME), "02/03/01 09:05 pm");
-    page->store();
-    EXPECT_EQ(record.time, before);
 }
 
 TEST_F(SchedulePage, EveryWeekdayIsItsOwnBoxMondayFirst) {
@@ -151,86 +137,65 @@ TEST_F(SchedulePage, EveryWeekdayIsItsOwnBoxMondayFirst) {
         open(ScheduleKind::Daily);
         for (std::size_t other = 0; other < 7; ++other)
             EXPECT_EQ(host->isChecked(boxes[other]), other == day);
+        const std::size_t next = (day + 1) % 7;
         host->click(boxes[day]);
-        host->click(boxes[6 - day]);
+        host->click(boxes[next]);
         page->store();
         decltype(record.weekdays) wanted{};
-        wanted[6 - day] = 6 - day == day ? 0 : 1;
-        if (6 - day == day)
-            wanted[day] = 1; // clicked twice
+        wanted[next] = 1;
         EXPECT_EQ(record.weekdays, wanted) << day;
     }
 }
 
-TEST_F(SchedulePage, DailyWithoutADayIsRefusedAndTheFocusGoesToMonday) {
+TEST_F(SchedulePage, DailyAloneNeedsADay) {
+    const test::MessageBoxes boxes;
+    record.weekdays = {};
+    addToSchedule({"a.kra"});
+    for (const ScheduleKind kind : test::allKinds) {
+        open(kind);
+        EXPECT_EQ(page->check(), kind != ScheduleKind::Daily) << static_cast<int>(kind);
+    }
+    EXPECT_EQ(boxes.shown.size(), 1U);
+    open(ScheduleKind::Daily);
+    host->click(IDC_SUNDAY);
+    EXPECT_TRUE(page->check());
+    EXPECT_EQ(boxes.shown.size(), 1U);
+}
+
+TEST_F(SchedulePage, DailyWithoutADayIsToldAndTheFocusGoesToMonday) {
+    const test::MessageBoxes boxes;
     record.weekdays = {};
     open(ScheduleKind::Daily);
     FocusRequests focus;
     page->addFilter(focus);
     EXPECT_FALSE(page->check());
-    ASSERT_EQ(test::shownMessages.size(), 1U);
-    EXPECT_EQ(test::shownMessages[0].text, "You must choose at least one day of the week.");
-    EXPECT_EQ(test::shownMessages[0].caption, base::applicationName);
-    EXPECT_EQ(test::shownMessages[0].owner, page->handle());
-    EXPECT_EQ(test::shownMessages[0].flags & MB_TYPEMASK, static_cast<UINT>(MB_OK));
-    EXPECT_THAT(focus.asked, ElementsAre(host->item(IDC_MONDAY)));
     page->removeFilter(focus);
-
-    test::shownMessages.clear();
-    host->click(IDC_SUNDAY);
-    EXPECT_TRUE(page->check());
-    EXPECT_THAT(test::shownMessages, IsEmpty());
+    ASSERT_EQ(boxes.shown.size(), 1U);
+    EXPECT_EQ(boxes.shown[0].text, "You must choose at least one day of the week.");
+    EXPECT_EQ(boxes.shown[0].caption, base::applicationName);
+    EXPECT_EQ(boxes.shown[0].owner, page->handle());
+    EXPECT_EQ(boxes.shown[0].flags & MB_TYPEMASK, UINT{MB_OK});
+    EXPECT_THAT(focus.asked, ElementsAre(host->item(IDC_MONDAY)));
 }
 
-TEST_F(SchedulePage, OtherKindsNeedNoDay) {
-    test::shownMessages.clear();
-    record.weekdays = {};
+TEST_F(SchedulePage, TheNumbersStayInTheirRanges) {
     addToSchedule({"a.kra"});
-    for (const ScheduleKind kind : test::allKinds) {
-        if (kind == ScheduleKind::Daily)
-            continue;
+    for (const auto& [kind, id, lowest, highest, above] :
+         {std::tuple{ScheduleKind::AfterProject, IDC_AFTER_DELAY, "0", "1440", "1441"},
+          {ScheduleKind::AtStartup, IDC_STARTUP_DELAY, "0", "1440", "1441"},
+          {ScheduleKind::Hourly, IDC_HOURLY_MINUTE, "0", "59", "60"},
+          {ScheduleKind::Monthly, IDC_MONTHLY_DAY, "1", "31", "32"}}) {
         open(kind);
-        EXPECT_TRUE(page->check()) << static_cast<int>(kind);
-    }
-    EXPECT_THAT(test::shownMessages, IsEmpty());
-}
-
-TEST_F(SchedulePage, TheNumbersStayInTheirRangesWhileTyped) {
-    struct Typed {
-        int id;
-        ScheduleKind kind;
-        const char* keys;
-        const char* shown;
-    };
-    for (const Typed& typed : {
-             Typed{IDC_AFTER_DELAY, ScheduleKind::AfterProject, "0", "0"},
-             Typed{IDC_AFTER_DELAY, ScheduleKind::AfterProject, "1440", "1440"},
-             Typed{IDC_AFTER_DELAY, ScheduleKind::AfterProject, "1441", "1440"},
-             Typed{IDC_AFTER_DELAY, ScheduleKind::AfterProject, "200", "200"},
-             Typed{IDC_AFTER_DELAY, ScheduleKind::AfterProject, "2000", "1440"},
-             Typed{IDC_AFTER_DELAY, ScheduleKind::AfterProject, "\b", "0"},
-             Typed{IDC_STARTUP_DELAY, ScheduleKind::AtStartup, "1440", "1440"},
-             Typed{IDC_STARTUP_DELAY, ScheduleKind::AtStartup, "9999", "1440"},
-             Typed{IDC_STARTUP_DELAY, ScheduleKind::AtStartup, "\b", "0"},
-             Typed{IDC_HOURLY_MINUTE, ScheduleKind::Hourly, "59", "59"},
-             Typed{IDC_HOURLY_MINUTE, ScheduleKind::Hourly, "60", "59"},
-             Typed{IDC_HOURLY_MINUTE, ScheduleKind::Hourly, "123", "12"},
-             Typed{IDC_HOURLY_MINUTE, ScheduleKind::Hourly, "\b", "0"},
-             Typed{IDC_MONTHLY_DAY, ScheduleKind::Monthly, "31", "31"},
-             Typed{IDC_MONTHLY_DAY, ScheduleKind::Monthly, "32", "31"},
-             Typed{IDC_MONTHLY_DAY, ScheduleKind::Monthly, "0", "1"},
-             Typed{IDC_MONTHLY_DAY, ScheduleKind::Monthly, "07", "7"},
-             Typed{IDC_MONTHLY_DAY, ScheduleKind::Monthly, "\b", "1"},
-             Typed{IDC_MONTHLY_DAY, ScheduleKind::Monthly, "x1y", "1"},
-         }) {
-        addToSchedule({"a.kra"});
-        open(typed.kind);
-        host->type(typed.id, typed.keys);
-        EXPECT_EQ(host->text(typed.id), typed.shown) << typed.id << " " << typed.keys;
+        for (const auto& [text, shown] :
+             {std::pair{highest, highest}, {above, highest}, {lowest, lowest}, {"", lowest}}) {
+            host->setText(id, text);
+            test::pumpUntilIdle();
+            EXPECT_EQ(host->text(id), shown) << id << " " << text;
+        }
     }
 }
 
-TEST_F(SchedulePage, WhatWasTypedFasterThanThePumpIsCorrectedBeforeItIsStored) {
+TEST_F(SchedulePage, ANumberIsCorrectedBeforeOkStoresIt) {
     open(ScheduleKind::Monthly);
     host->setText(IDC_MONTHLY_DAY, "0");
     NMHDR okPressed{host->handle(), 0, PSN_APPLY};

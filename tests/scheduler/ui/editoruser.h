@@ -1,0 +1,64 @@
+// What a user does in the editor, and what stands in for the platform there: editoruser.cpp replaces the
+// Browse dialog and the phone book, which has two entries.
+#pragma once
+
+#include "resources/ids.h"
+#include "scheduler/ui/framework/browselayout.h"
+#include "tests/scheduler/ui/whileopen.h"
+
+#include <windows.h>
+
+#include <commdlg.h>
+#include <prsht.h>
+
+#include <array>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace test {
+
+/// Fills in the answer of the Browse dialog; false when nothing is chosen.
+inline std::function<bool(OPENFILENAMEA&)> browseDialog;
+
+/// How often the program has asked for the entries of the phone book.
+inline int phoneBookQueries = 0;
+
+/// The sheet's page, made whether or not it was turned to.
+inline HWND projectPageOf(HWND sheet) {
+    return GetDlgItem(sheet, 136);
+}
+inline HWND schedulePageOf(HWND sheet) {
+    return GetDlgItem(sheet, 132);
+}
+
+inline void press(HWND dialog, int button) {
+    SendDlgItemMessageA(dialog, button, BM_CLICK, 0, 0);
+}
+
+/// Has the user choose these files, in the form of the dialog's answer.
+inline void browse(HWND sheet, const std::string& chosen) {
+    browseDialog = [&](OPENFILENAMEA& request) {
+        chosen.copy(request.lpstrFile, request.nMaxFile);
+        request.lpstrFile[chosen.size()] = '\0';
+        return true;
+    };
+    press(projectPageOf(sheet), framework::browseButtonIdOf(IDC_PROJECT_PATH));
+}
+
+inline void setPath(HWND sheet, const std::string& path) {
+    SetDlgItemTextA(projectPageOf(sheet), IDC_PROJECT_PATH, path.c_str());
+}
+
+/// The texts of a drop-down list.
+inline std::vector<std::string> itemTexts(HWND list) {
+    std::vector<std::string> texts;
+    for (LRESULT item = 0; item < SendMessageA(list, CB_GETCOUNT, 0, 0); ++item) {
+        std::array<char, 256> text{};
+        SendMessageA(list, CB_GETLBTEXT, static_cast<WPARAM>(item), reinterpret_cast<LPARAM>(text.data()));
+        texts.emplace_back(text.data());
+    }
+    return texts;
+}
+
+} // namespace test
