@@ -102,23 +102,16 @@ TEST_F(Engine, ARunNumberIsOneMoreThanTheHighestRunningOne) {
 
 // Manual runs
 
-TEST_F(Engine, AManualRunNeitherWaitsNorNeedsAnEnabledEntry) {
+TEST_F(Engine, AManualRunStartsADisabledOrRunningEntryBesideOthersAndTheLastOfItsRunsEndsIt) {
     addRunning("a.kra", 1);
     addIdle("b.kra").disabled = 1;
     engine.runEntry(1, at(4), true);
     EXPECT_THAT(log, ElementsAre("launch b.kra as run 2", "redraw"));
-    EXPECT_EQ(entries[1].running, 1);
-    EXPECT_EQ(entries[1].runStart, at(4));
-}
-
-TEST_F(Engine, AManualRunOfARunningEntryLeavesTheFirstEndUnmatched) {
-    addIdle("a.kra");
-    engine.runEntry(0, at(0), true);
-    engine.runEntry(0, at(1), true);
-    EXPECT_FALSE(finishAt(2, 1));
-    EXPECT_EQ(entries[0].running, 1);
-    EXPECT_TRUE(finishAt(3, 2));
-    EXPECT_EQ(entries[0].running, 0);
+    engine.runEntry(1, at(5), true);
+    EXPECT_EQ(entries[1].runStart, at(5));
+    EXPECT_FALSE(finishAt(6, 2));
+    EXPECT_TRUE(finishAt(7, 3));
+    EXPECT_EQ(entries[1].running, 0);
 }
 
 // The start of the program

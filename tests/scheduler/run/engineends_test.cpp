@@ -135,31 +135,21 @@ TEST_F(EngineEnds, TheNextRunIsComputedFromTheEnd) {
 
 // Command lines of their own
 
-TEST_F(EngineEnds, ACommandLineOfItsOwnEndsWithAnEmptyResultAndWakesItsChain) {
-    addRunning("run:backup.exe", 1).lastResult = "old";
+TEST_F(EngineEnds, ACommandLineOfItsOwnHasAnEmptyResultAndCountsAsFailedWhileRetriesLast) {
+    ScheduledProject& entry = addRunning("run:backup.exe", 1);
+    entry.lastResult = "old";
+    entry.retryLimit = 1;
     addFollower("b.kra", 0, 1);
     EXPECT_TRUE(finishAt(4, 1, {"never read", 0}));
     EXPECT_THAT(log, ElementsAre("redraw", "save")) << "no outcome is read";
     EXPECT_EQ(entries[0].lastResult, "");
-    EXPECT_EQ(entries[0].nextRun, TimeValue::never());
-    EXPECT_EQ(entries[1].nextRun, at(4 + 60));
-}
-
-TEST_F(EngineEnds, ACommandLineOfItsOwnCountsAsFailedWhileRetriesLast) {
-    addRunning("run:backup.exe", 1).retryLimit = 1;
-    EXPECT_TRUE(finishAt(4, 1));
     EXPECT_EQ(entries[0].retriesDone, 1u);
     EXPECT_EQ(entries[0].nextRun, at(4 + 15 * 60 + 5));
-    tickAt(4 + 15 * 60 + 5);
-    EXPECT_TRUE(finishAt(2000, 1));
+    tickAt(2000);
+    EXPECT_TRUE(finishAt(2001, 1));
     EXPECT_EQ(entries[0].retriesDone, 0u);
     EXPECT_EQ(entries[0].nextRun, TimeValue::never());
-}
-
-TEST_F(EngineEnds, APrefixInCapitalsHasAnOutcome) {
-    addRunning("RUN:backup.exe", 1);
-    EXPECT_TRUE(finishAt(4, 1, {"read", 0}));
-    EXPECT_EQ(entries[0].lastResult, "read");
+    EXPECT_EQ(entries[1].nextRun, at(2001 + 60));
 }
 
 // Retries
@@ -167,58 +157,53 @@ TEST_F(EngineEnds, APrefixInCapitalsHasAnOutcome) {
 TEST_F(EngineEnds, AFailedRunIsRetriedUpToItsLimitAndThenWakesItsChain) {
     addDue("a.kra").retryLimit = 2;
     addFollower("b.kra", 0, 10);
-    constexpr std::int32_t interval = 15 * 60 + 5;
-
-    tickAt(0);
-    EXPECT_TRUE(finishAt(100, 1, {"failed", 1}));
-    EXPECT_THAT(log, ElementsAre("take outcome 1", "redraw", "save"));
-    EXPECT_EQ(entries[0].nextRun, at(100 + interval));
-    EXPECT_EQ(entries[0].lastResult, "failed");
-
-    tickAt(100 + interval - 1);
-    EXPECT_EQ(entries[0].running, 0);
-    tickAt(100 + interval);
-    EXPECT_TRUE(finishAt(2000, 1, {"failed again", 1}));
-    EXPECT_EQ(entries[0].nextRun, at(2000 + interval));
-    EXPECT_EQ(entries[0].retriesDone, 2u);
-    EXPECT_EQ(entries[1].nextRun, TimeValue::never()) << "the chain sleeps while a run is retried";
-
-    tickAt(2000 + interval);
+    std::int32_t start = 0;
+    for (const std::uint32_t retriesDone : {1U, 2U}) {
+        tickAt(start);
+        EXPECT_TRUE(finishAt(start + 100, 1, {"failed", 1}));
+        EXPECT_THAT(log, ElementsAre("take outcome 1", "redraw", "save"));
+        EXPECT_EQ(entries[0].retriesDone, retriesDone);
+        EXPECT_EQ(entries[0].lastResult, "failed");
+        EXPECT_EQ(entries[1].nextRun, TimeValue::never()) << "the chain sleeps while a run is retried";
+        start += 100 + 15 * 60 + 5;
+        EXPECT_EQ(entries[0].nextRun, at(start));
+    }
+    tickAt(start);
     EXPECT_TRUE(finishAt(4000, 1, {"failed for good", 1}));
     EXPECT_EQ(entries[0].nextRun, TimeValue::never());
     EXPECT_EQ(entries[0].retriesDone, 0u);
     EXPECT_EQ(entries[1].nextRun, at(4000 + 600));
 }
 
-TEST_F(EngineEnds, RetriesAreCountedUnsigned) {
+TEST_F(EngineEnds, ARetryIsFiveSecondsLaterThanItsIntervalUnlessTheLimitIsReached) {
+    constexpr std::int32_t never = 0;
     const struct {
-        std::uint32_t limit, done, error, doneThen;
+        std::uint32_t limit, done, error;
+        std::int32_t interval;
+        std::uint32_t doneThen;
+        std::int32_t nextRun;
     } rows[] = {
-        {0, 0, 1, 0},          {1, 0, 1, 1},          {1, 1, 1, 0},
-        {1, 2, 1, 0},          {0xFFFFFFFF, 7, 1, 8}, {0xFFFFFFFF, 0x80000000, 1, 0x80000001},
-        {1, 0xFFFFFFFF, 1, 0}, {1, 0, 0x80000000, 1}, {2, 1, 0, 0},
+        {0, 0, 1, 15, 0, never},
+        {1, 0, 1, 15, 1, 905},
+        {1, 1, 1, 15, 0, never},
+        {1, 2, 1, 15, 0, never},
+        {2, 1, 0, 15, 0, never},
+        {1, 0, 0x80000000, 0, 1, 5},
+        {0xFFFFFFFF, 0x80000000, 1, 1, 0x80000001, 65},
+        {1, 0xFFFFFFFF, 1, 1, 0, never},
+        {1, 0, 1, -1, 1, -55},
+        {1, 0, 1, highest, 1, -55}, // it wraps around
     };
     for (const auto& row : rows) {
+        SCOPED_TRACE(testing::PrintToString(row.limit) + " " + testing::PrintToString(row.done));
         entries.clear();
         ScheduledProject& entry = addRunning("a.kra", 1);
         entry.retryLimit = row.limit;
         entry.retriesDone = row.done;
+        entry.retryIntervalMinutes = row.interval;
         EXPECT_TRUE(finishAt(0, 1, {"", row.error}));
-        EXPECT_EQ(entry.retriesDone, row.doneThen) << row.limit << " " << row.done;
-    }
-}
-
-TEST_F(EngineEnds, ARetryIsFiveSecondsLaterThanItsIntervalWhichWrapsAround) {
-    const struct {
-        std::int32_t minutes, seconds;
-    } rows[] = {{0, 5}, {1, 65}, {90, 5405}, {-1, -55}, {highest, -55}};
-    for (const auto& row : rows) {
-        entries.clear();
-        ScheduledProject& entry = addRunning("a.kra", 1);
-        entry.retryLimit = 1;
-        entry.retryIntervalMinutes = row.minutes;
-        EXPECT_TRUE(finishAt(0, 1, {"", 1}));
-        EXPECT_EQ(entry.nextRun, at(row.seconds)) << row.minutes;
+        EXPECT_EQ(entry.retriesDone, row.doneThen);
+        EXPECT_EQ(entry.nextRun, row.nextRun == never ? TimeValue::never() : at(row.nextRun));
     }
 }
 

@@ -31,58 +31,41 @@ TEST_F(EngineWaiting, OfTwoDueInTheSameSecondTheFirstStartsAndTheSecondWaitsForI
     EXPECT_EQ(entries[1].lastRun, at(7));
 }
 
-TEST_F(EngineWaiting, OneOfTheWaitingEntriesStartsAtATimeInScheduleOrder) {
+TEST_F(EngineWaiting, WaitingEntriesStartOneAtATimeInScheduleOrderUnlessSideBySideIsAllowed) {
     addRunning("a.kra", 1);
     addDue("b.kra");
     addDue("c.kra");
     tickAt(0);
     finishAt(1, 1);
     tickAt(1);
-    EXPECT_EQ(entries[1].running, 1);
-    EXPECT_EQ(entries[2].running, 0);
+    EXPECT_THAT(log, ElementsAre("launch b.kra as run 1", "redraw"));
     EXPECT_EQ(entries[2].waitingSince, at(0));
-}
-
-TEST_F(EngineWaiting, AWaitingEntryStartsWhenSideBySideIsAllowedMeanwhile) {
-    addRunning("a.kra", 1);
-    addDue("b.kra");
-    tickAt(0);
     policy.runMultiple = true;
-    tickAt(1);
-    EXPECT_EQ(entries[1].running, 1);
-    EXPECT_EQ(entries[1].runNumber, 2);
+    tickAt(2);
+    EXPECT_THAT(log, ElementsAre("launch c.kra as run 2", "redraw"));
 }
 
-TEST_F(EngineWaiting, EveryTickOfAWaitButTheFirstIsAChange) {
-    addRunning("a.kra", 1);
-    addDue("b.kra");
-    EXPECT_EQ(tickAt(0), TickResult());
-    EXPECT_THAT(log, IsEmpty());
-    for (const std::int32_t second : {1, 2}) {
-        EXPECT_EQ(tickAt(second), (TickResult{.changed = true}));
-        EXPECT_THAT(log, ElementsAre("redraw"));
-        EXPECT_EQ(entries[1].waitingSince, at(0));
-    }
-}
-
-TEST_F(EngineWaiting, AWaitEndsOneMinuteAfterTheWaitTime) {
+TEST_F(EngineWaiting, AWaitEndsOneMinuteAfterTheWaitTimeAndEachTickButItsFirstIsAChange) {
     const struct {
         std::uint32_t minutes;
         std::int32_t end;
     } rows[] = {{0, 60}, {1, 120}, {20, 1260}, {600, 36'060}};
     for (const auto& row : rows) {
+        SCOPED_TRACE(row.minutes);
         entries.clear();
         addRunning("a.kra", 1);
         addDue("b.kra");
         policy.waitTime = row.minutes;
-        tickAt(0);
+        EXPECT_EQ(tickAt(0), TickResult());
+        EXPECT_THAT(log, IsEmpty());
         for (const std::int32_t second : {1, row.end - 60, row.end - 1}) {
-            tickAt(second);
-            EXPECT_EQ(entries[1].waitingSince, at(0)) << row.minutes << " minutes, second " << second;
+            EXPECT_EQ(tickAt(second), (TickResult{.changed = true}));
+            EXPECT_THAT(log, ElementsAre("redraw"));
+            EXPECT_EQ(entries[1].waitingSince, at(0)) << second;
             EXPECT_EQ(entries[1].lastResult, "");
         }
         tickAt(row.end);
-        EXPECT_EQ(entries[1].waitingSince, TimeValue()) << row.minutes << " minutes";
+        EXPECT_EQ(entries[1].waitingSince, TimeValue());
         EXPECT_EQ(entries[1].lastResult, conflict);
     }
 }
