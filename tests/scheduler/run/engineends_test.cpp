@@ -62,17 +62,6 @@ TEST_F(EngineEnds, AManualStartThatFailsIsShownFirstAndEndsWhenItBegan) {
 
 // The end of a run
 
-TEST_F(EngineEnds, AnEndIsRecordedWithTheOutcomeThatWasLeft) {
-    addDue("a.kra");
-    tickAt(10);
-    EXPECT_TRUE(finishAt(99, 1, {"7 pages", 0}));
-    EXPECT_THAT(log, ElementsAre("take outcome 1", "redraw", "save"));
-    EXPECT_THAT(outcomes.left, IsEmpty());
-    EXPECT_EQ(entries[0].running, 0);
-    EXPECT_EQ(entries[0].lastRun, at(10)) << "the run's start";
-    EXPECT_EQ(entries[0].lastResult, "7 pages");
-}
-
 TEST_F(EngineEnds, AnOutcomeThatIsMissingOrCannotBeReadIsAGoodOne) {
     for (const std::exception_ptr& reason : {std::exception_ptr(), std::make_exception_ptr(std::bad_alloc()),
                                              std::make_exception_ptr(std::runtime_error("no outcome"))}) {
@@ -93,30 +82,22 @@ TEST_F(EngineEnds, AnOutcomeThatIsMissingOrCannotBeReadIsAGoodOne) {
     }
 }
 
-TEST_F(EngineEnds, AnEndWithANumberThatNoRunningEntryHasIsIgnored) {
-    addRunning("a.kra", 1);
-    addIdle("b.kra").runNumber = 2;
-    addRunning("deleted.kra", 3);
-    entries.remove(2);
-    const ScheduledProject before = entries[0];
-    for (const std::uint32_t number : {0u, 2u, 3u, 0xFFFFFFFFu}) {
+TEST_F(EngineEnds, AnEndGoesToTheFirstRunningEntryWithItsNumberAndElseIsIgnored) {
+    for (const std::int32_t number : {9, 1, 2, 2})
+        addRunning("a.kra", number);
+    addIdle("idle.kra").runNumber = 3;
+    entries.remove(0);
+    for (const std::uint32_t number : {0u, 3u, 9u, 0xFFFFFFFFu}) {
         EXPECT_FALSE(finishAt(1, number, {"foreign", 1})) << number;
         EXPECT_THAT(log, IsEmpty()) << "its outcome is not even read";
     }
-    EXPECT_EQ(entries[0], before);
-}
-
-TEST_F(EngineEnds, AnEndGoesToTheFirstRunningEntryWithItsNumber) {
-    for (const std::int32_t number : {0, 1, 2, 2})
-        addRunning("a.kra", number);
-    entries.remove(0);
     EXPECT_TRUE(finishAt(1, 2, {"the second", 0}));
     EXPECT_EQ(entries[0].running, 1);
     EXPECT_EQ(entries[1].lastResult, "the second");
     EXPECT_EQ(entries[2].running, 1);
 }
 
-TEST_F(EngineEnds, TheNextRunIsComputedFromTheEnd) {
+TEST_F(EngineEnds, AnEndIsRecordedWithItsOutcomeAndTheNextRunIsComputedFromIt) {
     const struct {
         ScheduleKind kind;
         TimeValue nextRun;
@@ -126,9 +107,13 @@ TEST_F(EngineEnds, TheNextRunIsComputedFromTheEnd) {
     for (const auto& row : rows) {
         entries.clear();
         addDue("a.kra", row.kind).time = at(0);
-        tickAt(0);
-        EXPECT_TRUE(finishAt(3 * 3600, 1));
+        tickAt(10);
+        EXPECT_TRUE(finishAt(3 * 3600, 1, {"7 pages", 0}));
+        EXPECT_THAT(log, ElementsAre("take outcome 1", "redraw", "save"));
         ASSERT_EQ(entries.size(), 1u);
+        EXPECT_EQ(entries[0].running, 0);
+        EXPECT_EQ(entries[0].lastRun, at(10)) << "the run's start";
+        EXPECT_EQ(entries[0].lastResult, "7 pages");
         EXPECT_EQ(entries[0].nextRun, row.nextRun);
     }
 }

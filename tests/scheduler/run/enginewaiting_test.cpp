@@ -101,14 +101,11 @@ TEST_F(EngineWaiting, TheMinutesWaitedAreComparedUnsigned) {
         // The clock was set back: less than a minute is no minute, a minute is enormously many.
         {1000, 941, 0, false},
         {1000, 940, 0, true},
-        {1000, 940, 20, true},
         {1000, 940, 0xFFFFFFFE, true},
         {1000, 940, 0xFFFFFFFF, false},
         {highest, 1, 35'791'393, true},
-        {highest, 1, 0xFFFFFFFF, false},
         // Endless waits.
         {1, highest, 0x7FFFFFFF, false},
-        {1, highest, 0xFFFFFFFF, false},
         {1, highest, 35'791'394, false},
         {1, highest, 35'791'393, true},
         // A damaged file's time, so far back that the difference wraps around.

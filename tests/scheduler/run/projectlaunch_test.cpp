@@ -51,16 +51,13 @@ TEST_F(ProjectLaunch, TheCommandLineNamesTheAssociatedProgramAndItsFixedArgument
     EXPECT_EQ(lineOf("C:\\NEWS.KRB"), "\"C:\\spider.exe\" -quiet /s3 /r /e \"C:\\NEWS.KRB\"");
 }
 
-TEST_F(ProjectLaunch, ASpiderExistsWhenItsAttributesCanBeRead) {
+TEST_F(ProjectLaunch, ASpiderExistsWhenItsAttributesCanBeReadOrAFileMatchesItsPattern) {
     EXPECT_TRUE(spiderExists(program));
     EXPECT_TRUE(spiderExists(" \t\r\n\f" + program + "\f \t\r\n")) << "white space is trimmed";
     EXPECT_TRUE(spiderExists(folder.path())) << "a folder has attributes, too";
     for (const std::string& missing :
          {folder.file("missing.exe"), '"' + program + '"', std::string(), std::string(" ")})
         EXPECT_FALSE(spiderExists(missing)) << missing;
-}
-
-TEST_F(ProjectLaunch, ASpiderExistsWhenAFileMatchesItsPattern) {
     for (const std::string pattern : {"my spider.*", "m*.exe", "my spide?.exe", "?y spider.exe"}) {
         EXPECT_TRUE(spiderExists(folder.file(pattern))) << pattern;
         EXPECT_TRUE(spiderExists("\t " + folder.file(pattern) + "\r\n ")) << pattern;
