@@ -94,7 +94,7 @@ void SchedulerEngine::onEntriesRemoved(std::span<const std::size_t> positions) {
 }
 
 std::size_t SchedulerEngine::findDue(std::size_t from, base::TimeValue now) const {
-    const auto rest = entries_.entries().subspan(std::min(from, entries_.size()));
+    const auto rest = entries_.entries().subspan(from);
     const auto due =
         std::ranges::find_if(rest, [now](const ScheduledProject& entry) { return isDueAt(entry, now); });
     return entries_.size() - static_cast<std::size_t>(rest.end() - due);

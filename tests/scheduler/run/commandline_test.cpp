@@ -1,148 +1,145 @@
 #include "scheduler/run/commandline.h"
+#include "scheduler/run/edition.h"
+#include "scheduler/run/workingdirectory.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdint>
 #include <limits>
+#include <string>
+#include <vector>
 
 namespace scheduler {
 namespace {
 
-constexpr std::string_view quotedSpider = "\"C:\\Program Files\\Spider\\spider.exe\"";
-const std::string p = std::string(quotedSpider);
-const std::string project = "D:\\My Projects\\news.kra";
-const std::string q = '"' + project + '"';
+const std::string program = "\"C:\\Program Files\\Spider\\spider.exe\"";
+const std::string project = " \"D:\\My Projects\\news.kra\"";
 
-ScheduledProject entryOf(std::string path, std::int32_t runNumber = 1) {
+ScheduledProject entryOf(const std::string& path, std::int32_t runNumber = 1) {
     ScheduledProject entry;
-    entry.path = std::move(path);
+    entry.path = path;
     entry.runNumber = runNumber;
     return entry;
 }
 
-ScheduledProject fullEntry(RunCommand command) {
-    ScheduledProject entry = entryOf(project, 7);
-    entry.runCommand = command;
-    entry.dialupEntry = "Office line";
-    entry.disconnectWhenDone = 1;
-    entry.timeLimitMinutes = 30;
-    return entry;
+struct Options {
+    std::string dialupEntry = {};
+    bool disconnects = false;
+    std::int32_t minutes = 0;
+};
+const Options allOptions{"Office line", true, 30};
+
+std::string lineOf(int command, const Options& options = {}, std::int32_t runNumber = 1) {
+    ScheduledProject entry = entryOf("D:\\My Projects\\news.kra", runNumber);
+    entry.runCommand = static_cast<RunCommand>(command);
+    entry.dialupEntry = options.dialupEntry;
+    entry.disconnectWhenDone = options.disconnects;
+    entry.timeLimitMinutes = options.minutes;
+    return composeCommandLine(entry, program);
 }
 
-TEST(Association, IsTakenApart) {
-    struct Row {
+TEST(CommandLine, AnAssociationIsSplitAfterItsQuotedProgram) {
+    const struct {
         const char* association;
         const char* program;
         const char* arguments;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"\"C:\\Program Files\\spider.exe\"", "C:\\Program Files\\spider.exe", ""},
         {"\"C:\\Program Files\\spider.exe\" -x /y", "C:\\Program Files\\spider.exe", " -x /y"},
         {"C:\\Program Files\\spider.exe", "C:\\Program Files\\spider.exe", ""},
-        {"C:\\spider.exe -x", "C:\\spider.exe -x", ""},
         {"C:\\spider.exe \"-x\"", "C:\\spider.exe \"-x\"", ""},
         {"\"C:\\spider.exe", "C:\\spider.exe", ""},
         {"\"", "", ""},
         {"", "", ""},
     };
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         const SpiderCommand command = splitAssociation(row.association);
         EXPECT_EQ(command.program, row.program) << row.association;
         EXPECT_EQ(command.arguments, row.arguments) << row.association;
     }
 }
 
-TEST(CommandLine, NormalRunWithoutOptions) {
-    EXPECT_EQ(composeCommandLine(entryOf(project), quotedSpider), p + " /s1 /r /e " + q);
+TEST(CommandLine, ItsSwitchesAreThoseOfTheRunCommandAndTheOptionsThatAreSet) {
+    constexpr std::int32_t lowest = std::numeric_limits<std::int32_t>::min();
+    const std::string all = " \"/aOffice line\" /d /t30 /e";
+    EXPECT_EQ(lineOf(0), program + " /s1 /r /e" + project);
+    EXPECT_EQ(lineOf(0, allOptions, 7), program + " /s7 /r" + all + project);
+    EXPECT_EQ(lineOf(1, allOptions, 2), program + " /s2 /u" + all + project);
+    EXPECT_EQ(lineOf(2), program + " /s1 /l" + project);
+    EXPECT_EQ(lineOf(2, allOptions), program + " /s1 /l" + project);
+    EXPECT_EQ(lineOf(3, allOptions), program + " /s1 /c" + all + project);
+    for (const std::int32_t unknown : {4, -1, lowest})
+        EXPECT_EQ(lineOf(unknown), program + " /s1 /e" + project) << unknown;
+    EXPECT_EQ(lineOf(0, {.dialupEntry = "Home"}), program + " /s1 /r \"/aHome\" /e" + project);
+    EXPECT_EQ(lineOf(0, {.dialupEntry = " my  line "}), program + " /s1 /r \"/a my  line \" /e" + project);
+    EXPECT_EQ(lineOf(0, {.disconnects = true}), program + " /s1 /r /d /e" + project);
+    EXPECT_EQ(lineOf(0, {.minutes = 1}), program + " /s1 /r /t1 /e" + project);
+    EXPECT_EQ(lineOf(0, {.minutes = lowest}, std::numeric_limits<std::int32_t>::max()),
+              program + " /s2147483647 /r /t-2147483648 /e" + project);
 }
 
-TEST(CommandLine, UpdateWithEveryOption) {
-    ScheduledProject entry = fullEntry(RunCommand::RunUpdateOnly);
-    entry.runNumber = 2;
-    EXPECT_EQ(composeCommandLine(entry, quotedSpider), p + " /s2 /u \"/aOffice line\" /d /t30 /e " + q);
+TEST(CommandLine, TheProgramIsQuotedOnceAndItsFixedArgumentsFollowIt) {
+    const ScheduledProject entry = entryOf("x.kra");
+    EXPECT_EQ(composeCommandLine(entry, "C:\\Program Files\\Spider\\spider.exe"),
+              program + " /s1 /r /e \"x.kra\"");
+    EXPECT_EQ(composeCommandLine(entry, program + " -quiet \"-o x\""),
+              program + " -quiet \"-o x\" /s1 /r /e \"x.kra\"");
+    EXPECT_EQ(composeCommandLine(entry, ""), "\"\" /s1 /r /e \"x.kra\"");
 }
 
-TEST(CommandLine, RelinkWithoutOptions) {
-    ScheduledProject entry = entryOf(project);
-    entry.runCommand = RunCommand::RelinkFiles;
-    EXPECT_EQ(composeCommandLine(entry, quotedSpider), p + " /s1 /l " + q);
+TEST(CommandLine, AfterThePrefixInSmallLettersItIsUsedAsItIs) {
+    ScheduledProject entry = entryOf("run:  notepad \"a b\" /x ");
+    entry.dialupEntry = "Office line";
+    EXPECT_EQ(composeCommandLine(entry, program), "  notepad \"a b\" /x ");
+    EXPECT_EQ(composeCommandLine(entryOf("run:"), program), "");
+    for (const std::string path : {"RUN:notepad", "Run:notepad", " run:notepad", "run"})
+        EXPECT_EQ(composeCommandLine(entryOf(path), program), program + " /s1 /r /e \"" + path + '"');
 }
 
-TEST(CommandLine, RelinkNeverCarriesConnectionSwitches) {
-    EXPECT_EQ(composeCommandLine(fullEntry(RunCommand::RelinkFiles), quotedSpider), p + " /s7 /l " + q);
+TEST(CommandLine, TheWorkingDirectoryIsTheFolderOfItsFirstWord) {
+    const struct {
+        const char* commandLine;
+        const char* directory;
+    } rows[] = {
+        {"\"C:\\Program Files\\Spider\\spider.exe\" /s1 \"D:\\x\\a.kra\"", "C:\\Program Files\\Spider\\"},
+        {"C:\\Spider\\spider.exe /s1", "C:\\Spider\\"},
+        {"C:\\Program Files\\Spider\\spider.exe", "C:\\"},
+        {"  \t C:\\Spider\\spider.exe", "C:\\Spider\\"},
+        {"tools/bin/spider.exe x", "tools/bin/"},
+        {"C:\\a/b.exe", "C:\\"},
+        {"\"tools/my spider.exe\"", "tools/"},
+        {"'C:\\Spider\\spider.exe' x", "C:\\Spider\\"},
+        {"'C:\\My Spider\\spider.exe' x", "C:\\"},
+        {"\"C:\\Spider\\spider.exe", "C:\\Spider\\"},
+        {"'C:\\Spider\\", "C:\\Spider\\"},
+        {"\"'C:\\Spider\\x'\"", "'C:\\Spider\\"},
+        {"\"C:\\Spider\\\"", "C:\\Spider\\"},
+        {"C:\\Spider\\\"", "C:\\Spider\\"},
+        {"\"C:\\a b\\c.exe\"d", "C:\\a b\\"},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(workingDirectoryOf(row.commandLine), row.directory) << row.commandLine;
+    for (const char* line : {"spider.exe D:\\x", "\"", "\"\"", "'", "", "   "})
+        EXPECT_EQ(workingDirectoryOf(line), "") << line;
 }
 
-TEST(CommandLine, EachCommandHasItsSwitch) {
-    const std::string rest = " \"/aOffice line\" /d /t30 /e " + q;
-    EXPECT_EQ(composeCommandLine(fullEntry(RunCommand::RunNormally), quotedSpider), p + " /s7 /r" + rest);
-    EXPECT_EQ(composeCommandLine(fullEntry(RunCommand::RunUpdateOnly), quotedSpider), p + " /s7 /u" + rest);
-    EXPECT_EQ(composeCommandLine(fullEntry(RunCommand::RunCompleteRefresh), quotedSpider),
-              p + " /s7 /c" + rest);
-}
-
-TEST(CommandLine, UnknownCommandHasNoSwitch) {
-    for (const std::int32_t value : {4, -1, std::numeric_limits<std::int32_t>::min()}) {
-        ScheduledProject entry = entryOf(project);
-        entry.runCommand = static_cast<RunCommand>(value);
-        EXPECT_EQ(composeCommandLine(entry, quotedSpider), p + " /s1 /e " + q) << value;
+TEST(CommandLine, TheExtensionTellsTheEditionInAnyCase) {
+    const struct {
+        int edition;
+        const char* name;
+        std::vector<const char*> paths;
+    } rows[] = {
+        {1, "Corvane Delta", {"C:\\a\\news.kra", "news.Kra", "C:\\a\\news.bak.kra", "C:\\a\\.kra"}},
+        {2, "Corvane Sigma", {"C:\\a\\news.krb", "NEWS.KRB"}},
+        {3, "Corvane Omega", {"C:\\a\\news.krc", "a/b/news.krc"}},
+        {0, "", {"C:\\a.kra\\news", "news.kra.bak", "news.krd", "news.krab", "news.kr", "kra", "news.", ""}},
+    };
+    for (const auto& row : rows) {
+        for (const char* path : row.paths) {
+            EXPECT_EQ(editionOf(path), row.edition) << path;
+            EXPECT_EQ(editionName(path), row.name) << path;
+        }
     }
-}
-
-TEST(CommandLine, EachOptionStandsAlone) {
-    ScheduledProject dialled = entryOf(project);
-    dialled.dialupEntry = "Home";
-    EXPECT_EQ(composeCommandLine(dialled, quotedSpider), p + " /s1 /r \"/aHome\" /e " + q);
-
-    ScheduledProject disconnecting = entryOf(project);
-    disconnecting.disconnectWhenDone = 1;
-    EXPECT_EQ(composeCommandLine(disconnecting, quotedSpider), p + " /s1 /r /d /e " + q);
-
-    ScheduledProject limited = entryOf(project);
-    limited.timeLimitMinutes = 1;
-    EXPECT_EQ(composeCommandLine(limited, quotedSpider), p + " /s1 /r /t1 /e " + q);
-}
-
-TEST(CommandLine, DialupNameWithBlanksStaysOneArgument) {
-    ScheduledProject entry = entryOf(project);
-    entry.dialupEntry = " my  office line ";
-    EXPECT_EQ(composeCommandLine(entry, quotedSpider), p + " /s1 /r \"/a my  office line \" /e " + q);
-}
-
-TEST(CommandLine, NumbersAreDecimalWhateverTheyAre) {
-    ScheduledProject entry = entryOf(project, std::numeric_limits<std::int32_t>::max());
-    entry.timeLimitMinutes = std::numeric_limits<std::int32_t>::min();
-    EXPECT_EQ(composeCommandLine(entry, quotedSpider), p + " /s2147483647 /r /t-2147483648 /e " + q);
-}
-
-TEST(CommandLine, ProgramIsQuotedExactlyOnce) {
-    EXPECT_EQ(composeCommandLine(entryOf(project), "C:\\Program Files\\Spider\\spider.exe"),
-              p + " /s1 /r /e " + q);
-}
-
-TEST(CommandLine, FixedArgumentsStayBehindTheProgram) {
-    EXPECT_EQ(composeCommandLine(entryOf(project), p + " -quiet \"-o x\""),
-              p + " -quiet \"-o x\" /s1 /r /e " + q);
-}
-
-TEST(CommandLine, NoAssociationLeavesAnEmptyProgram) {
-    EXPECT_EQ(composeCommandLine(entryOf(project), ""), "\"\" /s1 /r /e " + q);
-}
-
-TEST(CommandLine, OwnCommandLineIsUnchanged) {
-    ScheduledProject entry = fullEntry(RunCommand::RunUpdateOnly);
-    entry.path = "run:  notepad \"a b\" /x ";
-    EXPECT_EQ(composeCommandLine(entry, quotedSpider), "  notepad \"a b\" /x ");
-}
-
-TEST(CommandLine, PrefixAloneIsAnEmptyCommandLine) {
-    EXPECT_EQ(composeCommandLine(entryOf("run:"), quotedSpider), "");
-}
-
-TEST(CommandLine, PrefixInCapitalsIsAProject) {
-    EXPECT_EQ(composeCommandLine(entryOf("RUN:notepad"), quotedSpider), p + " /s1 /r /e \"RUN:notepad\"");
-    EXPECT_EQ(composeCommandLine(entryOf("Run:notepad"), quotedSpider), p + " /s1 /r /e \"Run:notepad\"");
-    EXPECT_EQ(composeCommandLine(entryOf(" run:notepad"), quotedSpider), p + " /s1 /r /e \" run:notepad\"");
-    EXPECT_EQ(composeCommandLine(entryOf("run"), quotedSpider), p + " /s1 /r /e \"run\"");
 }
 
 } // namespace

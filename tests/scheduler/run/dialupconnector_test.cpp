@@ -1,9 +1,7 @@
 #include "scheduler/run/dialupconnector.h"
-#include "tests/support/importedfunctions.h"
 #include "tests/support/temporaryfolder.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <bit>
@@ -19,13 +17,9 @@ using testing::StrCaseEq;
 
 using Names = std::vector<std::string>;
 
-constexpr DWORD tooSmall = 603;
-
 /// A service whose phone book has these entries. It watches how it is called.
-class SimulatedService {
-public:
-    explicit SimulatedService(Names phoneBook) : phoneBook_(std::move(phoneBook)) {}
-
+struct SimulatedService {
+    Names phoneBook;
     std::size_t spareRecords = 1; ///< how many records beyond its entries it wants room for
     int failingCall = 0;          ///< the call that ends with an error; 0 for none
     DWORD reportedBeyond = 0;     ///< how many entries more than the buffer has room for it reports
@@ -40,66 +34,52 @@ public:
         EXPECT_TRUE(isPrepared(records[calls - 1]));
         if (calls == failingCall)
             return ERROR_NOT_ENOUGH_MEMORY;
-        *count = static_cast<DWORD>(phoneBook_.size());
+        *count = static_cast<DWORD>(phoneBook.size());
         const std::size_t room = *size / 532;
-        if (room < phoneBook_.size() + spareRecords) {
-            *size = static_cast<DWORD>((phoneBook_.size() + spareRecords) * 532);
-            return tooSmall;
+        if (room < phoneBook.size() + spareRecords) {
+            *size = static_cast<DWORD>((phoneBook.size() + spareRecords) * 532);
+            return 603;
         }
-        for (std::size_t index = 0; index < phoneBook_.size(); ++index)
-            phoneBook_[index].copy(records[index].szEntryName, RAS_MaxEntryName);
+        for (std::size_t index = 0; index < phoneBook.size(); ++index)
+            phoneBook[index].copy(records[index].szEntryName, RAS_MaxEntryName);
         if (reportedBeyond)
             *count = static_cast<DWORD>(room) + reportedBeyond;
         return ERROR_SUCCESS;
     }
 
-private:
     static bool isPrepared(const RASENTRYNAMEA& record) {
         const auto rest = std::as_bytes(std::span(&record, 1)).subspan(sizeof(record.dwSize));
         return record.dwSize == 532 &&
                std::ranges::all_of(rest, [](std::byte byte) { return byte == std::byte{}; });
     }
-
-    Names phoneBook_;
 };
 
-TEST(PhoneBook, OneWithThreeEntriesTakesFourCallsAndGivesThemInTheServicesOrder) {
-    SimulatedService service({"office", "Home", "abroad"});
-    Names names;
-    EXPECT_TRUE(scheduler::listEntries(std::ref(service), names));
-    EXPECT_EQ(service.calls, 4) << "the first three have no room for what the service wants";
-    EXPECT_THAT(names, ElementsAre("office", "Home", "abroad"));
-}
-
-TEST(PhoneBook, OneWithoutEntriesTakesOneCall) {
-    SimulatedService service({});
-    Names names;
-    EXPECT_TRUE(scheduler::listEntries(std::ref(service), names));
-    EXPECT_EQ(service.calls, 1);
-    EXPECT_THAT(names, IsEmpty());
-}
-
-TEST(PhoneBook, ABufferThatJustFitsWillDo) {
-    SimulatedService service({"office", "Home"});
-    service.spareRecords = 0;
-    Names names;
-    EXPECT_TRUE(scheduler::listEntries(std::ref(service), names));
-    EXPECT_EQ(service.calls, 2);
-    EXPECT_THAT(names, ElementsAre("office", "Home"));
-}
-
-TEST(PhoneBook, TheLongestNameIsReadWhole) {
+TEST(DialupConnector, ListsThePhoneBookWithARecordMoreUntilTheServiceHasRoom) {
     const std::string longest(RAS_MaxEntryName, 'n');
-    SimulatedService service({longest});
-    Names names;
-    EXPECT_TRUE(scheduler::listEntries(std::ref(service), names));
-    EXPECT_THAT(names, ElementsAre(longest));
+    const struct {
+        Names phoneBook;
+        std::size_t spareRecords;
+        int calls;
+    } rows[] = {
+        {{"office", "Home", "abroad"}, 1, 4},
+        {{"office", "Home"}, 0, 2},
+        {{longest}, 1, 2},
+        {{}, 1, 1},
+    };
+    for (const auto& row : rows) {
+        SimulatedService service{row.phoneBook, row.spareRecords};
+        Names names{"earlier"};
+        EXPECT_TRUE(scheduler::listEntries(std::ref(service), names));
+        EXPECT_EQ(service.calls, row.calls);
+        Names expected = row.phoneBook;
+        expected.insert(expected.begin(), "earlier");
+        EXPECT_EQ(names, expected);
+    }
 }
 
-TEST(PhoneBook, AFailureAfterAnyNumberOfCallsLeavesAsManyEmptyNames) {
+TEST(DialupConnector, LeavesAsManyEmptyNamesAsThereWereCallsWhenTheServiceFails) {
     for (int call = 1; call <= 4; ++call) {
-        SimulatedService service({"office", "Home", "abroad"});
-        service.failingCall = call;
+        SimulatedService service{{"office", "Home", "abroad"}, 1, call};
         Names names;
         EXPECT_FALSE(scheduler::listEntries(std::ref(service), names));
         EXPECT_EQ(service.calls, call) << "no other try";
@@ -107,20 +87,12 @@ TEST(PhoneBook, AFailureAfterAnyNumberOfCallsLeavesAsManyEmptyNames) {
     }
 }
 
-TEST(PhoneBook, AServiceThatReportsMoreThanFitsHasFailedAndEveryRecordIsListed) {
-    SimulatedService service({"office", "Home"});
-    service.reportedBeyond = 1;
+TEST(DialupConnector, ListsEveryRecordWhenTheServiceReportsMoreThanFits) {
+    SimulatedService service{{"office", "Home"}, 1, 0, 1};
     Names names;
     EXPECT_FALSE(scheduler::listEntries(std::ref(service), names));
     EXPECT_EQ(service.calls, 3);
     EXPECT_THAT(names, ElementsAre("office", "Home", ""));
-}
-
-TEST(PhoneBook, WhatIsListedAlreadyStays) {
-    SimulatedService service({"office"});
-    Names names{"earlier"};
-    EXPECT_TRUE(scheduler::listEntries(std::ref(service), names));
-    EXPECT_THAT(names, ElementsAre("earlier", "office"));
 }
 
 DWORD WINAPI enumerateOneEntry(LPCSTR, LPCSTR, LPRASENTRYNAMEA records, LPDWORD, LPDWORD count) {
@@ -129,46 +101,26 @@ DWORD WINAPI enumerateOneEntry(LPCSTR, LPCSTR, LPRASENTRYNAMEA records, LPDWORD,
     return ERROR_SUCCESS;
 }
 
-/// What a connector asks a library for that lacks one of its entry points, and what it makes of it.
-struct Lookup {
-    Names asked;
-    bool available = false;
-    Names entries;
-};
-
-Lookup lookUpWithout(const std::string& missing) {
-    Lookup lookup;
-    const DialupConnector connector(GetModuleHandleA(nullptr), [&](HMODULE library, const char* name) {
-        EXPECT_EQ(library, GetModuleHandleA(nullptr));
-        lookup.asked.emplace_back(name);
-        return missing == name ? nullptr : std::bit_cast<FARPROC>(&enumerateOneEntry);
-    });
-    lookup.available = connector.available();
-    lookup.entries = connector.entries();
-    return lookup;
-}
-
-const Names entryPoints{"RasEnumEntriesA", "RasEnumConnectionsA", "RasGetConnectStatusA",  "RasHangUpA",
-                        "RasDialA",        "RasGetErrorStringA",  "RasGetEntryDialParamsA"};
-
-TEST(DialupConnector, IsAvailableWithAllSevenEntryPointsAndHasListedTheEntries) {
-    const Lookup lookup = lookUpWithout("");
-    EXPECT_EQ(lookup.asked, entryPoints);
-    EXPECT_TRUE(lookup.available);
-    EXPECT_THAT(lookup.entries, ElementsAre("office"));
-}
-
-TEST(DialupConnector, TheFirstMissingEntryPointEndsTheLookupAndNothingIsListed) {
-    for (std::size_t index = 0; index < entryPoints.size(); ++index) {
-        const Lookup lookup = lookUpWithout(entryPoints[index]);
-        EXPECT_EQ(lookup.asked,
-                  Names(entryPoints.begin(), entryPoints.begin() + static_cast<int>(index) + 1));
-        EXPECT_FALSE(lookup.available) << entryPoints[index];
-        EXPECT_THAT(lookup.entries, IsEmpty());
+TEST(DialupConnector, IsAvailableAndListsTheEntriesWithAllSevenEntryPointsOnly) {
+    const Names entryPoints{"RasEnumEntriesA", "RasEnumConnectionsA", "RasGetConnectStatusA",  "RasHangUpA",
+                            "RasDialA",        "RasGetErrorStringA",  "RasGetEntryDialParamsA"};
+    for (std::size_t missing = 0; missing <= entryPoints.size(); ++missing) {
+        Names asked;
+        const DialupConnector connector(GetModuleHandleA(nullptr), [&](HMODULE library, const char* name) {
+            EXPECT_EQ(library, GetModuleHandleA(nullptr));
+            asked.emplace_back(name);
+            return asked.size() == missing + 1 ? nullptr : std::bit_cast<FARPROC>(&enumerateOneEntry);
+        });
+        const bool available = missing == entryPoints.size();
+        EXPECT_EQ(connector.available(), available) << missing;
+        EXPECT_EQ(connector.entries(), available ? Names{"office"} : Names{});
+        // The first missing one ends the look-up.
+        EXPECT_EQ(asked, Names(entryPoints.begin(),
+                               entryPoints.begin() + static_cast<int>(missing) + (available ? 0 : 1)));
     }
 }
 
-TEST(DialupConnector, ASystemWithoutTheLibraryHasNoServiceAndNoEntries) {
+TEST(DialupConnector, IsNotAvailableWithoutTheLibrary) {
     const DialupConnector connector(nullptr, [](HMODULE, const char* name) -> FARPROC {
         ADD_FAILURE() << "looks for " << name << " in no library";
         return nullptr;
@@ -177,7 +129,7 @@ TEST(DialupConnector, ASystemWithoutTheLibraryHasNoServiceAndNoEntries) {
     EXPECT_THAT(connector.entries(), IsEmpty());
 }
 
-TEST(DialupConnector, TheProgramsOneUsesTheSystemsLibraryAndNoOtherOfThatName) {
+TEST(DialupConnector, UsesTheSystemsLibraryAndNoOtherOfThatName) {
     char system[MAX_PATH]{};
     GetSystemDirectoryA(system, sizeof system);
     const std::string systemFolder = system + std::string("\\");
@@ -193,15 +145,6 @@ TEST(DialupConnector, TheProgramsOneUsesTheSystemsLibraryAndNoOtherOfThatName) {
     EXPECT_THAT(path, StrCaseEq(systemFolder + "rasapi32.dll"));
     EXPECT_TRUE(connector.available());
     EXPECT_EQ(&connector, &DialupConnector::instance());
-}
-
-TEST(DialupConnector, TheServicesOwnPhoneBookIsListed) {
-    const auto enumerate =
-        test::platformFunction<decltype(&RasEnumEntriesA)>("rasapi32.dll", "RasEnumEntriesA");
-    ASSERT_NE(enumerate, nullptr);
-    Names listed;
-    scheduler::listEntries(enumerate, listed);
-    EXPECT_EQ(DialupConnector::instance().entries(), listed);
 }
 
 } // namespace

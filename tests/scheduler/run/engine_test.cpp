@@ -4,6 +4,8 @@
 #include <gmock/gmock.h>
 
 #include <cstdint>
+#include <memory>
+#include <vector>
 
 namespace scheduler {
 namespace {
@@ -12,42 +14,37 @@ using base::TimeValue;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-// What is due
+class Engine : public SchedulerEngineTest {};
 
-TEST_F(SchedulerEngineTest, DueFromTheSecondOfTheNextRunOn) {
-    struct Row {
+TEST_F(Engine, AnEntryIsDueFromTheSecondOfItsNextRunOn) {
+    const struct {
         std::int32_t now, nextRun;
         bool due;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {1000, 999, true}, {1000, 1000, true},     {1000, 1001, false},
         {1000, 0, true},   {1000, highest, false}, {highest, highest, true},
         {-5, 0, false},    {0, -5, true},          {lowest, highest, false},
     };
     addIdle("a.kra");
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         entries[0].nextRun = TimeValue(row.nextRun);
         EXPECT_EQ(engine.isDue(0, TimeValue(row.now)), row.due) << row.now << " " << row.nextRun;
     }
 }
 
-TEST_F(SchedulerEngineTest, NeitherDisabledNorRunningEntriesAreDue) {
-    addDue("a.kra");
-    EXPECT_TRUE(engine.isDue(0, at(0)));
-    entries[0].disabled = 1;
+TEST_F(Engine, DisabledAndRunningEntriesAreNotDue) {
+    addDue("disabled.kra").disabled = 255;
+    addDue("running.kra").running = 2;
     EXPECT_FALSE(engine.isDue(0, at(0)));
-    entries[0].disabled = 0;
-    entries[0].running = 1;
-    EXPECT_FALSE(engine.isDue(0, at(0)));
+    EXPECT_FALSE(engine.isDue(1, at(0)));
 }
 
-TEST_F(SchedulerEngineTest, AnyRunningFollowsTheEntries) {
+TEST_F(Engine, AnyRunningFollowsTheEntries) {
     EXPECT_FALSE(engine.anyRunning());
     addIdle("a.kra");
     addIdle("b.kra");
     EXPECT_FALSE(engine.anyRunning());
     entries[1].running = 1;
-    EXPECT_TRUE(engine.anyRunning());
     EXPECT_TRUE(engine.anyRunning());
     entries[1].running = 0;
     entries[0].running = 1;
@@ -60,141 +57,164 @@ TEST_F(SchedulerEngineTest, AnyRunningFollowsTheEntries) {
     EXPECT_FALSE(engine.anyRunning());
 }
 
-// Starting
-
-TEST_F(SchedulerEngineTest, DueEntryIsStartedUnderItsRunNumber) {
+TEST_F(Engine, ATickStartsADueEntryOnceAndWithoutASave) {
     addDue("a.kra");
+    EXPECT_EQ(tickAt(-1), TickResult());
+    EXPECT_THAT(log, IsEmpty());
     EXPECT_EQ(tickAt(3), (TickResult{.changed = true}));
-    EXPECT_THAT(log, ElementsAre("launch a.kra as run 1", "redraw")) << "starting does not save";
+    EXPECT_THAT(log, ElementsAre("launch a.kra as run 1", "redraw"));
     EXPECT_EQ(entries[0].running, 1);
     EXPECT_EQ(entries[0].runStart, at(3));
     EXPECT_EQ(entries[0].runNumber, 1);
     EXPECT_EQ(entries[0].waitingSince, TimeValue());
     EXPECT_EQ(entries[0].lastRun, TimeValue());
-}
-
-TEST_F(SchedulerEngineTest, RunningEntryIsNotStartedAgain) {
-    addDue("a.kra");
-    tickAt(0);
-    EXPECT_EQ(tickAt(1), TickResult());
-    EXPECT_THAT(log, IsEmpty());
-    EXPECT_EQ(launcher.launched.size(), 1u);
-}
-
-TEST_F(SchedulerEngineTest, IdleTickDoesNothing) {
-    addIdle("a.kra");
-    EXPECT_EQ(tickAt(0), TickResult());
+    EXPECT_EQ(tickAt(4), TickResult());
     EXPECT_THAT(log, IsEmpty());
 }
 
-TEST_F(SchedulerEngineTest, SideBySideAllDueEntriesStartInOrder) {
+TEST_F(Engine, ARunNumberIsOneMoreThanTheHighestRunningOne) {
+    const struct {
+        std::vector<std::int32_t> running;
+        std::int32_t next;
+    } rows[] = {{{}, 1}, {{1, 4}, 5}, {{4, 1}, 5}, {{2, 7, 3}, 8}, {{-5}, 1}, {{highest}, lowest}};
     policy.runMultiple = true;
-    addDue("a.kra");
-    addIdle("b.kra");
-    addDue("c.kra");
-    addDue("d.kra");
-    tickAt(0);
-    EXPECT_THAT(log, ElementsAre("launch a.kra as run 1", "launch c.kra as run 2", "launch d.kra as run 3",
-                                 "redraw"));
-}
-
-TEST_F(SchedulerEngineTest, RunNumberIsOneMoreThanTheHighestRunning) {
-    policy.runMultiple = true;
-    addRunning("a.kra", 1);
-    addRunning("b.kra", 4);
-    addIdle("ended.kra");
-    entries[2].runNumber = 9;
-    addDue("c.kra");
-    tickAt(0);
-    EXPECT_EQ(entries[3].runNumber, 5);
-    EXPECT_TRUE(finishAt(1, 4));
-    entries[2].nextRun = at(0);
-    tickAt(2);
-    EXPECT_EQ(entries[2].runNumber, 6);
-    for (const std::uint32_t number : {1u, 5u, 6u})
-        EXPECT_TRUE(finishAt(3, number));
-    entries[0].nextRun = at(0);
-    tickAt(4);
-    EXPECT_EQ(entries[0].runNumber, 1) << "nothing else runs";
+    for (const auto& row : rows) {
+        entries.clear();
+        addIdle("ended.kra").runNumber = 9;
+        for (const std::int32_t number : row.running)
+            addRunning("running.kra", number);
+        addDue("due.kra");
+        tickAt(0);
+        EXPECT_EQ(entries[entries.size() - 1].runNumber, row.next);
+        EXPECT_TRUE(finishAt(1, static_cast<std::uint32_t>(row.next)));
+    }
 }
 
 // Manual runs
 
-TEST_F(SchedulerEngineTest, ManualRunNeverWaits) {
+TEST_F(Engine, AManualRunStartsADisabledOrRunningEntryBesideOthersAndTheLastOfItsRunsEndsIt) {
     addRunning("a.kra", 1);
-    addIdle("b.kra");
-    entries[1].disabled = 1;
+    addIdle("b.kra").disabled = 1;
     engine.runEntry(1, at(4), true);
     EXPECT_THAT(log, ElementsAre("launch b.kra as run 2", "redraw"));
-    EXPECT_EQ(entries[1].running, 1);
-    EXPECT_EQ(entries[1].runStart, at(4));
+    engine.runEntry(1, at(5), true);
+    EXPECT_EQ(entries[1].runStart, at(5));
+    EXPECT_FALSE(finishAt(6, 2));
+    EXPECT_TRUE(finishAt(7, 3));
+    EXPECT_EQ(entries[1].running, 0);
 }
 
-TEST_F(SchedulerEngineTest, ManualRunOfARunningEntryLeavesTheFirstEndUnmatched) {
-    addIdle("a.kra");
-    engine.runEntry(0, at(0), true);
-    engine.runEntry(0, at(1), true);
-    EXPECT_EQ(entries[0].runNumber, 2);
-    EXPECT_FALSE(finishAt(2, 1));
-    EXPECT_EQ(entries[0].running, 1);
-    EXPECT_TRUE(finishAt(3, 2));
-    EXPECT_EQ(entries[0].running, 0);
-}
+// The start of the program
 
-// The first evaluation
-
-TEST_F(SchedulerEngineTest, ResetClearsTheRunStateAndNothingElse) {
-    ScheduledProject full = idleEntry("a.kra");
-    full.lastResult = "result";
-    full.lastRun = at(-5);
-    full.running = 1;
-    full.waitingSince = at(-4);
-    full.runStart = at(-3);
-    full.runNumber = 9;
-    full.retriesDone = 3;
-    full.retryLimit = 4;
-    full.nextRun = at(-2);
-    add(full);
+TEST_F(Engine, AResetClearsTheRunStateAndNothingElse) {
+    ScheduledProject& entry = addIdle("a.kra");
+    entry.lastResult = "result";
+    entry.lastRun = at(-5);
+    entry.retryLimit = 4;
+    const ScheduledProject expected = entry;
+    entry.running = 1;
+    entry.waitingSince = at(-4);
+    entry.runStart = at(-3);
+    entry.runNumber = 9;
+    entry.retriesDone = 3;
+    entry.nextRun = at(-2);
     engine.resetAll(at(0));
-    ScheduledProject expected = full;
-    expected.running = 0;
-    expected.waitingSince = TimeValue();
-    expected.runStart = TimeValue();
-    expected.runNumber = 0;
-    expected.retriesDone = 0;
-    expected.nextRun = TimeValue::never();
     EXPECT_EQ(entries[0], expected);
     EXPECT_THAT(log, ElementsAre("redraw"));
 }
 
-TEST_F(SchedulerEngineTest, AtStartupEntryRunsOnTheFirstTickAfterALogOn) {
-    ScheduledProject atStartup = idleEntry("a.kra");
-    atStartup.kind = ScheduleKind::AtStartup;
-    atStartup.minutes = 30;
-    add(atStartup);
+TEST_F(Engine, AnEntryAtStartupRunsOnTheFirstTickAfterALogOnWithoutItsDelay) {
+    addIdle("a.kra", ScheduleKind::AtStartup).minutes = 30;
+    EXPECT_EQ(engine.state().startupFlag, false) << "started by hand";
+    engine.resetAll(at(0));
+    EXPECT_EQ(entries[0].nextRun, TimeValue::never());
     engine.setStartupFlag(true);
-    EXPECT_TRUE(engine.state().startupFlag);
     engine.resetAll(at(0));
     engine.recomputeAll(at(0));
     engine.setStartupFlag(false);
     tickAt(1);
-    EXPECT_EQ(entries[0].running, 1) << "its delay is not added";
+    EXPECT_EQ(entries[0].running, 1);
     EXPECT_TRUE(finishAt(2, 1));
     EXPECT_EQ(entries[0].nextRun, TimeValue::never());
 }
 
-TEST_F(SchedulerEngineTest, AtStartupEntryDoesNotRunWhenStartedByHand) {
-    ScheduledProject atStartup = idleEntry("a.kra");
-    atStartup.kind = ScheduleKind::AtStartup;
-    add(atStartup);
+TEST_F(Engine, ASweepOverTheScheduleReadsTheClockOnce) {
+    addIdle("a.kra", ScheduleKind::Daily);
+    addIdle("b.kra", ScheduleKind::Monthly);
+    clock.reads = 0;
     engine.resetAll(at(0));
-    tickAt(1);
-    EXPECT_EQ(entries[0].running, 0);
+    EXPECT_EQ(clock.reads, 1);
+    engine.recomputeAll(at(0));
+    EXPECT_EQ(clock.reads, 2);
 }
 
-TEST_F(SchedulerEngineTest, IsNeitherStartingNorSuspendedAtFirst) {
-    EXPECT_FALSE(engine.state().startupFlag);
-    EXPECT_FALSE(engine.state().suspended);
+TEST_F(Engine, AfterItsEndItIsNotToldOfRemovals) {
+    addIdle("a.kra");
+    std::make_unique<SchedulerEngine>(entries, policy,
+                                      EngineServices{clock, launcher, outcomes, store, messages, listener});
+    entries.remove(0); // an address sanitizer would notice a call
+}
+
+// Suspending
+
+TEST_F(Engine, SuspendedNothingStartsAndResumingSkipsWhatWasMissed) {
+    addIdle("a.kra", ScheduleKind::Hourly);
+    engine.recomputeAll(at(0));
+    EXPECT_EQ(entries[0].nextRun, at(3600));
+    log.clear();
+
+    engine.setSuspended(true);
+    EXPECT_TRUE(engine.state().suspended);
+    EXPECT_TRUE(policy.suspended);
+    EXPECT_THAT(log, ElementsAre("redraw", "show suspended"));
+    EXPECT_EQ(tickAt(3600), TickResult());
+    EXPECT_EQ(entries[0].running, 0);
+
+    clock.set(at(3601));
+    engine.setSuspended(false);
+    EXPECT_FALSE(policy.suspended);
+    EXPECT_THAT(log, ElementsAre("redraw", "show resumed"));
+    EXPECT_EQ(entries[0].nextRun, at(7200));
+}
+
+TEST_F(Engine, SuspendingLeavesRunningEntriesAloneAndTheirEndsAreRecorded) {
+    addDue("a.kra");
+    addRunning("b.kra", 1).nextRun = at(3);
+    engine.setSuspended(true);
+    EXPECT_EQ(entries[0].nextRun, TimeValue::never());
+    EXPECT_EQ(entries[1].nextRun, at(3));
+    EXPECT_TRUE(finishAt(5, 1, {"done", 0}));
+    EXPECT_EQ(entries[1].lastResult, "done");
+}
+
+// The test command
+
+TEST_F(Engine, TheTestCommandShowsADueEntryAsRunningUntilTheProgramIsStartedAgain) {
+    addDue("a.kra");
+    addIdle("b.kra");
+    addDue("c.kra");
+    policy.suspended = true;
+    clock.set(at(-1));
+    engine.testTick();
+    EXPECT_EQ(entries[0].running, 0);
+    clock.set(at(2));
+    engine.testTick();
+    EXPECT_THAT(log, ElementsAre("redraw")) << "nothing is launched or saved";
+    EXPECT_EQ(entries[0].running, 1);
+    EXPECT_EQ(entries[0].runNumber, 1);
+    EXPECT_EQ(entries[0].runStart, at(2));
+    EXPECT_EQ(entries[1].running, 0);
+    EXPECT_EQ(entries[2].waitingSince, at(2)) << "the rules of conflicts hold";
+
+    policy.suspended = false;
+    tickAt(100);
+    EXPECT_EQ(entries[0].running, 1);
+    EXPECT_EQ(entries[2].running, 0);
+
+    engine.resetAll(at(200));
+    entries[0].nextRun = at(200);
+    tickAt(200);
+    EXPECT_THAT(log, ElementsAre("launch a.kra as run 1", "redraw"));
 }
 
 } // namespace

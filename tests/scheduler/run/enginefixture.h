@@ -25,52 +25,50 @@ inline const std::string systemError = "A system error prevented the project fro
 inline constexpr std::int32_t lowest = std::numeric_limits<std::int32_t>::min();
 inline constexpr std::int32_t highest = std::numeric_limits<std::int32_t>::max();
 
-inline constexpr std::int32_t startSeconds = 1'781'500'000; // a moment in June 2026
-
-constexpr base::TimeValue at(std::int32_t secondsFromStart) {
-    return base::TimeValue(startSeconds + secondsFromStart);
+/// So many seconds after noon of a day in June, in the zone of the test run.
+inline base::TimeValue at(std::int32_t seconds) {
+    return base::TimeValue(base::TimeValue::fromLocal(2026, 6, 15, 12, 0, 0, -1).seconds() + seconds);
 }
 
 /// The engine between fakes of all that it reaches, whose calls are noted in `log` in their order.
 class SchedulerEngineTest : public testing::Test {
 protected:
-    /// Follows nothing, so that nothing but a test makes it due.
-    static ScheduledProject idleEntry(const std::string& path) {
+    /// An entry after another project follows nothing, so that nothing but a test makes it due.
+    ScheduledProject& addIdle(const std::string& path, ScheduleKind kind = ScheduleKind::AfterProject) {
         ScheduledProject entry;
         entry.path = path;
-        entry.kind = ScheduleKind::AfterProject;
+        entry.kind = kind;
         entry.afterIndex = -1;
         entry.nextRun = base::TimeValue::never();
-        return entry;
-    }
-
-    ScheduledProject& add(ScheduledProject entry) {
         entries.append(std::move(entry));
         log.clear();
         return entries[entries.size() - 1];
     }
-    void addIdle(const std::string& path) { add(idleEntry(path)); }
-    void addDue(const std::string& path) { add(idleEntry(path)).nextRun = at(0); }
+    ScheduledProject& addDue(const std::string& path, ScheduleKind kind = ScheduleKind::AfterProject) {
+        ScheduledProject& entry = addIdle(path, kind);
+        entry.nextRun = at(0);
+        return entry;
+    }
     void addFollower(const std::string& path, std::int32_t afterIndex, std::int32_t minutes) {
-        ScheduledProject& entry = add(idleEntry(path));
+        ScheduledProject& entry = addIdle(path);
         entry.afterIndex = afterIndex;
         entry.minutes = minutes;
     }
     ScheduledProject& addRunning(const std::string& path, std::int32_t runNumber) {
-        ScheduledProject& entry = add(idleEntry(path));
+        ScheduledProject& entry = addIdle(path);
         entry.running = 1;
         entry.runNumber = runNumber;
         entry.runStart = at(-1000);
         return entry;
     }
 
-    TickResult tickAt(std::int32_t secondsFromStart) {
-        clock.set(at(secondsFromStart));
+    TickResult tickAt(std::int32_t seconds) {
+        clock.set(at(seconds));
         log.clear();
-        return engine.onTimer(at(secondsFromStart));
+        return engine.onTimer(at(seconds));
     }
-    bool finishAt(std::int32_t secondsFromStart, std::uint32_t runNumber, RunOutcome outcome = {}) {
-        clock.set(at(secondsFromStart));
+    bool finishAt(std::int32_t seconds, std::uint32_t runNumber, RunOutcome outcome = {}) {
+        clock.set(at(seconds));
         outcomes.left[runNumber] = std::move(outcome);
         log.clear();
         return engine.onRunFinished(runNumber);

@@ -1,14 +1,11 @@
-#include "lib/base/handles.h"
+#include "lib/base/processes.h"
+#include "lib/base/registry.h"
 #include "lib/base/threads.h"
-#include "scheduler/model/scheduledproject.h"
-#include "scheduler/run/outcomes.h"
 #include "scheduler/run/worker.h"
-#include "tests/scheduler/run/messagewindow.h"
+#include "tests/scheduler/run/simulatedprocesses.h"
 #include "tests/support/allocations.h"
-#include "tests/support/handlecount.h"
 #include "tests/support/importedfunctions.h"
 #include "tests/support/patience.h"
-#include "tests/support/samplespider.h"
 
 #include <windows.h>
 
@@ -17,263 +14,223 @@
 #include <gmock/gmock.h>
 
 #include <atomic>
-#include <map>
 #include <new>
-#include <sstream>
-#include <tlhelp32.h>
+#include <numeric>
 #include <vector>
 
-namespace scheduler {
 namespace {
 
-using test::builtProgram;
-using test::fileContent;
-using test::handleCount;
-using test::MessageWindow;
-using test::patience;
-using test::registerSpider;
-using test::SpiderFolder;
-using testing::HasSubstr;
-using testing::Not;
+std::atomic<int> workers = 0;            ///< threads that have not ended
+void (*workerFunction)(void*) = nullptr; ///< the function of each
+SRWLOCK workersMayBegin = SRWLOCK_INIT;  ///< while it is not held exclusively
+bool threadsStart = true;
+std::atomic<int> limitedWaits = 0;
+std::atomic<int> postsRefused = 0; ///< so many more, as by a queue that is full
 
-using Ends = std::map<WPARAM, int>;
-
-bool threadsAreRefused = false;
-
-std::uintptr_t beginThreadUnlessRefused(void (*start)(void*), unsigned stackSize, void* argument) {
-    static const auto original =
-        test::platformFunction<decltype(&_beginthread)>("msvcrt.dll", "_beginthread");
-    return threadsAreRefused ? base::threadFailed : original(start, stackSize, argument);
+void countedWorker(void* argument) {
+    AcquireSRWLockShared(&workersMayBegin);
+    ReleaseSRWLockShared(&workersMayBegin);
+    workerFunction(argument);
+    --workers;
 }
 
-std::atomic<int> postsRefused = 0; ///< as by a queue that is full
+std::uintptr_t countedThread(void (*start)(void*), unsigned stackSize, void* argument) {
+    static const auto original =
+        test::platformFunction<decltype(&_beginthread)>("msvcrt.dll", "_beginthread");
+    EXPECT_EQ(stackSize, 0U) << "the default";
+    if (!threadsStart)
+        return base::threadFailed;
+    ++workers;
+    workerFunction = start;
+    return original(countedWorker, stackSize, argument);
+}
+
+DWORD WINAPI watchedWait(HANDLE handle, DWORD milliseconds) {
+    static const auto original =
+        test::platformFunction<decltype(&WaitForSingleObject)>("kernel32.dll", "WaitForSingleObject");
+    limitedWaits += milliseconds != INFINITE;
+    return original(handle, milliseconds);
+}
 
 BOOL WINAPI postUnlessRefused(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     static const auto original =
         test::platformFunction<decltype(&PostMessageA)>("user32.dll", "PostMessageA");
-    if (message == WM_RUN_FINISHED && postsRefused > 0) {
-        --postsRefused;
-        return FALSE;
-    }
-    return original(window, message, wParam, lParam);
+    return postsRefused > 0 && --postsRefused >= 0 ? FALSE : original(window, message, wParam, lParam);
 }
 
-/// The runs of these tests leave their outcomes in a Windows that belongs to this test program alone.
-class WorkerTest : public testing::Test {
+} // namespace
+
+SCHEDULER_REPLACE_IMPORT(PostMessageA, "_PostMessageA@16", postUnlessRefused);
+SCHEDULER_REPLACE_IMPORT(WaitForSingleObject, "_WaitForSingleObject@8", watchedWait);
+SCHEDULER_REPLACE_IMPORT(_beginthread, "__beginthread", countedThread);
+
+namespace scheduler {
+namespace {
+
+using test::processes;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::UnorderedElementsAreArray;
+
+/// Until all workers have ended.
+void waitForWorkers() {
+    for (const ULONGLONG last = GetTickCount64() + test::patience; workers > 0 && GetTickCount64() < last;)
+        Sleep(1);
+    ASSERT_EQ(workers, 0);
+}
+
+class MessageWindow {
+public:
+    ~MessageWindow() { DestroyWindow(handle); }
+
+    /// The run numbers of the ends that have been posted since the last call.
+    std::vector<WPARAM> ends() const {
+        std::vector<WPARAM> numbers;
+        for (MSG message{}; PeekMessageA(&message, handle, 0x0401, 0x0401, PM_REMOVE);) {
+            EXPECT_EQ(message.lParam, 0);
+            numbers.push_back(message.wParam);
+        }
+        return numbers;
+    }
+
+    const HWND handle = CreateWindowA("STATIC", "", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
+};
+
+class Worker : public testing::Test {
 protected:
-    static void SetUpTestSuite() { ASSERT_TRUE(registerSpider()); }
+    Worker() {
+        launcher.reportTo(window.handle);
+        processes.starts.clear();
+        processes.canStart = true;
+        ResetEvent(processes.over.get());
+    }
 
-    WorkerTest() { launcher.reportTo(window.handle()); }
-
-    bool launchProject(const std::string& path, std::int32_t runNumber) {
+    bool launch(std::int32_t runNumber, const std::string& path = "run:\"C:\\My Spider\\spider.exe\" /s1") {
         ScheduledProject entry;
         entry.path = path;
         entry.runNumber = runNumber;
         return launcher.launch(entry);
     }
-    bool launchCommand(const std::string& commandLine, std::int32_t runNumber) {
-        return launchProject("run:" + commandLine, runNumber);
+    static void endProcesses() {
+        SetEvent(processes.over.get());
+        waitForWorkers();
     }
 
-    MessageWindow window;
-    SpiderFolder folder;
+    const MessageWindow window;
     WorkerLauncher launcher;
 };
 
-TEST(RunFinishedMessage, HasItsNumber) {
-    EXPECT_EQ(WM_RUN_FINISHED, 0x0401u);
+TEST_F(Worker, AProcessIsStartedMinimisedInTheFolderOfItsProgram) {
+    SetEvent(processes.over.get());
+    base::writeString(HKEY_CLASSES_ROOT, ".kra\\", "Corvane.Test");
+    base::writeString(HKEY_CLASSES_ROOT, "Corvane.Test\\shell\\open\\command\\", "C:\\Spider\\s.exe");
+    for (const char* path : {"D:\\a b.kra", "run:\"C:\\My Spider\\spider.exe\" x", "run:notepad"}) {
+        ASSERT_TRUE(launch(7, path));
+        waitForWorkers();
+    }
+    EXPECT_THAT(processes.starts,
+                ElementsAre(test::ProcessStart{"\"C:\\Spider\\s.exe\" /s7 /r /e \"D:\\a b.kra\"",
+                                               "C:\\Spider\\", 7, TRUE},
+                            test::ProcessStart{"\"C:\\My Spider\\spider.exe\" x", "C:\\My Spider\\", 7, TRUE},
+                            test::ProcessStart{"notepad", "", 7, TRUE}));
 }
 
-TEST_F(WorkerTest, EndOfARunIsPostedWhenTheProcessHasEnded) {
-    ASSERT_TRUE(launchProject(folder.project("a b.kra", "ms=50\nresult=7 pages\nerror=2"), 7));
-    EXPECT_EQ(window.waitForEnds(1), (Ends{{7, 1}}));
-    EXPECT_THAT(folder.log(), HasSubstr("end run 7: error 2"));
-    const RunOutcome outcome = RegistryOutcomes().take(7);
-    EXPECT_EQ(outcome.resultText, "7 pages");
-    EXPECT_EQ(outcome.errorCode, 2u);
-    EXPECT_FALSE(window.hasMore());
+TEST_F(Worker, TheEndIsPostedOnceThereWasOneHoweverLongItTook) {
+    ASSERT_TRUE(launch(7));
+    EXPECT_EQ(workers, 1);
+    EXPECT_THAT(window.ends(), IsEmpty());
+    endProcesses();
+    EXPECT_THAT(window.ends(), ElementsAre(7));
+    EXPECT_EQ(limitedWaits, 0);
 }
 
-TEST_F(WorkerTest, LaunchingDoesNotWait) {
-    const std::string project = folder.project("a.kra", "ms=1500");
-    ASSERT_TRUE(launchProject(project, 1));
-    EXPECT_THAT(folder.log(), Not(HasSubstr("end run 1")));
-    EXPECT_FALSE(window.hasMore());
-    EXPECT_EQ(window.waitForEnds(1), (Ends{{1, 1}}));
+TEST_F(Worker, TheEndIsPostedOnceTheQueueTakesIt) {
+    SetEvent(processes.over.get());
+    postsRefused = 2;
+    ASSERT_TRUE(launch(5));
+    waitForWorkers();
+    EXPECT_EQ(postsRefused, 0);
+    EXPECT_THAT(window.ends(), ElementsAre(5));
 }
 
-TEST_F(WorkerTest, ProcessIsStartedMinimisedInItsProgramsFolder) {
-    const std::string program = builtProgram("lib\\base\\startedprocess.exe");
-    const std::string report = folder.path() + "report.txt";
-    const std::string commandLine = '"' + program + "\" report \"" + report + '"';
-    ASSERT_TRUE(launchCommand(commandLine, 1));
-    window.waitForEnds(1);
-    std::istringstream lines(fileContent(report));
-    std::string processId, flags, show, directory, seenCommandLine;
-    lines >> processId >> flags >> show >> std::ws;
-    std::getline(lines, directory);
-    std::getline(lines, seenCommandLine);
-    EXPECT_EQ(show, "7");
-    EXPECT_EQ(directory + '\\', base::directoryOf(program));
-    EXPECT_EQ(seenCommandLine, commandLine);
+TEST_F(Worker, AnExitCodeThatCannotBeReadCountsAsZero) {
+    SetEvent(processes.over.get()); // events have none
+    EXPECT_EQ(base::runProcessAndWait("x", SW_HIDE, {}, INFINITE), 0U);
 }
 
-TEST_F(WorkerTest, ReportsToTheWindowOfTheLaunch) {
+TEST_F(Worker, AProcessThatCannotBeStartedHasEndedAtOnce) {
+    processes.canStart = false;
+    ASSERT_TRUE(launch(3));
+    waitForWorkers();
+    EXPECT_THAT(window.ends(), ElementsAre(3));
+
+    AcquireSRWLockExclusive(&workersMayBegin);
+    ASSERT_TRUE(launch(4));
+    {
+        const test::RefusedAllocations refused;
+        ReleaseSRWLockExclusive(&workersMayBegin);
+        waitForWorkers();
+    }
+    EXPECT_EQ(processes.starts.size(), 1U) << "without memory, not even tried";
+    EXPECT_THAT(window.ends(), ElementsAre(4));
+}
+
+TEST_F(Worker, TheEndIsPostedToTheWindowOfTheLaunch) {
     const MessageWindow later;
-    ASSERT_TRUE(launchProject(folder.project("a.kra", "ms=100"), 1));
-    launcher.reportTo(later.handle());
-    EXPECT_EQ(window.waitForEnds(1), (Ends{{1, 1}}));
-    EXPECT_FALSE(later.hasMore());
+    ASSERT_TRUE(launch(1));
+    launcher.reportTo(later.handle);
+    endProcesses();
+    EXPECT_THAT(window.ends(), ElementsAre(1));
+    EXPECT_THAT(later.ends(), IsEmpty());
 }
 
-TEST_F(WorkerTest, RunsLeaveNoMemoryBehind) {
-    const std::string project = folder.project("a.kra", "result=7 pages, and what else was there to tell");
-    const auto run = [&] {
-        ASSERT_TRUE(launchProject(project, 1));
-        window.waitForEnds(1);
-        EXPECT_THAT(RegistryOutcomes().take(1).resultText, HasSubstr("7 pages"));
-    };
-    run();
-    // Threads may still be on their way out, the first one here and the last one below. What it holds is less
-    // than one block for each run.
-    const std::size_t before = test::heldBlocks();
-    for (int i = 0; i < 10; ++i)
-        run();
-    const ULONGLONG last = GetTickCount64() + patience;
-    while (test::heldBlocks() > before && GetTickCount64() < last)
-        Sleep(1);
-    EXPECT_LE(test::heldBlocks(), before);
+TEST_F(Worker, AWorkerEndsWhenItsWindowIsGone) {
+    {
+        const MessageWindow gone;
+        launcher.reportTo(gone.handle);
+        ASSERT_TRUE(launch(1));
+    }
+    endProcesses();
 }
 
-TEST_F(WorkerTest, StartThatFailsIsAnEndAtOnce) {
-    ASSERT_TRUE(launchCommand("\"C:\\no such folder\\program.exe\" /s1", 1));
-    ASSERT_TRUE(launchCommand("", 2));
-    ASSERT_TRUE(launchProject("C:\\a type without a program.kra0", 3));
-    EXPECT_EQ(window.waitForEnds(3), (Ends{{1, 1}, {2, 1}, {3, 1}}));
-    const RunOutcome outcome = RegistryOutcomes().take(1);
-    EXPECT_EQ(outcome.resultText, "");
-    EXPECT_EQ(outcome.errorCode, 0u);
-}
-
-// Long enough that its text takes memory of its own.
-ScheduledProject longCommand() {
+TEST_F(Worker, WithoutMemoryNothingIsLaunched) {
     ScheduledProject entry;
-    entry.path = "run:\"C:\\Spider\\spider.exe\" /s1";
-    entry.runNumber = 1;
-    return entry;
-}
-
-TEST_F(WorkerTest, WithoutMemoryNothingIsLaunched) {
-    const ScheduledProject entry = longCommand();
+    entry.path = "run:\"C:\\Spider\\spider.exe\" /s1"; // long enough to take memory
     {
         const test::RefusedAllocations refused;
         EXPECT_THROW(static_cast<void>(launcher.launch(entry)), std::bad_alloc);
     }
-    EXPECT_FALSE(window.hasMore());
+    EXPECT_EQ(workers, 0);
 }
 
-TEST_F(WorkerTest, WithoutAThreadNothingIsLaunchedAndTheRequestIsFreed) {
-    // Often, so that the end of an earlier test's thread does not matter.
-    constexpr std::size_t launches = 100;
-    const ScheduledProject entry = longCommand();
-    threadsAreRefused = true;
-    const std::size_t allocatedBefore = test::allocationCount;
-    const std::size_t freedBefore = test::deallocationCount;
-    for (std::size_t i = 0; i < launches; ++i)
-        EXPECT_FALSE(launcher.launch(entry));
-    const std::size_t allocated = test::allocationCount - allocatedBefore;
-    const std::size_t freed = test::deallocationCount - freedBefore;
-    threadsAreRefused = false;
-    EXPECT_GE(allocated, 3 * launches) << "a request, its text and what the thread would get";
-    EXPECT_GE(freed, allocated);
-    EXPECT_FALSE(window.hasMore());
-}
-
-// The process that runs a program of this name, when there is one.
-base::KernelHandle runningProcess(const std::string& program) {
-    const base::FileHandle snapshot(CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
-    PROCESSENTRY32 process{};
-    process.dwSize = sizeof process;
-    for (BOOL more = Process32First(snapshot.get(), &process); more;
-         more = Process32Next(snapshot.get(), &process)) {
-        if (program == process.szExeFile)
-            return base::KernelHandle(OpenProcess(PROCESS_TERMINATE, FALSE, process.th32ProcessID));
+TEST_F(Worker, RunsLeaveNoMemoryBehindWhetherTheirThreadsStartOrNot) {
+    SetEvent(processes.over.get());
+    const auto run = [this] {
+        EXPECT_EQ(launch(1), threadsStart);
+        waitForWorkers();
+        EXPECT_EQ(window.ends().size(), threadsStart);
+        processes.starts.clear();
+    };
+    for (const bool start : {true, false}) {
+        threadsStart = start;
+        run();
+        const std::size_t before = test::heldBlocks();
+        for (int i = 0; i < 10; ++i)
+            run();
+        EXPECT_EQ(test::heldBlocks(), before);
     }
-    return {};
+    threadsStart = true;
 }
 
-TEST_F(WorkerTest, ProcessEndedFromOutsideIsAnEndWithoutAnOutcome) {
-    ASSERT_TRUE(launchProject(folder.project("a.kra", "seconds=600\nresult=never left\nerror=1"), 5));
-    ASSERT_TRUE(folder.logShows("start run 5"));
-    const base::KernelHandle process = runningProcess("spider.exe");
-    ASSERT_TRUE(process);
-    ASSERT_TRUE(TerminateProcess(process.get(), 1));
-    EXPECT_EQ(window.waitForEnds(1), (Ends{{5, 1}}));
-    const RunOutcome outcome = RegistryOutcomes().take(5);
-    EXPECT_EQ(outcome.resultText, "");
-    EXPECT_EQ(outcome.errorCode, 0u);
-}
-
-TEST_F(WorkerTest, WhateverASpiderLeavesTheRunEnds) {
-    launchProject(folder.project("crash.kra", "crash=1"), 1);
-    launchProject(folder.project("nothing.kra", "leave=nothing"), 2);
-    launchProject(folder.project("number.kra", "result-as-number=1\nerror=4"), 3);
-    launchProject(folder.path() + "missing.kra", 4);
-    EXPECT_EQ(window.waitForEnds(4), (Ends{{1, 1}, {2, 1}, {3, 1}, {4, 1}}));
-    RegistryOutcomes outcomes;
-    EXPECT_EQ(outcomes.take(1).errorCode, 0u);
-    EXPECT_EQ(outcomes.take(2).errorCode, 0u);
-    const RunOutcome number = outcomes.take(3);
-    EXPECT_EQ(number.resultText, "");
-    EXPECT_EQ(number.errorCode, 4u);
-    EXPECT_EQ(outcomes.take(4).errorCode, 2u);
-}
-
-TEST_F(WorkerTest, WindowThatIsGoneDoesNoHarm) {
-    {
-        const MessageWindow gone;
-        launcher.reportTo(gone.handle());
-        ASSERT_TRUE(launchProject(folder.project("a.kra", "ms=200"), 1));
-    }
-    EXPECT_TRUE(folder.logShows("end run 1"));
-}
-
-TEST_F(WorkerTest, EndOfARunIsPostedOnceTheQueueTakesIt) {
-    postsRefused = 3;
-    ASSERT_TRUE(launchCommand("", 5));
-    EXPECT_EQ(window.waitForEnds(1), (Ends{{5, 1}}));
-    EXPECT_EQ(postsRefused, 0);
-    EXPECT_FALSE(window.hasMore());
-}
-
-TEST_F(WorkerTest, TwoHundredRunsSideBySideEndOnceEach) {
-    constexpr int runs = 200;
-    const std::string project = folder.project("a.kra", "ms=300\nerror=1");
-    launchProject(project, 1);
-    window.waitForEnds(1);
-    const unsigned handlesBefore = handleCount();
-
-    Ends expected;
-    for (int number = 1; number <= runs; ++number) {
-        ASSERT_TRUE(launchProject(project, number));
-        expected[static_cast<WPARAM>(number)] = 1;
-    }
-    EXPECT_EQ(window.waitForEnds(runs), expected);
-    EXPECT_FALSE(window.hasMore());
-
-    RegistryOutcomes outcomes;
-    for (std::uint32_t number = 1; number <= runs; ++number)
-        EXPECT_EQ(outcomes.take(number).errorCode, 1u) << number;
-    // A worker has posted its message shortly before its thread ends. The platform itself may keep a few more
-    // handles than before; what a run leaves behind would be there as often as it ran.
-    const unsigned few = handlesBefore + runs / 20;
-    for (int tries = 0; tries < 500 && handleCount() > few; ++tries)
-        Sleep(20);
-    EXPECT_LE(handleCount(), few);
+TEST_F(Worker, TwentyRunsSideBySideEndOnceEach) {
+    std::vector<WPARAM> numbers(20);
+    std::iota(numbers.begin(), numbers.end(), WPARAM{1});
+    for (const WPARAM number : numbers)
+        ASSERT_TRUE(launch(static_cast<std::int32_t>(number)));
+    EXPECT_EQ(workers, 20);
+    endProcesses();
+    EXPECT_THAT(window.ends(), UnorderedElementsAreArray(numbers));
 }
 
 } // namespace
 } // namespace scheduler
-
-SCHEDULER_REPLACE_IMPORT(PostMessageA, "_PostMessageA@16", scheduler::postUnlessRefused);
-SCHEDULER_REPLACE_IMPORT(_beginthread, "__beginthread", scheduler::beginThreadUnlessRefused);
