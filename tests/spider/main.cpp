@@ -1,5 +1,5 @@
-// The sample spider; README.md tells what it does. It shares no code with the program: a fault of the program's
-// own would cancel out here.
+// The sample spider; README.md tells what it does. It shares no code with the program: a fault of the
+// program's own would cancel out here.
 #include <windows.h>
 
 #include <cstdlib>

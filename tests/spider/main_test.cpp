@@ -59,7 +59,8 @@ TEST_F(Spider, EndsAsItsProjectSays) {
     };
     const std::vector<Case> cases = {
         {"", 0, "", 0},
-        {"# error=9\r\nresult=3 pages = 2 new\r\nerror=4294967295\r\n", 4294967295, "3 pages = 2 new", 4294967295},
+        {"# error=9\r\nresult=3 pages = 2 new\r\nerror=4294967295\r\n", 4294967295, "3 pages = 2 new",
+         4294967295},
         {"result=x\nleave=nothing\nerror=3", 3, "none", 99},
         {"crash=1", 0xC0000005, "none", 99},
     };
