@@ -3,7 +3,6 @@
 #include "benches/program/marks.h"
 #include "lib/base/handles.h"
 #include "lib/base/registry.h"
-#include "tests/spider/invocation.h"
 
 #include <windows.h>
 
@@ -32,15 +31,22 @@ void waitForTheOthers() {
 
 } // namespace
 
-int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
-    const spider::Invocation invocation = spider::parseInvocation(GetCommandLineA());
-    if (!invocation.runNumber)
+int main(int count, char** words) {
+    std::string runNumber;
+    std::string project;
+    for (int i = 1; i < count; ++i) {
+        const std::string word = words[i];
+        if (word.starts_with("/s"))
+            runNumber = word.substr(2);
+        else if (!word.starts_with('/'))
+            project = word;
+    }
+    if (runNumber.empty())
         return 1;
     waitForTheOthers();
-    const std::string key =
-        "SOFTWARE\\Brindlewood\\Corvane Scheduler\\Schedule" + std::to_string(*invocation.runNumber) + '\\';
-    base::writeString(HKEY_LOCAL_MACHINE, key + "Result", invocation.projectPath);
+    const std::string key = "SOFTWARE\\Brindlewood\\Corvane Scheduler\\Schedule" + runNumber + '\\';
+    base::writeString(HKEY_LOCAL_MACHINE, key + "Result", project);
     base::writeNumber(HKEY_LOCAL_MACHINE, key + "Error", 0);
-    bench::writeMarks(invocation.projectPath, {processStart(), bench::momentNow()});
+    bench::writeMarks(project, {processStart(), bench::momentNow()});
     return 0;
 }

@@ -1,86 +1,139 @@
-// The sample spider: what it does is told by README.md.
-#include "lib/base/files.h"
-#include "lib/base/opsys.h"
-#include "lib/base/registry.h"
-#include "tests/spider/invocation.h"
-#include "tests/spider/project.h"
-#include "tests/spider/spiderlog.h"
-
+// The sample spider; README.md tells what it does. It shares no code with the program: a fault of the program's
+// own would cancel out here.
 #include <windows.h>
 
-#include <optional>
+#include <cstdlib>
+#include <ctime>
+#include <fstream>
+#include <iomanip>
 #include <string>
 
-namespace spider {
 namespace {
 
-constexpr std::uint32_t projectUnreadable = 2;
-
-bool registerFor(const std::string& extension) {
-    const std::string type = "Corvane.Project." + extension;
-    const std::string command = '"' + base::executablePath() + "\" \"%1\"";
-    return base::writeString(HKEY_CLASSES_ROOT, '.' + extension + '\\', type) &&
-           base::writeString(HKEY_CLASSES_ROOT, type + "\\shell\\open\\command\\", command);
-}
-
-int registerAll() {
-    bool done = true;
-    for (const char* extension : {"kra", "krb", "krc"})
-        done = registerFor(extension) && done;
-    return done ? 0 : 1;
-}
+struct Project {
+    DWORD milliseconds = 0;
+    std::string event; ///< the run lasts until it is signalled; empty: no event
+    std::string result;
+    DWORD error = 0;
+    bool resultIsNumber = false;
+    bool leavesOutcome = true;
+    bool crashes = false;
+};
 
 Project readProject(const std::string& path) {
-    base::MappedFile file;
-    if (file.open(path)) {
-        const auto bytes = file.bytes();
-        return parseProject({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
-    }
     Project project;
-    // An empty file, which says that all goes well, cannot be mapped.
-    if (!base::fileExists(path)) {
+    std::ifstream file(path);
+    if (!file) {
         project.result = "The project cannot be read.";
-        project.error = projectUnreadable;
+        project.error = 2;
+    }
+    for (std::string line; std::getline(file, line);) {
+        const std::size_t equals = line.find('=');
+        if (equals == std::string::npos || line.starts_with('#'))
+            continue;
+        const std::string name = line.substr(0, equals);
+        const std::string value = line.substr(equals + 1);
+        if (name == "seconds")
+            project.milliseconds = 1000 * std::strtoul(value.c_str(), nullptr, 10);
+        else if (name == "until")
+            project.event = value;
+        else if (name == "result")
+            project.result = value;
+        else if (name == "error")
+            project.error = std::strtoul(value.c_str(), nullptr, 10);
+        else if (name == "result-as-number")
+            project.resultIsNumber = value == "1";
+        else if (name == "leave")
+            project.leavesOutcome = value != "nothing";
+        else if (name == "crash")
+            project.crashes = value == "1";
     }
     return project;
 }
 
-void leaveOutcome(const Project& project, std::uint32_t runNumber) {
-    const std::string key =
-        "SOFTWARE\\Brindlewood\\Corvane Scheduler\\Schedule" + std::to_string(runNumber) + '\\';
-    // A value that cannot be written is missing, as with any spider.
-    if (project.resultAsNumber)
-        static_cast<void>(base::writeNumber(HKEY_LOCAL_MACHINE, key + "Result", project.error));
-    else
-        static_cast<void>(base::writeString(HKEY_LOCAL_MACHINE, key + "Result", project.result));
-    static_cast<void>(base::writeNumber(HKEY_LOCAL_MACHINE, key + "Error", project.error));
+std::string programPath() {
+    char path[MAX_PATH]{};
+    GetModuleFileNameA(nullptr, path, sizeof(path));
+    return path;
 }
 
-int run(const Invocation& invocation, const std::string& commandLine) {
-    const std::string log = logPath();
-    const std::uint32_t runNumber = *invocation.runNumber;
-    appendToLog(log, "start", runNumber, commandLine);
+std::string logPath() {
+    const char* const named = std::getenv("SCHEDULER_SPIDER_LOG");
+    const std::string program = programPath();
+    return named ? named : program.substr(0, program.rfind('\\') + 1) + "spider.log";
+}
 
-    const Project project = readProject(invocation.projectPath);
-    Sleep(static_cast<DWORD>(runTime(project, invocation.timeLimitMinutes).count()));
-    if (project.crash)
+/// Appends a line with the local time. False when that fails.
+bool log(const std::string& text) {
+    // One spider at a time: under Wine, lines appended at the same moment overwrite each other.
+    const HANDLE turn = CreateMutexA(nullptr, FALSE, "Corvane sample spider's log");
+    WaitForSingleObject(turn, INFINITE);
+    std::ofstream file(logPath(), std::ios::app);
+    const std::time_t now = std::time(nullptr);
+    file << std::put_time(std::localtime(&now), "%Y-%m-%d %H:%M:%S ") << text << '\n';
+    file.close();
+    ReleaseMutex(turn);
+    CloseHandle(turn);
+    return file.good();
+}
+
+bool setText(HKEY root, const std::string& key, const char* value, const std::string& text) {
+    return RegSetKeyValueA(root, key.c_str(), value, REG_SZ, text.c_str(),
+                           static_cast<DWORD>(text.size() + 1)) == ERROR_SUCCESS;
+}
+
+bool registerAll() {
+    bool done = true;
+    for (const std::string extension : {"kra", "krb", "krc"}) {
+        const std::string type = "Corvane.Project." + extension;
+        done &= setText(HKEY_CLASSES_ROOT, '.' + extension, "", type);
+        done &= setText(HKEY_CLASSES_ROOT, type + "\\shell\\open\\command", "",
+                        '"' + programPath() + "\" \"%1\"");
+    }
+    return done;
+}
+
+void leaveOutcome(const Project& project, const std::string& runNumber) {
+    const std::string key = "SOFTWARE\\Brindlewood\\Corvane Scheduler\\Schedule" + runNumber;
+    const auto leaveError = [&](const char* value) {
+        RegSetKeyValueA(HKEY_LOCAL_MACHINE, key.c_str(), value, REG_DWORD, &project.error, sizeof(DWORD));
+    };
+    if (project.resultIsNumber)
+        leaveError("Result");
+    else
+        setText(HKEY_LOCAL_MACHINE, key, "Result", project.result);
+    leaveError("Error");
+}
+
+int run(const std::string& runNumber, const std::string& path) {
+    log("start run " + runNumber + ": " + GetCommandLineA());
+    const Project project = readProject(path);
+    Sleep(project.milliseconds);
+    if (!project.event.empty())
+        WaitForSingleObject(CreateEventA(nullptr, TRUE, FALSE, project.event.c_str()), INFINITE);
+    if (project.crashes)
         TerminateProcess(GetCurrentProcess(), STATUS_ACCESS_VIOLATION);
-
-    appendToLog(log, "end", runNumber, "error " + std::to_string(project.error));
-    if (!project.leaveNothing)
+    log("end run " + runNumber + ": error " + std::to_string(project.error));
+    if (project.leavesOutcome)
         leaveOutcome(project, runNumber);
     return static_cast<int>(project.error);
 }
 
 } // namespace
-} // namespace spider
 
-int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
-    const std::string commandLine = GetCommandLineA();
-    const spider::Invocation invocation = spider::parseInvocation(commandLine);
-    if (invocation.registerTypes)
-        return spider::registerAll();
-    if (invocation.runNumber)
-        return spider::run(invocation, commandLine);
-    return spider::appendToLog(spider::logPath(), "open", std::nullopt, commandLine) ? 0 : 1;
+int main(int count, char** words) {
+    std::string runNumber;
+    std::string project;
+    for (int i = 1; i < count; ++i) {
+        const std::string word = words[i];
+        if (word == "/register")
+            return registerAll() ? 0 : 1;
+        if (word.starts_with("/s"))
+            runNumber = word.substr(2);
+        else if (!word.starts_with('/'))
+            project = word;
+    }
+    if (!runNumber.empty())
+        return run(runNumber, project);
+    return log(std::string("open run -: ") + GetCommandLineA()) ? 0 : 1;
 }
