@@ -3,7 +3,6 @@
 
 #include "lib/base/trayicon.h"
 #include "resources/ids.h"
-#include "tests/program/listdriver.h"
 #include "tests/program/programtest.h"
 #include "tests/program/witnessdriver.h"
 
@@ -22,19 +21,12 @@ class Commands : public ProgramTest {
 protected:
     void startWith(const std::vector<scheduler::ScheduledProject>& entries,
                    const std::string& switches = "") {
-        saveEntries(entries);
-        ASSERT_TRUE(scheduler_.start(switches));
-        list_ = std::make_unique<ListDriver>(scheduler_.window());
-        witness_ = std::make_unique<WitnessDriver>(scheduler_.window(), list_->handle());
+        ProgramTest::startWith(entries, switches);
+        witness_ = std::make_unique<WitnessDriver>(window(), list().handle());
         ASSERT_TRUE(witness_->isThere());
     }
 
-    HWND window() const { return scheduler_.window(); }
-    const ListDriver& list() const { return *list_; }
     const WitnessDriver& witness() const { return *witness_; }
-
-    /// Carries a command out before it returns.
-    void carryOut(int command) const { SendMessageA(window(), WM_COMMAND, static_cast<WPARAM>(command), 0); }
 
     std::vector<SeenItem> barMenu(char letter) const {
         return witness().menuOpenedBy(
@@ -55,21 +47,17 @@ protected:
     void expectProjectMenus(bool oneSelected, bool anySelected, const std::string& enableText,
                             bool canOpen) const {
         const bool none = !anySelected;
-        EXPECT_THAT(barMenu('e'),
-                    testing::ElementsAre(SeenItem{IDM_ADD, "&Add...", true, none},
-                                         SeenItem{IDM_EDIT, "&Edit...", oneSelected, oneSelected},
-                                         SeenItem{IDM_DELETE, "&Delete", anySelected, false},
-                                         SeenItem{IDM_ENABLE, enableText, anySelected, false},
-                                         SeenItem{0, "", true, false},
-                                         SeenItem{IDM_RUN, "&Run this project", anySelected, false},
-                                         SeenItem{IDM_OPEN, "&Open this project", canOpen, false}));
-        EXPECT_THAT(itemMenu(), testing::ElementsAre(SeenItem{IDM_ADD, "&Add...", true, none},
-                                                     SeenItem{IDM_EDIT, "&Edit...", oneSelected, oneSelected},
-                                                     SeenItem{IDM_DELETE, "&Delete", anySelected, false},
-                                                     SeenItem{IDM_ENABLE, enableText, anySelected, false},
-                                                     SeenItem{0, "", true, false},
-                                                     SeenItem{IDM_OPEN, "&Open...", canOpen, false},
-                                                     SeenItem{IDM_RUN, "&Run now", anySelected, false}));
+        std::vector<SeenItem> items = {{IDM_ADD, "&Add...", true, none},
+                                       {IDM_EDIT, "&Edit...", oneSelected, oneSelected},
+                                       {IDM_DELETE, "&Delete", anySelected, false},
+                                       {IDM_ENABLE, enableText, anySelected, false},
+                                       {0, "", true, false},
+                                       {IDM_RUN, "&Run this project", anySelected, false},
+                                       {IDM_OPEN, "&Open this project", canOpen, false}};
+        EXPECT_EQ(barMenu('e'), items);
+        items[5] = {IDM_OPEN, "&Open...", canOpen, false};
+        items[6] = {IDM_RUN, "&Run now", anySelected, false};
+        EXPECT_EQ(itemMenu(), items);
     }
 
     /// Keys as from the keyboard: pressed in this order and let go of again.
@@ -87,7 +75,7 @@ protected:
             send(*key, KEYEVENTF_KEYUP);
     }
 
-    std::unique_ptr<ListDriver> list_;
+private:
     std::unique_ptr<WitnessDriver> witness_;
 };
 

@@ -3,6 +3,7 @@
 
 #include "lib/base/registry.h"
 #include "scheduler/run/outcomes.h"
+#include "tests/program/listdriver.h"
 #include "tests/program/scheduledriver.h"
 
 #include <gtest/gtest.h>
@@ -51,6 +52,25 @@ protected:
     void TearDown() override {
         scheduler_.kill();
         forget();
+    }
+
+    void startWith(const std::vector<scheduler::ScheduledProject>& entries,
+                   const std::string& switches = "") {
+        scheduler_.kill();
+        saveEntries(entries);
+        ASSERT_TRUE(scheduler_.start(switches));
+    }
+
+    HWND window() const { return scheduler_.window(); }
+    ListDriver list() const { return ListDriver(window()); }
+
+    /// Carries a command out before it returns.
+    void carryOut(int command) const { SendMessageA(window(), WM_COMMAND, static_cast<WPARAM>(command), 0); }
+
+    /// The only entry as it is saved; an empty one while the file is being written.
+    static scheduler::ScheduledProject savedEntry() {
+        const auto entries = savedSchedule();
+        return entries.size() == 1 ? entries.front() : scheduler::ScheduledProject();
     }
 
     /// Ends the program by a second call, and starts it again.

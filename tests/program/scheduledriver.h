@@ -57,13 +57,16 @@ public:
     bool isRunning() const;
     bool waitForExit();
     DWORD exitCode() const;
-    void kill();
+    void kill(bool mayHaveEnded = false);
 
     /// Exits as the user does, who says Yes to the question if it is asked. False when it does not end.
     bool exit();
 
     /// Sends a menu command and, for one that may ask, does not wait for its end.
     void command(int id) const;
+
+    /// A tick of the window's timer; returns when the window has handled it.
+    void tick() const { SendMessageA(window_, WM_TIMER, 0, 0); }
 
     /// The program's message box, or dialog, that is open now; null when there is none.
     HWND messageBox() const;
@@ -78,9 +81,11 @@ public:
     static void press(HWND box, int button);
 
 private:
+    /// Fails when the program has crashed, or has ended although no one waited for its end.
     void expectNoCrash() const;
 
-    std::string program_; ///< the built one, unless another was named
+    std::string program_;     ///< the built one, unless another was named
+    bool endsByItself_ = false; ///< a test has waited for the end
     base::KernelHandle process_;
     DWORD id_ = 0;
     HWND window_ = nullptr;
@@ -96,7 +101,10 @@ public:
     SampleSpider();
 
     /// Writes a project file with the given lines; its full path.
-    std::string makeProject(const std::string& fileName, const std::string& lines) const;
+    std::string makeProject(const std::string& fileName, const std::string& lines = "") const;
+    /// The line of a project file whose runs last until release().
+    std::string untilReleased() const { return "until=" + eventName_ + "\n"; }
+    void release() const { SetEvent(event_.get()); }
     const std::string& folder() const { return folder_; }
     const std::string& program() const { return program_; }
     std::vector<std::string> log() const;
@@ -106,6 +114,8 @@ public:
 private:
     std::string folder_;
     std::string program_;
+    std::string eventName_;
+    base::KernelHandle event_;
 };
 
 } // namespace driver

@@ -1,11 +1,12 @@
-// The clock of the machine that tools/wine --settable makes up, set while programs run.
+// The clock of the machine that tools/wine --settable simulates, set while programs run.
 #pragma once
 
-#include <windows.h>
+#include "lib/base/dates.h"
 
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
+#include <stdexcept>
 #include <string>
 
 namespace driver {
@@ -14,21 +15,24 @@ class SettableClock {
 public:
     SettableClock() {
         const char* const path = std::getenv("SCHEDULER_CLOCK");
-        path_ = path ? path : "";
+        if (!path)
+            throw std::runtime_error("this test needs a clock of its own: tools/wine --settable");
+        path_ = path;
         std::ifstream(path_) >> offset_;
     }
-
-    bool isThere() const { return !path_.empty(); }
 
     /// Sets the clock so many seconds forwards, or backwards.
     void moveBy(long long seconds) {
         offset_ += seconds;
         char text[16]{};
         const int length = std::snprintf(text, sizeof(text), "%+011lld\n", offset_);
-        // Written over, in one piece: nobody must find the file empty.
+        // Overwritten in one piece: a program may read the file at any moment.
         std::FILE* const file = std::fopen(path_.c_str(), "r+b");
         std::fwrite(text, 1, static_cast<std::size_t>(length), file);
         std::fclose(file);
+    }
+    void moveTo(base::TimeValue time) {
+        moveBy(static_cast<long long>(time.seconds()) - base::TimeValue::now().seconds());
     }
 
 private:
