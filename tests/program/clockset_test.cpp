@@ -1,138 +1,156 @@
-// The clock is set while the program runs: next runs stand, whatever the clock says then. What has been
-// passed over runs once, at once; what lies ahead again waits.
+// The clock is set while the program runs. Next runs stay as they are: those passed over run once, at once; those
+// that are ahead again wait.
 
-#include "lib/base/registry.h"
 #include "resources/ids.h"
-#include "tests/program/occasions.h"
-#include "tests/program/scheduledriver.h"
+#include "tests/program/editordriver.h"
+#include "tests/program/programtest.h"
 #include "tests/program/settableclock.h"
+#include "tests/program/witnessdriver.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
+using base::TimeSpan;
 using base::TimeValue;
+using driver::lastRunColumn;
+using driver::nextRunColumn;
+using driver::sleeping;
 using driver::waitUntil;
-using plain::Second;
 using scheduler::ScheduledProject;
 using scheduler::ScheduleKind;
+using testing::StartsWith;
 
 namespace {
 
-const std::string programKey = "Software\\Brindlewood\\scheduler";
+constexpr TimeSpan hour = TimeSpan::fromMinutes(60);
+constexpr TimeSpan day = TimeSpan::fromDays(1);
+constexpr TimeSpan year = TimeSpan::fromDays(365);
 
-constexpr Second hour = 3600;
-constexpr Second day = 24 * hour;
-constexpr Second year = 365 * day;
+enum Position : std::size_t { hourly, daily, monthly, once, count };
 
-// What the program may be late on a busy machine.
-constexpr Second lateness = 120;
-
-enum Position { hourly, daily, monthly, once, count };
-
-Second now() {
-    return TimeValue::now().seconds();
-}
-
-/// Starts in May, at ten o'clock.
-class ClockSet : public ::testing::Test {
+class ClockSet : public driver::ProgramTest {
 protected:
     void SetUp() override {
-        ASSERT_TRUE(clock_.isThere()) << "this test needs a clock of its own";
-        base::deleteKey(HKEY_CURRENT_USER, programKey);
-        base::writeNumber(HKEY_CURRENT_USER, programKey + "\\State\\RunMultiple", 1);
-        // The tests before have moved the clock.
-        clock_.moveBy(begin_ - now());
-        std::vector<ScheduledProject> entries(count);
-        for (ScheduledProject& entry : entries)
-            entry.path = spider_.makeProject(std::to_string(&entry - entries.data()) + ".kra", "ms=20\n");
+        ProgramTest::SetUp();
+        clock_.moveTo(begin_); // the tests before have set it, too
+    }
+
+    void startWithEachKind() {
+        base::writeNumber(HKEY_CURRENT_USER, driver::stateKey + "\\RunMultiple", 1);
+        std::vector<ScheduledProject> entries(count, sleeping(spider_.makeProject("a.kra")));
         entries[hourly].kind = ScheduleKind::Hourly;
         entries[hourly].minutes = 30;
         entries[daily].kind = ScheduleKind::Daily;
         entries[monthly].kind = ScheduleKind::Monthly;
         entries[monthly].dayOfMonth = 20;
         entries[once].kind = ScheduleKind::Once;
-        entries[daily].time = entries[monthly].time = TimeValue(static_cast<std::int32_t>(begin_ + 5 * hour));
-        entries[once].time = TimeValue(static_cast<std::int32_t>(begin_ + 3 * day));
-        driver::saveEntries(entries);
-        const Second before = now();
-        ASSERT_TRUE(scheduler_.start("/s"));
-        occasions_ = std::make_unique<driver::Occasions>(entries, before, now(), year + day);
-    }
-    void TearDown() override {
-        scheduler_.kill();
-        driver::saveEntries({});
-        base::deleteKey(HKEY_CURRENT_USER, programKey);
+        entries[daily].time = entries[monthly].time = begin_ + TimeSpan::fromMinutes(5 * 60);
+        entries[once].time = begin_ + TimeSpan::fromDays(3);
+        startWith(entries, "/s");
     }
 
-    /// How often each entry has run, once the program has had the time for more.
-    std::vector<std::size_t> runsAfterAWhile() {
-        waitUntil([&] {
-            occasions_->look(now());
-            return !occasions_->isAnyOverdue(now());
-        });
-        const ULONGLONG end = GetTickCount64() + 2500; // two ticks
-        while (GetTickCount64() < end) {
-            Sleep(20);
-            occasions_->look(now());
-        }
-        std::vector<std::size_t> runs;
-        for (std::size_t entry = 0; entry < count; ++entry)
-            runs.push_back(occasions_->runsOf(entry));
-        return runs;
-    }
+    void moveBy(TimeSpan span) { clock_.moveTo(TimeValue::now() + span); }
 
     using Runs = std::vector<std::size_t>;
 
+    /// How often each entry has run by the end of the runs that the next two ticks start.
+    Runs runsAfterTwoTicks() {
+        scheduler_.tick();
+        scheduler_.tick();
+        EXPECT_TRUE(waitUntil([&] {
+            for (std::size_t entry = 0; entry < count; ++entry)
+                if (list().cell(static_cast<int>(entry), nextRunColumn) == "Running")
+                    return false;
+            return true;
+        }));
+        saved_ = driver::savedSchedule();
+        EXPECT_EQ(saved_.size(), std::size_t{count});
+        for (std::size_t entry = 0; entry < count; ++entry)
+            if (saved_[entry].lastRun != lastRuns_[entry]) {
+                lastRuns_[entry] = saved_[entry].lastRun;
+                ++runs_[entry];
+            }
+        return runs_;
+    }
+    TimeValue nextRun(Position entry) const { return saved_[entry].nextRun; }
+
     driver::SettableClock clock_;
     driver::SampleSpider spider_;
-    driver::SchedulerProcess scheduler_;
-    std::unique_ptr<driver::Occasions> occasions_;
-    static inline const Second begin_ = now();
+    const TimeValue begin_ = TimeValue::fromLocal(2026, 5, 12, 10, 0, 0, -1);
+    std::vector<ScheduledProject> saved_;
+    std::vector<TimeValue> lastRuns_ = std::vector<TimeValue>(count);
+    Runs runs_ = Runs(count);
 };
 
 TEST_F(ClockSet, ForwardsRunsOnceWhatWasPassedOver) {
-    EXPECT_EQ(runsAfterAWhile(), (Runs{0, 0, 0, 0}));
-    clock_.moveBy(hour);
-    EXPECT_EQ(runsAfterAWhile(), (Runs{1, 0, 0, 0}));
-    EXPECT_LE(occasions_->nextOf(hourly), now() + hour);
-    clock_.moveBy(day);
-    EXPECT_EQ(runsAfterAWhile(), (Runs{2, 1, 0, 0}));
-    clock_.moveBy(year);
-    EXPECT_EQ(runsAfterAWhile(), (Runs{3, 2, 1, 1}));
-    EXPECT_EQ(occasions_->nextOf(once), plain::never);
-    occasions_->expectNoneMissed(now() + year);
+    startWithEachKind();
+    EXPECT_EQ(runsAfterTwoTicks(), (Runs{0, 0, 0, 0}));
+    moveBy(hour);
+    EXPECT_EQ(runsAfterTwoTicks(), (Runs{1, 0, 0, 0}));
+    EXPECT_EQ(nextRun(hourly), begin_ + TimeSpan::fromMinutes(90));
+    moveBy(day);
+    EXPECT_EQ(runsAfterTwoTicks(), (Runs{2, 1, 0, 0}));
+    moveBy(year);
+    EXPECT_EQ(runsAfterTwoTicks(), (Runs{3, 2, 1, 1}));
+    EXPECT_EQ(nextRun(once), TimeValue::never());
 }
 
 TEST_F(ClockSet, BackwardsWaitsUntilTheNextRunsComeAgain) {
-    clock_.moveBy(hour);
-    ASSERT_EQ(runsAfterAWhile(), (Runs{1, 0, 0, 0}));
-    const Second next = occasions_->nextOf(hourly);
-    for (const Second step : {hour, day, year}) {
-        clock_.moveBy(-step);
-        EXPECT_EQ(runsAfterAWhile(), (Runs{1, 0, 0, 0})) << step;
-        EXPECT_EQ(occasions_->nextOf(hourly), next);
+    startWithEachKind();
+    moveBy(hour);
+    ASSERT_EQ(runsAfterTwoTicks(), (Runs{1, 0, 0, 0}));
+    const TimeValue next = nextRun(hourly);
+    for (const TimeSpan step : {hour, day, year}) {
+        clock_.moveTo(TimeValue::now() - step);
+        EXPECT_EQ(runsAfterTwoTicks(), (Runs{1, 0, 0, 0}));
+        EXPECT_EQ(nextRun(hourly), next);
     }
-    clock_.moveBy(next - now() - 4);
-    EXPECT_EQ(runsAfterAWhile()[hourly], now() < next ? 1U : 2U);
-    ASSERT_TRUE(waitUntil([&] {
-        occasions_->look(now());
-        return occasions_->runsOf(hourly) == 2;
-    }));
-    EXPECT_LE(now(), next + lateness);
+    clock_.moveTo(next);
+    EXPECT_EQ(runsAfterTwoTicks(), (Runs{2, 0, 0, 0}));
+    EXPECT_EQ(nextRun(hourly), next + hour);
 }
 
 TEST_F(ClockSet, BackwardsIsCaughtUpWithByResuming) {
-    clock_.moveBy(-day);
-    ASSERT_EQ(runsAfterAWhile(), (Runs{0, 0, 0, 0}));
-    for (const std::string title : {"Corvane Scheduler (suspended)", "Corvane Scheduler"}) {
-        scheduler_.command(IDM_SUSPEND);
-        ASSERT_TRUE(waitUntil([&] { return driver::textOf(scheduler_.window()) == title; }));
-    }
-    const Second resumed = now();
+    startWithEachKind();
+    clock_.moveTo(begin_ - day);
+    ASSERT_EQ(runsAfterTwoTicks(), (Runs{0, 0, 0, 0}));
+    carryOut(IDM_SUSPEND);
+    carryOut(IDM_SUSPEND);
     ASSERT_TRUE(scheduler_.exit());
-    const std::vector<ScheduledProject> saved = driver::savedSchedule();
+    const auto saved = driver::savedSchedule();
     ASSERT_EQ(saved.size(), std::size_t{count});
-    EXPECT_LE(saved[hourly].nextRun.seconds(), resumed + hour);
-    EXPECT_LE(saved[daily].nextRun.seconds(), resumed + day);
+    EXPECT_EQ(saved[hourly].nextRun, begin_ - day + TimeSpan::fromMinutes(30));
+    EXPECT_EQ(saved[daily].nextRun, begin_ - day + TimeSpan::fromMinutes(5 * 60));
+}
+
+TEST_F(ClockSet, MidnightTurnsTomorrowIntoTodayAndTodayIntoYesterdayByItself) {
+    ScheduledProject entry = sleeping("C:\\Sites\\news.kra");
+    entry.kind = ScheduleKind::Once;
+    entry.time = begin_ + day;
+    entry.lastRun = begin_ - hour;
+    startWith({entry});
+    const driver::WitnessDriver witness(window(), list().handle());
+    ASSERT_TRUE(witness.isThere());
+    EXPECT_THAT(list().cell(0, nextRunColumn), StartsWith("tomorrow at "));
+    EXPECT_THAT(list().cell(0, lastRunColumn), StartsWith("today at "));
+    driver::WitnessDriver::draw(list().handle()); // so that none is left to be painted
+
+    const LONG before = witness.paints();
+    clock_.moveTo(begin_ + TimeSpan::fromMinutes(14 * 60));
+    ASSERT_TRUE(waitUntil([&] { return witness.paints() > before; })) << "nothing was painted";
+    EXPECT_THAT(list().cell(0, nextRunColumn), StartsWith("today at "));
+    EXPECT_THAT(list().cell(0, lastRunColumn), StartsWith("yesterday at "));
+}
+
+TEST_F(ClockSet, ASingleRunIsOfferedAheadHoweverLongAgoTheEditorWasOpened) {
+    startWith({});
+    driver::EditorDriver editor(scheduler_);
+    ASSERT_TRUE(editor.openAdd());
+    editor.turnTo(IDD_SCHEDULE_PAGE);
+    ASSERT_TRUE(editor.chooseKind(ScheduleKind::Daily));
+    clock_.moveTo(begin_ + day);
+    ASSERT_TRUE(editor.chooseKind(ScheduleKind::Once));
+    EXPECT_TRUE(waitUntil([&] { return editor.text(IDC_ONCE_TIME).starts_with("05/13/26 10:"); }))
+        << editor.text(IDC_ONCE_TIME);
 }
 
 } // namespace

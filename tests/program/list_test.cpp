@@ -1,21 +1,21 @@
-// The list of the real program: what its cells say, and when it paints.
+// The list of the real program: its cells, the order of its rows, the widths of its columns, and its painting.
 
-#include "lib/base/stackalignment.h"
 #include "resources/ids.h"
-#include "scheduler/model/descriptions.h"
-#include "tests/program/listtest.h"
+#include "tests/program/programtest.h"
 #include "tests/program/witnessdriver.h"
+
+#include <commctrl.h>
 
 #include <gmock/gmock.h>
 
-using base::TimeSpan;
-using base::TimeValue;
+#include <algorithm>
+#include <functional>
+
+using driver::columns;
 using driver::lastResultColumn;
-using driver::lastRunColumn;
 using driver::nextRunColumn;
 using driver::sleeping;
 using driver::waitUntil;
-using driver::WitnessDriver;
 using scheduler::RunCommand;
 using scheduler::ScheduledProject;
 using scheduler::ScheduleKind;
@@ -24,112 +24,66 @@ using ::testing::StartsWith;
 
 namespace {
 
-class List : public driver::ListTest {};
-
-ScheduledProject entry(const std::string& path, ScheduleKind kind) {
-    ScheduledProject made;
-    made.path = path;
-    made.kind = kind;
-    return made;
-}
-
-TEST_F(List, ShowsItsColumnsAndNoRowsForAnEmptySchedule) {
-    startWith({});
-    EXPECT_THAT(list().headers(),
-                ElementsAre("Project", "Schedule", "Parameters", "Next Run", "Last Run", "Last Result"));
-    EXPECT_EQ(list().rowCount(), 0);
-}
+class List : public driver::ProgramTest {};
 
 TEST_F(List, FillsTheClientAreaOfTheWindow) {
     startWith({});
     for (const int width : {400, 700}) {
-        SetWindowPos(scheduler_.window(), nullptr, 10, 10, width, 300, SWP_NOZORDER);
+        SetWindowPos(window(), nullptr, 10, 10, width, 300, SWP_NOZORDER);
         RECT client{};
-        GetClientRect(scheduler_.window(), &client);
+        GetClientRect(window(), &client);
         RECT place{};
         GetWindowRect(list().handle(), &place);
-        MapWindowPoints(nullptr, scheduler_.window(), reinterpret_cast<POINT*>(&place), 2);
+        MapWindowPoints(nullptr, window(), reinterpret_cast<POINT*>(&place), 2);
         EXPECT_TRUE(EqualRect(&place, &client));
     }
 }
 
-TEST_F(List, CellsOfEveryKindSayWhatTheDescriptionsSay) {
-    const TimeValue now = TimeValue::now();
-    std::vector<ScheduledProject> entries;
-    entries.push_back(entry("C:\\Sites\\news.daily.kra", ScheduleKind::Daily));
-    entries.back().time = now + TimeSpan::fromDays(-3);
-    entries.back().runCommand = RunCommand::RunUpdateOnly;
-    entries.back().timeLimitMinutes = 90;
-    entries.back().dialupEntry = "Office line";
-    entries.back().disconnectWhenDone = 1;
-    entries.push_back(entry("mirror.krb", ScheduleKind::AfterProject));
-    entries.back().minutes = 1;
-    entries.push_back(entry("C:/Sites/hours.krc", ScheduleKind::Hourly));
-    entries.back().minutes = 59;
-    entries.push_back(entry("run:C:\\tools\\copy.exe /x", ScheduleKind::Monthly));
-    entries.back().dayOfMonth = 31;
-    entries.back().time = now;
-    entries.push_back(entry("C:\\Sites\\once.kra", ScheduleKind::Once));
-    entries.back().time = now + TimeSpan::fromDays(1);
-    entries.push_back(entry("C:\\Sites\\past.kra", ScheduleKind::Once));
-    entries.back().time = now + TimeSpan::fromDays(-1);
-    entries.back().lastRun = now + TimeSpan::fromDays(-40);
-    entries.back().lastResult = "404 pages are missing";
-    entries.push_back(entry("C:\\Sites\\boot.kra", ScheduleKind::AtStartup));
-    entries.push_back(entry("C:\\Sites\\off.kra", ScheduleKind::AtStartup));
-    entries.back().disabled = 1;
-    entries.back().runCommand = RunCommand::RelinkFiles;
+TEST_F(List, HasARowOfCellsForEachEntry) {
+    std::vector<ScheduledProject> entries(3);
+    entries[0] = sleeping("C:\\Sites\\news.daily.kra");
+    entries[0].runCommand = RunCommand::RunUpdateOnly;
+    entries[0].timeLimitMinutes = 90;
+    entries[0].dialupEntry = "Office line";
+    entries[0].disconnectWhenDone = 1;
+    entries[1] = driver::after(0, "mirror.krb");
+    entries[1].minutes = 1;
+    entries[1].lastResult = "404 pages are missing";
+    entries[2] = sleeping("run:C:\\tools\\copy.exe /x");
+    entries[2].disabled = 1;
     startWith(entries);
-
-    EXPECT_THAT(list().columnTexts(0),
-                ElementsAre("news.daily", "mirror", "hours", "run:C:\\tools\\copy.exe /x", "once", "past",
-                            "boot", "off"));
-    scheduler::ScheduleList schedule;
-    schedule.assign(entries);
-    ASSERT_EQ(list().rowCount(), static_cast<int>(entries.size()));
-    for (int row = 0; row < list().rowCount(); ++row) {
-        const ScheduledProject& shown = entries[static_cast<std::size_t>(row)];
-        EXPECT_EQ(list().cell(row, 1), scheduler::describeSchedule(shown, schedule));
-        EXPECT_EQ(list().cell(row, 2), scheduler::describeRun(shown));
-        EXPECT_EQ(list().cell(row, lastRunColumn), scheduler::describeLastRun(shown, TimeValue::now()));
-        EXPECT_EQ(list().cell(row, lastResultColumn), shown.lastResult);
-    }
-    EXPECT_EQ(list().cell(0, 2),
-              "Run update only for up to 90 minutes via Office line; disconnect when done");
-    EXPECT_EQ(list().cell(1, nextRunColumn), "waiting for news.daily");
-    EXPECT_EQ(list().cell(4, nextRunColumn).find("tomorrow at "), 0U);
-    EXPECT_EQ(list().cell(5, nextRunColumn), "(never)");
-    EXPECT_EQ(list().cell(6, nextRunColumn), "next startup");
-    EXPECT_EQ(list().cell(7, nextRunColumn), "(disabled)");
-    EXPECT_EQ(list().cell(7, 2), "Relink files");
-    EXPECT_EQ(list().cell(7, lastRunColumn), "Never");
-}
-
-TEST_F(List, SuspensionShowsInEveryRowThatIsNotDisabled) {
-    std::vector<ScheduledProject> entries = {sleeping("a.kra"), sleeping("b.kra")};
-    entries[1].disabled = 1;
-    startWith(entries);
-    SendMessageA(scheduler_.window(), WM_COMMAND, IDM_SUSPEND, 0);
-    EXPECT_THAT(list().columnTexts(nextRunColumn), ElementsAre("(suspended)", "(disabled)"));
-    SendMessageA(scheduler_.window(), WM_COMMAND, IDM_SUSPEND, 0);
-    EXPECT_THAT(list().columnTexts(nextRunColumn), ElementsAre("next startup", "(disabled)"));
+    EXPECT_THAT(list().headers(),
+                ElementsAre("Project", "Schedule", "Parameters", "Next Run", "Last Run", "Last Result"));
+    EXPECT_EQ(list().rowCount(), 3);
+    EXPECT_THAT(list().rowTexts(0),
+                ElementsAre("news.daily", "at startup",
+                            "Run update only for up to 90 minutes via Office line; disconnect when done",
+                            "next startup", "Never", ""));
+    EXPECT_THAT(list().rowTexts(1), ElementsAre("mirror", "1 minute after project news.daily is finished", "Run normally",
+                                                "waiting for news.daily", "Never", "404 pages are missing"));
+    EXPECT_THAT(list().rowTexts(2),
+                ElementsAre("run:C:\\tools\\copy.exe /x", "at startup", "Run normally", "(disabled)", "Never", ""));
 }
 
 TEST_F(List, FollowsARunToItsEnd) {
     const driver::SampleSpider spider;
-    ScheduledProject run =
-        sleeping(spider.makeProject("news.kra", "seconds=2\nresult=3 pages are missing\nerror=1\n"));
+    ScheduledProject run = sleeping(spider.makeProject(
+        "news.kra", spider.untilReleased() + "result=3 pages are missing\nerror=1\n"));
     run.lastResult = "old";
     startWith({run});
-    const WitnessDriver witness(scheduler_.window(), list().handle());
+    const driver::WitnessDriver witness(window(), list().handle());
     ASSERT_TRUE(witness.isThere());
     list().select({0});
-    scheduler_.command(IDM_RUN);
-    EXPECT_TRUE(waitUntil([&] { return list().cell(0, nextRunColumn) == "Running"; }));
+    carryOut(IDM_RUN);
+    EXPECT_EQ(list().cell(0, nextRunColumn), "Running");
+    EXPECT_EQ(list().cell(0, lastResultColumn), "old");
+    EXPECT_TRUE(waitUntil([&] { return witness.paints() >= 1; }));
+    const LONG paints = witness.paints();
+    spider.release();
     EXPECT_TRUE(waitUntil([&] { return list().cell(0, lastResultColumn) == "3 pages are missing"; }));
-    EXPECT_EQ(list().cell(0, lastRunColumn).find("today at "), 0U);
     EXPECT_EQ(list().cell(0, nextRunColumn), "next startup");
-    EXPECT_GE(witness.paints(), 2);
+    EXPECT_NE(list().cell(0, driver::lastRunColumn), "Never");
+    EXPECT_TRUE(waitUntil([&] { return witness.paints() > paints; }));
 }
 
 TEST_F(List, ATextLongerThanTheControlsBufferIsCutAndNothingElse) {
@@ -149,36 +103,80 @@ TEST_F(List, ATextLongerThanTheControlsBufferIsCutAndNothingElse) {
     EXPECT_EQ(driver::savedSchedule()[0].lastResult, entries[0].lastResult);
 }
 
-CALLED_BY_PLATFORM BOOL CALLBACK findHint(HWND window, LPARAM found) {
-    constexpr LONG hintStyles = WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE;
-    if ((GetWindowLongA(window, GWL_EXSTYLE) & hintStyles) != hintStyles || !IsWindowVisible(window))
-        return TRUE;
-    *reinterpret_cast<HWND*>(found) = window;
-    return FALSE;
+TEST_F(List, AClickOnAHeaderSortsByItsTextsAndASecondOneReverses) {
+    std::vector<ScheduledProject> entries = {sleeping("b.kra"), sleeping("C.kra"), sleeping("a.kra"),
+                                             sleeping("B.kra")};
+    entries[0].lastResult = "10";
+    entries[1].lastResult = "9";
+    entries[2].kind = ScheduleKind::Once; // "(never)"
+    entries[3].disabled = 1;
+    entries[2].runCommand = RunCommand::RelinkFiles;
+    entries[1].lastRun = base::TimeValue::now() - base::TimeSpan::fromDays(100);
+    startWith(entries);
+    for (int column = 0; column < columns; ++column) {
+        list().select({0, 2});
+        const auto selected = [this] {
+            std::vector<std::string> names;
+            for (const int row : list().selectedRows())
+                names.push_back(list().cell(row, 0));
+            std::ranges::sort(names);
+            return names;
+        };
+        const std::vector<std::string> before = selected();
+        for (const bool ascending : {true, false}) {
+            list().clickHeader(column);
+            const std::vector<std::string> texts = list().columnTexts(column);
+            EXPECT_TRUE(ascending ? std::ranges::is_sorted(texts)
+                                  : std::ranges::is_sorted(texts, std::greater()))
+                << column;
+            for (int other = 0; other < columns; ++other)
+                EXPECT_EQ(list().sortArrow(other), other != column ? 0
+                                                   : ascending     ? HDF_SORTUP
+                                                                   : HDF_SORTDOWN);
+            EXPECT_EQ(selected(), before) << column;
+        }
+    }
+    list().clickHeader(0);
+    EXPECT_THAT(list().columnTexts(0), ElementsAre("B", "C", "a", "b")) << "capitals come first";
 }
 
-TEST_F(List, ACutCellIsShownWholeWhereTheMouseRestsUntilTheListMoves) {
-    std::vector<ScheduledProject> entries(2, sleeping("a.kra"));
-    entries[1].lastResult = std::string(90, 'x');
-    startWith(entries);
-    const auto hint = [&] {
-        HWND found = nullptr;
-        EnumThreadWindows(GetWindowThreadProcessId(scheduler_.window(), nullptr), &findHint,
-                          reinterpret_cast<LPARAM>(&found));
-        return found;
+TEST_F(List, ASortedListDeletesTheEntryOfTheRowAndLeavesTheOrderOfTheSchedule) {
+    startWith({sleeping("c.kra"), sleeping("a.kra"), sleeping("b.kra")});
+    list().select({0});
+    list().clickHeader(0);
+    EXPECT_THAT(list().selectedRows(), ElementsAre(2));
+    EXPECT_EQ(list().focusedRow(), 2) << "the keyboard stays on its entry";
+    list().select({1}); // b
+    carryOut(IDM_DELETE);
+    EXPECT_THAT(list().columnTexts(0), ElementsAre("a", "c"));
+    EXPECT_TRUE(list().selectedRows().empty());
+    EXPECT_EQ(list().focusedRow(), 1);
+    restart();
+    EXPECT_THAT(list().columnTexts(0), ElementsAre("c", "a"));
+}
+
+TEST_F(List, ColumnWidthsComeBackAsTheyWereLeft) {
+    startWith({});
+    for (int column = 0; column < columns; ++column)
+        list().setColumnWidth(column, 40 + 10 * column);
+    restart();
+    for (int column = 0; column < columns; ++column)
+        EXPECT_EQ(list().columnWidth(column), 40 + 10 * column);
+}
+
+TEST_F(List, AColumnWidthOutOfRangeIsIgnored) {
+    startWith({});
+    const int usual = list().columnWidth(0);
+    EXPECT_GT(usual, 20);
+    struct Case {
+        std::uint32_t saved;
+        int shown;
     };
-    const auto restAt = [&](POINT place) {
-        // The platform's own pointer may stand there already, and would then not have moved.
-        SetCursorPos(place.x + 3, place.y);
-        SetCursorPos(place.x, place.y);
-    };
-    restAt(list().cellPlace(1, lastResultColumn));
-    ASSERT_TRUE(waitUntil([&] { return hint() != nullptr; }));
-    RECT shown{};
-    GetWindowRect(hint(), &shown);
-    EXPECT_GT(shown.right - shown.left, list().columnWidth(lastResultColumn));
-    list().pressKey(VK_DOWN);
-    EXPECT_TRUE(waitUntil([&] { return hint() == nullptr; }));
+    for (const Case& width : {Case{0, 0}, {4000, 4000}, {4001, usual}, {0x80000000, usual}}) {
+        base::writeNumber(HKEY_CURRENT_USER, driver::stateKey + "\\Column0", width.saved);
+        startWith({});
+        EXPECT_EQ(list().columnWidth(0), width.shown);
+    }
 }
 
 } // namespace

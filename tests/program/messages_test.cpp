@@ -2,9 +2,8 @@
 
 #include "lib/base/trayicon.h"
 #include "resources/ids.h"
-#include "scheduler/model/schedulefile.h"
+#include "scheduler/run/outcomes.h"
 #include "scheduler/run/worker.h"
-#include "tests/program/listdriver.h"
 #include "tests/program/programtest.h"
 
 #include <array>
@@ -44,14 +43,6 @@ protected:
         startWith({pending_});
     }
 
-    void startWith(const std::vector<ScheduledProject>& entries) {
-        scheduler_.kill();
-        driver::saveEntries(entries);
-        ASSERT_TRUE(scheduler_.start());
-    }
-
-    HWND window() const { return scheduler_.window(); }
-
     void post(UINT message, WPARAM wParam, LPARAM lParam) {
         PostMessageA(window(), message, wParam, lParam);
         // The platform's queues hold ten thousand messages.
@@ -78,22 +69,15 @@ protected:
                scheduler_.isRunning();
     }
 
-    /// The entry as it is saved; an empty one in the middle of a save.
-    static ScheduledProject saved() {
-        const std::vector<ScheduledProject> entries = driver::savedSchedule();
-        return entries.empty() ? ScheduledProject() : entries.front();
-    }
-
     /// The window is as it was, and saves the schedule it had when it is told to exit.
     void expectUnharmed() {
         ASSERT_TRUE(handlesAll());
         EXPECT_EQ(driver::textOf(window()), "Corvane Scheduler");
         EXPECT_TRUE(IsWindowEnabled(window()));
-        EXPECT_EQ(driver::ListDriver(window()).rowCount(), 1);
+        EXPECT_EQ(list().rowCount(), 1);
         EXPECT_TRUE(scheduler_.dialogs().empty());
         EXPECT_TRUE(scheduler_.exit());
-        ASSERT_EQ(driver::savedSchedule().size(), 1U);
-        EXPECT_TRUE(saved() == pending_);
+        EXPECT_TRUE(savedEntry() == pending_);
     }
 
     /// As the system does it when the user logs off.
@@ -113,55 +97,60 @@ protected:
     unsigned posted_ = 0;
 };
 
-TEST_F(ForeignMessages, OfAProgramsOwnNumbersDoNoHarm) {
-    for (UINT message = WM_USER; message <= WM_APP + 200 && !HasFatalFailure(); ++message)
+/// The numbers up to `dense`, and then some up to the last.
+std::vector<UINT> numbersFrom(UINT first, UINT dense, UINT last) {
+    constexpr UINT step = 31;
+    std::vector<UINT> numbers;
+    for (UINT number = first; number <= last; number += number < dense ? 1 : step)
+        numbers.push_back(number);
+    return numbers;
+}
+
+TEST_F(ForeignMessages, NoNumberDoesHarm) {
+    for (UINT message = 0; message < WM_USER; ++message)
+        if (!isEffective(message))
+            postWithOddParameters(message);
+    for (const UINT message : numbersFrom(WM_USER, WM_USER + 500, WM_APP - 1))
+        postWithOddParameters(message);
+    for (const UINT message : numbersFrom(WM_APP, WM_APP + 200, 0xFFFF))
         postWithOddParameters(message);
     expectUnharmed();
 }
 
-TEST_F(ForeignMessages, OfThePlatformsNumbersDoNoHarm) {
-    for (UINT message = 0; message < WM_USER && !HasFatalFailure(); ++message)
-        if (!isEffective(message))
-            postWithOddParameters(message);
-    expectUnharmed();
-}
-
-TEST_F(ForeignMessages, CommandsThatNobodyHasAreIgnored) {
-    for (UINT id = 0; id <= 0xFFFF && !HasFatalFailure(); ++id)
+TEST_F(ForeignMessages, CommandsThatDoNotExistAreIgnored) {
+    for (const UINT id : numbersFrom(0, 2000, 0xFFFF))
         if (!commands.contains(id))
             post(WM_COMMAND, MAKEWPARAM(id, id % 3),
                  static_cast<LPARAM>(oddParameters[id % oddParameters.size()]));
     expectUnharmed();
 }
 
-TEST_F(ForeignMessages, TimersThatNobodyHasAreTicks) {
+TEST_F(ForeignMessages, TimersOfAnyNumberAreTicks) {
     for (const DWORD id : oddParameters)
         for (int times = 0; times < 100; ++times)
             post(WM_TIMER, id, 0);
     expectUnharmed();
 }
 
-TEST_F(ForeignMessages, EndsOfRunsThatAreNotOnesOwnEndNoRun) {
+TEST_F(ForeignMessages, EndsOfRunsThatAreUnknownEndNoRun) {
     const driver::SampleSpider spider;
     ScheduledProject entry = pending_;
-    entry.path = spider.makeProject("news.kra", "ms=2500\nresult=fine\n");
+    entry.path = spider.makeProject("news.kra", spider.untilReleased() + "result=fine\n");
     startWith({entry});
-    const driver::ListDriver list(window());
-    list.select({0});
-    scheduler_.command(IDM_RUN);
-    ASSERT_TRUE(waitUntil([&] { return spider.logged("start run 1") == 1; }));
-    for (const WPARAM number : {0u, 2u, 0x10001u, 0x80000001u, 0xFFFFFFFFu})
-        post(scheduler::WM_RUN_FINISHED, number, 1);
-    post(WM_NULL, 0, 0);
-    ASSERT_TRUE(handlesAll());
-    EXPECT_EQ(spider.logged("end run"), 0U) << "too slow a machine";
-    EXPECT_EQ(list.cell(0, driver::nextRunColumn), "Running");
+    const std::string stray = scheduler::outcomeKey(77) + "Result";
+    ASSERT_TRUE(base::writeString(HKEY_LOCAL_MACHINE, stray, "stray"));
+    list().select({0});
+    carryOut(IDM_RUN);
+    for (const WPARAM number : {0u, 2u, 77u, 0x10001u, 0x80000001u, 0xFFFFFFFFu})
+        SendMessageA(window(), scheduler::WM_RUN_FINISHED, number, 1);
+    EXPECT_EQ(list().cell(0, driver::nextRunColumn), "Running");
+    EXPECT_EQ(base::getString(HKEY_LOCAL_MACHINE, stray), "stray");
 
-    ASSERT_TRUE(waitUntil([&] { return saved().lastResult == "fine"; }));
-    const ScheduledProject ended = saved();
-    post(scheduler::WM_RUN_FINISHED, 1, 0); // a second time
-    ASSERT_TRUE(handlesAll());
-    EXPECT_TRUE(saved() == ended);
+    spider.release();
+    ASSERT_TRUE(waitUntil([&] { return savedEntry().lastResult == "fine"; }));
+    const ScheduledProject ended = savedEntry();
+    SendMessageA(window(), scheduler::WM_RUN_FINISHED, 1, 0); // a second time
+    EXPECT_TRUE(savedEntry() == ended);
 }
 
 TEST_F(ForeignMessages, AllRequestsToLeaveAreOneQuestion) {
@@ -177,7 +166,7 @@ TEST_F(ForeignMessages, AllRequestsToLeaveAreOneQuestion) {
     SchedulerProcess::press(scheduler_.dialogs()[0], IDYES);
     ASSERT_TRUE(scheduler_.waitForExit());
     EXPECT_EQ(scheduler_.exitCode(), 0U);
-    EXPECT_TRUE(saved() == pending_);
+    EXPECT_TRUE(savedEntry() == pending_);
 }
 
 TEST_F(ForeignMessages, WhatIsOnlySentDoesNoHarmWhileAMessageBoxOrMenuStands) {
@@ -197,11 +186,11 @@ TEST_F(ForeignMessages, WhatIsOnlySentDoesNoHarmWhileAMessageBoxOrMenuStands) {
     SchedulerProcess::press(scheduler_.dialogs()[0], IDNO);
     ASSERT_TRUE(dialogsAre(0));
     EXPECT_TRUE(scheduler_.isRunning());
-    EXPECT_EQ(driver::ListDriver(window()).rowCount(), 1);
+    EXPECT_EQ(list().rowCount(), 1);
 }
 
 TEST_F(ForeignMessages, LogOffWhileADialogIsOpenAsksOverIt) {
-    for (const int dialog : {IDM_ABOUT, IDM_PREFERENCES, IDM_ADD}) {
+    for (const int dialog : {IDM_ABOUT, IDM_ADD}) {
         SCOPED_TRACE(dialog);
         startWith({pending_});
         scheduler_.command(dialog);
@@ -210,33 +199,28 @@ TEST_F(ForeignMessages, LogOffWhileADialogIsOpenAsksOverIt) {
         for (const int answer : {IDNO, IDYES}) {
             logOff();
             ASSERT_TRUE(dialogsAre(2));
-            HWND question = scheduler_.dialogs()[0];
-            if (question == below)
-                question = scheduler_.dialogs()[1];
-            SchedulerProcess::press(question, answer);
+            const auto dialogs = scheduler_.dialogs();
+            SchedulerProcess::press(dialogs[dialogs[0] == below ? 1 : 0], answer);
             ASSERT_TRUE(answer == IDYES ? scheduler_.waitForExit() : dialogsAre(1));
         }
         EXPECT_EQ(scheduler_.exitCode(), 0U);
-        EXPECT_TRUE(saved() == pending_);
+        EXPECT_TRUE(savedEntry() == pending_);
     }
 }
 
 TEST_F(ForeignMessages, LogOffWhileADialogOrAMenuIsOpenEndsTheProgram) {
     pending_.disabled = 1; // nothing to ask about
-    for (const int command : {IDM_ABOUT, IDM_PREFERENCES, IDM_ADD, 0}) {
-        SCOPED_TRACE(command);
+    for (const bool menu : {false, true}) {
         startWith({pending_});
-        if (command != 0) {
-            scheduler_.command(command);
-            ASSERT_TRUE(dialogsAre(1));
-        } else {
+        if (menu)
             PostMessageA(window(), base::WM_TRAY_NOTIFY, 0, WM_RBUTTONDOWN);
-            ASSERT_TRUE(waitUntil([&] { return scheduler_.isMenuOpen(); }));
-        }
+        else
+            scheduler_.command(IDM_ADD);
+        ASSERT_TRUE(menu ? waitUntil([&] { return scheduler_.isMenuOpen(); }) : dialogsAre(1));
         logOff();
         ASSERT_TRUE(scheduler_.waitForExit());
         EXPECT_EQ(scheduler_.exitCode(), 0U);
-        EXPECT_TRUE(saved() == pending_);
+        EXPECT_TRUE(savedEntry() == pending_);
     }
 }
 

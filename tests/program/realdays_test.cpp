@@ -1,186 +1,199 @@
-// The real program through days that matter, its clock running fast: which occasion it keeps, and when. Each
-// test has its own beginning, zone and speed, which CMakeLists.txt gives it.
+// The real program through days that matter: what it runs, and when. The clock is set to each hour, to each time at
+// which a run is due, and to a minute before it. These tests need a zone that changes its clock.
 
-#include "lib/base/registry.h"
-#include "tests/program/occasions.h"
-#include "tests/program/scheduledriver.h"
+#include "tests/program/programtest.h"
 #include "tests/program/settableclock.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
-#include <chrono>
-#include <cstdlib>
+#include <ctime>
+#include <set>
 
+using base::TimeSpan;
 using base::TimeValue;
-using plain::Second;
 using scheduler::ScheduledProject;
 using scheduler::ScheduleKind;
 
 namespace {
 
-const std::string programKey = "Software\\Brindlewood\\scheduler";
+// Less than the half hour by which a wrong run would be off, and more than what a busy machine takes.
+constexpr TimeSpan lateness = TimeSpan::fromMinutes(15);
 
-constexpr Second secondsOfDay = 86400;
-
-// Less than what a change of the clock makes of an occasion, and more than the clock is turned at once.
-constexpr Second lateness = 900;
-constexpr std::chrono::milliseconds longestTurn(100);
-
-Second now() {
-    return TimeValue::now().seconds();
-}
-
-class RealDays : public ::testing::Test {
+class RealDays : public driver::ProgramTest {
 protected:
     void SetUp() override {
-        const char* const text = std::getenv("SCHEDULER_SPEED");
-        ASSERT_TRUE(text && clock_.isThere()) << "this test needs a clock of its own";
-        speed_ = std::strtol(text, nullptr, 10);
-        base::deleteKey(HKEY_CURRENT_USER, programKey);
-        // Nobody waits for another's end: lateness is the clock's alone.
-        base::writeNumber(HKEY_CURRENT_USER, programKey + "\\State\\RunMultiple", 1);
-        today_ = plain::fieldsOf(now());
-    }
-    void TearDown() override {
-        scheduler_.kill();
-        driver::saveEntries({});
-        base::deleteKey(HKEY_CURRENT_USER, programKey);
+        ProgramTest::SetUp();
+        // No entry waits for another, so only the clock delays a run.
+        base::writeNumber(HKEY_CURRENT_USER, driver::stateKey + "\\RunMultiple", 1);
     }
 
-    /// A time of this day.
+    /// Fields may be beyond their ranges.
+    static std::tm fields(int year, int month, int day, int hour, int minute) {
+        std::tm time{};
+        time.tm_year = year - 1900;
+        time.tm_mon = month - 1;
+        time.tm_mday = day;
+        time.tm_hour = hour;
+        time.tm_min = minute;
+        time.tm_isdst = -1;
+        std::mktime(&time);
+        return time;
+    }
+
+    void beginAt(int year, int month, int day, int hour, int minute) {
+        entries_.clear();
+        expected_.clear();
+        day_ = fields(year, month, day, 0, 0);
+        begin_ = at(hour, minute);
+    }
+    /// By the clock on the wall; hours above 23 are of the next day.
     TimeValue at(int hour, int minute) const {
-        const Second hourStart = plain::secondOf(today_.tm_year, today_.tm_mon, today_.tm_mday, hour);
-        return TimeValue(static_cast<std::int32_t>(hourStart + minute * 60));
+        std::tm time = fields(day_.tm_year + 1900, day_.tm_mon + 1, day_.tm_mday, hour, minute);
+        return TimeValue(static_cast<std::int32_t>(std::mktime(&time)));
     }
 
-    ScheduledProject& add(const std::string& name, ScheduleKind kind) {
+    using Times = std::vector<TimeValue>;
+
+    /// An entry with the times at which it is to run.
+    ScheduledProject& add(ScheduleKind kind, const Times& runs) {
         ScheduledProject entry;
-        entry.path = spider_.makeProject(name + ".kra", "ms=20\n");
+        entry.path = spider_.makeProject(std::to_string(entries_.size()) + ".kra");
         entry.kind = kind;
         entries_.push_back(entry);
+        expected_.push_back(runs);
         return entries_.back();
     }
-    void hourly(int minute) {
-        add("hourly " + std::to_string(minute), ScheduleKind::Hourly).minutes = minute;
+    void hourly(int minute, int firstHour, int count) {
+        Times runs;
+        for (int i = 0; i < count; ++i)
+            runs.push_back(at(firstHour, minute) + TimeSpan::fromMinutes(60 * i));
+        add(ScheduleKind::Hourly, runs).minutes = minute;
     }
-    void daily(int hour, int minute) {
-        add("daily " + std::to_string(hour * 100 + minute), ScheduleKind::Daily).time = at(hour, minute);
+    ScheduledProject& daily(int hour, int minute, const Times& runs) {
+        ScheduledProject& entry = add(ScheduleKind::Daily, runs);
+        entry.time = at(hour, minute);
+        return entry;
     }
-    void monthly(int day, int hour, int minute) {
-        ScheduledProject& entry = add("monthly " + std::to_string(day), ScheduleKind::Monthly);
+    void monthly(int day, int hour, int minute, const Times& runs) {
+        ScheduledProject& entry = add(ScheduleKind::Monthly, runs);
         entry.dayOfMonth = day;
         entry.time = at(hour, minute);
     }
-    void once(TimeValue time) { add("once", ScheduleKind::Once).time = time; }
-    void after(int position, int minutes) {
-        ScheduledProject& entry = add("after " + std::to_string(position), ScheduleKind::AfterProject);
-        entry.afterIndex = position;
-        entry.minutes = minutes;
-    }
+    void once(TimeValue time) { add(ScheduleKind::Once, {time}).time = time; }
 
-    /// Runs the program for so many hours, in which the clock on the wall is put on by `localShift` seconds.
-    void live(int hours, std::size_t leastRuns, int localShift = 0) {
-        const Second begin = now();
-        const Second end = begin + hours * 3600;
-        driver::saveEntries(entries_);
-        ASSERT_TRUE(scheduler_.start("/s"));
-        driver::Occasions occasions(entries_, begin, now(), lateness);
-        auto turned = std::chrono::steady_clock::now();
-        while (now() < end && !HasFailure()) {
-            Sleep(20);
-            occasions.look(now());
-            const auto since = std::chrono::steady_clock::now() - turned;
-            turned += since;
-            if (!occasions.isAnyOverdue(now()))
-                clock_.moveBy(
-                    speed_ *
-                    std::min(std::chrono::duration_cast<std::chrono::milliseconds>(since), longestTurn)
-                        .count() /
-                    1000);
+    void live(int hours) {
+        clock_.moveTo(begin_);
+        ASSERT_NO_FATAL_FAILURE(startWith(entries_, "/s"));
+        std::set<TimeValue> moments;
+        for (int hour = 1; hour <= hours; ++hour)
+            moments.insert(begin_ + TimeSpan::fromMinutes(60 * hour));
+        for (const Times& runs : expected_)
+            for (const TimeValue run : runs)
+                moments.insert({run - TimeSpan::fromMinutes(1), run});
+        std::vector<Times> seen(entries_.size());
+        for (const TimeValue moment : moments) {
+            if (moment > TimeValue::now())
+                clock_.moveTo(moment);
+            scheduler_.tick();
+            ASSERT_TRUE(driver::waitUntil([&] { return noteRuns(seen, moment); })) << moment.seconds();
         }
-        occasions.expectNoneMissed(now());
-        EXPECT_GE(occasions.runs(), leastRuns);
-        const Second shown = (timeOfDay(end) - timeOfDay(begin) + 2 * secondsOfDay) % secondsOfDay;
-        EXPECT_EQ(shown, (hours * 3600 + localShift) % secondsOfDay) << "by the clock on the wall";
-    }
-
-    static Second timeOfDay(Second second) {
-        const std::tm fields = plain::fieldsOf(second);
-        return (fields.tm_hour * 60 + fields.tm_min) * 60 + fields.tm_sec;
+        for (std::size_t entry = 0; entry < seen.size(); ++entry) {
+            SCOPED_TRACE(entries_[entry].path);
+            ASSERT_EQ(seen[entry].size(), expected_[entry].size());
+            for (std::size_t i = 0; i < seen[entry].size(); ++i) {
+                EXPECT_GE(seen[entry][i], expected_[entry][i]);
+                EXPECT_LE(seen[entry][i], expected_[entry][i] + lateness);
+            }
+        }
     }
 
     driver::SettableClock clock_;
-    driver::SampleSpider spider_;
-    driver::SchedulerProcess scheduler_;
-    std::vector<ScheduledProject> entries_;
-    std::tm today_{};
-    Second speed_ = 1;
-};
+    TimeValue begin_;
 
-TEST_F(RealDays, TenEntriesThroughAWholeDay) {
-    hourly(50);
-    hourly(20);
-    daily(3, 35);
-    daily(18, 5);
-    daily(12, 0);
-    entries_.back().weekdays = {1, 1, 0, 1, 1, 1, 1}; // not today, a Wednesday
-    monthly(10, 8, 40);
-    monthly(31, 23, 0);
-    once(at(14, 10));
-    after(2, 90);
-    daily(6, 30);
-    entries_.back().disabled = 1;
-    live(24, 2 * 23 + 5);
-}
-
-TEST_F(RealDays, AMonthsEnd) {
-    hourly(35);
-    daily(1, 5);
-    monthly(31, 0, 20);
-    monthly(30, 23, 10);
-    monthly(1, 1, 50);
-    live(4, 4 + 4);
-}
-
-TEST_F(RealDays, ALeapDay) {
-    hourly(35);
-    daily(0, 10);
-    monthly(28, 23, 20);
-    monthly(29, 0, 50);
-    monthly(30, 1, 30);
-    once(at(24, 55));
-    live(4, 3 + 4);
-}
-
-TEST_F(RealDays, NewYear) {
-    hourly(35);
-    daily(0, 10);
-    monthly(31, 23, 20);
-    monthly(1, 0, 50);
-    once(at(25, 20));
-    live(4, 3 + 4);
-}
-
-class ClockChange : public RealDays {
-protected:
-    void SetUp() override {
-        RealDays::SetUp();
-        hourly(40);
-        daily(0, 30);
-        daily(1, 30);
-        daily(2, 30);
-        daily(3, 30);
-        once(at(27, 10));
+private:
+    /// True when no run that was to begin by then is missing in the saved schedule.
+    bool noteRuns(std::vector<Times>& seen, TimeValue now) const {
+        const auto saved = driver::savedSchedule();
+        if (saved.size() != entries_.size())
+            return false;
+        bool done = true;
+        for (std::size_t i = 0; i < saved.size(); ++i) {
+            const TimeValue last = seen[i].empty() ? TimeValue() : seen[i].back();
+            if (saved[i].lastRun != last)
+                seen[i].push_back(saved[i].lastRun);
+            const auto due = std::ranges::count_if(expected_[i], [&](TimeValue run) { return run <= now; });
+            done = done && seen[i].size() >= static_cast<std::size_t>(due);
+        }
+        return done;
     }
+
+    driver::SampleSpider spider_;
+    std::tm day_{};
+    std::vector<ScheduledProject> entries_;
+    std::vector<Times> expected_;
 };
 
-TEST_F(ClockChange, Forwards) {
-    live(6, 5 + 3, 3600);
+TEST_F(RealDays, EveryKindRunsThroughAWholeDay) {
+    beginAt(2026, 6, 10, 0, 5);
+    hourly(50, 0, 24);
+    daily(3, 35, {at(3, 35)});
+    daily(18, 5, {at(18, 5)});
+    daily(12, 0, {}).weekdays = {1, 1, 0, 1, 1, 1, 1}; // not today, a Wednesday
+    monthly(10, 8, 40, {at(8, 40)});
+    monthly(31, 23, 0, {});
+    once(at(14, 10));
+    ScheduledProject& follower = add(ScheduleKind::AfterProject, {at(5, 5)});
+    follower.afterIndex = 1;
+    follower.minutes = 90;
+    daily(6, 30, {}).disabled = 1;
+    live(24);
 }
 
-TEST_F(ClockChange, Backwards) {
-    live(6, 5 + 4, -3600);
+TEST_F(RealDays, TheDay31OfAprilIsTheFirstOfMay) {
+    beginAt(2026, 4, 30, 22, 15);
+    hourly(35, 22, 4);
+    daily(1, 5, {at(25, 5)});
+    monthly(31, 0, 20, {at(24, 20)});
+    monthly(30, 23, 10, {at(23, 10)});
+    monthly(1, 1, 50, {at(25, 50)});
+    live(4);
+}
+
+TEST_F(RealDays, TheDay29OfFebruaryIsALeapDay) {
+    beginAt(2028, 2, 28, 22, 15);
+    hourly(35, 22, 4);
+    daily(0, 10, {at(24, 10)});
+    monthly(28, 23, 20, {at(23, 20)});
+    monthly(29, 0, 50, {at(24, 50)});
+    monthly(30, 1, 30, {});
+    once(at(24, 55));
+    live(4);
+}
+
+TEST_F(RealDays, ANewYearBegins) {
+    beginAt(2026, 12, 31, 22, 15);
+    hourly(35, 22, 4);
+    daily(0, 10, {at(24, 10)});
+    monthly(31, 23, 20, {at(23, 20)});
+    monthly(1, 0, 50, {at(24, 50)});
+    once(at(25, 20));
+    live(4);
+}
+
+TEST_F(RealDays, WhenTheClockIsChangedTimesOfDayCountFromMidnight) {
+    int changes = 0;
+    const auto offset = [](int day) { return fields(2026, 1, day, 12, 0).tm_isdst; };
+    for (int day = 2; day <= 365; ++day) {
+        if (offset(day) == offset(day - 1))
+            continue;
+        ++changes;
+        beginAt(2026, 1, day - 1, 22, 15);
+        hourly(40, 22, 6);
+        for (int hour = 0; hour < 4; ++hour)
+            daily(hour, 30, {at(24, 0) + TimeSpan::fromMinutes(hour * 60 + 30)});
+        once(at(27, 10));
+        ASSERT_NO_FATAL_FAILURE(live(6));
+    }
+    EXPECT_EQ(changes, 2) << "the zone does not change its clock twice a year";
 }
 
 } // namespace

@@ -18,10 +18,10 @@ constexpr DWORD pollInterval = 200; // milliseconds
 int usage() {
     std::fputs("usage: schedule sample DIR [SECONDS]\n"
                "                                  write sample projects into DIR, and replace the schedule\n"
-               "                                  with six entries: three are due in SECONDS (8) and soon\n"
-               "                                  after, three are repeated\n"
+               "                                  with ten entries of every kind: three are due in\n"
+               "                                  SECONDS (8) and soon after\n"
                "       schedule demo DIR [SECONDS]\n"
-               "                                  the same without the repeated entries\n"
+               "                                  the same with these three alone\n"
                "       schedule show              print the schedule\n"
                "       schedule wait N SECONDS    wait until N entries have run, but no longer than that\n",
                stderr);

@@ -28,7 +28,11 @@ constexpr ProjectFile projectFiles[] = {
      .content = "# Takes a second and leaves a text.\nseconds=1\nresult=2 pages could not be found\n"},
     {.name = "prices.kra", .content = "# Takes two seconds and goes well.\nseconds=2\n"},
     {.name = "archive.krb", .content = "# Takes ten seconds and goes well.\nseconds=10\n"},
-    {.name = "everything.krc", .content = "# Takes a minute and goes well.\nseconds=60\n"},
+    {.name = "statistics.krc", .content = "# Takes a minute and goes well.\nseconds=60\n"},
+    {.name = "conference.krc", .content = "# Fails.\nresult=The server does not answer.\nerror=5\n"},
+    {.name = "weather.krb", .content = "# Over at once.\n"},
+    {.name = "old shop.kra", .content = "# Over at once.\n"},
+    {.name = "summit.kra", .content = "# Over at once.\n"},
 };
 
 bool writeText(const std::string& path, std::string_view text) {
@@ -70,7 +74,11 @@ std::vector<ScheduledProject> sampleEntries(const std::string& folder, const bas
         entryOf(folder + "mirror.krb", ScheduleKind::AfterProject),
         entryOf(folder + "prices.kra", ScheduleKind::Hourly),
         entryOf(folder + "archive.krb", ScheduleKind::Daily, farHour),
-        entryOf(folder + "everything.krc", ScheduleKind::Monthly, farHour),
+        entryOf(folder + "statistics.krc", ScheduleKind::Monthly, farHour),
+        entryOf(folder + "conference.krc", ScheduleKind::Once, now + base::TimeSpan::fromDays(1)),
+        entryOf(folder + "weather.krb", ScheduleKind::AtStartup),
+        entryOf(folder + "old shop.kra", ScheduleKind::Daily, farHour),
+        entryOf(folder + "summit.kra", ScheduleKind::Once, now - base::TimeSpan::fromDays(2)),
     };
     entries[2].afterIndex = 0;
     entries[3].minutes = (now.local().minute + 30) % 60;
@@ -78,6 +86,13 @@ std::vector<ScheduledProject> sampleEntries(const std::string& folder, const bas
     entries[4].weekdays = {1, 1, 1, 1, 1, 0, 0};
     entries[5].dayOfMonth = 1;
     entries[5].runCommand = RunCommand::RunCompleteRefresh;
+    entries[6].dialupEntry = "Office line";
+    entries[6].disconnectWhenDone = 1;
+    entries[7].runCommand = RunCommand::RelinkFiles;
+    entries[8].disabled = 1;
+    entries[8].lastRun = now - base::TimeSpan::fromDays(400);
+    entries[8].lastResult = "Could not run on schedule; another project was already running.";
+    entries[9].lastRun = entries[9].time;
 
     for (ScheduledProject& entry : entries)
         entry.nextRun = computeNextRun({}, entry, now, clock);

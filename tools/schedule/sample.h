@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-/// Six entries with the projects of `folder`, which ends in a backslash, as seen at the clock's time: a
-/// project and a command line that are due in `seconds`, a project that follows the first, and one each that
-/// runs hourly, on weekdays and monthly, in 20 minutes at the earliest.
+/// Ten entries with the projects of `folder`, which ends in a backslash, as seen at the clock's time: a
+/// project and a command line that are due in `seconds`, a project that follows the first, and others of
+/// every kind, which run in 20 minutes at the earliest or not at all.
 std::vector<scheduler::ScheduledProject> sampleEntries(const std::string& folder, const base::Clock& clock,
                                                        unsigned seconds);
 
