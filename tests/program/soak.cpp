@@ -28,12 +28,12 @@ constexpr int busyMinutes = 1; // in which everything is run at once, again and 
 std::vector<ScheduledProject> busyEntries(const driver::SampleSpider& spider) {
     std::vector<ScheduledProject> entries(2 * pairs);
     for (std::size_t i = 0; i < entries.size(); ++i) {
-        entries[i].path = spider.makeProject("pair " + std::to_string(i) + ".kra", "ms=30\nresult=fine\n");
+        entries[i].path = spider.makeProject("pair " + std::to_string(i) + ".kra", "result=fine\n");
         entries[i].afterIndex = static_cast<std::int32_t>(i ^ 1);
     }
     for (int minute = 0; minute < 60; minute += 6) {
         ScheduledProject entry;
-        entry.path = spider.makeProject("hourly " + std::to_string(minute) + ".krb", "ms=300\nerror=7\n");
+        entry.path = spider.makeProject("hourly " + std::to_string(minute) + ".krb", "error=7\n");
         entry.kind = ScheduleKind::Hourly;
         entry.minutes = minute;
         entry.retryLimit = 1;

@@ -77,27 +77,11 @@ void WitnessDriver::drop(const std::vector<std::string>& paths) const {
         names.append(path).push_back('\0');
     notes_->dropped = {};
     names.copy(notes_->dropped.data(), notes_->dropped.size() - 1);
-    SendMessageA(mainWindow_, RegisterWindowMessageA(witness::dropMessage), 0, 0);
+    perform(witness::Act::Drop, mainWindow_);
 }
 
-void WitnessDriver::count() const {
-    SendMessageA(mainWindow_, RegisterWindowMessageA(witness::countMessage), 0, 0);
-}
-
-void WitnessDriver::draw(HWND window) {
-    SendMessageA(window, RegisterWindowMessageA(witness::drawMessage), 0, 0);
-}
-
-void WitnessDriver::settleHeaps() const {
-    SendMessageA(mainWindow_, RegisterWindowMessageA(witness::settleMessage), 0, 0);
-}
-
-void WitnessDriver::freeTexts() const {
-    SendMessageA(mainWindow_, RegisterWindowMessageA(witness::freeTextsMessage), 0, 0);
-}
-
-void WitnessDriver::fillContexts() const {
-    SendMessageA(mainWindow_, RegisterWindowMessageA(witness::fillContextsMessage), 0, 0);
+void WitnessDriver::perform(witness::Act act, HWND window) {
+    SendMessageA(window, RegisterWindowMessageA(witness::actMessage), static_cast<WPARAM>(act), 0);
 }
 
 bool WitnessDriver::passTicks(LONG count) const {

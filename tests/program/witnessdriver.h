@@ -39,32 +39,20 @@ public:
     LONG commands() const { return notes_->commands; }
     UINT lastCommand() const { return notes_->lastCommand; }
     LONG ticks() const { return notes_->ticks; }
-    LONG endedRuns() const { return notes_->endedRuns; }
     /// Waits until the main window's timer has come so often. What was posted before is dealt with by then,
     /// as the timer comes last.
     bool passTicks(LONG count) const;
     LONG menus() const { return notes_->menus; }
 
-    /// Counts what the process holds; both numbers stand until the next time.
-    void count() const;
+    // What the witness does inside the process: see witness::Act. The numbers are those of the last count.
+    void count() const { perform(witness::Act::Count, mainWindow_); }
     DWORD userObjects() const { return notes_->userObjects; }
     DWORD gdiObjects() const { return notes_->gdiObjects; }
-
-    /// Has the process's heaps set room aside for each size of block, as they do when they have long been in
-    /// use.
-    void settleHeaps() const;
-
-    /// Has what the platform loses with each text of a dialog freed from now on, so that it is not taken for
-    /// the program's loss.
-    void freeTexts() const;
+    void settleHeaps() const { perform(witness::Act::SettleHeaps, mainWindow_); }
+    void freeTexts() const { perform(witness::Act::FreeTexts, mainWindow_); }
     LONG freedTexts() const { return notes_->freedTexts; }
-
-    /// Has all drawing contexts made that the platform keeps at most, and those of windows that are gone
-    /// freed of their pictures.
-    void fillContexts() const;
-
-    /// Has all of a window of the process drawn at once.
-    static void draw(HWND window);
+    void fillContexts() const { perform(witness::Act::FillContexts, mainWindow_); }
+    static void draw(HWND window) { perform(witness::Act::Draw, window); }
 
     /// What the menu shows that opens once `open` is called. The menu is closed again.
     template<typename Action>
@@ -81,6 +69,7 @@ public:
     void closeMenu() const;
 
 private:
+    static void perform(witness::Act act, HWND window);
     std::vector<SeenItem> waitForMenu(LONG before) const;
 
     HWND mainWindow_;

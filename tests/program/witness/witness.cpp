@@ -3,7 +3,6 @@
 // is tested is the program as it is.
 
 #include "lib/base/stackalignment.h"
-#include "scheduler/run/worker.h"
 #include "tests/program/witness/notes.h"
 #include "tests/support/gdiobjects.h"
 #include "tests/support/losttexts.h"
@@ -111,53 +110,56 @@ void dropFiles(HWND window) {
     PostMessageA(window, WM_DROPFILES, reinterpret_cast<WPARAM>(block), 0);
 }
 
+void perform(witness::Act act, HWND window) {
+    switch (act) {
+    case witness::Act::Drop:
+        return dropFiles(window);
+    case witness::Act::Count:
+        return countObjects();
+    case witness::Act::SettleHeaps:
+        return settleHeaps();
+    case witness::Act::FreeTexts:
+        notes()->freesTexts = test::textsLoseTheirBlock();
+        return;
+    case witness::Act::FillContexts:
+        return fillContexts();
+    case witness::Act::Draw:
+        RedrawWindow(window, nullptr, nullptr,
+                     RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
+    }
+}
+
 } // namespace
 
 // A painting is sent by UpdateWindow, or taken from the queue.
 extern "C" __declspec(dllexport) CALLED_BY_PLATFORM LRESULT CALLBACK
     onSent(int code, WPARAM wParam, LPARAM lParam) {
     const auto& message = *reinterpret_cast<const CWPSTRUCT*>(lParam);
-    if (code == HC_ACTION && notes() && message.message == WM_PAINT)
-        notePaint(message.hwnd);
-    if (code == HC_ACTION && notes() && message.message == WM_COMMAND && !GetParent(message.hwnd)) {
-        notes()->lastCommand = LOWORD(message.wParam);
-        ++notes()->commands;
+    static const UINT actMessage = RegisterWindowMessageA(witness::actMessage);
+    if (code == HC_ACTION && notes()) {
+        if (message.message == WM_PAINT)
+            notePaint(message.hwnd);
+        if (message.message == WM_COMMAND && !GetParent(message.hwnd)) {
+            notes()->lastCommand = LOWORD(message.wParam);
+            ++notes()->commands;
+        }
+        if (message.message == actMessage)
+            perform(witness::Act{message.wParam}, message.hwnd);
+        if (notes()->freesTexts && test::freeBlockOfDyingText(message))
+            ++notes()->freedTexts;
     }
-    static const UINT dropMessage = RegisterWindowMessageA(witness::dropMessage);
-    if (code == HC_ACTION && notes() && message.message == dropMessage)
-        dropFiles(message.hwnd);
-    static const UINT countMessage = RegisterWindowMessageA(witness::countMessage);
-    if (code == HC_ACTION && notes() && message.message == countMessage)
-        countObjects();
-    static const UINT settleMessage = RegisterWindowMessageA(witness::settleMessage);
-    if (code == HC_ACTION && notes() && message.message == settleMessage)
-        settleHeaps();
-    static const UINT fillContextsMessage = RegisterWindowMessageA(witness::fillContextsMessage);
-    if (code == HC_ACTION && message.message == fillContextsMessage)
-        fillContexts();
-    static const UINT drawMessage = RegisterWindowMessageA(witness::drawMessage);
-    if (code == HC_ACTION && message.message == drawMessage)
-        RedrawWindow(message.hwnd, nullptr, nullptr,
-                     RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
-    static const UINT freeTextsMessage = RegisterWindowMessageA(witness::freeTextsMessage);
-    if (code == HC_ACTION && notes() && message.message == freeTextsMessage)
-        notes()->freesTexts = test::textsLoseTheirBlock();
-    if (code == HC_ACTION && notes() && notes()->freesTexts && test::freeBlockOfDyingText(message))
-        ++notes()->freedTexts;
     return CallNextHookEx(nullptr, code, wParam, lParam);
 }
 
 extern "C" __declspec(dllexport) CALLED_BY_PLATFORM LRESULT CALLBACK
     onTaken(int code, WPARAM wParam, LPARAM lParam) {
     const auto& message = *reinterpret_cast<const MSG*>(lParam);
-    if (code == HC_ACTION && notes() && wParam == PM_REMOVE && message.message == WM_PAINT)
-        notePaint(message.hwnd);
-    if (code == HC_ACTION && notes() && wParam == PM_REMOVE && message.message == WM_TIMER && message.hwnd &&
-        !GetParent(message.hwnd))
-        ++notes()->ticks;
-    if (code == HC_ACTION && notes() && wParam == PM_REMOVE &&
-        message.message == scheduler::WM_RUN_FINISHED && message.hwnd && !GetParent(message.hwnd))
-        ++notes()->endedRuns;
+    if (code == HC_ACTION && notes() && wParam == PM_REMOVE) {
+        if (message.message == WM_PAINT)
+            notePaint(message.hwnd);
+        if (message.message == WM_TIMER && message.hwnd && !GetParent(message.hwnd))
+            ++notes()->ticks;
+    }
     return CallNextHookEx(nullptr, code, wParam, lParam);
 }
 
