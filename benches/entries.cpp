@@ -19,14 +19,13 @@ TimeValue referenceTime() {
 }
 
 std::vector<ScheduledProject> manyEntries(std::size_t count) {
-    constexpr int kinds = 6;
     std::vector<ScheduledProject> entries(count);
     for (std::size_t position = 0; position < count; ++position) {
         const int i = static_cast<int>(position);
         const auto shuffled = static_cast<int>(position * 7919 % count);
         ScheduledProject& entry = entries[position];
         entry.path = "C:\\Sites\\project " + std::to_string(shuffled) + ".kra";
-        entry.kind = static_cast<ScheduleKind>(i % kinds);
+        entry.kind = static_cast<ScheduleKind>(i % scheduler::kindCount);
         entry.afterIndex = i / 2;
         entry.minutes = i % 60;
         entry.time = referenceTime() + TimeSpan::fromMinutes(120 + i % 40000);

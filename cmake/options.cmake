@@ -23,21 +23,22 @@ if(WIN32)
     set(CMAKE_CXX_FLAGS_RELEASE "-O2 -DNDEBUG" CACHE STRING "" FORCE)
 
     # The compiler has no runtime library for its checks on this platform: what they find ends the program.
-    option(CORVANE_CHECKED "Trap undefined behaviour, check iterators and containers, and the heap in the tests")
+    option(CORVANE_CHECKED "Trap undefined behaviour, check iterators and containers")
     if(CORVANE_CHECKED)
         add_compile_options(-O1 -fsanitize=undefined -fsanitize-undefined-trap-on-error)
         add_compile_definitions(_GLIBCXX_DEBUG _GLIBCXX_DEBUG_PEDANTIC _GLIBCXX_ASSERTIONS)
     endif()
-elseif(CORVANE_COVERAGE)
-    # What the libraries' headers define counts as well when nobody calls it.
-    target_compile_options(project_options INTERFACE
-        --coverage $<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,STATIC_LIBRARY>:-fkeep-inline-functions>)
-    target_link_options(project_options INTERFACE --coverage)
 else()
     add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
     add_link_options(-fsanitize=address,undefined)
     if(CORVANE_FUZZ)
         # What a fuzzer runs reports which of its branches were taken, and fast.
         add_compile_options(-fsanitize=fuzzer-no-link -O1)
+    else()
+        # tools/coverage reads which lines the tests reached. What the libraries' headers define counts as well when
+        # nobody calls it.
+        target_compile_options(project_options INTERFACE
+            --coverage $<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,STATIC_LIBRARY>:-fkeep-inline-functions>)
+        target_link_options(project_options INTERFACE --coverage)
     endif()
 endif()

@@ -150,10 +150,13 @@ std::string describeNextRun(const ScheduledProject& entry, const ScheduleList& s
         return "waiting for " + followedName(entry, schedule);
     case ScheduleKind::AtStartup:
         return "next startup";
-    default:
-        return entry.nextRun == base::TimeValue::never() ? "(never)"
-                                                         : base::formatRelative(entry.nextRun, now);
+    case ScheduleKind::Hourly:
+    case ScheduleKind::Daily:
+    case ScheduleKind::Monthly:
+    case ScheduleKind::Once:
+        break;
     }
+    return entry.nextRun == base::TimeValue::never() ? "(never)" : base::formatRelative(entry.nextRun, now);
 }
 
 std::string describeLastRun(const ScheduledProject& entry, base::TimeValue now) {

@@ -81,9 +81,12 @@ TimeValue NextRuns::of(const ScheduledProject& entry) {
         return daily(entry);
     case ScheduleKind::Monthly:
         return monthly(entry);
-    default:
-        return computeNextRun(state_, entry, now_, clock_);
+    case ScheduleKind::AfterProject:
+    case ScheduleKind::AtStartup:
+    case ScheduleKind::Once:
+        break;
     }
+    return computeNextRun(state_, entry, now_, clock_);
 }
 
 TimeValue NextRuns::hourly(const ScheduledProject& entry) {

@@ -20,6 +20,9 @@ enum class ScheduleKind : std::int32_t {
     Once = 5,
 };
 
+/// The kinds have the values from 0 to below this.
+inline constexpr int kindCount = 6;
+
 /// What the spider is told to do with the project.
 enum class RunCommand : std::int32_t {
     RunNormally = 0,

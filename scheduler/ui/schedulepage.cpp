@@ -16,6 +16,10 @@ constexpr framework::NumberRange delayMinutes{0, 1440};
 constexpr framework::NumberRange minutesAfterTheHour{0, 59};
 constexpr framework::NumberRange daysOfAMonth{1, 31};
 
+constexpr auto kindButtons = std::to_array({IDC_KIND_AFTER_PROJECT, IDC_KIND_STARTUP, IDC_KIND_HOURLY,
+                                            IDC_KIND_DAILY, IDC_KIND_MONTHLY, IDC_KIND_ONCE});
+static_assert(kindButtons.size() == kindCount);
+
 // What belongs to each kind. The controls of different kinds lie over each other.
 constexpr int afterProjectControls[] = {IDC_AFTER_DELAY_LABEL, IDC_AFTER_DELAY, IDC_AFTER_DELAY_UNIT};
 constexpr int startupControls[] = {IDC_STARTUP_DELAY_LABEL, IDC_STARTUP_DELAY, IDC_STARTUP_DELAY_UNIT};
@@ -30,6 +34,7 @@ constexpr int onceControls[] = {IDC_ONCE_TIME_LABEL, IDC_ONCE_TIME};
 // In the order of the kinds' values.
 constexpr auto controlsOfKinds = std::to_array<std::span<const int>>(
     {afterProjectControls, startupControls, hourlyControls, dailyControls, monthlyControls, onceControls});
+static_assert(controlsOfKinds.size() == kindCount);
 
 framework::ItemList projectsBut(std::optional<std::size_t> position, const ScheduleList& schedule) {
     framework::ItemList items;
@@ -76,9 +81,7 @@ SchedulePage::SchedulePage(ScheduledProject& record, const ScheduleList& schedul
     : PropertyPage(IDD_SCHEDULE_PAGE),
       clock_(clock),
       otherProjects_(projectsBut(position, schedule)),
-      kind_(*this,
-            {IDC_KIND_AFTER_PROJECT, IDC_KIND_STARTUP, IDC_KIND_HOURLY, IDC_KIND_DAILY, IDC_KIND_MONTHLY,
-             IDC_KIND_ONCE},
+      kind_(*this, {kindButtons.begin(), kindButtons.end()},
             std::make_unique<GuardedBinding<std::int32_t>>(
                 framework::bindNumber(record.kind),
                 // A kind that nobody knows stays what it is until another is chosen.

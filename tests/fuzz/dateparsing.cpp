@@ -3,7 +3,7 @@
 #include "lib/base/dateparsing.h"
 
 #include "tests/fuzz/fuzzing.h"
-#include "tests/fuzz/plaindates.h"
+#include "tests/support/plaindates.h"
 
 #include <string>
 
@@ -34,9 +34,9 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     check(base::parseInternetDate, text);
     check(base::parseAsctimeDate, text);
     check(base::parseFreeDate, text);
-    require(base::parseInternetDate(text).seconds() == plaindates::internetDate(text), "the internet layout");
-    require(base::parseAsctimeDate(text).seconds() == plaindates::asctimeDate(text), "asctime's layout");
-    require(base::parseFreeDate(text).seconds() == plaindates::freeDate(text), "the tolerant layout");
+    require(base::parseInternetDate(text).seconds() == plain::internetDate(text), "the internet layout");
+    require(base::parseAsctimeDate(text).seconds() == plain::asctimeDate(text), "asctime's layout");
+    require(base::parseFreeDate(text).seconds() == plain::freeDate(text), "the tolerant layout");
 
     TimeValue first = base::parseInternetDate(text);
     if (first == TimeValue())

@@ -5,6 +5,7 @@
 #include "tests/fuzz/fuzzing.h"
 #include "tests/support/allocations.h"
 #include "tests/support/encodedschedule.h"
+#include "tests/support/plainentries.h"
 #include "tests/support/plainschedule.h"
 
 #include <cstring>
@@ -20,10 +21,10 @@ std::size_t memoryFor(std::size_t contentSize) {
     return (contentSize / 82 + 1) * 3 * sizeof(scheduler::ScheduledProject) + 2 * contentSize + 3 * 64;
 }
 
-void checkEntries(const ScheduleList& list, const std::vector<plainschedule::Record>& records) {
-    require(list.size() == records.size(), "there are as many entries as records");
-    for (std::size_t i = 0; i < records.size(); ++i)
-        require(same(list[i], records[i]), "an entry is what its record says");
+void checkEntries(const ScheduleList& list, const std::vector<plain::Item>& items) {
+    require(list.size() == items.size(), "there are as many entries as records");
+    for (std::size_t i = 0; i < items.size(); ++i)
+        require(plain::itemOf(list[i]) == items[i], "an entry is what its record says");
 }
 
 void checkRoundTrip(const ScheduleList& list, std::span<const std::byte> content) {
@@ -47,14 +48,14 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const bool decoded = decodeSchedule(content, scheduler::scheduleMagic, list);
     require(test::allocatedBytes - before <= memoryFor(size), "no more memory than the size suggests");
 
-    plainschedule::File plain(content);
-    const plainschedule::Result expected = plain.read();
-    require(decoded == (expected == plainschedule::Result::Replaced), "only a whole file is read");
+    plain::File file(content);
+    const plain::Load expected = file.read();
+    require(decoded == (expected == plain::Load::Replaced), "only a whole file is read");
     if (decoded) {
-        checkEntries(list, plain.records);
+        checkEntries(list, file.items);
         checkRoundTrip(list, content);
     } else {
-        require(list.size() == (expected == plainschedule::Result::Untouched ? 1 : 0),
+        require(list.size() == (expected == plain::Load::Untouched ? 1 : 0),
                 "a damaged file leaves no entries, a foreign one those that were there");
     }
     return 0;

@@ -5,6 +5,7 @@
 #include "resources/ids.h"
 #include "tests/program/editordriver.h"
 #include "tests/program/listdriver.h"
+#include "tests/support/schedulekinds.h"
 #include "tests/support/windowlooks.h"
 
 #include <gtest/gtest.h>
@@ -189,10 +190,10 @@ TEST_F(Accessibility, TheProjectPage) {
 TEST_F(Accessibility, TheSchedulePageOfEachKind) {
     ASSERT_TRUE(editor_.openAdd());
     editor_.turnTo(IDD_SCHEDULE_PAGE);
-    for (int kind = 0; kind <= static_cast<int>(ScheduleKind::Once); ++kind) {
-        SCOPED_TRACE(kind);
-        ASSERT_TRUE(editor_.chooseKind(static_cast<ScheduleKind>(kind)));
-        const HWND button = editor_.item(IDC_KIND_AFTER_PROJECT + kind);
+    for (const ScheduleKind kind : test::allKinds) {
+        SCOPED_TRACE(static_cast<int>(kind));
+        ASSERT_TRUE(editor_.chooseKind(kind));
+        const HWND button = editor_.item(test::buttonOf(kind));
         PostMessageA(editor_.sheet(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(button), TRUE);
         ASSERT_TRUE(waitUntil([&] { return scheduler_.focused() == button; }));
         expectAccessible(editor_.sheet());

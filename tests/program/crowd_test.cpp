@@ -3,7 +3,7 @@
 #include "resources/ids.h"
 #include "tests/program/programtest.h"
 #include "tests/program/witnessdriver.h"
-#include "tests/support/kindcontrols.h"
+#include "tests/support/schedulekinds.h"
 
 #include <commctrl.h>
 

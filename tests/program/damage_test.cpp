@@ -5,24 +5,27 @@
 #include "tests/program/programtest.h"
 #include "tests/support/damagedschedule.h"
 #include "tests/support/encodedschedule.h"
+#include "tests/support/plainentries.h"
 #include "tests/support/plainschedule.h"
 #include "tests/support/seeds.h"
 
 #include <iostream>
 
-using plainschedule::Record;
+using plain::Item;
 
 namespace {
 
 constexpr unsigned long startsOfAnEverydayRun = 20;
 
 /// What a start makes of the entries of a file. It also computes their next runs: those are left out here.
-std::vector<Record> afterStart(std::vector<Record> records) {
-    for (Record& record : records) {
-        record.running = 0;
-        record.waitingSince = record.runStart = record.runNumber = record.retriesDone = record.nextRun = 0;
+std::vector<Item> afterStart(std::vector<Item> items) {
+    for (Item& item : items) {
+        item.runs = 0;
+        item.waitsSince = item.began = item.number = 0;
+        item.retried = 0;
+        item.next = 0;
     }
-    return records;
+    return items;
 }
 
 class Damage : public driver::ProgramTest {
@@ -38,10 +41,9 @@ protected:
     std::size_t startOn(const std::vector<std::byte>& content) {
         driver::writeText(scheduler::schedulePath(),
                           {reinterpret_cast<const char*>(content.data()), content.size()});
-        plainschedule::File plain(content);
-        if (plain.read() != plainschedule::Result::Replaced)
-            plain.records.clear();
-        const std::vector<Record> expected = afterStart(plain.records);
+        plain::File file(content);
+        file.read();
+        const std::vector<Item> expected = afterStart(file.items);
 
         EXPECT_TRUE(scheduler_.start("/s"));
         EXPECT_EQ(list().rowCount(), static_cast<int>(expected.size()));
@@ -51,7 +53,7 @@ protected:
         EXPECT_EQ(saved.size(), expected.size());
         for (std::size_t i = 0; i < std::min(saved.size(), expected.size()); ++i) {
             saved[i].nextRun = base::TimeValue();
-            EXPECT_TRUE(same(saved[i], expected[i])) << "entry " << i;
+            EXPECT_EQ(plain::itemOf(saved[i]), expected[i]) << "entry " << i;
         }
         return saved.size();
     }

@@ -1,6 +1,7 @@
 #include "tests/program/editordriver.h"
 
 #include "resources/ids.h"
+#include "tests/support/schedulekinds.h"
 
 #include <prsht.h>
 
@@ -8,10 +9,6 @@ namespace driver {
 namespace {
 
 constexpr int pageIds[] = {IDD_PROJECT_PAGE, IDD_SCHEDULE_PAGE};
-
-/// Of each kind, a control that no other kind shows.
-constexpr int fieldOfKind[] = {IDC_AFTER_DELAY, IDC_STARTUP_DELAY, IDC_HOURLY_MINUTE,
-                               IDC_DAILY_TIME,  IDC_MONTHLY_DAY,   IDC_ONCE_TIME};
 
 bool isShownDialog(HWND window, const std::string& caption) {
     return window && IsWindowVisible(window) && textOf(window) == caption;
@@ -103,9 +100,9 @@ void EditorDriver::choose(int list, int position) const {
 }
 
 bool EditorDriver::chooseKind(scheduler::ScheduleKind kind) const {
-    const int index = static_cast<int>(kind);
-    click(IDC_KIND_AFTER_PROJECT + index);
-    return waitUntil([&] { return isShown(fieldOfKind[index]) && isEnabled(fieldOfKind[index]); });
+    const int field = test::controlsOf(kind).fields.back();
+    click(test::buttonOf(kind));
+    return waitUntil([&] { return isShown(field) && isEnabled(field); });
 }
 
 void EditorDriver::press(int button) const {

@@ -6,6 +6,7 @@
 #include "tests/program/editordriver.h"
 #include "tests/program/listdriver.h"
 #include "tests/program/programtest.h"
+#include "tests/support/schedulekinds.h"
 
 #include <functional>
 #include <memory>
@@ -92,8 +93,8 @@ protected:
 };
 
 TEST_F(EditByEditor, OpeningAndPressingOkChangesNothing) {
-    for (int kind = 0; kind < 6; ++kind) {
-        const ScheduledProject before = entryOf(static_cast<ScheduleKind>(kind));
+    for (const ScheduleKind kind : test::allKinds) {
+        const ScheduledProject before = entryOf(kind);
         ASSERT_NO_FATAL_FAILURE(open(before));
         // Through every field and past every idle pass.
         editor_.turnTo(IDD_SCHEDULE_PAGE);
@@ -102,7 +103,7 @@ TEST_F(EditByEditor, OpeningAndPressingOkChangesNothing) {
             editor_.pressKey(VK_TAB);
             ASSERT_TRUE(waitUntil([&] { return scheduler_.focused() != from; }));
         }
-        EXPECT_EQ(userPart(editedByOk()), userPart(before)) << kind;
+        EXPECT_EQ(userPart(editedByOk()), userPart(before)) << static_cast<int>(kind);
     }
 }
 

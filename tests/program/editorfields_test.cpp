@@ -2,7 +2,7 @@
 
 #include "resources/ids.h"
 #include "tests/program/editortest.h"
-#include "tests/support/kindcontrols.h"
+#include "tests/support/schedulekinds.h"
 
 using driver::savedSchedule;
 using driver::SchedulerProcess;
@@ -10,7 +10,7 @@ using driver::TypedKey;
 using driver::waitUntil;
 using scheduler::ScheduleKind;
 using test::allKinds;
-using test::controlsOfKinds;
+using test::shownOnlyWith;
 
 namespace {
 
@@ -19,10 +19,10 @@ protected:
     void expectOnlyControlsOf(ScheduleKind kind) const {
         // The idle pass shows one control after the other, and is over when the next message is answered.
         SendMessageA(editor_.sheet(), WM_NULL, 0, 0);
-        for (std::size_t other = 0; other < controlsOfKinds.size(); ++other)
-            for (const int id : controlsOfKinds[other]) {
-                EXPECT_EQ(editor_.isShown(id), other == static_cast<std::size_t>(kind)) << id;
-                EXPECT_EQ(editor_.isEnabled(id), other == static_cast<std::size_t>(kind)) << id;
+        for (const ScheduleKind other : allKinds)
+            for (const int id : shownOnlyWith(other)) {
+                EXPECT_EQ(editor_.isShown(id), other == kind) << id;
+                EXPECT_EQ(editor_.isEnabled(id), other == kind) << id;
             }
         EXPECT_TRUE(editor_.isShown(IDC_AFTER_PROJECT));
         EXPECT_EQ(editor_.isEnabled(IDC_AFTER_PROJECT), kind == ScheduleKind::AfterProject);

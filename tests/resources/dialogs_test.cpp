@@ -1,6 +1,7 @@
 #include "lib/base/stackalignment.h"
 #include "resources/ids.h"
 #include "tests/support/dialogtemplate.h"
+#include "tests/support/schedulekinds.h"
 
 #include <windows.h>
 
@@ -15,6 +16,8 @@
 
 namespace {
 
+using scheduler::ScheduleKind;
+using test::buttonOf;
 using test::DialogTemplate;
 using test::readDialogTemplate;
 using test::TemplateItem;
@@ -275,11 +278,11 @@ TEST_F(LiveDialog, TabStopsOnceAmongTheRadioButtonsOfThePreferences) {
 
 TEST_F(LiveDialog, RadioButtonsExcludeEachOther) {
     HWND page = create(IDD_SCHEDULE_PAGE);
-    for (int chosen = IDC_KIND_AFTER_PROJECT; chosen <= IDC_KIND_ONCE; ++chosen) {
-        SendDlgItemMessageA(page, chosen, BM_CLICK, 0, 0);
-        for (int id = IDC_KIND_AFTER_PROJECT; id <= IDC_KIND_ONCE; ++id) {
-            EXPECT_EQ(IsDlgButtonChecked(page, id) == BST_CHECKED, id == chosen) << id << " of " << chosen;
-        }
+    for (const ScheduleKind chosen : test::allKinds) {
+        SendDlgItemMessageA(page, buttonOf(chosen), BM_CLICK, 0, 0);
+        for (const ScheduleKind kind : test::allKinds)
+            EXPECT_EQ(IsDlgButtonChecked(page, buttonOf(kind)) == BST_CHECKED, kind == chosen)
+                << buttonOf(kind) << " of " << buttonOf(chosen);
     }
 }
 

@@ -170,13 +170,12 @@ Item Simulation::itemOfNow(int serial, int position) {
 
 void Simulation::add() {
     Item item = itemOfNow(serial_++, count());
-    ScheduledProject record = entryFrom(item);
+    ScheduledProject record = plain::entryOf(item);
     if (dice_.oneIn(3)) { // as the editor offers it
         const std::string path = item.path;
         item = plain_.rules.fresh(now_);
         record = engine_.program->commands.newEntry();
         item.path = record.path = path;
-        item.isProject = !path.starts_with("run:");
     }
     engine_.program->commands.add(record, {});
     plain_.rules.add(item, now_);
@@ -194,7 +193,7 @@ void Simulation::drop() {
 }
 
 void Simulation::edit(int position, const Item& shown) {
-    engine_.edit(static_cast<std::size_t>(position), entryFrom(shown));
+    engine_.edit(static_cast<std::size_t>(position), plain::entryOf(shown));
     plain_.rules.edit(position, shown, now_);
 }
 

@@ -1,9 +1,8 @@
-// Random entries, as the plain rules and as the program hold them.
+// Random entries.
 #pragma once
 
-#include "scheduler/model/scheduledproject.h"
 #include "tests/simulation/dice.h"
-#include "tests/simulation/plainrules.h"
+#include "tests/support/plainrules.h"
 
 namespace simulation {
 
@@ -18,13 +17,5 @@ struct Mix {
 
 /// An entry for one of the positions 0 to count, named by its serial number.
 plain::Item randomItem(Dice& dice, const Mix& mix, int serial, int position, int count);
-
-scheduler::ScheduledProject entryFrom(const plain::Item& item);
-
-/// Whether the entry holds what the plain rules hold.
-bool same(const scheduler::ScheduledProject& entry, const plain::Item& item);
-
-std::string stateOf(const plain::Item& item);
-std::string stateOf(const scheduler::ScheduledProject& entry);
 
 } // namespace simulation

@@ -30,7 +30,7 @@ Simulation::Simulation(std::uint64_t seed, const Plan& plan)
 void Simulation::run(bool everySecond) {
     std::vector<ScheduledProject> entries;
     for (const Item& item : plain_.rules.items)
-        entries.push_back(entryFrom(item));
+        entries.push_back(plain::entryOf(item));
     start(test::encodedSchedule(entries), plain_.rules.items);
     calmRings();
     while (now_ < end_ && !testing::Test::HasFatalFailure()) {
@@ -85,12 +85,8 @@ void Simulation::compare() {
 void Simulation::compareSchedules() const {
     const scheduler::ScheduleList& entries = engine_.program->entries;
     ASSERT_EQ(entries.size(), plain_.rules.items.size()) << "at " << now_;
-    for (std::size_t i = 0; i < entries.size(); ++i) {
-        const Item& item = plain_.rules.items[i];
-        if (!same(entries[i], item))
-            FAIL() << "entry " << i << " at " << now_ << "\nprogram: " << stateOf(entries[i])
-                   << "\nplain:   " << stateOf(item);
-    }
+    for (std::size_t i = 0; i < entries.size(); ++i)
+        ASSERT_EQ(plain::itemOf(entries[i]), plain_.rules.items[i]) << "entry " << i << " at " << now_;
 }
 
 // Whatever either side's next second is in which anything may happen; and some seconds more.

@@ -5,6 +5,7 @@
 #include "tests/simulation/engineside.h"
 #include "tests/simulation/plainside.h"
 #include "tests/simulation/randomitems.h"
+#include "tests/support/plainentries.h"
 
 #include <cstddef>
 #include <cstdint>

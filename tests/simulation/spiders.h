@@ -2,7 +2,7 @@
 // and on how often it ran before, so that two sides which start the same runs see the same ends.
 #pragma once
 
-#include "tests/simulation/plainrules.h"
+#include "tests/support/plainrules.h"
 
 #include <cstdint>
 #include <map>

@@ -21,7 +21,7 @@ inline std::vector<scheduler::ScheduledProject> richSchedule() {
         const auto length = static_cast<std::size_t>(i);
         scheduler::ScheduledProject entry = i % 5 == 0 ? scheduler::ScheduledProject() : filledEntry();
         entry.path = (i % 7 == 3 ? "run:" : "C:\\Sites\\") + std::string(length * length / 4, 'p') + ".kra";
-        entry.kind = static_cast<scheduler::ScheduleKind>(i % 7 - i / 39);
+        entry.kind = static_cast<scheduler::ScheduleKind>(i % (scheduler::kindCount + 1) - i / 39);
         entry.afterIndex = i - 1;
         entry.lastResult = std::string(i % 3 == 0 ? 0 : length, 'r');
         entry.dialupEntry = std::string(i % 4 == 0 ? 3 * length : 0, '\xE4');

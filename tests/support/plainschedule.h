@@ -1,80 +1,71 @@
-// The schedule file's format told once more, as plainly as it can be, to compare the program's reading with.
+// The schedule file's format told as plainly as it can be, to compare the program's reading with.
 #pragma once
 
-#include "scheduler/model/scheduledproject.h"
+#include "tests/support/plainitem.h"
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string>
 #include <vector>
 
-namespace plainschedule {
+namespace plain {
 
 /// What a load makes of the schedule that was there before.
-enum class Result { Untouched, Emptied, Replaced };
-
-struct Record {
-    std::string path, lastResult, dialupEntry;
-    std::uint32_t lastRun, kind, time, minutes, afterIndex;
-    std::array<unsigned char, 7> weekdays;
-    std::uint32_t dayOfMonth, runCommand, timeLimitMinutes;
-    unsigned char disconnectWhenDone, disabled, running;
-    std::uint32_t waitingSince, runStart, runNumber, nextRun, retryLimit, retriesDone, retryIntervalMinutes;
-};
+enum class Load { Untouched, Emptied, Replaced };
 
 class File {
 public:
     explicit File(std::span<const std::byte> content) : content_(content) {}
 
-    Result read() {
+    Load read() {
         const std::uint32_t magic = number();
         if (failed_ || magic != 0x0046C71C)
-            return Result::Untouched;
+            return Load::Untouched;
         const std::uint32_t count = number();
         if (failed_)
-            return Result::Untouched;
+            return Load::Untouched;
         if (count >= content_.size())
-            return Result::Emptied;
+            return Load::Emptied;
         for (std::uint32_t i = 0; i < count; ++i) {
-            const Record record = readRecord();
-            if (failed_)
-                return Result::Emptied;
-            records.push_back(record);
+            items.push_back(readItem());
+            if (failed_) {
+                items.clear();
+                return Load::Emptied;
+            }
         }
-        return Result::Replaced;
+        return Load::Replaced;
     }
 
-    std::vector<Record> records;
+    std::vector<Item> items; ///< none unless the file is whole
 
 private:
-    Record readRecord() {
-        Record record;
-        record.path = text();
-        record.lastResult = text();
-        record.lastRun = number();
-        record.kind = number();
-        record.time = number();
-        record.minutes = number();
-        record.afterIndex = number();
-        for (unsigned char& flag : record.weekdays)
+    Item readItem() {
+        Item item;
+        item.path = text();
+        item.result = text();
+        item.lastRun = integer();
+        item.kind = integer();
+        item.time = integer();
+        item.minutes = integer();
+        item.after = integer();
+        for (unsigned char& flag : item.days)
             flag = byte();
-        record.dayOfMonth = number();
-        record.runCommand = number();
-        record.dialupEntry = text();
-        record.timeLimitMinutes = number();
-        record.disconnectWhenDone = byte();
-        record.disabled = byte();
-        record.running = byte();
-        record.waitingSince = number();
-        record.runStart = number();
-        record.runNumber = number();
-        record.nextRun = number();
-        record.retryLimit = number();
-        record.retriesDone = number();
-        record.retryIntervalMinutes = number();
-        return record;
+        item.dayOfMonth = integer();
+        item.command = integer();
+        item.dialup = text();
+        item.timeLimit = integer();
+        item.hangsUp = byte();
+        item.off = byte();
+        item.runs = byte();
+        item.waitsSince = integer();
+        item.began = integer();
+        item.number = integer();
+        item.next = integer();
+        item.retries = number();
+        item.retried = number();
+        item.retryMinutes = integer();
+        return item;
     }
 
     unsigned char byte() {
@@ -88,6 +79,7 @@ private:
         const std::uint32_t third = byte();
         return first + (second << 8) + (third << 16) + (std::uint32_t{byte()} << 24);
     }
+    int integer() { return static_cast<int>(number()); }
     std::string text() {
         const std::uint32_t length = number();
         if (length >= content_.size())
@@ -103,26 +95,4 @@ private:
     bool failed_ = false;
 };
 
-inline bool same(const scheduler::ScheduledProject& entry, const Record& record) {
-    const auto is = [](base::TimeValue time, std::uint32_t number) {
-        return static_cast<std::uint32_t>(time.seconds()) == number;
-    };
-    const auto equal = [](auto field, std::uint32_t number) {
-        return static_cast<std::uint32_t>(field) == number;
-    };
-    return entry.path == record.path && entry.lastResult == record.lastResult &&
-           is(entry.lastRun, record.lastRun) && equal(entry.kind, record.kind) &&
-           is(entry.time, record.time) && equal(entry.minutes, record.minutes) &&
-           equal(entry.afterIndex, record.afterIndex) && entry.weekdays == record.weekdays &&
-           equal(entry.dayOfMonth, record.dayOfMonth) && equal(entry.runCommand, record.runCommand) &&
-           entry.dialupEntry == record.dialupEntry &&
-           equal(entry.timeLimitMinutes, record.timeLimitMinutes) &&
-           equal(entry.disconnectWhenDone, record.disconnectWhenDone) &&
-           equal(entry.disabled, record.disabled) && equal(entry.running, record.running) &&
-           is(entry.waitingSince, record.waitingSince) && is(entry.runStart, record.runStart) &&
-           equal(entry.runNumber, record.runNumber) && is(entry.nextRun, record.nextRun) &&
-           equal(entry.retryLimit, record.retryLimit) && equal(entry.retriesDone, record.retriesDone) &&
-           equal(entry.retryIntervalMinutes, record.retryIntervalMinutes);
-}
-
-} // namespace plainschedule
+} // namespace plain

@@ -67,7 +67,7 @@ TEST(ModuleHandle, IsTheProgramsAndAlwaysTheSame) {
 
 TEST(ExecutablePath, IsTheProgramsFile) {
     EXPECT_TRUE(isDrivePath(executablePath()));
-    EXPECT_EQ(fileNameOf(executablePath()), "lib.base.opsys_test.exe");
+    EXPECT_EQ(fileNameOf(executablePath()), "lib.base.opsys.tests.exe");
     EXPECT_TRUE(fileExists(executablePath()));
 }
 

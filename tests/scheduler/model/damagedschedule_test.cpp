@@ -3,6 +3,7 @@
 #include "scheduler/model/schedulecodec.h"
 #include "tests/support/damagedschedule.h"
 #include "tests/support/encodedschedule.h"
+#include "tests/support/plainentries.h"
 #include "tests/support/plainschedule.h"
 #include "tests/support/seeds.h"
 
@@ -12,28 +13,28 @@
 
 namespace {
 
-using plainschedule::Result;
+using plain::Load;
 
-Result check(const std::vector<std::byte>& content) {
-    plainschedule::File plain(content);
-    const Result expected = plain.read();
+Load check(const std::vector<std::byte>& content) {
+    plain::File file(content);
+    const Load expected = file.read();
     scheduler::ScheduleList list;
     list.append(test::filledEntry());
-    EXPECT_EQ(decodeSchedule(content, scheduler::scheduleMagic, list), expected == Result::Replaced);
-    if (expected == Result::Untouched) {
+    EXPECT_EQ(decodeSchedule(content, scheduler::scheduleMagic, list), expected == Load::Replaced);
+    if (expected == Load::Untouched) {
         EXPECT_EQ(list.size(), 1u);
-    } else if (expected == Result::Emptied) {
+    } else if (expected == Load::Emptied) {
         EXPECT_TRUE(list.empty());
     } else {
-        EXPECT_EQ(list.size(), plain.records.size());
-        for (std::size_t i = 0; i < std::min(list.size(), plain.records.size()); ++i)
-            EXPECT_TRUE(same(list[i], plain.records[i])) << "entry " << i;
+        EXPECT_EQ(list.size(), file.items.size());
+        for (std::size_t i = 0; i < std::min(list.size(), file.items.size()); ++i)
+            EXPECT_EQ(plain::itemOf(list[i]), file.items[i]) << "entry " << i;
     }
     return expected;
 }
 
 TEST(DamagedSchedule, TheWholeFileIsWhatWasWritten) {
-    EXPECT_EQ(check(test::encodedSchedule(test::richSchedule())), Result::Replaced);
+    EXPECT_EQ(check(test::encodedSchedule(test::richSchedule())), Load::Replaced);
 }
 
 TEST(DamagedSchedule, HoldsTheRightEntriesOrNone) {

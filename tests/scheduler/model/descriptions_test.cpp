@@ -11,6 +11,7 @@
 namespace {
 
 using base::TimeValue;
+using scheduler::kindCount;
 using scheduler::RunCommand;
 using scheduler::ScheduledProject;
 using test::after;
@@ -91,9 +92,9 @@ TEST_F(DescriptionsTest, WhenAnEntryRuns) {
         {"monthly at no time", monthly(15, TimeValue()), "on day 15 of every month at "},
         {"once", atTime(5, someTime()), "on " + date + at},
         {"once at no time", atTime(5, TimeValue()), "(unknown)"},
-        {"kind 6", atTime(6, someTime()), "on " + date + at},
+        {"an unknown kind", atTime(kindCount, someTime()), "on " + date + at},
         {"kind -1", atTime(-1, someTime()), "on " + date + at},
-        {"kind 6 at no time", atTime(6, TimeValue()), "(unknown)"},
+        {"an unknown kind at no time", atTime(kindCount, TimeValue()), "(unknown)"},
     };
     for (const Schedule& row : table)
         EXPECT_EQ(describeSchedule(row.entry, list), row.phrase) << row.what;

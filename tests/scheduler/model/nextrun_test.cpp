@@ -13,6 +13,7 @@ namespace {
 using base::TimeSpan;
 using base::TimeValue;
 using scheduler::EngineState;
+using scheduler::kindCount;
 using scheduler::ScheduledProject;
 using test::at;
 using test::clockTime;
@@ -75,7 +76,7 @@ TEST(NextRun, TheStartupFlagIsForEntriesAtStartupOnly) {
 }
 
 TEST(NextRun, AnyOtherKindIsNever) {
-    for (const int kind : {-1, 6, 7, 1000, int{lowest}, int{highest}})
+    for (const int kind : {-1, kindCount, kindCount + 1, 1000, int{lowest}, int{highest}})
         EXPECT_EQ(nextRun(ofKind(kind), at(2026, 1, 5), at(2026, 1, 5), true), TimeValue::never()) << kind;
 }
 

@@ -1,29 +1,26 @@
 #include "tests/scheduler/model/nextruncases.h"
 #include "tests/support/instants.h"
+#include "tests/support/plainentries.h"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <array>
 #include <cstdint>
-#include <ctime>
 #include <random>
 #include <vector>
 
 namespace {
 
 using base::TimeValue;
+using scheduler::kindCount;
 using scheduler::ScheduledProject;
 using test::at;
 using test::clockTime;
-using test::clockTimeOf;
 using test::daily;
 using test::day;
-using test::fieldsOf;
 using test::highest;
 using test::hourly;
 using test::lowest;
-using test::made;
 using test::monthly;
 using test::nextRun;
 using test::nextRunInSweep;
@@ -31,67 +28,6 @@ using test::ofKind;
 using test::once;
 using test::seconds;
 using test::text;
-
-// The rules told once more with the runtime's calendar alone
-
-constexpr std::int32_t wrapped(std::int64_t seconds) {
-    return static_cast<std::int32_t>(static_cast<std::uint32_t>(seconds));
-}
-
-std::int32_t plainHourly(const ScheduledProject& entry, std::int32_t now) {
-    const std::tm fields = fieldsOf(now);
-    const std::int32_t hour = made(fields.tm_year + 1900, fields.tm_mon + 1, fields.tm_mday, fields.tm_hour);
-    return wrapped(hour + std::int64_t{entry.minutes} * 60 + (fields.tm_min >= entry.minutes ? 3600 : 0));
-}
-
-std::int32_t plainDaily(const ScheduledProject& entry, std::int32_t now, std::int32_t clock) {
-    const std::tm today = fieldsOf(clock);
-    std::int32_t candidate =
-        wrapped(std::int64_t{made(today.tm_year + 1900, today.tm_mon + 1, today.tm_mday, 0)} +
-                clockTimeOf(entry.time.seconds()));
-    if (candidate < now)
-        candidate = wrapped(std::int64_t{candidate} + day);
-    for (int added = 0; added < 7; ++added) {
-        const int weekday = fieldsOf(candidate).tm_wday; // Sunday is 0
-        const std::size_t flag = weekday == 0 ? 6 : static_cast<std::size_t>(weekday) - 1;
-        if (entry.weekdays[flag])
-            break;
-        candidate = wrapped(std::int64_t{candidate} + day);
-    }
-    return candidate;
-}
-
-std::int32_t plainMonthly(const ScheduledProject& entry, std::int32_t now, std::int32_t clock) {
-    const std::tm today = fieldsOf(clock);
-    const int year = today.tm_year + 1900;
-    const int month = today.tm_mon + 1;
-    const std::int64_t days = std::clamp<std::int64_t>(std::int64_t{entry.dayOfMonth} - 1, 0, 25000);
-    const std::int64_t offset = days * day + clockTimeOf(entry.time.seconds());
-    const std::int32_t inThisMonth = wrapped(made(year, month, 1, 0) + offset);
-    if (inThisMonth >= now)
-        return inThisMonth;
-    const std::int32_t next = month == 12 ? made(year + 1, 1, 1, 0) : made(year, month + 1, 1, 0);
-    return wrapped(next + offset);
-}
-
-std::int32_t plainNextRun(const ScheduledProject& entry, std::int32_t now, std::int32_t clock, bool startup) {
-    switch (static_cast<int>(entry.kind)) {
-    case 1:
-        return startup ? 0 : highest;
-    case 2:
-        return plainHourly(entry, now);
-    case 3:
-        return plainDaily(entry, now, clock);
-    case 4:
-        return plainMonthly(entry, now, clock);
-    case 5:
-        return now < entry.time.seconds() ? entry.time.seconds() : highest;
-    default:
-        return highest;
-    }
-}
-
-// Against the plain rules
 
 std::vector<ScheduledProject> variousEntries() {
     std::vector<ScheduledProject> entries;
@@ -110,7 +46,8 @@ std::vector<ScheduledProject> variousEntries() {
 
 /// False, with a failure, at the first difference, be the entry looked at alone or in a sweep.
 bool agrees(const ScheduledProject& entry, std::int32_t now, std::int32_t clock) {
-    const TimeValue expected = seconds(plainNextRun(entry, now, clock, false));
+    const TimeValue expected =
+        seconds(static_cast<std::int32_t>(plain::nextRunOf(plain::itemOf(entry), now, clock, false)));
     const TimeValue alone = nextRun(entry, seconds(now), seconds(clock));
     const TimeValue inSweep = nextRunInSweep(entry, seconds(now), seconds(clock));
     const bool agree = alone == expected && inSweep == expected;
@@ -178,7 +115,7 @@ TEST(NextRunAgainstPlainRules, ExtremeValues) {
         lowest,     lowest + 1, -86400,        -3600,           -60,         -1,     0,     1,
         59,         60,         3599,          86399,           86400,       25000,  25001, 25002,
         35'791'394, 35'791'395, 1'800'000'000, highest - 86400, highest - 1, highest};
-    for (const int kind : {0, 1, 2, 3, 4, 5, 6})
+    for (int kind = 0; kind <= kindCount; ++kind)
         for (const std::int32_t value : extremes)
             for (const std::int32_t time : extremes)
                 for (const std::int32_t now : extremes)

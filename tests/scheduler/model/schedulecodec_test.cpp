@@ -15,6 +15,7 @@
 
 namespace {
 
+using scheduler::kindCount;
 using scheduler::ScheduledProject;
 using scheduler::ScheduleKind;
 using test::append;
@@ -157,7 +158,7 @@ TEST_F(DecodingTest, WhatFollowsTheLastRecordIsIgnored) {
 
 TEST_F(DecodingTest, AnUnknownKindLoadsAndNeverRuns) {
     const test::FakeClock clock(base::TimeValue(1'800'000'000));
-    for (const int kind : {-1, 6, 7, 255, 0x7FFFFFFF}) {
+    for (const int kind : {-1, kindCount, kindCount + 1, 255, 0x7FFFFFFF}) {
         std::vector<ScheduledProject> stored(1);
         stored[0].kind = static_cast<ScheduleKind>(kind);
         ASSERT_TRUE(decode(encodedSchedule(stored)));

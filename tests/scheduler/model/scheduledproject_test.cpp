@@ -47,6 +47,7 @@ TEST(ScheduledProject, KindsAndCommandsHaveTheirNumbers) {
     EXPECT_EQ(static_cast<int>(ScheduleKind::Daily), 3);
     EXPECT_EQ(static_cast<int>(ScheduleKind::Monthly), 4);
     EXPECT_EQ(static_cast<int>(ScheduleKind::Once), 5);
+    EXPECT_EQ(scheduler::kindCount, 6);
     EXPECT_EQ(static_cast<int>(RunCommand::RunNormally), 0);
     EXPECT_EQ(static_cast<int>(RunCommand::RunUpdateOnly), 1);
     EXPECT_EQ(static_cast<int>(RunCommand::RelinkFiles), 2);

@@ -49,7 +49,8 @@ TEST_F(SchedulerEngineTest, NoValueOfAnyFieldIsTooOdd) {
         entries.clear();
         for (int i = 0; i < 5; ++i) {
             ScheduledProject& entry = add(idleEntry(random() % 4 == 0 ? "run:x" : "a.kra"));
-            entry.kind = static_cast<ScheduleKind>(static_cast<std::int32_t>(random() % 8) - 1);
+            entry.kind = static_cast<ScheduleKind>(
+                static_cast<std::int32_t>(random() % (scheduler::kindCount + 2)) - 1);
             entry.time = TimeValue(pick());
             entry.minutes = pick();
             entry.afterIndex = static_cast<std::int32_t>(random() % 6) - 1;

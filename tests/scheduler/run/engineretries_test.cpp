@@ -1,4 +1,5 @@
 #include "tests/scheduler/run/enginefixture.h"
+#include "tests/support/schedulekinds.h"
 
 #include <gmock/gmock.h>
 
@@ -109,7 +110,7 @@ TEST_F(SchedulerEngineTest, EveryFollowerIsWokenAndNobodyElse) {
     hourly.afterIndex = 1;
     add(hourly);
     ScheduledProject unknown = hourly;
-    unknown.kind = static_cast<ScheduleKind>(6);
+    unknown.kind = test::unknownKind;
     add(unknown);
     addRunning("running.kra", 8).afterIndex = 1;
     tickAt(0);

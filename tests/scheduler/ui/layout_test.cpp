@@ -9,6 +9,7 @@
 #include "scheduler/ui/framework/window.h"
 #include "scheduler/ui/mainwindow.h"
 #include "tests/scheduler/ui/whileopen.h"
+#include "tests/support/schedulekinds.h"
 #include "tests/support/windowlooks.h"
 
 #include <windows.h>
@@ -105,9 +106,9 @@ TEST(Layout, TheEditorsPagesOfEachKind) {
         expectRoomForAll(GetDlgItem(sheet, IDD_PROJECT_PAGE));
         SendMessageA(sheet, PSM_SETCURSEL, 1, 0);
         const HWND page = GetDlgItem(sheet, IDD_SCHEDULE_PAGE);
-        for (int kind = IDC_KIND_AFTER_PROJECT; kind <= IDC_KIND_ONCE; ++kind) {
-            SCOPED_TRACE(kind);
-            press(page, kind);
+        for (const scheduler::ScheduleKind kind : test::allKinds) {
+            SCOPED_TRACE(static_cast<int>(kind));
+            press(page, test::buttonOf(kind));
             framework::Window::of(sheet)->onIdle();
             expectRoomForAll(page);
         }

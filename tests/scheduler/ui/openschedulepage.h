@@ -5,6 +5,7 @@
 #include "scheduler/ui/schedulepage.h"
 #include "tests/scheduler/ui/pagehost.h"
 #include "tests/support/fakeclock.h"
+#include "tests/support/schedulekinds.h"
 
 #include <gtest/gtest.h>
 
@@ -35,9 +36,7 @@ protected:
         }
     }
 
-    void choose(scheduler::ScheduleKind kind) const {
-        host->click(IDC_KIND_AFTER_PROJECT + static_cast<int>(kind));
-    }
+    void choose(scheduler::ScheduleKind kind) const { host->click(buttonOf(kind)); }
 
     FakeClock clock{base::TimeValue::fromLocal(2026, 3, 10, 12, 34, 56, -1)};
     scheduler::ScheduleList schedule;

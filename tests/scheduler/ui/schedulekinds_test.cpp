@@ -3,7 +3,6 @@
 #include "lib/base/formatting.h"
 #include "scheduler/ui/framework/datetext.h"
 #include "tests/scheduler/ui/openschedulepage.h"
-#include "tests/support/kindcontrols.h"
 
 namespace {
 
@@ -11,7 +10,9 @@ using base::TimeSpan;
 using base::TimeValue;
 using scheduler::ScheduleKind;
 using test::allKinds;
-using test::controlsOfKinds;
+using test::buttonOf;
+using test::shownOnlyWith;
+using test::unknownKind;
 
 class ScheduleKinds : public test::OpenSchedulePage {
 protected:
@@ -21,15 +22,15 @@ protected:
     int firstTabStop() const { return GetDlgCtrlID(GetNextDlgTabItem(page->handle(), nullptr, FALSE)); }
 
     void expectOnlyControlsOf(ScheduleKind kind) const {
-        for (std::size_t other = 0; other < controlsOfKinds.size(); ++other)
-            for (const int id : controlsOfKinds[other]) {
-                EXPECT_EQ(host->isVisible(id), other == static_cast<std::size_t>(kind)) << id;
-                EXPECT_EQ(host->isEnabled(id), other == static_cast<std::size_t>(kind)) << id;
+        for (const ScheduleKind other : allKinds) {
+            for (const int id : shownOnlyWith(other)) {
+                EXPECT_EQ(host->isVisible(id), other == kind) << id;
+                EXPECT_EQ(host->isEnabled(id), other == kind) << id;
             }
-        EXPECT_TRUE(host->isVisible(1018));
-        EXPECT_EQ(host->isEnabled(1018), kind == ScheduleKind::AfterProject);
-        for (int button = 1000; button <= 1005; ++button)
-            EXPECT_EQ(host->isChecked(button), button == 1000 + static_cast<int>(kind)) << button;
+            EXPECT_EQ(host->isChecked(buttonOf(other)), other == kind) << buttonOf(other);
+        }
+        EXPECT_TRUE(host->isVisible(IDC_AFTER_PROJECT));
+        EXPECT_EQ(host->isEnabled(IDC_AFTER_PROJECT), kind == ScheduleKind::AfterProject);
     }
 };
 
@@ -87,7 +88,7 @@ TEST_F(ScheduleKinds, WaitingTakesAnotherEntry) {
 TEST_F(ScheduleKinds, AreWithinReachOfTheTabKey) {
     open(ScheduleKind::Daily);
     EXPECT_EQ(firstTabStop(), IDC_KIND_DAILY);
-    open(static_cast<ScheduleKind>(6));
+    open(unknownKind);
     EXPECT_EQ(firstTabStop(), IDC_KIND_AFTER_PROJECT) << "none is chosen";
     choose(ScheduleKind::Monthly);
     EXPECT_EQ(firstTabStop(), IDC_KIND_MONTHLY);
@@ -99,14 +100,14 @@ TEST_F(ScheduleKinds, AreWithinReachOfTheTabKey) {
 TEST_F(ScheduleKinds, ARecordOfAnUnknownOneShowsNone) {
     record.minutes = 77;
     record.time = clock.now();
-    open(static_cast<ScheduleKind>(6));
-    for (int button = 1000; button <= 1005; ++button)
-        EXPECT_FALSE(host->isChecked(button));
-    for (const auto& controls : controlsOfKinds)
-        for (const int id : controls)
+    open(unknownKind);
+    for (const ScheduleKind kind : allKinds) {
+        EXPECT_FALSE(host->isChecked(buttonOf(kind)));
+        for (const int id : shownOnlyWith(kind))
             EXPECT_FALSE(host->isVisible(id)) << id;
+    }
     page->store();
-    EXPECT_EQ(record.kind, static_cast<ScheduleKind>(6));
+    EXPECT_EQ(record.kind, unknownKind);
     EXPECT_EQ(record.minutes, 77);
     EXPECT_EQ(record.time, clock.now());
     choose(ScheduleKind::Daily);

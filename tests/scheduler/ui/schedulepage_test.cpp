@@ -9,6 +9,7 @@
 namespace {
 
 using base::TimeValue;
+using scheduler::kindCount;
 using scheduler::ScheduledProject;
 using scheduler::ScheduleKind;
 using testing::ElementsAre;
@@ -73,12 +74,8 @@ TEST_F(SchedulePage, WithoutOtherEntriesTheIndexIsLeft) {
 }
 
 TEST_F(SchedulePage, TheChosenKindsEditHasTheMinutes) {
-    for (const auto& [kind, minutes] : {std::pair{ScheduleKind::AfterProject, 11},
-                                        {ScheduleKind::AtStartup, 22},
-                                        {ScheduleKind::Hourly, 33},
-                                        {ScheduleKind::Daily, 5},
-                                        {ScheduleKind::Monthly, 5},
-                                        {ScheduleKind::Once, 5}}) {
+    constexpr std::array<std::int32_t, kindCount> minutesOfKinds = {11, 22, 33, 5, 5, 5};
+    for (const ScheduleKind kind : test::allKinds) {
         record.minutes = 5;
         open(ScheduleKind::AtStartup);
         host->setText(IDC_AFTER_DELAY, "11");
@@ -87,17 +84,14 @@ TEST_F(SchedulePage, TheChosenKindsEditHasTheMinutes) {
         choose(kind);
         page->store();
         EXPECT_EQ(record.kind, kind);
-        EXPECT_EQ(record.minutes, minutes);
+        EXPECT_EQ(record.minutes, minutesOfKinds[static_cast<std::size_t>(kind)]);
     }
 }
 
 TEST_F(SchedulePage, TheChosenKindsEditHasTheTime) {
-    for (const auto& [kind, time] : {std::pair{ScheduleKind::AfterProject, today(5, 0)},
-                                     {ScheduleKind::AtStartup, today(5, 0)},
-                                     {ScheduleKind::Hourly, today(5, 0)},
-                                     {ScheduleKind::Daily, today(19, 30)},
-                                     {ScheduleKind::Monthly, today(6, 7)},
-                                     {ScheduleKind::Once, today(22, 15)}}) {
+    const std::array<TimeValue, kindCount> timesOfKinds = {today(5, 0),   today(5, 0), today(5, 0),
+                                                           today(19, 30), today(6, 7), today(22, 15)};
+    for (const ScheduleKind kind : test::allKinds) {
         record.time = today(5, 0);
         open(ScheduleKind::AtStartup);
         host->setText(IDC_DAILY_TIME, "7:30 pm");
@@ -105,16 +99,16 @@ TEST_F(SchedulePage, TheChosenKindsEditHasTheTime) {
         host->setText(IDC_ONCE_TIME, "3/10/2026 10:15 pm");
         choose(kind);
         page->store();
-        EXPECT_EQ(record.time, time) << static_cast<int>(kind);
+        EXPECT_EQ(record.time, timesOfKinds[static_cast<std::size_t>(kind)]) << static_cast<int>(kind);
     }
 }
 
 TEST_F(SchedulePage, UntouchedItStoresWhatItLoaded) {
     addToSchedule({"a.kra", "b.kra"});
-    for (int kind = 0; kind < 6; ++kind)
+    for (const ScheduleKind kind : test::allKinds)
         for (const int minutes : {0, 1, 59, 60, 1440}) {
             record = ScheduledProject();
-            record.kind = static_cast<ScheduleKind>(kind);
+            record.kind = kind;
             record.minutes = record.kind == ScheduleKind::Hourly ? minutes % 60 : minutes;
             record.time = today(15, 16, 17);
             record.afterIndex = 1;
@@ -124,7 +118,7 @@ TEST_F(SchedulePage, UntouchedItStoresWhatItLoaded) {
             open();
             test::pumpUntilIdle();
             page->store();
-            EXPECT_EQ(record, before) << kind << " " << minutes;
+            EXPECT_EQ(record, before) << static_cast<int>(kind) << " " << minutes;
         }
 }
 
@@ -192,9 +186,11 @@ TEST_F(SchedulePage, OtherKindsNeedNoDay) {
     test::shownMessages.clear();
     record.weekdays = {};
     addToSchedule({"a.kra"});
-    for (const int kind : {0, 1, 2, 4, 5}) {
-        open(static_cast<ScheduleKind>(kind));
-        EXPECT_TRUE(page->check()) << kind;
+    for (const ScheduleKind kind : test::allKinds) {
+        if (kind == ScheduleKind::Daily)
+            continue;
+        open(kind);
+        EXPECT_TRUE(page->check()) << static_cast<int>(kind);
     }
     EXPECT_THAT(test::shownMessages, IsEmpty());
 }

@@ -2,7 +2,7 @@
 #include "scheduler/model/schedulefile.h"
 #include "tests/support/fakeclock.h"
 #include "tests/support/filecontent.h"
-#include "tests/support/kindcontrols.h"
+#include "tests/support/schedulekinds.h"
 #include "tests/support/temporaryfolder.h"
 #include "tools/schedule/sample.h"
 

@@ -1,4 +1,4 @@
-// The three layouts of a date told once more, as plainly as they can be, with the runtime's own calendar.
+// The three layouts of a date told as plainly as they can be, with the runtime's own calendar.
 #pragma once
 
 #include <cstdint>
@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-namespace plaindates {
+namespace plain {
 
 using Pieces = std::vector<std::string>;
 
@@ -148,4 +148,4 @@ inline std::int32_t freeDate(std::string_view given) {
     return secondsOf({year, month, day, hour, numberOf(word(4)), numberOf(word(5))}, -1, false);
 }
 
-} // namespace plaindates
+} // namespace plain

@@ -1,9 +1,9 @@
-// The rules of a schedule told once more, as plainly as they can be, to compare the engine with.
+// The rules of a schedule told as plainly as they can be, to compare the engine with.
 //
 // Nothing of the program's own is used: the bookkeeping is this file's.
 #pragma once
 
-#include "tests/simulation/plainitem.h"
+#include "tests/support/plainitem.h"
 
 #include <algorithm>
 #include <functional>
@@ -39,12 +39,12 @@ public:
     unsigned patience = 20; // minutes
     bool atLogOn = false;
 
-    Second nextRunOf(const Item& item, Second now) const { return plain::nextRunOf(item, now, atLogOn); }
+    Second nextRunOf(const Item& item, Second now) const { return plain::nextRunOf(item, now, now, atLogOn); }
 
     void startProgram(Second now, bool bySystem) {
         atLogOn = bySystem;
         for (Item& item : items) {
-            item.runs = false;
+            item.runs = 0;
             item.waitsSince = item.began = 0;
             item.number = 0;
             item.retried = 0;
@@ -80,7 +80,7 @@ public:
             if (!item.runs || item.number != number)
                 continue;
             Outcome outcome;
-            if (item.isProject)
+            if (item.isProject())
                 outcome = world.outcome(number);
             else
                 outcome.error = static_cast<unsigned>(number);
@@ -226,7 +226,7 @@ private:
 
     void begin(Item& item, Second now) {
         item.number = highestNumberInUse() + 1;
-        item.runs = true;
+        item.runs = 1;
         item.began = now;
     }
 
@@ -259,7 +259,7 @@ private:
 
     void end(int i, Second ended, const Outcome& outcome, Second now) {
         Item& item = at(i);
-        item.runs = false;
+        item.runs = 0;
         item.waitsSince = 0;
         item.lastRun = item.began;
         item.result = outcome.text;

@@ -1,0 +1,32 @@
+#include "tests/support/allocations.h"
+
+#include <cstdlib>
+#include <new>
+
+// Inlined, the pairs would look mismatched to the compiler.
+[[gnu::noinline]] void* operator new(std::size_t size) {
+    ++test::allocationCount;
+    test::allocatedBytes += size;
+    void* memory = size >= test::refusedSize ? nullptr : std::malloc(size == 0 ? 1 : size);
+    if (!memory)
+        throw std::bad_alloc();
+    return memory;
+}
+
+// The runtime's own would do the same, a sanitizer's would not.
+[[gnu::noinline]] void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    try {
+        return operator new(size);
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
+
+[[gnu::noinline]] void operator delete(void* memory) noexcept {
+    test::deallocationCount += memory != nullptr;
+    std::free(memory);
+}
+
+[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept {
+    operator delete(memory);
+}
