@@ -79,16 +79,6 @@ bool EditorDriver::replace(int id, const std::string& text) const {
     return waitUntil([&] { return this->text(id) == text; });
 }
 
-bool EditorDriver::type(int id, const std::vector<TypedKey>& keys) const {
-    SendMessageA(item(id), EM_SETSEL, 0, -1);
-    for (const auto& [key, shown] : keys) {
-        PostMessageA(item(id), WM_CHAR, static_cast<unsigned char>(key), 1);
-        if (!waitUntil([&, &wanted = shown] { return text(id) == wanted; }))
-            return false;
-    }
-    return true;
-}
-
 void EditorDriver::click(int id) const {
     SendMessageA(item(id), BM_CLICK, 0, 0);
 }
@@ -122,6 +112,14 @@ void EditorDriver::pressWithAlt(char letter) const {
 
 int EditorDriver::focused() const {
     return GetDlgCtrlID(scheduler_.focused());
+}
+
+bool EditorDriver::focusGoesTo(int id) const {
+    return waitUntil([&] { return focused() == id; });
+}
+
+void EditorDriver::moveFocusTo(int id) const {
+    PostMessageA(sheet_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(item(id)), TRUE);
 }
 
 bool EditorDriver::closes() const {
