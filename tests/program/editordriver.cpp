@@ -5,6 +5,10 @@
 
 #include <prsht.h>
 
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
 namespace driver {
 namespace {
 
@@ -118,8 +122,21 @@ bool EditorDriver::focusGoesTo(int id) const {
     return waitUntil([&] { return focused() == id; });
 }
 
-void EditorDriver::moveFocusTo(int id) const {
+bool EditorDriver::moveFocusTo(int id) const {
     PostMessageA(sheet_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(item(id)), TRUE);
+    return focusGoesTo(id);
+}
+
+std::vector<HWND> EditorDriver::tabStops() const {
+    std::vector<HWND> stops;
+    for (HWND stop = scheduler_.focused(); stop && std::ranges::find(stops, stop) == stops.end();
+         stop = scheduler_.focused()) {
+        stops.push_back(stop);
+        pressKey(VK_TAB);
+        EXPECT_TRUE(waitUntil([&] { return scheduler_.focused() && scheduler_.focused() != stop; }))
+            << GetDlgCtrlID(stop);
+    }
+    return stops;
 }
 
 bool EditorDriver::closes() const {

@@ -50,8 +50,10 @@ public:
     /// The control that has the focus; the sheet's buttons among them.
     int focused() const;
     bool focusGoesTo(int id) const;
-    /// As the Tab key or the mouse would; does not wait for it.
-    void moveFocusTo(int id) const;
+    /// As the mouse would; waits for it.
+    bool moveFocusTo(int id) const;
+    /// Where the Tab key goes in any dialog from the focus on, until it comes to a place for the second time.
+    std::vector<HWND> tabStops() const;
 
     bool isOpen() const { return IsWindow(sheet_) != FALSE; }
     /// Waits until the sheet is gone and its owner can be used again.

@@ -30,18 +30,11 @@ protected:
         return waitUntil([&] { return scheduler_.focused() == list().handle(); });
     }
 
-    /// Where the Tab key leads from the focus on, until it comes to the sheet's buttons.
     std::vector<int> tabStops() const {
-        std::vector<int> stops;
-        while (stops.size() < 20) {
-            const HWND from = scheduler_.focused();
-            editor_.pressKey(VK_TAB);
-            if (!waitUntil([&] { return scheduler_.focused() && scheduler_.focused() != from; }) ||
-                editor_.focused() == IDOK)
-                break;
-            stops.push_back(editor_.focused());
-        }
-        return stops;
+        std::vector<int> ids;
+        for (const HWND stop : editor_.tabStops())
+            ids.push_back(GetDlgCtrlID(stop));
+        return ids;
     }
 
     driver::EditorDriver editor_{scheduler_};
@@ -120,14 +113,19 @@ TEST_F(Keys, AKeyThatReachesAHiddenWindowDoesNothing) {
 TEST_F(Keys, TabGoesThroughTheEditorInReadingOrder) {
     openAdd();
     EXPECT_TRUE(editor_.focusGoesTo(IDC_PROJECT_PATH));
-    EXPECT_THAT(tabStops(), ElementsAre(framework::browseButtonIdOf(IDC_PROJECT_PATH), IDC_RUN_COMMAND,
-                                        IDC_AUTOCONNECT, IDC_TIME_LIMIT, IDC_DISCONNECT));
+    constexpr int tabs = 0x3020; // of every property sheet
+    EXPECT_THAT(tabStops(),
+                ElementsAre(IDC_PROJECT_PATH, framework::browseButtonIdOf(IDC_PROJECT_PATH), IDC_RUN_COMMAND,
+                            IDC_AUTOCONNECT, IDC_TIME_LIMIT, IDC_DISCONNECT, IDOK, IDCANCEL, tabs));
     editor_.turnTo(IDD_SCHEDULE_PAGE);
     for (const ScheduleKind kind : test::allKinds) {
         ASSERT_TRUE(editor_.chooseKind(kind));
-        editor_.moveFocusTo(buttonOf(kind));
-        ASSERT_TRUE(editor_.focusGoesTo(buttonOf(kind)));
-        EXPECT_THAT(tabStops(), ElementsAreArray(test::controlsOf(kind).fields));
+        ASSERT_TRUE(editor_.moveFocusTo(buttonOf(kind)));
+        std::vector<int> wanted = {buttonOf(kind)};
+        const std::vector<int> fields = test::controlsOf(kind).fields;
+        wanted.insert(wanted.end(), fields.begin(), fields.end());
+        wanted.insert(wanted.end(), {IDOK, IDCANCEL, tabs});
+        EXPECT_THAT(tabStops(), ElementsAreArray(wanted));
     }
 }
 
