@@ -4,6 +4,8 @@
 #include "resources/ids.h"
 #include "tests/program/programtest.h"
 
+#include <array>
+
 using driver::waitUntil;
 using scheduler::ScheduledProject;
 using scheduler::ScheduleKind;
@@ -28,6 +30,14 @@ protected:
         ASSERT_TRUE(waitUntil([&] { return !IsWindow(dialog_) && IsWindowEnabled(window()); }));
     }
 
+    /// Autostart, RunMultiple and WaitTime; 99999 for what is not there.
+    static std::array<unsigned, 3> saved() {
+        const auto number = [](const char* name) {
+            return base::getNumber(HKEY_CURRENT_USER, driver::stateKey + "\\" + name, 99999);
+        };
+        return {number("Autostart"), number("RunMultiple"), number("WaitTime")};
+    }
+
     HWND dialog_ = nullptr;
 };
 
@@ -47,12 +57,9 @@ TEST_F(PreferencesJourney, OkSavesWhatTheNextStartShowsAndExitRegisters) {
         click(changed ? IDC_RUN_BESIDE_FIRST : IDC_WAIT_FOR_FIRST);
         pressOk();
 
-        const auto saved = [](const char* name) {
-            return base::getNumber(HKEY_CURRENT_USER, driver::stateKey + "\\" + name, 99999);
-        };
-        EXPECT_EQ(saved("Autostart"), changed ? 0U : 1U);
-        EXPECT_EQ(saved("RunMultiple"), changed ? 1U : 0U);
-        EXPECT_EQ(saved("WaitTime"), changed ? 1440U : 45U);
+        const std::array<unsigned, 3> wanted = changed ? std::array{0U, 1U, 1440U} : std::array{1U, 0U, 45U};
+        waitUntil([&] { return saved() == wanted; });
+        EXPECT_EQ(saved(), wanted);
         EXPECT_TRUE(scheduler_.exit());
         EXPECT_EQ(base::getString(HKEY_LOCAL_MACHINE, driver::autostartValue).empty(), changed);
     }
