@@ -55,9 +55,10 @@ std::time_t makeTime(int hour) {
     case ScheduleKind::Daily:
     case ScheduleKind::Monthly:
         return clockCalls(now);
-    default:
-        return 0x7FFFFFFF;
+    case ScheduleKind::AfterProject:
+        break;
     }
+    return 0x7FFFFFFF;
 }
 
 template<class Calls>

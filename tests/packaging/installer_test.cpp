@@ -3,12 +3,10 @@
 #include "lib/base/files.h"
 #include "lib/base/opsys.h"
 #include "lib/base/processes.h"
-#include "lib/base/registry.h"
 #include "lib/base/stackalignment.h"
 #include "resources/ids.h"
 #include "scheduler/model/schedulefile.h"
-#include "scheduler/run/outcomes.h"
-#include "tests/program/scheduledriver.h"
+#include "tests/program/programtest.h"
 
 #include <gtest/gtest.h>
 
@@ -17,8 +15,6 @@
 using base::fileExists;
 using driver::SchedulerProcess;
 using driver::waitUntil;
-using scheduler::ScheduledProject;
-using scheduler::ScheduleKind;
 
 namespace {
 
@@ -26,8 +22,7 @@ constexpr DWORD refused = 2; // the exit code of an installation that a running 
 
 const std::string uninstallKey =
     "Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\Corvane Scheduler\\";
-const std::string runValue = "Software\\Microsoft\\Windows\\CurrentVersion\\Run\\Corvane Scheduler";
-const std::string settingsKey = "Software\\Brindlewood\\scheduler";
+const std::string waitTime = driver::stateKey + "\\WaitTime";
 
 std::string folderOf(int id) {
     char path[MAX_PATH]{};
@@ -95,16 +90,13 @@ private:
     DWORD id_ = 0;
 };
 
-class Installer : public ::testing::Test {
+class Installer : public driver::ProgramTest {
 protected:
-    void SetUp() override {
-        driver::saveEntries({});
-        base::deleteKey(HKEY_CURRENT_USER, settingsKey);
-    }
     void TearDown() override {
         installed_.kill();
         if (fileExists(folder_ + "uninstall.exe"))
             SetupProcess(uninstaller("/S")).waitForEnd();
+        ProgramTest::TearDown();
     }
 
     static std::string setup(const std::string& switches = "") {
@@ -116,20 +108,12 @@ protected:
                " _?=" + folder_.substr(0, folder_.size() - 1);
     }
 
-    static ScheduledProject pendingEntry() {
-        ScheduledProject entry;
-        entry.path = "C:\\Sites\\news.kra";
-        entry.kind = ScheduleKind::Once;
-        entry.time = base::TimeValue::now() + base::TimeSpan::fromDays(1);
-        return entry;
-    }
-
     void expectNothingInstalled() const {
         EXPECT_FALSE(fileExists(folder_ + "scheduler.exe"));
         EXPECT_FALSE(fileExists(shortcut_));
         std::string text;
         EXPECT_FALSE(base::readString(HKEY_LOCAL_MACHINE, uninstallKey + "DisplayName", text));
-        EXPECT_FALSE(base::readString(HKEY_LOCAL_MACHINE, runValue, text));
+        EXPECT_FALSE(base::readString(HKEY_LOCAL_MACHINE, driver::autostartValue, text));
         EXPECT_FALSE(base::readString(HKEY_LOCAL_MACHINE, scheduler::outcomeKey(1) + "Result", text));
     }
 
@@ -140,19 +124,19 @@ protected:
 
 TEST_F(Installer, SilentInstallationStartsAndIsRemovedAgain) {
     ASSERT_EQ(SetupProcess(setup("/S")).waitForEnd(), 0U);
-    EXPECT_EQ(driver::readBytes(folder_ + "scheduler.exe"),
-              driver::readBytes(driver::buildFolder() + "scheduler.exe"));
+    EXPECT_TRUE(driver::readBytes(folder_ + "scheduler.exe") ==
+                driver::readBytes(driver::buildFolder() + "scheduler.exe"));
     EXPECT_TRUE(fileExists(folder_ + "manual.html"));
     EXPECT_TRUE(fileExists(shortcut_));
     EXPECT_EQ(base::getString(HKEY_LOCAL_MACHINE, uninstallKey + "DisplayName"), "Corvane Scheduler");
     EXPECT_EQ(base::getString(HKEY_LOCAL_MACHINE, uninstallKey + "DisplayVersion"), PACKAGE_VERSION);
 
-    driver::saveEntries({pendingEntry()});
+    driver::saveEntries({driver::pendingEntry()});
     ASSERT_TRUE(installed_.start());
     installed_.kill();
-    base::writeString(HKEY_LOCAL_MACHINE, runValue, "\"" + folder_ + "scheduler.exe\" /s");
+    base::writeString(HKEY_LOCAL_MACHINE, driver::autostartValue, "\"" + folder_ + "scheduler.exe\" /s");
     base::writeString(HKEY_LOCAL_MACHINE, scheduler::outcomeKey(1) + "Result", "left behind");
-    base::writeNumber(HKEY_CURRENT_USER, settingsKey + "\\State\\WaitTime", 7);
+    base::writeNumber(HKEY_CURRENT_USER, waitTime, 7);
 
     // As the system's list of programs calls it: the uninstaller goes on in a copy of itself.
     ASSERT_EQ(
@@ -161,13 +145,13 @@ TEST_F(Installer, SilentInstallationStartsAndIsRemovedAgain) {
     ASSERT_TRUE(waitUntil([&] { return !fileExists(folder_.substr(0, folder_.size() - 1)); }));
     expectNothingInstalled();
     EXPECT_EQ(driver::savedSchedule().size(), 1U) << "a silent run keeps it";
-    EXPECT_EQ(base::getNumber(HKEY_CURRENT_USER, settingsKey + "\\State\\WaitTime", 0), 7U);
+    EXPECT_EQ(base::getNumber(HKEY_CURRENT_USER, waitTime, 0), 7U);
 }
 
 TEST_F(Installer, UpgradeEndsARunningCopy) {
     ASSERT_EQ(SetupProcess(setup("/S")).waitForEnd(), 0U);
     for (const bool suspended : {false, true}) {
-        base::writeNumber(HKEY_CURRENT_USER, settingsKey + "\\State\\Suspended", suspended);
+        base::writeNumber(HKEY_CURRENT_USER, driver::stateKey + "\\Suspended", suspended);
         ASSERT_TRUE(installed_.start("/s"));
         ASSERT_EQ(SetupProcess(setup("/S")).waitForEnd(), 0U);
         EXPECT_TRUE(installed_.waitForExit());
@@ -177,16 +161,15 @@ TEST_F(Installer, UpgradeEndsARunningCopy) {
 }
 
 TEST_F(Installer, FirstInstallationEndsACopyThatWasNeverInstalled) {
-    SchedulerProcess portable;
-    ASSERT_TRUE(portable.start("/s"));
+    ASSERT_TRUE(scheduler_.start("/s"));
     ASSERT_EQ(SetupProcess(setup("/S")).waitForEnd(), 0U);
-    EXPECT_TRUE(portable.waitForExit());
-    EXPECT_EQ(portable.exitCode(), 0U) << "it ended by itself";
+    EXPECT_TRUE(scheduler_.waitForExit());
+    EXPECT_EQ(scheduler_.exitCode(), 0U) << "it ended by itself";
 }
 
 TEST_F(Installer, UpgradeLeavesACopyThatIsWantedAsItIs) {
     ASSERT_EQ(SetupProcess(setup("/S")).waitForEnd(), 0U);
-    driver::saveEntries({pendingEntry()});
+    driver::saveEntries({driver::pendingEntry()});
     ASSERT_TRUE(installed_.start());
     const SetupProcess upgrade(setup("/S"));
     ASSERT_TRUE(waitUntil([&] { return installed_.messageBox() != nullptr; })) << "the program asks";
@@ -206,7 +189,7 @@ TEST_F(Installer, PagesInstallAndRemoveEverything) {
     ASSERT_TRUE(waitUntil([&] { return (window = FindWindowA(nullptr, "Corvane Scheduler")) != nullptr; }));
     EXPECT_TRUE(waitUntil([&] { return IsWindowVisible(window) != FALSE; }));
 
-    base::writeNumber(HKEY_CURRENT_USER, settingsKey + "\\State\\WaitTime", 7);
+    base::writeNumber(HKEY_CURRENT_USER, waitTime, 7);
     const SetupProcess removal(uninstaller());
     removal.press("&Uninstall", IDOK);
     removal.press("Do you want to keep", IDNO);
@@ -216,7 +199,7 @@ TEST_F(Installer, PagesInstallAndRemoveEverything) {
     expectNothingInstalled();
     EXPECT_FALSE(fileExists(scheduler::schedulePath()));
     std::uint32_t number = 0;
-    EXPECT_FALSE(base::readNumber(HKEY_CURRENT_USER, settingsKey + "\\State\\WaitTime", number));
+    EXPECT_FALSE(base::readNumber(HKEY_CURRENT_USER, waitTime, number));
 }
 
 } // namespace

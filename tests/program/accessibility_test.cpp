@@ -4,7 +4,7 @@
 #include "lib/base/stackalignment.h"
 #include "resources/ids.h"
 #include "tests/program/editordriver.h"
-#include "tests/program/listdriver.h"
+#include "tests/program/programtest.h"
 #include "tests/support/schedulekinds.h"
 #include "tests/support/windowlooks.h"
 
@@ -16,18 +16,14 @@
 #include <ostream>
 
 using driver::EditorDriver;
-using driver::SchedulerProcess;
 using driver::textOf;
 using driver::waitUntil;
-using scheduler::ScheduledProject;
 using scheduler::ScheduleKind;
 using test::classOf;
 using test::isButton;
 using test::styleOf;
 
 namespace {
-
-constexpr int relinkFiles = 2; // its place in the list of run commands
 
 bool takesInput(HWND window) {
     const std::string kind = classOf(window);
@@ -48,7 +44,7 @@ std::vector<HWND> usableIn(HWND window) {
     return found;
 }
 
-/// How a failure tells a control.
+/// A control as a failure names it.
 std::string told(HWND control) {
     return classOf(control) + " " + std::to_string(GetDlgCtrlID(control)) + " \"" + textOf(control) + "\"";
 }
@@ -85,16 +81,11 @@ std::vector<HWND> groupOf(HWND radioButton) {
     return group;
 }
 
-class Accessibility : public ::testing::Test {
+class Accessibility : public driver::ProgramTest {
 protected:
     void SetUp() override {
-        std::vector<ScheduledProject> entries(2);
-        for (ScheduledProject& entry : entries) {
-            entry.path = "run:backup.exe";
-            entry.kind = ScheduleKind::Daily; // so that there is something to lose by leaving
-        }
-        driver::saveEntries(entries);
-        ASSERT_TRUE(scheduler_.start());
+        ProgramTest::SetUp();
+        startWith({driver::pendingEntry(), driver::pendingEntry()});
     }
 
     void expectAccessible(HWND window) const {
@@ -111,18 +102,15 @@ protected:
     HWND dialogOver(HWND owner) const {
         const auto isOwned = [&] {
             const std::vector<HWND> dialogs = scheduler_.dialogs();
-            return !dialogs.empty() && dialogs.front() != owner && scheduler_.focused() &&
-                   isInside(dialogs.front());
+            return !dialogs.empty() && dialogs.front() != owner &&
+                   IsChild(dialogs.front(), scheduler_.focused()) != FALSE;
         };
         return waitUntil(isOwned) ? scheduler_.dialogs().front() : nullptr;
     }
 
-    SchedulerProcess scheduler_;
     EditorDriver editor_{scheduler_};
 
 private:
-    bool isInside(HWND dialog) const { return IsChild(dialog, scheduler_.focused()) != FALSE; }
-
     static void expectNames(const std::vector<HWND>& usable) {
         for (const HWND control : usable) {
             const bool isNamedByItsTabs = classOf(control) == "systabcontrol32";
@@ -146,7 +134,7 @@ private:
 
     void expectTabReaches(const std::vector<HWND>& usable) const {
         const bool isAlone = std::ranges::count_if(usable, &takesInput) == 1;
-        const std::vector<HWND> stops = isAlone ? std::vector{scheduler_.focused()} : tabStops();
+        const std::vector<HWND> stops = isAlone ? std::vector{scheduler_.focused()} : editor_.tabStops();
         const auto isStop = [&](HWND control) { return std::ranges::find(stops, control) != stops.end(); };
         for (const HWND control : usable) {
             if (isButton(control, BS_AUTORADIOBUTTON)) {
@@ -156,57 +144,40 @@ private:
             }
         }
     }
-
-    /// Where the Tab key goes from the focus on, until it comes to a place for the second time.
-    std::vector<HWND> tabStops() const {
-        std::vector<HWND> stops;
-        for (HWND stop = scheduler_.focused(); stop && std::ranges::find(stops, stop) == stops.end();
-             stop = scheduler_.focused()) {
-            stops.push_back(stop);
-            PostMessageA(stop, WM_KEYDOWN, VK_TAB, 1);
-            PostMessageA(stop, WM_KEYUP, VK_TAB, 1);
-            EXPECT_TRUE(waitUntil([&] { return scheduler_.focused() && scheduler_.focused() != stop; }))
-                << told(stop);
-        }
-        return stops;
-    }
 };
 
-TEST_F(Accessibility, TheListHasANameAndTheKeyboard) {
-    const HWND list = driver::ListDriver(scheduler_.window()).handle();
-    EXPECT_NE(nameOf(list), "");
-    EXPECT_TRUE(waitUntil([&] { return scheduler_.focused() == list; }));
-    EXPECT_EQ(std::ranges::count_if(usableIn(scheduler_.window()), &takesInput), 1);
+TEST_F(Accessibility, TheListHasANameAndTheFocus) {
+    EXPECT_NE(nameOf(list().handle()), "");
+    EXPECT_TRUE(waitUntil([&] { return scheduler_.focused() == list().handle(); }));
+    EXPECT_EQ(std::ranges::count_if(usableIn(window()), &takesInput), 1);
 }
 
-TEST_F(Accessibility, TheProjectPage) {
+TEST_F(Accessibility, AllOfTheProjectPageCanBeUsedByKeyboard) {
     ASSERT_TRUE(editor_.openAdd());
     expectAccessible(editor_.sheet());
-    editor_.choose(IDC_RUN_COMMAND, relinkFiles);
+    editor_.choose(IDC_RUN_COMMAND, 2); // relink
     ASSERT_TRUE(waitUntil([&] { return !editor_.isEnabled(IDC_TIME_LIMIT); }));
     expectAccessible(editor_.sheet());
 }
 
-TEST_F(Accessibility, TheSchedulePageOfEachKind) {
+TEST_F(Accessibility, AllOfTheSchedulePageCanBeUsedByKeyboard) {
     ASSERT_TRUE(editor_.openAdd());
     editor_.turnTo(IDD_SCHEDULE_PAGE);
     for (const ScheduleKind kind : test::allKinds) {
         SCOPED_TRACE(static_cast<int>(kind));
         ASSERT_TRUE(editor_.chooseKind(kind));
-        const HWND button = editor_.item(test::buttonOf(kind));
-        PostMessageA(editor_.sheet(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(button), TRUE);
-        ASSERT_TRUE(waitUntil([&] { return scheduler_.focused() == button; }));
+        ASSERT_TRUE(editor_.moveFocusTo(test::buttonOf(kind)));
         expectAccessible(editor_.sheet());
     }
 }
 
-TEST_F(Accessibility, TheMessageOverTheEditor) {
+TEST_F(Accessibility, AllOfAMessageCanBeUsedByKeyboard) {
     ASSERT_TRUE(editor_.openAdd());
     editor_.press(IDOK);
     expectAccessible(dialogOver(editor_.sheet()));
 }
 
-TEST_F(Accessibility, ThePreferencesOfEachPolicy) {
+TEST_F(Accessibility, AllOfThePreferencesCanBeUsedByKeyboard) {
     scheduler_.command(IDM_PREFERENCES);
     const HWND dialog = dialogOver(nullptr);
     for (const int policy : {IDC_RUN_BESIDE_FIRST, IDC_WAIT_FOR_FIRST}) {
@@ -218,14 +189,14 @@ TEST_F(Accessibility, ThePreferencesOfEachPolicy) {
     }
 }
 
-TEST_F(Accessibility, TheAboutDialog) {
-    scheduler_.command(IDM_ABOUT);
-    expectAccessible(dialogOver(nullptr));
-}
-
-TEST_F(Accessibility, TheExitQuestion) {
-    scheduler_.command(IDM_EXIT);
-    expectAccessible(dialogOver(nullptr));
+TEST_F(Accessibility, AllOfAboutAndTheExitQuestionCanBeUsedByKeyboard) {
+    for (const auto& [command, button] : {std::pair{IDM_ABOUT, IDOK}, {IDM_EXIT, IDNO}}) {
+        scheduler_.command(command);
+        const HWND dialog = dialogOver(nullptr);
+        expectAccessible(dialog);
+        driver::SchedulerProcess::press(dialog, button);
+        ASSERT_TRUE(waitUntil([&] { return !IsWindow(dialog); }));
+    }
 }
 
 } // namespace

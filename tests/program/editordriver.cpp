@@ -5,6 +5,10 @@
 
 #include <prsht.h>
 
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
 namespace driver {
 namespace {
 
@@ -79,16 +83,6 @@ bool EditorDriver::replace(int id, const std::string& text) const {
     return waitUntil([&] { return this->text(id) == text; });
 }
 
-bool EditorDriver::type(int id, const std::vector<TypedKey>& keys) const {
-    SendMessageA(item(id), EM_SETSEL, 0, -1);
-    for (const auto& [key, shown] : keys) {
-        PostMessageA(item(id), WM_CHAR, static_cast<unsigned char>(key), 1);
-        if (!waitUntil([&, &wanted = shown] { return text(id) == wanted; }))
-            return false;
-    }
-    return true;
-}
-
 void EditorDriver::click(int id) const {
     SendMessageA(item(id), BM_CLICK, 0, 0);
 }
@@ -122,6 +116,27 @@ void EditorDriver::pressWithAlt(char letter) const {
 
 int EditorDriver::focused() const {
     return GetDlgCtrlID(scheduler_.focused());
+}
+
+bool EditorDriver::focusGoesTo(int id) const {
+    return waitUntil([&] { return focused() == id; });
+}
+
+bool EditorDriver::moveFocusTo(int id) const {
+    PostMessageA(sheet_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(item(id)), TRUE);
+    return focusGoesTo(id);
+}
+
+std::vector<HWND> EditorDriver::tabStops() const {
+    std::vector<HWND> stops;
+    for (HWND stop = scheduler_.focused(); stop && std::ranges::find(stops, stop) == stops.end();
+         stop = scheduler_.focused()) {
+        stops.push_back(stop);
+        pressKey(VK_TAB);
+        EXPECT_TRUE(waitUntil([&] { return scheduler_.focused() && scheduler_.focused() != stop; }))
+            << GetDlgCtrlID(stop);
+    }
+    return stops;
 }
 
 bool EditorDriver::closes() const {

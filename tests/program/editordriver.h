@@ -6,13 +6,9 @@
 #include <windows.h>
 
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace driver {
-
-/// A key, and what the field shows once it has been dealt with.
-using TypedKey = std::pair<char, std::string>;
 
 class EditorDriver {
 public:
@@ -35,12 +31,11 @@ public:
     /// Whether it would be seen if its page were.
     bool isShown(int id) const;
     int itemCount(int list) const;
+    /// The position of a list's chosen item.
     int selected(int list) const;
 
     /// Types in the place of what the field shows; true when that is what it shows then.
     bool replace(int id, const std::string& text) const;
-    /// Types key by key in the place of what the field shows; false when it shows anything else meanwhile.
-    bool type(int id, const std::vector<TypedKey>& keys) const;
     void click(int id) const;
     /// Chooses an item of a drop-down list.
     void choose(int list, int position) const;
@@ -54,6 +49,11 @@ public:
     void pressWithAlt(char letter) const;
     /// The control that has the focus; the sheet's buttons among them.
     int focused() const;
+    bool focusGoesTo(int id) const;
+    /// As the mouse would; waits for it.
+    bool moveFocusTo(int id) const;
+    /// Where the Tab key goes in any dialog from the focus on, until it comes to a place for the second time.
+    std::vector<HWND> tabStops() const;
 
     bool isOpen() const { return IsWindow(sheet_) != FALSE; }
     /// Waits until the sheet is gone and its owner can be used again.

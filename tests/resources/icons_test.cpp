@@ -55,35 +55,24 @@ std::vector<bool> darkPixels(const IconImage& image) {
     return dark;
 }
 
-class Icons : public testing::TestWithParam<int> {};
-
-TEST_P(Icons, HaveAnImageForEverySizeThatWindowsAsksForAtTheUsualScales) {
-    std::vector<int> sizes;
-    for (const IconImage& image : imagesOf(GetParam())) {
-        sizes.push_back(image.size);
-        EXPECT_EQ(image.depth, 32) << image.size;
-    }
-    EXPECT_THAT(sizes, ElementsAre(16, 20, 24, 32, 48, 256));
-}
-
-TEST_P(Icons, KeepOnlyTheLargestImageCompressed) {
-    for (const IconImage& image : imagesOf(GetParam())) {
-        EXPECT_EQ(image.bytes.starts_with("\x89PNG"), image.size == 256) << image.size;
-    }
-}
-
-TEST_P(Icons, LoadAtEverySize) {
-    for (const int size : {16, 20, 24, 32, 48, 256}) {
-        HANDLE icon = LoadImageA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(GetParam()), IMAGE_ICON, size,
-                                 size, LR_DEFAULTCOLOR);
-        ASSERT_TRUE(icon) << size;
-        EXPECT_TRUE(DestroyIcon(static_cast<HICON>(icon))) << size;
+TEST(Icons, HaveAnImageForEverySizeThatWindowsAsksForAtTheUsualScales) {
+    for (const int icon : {IDI_ACTIVE, IDI_SUSPENDED}) {
+        std::vector<int> sizes;
+        for (const IconImage& image : imagesOf(icon)) {
+            sizes.push_back(image.size);
+            EXPECT_EQ(image.depth, 32) << image.size;
+            EXPECT_EQ(image.bytes.starts_with("\x89PNG"), image.size == 256)
+                << "only the largest is compressed";
+            HANDLE loaded = LoadImageA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(icon), IMAGE_ICON,
+                                       image.size, image.size, LR_DEFAULTCOLOR);
+            ASSERT_TRUE(loaded) << image.size;
+            DestroyIcon(static_cast<HICON>(loaded));
+        }
+        EXPECT_THAT(sizes, ElementsAre(16, 20, 24, 32, 48, 256));
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Each, Icons, testing::Values(IDI_ACTIVE, IDI_SUSPENDED));
-
-TEST(IconStates, AreToldApartWithoutColourAtEveryPlainSize) {
+TEST(Icons, OfBothStatesDifferWithoutColourAtEveryPlainSize) {
     const auto active = imagesOf(IDI_ACTIVE);
     const auto suspended = imagesOf(IDI_SUSPENDED);
     ASSERT_EQ(active.size(), suspended.size());
@@ -91,14 +80,13 @@ TEST(IconStates, AreToldApartWithoutColourAtEveryPlainSize) {
         const auto hands = darkPixels(active[i]);
         const auto bars = darkPixels(suspended[i]);
         int different = 0;
-        for (std::size_t pixel = 0; pixel < hands.size(); ++pixel) {
+        for (std::size_t pixel = 0; pixel < hands.size(); ++pixel)
             different += hands[pixel] != bars[pixel];
-        }
         EXPECT_GE(different * 100, active[i].size * active[i].size * 8) << "of " << active[i].size;
     }
 }
 
-TEST(IconNumbers, PutTheProgramsOwnIconFirst) {
+TEST(Icons, TheProgramsOwnHasTheLowestNumber) {
     EXPECT_EQ(IDI_ACTIVE, 100);
     EXPECT_EQ(IDI_SUSPENDED, 130);
 }

@@ -1,5 +1,6 @@
 #include "lib/base/handles.h"
 #include "resources/ids.h"
+#include "scheduler/ui/framework/resourcetext.h"
 
 #include <windows.h>
 
@@ -8,7 +9,7 @@
 
 #include <array>
 #include <cstddef>
-#include <span>
+#include <map>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -17,7 +18,7 @@ namespace {
 
 using testing::ElementsAre;
 
-// A menu as text, one line for each item: its text and command, "-" for a separator, submenus indented.
+/// A menu as text, one line for each item: its text and command, "-" for a separator, submenus indented.
 std::string describe(HMENU menu, const std::string& indent = "") {
     std::string lines;
     for (int position = 0; position < GetMenuItemCount(menu); ++position) {
@@ -28,13 +29,13 @@ std::string describe(HMENU menu, const std::string& indent = "") {
         item.dwTypeData = text.data();
         item.cch = static_cast<UINT>(text.size());
         EXPECT_TRUE(GetMenuItemInfoA(menu, static_cast<UINT>(position), TRUE, &item));
-        if (item.fType & MFT_SEPARATOR) {
-            lines += indent + "-\n";
-        } else if (item.hSubMenu) {
-            lines += indent + text.data() + "\n" + describe(item.hSubMenu, indent + "  ");
-        } else {
-            lines += indent + text.data() + " " + std::to_string(item.wID) + "\n";
-        }
+        lines += indent;
+        if (item.fType & MFT_SEPARATOR)
+            lines += "-\n";
+        else if (item.hSubMenu)
+            lines += text.data() + std::string("\n") + describe(item.hSubMenu, indent + "  ");
+        else
+            lines += text.data() + std::string(" ") + std::to_string(item.wID) + "\n";
     }
     return lines;
 }
@@ -44,69 +45,87 @@ struct MenuTraits {
     static Handle none() { return nullptr; }
     static void close(Handle handle) { DestroyMenu(handle); }
 };
+
 using Menu = base::UniqueHandle<MenuTraits>;
 
-Menu loadMenu(int id) {
+Menu load(int id) {
     return Menu(LoadMenuA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(id)));
 }
 
-TEST(Menus, MainMenu) {
-    EXPECT_EQ(IDR_MAIN_MENU, 100);
-    EXPECT_EQ(describe(loadMenu(IDR_MAIN_MENU).get()), "&File\n"
-                                                       "  &Preferences... 138\n"
-                                                       "  -\n"
-                                                       "  &Suspend 2007\n"
-                                                       "  &Close 2022\n"
-                                                       "  E&xit 2012\n"
-                                                       "&Edit\n"
-                                                       "  &Add... 143\n"
-                                                       "  &Edit... 144\n"
-                                                       "  &Delete 145\n"
-                                                       "  &Enable 2019\n"
-                                                       "  -\n"
-                                                       "  &Run this project 146\n"
-                                                       "  &Open this project 2021\n"
-                                                       "&Help\n"
-                                                       "  &About the Corvane Scheduler... 2011\n");
-}
-
-TEST(Menus, ContextMenuOfAnItemIsTheFirstSubmenu) {
-    EXPECT_EQ(IDR_ITEM_MENU, 132);
-    const Menu menu = loadMenu(IDR_ITEM_MENU);
+/// The context menu that a resource holds as its only submenu.
+std::string describeContextMenu(int id) {
+    const Menu menu = load(id);
     EXPECT_EQ(GetMenuItemCount(menu.get()), 1);
-    EXPECT_EQ(describe(GetSubMenu(menu.get(), 0)), "&Add... 143\n"
-                                                   "&Edit... 144\n"
-                                                   "&Delete 145\n"
-                                                   "Enable 2019\n"
-                                                   "-\n"
-                                                   "&Open... 2021\n"
-                                                   "&Run now 146\n");
+    return describe(GetSubMenu(menu.get(), 0));
 }
 
-TEST(Menus, MenuOfTheNotificationIconIsTheFirstSubmenu) {
-    EXPECT_EQ(IDR_TRAY_MENU, 133);
-    const Menu menu = loadMenu(IDR_TRAY_MENU);
-    EXPECT_EQ(GetMenuItemCount(menu.get()), 1);
-    EXPECT_EQ(describe(GetSubMenu(menu.get(), 0)), "&Display 2018\n"
-                                                   "&Suspend 2007\n"
-                                                   "E&xit 2012\n");
+TEST(Menus, TheMainMenuHoldsFileEditAndHelp) {
+    EXPECT_EQ(describe(load(100).get()), "&File\n"
+                                         "  &Preferences... 138\n"
+                                         "  -\n"
+                                         "  &Suspend 2007\n"
+                                         "  &Close 2022\n"
+                                         "  E&xit 2012\n"
+                                         "&Edit\n"
+                                         "  &Add... 143\n"
+                                         "  &Edit... 144\n"
+                                         "  &Delete 145\n"
+                                         "  &Enable 2019\n"
+                                         "  -\n"
+                                         "  &Run this project 146\n"
+                                         "  &Open this project 2021\n"
+                                         "&Help\n"
+                                         "  &About the Corvane Scheduler... 2011\n");
 }
 
-TEST(Menus, Accelerators) {
-    EXPECT_EQ(IDR_ACCELERATORS, 100);
-    HACCEL table = LoadAcceleratorsA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(IDR_ACCELERATORS));
+TEST(Menus, TheContextMenusAreTheirResourcesOnlySubmenu) {
+    EXPECT_EQ(describeContextMenu(132), "&Add... 143\n"
+                                        "&Edit... 144\n"
+                                        "&Delete 145\n"
+                                        "Enable 2019\n"
+                                        "-\n"
+                                        "&Open... 2021\n"
+                                        "&Run now 146\n");
+    EXPECT_EQ(describeContextMenu(133), "&Display 2018\n"
+                                        "&Suspend 2007\n"
+                                        "E&xit 2012\n");
+}
+
+TEST(Menus, TheAcceleratorsAreControlShiftTDeleteAndEnter) {
+    HACCEL table = LoadAcceleratorsA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(100));
     ASSERT_TRUE(table);
     std::array<ACCEL, 8> entries{};
     const int count = CopyAcceleratorTableA(table, entries.data(), static_cast<int>(entries.size()));
 
     constexpr int flags = FVIRTKEY | FCONTROL | FSHIFT | FALT;
     std::vector<std::tuple<int, int, int>> keys;
-    for (const ACCEL& entry : std::span(entries).first(static_cast<std::size_t>(count))) {
+    for (int i = 0; i < count; ++i) {
+        const ACCEL& entry = entries[static_cast<std::size_t>(i)];
         keys.emplace_back(entry.fVirt & flags, entry.key, entry.cmd);
     }
     EXPECT_THAT(keys,
                 ElementsAre(std::tuple(FVIRTKEY | FCONTROL | FSHIFT, 'T', 2010),
                             std::tuple(FVIRTKEY, VK_DELETE, 145), std::tuple(FVIRTKEY, VK_RETURN, 144)));
+}
+
+TEST(Menus, TheStringsAreTheDescriptionsOfTheCommands) {
+    std::map<UINT, std::string> found;
+    for (UINT id = 0; id <= 0xFFFF; ++id)
+        if (const std::string text = framework::resourceText(id); !text.empty())
+            found.emplace(id, text);
+    EXPECT_EQ(found, (std::map<UINT, std::string>{
+                         {138, "Sets your preferences for how the Scheduler will function"},
+                         {143, "Adds a new project to the schedule"},
+                         {144, "Edits the schedule for the selected project"},
+                         {145, "Deletes the selected project from the schedule"},
+                         {146, "Runs this project now, instead of on schedule"},
+                         {2007, "Suspends further scheduled programs"},
+                         {2010, "Tests the schedule"},
+                         {2019, "Enables this project so that it will run on schedule"},
+                         {2020, "Disables this project"},
+                         {2021, "Opens this project with Corvane"},
+                     }));
+    EXPECT_EQ(IDM_HELP, 2017) << "it is in no menu and has no description";
 }
 
 } // namespace

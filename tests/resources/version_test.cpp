@@ -1,5 +1,8 @@
+#include "tests/support/moduleresources.h"
+
 #include <windows.h>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <array>
@@ -8,6 +11,14 @@
 
 namespace {
 
+using testing::HasSubstr;
+using testing::Not;
+
+std::string manifest() {
+    return std::string(test::resourceBytes(RT_MANIFEST, 1)); // a program's own manifest has number 1
+}
+
+/// What the platform is told of the program: its manifest and its version record.
 class Version : public testing::Test {
 protected:
     Version() {
@@ -20,45 +31,61 @@ protected:
 
     void SetUp() override { ASSERT_TRUE(loaded_); }
 
-    std::string text(const std::string& name) {
+    /// A value of the record; null when it is not there or has another size, unless that is 0.
+    const void* value(const std::string& path, UINT size = 0) const {
         void* value = nullptr;
         UINT length = 0;
-        const std::string path = "\\StringFileInfo\\040904E4\\" + name;
-        return VerQueryValueA(block_.data(), path.c_str(), &value, &length) ? static_cast<const char*>(value)
-                                                                            : "(none)";
+        const bool isThere = VerQueryValueA(block_.data(), path.c_str(), &value, &length) != 0;
+        return isThere && (size == 0 || length == size) ? value : nullptr;
+    }
+    std::string text(const std::string& name) const {
+        const void* const found = value("\\StringFileInfo\\040904E4\\" + name);
+        return found ? static_cast<const char*>(found) : "(none)";
     }
 
     std::vector<char> block_;
     bool loaded_ = false;
 };
 
-TEST_F(Version, NamesProgramAndMaker) {
+TEST_F(Version, TheRecordNamesTheProgramAndItsMaker) {
     EXPECT_EQ(text("CompanyName"), "Brindlewood");
     EXPECT_EQ(text("FileDescription"), "Corvane Scheduler");
     EXPECT_EQ(text("ProductName"), "Corvane Scheduler");
     EXPECT_EQ(text("OriginalFilename"), "scheduler.exe");
 }
 
-TEST_F(Version, IsTheSameInTextAndNumbers) {
+TEST_F(Version, TheVersionIsTheSameInTextAndNumbers) {
     EXPECT_EQ(text("FileVersion"), "1.34");
     EXPECT_EQ(text("ProductVersion"), "1.34");
 
-    void* value = nullptr;
-    UINT length = 0;
-    ASSERT_TRUE(VerQueryValueA(block_.data(), "\\", &value, &length));
-    ASSERT_EQ(length, sizeof(VS_FIXEDFILEINFO));
-    const auto& numbers = *static_cast<const VS_FIXEDFILEINFO*>(value);
-    EXPECT_EQ(numbers.dwFileVersionMS, DWORD{1 << 16 | 34});
-    EXPECT_EQ(numbers.dwFileVersionLS, 0U);
-    EXPECT_EQ(numbers.dwProductVersionMS, DWORD{1 << 16 | 34});
+    const auto* numbers = static_cast<const VS_FIXEDFILEINFO*>(value("\\", sizeof(VS_FIXEDFILEINFO)));
+    ASSERT_TRUE(numbers);
+    EXPECT_EQ(numbers->dwFileVersionMS, DWORD{1 << 16 | 34});
+    EXPECT_EQ(numbers->dwFileVersionLS, 0U);
+    EXPECT_EQ(numbers->dwProductVersionMS, DWORD{1 << 16 | 34});
 }
 
-TEST_F(Version, SaysWhichLanguageItsTextsAreIn) {
-    void* value = nullptr;
-    UINT length = 0;
-    ASSERT_TRUE(VerQueryValueA(block_.data(), "\\VarFileInfo\\Translation", &value, &length));
-    ASSERT_EQ(length, sizeof(DWORD));
-    EXPECT_EQ(*static_cast<const DWORD*>(value), DWORD{1252 << 16 | 0x0409});
+TEST_F(Version, ItsTextsAreInEnglish) {
+    const auto* language = static_cast<const DWORD*>(value("\\VarFileInfo\\Translation", sizeof(DWORD)));
+    ASSERT_TRUE(language);
+    EXPECT_EQ(*language, DWORD{1252 << 16 | 0x0409});
+}
+
+TEST_F(Version, TheManifestAsksForThemedControlsAndTheScreensResolution) {
+    EXPECT_THAT(manifest(), HasSubstr("name=\"Microsoft.Windows.Common-Controls\" version=\"6.0.0.0\""));
+    EXPECT_THAT(manifest(), HasSubstr("SMI/2005/WindowsSettings\">true</dpiAware>"));
+    EXPECT_TRUE(IsProcessDPIAware());
+    // Windows ignores a manifest that it cannot read.
+    ACTCTX_SECTION_KEYED_DATA data{};
+    data.cbSize = sizeof data;
+    EXPECT_TRUE(FindActCtxSectionStringA(0, nullptr, ACTIVATION_CONTEXT_SECTION_DLL_REDIRECTION,
+                                         "comctl32.dll", &data));
+}
+
+// With an execution level, Windows would no longer redirect what a limited user writes.
+TEST_F(Version, TheManifestAsksForNoExecutionLevel) {
+    EXPECT_THAT(manifest(), Not(HasSubstr("requestedExecutionLevel")));
+    EXPECT_THAT(manifest(), Not(HasSubstr("trustInfo")));
 }
 
 } // namespace
