@@ -84,7 +84,7 @@ private:
     /// Fails when the program has crashed, or has ended although no one waited for its end.
     void expectNoCrash() const;
 
-    std::string program_;     ///< the built one, unless another was named
+    std::string program_;       ///< the built one, unless another was named
     bool endsByItself_ = false; ///< a test has waited for the end
     base::KernelHandle process_;
     DWORD id_ = 0;
