@@ -35,10 +35,10 @@ else()
         # What a fuzzer runs reports which of its branches were taken, and fast.
         add_compile_options(-fsanitize=fuzzer-no-link -O1)
     else()
-        # tools/coverage reads which lines the tests reached. What the libraries' headers define counts as well when
-        # nobody calls it.
-        target_compile_options(project_options INTERFACE
-            --coverage $<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,STATIC_LIBRARY>:-fkeep-inline-functions>)
+        # tools/coverage reads which lines the tests reached.
+        target_compile_options(project_options INTERFACE --coverage)
         target_link_options(project_options INTERFACE --coverage)
+        # For the libraries of the program: what their headers define counts as well when nobody calls it.
+        set(CORVANE_MEASURED -fkeep-inline-functions)
     endif()
 endif()
