@@ -10,55 +10,36 @@
 
 namespace {
 
-class CurrentDirectory : public testing::Test {
-protected:
-    CurrentDirectory() : before_(current()) {}
-    ~CurrentDirectory() override { SetCurrentDirectoryW(before_.c_str()); }
-
-    static std::wstring current() {
-        std::wstring directory(MAX_PATH, L'\0');
-        directory.resize(GetCurrentDirectoryW(MAX_PATH, directory.data()));
-        return directory;
-    }
-
-    void goElsewhere() const {
-        ASSERT_TRUE(SetCurrentDirectoryA(folder_.path().c_str()));
-        ASSERT_NE(current(), before_);
-    }
-
-    const test::TemporaryFolder folder_;
-    const std::wstring before_;
-};
-
-TEST_F(CurrentDirectory, IsKept) {
-    {
-        const base::KeptCurrentDirectory kept;
-        goElsewhere();
-    }
-    EXPECT_EQ(current(), before_);
+std::wstring current() {
+    std::wstring directory(MAX_PATH, L'\0');
+    directory.resize(GetCurrentDirectoryW(MAX_PATH, directory.data()));
+    return directory;
 }
 
-TEST_F(CurrentDirectory, IsKeptThroughAnException) {
-    try {
-        const base::KeptCurrentDirectory kept;
-        goElsewhere();
-        throw std::runtime_error("unforeseen");
-    } catch (const std::runtime_error&) {
-    }
-    EXPECT_EQ(current(), before_);
-}
-
-TEST_F(CurrentDirectory, OfANameThatTheCodePageLacksIsKept) {
-    ASSERT_NO_FATAL_FAILURE(goElsewhere());
+// The second name has characters that the code page lacks.
+TEST(CurrentDirectory, IsKeptThroughChangesAndExceptions) {
+    const test::TemporaryFolder folder;
+    const std::wstring before = current();
+    ASSERT_TRUE(SetCurrentDirectoryA(folder.path().c_str()));
     const std::wstring foreign = current() + L"\\\x4e00\x4e8c";
     ASSERT_TRUE(CreateDirectoryW(foreign.c_str(), nullptr));
-    ASSERT_TRUE(SetCurrentDirectoryW(foreign.c_str()));
-    {
-        const base::KeptCurrentDirectory kept;
-        goElsewhere();
+    for (const std::wstring& directory : {before, foreign}) {
+        ASSERT_TRUE(SetCurrentDirectoryW(directory.c_str()));
+        {
+            const base::KeptCurrentDirectory kept;
+            ASSERT_TRUE(SetCurrentDirectoryA(folder.path().c_str()));
+            ASSERT_NE(current(), directory);
+        }
+        EXPECT_EQ(current(), directory);
+        try {
+            const base::KeptCurrentDirectory kept;
+            ASSERT_TRUE(SetCurrentDirectoryA(folder.path().c_str()));
+            throw std::runtime_error("unforeseen");
+        } catch (const std::runtime_error&) {
+        }
+        EXPECT_EQ(current(), directory);
     }
-    EXPECT_EQ(current(), foreign);
-    SetCurrentDirectoryW(before_.c_str());
+    SetCurrentDirectoryW(before.c_str());
     EXPECT_TRUE(RemoveDirectoryW(foreign.c_str()));
 }
 

@@ -7,8 +7,6 @@
 #include <windows.h>
 
 #include <cstddef>
-#include <cstdio>
-#include <io.h>
 #include <span>
 #include <string>
 #include <string_view>
@@ -26,24 +24,14 @@ inline bool writeWhole(const std::string& path, std::string_view content) {
     return file.close() && written;
 }
 
-/// The descriptor of the file that is opened next: the lowest that is free.
-inline int nextDescriptor() {
-    const int descriptor = _dup(_fileno(stderr));
-    _close(descriptor);
-    return descriptor;
-}
-
-inline HANDLE handleOf(int descriptor) {
-    return reinterpret_cast<HANDLE>(_get_osfhandle(descriptor));
-}
-
-inline std::string_view textOf(std::span<const std::byte> bytes) {
-    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
-}
-
 inline base::FileHandle openFile(const std::string& path, DWORD access, DWORD sharing) {
     return base::FileHandle(
         CreateFileA(path.c_str(), access, sharing, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+}
+
+/// Whether no one has the file open: deletes it.
+inline bool isFree(const std::string& path) {
+    return DeleteFileA(path.c_str());
 }
 
 } // namespace test

@@ -5,7 +5,9 @@
 
 #include <gmock/gmock.h>
 
+#include <optional>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 namespace base {
@@ -23,123 +25,79 @@ struct FakeTraits {
 };
 using FakeHandle = UniqueHandle<FakeTraits>;
 
-class UniqueHandleTest : public testing::Test {
-protected:
-    void SetUp() override { closed.clear(); }
-};
-
 static_assert(!std::is_copy_constructible_v<FakeHandle> && !std::is_copy_assignable_v<FakeHandle>);
 static_assert(std::is_nothrow_move_constructible_v<FakeHandle> &&
               std::is_nothrow_move_assignable_v<FakeHandle>);
 
-TEST_F(UniqueHandleTest, OwnsNothingAtFirst) {
-    {
-        const FakeHandle handle;
-        EXPECT_FALSE(handle);
-        EXPECT_EQ(handle.get(), -1);
-    }
-    EXPECT_THAT(closed, IsEmpty());
-}
+class Handles : public testing::Test {
+protected:
+    Handles() { closed.clear(); }
+    std::optional<FakeHandle> handle_ = FakeHandle(7);
+};
 
-TEST_F(UniqueHandleTest, ClosesWhatItOwnsOnce) {
-    {
-        const FakeHandle handle(7);
-        EXPECT_TRUE(handle);
-        EXPECT_EQ(handle.get(), 7);
-    }
+TEST_F(Handles, HandleIsClosedOnceUnlessItIsNone) {
+    EXPECT_TRUE(*handle_);
+    EXPECT_EQ(handle_->get(), 7);
+    handle_.reset();
     EXPECT_THAT(closed, ElementsAre(7));
-}
-
-TEST_F(UniqueHandleTest, ZeroIsAHandleLikeAnyOtherWhereNoneIsSomethingElse) {
     { EXPECT_TRUE(FakeHandle(0)); }
-    EXPECT_THAT(closed, ElementsAre(0));
+    EXPECT_THAT(closed, ElementsAre(7, 0));
+    {
+        const FakeHandle none;
+        EXPECT_FALSE(none);
+        EXPECT_EQ(none.get(), -1);
+    }
+    EXPECT_THAT(closed, ElementsAre(7, 0));
 }
 
-TEST_F(UniqueHandleTest, ReleaseGivesUpOwnership) {
-    {
-        FakeHandle handle(7);
-        EXPECT_EQ(handle.release(), 7);
-        EXPECT_FALSE(handle);
-    }
+TEST_F(Handles, ReleaseGivesUpOwnership) {
+    EXPECT_EQ(handle_->release(), 7);
+    EXPECT_FALSE(*handle_);
+    handle_.reset();
     EXPECT_THAT(closed, IsEmpty());
 }
 
-TEST_F(UniqueHandleTest, ResetClosesTheOldOne) {
-    FakeHandle handle(7);
-    handle.reset(8);
+TEST_F(Handles, ResetAndReceiveCloseTheOldOne) {
+    handle_->reset(8);
     EXPECT_THAT(closed, ElementsAre(7));
-    EXPECT_EQ(handle.get(), 8);
-    handle.reset();
-    EXPECT_FALSE(handle);
-    handle.reset();
-    EXPECT_THAT(closed, ElementsAre(7, 8));
+    EXPECT_EQ(handle_->get(), 8);
+    handle_->reset();
+    EXPECT_FALSE(*handle_);
+    handle_->reset(9);
+    int* const place = handle_->receive();
+    EXPECT_THAT(closed, ElementsAre(7, 8, 9));
+    EXPECT_EQ(*place, -1);
+    *place = 10;
+    EXPECT_EQ(handle_->get(), 10);
 }
 
-TEST_F(UniqueHandleTest, MoveConstructionHandsOver) {
-    {
-        FakeHandle first(7);
-        const FakeHandle second(std::move(first));
-        EXPECT_EQ(second.get(), 7);
-    }
-    EXPECT_THAT(closed, ElementsAre(7));
+TEST_F(Handles, MoveHandsOverAndClosesTheOldOneOfAnother) {
+    FakeHandle second(std::move(*handle_));
+    handle_.reset();
+    EXPECT_THAT(closed, IsEmpty());
+    EXPECT_EQ(second.get(), 7);
+    FakeHandle third(8);
+    third = std::move(second);
+    EXPECT_THAT(closed, ElementsAre(8));
+    FakeHandle& same = third;
+    third = std::move(same);
+    EXPECT_THAT(closed, ElementsAre(8));
+    EXPECT_EQ(third.get(), 7);
 }
 
-TEST_F(UniqueHandleTest, MoveAssignmentClosesTheOldOneAndHandsOver) {
-    {
-        FakeHandle first(7);
-        FakeHandle second(8);
-        second = std::move(first);
-        EXPECT_THAT(closed, ElementsAre(8));
-        EXPECT_EQ(second.get(), 7);
-    }
-    EXPECT_THAT(closed, ElementsAre(8, 7));
-}
-
-TEST_F(UniqueHandleTest, MoveAssignmentToItselfKeepsTheHandle) {
-    {
-        FakeHandle handle(7);
-        FakeHandle& same = handle;
-        handle = std::move(same);
-        EXPECT_EQ(handle.get(), 7);
-        EXPECT_THAT(closed, IsEmpty());
-    }
-    EXPECT_THAT(closed, ElementsAre(7));
-}
-
-TEST_F(UniqueHandleTest, ReceiveClosesTheOldOneAndTakesTheNew) {
-    {
-        FakeHandle handle(7);
-        int* const place = handle.receive();
-        EXPECT_THAT(closed, ElementsAre(7));
-        EXPECT_EQ(*place, -1);
-        *place = 9;
-        EXPECT_EQ(handle.get(), 9);
-    }
-    EXPECT_THAT(closed, ElementsAre(7, 9));
-}
-
-TEST(PlatformHandles, KnowTheirNotionOfNone) {
-    EXPECT_FALSE(KernelHandle(nullptr));
-    EXPECT_FALSE(FileHandle(INVALID_HANDLE_VALUE));
-    EXPECT_FALSE(RegistryKey(nullptr));
-    EXPECT_FALSE(KernelHandle());
-    EXPECT_FALSE(FileHandle());
-    EXPECT_FALSE(RegistryKey());
-}
-
-TEST(PlatformHandles, AreClosed) {
+TEST_F(Handles, PlatformHandlesKnowTheirNoneAndAreClosed) {
+    EXPECT_FALSE(KernelHandle(nullptr) || FileHandle(INVALID_HANDLE_VALUE) || RegistryKey(nullptr));
+    EXPECT_FALSE(KernelHandle() || FileHandle() || RegistryKey());
     const auto useAll = [] {
         const KernelHandle event(CreateEventA(nullptr, TRUE, FALSE, nullptr));
-        EXPECT_TRUE(event);
         const FileHandle file(
             CreateFileA("nul", GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr));
-        EXPECT_TRUE(file);
         RegistryKey key;
         EXPECT_EQ(RegOpenKeyExA(HKEY_CURRENT_USER, "Software", 0, KEY_READ, key.receive()), ERROR_SUCCESS);
-        EXPECT_TRUE(key);
+        EXPECT_TRUE(event && file && key);
         return test::handleCount();
     };
-    useAll(); // whatever the platform keeps from a first time
+    useAll(); // the platform keeps some from the first time
     const unsigned before = test::handleCount();
     EXPECT_EQ(useAll(), before + 3);
     EXPECT_EQ(test::handleCount(), before);

@@ -1,4 +1,5 @@
 #include "lib/base/locale.h"
+#include "tests/lib/base/seconds.h"
 #include "tests/support/instants.h"
 
 #include <windows.h>
@@ -6,6 +7,7 @@
 #include <gmock/gmock.h>
 
 #include <array>
+#include <cstdint>
 #include <cstring>
 #include <ctime>
 #include <string>
@@ -70,16 +72,7 @@ private:
     std::array<char, 200> old_{};
 };
 
-TEST(LowerCase, LowersAscii) {
-    EXPECT_EQ(lowerCase('A'), 'a');
-    EXPECT_EQ(lowerCase('Z'), 'z');
-    EXPECT_EQ(lowerCase('a'), 'a');
-    EXPECT_EQ(lowerCase('@'), '@');
-    EXPECT_EQ(lowerCase('['), '[');
-    EXPECT_EQ(lowerCase('\0'), '\0');
-}
-
-TEST(LowerCase, AgreesWithThePlatformForEveryCharacter) {
+TEST(Locale, LowerCaseAgreesWithThePlatformForEveryCharacter) {
     int changed = 0;
     for (int code = 1; code < 256; ++code) {
         char text[2] = {static_cast<char>(code), '\0'};
@@ -88,11 +81,15 @@ TEST(LowerCase, AgreesWithThePlatformForEveryCharacter) {
         changed += text[0] != static_cast<char>(code);
     }
     EXPECT_GT(changed, 26) << "the code page has letters beyond ASCII";
+    EXPECT_EQ(lowerCase('\0'), '\0');
+    EXPECT_EQ(lowerCase('Z'), 'z');
 }
 
-TEST(ToSystemTime, HasTheLocalFields) {
-    for (const std::int32_t t : instants()) {
-        const SYSTEMTIME expected = systemTimeOf(test::localFields(t));
+TEST(Locale, SystemTimeHasTheLocalFieldsOrZerosForANegativeTime) {
+    std::vector<std::int32_t> all = instants();
+    all.insert(all.end(), {0, -1, -day, INT32_MIN});
+    for (const std::int32_t t : all) {
+        const SYSTEMTIME expected = t < 0 ? SYSTEMTIME{} : systemTimeOf(test::localFields(t));
         SYSTEMTIME time;
         std::memset(&time, 0xAA, sizeof time);
         toSystemTime(TimeValue(t), time);
@@ -100,107 +97,65 @@ TEST(ToSystemTime, HasTheLocalFields) {
     }
 }
 
-TEST(ToSystemTime, IsAllZeroForANegativeTime) {
-    for (const std::int32_t t : {-1, -day, static_cast<std::int32_t>(0x80000000)}) {
-        SYSTEMTIME time;
-        std::memset(&time, 0xAA, sizeof time);
-        toSystemTime(TimeValue(t), time);
-        const SYSTEMTIME zero{};
-        EXPECT_EQ(std::memcmp(&time, &zero, sizeof time), 0) << t;
-    }
-}
-
-TEST(ToSystemTime, TakesTimeZeroForWhatItIs) {
-    SYSTEMTIME time;
-    toSystemTime(TimeValue(), time);
-    EXPECT_EQ(time.wYear, test::localFields(0).tm_year + 1900);
-}
-
-TEST(FormatLocaleDate, IsThePlatformsText) {
-    for (const std::int32_t t : instants()) {
-        const SYSTEMTIME time = systemTimeOf(test::localFields(t));
-        EXPECT_EQ(formatLocaleDate(TimeValue(t), true), platformDate(time, DATE_LONGDATE)) << t;
-        EXPECT_EQ(formatLocaleDate(TimeValue(t), false), platformDate(time, DATE_SHORTDATE)) << t;
-        EXPECT_NE(formatLocaleDate(TimeValue(t), false), "") << t;
-    }
-    const TimeValue t(1'767'225'600);
-    EXPECT_NE(formatLocaleDate(t, true), formatLocaleDate(t, false));
-}
-
-TEST(FormatLocaleDate, IsEmptyForTimeZeroAndForANegativeOne) {
-    for (const bool longForm : {true, false}) {
-        EXPECT_EQ(formatLocaleDate(TimeValue(), longForm), "");
-        EXPECT_EQ(formatLocaleDate(TimeValue(-1), longForm), "");
-    }
-}
-
-TEST(FormatLocaleDate, FollowsTheUsersFormats) {
-    const UserFormat shortDate(LOCALE_SSHORTDATE, "'s' yyyy~MM~dd");
-    const UserFormat longDate(LOCALE_SLONGDATE, "'l' dd yyyy");
-    const TimeValue t = TimeValue::fromLocal(2005, 7, 23, 12, 0, 0, -1);
-    EXPECT_EQ(formatLocaleDate(t, false), "s 2005~07~23");
-    EXPECT_EQ(formatLocaleDate(t, true), "l 23 2005");
-}
-
-TEST(FormatLocaleDate, HasAtMost127Characters) {
-    const TimeValue wednesday = TimeValue::fromLocal(2005, 7, 27, 12, 0, 0, -1);
-    std::string weekdays; // "Wednesday" has nine characters
-    for (int i = 0; i < 14; ++i)
-        weekdays += "dddd.";
-    {
-        const UserFormat fits(LOCALE_SLONGDATE, weekdays.substr(0, 60) + "'xxxxxxx'");
-        EXPECT_EQ(formatLocaleDate(wednesday, true).size(), 127U);
-    }
-    const UserFormat tooLong(LOCALE_SLONGDATE, weekdays.substr(0, 60) + "'xxxxxxxx'");
-    EXPECT_EQ(formatLocaleDate(wednesday, true), "");
-}
-
-TEST(FormatLocaleTime, IsThePlatformsText) {
+TEST(Locale, DateAndTimeAreThePlatformsTexts) {
     for (const std::int32_t t : instants()) {
         const SYSTEMTIME time = systemTimeOf(test::localFields(t));
         const TimeValue value(t);
+        EXPECT_EQ(formatLocaleDate(value, true), platformDate(time, DATE_LONGDATE)) << t;
+        EXPECT_EQ(formatLocaleDate(value, false), platformDate(time, DATE_SHORTDATE)) << t;
         EXPECT_EQ(formatLocaleTime(value, false, false), platformTime(time, 0)) << t;
         EXPECT_EQ(formatLocaleTime(value, true, false), platformTime(time, TIME_FORCE24HOURFORMAT)) << t;
         EXPECT_EQ(formatLocaleTime(value, false, true), platformTime(time, TIME_NOSECONDS)) << t;
         EXPECT_EQ(formatLocaleTime(value, true, true),
                   platformTime(time, TIME_FORCE24HOURFORMAT | TIME_NOSECONDS))
             << t;
-        EXPECT_NE(formatLocaleTime(value, false, true), "") << t;
     }
 }
 
-TEST(FormatLocaleTime, IsEmptyForTimeZero) {
-    for (const bool force24Hour : {true, false})
-        for (const bool noSeconds : {true, false})
-            EXPECT_EQ(formatLocaleTime(TimeValue(), force24Hour, noSeconds), "");
-}
-
-TEST(FormatLocaleTime, IsMidnightForANegativeTime) {
+TEST(Locale, TimeZeroHasNoTextAndANegativeTimeIsMidnight) {
+    for (const bool first : {true, false}) {
+        EXPECT_EQ(formatLocaleDate(TimeValue(), first), "");
+        EXPECT_EQ(formatLocaleDate(TimeValue(-1), first), "");
+        for (const bool second : {true, false})
+            EXPECT_EQ(formatLocaleTime(TimeValue(), first, second), "");
+    }
     EXPECT_EQ(formatLocaleTime(TimeValue(-1), false, true), "12:00 AM");
-    EXPECT_EQ(formatLocaleTime(TimeValue(-86'400), false, true), "12:00 AM");
+    EXPECT_EQ(formatLocaleTime(TimeValue(-day), false, true), "12:00 AM");
 }
 
-TEST(FormatLocaleTime, FollowsTheUsersFormatAndItsFlags) {
-    const UserFormat format(LOCALE_STIMEFORMAT, "hh.mm.ss tt");
-    const TimeValue t = TimeValue::fromLocal(2005, 7, 23, 21, 5, 9, -1);
-    EXPECT_THAT(formatLocaleTime(t, false, false), testing::StartsWith("09.05.09"));
-    EXPECT_THAT(formatLocaleTime(t, false, true), testing::StartsWith("09.05"));
-    EXPECT_THAT(formatLocaleTime(t, false, true), testing::Not(testing::HasSubstr("09.05.09")));
-    EXPECT_THAT(formatLocaleTime(t, true, false), testing::StartsWith("21.05.09"));
+const TimeValue wednesday(test::localSeconds(2005, 7, 27, 21, 5, 9));
+
+TEST(Locale, DateAndTimeFollowTheUsersFormats) {
+    const UserFormat shortDate(LOCALE_SSHORTDATE, "'s' yyyy~MM~dd");
+    const UserFormat longDate(LOCALE_SLONGDATE, "'l' dd yyyy");
+    const UserFormat time(LOCALE_STIMEFORMAT, "hh.mm.ss tt");
+    EXPECT_EQ(formatLocaleDate(wednesday, false), "s 2005~07~27");
+    EXPECT_EQ(formatLocaleDate(wednesday, true), "l 27 2005");
+    EXPECT_EQ(formatLocaleTime(wednesday, false, false), "09.05.09 PM");
+    EXPECT_EQ(formatLocaleTime(wednesday, false, true), "09.05 PM");
+    EXPECT_THAT(formatLocaleTime(wednesday, true, false), testing::StartsWith("21.05.09"));
 }
 
-TEST(FormatLocaleTime, HasAtMost127Characters) {
-    const TimeValue t = TimeValue::fromLocal(2005, 7, 23, 21, 5, 9, -1);
-    const UserFormat marker(LOCALE_S2359, "afternoon"); // nine characters
-    std::string markers;
-    for (int i = 0; i < 14; ++i)
-        markers += "tt.";
+std::string repeated(const std::string& text) {
+    std::string result;
+    for (int i = 0; i < 12; ++i)
+        result += text;
+    return result;
+}
+
+// "Wednesday" and the marker have nine characters, ten with the point after each.
+TEST(Locale, DateAndTimeHaveAtMost127Characters) {
+    const UserFormat marker(LOCALE_S2359, "afternoon");
     {
-        const UserFormat fits(LOCALE_STIMEFORMAT, markers.substr(0, 36) + "'xxxxxxx'");
-        EXPECT_EQ(formatLocaleTime(t, false, false).size(), 127U);
+        const UserFormat date(LOCALE_SLONGDATE, repeated("dddd.") + "'xxxxxxx'");
+        const UserFormat time(LOCALE_STIMEFORMAT, repeated("tt.") + "'xxxxxxx'");
+        EXPECT_EQ(formatLocaleDate(wednesday, true).size(), 127U);
+        EXPECT_EQ(formatLocaleTime(wednesday, false, false).size(), 127U);
     }
-    const UserFormat tooLong(LOCALE_STIMEFORMAT, markers.substr(0, 36) + "'xxxxxxxx'");
-    EXPECT_EQ(formatLocaleTime(t, false, false), "");
+    const UserFormat date(LOCALE_SLONGDATE, repeated("dddd.") + "'xxxxxxxx'");
+    const UserFormat time(LOCALE_STIMEFORMAT, repeated("tt.") + "'xxxxxxxx'");
+    EXPECT_EQ(formatLocaleDate(wednesday, true), "");
+    EXPECT_EQ(formatLocaleTime(wednesday, false, false), "");
 }
 
 } // namespace

@@ -1,112 +1,82 @@
+#include "lib/base/expressions.h"
+#include "lib/base/placeholders.h"
 #include "lib/base/regexp.h"
 
 #include <gmock/gmock.h>
 
 #include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
 
 namespace base {
 namespace {
 
 using testing::ElementsAre;
+using testing::ElementsAreArray;
 using testing::IsEmpty;
 
-TEST(Expression, MatchesWholeTextsOnly) {
+TEST(Regexp, MatchesWholeTextsOnly) {
     const Expression extension("kr[abc]");
-    EXPECT_TRUE(extension.matches("kra"));
-    EXPECT_TRUE(extension.matches("krb"));
-    EXPECT_TRUE(extension.matches("krc"));
-    EXPECT_FALSE(extension.matches("krd"));
-    EXPECT_FALSE(extension.matches("krab"));
-    EXPECT_FALSE(extension.matches("akra"));
-    EXPECT_FALSE(extension.matches("kr"));
-    EXPECT_FALSE(extension.matches(""));
+    for (const char* text : {"kra", "krb", "krc"})
+        EXPECT_TRUE(extension.matches(text)) << text;
+    for (const char* text : {"krd", "krab", "akra", "kr", ""})
+        EXPECT_FALSE(extension.matches(text)) << text;
 }
 
-TEST(Expression, RegardsCaseUnlessToldOtherwise) {
+TEST(Regexp, CaseRuleIsThePrefixsOrElseTheDefault) {
+    constexpr auto sensitive = CaseRule::Sensitive;
+    constexpr auto insensitive = CaseRule::Insensitive;
+    const struct {
+        const char* pattern;
+        CaseRule rule;
+        const char* text;
+        bool matches;
+    } rows[] = {
+        {"gmt", sensitive, "GMT", false},
+        {"gmt", insensitive, "GMT", true},
+        {"[a-z]+", insensitive, "GmT", true},
+        {"[i]gmt", sensitive, "GMT", true},
+        {"[i]gmt", insensitive, "GMT", true},
+        {"[c]gmt", insensitive, "GMT", false},
+        {"[c]gmt", insensitive, "gmt", true},
+        {"[c]gmt", sensitive, "GMT", false},
+        {"[i]gmt", sensitive, "igmt", false},
+        {"[c]gmt", sensitive, "cgmt", false},
+        // Only these three characters at the start are a prefix.
+        {"[ci]x", sensitive, "ix", true},
+        {"[a]x", sensitive, "ax", true},
+        {"x[i]", sensitive, "xi", true},
+        {"x[i]", sensitive, "X", false},
+        {"[i][c]x", sensitive, "Cx", true},
+        {"[I]x", sensitive, "X", false},
+    };
+    for (const auto& [pattern, rule, text, matches] : rows)
+        EXPECT_EQ(Expression(pattern, rule).matches(text), matches) << pattern << ' ' << text;
     EXPECT_FALSE(Expression("gmt").matches("GMT"));
-    EXPECT_FALSE(Expression("gmt", CaseRule::Sensitive).matches("GMT"));
-    EXPECT_TRUE(Expression("gmt", CaseRule::Insensitive).matches("GMT"));
-    EXPECT_TRUE(Expression("[a-z]+", CaseRule::Insensitive).matches("GmT"));
 }
 
-TEST(Expression, PrefixOverridesTheDefaultRule) {
-    EXPECT_TRUE(Expression("[i]gmt", CaseRule::Sensitive).matches("GMT"));
-    EXPECT_TRUE(Expression("[i]gmt", CaseRule::Insensitive).matches("GMT"));
-    EXPECT_FALSE(Expression("[c]gmt", CaseRule::Insensitive).matches("GMT"));
-    EXPECT_TRUE(Expression("[c]gmt", CaseRule::Insensitive).matches("gmt"));
-    EXPECT_FALSE(Expression("[c]gmt", CaseRule::Sensitive).matches("GMT"));
+TEST(Regexp, MalformedPatternThrows) {
+    for (const char* pattern : {"(a", "[a", "[c", "[z-a]", "a{2,1}", "a{2", "*", "a\\", "[i](a"})
+        EXPECT_THROW(Expression{pattern}, std::runtime_error) << pattern;
 }
 
-TEST(Expression, PrefixIsNotPartOfThePattern) {
-    EXPECT_FALSE(Expression("[i]gmt").matches("igmt"));
-    EXPECT_FALSE(Expression("[c]gmt").matches("cgmt"));
-}
-
-TEST(Expression, OnlyTheThreeCharactersAtTheStartAreAPrefix) {
-    EXPECT_TRUE(Expression("[ci]x").matches("ix"));
-    EXPECT_TRUE(Expression("[a]x").matches("ax"));
-    EXPECT_TRUE(Expression("x[i]").matches("xi"));
-    EXPECT_FALSE(Expression("x[i]").matches("X"));
-    EXPECT_TRUE(Expression("[i][c]x").matches("Cx"));
-    EXPECT_FALSE(Expression("[I]x", CaseRule::Sensitive).matches("X"));
-}
-
-TEST(Expression, MalformedPatternIsAMistakeInTheProgram) {
-    EXPECT_THROW(Expression("(a"), std::runtime_error);
-    EXPECT_THROW(Expression("[a"), std::runtime_error);
-    EXPECT_THROW(Expression("[c"), std::runtime_error);
-    EXPECT_THROW(Expression("[z-a]"), std::runtime_error);
-    EXPECT_THROW(Expression("a{2,1}"), std::runtime_error);
-    EXPECT_THROW(Expression("a{2"), std::runtime_error);
-    EXPECT_THROW(Expression("*"), std::runtime_error);
-    EXPECT_THROW(Expression("a\\"), std::runtime_error);
-    EXPECT_THROW(Expression("[i](a"), std::runtime_error);
-}
-
-TEST(Expression, TakesTheLeftmostLongestMatch) {
+TEST(Regexp, MatchesAreTheLeftmostLongestInOrder) {
     EXPECT_THAT(Expression("jul|july|ju").matchesIn("xjulyx"), ElementsAre("july"));
     EXPECT_THAT(Expression("a|ab|abc").matchesIn("abcab"), ElementsAre("abc", "ab"));
-}
-
-TEST(Expression, FindsEveryMatchInOrder) {
     EXPECT_THAT(Expression("[0-9]+").matchesIn("9:05, 17"), ElementsAre("9", "05", "17"));
     EXPECT_THAT(Expression("[0-9]+").matchesIn("none"), IsEmpty());
     EXPECT_THAT(Expression("[0-9]+").matchesIn(""), IsEmpty());
 }
 
-TEST(Expression, RemovesItsMatches) {
-    EXPECT_EQ(Expression("%[1-9]").removeFrom(R"("C:\Spider.exe" %1 "%9" %0 %%2)"),
-              R"("C:\Spider.exe"  "" %0 %)");
-    EXPECT_EQ(Expression("%[1-9]").removeFrom("%12"), "2");
-    EXPECT_EQ(Expression("\"\"").removeFrom(R"(a "" b"""")"), "a  b");
+TEST(Regexp, MatchesAreRemoved) {
+    EXPECT_EQ(Expression("%[1-9]").removeFrom("%12 %0 %%9"), "2 %0 %");
     EXPECT_EQ(Expression("x").removeFrom("none"), "none");
     EXPECT_EQ(Expression("x").removeFrom("xxx"), "");
     EXPECT_EQ(Expression("x").removeFrom(""), "");
 }
 
-/// Pieces 0 to `count` - 1.
-std::vector<std::string> firstPieces(std::string_view text, const Expression& separator, std::size_t count) {
-    std::vector<std::string> pieces;
-    for (std::size_t n = 0; n < count; ++n)
-        pieces.push_back(piece(text, n, separator));
-    return pieces;
-}
-
-TEST(Piece, CutsAtEveryMatch) {
-    const Expression blanks("[ ]+");
-    EXPECT_THAT(firstPieces("a  bc d", blanks, 4), ElementsAre("a", "bc", "d", ""));
-    EXPECT_THAT(firstPieces("abc", blanks, 2), ElementsAre("abc", ""));
-    EXPECT_THAT(firstPieces("", blanks, 2), ElementsAre("", ""));
-    EXPECT_EQ(piece("a b", 1'000'000, blanks), "");
-}
-
-TEST(Piece, MatchesAtTheEndsHaveEmptyPiecesBeside) {
-    const Expression blanks("[ ]+");
-    EXPECT_THAT(firstPieces("  a b ", blanks, 4), ElementsAre("", "a", "b", ""));
-    EXPECT_THAT(firstPieces(" ", blanks, 2), ElementsAre("", ""));
-}
-
-TEST(Piece, EmptyMatchesEndAndCutEachCharacter) {
+TEST(Regexp, EmptyMatchesEndAndCutEachCharacter) {
     const Expression maybeX("x*");
     EXPECT_THAT(maybeX.matchesIn("axxb"), ElementsAre("", "xx", "", ""));
     EXPECT_EQ(maybeX.removeFrom("axxb"), "ab");
@@ -117,11 +87,11 @@ TEST(Piece, EmptyMatchesEndAndCutEachCharacter) {
     EXPECT_THAT(Expression("").matchesIn("ab"), ElementsAre("", "", ""));
 }
 
-TEST(Expression, MatchingThrowsWhenItsWorkExplodes) {
+TEST(Regexp, MatchingThrowsWhenItsWorkExplodes) {
     EXPECT_THROW(Expression("(a|aa)+b").matches(std::string(100, 'a')), std::runtime_error);
 }
 
-TEST(Expression, TakesBytesAboveAsciiAsOrdinaryCharacters) {
+TEST(Regexp, BytesAboveAsciiAreOrdinaryCharacters) {
     const Expression word("[^ ]+");
     for (int code = 1; code < 256; ++code) {
         if (code == ' ')
@@ -137,48 +107,110 @@ TEST(Expression, TakesBytesAboveAsciiAsOrdinaryCharacters) {
     EXPECT_EQ(Expression("\xFF+").removeFrom("a\xFF\xFF\xFE"), "a\xFE");
 }
 
-// In a list of POSIX's own syntax the backslash is an ordinary character; these expressions escape with it.
-
-TEST(Separators, OfInternetDates) {
-    constexpr std::string_view dashed = "Sunday, 06-Nov-94 08:49:37 GMT";
-    constexpr std::string_view blank = "Sun, 06 Nov 1994 08:49:37 GMT";
-    EXPECT_EQ(piece(blank, 1, Expression("[, ]+")), "06");
-    const Expression words("[,\\- ]+");
-    EXPECT_EQ(piece(dashed, 2, words), "Nov");
-    EXPECT_EQ(piece(dashed, 3, words), "94");
-    EXPECT_EQ(piece(blank, 2, words), "Nov");
-    EXPECT_EQ(piece(blank, 3, words), "1994");
-    EXPECT_EQ(piece("a\\b", 0, words), "a\\b");
-    // The escaped hyphen makes no range.
-    EXPECT_EQ(piece("a*b", 0, words), "a*b");
-    const Expression clock("[ :\\-]+");
-    EXPECT_THAT(firstPieces(dashed, clock, 8),
-                ElementsAre("Sunday,", "06", "Nov", "94", "08", "49", "37", "GMT"));
-    EXPECT_EQ(piece(blank, 4, clock), "08");
-    EXPECT_EQ(piece("a\\b", 0, clock), "a\\b");
-}
-
-TEST(Separators, OfAsctimeDates) {
-    EXPECT_THAT(firstPieces("Sun Nov 6 08:49:37 1994", Expression("[ :]+"), 8),
-                ElementsAre("Sun", "Nov", "6", "08", "49", "37", "1994", ""));
-}
-
-TEST(Separators, OfFreeDates) {
-    const Expression separator("[ /\\-#.\\\\:]+");
-    EXPECT_THAT(firstPieces("1/2-3#4.5\\6:7 8", separator, 9),
-                ElementsAre("1", "2", "3", "4", "5", "6", "7", "8", ""));
-    EXPECT_THAT(firstPieces("7/23/2005 7:54 pm", separator, 6),
-                ElementsAre("7", "23", "2005", "7", "54", "pm"));
-    EXPECT_THAT(firstPieces("23.7.05", separator, 3), ElementsAre("23", "7", "05"));
-    EXPECT_EQ(piece("a,b$c", 0, separator), "a,b$c");
-}
-
-TEST(Expression, CopesWithLongTexts) {
+TEST(Regexp, LongTextsAreMatched) {
     const std::string word(200'000, 'a');
     EXPECT_EQ(piece(word + ' ' + word, 1, Expression("[ ]+")), word);
     const std::string quoted = '"' + word + ' ' + word + '"';
-    EXPECT_THAT(Expression(R"([^ ]+|"[^"]*")").matchesIn(quoted + " x"), ElementsAre(quoted, "x"));
+    EXPECT_THAT(commandToken.matchesIn(quoted + " x"), ElementsAre(quoted, "x"));
     EXPECT_EQ(Expression("%[1-9]").removeFrom(word + "%1"), word);
+}
+
+/// Each piece, and that there is none after the last.
+void expectPieces(std::string_view text, const Expression& separator, std::vector<std::string> expected) {
+    expected.emplace_back();
+    std::vector<std::string> pieces;
+    for (std::size_t n = 0; n < expected.size(); ++n)
+        pieces.push_back(piece(text, n, separator));
+    EXPECT_THAT(pieces, ElementsAreArray(expected)) << text;
+}
+
+TEST(Regexp, PiecesAreCutAtEveryMatch) {
+    const Expression blanks("[ ]+");
+    expectPieces("a  bc d", blanks, {"a", "bc", "d"});
+    expectPieces("abc", blanks, {"abc"});
+    expectPieces("", blanks, {""});
+    expectPieces("  a b ", blanks, {"", "a", "b", ""});
+    expectPieces(" ", blanks, {"", ""});
+    EXPECT_EQ(piece("a b", 1'000'000, blanks), "");
+}
+
+TEST(Regexp, WhitespaceRunAndLineBreakCutTheirTexts) {
+    expectPieces("a \r\n\t\fb\vc", whitespaceRun, {"a", "b\vc"});
+    expectPieces("rntf\\", whitespaceRun, {"rntf\\"});
+    expectPieces("one\ntwo\r\nthree\r\r\n\nlast\rone", lineBreak, {"one", "two", "three", "", "last\rone"});
+}
+
+// In a list of POSIX's own syntax the backslash is an ordinary character; these expressions escape with it.
+TEST(Regexp, ListsOfSeparatorsMayEscape) {
+    const Expression words("[,\\- ]+");
+    expectPieces("Sunday, 06-Nov-94 08", words, {"Sunday", "06", "Nov", "94", "08"});
+    expectPieces("a\\b*c", words, {"a\\b*c"}); // the hyphen makes no range
+    const Expression clock("[ :\\-]+");
+    expectPieces("Sun, 06-Nov-94 08:49:37 GMT", clock, {"Sun,", "06", "Nov", "94", "08", "49", "37", "GMT"});
+    expectPieces("a\\b", clock, {"a\\b"});
+    const Expression any("[ /\\-#.\\\\:]+");
+    expectPieces("1/2-3#4.5\\6:7 8", any, {"1", "2", "3", "4", "5", "6", "7", "8"});
+    expectPieces("a,b$c", any, {"a,b$c"});
+}
+
+TEST(Regexp, CommandTokenIsAWordOrAQuotedTextWhicheverIsLonger) {
+    const struct {
+        std::string text;
+        std::vector<std::string> words;
+    } rows[] = {
+        {"  notepad.exe\t/a \r\n\f b.txt ", {"notepad.exe", "/a", "b.txt"}},
+        {"", {}},
+        {" \t", {}},
+        {R"(C:\temp\net\file\run)", {R"(C:\temp\net\file\run)"}}, // letters after a backslash are letters
+        {R"("C:\Program Files\spider.exe" 7 "C:\My Sites\a b.kra" /s)",
+         {R"("C:\Program Files\spider.exe")", "7", R"("C:\My Sites\a b.kra")", "/s"}},
+        {R"(run.exe /out="a b" "/in=c d")", {"run.exe", R"(/out="a)", R"(b")", R"("/in=c d")"}},
+        {"\"C:\\\xD6l \xDF\\s.exe\" \xA0\xFF x", {"\"C:\\\xD6l \xDF\\s.exe\"", "\xA0\xFF", "x"}},
+        {R"("a"b c)", {R"("a"b)", "c"}},
+        {R"("a b"c d)", {R"("a b")", "c", "d"}},
+        {R"(x"a b" c)", {R"(x"a)", R"(b")", "c"}},
+        {R"("" a)", {R"("")", "a"}},
+        {"\"never closed", {"\"never", "closed"}},
+        {"\"a\r\n\tb\" c", {"\"a\r\n\tb\"", "c"}},
+    };
+    for (const auto& [text, words] : rows)
+        EXPECT_EQ(commandToken.matchesIn(text), words) << text;
+}
+
+TEST(Regexp, PlaceholdersGoWithTheQuotesAndBlanksTheyLeave) {
+    const struct {
+        const char *registered, *expected;
+    } rows[] = {
+        {"spider.exe", "spider.exe"},
+        {"spider.exe %1", "spider.exe"},
+        {"spider.exe \"%1\" %2 \"%9\"", "spider.exe"},
+        {"spider.exe %1%2%3%4%5%6%7%8%9", "spider.exe"},
+        {"spider.exe %1 /open", "spider.exe  /open"},
+        {"\"spider.exe\" /open \"%1\"", "\"spider.exe\" /open"},
+        {"\"spider.exe\" \"/open:%1\"", "\"spider.exe\" \"/open:\""},
+        {"spider.exe %0 %* %L %%", "spider.exe %0 %* %L %%"},
+        {"spider.exe %%1", "spider.exe %"},
+        {"spider.exe \"\" x", "spider.exe  x"}, // a pair of quotes goes wherever it came from
+        {"spider.exe \"%1\"\"%2\"", "spider.exe"},
+        {"spider.exe \"\"\"", "spider.exe \""},
+        {" \t\r\n\f\"spider.exe\" \f\r\n\t ", "\"spider.exe\""},
+        {"\v spider.exe", "\v spider.exe"},
+        {"%1", ""},
+        {"\"%1\"", ""},
+        {"\"%1\" %*", "%*"},
+        {"spider%12.exe", "spider2.exe"},
+    };
+    for (const auto& [registered, expected] : rows)
+        EXPECT_EQ(withoutPlaceholders(registered), expected) << registered;
+}
+
+// If the work grew with the square of the length, this would take longer than a test may.
+TEST(Regexp, MillionsOfEmptyQuotesGoAtOnce) {
+    constexpr std::size_t count = 2'000'000;
+    std::string command;
+    for (std::size_t i = 0; i < count; ++i)
+        command += "a\"\"";
+    EXPECT_EQ(withoutPlaceholders(command), std::string(count, 'a'));
 }
 
 } // namespace

@@ -1,11 +1,13 @@
 #include "lib/base/registry.h"
-#include "tests/support/allocations.h"
+#include "lib/base/registrystore.h"
 #include "tests/support/registrykey.h"
 
 #include <windows.h>
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -13,195 +15,266 @@ namespace base {
 namespace {
 
 using namespace std::string_literals;
-using test::RegistryTest;
 using test::StoredValue;
-using test::testsKey;
 
-// --- texts
+const HKEY user = HKEY_CURRENT_USER;
 
-TEST_F(RegistryTest, TextComesBackAsItWasWritten) {
+class Registry : public test::RegistryTest {
+protected:
+    static bool exists(const std::string& key) {
+        RegistryKey opened;
+        return RegOpenKeyExA(user, key.c_str(), 0, KEY_READ, opened.receive()) == ERROR_SUCCESS;
+    }
+
+    void expectStored(const char* name, DWORD type, DWORD size) const {
+        const StoredValue value = loadValue(name);
+        EXPECT_EQ(value.status, ERROR_SUCCESS);
+        EXPECT_EQ(value.type, type);
+        EXPECT_EQ(value.size, size);
+    }
+};
+
+// Texts
+
+TEST_F(Registry, TextComesBackAsItWasWritten) {
+    ASSERT_EQ(GetACP(), 1252U) << "the characters of this test are those of Western Europe";
+    std::string codePage;
+    for (int character = 0xA0; character <= 0xFF; ++character)
+        codePage += static_cast<char>(character);
     for (const std::string& text : {"text"s, "x"s, " with blanks "s, "quote \" and \\ and %1"s,
-                                    std::string(5000, 'l'), "line\r\nline"s}) {
-        EXPECT_TRUE(writeString(HKEY_CURRENT_USER, path("Value"), text));
+                                    std::string(5000, 'l'), "line\r\nline"s, codePage}) {
+        EXPECT_TRUE(writeString(user, path("Value"), text));
         std::string out = "old";
-        EXPECT_TRUE(readString(HKEY_CURRENT_USER, path("Value"), out));
+        EXPECT_TRUE(readString(user, path("Value"), out));
         EXPECT_EQ(out, text);
-        EXPECT_EQ(getString(HKEY_CURRENT_USER, path("Value")), text);
+        EXPECT_EQ(getString(user, path("Value")), text);
         EXPECT_EQ(loadValue("Value").type, DWORD{REG_SZ});
     }
+    EXPECT_TRUE(writeString(user, path("Value"), std::string_view("one two three").substr(4, 3)));
+    EXPECT_EQ(getString(user, path("Value")), "two");
 }
 
-TEST_F(RegistryTest, EveryTextTypeIsRead) {
-    storeValue("Plain", REG_SZ, "plain\0"s);
-    storeValue("Expand", REG_EXPAND_SZ, "%SystemRoot%\\x\0"s);
-    storeValue("Multi", REG_MULTI_SZ, "one\0two\0\0"s);
-    EXPECT_EQ(getString(HKEY_CURRENT_USER, path("Plain")), "plain");
-    EXPECT_EQ(getString(HKEY_CURRENT_USER, path("Expand")), "%SystemRoot%\\x");
-    EXPECT_EQ(getString(HKEY_CURRENT_USER, path("Multi")), "one\0two"s);
-}
-
-TEST_F(RegistryTest, TextOfAnyOtherTypeIsRefused) {
-    constexpr DWORD types[] = {REG_NONE, REG_BINARY, REG_DWORD, REG_DWORD_BIG_ENDIAN, REG_LINK, REG_QWORD};
-    for (const DWORD type : types) {
-        storeValue("Value", type, "1234"s);
+TEST_F(Registry, TextOfEachTextTypeIsReadWithoutItsZerosAndNotExpanded) {
+    const struct {
+        DWORD type;
+        std::string stored, expected;
+    } rows[] = {
+        {REG_SZ, "plain\0"s, "plain"},
+        {REG_EXPAND_SZ, "%SystemRoot%\\x\0"s, "%SystemRoot%\\x"},
+        {REG_MULTI_SZ, "one\0two\0\0"s, "one\0two"s},
+        {REG_SZ, "text\0\0\0\0"s, "text"},
+        {REG_SZ, "one\0two\0"s, "one\0two"s},
+        {REG_SZ, "\0\0"s, ""},
+    };
+    for (const auto& [type, stored, expected] : rows) {
+        storeValue("Value", type, stored);
         std::string out = "old";
-        EXPECT_FALSE(readString(HKEY_CURRENT_USER, path("Value"), out)) << type;
-        EXPECT_EQ(out, "old") << type;
-        EXPECT_EQ(getString(HKEY_CURRENT_USER, path("Value")), "") << type;
+        EXPECT_TRUE(readString(user, path("Value"), out)) << stored;
+        EXPECT_EQ(out, expected);
     }
 }
 
-TEST_F(RegistryTest, StringStoredWithTrailingZerosReadsBackWithoutThem) {
-    storeValue("Value", REG_SZ, "text\0\0\0\0"s);
-    EXPECT_EQ(getString(HKEY_CURRENT_USER, path("Value")), "text");
+TEST_F(Registry, TextsAndBytesAreReadOfTheirTypesOnly) {
+    for (const auto type : {REG_NONE, REG_SZ, REG_EXPAND_SZ, REG_BINARY, REG_DWORD, REG_DWORD_BIG_ENDIAN,
+                            REG_LINK, REG_MULTI_SZ, REG_QWORD}) {
+        storeValue("Value", static_cast<DWORD>(type), "12345678"s);
+        const bool isText = type == REG_SZ || type == REG_EXPAND_SZ || type == REG_MULTI_SZ;
+        std::string text = "old";
+        EXPECT_EQ(readString(user, path("Value"), text), isText) << type;
+        EXPECT_EQ(text, isText ? "12345678" : "old") << type;
+        std::string bytes = "old";
+        EXPECT_EQ(readBinary(user, path("Value"), bytes), type == REG_BINARY) << type;
+        EXPECT_EQ(bytes, type == REG_BINARY ? "12345678" : "old") << type;
+    }
 }
 
-TEST_F(RegistryTest, InnerZerosOfATextStay) {
-    storeValue("Value", REG_SZ, "one\0two\0"s);
-    EXPECT_EQ(getString(HKEY_CURRENT_USER, path("Value")), "one\0two"s);
-}
-
-TEST_F(RegistryTest, TextOfZerosAloneIsReadAsEmpty) {
-    storeValue("Value", REG_SZ, "\0\0"s);
+TEST_F(Registry, EmptyTextsAndBytesAreStoredWithLength0ButNotRead) {
+    ASSERT_TRUE(writeString(user, path("Text"), "not empty"));
+    EXPECT_TRUE(writeString(user, path("Text"), ""));
+    EXPECT_TRUE(writeBinary(user, path("Bytes"), {}));
+    expectStored("Text", REG_SZ, 0);
+    expectStored("Bytes", REG_BINARY, 0);
     std::string out = "old";
-    EXPECT_TRUE(readString(HKEY_CURRENT_USER, path("Value"), out));
-    EXPECT_EQ(out, "");
-}
-
-TEST_F(RegistryTest, TextOfLengthZeroIsNotRead) {
-    storeValue("Value", REG_SZ, "");
-    ASSERT_EQ(loadValue("Value").status, ERROR_SUCCESS);
-    std::string out = "old";
-    EXPECT_FALSE(readString(HKEY_CURRENT_USER, path("Value"), out));
+    EXPECT_FALSE(readString(user, path("Text"), out));
+    EXPECT_FALSE(readBinary(user, path("Bytes"), out));
     EXPECT_EQ(out, "old");
 }
 
-TEST_F(RegistryTest, EmptyTextIsStoredWithLengthZero) {
-    ASSERT_TRUE(writeString(HKEY_CURRENT_USER, path("Value"), "not empty"));
-    EXPECT_TRUE(writeString(HKEY_CURRENT_USER, path("Value"), ""));
-    const StoredValue value = loadValue("Value");
-    EXPECT_EQ(value.status, ERROR_SUCCESS);
-    EXPECT_EQ(value.type, DWORD{REG_SZ});
-    EXPECT_EQ(value.size, 0U);
-}
-
-TEST_F(RegistryTest, ViewIntoALongerTextIsWrittenAlone) {
-    const std::string text = "one two three";
-    EXPECT_TRUE(writeString(HKEY_CURRENT_USER, path("Value"), std::string_view(text).substr(4, 3)));
-    EXPECT_EQ(getString(HKEY_CURRENT_USER, path("Value")), "two");
-}
-
-TEST_F(RegistryTest, CharactersOfTheCodePageComeBack) {
-    std::string text;
-    for (int character = 0xA0; character <= 0xFF; ++character)
-        text += static_cast<char>(character);
-    ASSERT_EQ(GetACP(), 1252U) << "the characters of this test are those of Western Europe";
-    EXPECT_TRUE(writeString(HKEY_CURRENT_USER, path("Value"), text));
-    EXPECT_EQ(getString(HKEY_CURRENT_USER, path("Value")), text);
-}
-
-// --- numbers
-
-TEST_F(RegistryTest, NumberComesBackAsItWasWritten) {
-    for (const std::uint32_t number : {0U, 1U, 20U, 0x12345678U, 0x80000000U, 0xFFFFFFFFU}) {
-        EXPECT_TRUE(writeNumber(HKEY_CURRENT_USER, path("Value"), number));
-        std::uint32_t out = 99;
-        EXPECT_TRUE(readNumber(HKEY_CURRENT_USER, path("Value"), out));
-        EXPECT_EQ(out, number);
-        EXPECT_EQ(getNumber(HKEY_CURRENT_USER, path("Value"), 99), number);
-    }
-    const StoredValue value = loadValue("Value");
-    EXPECT_EQ(value.type, DWORD{REG_DWORD});
-    EXPECT_EQ(value.bytes, "\xff\xff\xff\xff");
-}
-
-TEST_F(RegistryTest, NumberIsReadFromAnyTypeOfAtMostFourBytes) {
-    storeValue("Text", REG_SZ, "abc\0"s);
-    storeValue("Binary", REG_BINARY, "\x01\x02\x03\x04");
-    storeValue("BigEndian", REG_DWORD_BIG_ENDIAN, "\x01\x02\x03\x04");
-    EXPECT_EQ(getNumber(HKEY_CURRENT_USER, path("Text"), 99), 0x00636261U);
-    EXPECT_EQ(getNumber(HKEY_CURRENT_USER, path("Binary"), 99), 0x04030201U);
-    EXPECT_EQ(getNumber(HKEY_CURRENT_USER, path("BigEndian"), 99), 0x04030201U);
-}
-
-TEST_F(RegistryTest, BytesThatANumberLacksAreZero) {
-    storeValue("Three", REG_BINARY, "\x01\x02\x03");
-    storeValue("One", REG_BINARY, "\xff");
-    storeValue("None", REG_BINARY, "");
-    std::uint32_t out = 0xAAAAAAAA;
-    EXPECT_TRUE(readNumber(HKEY_CURRENT_USER, path("Three"), out));
-    EXPECT_EQ(out, 0x00030201U);
-    EXPECT_EQ(getNumber(HKEY_CURRENT_USER, path("One"), 99), 0xFFU);
-    EXPECT_EQ(getNumber(HKEY_CURRENT_USER, path("None"), 99), 0U);
-}
-
-TEST_F(RegistryTest, NumberLargerThanFourBytesIsRefused) {
-    storeValue("Five", REG_BINARY, "12345");
-    storeValue("Eight", REG_QWORD, "12345678");
-    storeValue("Text", REG_SZ, "abcd\0"s);
-    for (const char* name : {"Five", "Eight", "Text"}) {
-        std::uint32_t out = 7;
-        EXPECT_FALSE(readNumber(HKEY_CURRENT_USER, path(name), out)) << name;
-        EXPECT_EQ(out, 7U) << name;
-        EXPECT_EQ(getNumber(HKEY_CURRENT_USER, path(name), 99), 99U) << name;
-    }
-}
-
-// --- bytes
-
-TEST_F(RegistryTest, BytesComeBackAsTheyWereWritten) {
+TEST_F(Registry, BytesComeBackAsTheyWereWritten) {
     std::string bytes;
     for (int byte = 0; byte < 256; ++byte)
         bytes += static_cast<char>(byte);
     bytes += "\0\0\0"s; // nothing is trimmed
-    EXPECT_TRUE(writeBinary(HKEY_CURRENT_USER, path("Value"), bytes));
+    EXPECT_TRUE(writeBinary(user, path("Value"), bytes));
     EXPECT_EQ(loadValue("Value").type, DWORD{REG_BINARY});
     std::string out = "old";
-    EXPECT_TRUE(readBinary(HKEY_CURRENT_USER, path("Value"), out));
+    EXPECT_TRUE(readBinary(user, path("Value"), out));
     EXPECT_EQ(out, bytes);
 }
 
-TEST_F(RegistryTest, BytesOfAnyOtherTypeAreRefused) {
-    constexpr DWORD types[] = {REG_NONE, REG_SZ, REG_EXPAND_SZ, REG_MULTI_SZ, REG_DWORD, REG_QWORD};
-    for (const DWORD type : types) {
-        storeValue("Value", type, "1234"s);
-        std::string out = "old";
-        EXPECT_FALSE(readBinary(HKEY_CURRENT_USER, path("Value"), out)) << type;
-        EXPECT_EQ(out, "old") << type;
+// Numbers
+
+TEST_F(Registry, NumberComesBackAsItWasWritten) {
+    for (const std::uint32_t number : {0U, 1U, 20U, 0x12345678U, 0x80000000U, 0xFFFFFFFFU}) {
+        EXPECT_TRUE(writeNumber(user, path("Value"), number));
+        std::uint32_t out = 99;
+        EXPECT_TRUE(readNumber(user, path("Value"), out));
+        EXPECT_EQ(out, number);
+        EXPECT_EQ(getNumber(user, path("Value"), 99), number);
+    }
+    expectStored("Value", REG_DWORD, 4);
+}
+
+TEST_F(Registry, NumberIsReadFromAtMostFourBytesOfAnyType) {
+    const struct {
+        DWORD type;
+        std::string bytes;
+        std::optional<std::uint32_t> expected;
+    } rows[] = {
+        {REG_SZ, "abc\0"s, 0x00636261},
+        {REG_BINARY, "\x01\x02\x03\x04", 0x04030201},
+        {REG_DWORD_BIG_ENDIAN, "\x01\x02\x03\x04", 0x04030201},
+        {REG_BINARY, "\x01\x02\x03", 0x00030201},
+        {REG_BINARY, "\xff", 0xFF},
+        {REG_BINARY, "", 0},
+        {REG_BINARY, "12345", {}},
+        {REG_QWORD, "12345678", {}},
+        {REG_SZ, "abcd\0"s, {}},
+    };
+    for (const auto& [type, bytes, expected] : rows) {
+        storeValue("Value", type, bytes);
+        std::uint32_t out = 7;
+        EXPECT_EQ(readNumber(user, path("Value"), out), expected.has_value()) << bytes;
+        EXPECT_EQ(out, expected.value_or(7)) << bytes;
+        EXPECT_EQ(getNumber(user, path("Value"), 99), expected.value_or(99)) << bytes;
     }
 }
 
-TEST_F(RegistryTest, NoBytesAreWrittenButNotRead) {
-    EXPECT_TRUE(writeBinary(HKEY_CURRENT_USER, path("Value"), {}));
-    const StoredValue value = loadValue("Value");
-    EXPECT_EQ(value.status, ERROR_SUCCESS);
-    EXPECT_EQ(value.type, DWORD{REG_BINARY});
-    EXPECT_EQ(value.size, 0U);
-    std::string out = "old";
-    EXPECT_FALSE(readBinary(HKEY_CURRENT_USER, path("Value"), out));
-    EXPECT_EQ(out, "old");
+// Keys
+
+TEST_F(Registry, MissingValueOrKeyIsNotReadNorMade) {
+    const auto expectMissing = [this](const std::string& where) {
+        std::string text = "old";
+        std::uint32_t number = 7;
+        EXPECT_FALSE(readString(user, where, text));
+        EXPECT_FALSE(readBinary(user, where, text));
+        EXPECT_FALSE(readNumber(user, where, number));
+        EXPECT_FALSE(deleteValue(user, where));
+        EXPECT_EQ(text, "old");
+        EXPECT_EQ(number, 7U);
+        EXPECT_EQ(getString(user, where), "");
+        EXPECT_EQ(getNumber(user, where, 99), 99U);
+    };
+    expectMissing(path("Value"));
+    EXPECT_FALSE(deleteKey(user, key_.path()));
+    EXPECT_FALSE(exists(key_.path()));
+    storeValue("Other", REG_SZ, "text\0"s);
+    expectMissing(path("Value"));
+    expectMissing(path(""));
 }
 
-TEST_F(RegistryTest, WithoutMemoryNothingIsRead) {
-    storeValue("S", REG_SZ, std::string(100, 's'));
-    storeValue("B", REG_BINARY, std::string(100, 'b'));
-    RegistryKey above;
-    ASSERT_EQ(RegOpenKeyExA(HKEY_CURRENT_USER, testsKey, 0, KEY_READ, above.receive()), ERROR_SUCCESS);
-    // Short enough for a string that allocates nothing.
-    const std::string name = key_.path().substr(std::size(testsKey));
-    ASSERT_LE(name.size(), 13U);
-    const std::string text = name + "\\S";
-    const std::string binary = name + "\\B";
-    std::string out = "old";
-    {
-        const test::RefusedAllocations refused;
-        EXPECT_FALSE(readString(above.get(), text, out));
-        EXPECT_FALSE(readBinary(above.get(), binary, out));
+TEST_F(Registry, PathIsSplitAtItsLastBackslash) {
+    EXPECT_TRUE(writeNumber(user, path("Deeper\\Still\\Value"), 5));
+    EXPECT_EQ(test::loadValue(user, path("Deeper\\Still"), "Value").bytes, "\x05\0\0\0"s);
+    EXPECT_EQ(getNumber(user, path("Deeper\\Still\\Value"), 0), 5U);
+    EXPECT_EQ(getNumber(user, path("Deeper\\Value"), 99), 99U);
+}
+
+TEST_F(Registry, PathWithNothingAfterABackslashOrWithoutOneNamesADefaultValue) {
+    EXPECT_TRUE(writeString(user, path(""), "default"));
+    EXPECT_EQ(loadValue("").bytes.substr(0, 7), "default");
+    EXPECT_EQ(getString(user, path("")), "default");
+    EXPECT_TRUE(deleteValue(user, path("")));
+    EXPECT_EQ(getString(user, path("")), "");
+
+    RegistryKey key;
+    ASSERT_EQ(RegOpenKeyExA(user, key_.path().c_str(), 0, KEY_ALL_ACCESS, key.receive()), ERROR_SUCCESS);
+    EXPECT_TRUE(writeString(key.get(), "Sub", "default of Sub"));
+    EXPECT_EQ(test::loadValue(user, path("Sub"), "").bytes.substr(0, 14), "default of Sub");
+    EXPECT_EQ(getString(key.get(), "Sub"), "default of Sub");
+    EXPECT_NE(loadValue("Sub").status, ERROR_SUCCESS) << "no value of that name";
+}
+
+TEST_F(Registry, KeysAreMadeWithTheirClass) {
+    ASSERT_TRUE(writeNumber(user, path("Value"), 5));
+    RegistryKey key;
+    ASSERT_EQ(RegOpenKeyExA(user, key_.path().c_str(), 0, KEY_READ, key.receive()), ERROR_SUCCESS);
+    char keyClass[100] = {};
+    DWORD size = sizeof keyClass;
+    ASSERT_EQ(RegQueryInfoKeyA(key.get(), keyClass, &size, nullptr, nullptr, nullptr, nullptr, nullptr,
+                               nullptr, nullptr, nullptr, nullptr),
+              ERROR_SUCCESS);
+    EXPECT_STREQ(keyClass, "REG_SZ");
+}
+
+TEST_F(Registry, WriteFailsWhereNoKeyCanBe) {
+    const std::string tooLong = path(std::string(300, 'k') + "\\Value");
+    EXPECT_FALSE(writeString(user, tooLong, "text"));
+    EXPECT_FALSE(writeNumber(user, tooLong, 1));
+    EXPECT_FALSE(writeBinary(user, tooLong, "bytes"));
+}
+
+TEST_F(Registry, ValueIsDeletedAlone) {
+    storeValue("Gone", REG_SZ, "text\0"s);
+    storeValue("Kept", REG_SZ, "text\0"s);
+    EXPECT_TRUE(deleteValue(user, path("Gone")));
+    EXPECT_EQ(loadValue("Gone").status, ERROR_FILE_NOT_FOUND);
+    EXPECT_EQ(loadValue("Kept").status, ERROR_SUCCESS);
+}
+
+TEST_F(Registry, KeyIsDeletedWithAllBelowIt) {
+    for (const char* end : {"", "\\"}) {
+        ASSERT_TRUE(writeNumber(user, path("Outcomes\\1\\Error"), 1));
+        ASSERT_TRUE(writeNumber(user, path("Outcomes\\2\\Deeper\\Error"), 1));
+        EXPECT_TRUE(deleteKey(user, path("Outcomes") + end));
+        EXPECT_FALSE(exists(path("Outcomes")));
+        EXPECT_TRUE(exists(key_.path()));
+        EXPECT_FALSE(deleteKey(user, path("Outcomes") + end));
     }
-    EXPECT_EQ(out, "old");
-    EXPECT_TRUE(readString(above.get(), text, out));
-    EXPECT_TRUE(readBinary(above.get(), binary, out));
-    EXPECT_EQ(out, std::string(100, 'b'));
+}
+
+// Stores
+
+TEST_F(Registry, StoreEntersAndLeavesNames) {
+    const struct {
+        const char *path, *name, *entered, *left;
+    } rows[] = {{"Software\\x", "Value", "Software\\x\\Value", "Software\\x"},
+                {"", "Software", "Software", ""},
+                {"Software", "", "Software\\", "Software"},
+                {"Software\\", "Value", "Software\\\\Value", "Software\\"}};
+    for (const auto& row : rows) {
+        RegistryStore store(user, row.path);
+        EXPECT_EQ(store.root(), user);
+        store.enter(row.name);
+        EXPECT_EQ(store.path(), row.entered);
+        store.leave(row.name);
+        EXPECT_EQ(store.path(), row.left);
+        store.leave("longer than the whole path");
+        EXPECT_EQ(store.path(), "");
+    }
+}
+
+TEST_F(Registry, StoreReadsAndWritesTheValuesOfItsPathAndThatOfItsOwnName) {
+    RegistryStore store(user, path("State"));
+    const std::string block(61, '\0');
+    EXPECT_TRUE(store.writeBinaryHere(block));
+    EXPECT_TRUE(store.writeNumber("WaitTime", 30));
+    EXPECT_TRUE(store.writeString("Text", "text"));
+    EXPECT_EQ(loadValue("State").bytes, block);
+    EXPECT_EQ(getNumber(user, path("State\\WaitTime"), 0), 30U);
+    EXPECT_EQ(getString(user, path("State\\Text")), "text");
+
+    std::uint32_t number = 0;
+    std::string text, bytes;
+    EXPECT_TRUE(store.readNumber("WaitTime", number));
+    EXPECT_TRUE(store.readString("Text", text));
+    EXPECT_TRUE(store.readBinaryHere(bytes));
+    EXPECT_FALSE(store.readNumber("Missing", number));
+    EXPECT_FALSE(store.readString("Missing", text));
+    EXPECT_EQ(number, 30U);
+    EXPECT_EQ(text, "text");
+    EXPECT_EQ(bytes, block);
+    EXPECT_EQ(store.path(), path("State")) << "each call leaves the path as it was";
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 // A process for the tests to start. Its first argument says what it does, see main.
 #include "lib/base/handles.h"
+#include "tests/support/patience.h"
 
 #include <windows.h>
 
@@ -55,18 +56,12 @@ int main(int count, char** arguments) {
     const char* const argument = count > 2 ? arguments[2] : "";
     if (command == "exit") // CODE
         ExitProcess(std::strtoul(argument, nullptr, 10));
-    if (command == "sleep") { // MILLISECONDS
-        Sleep(std::strtoul(argument, nullptr, 10));
-        return 5;
-    }
     if (command == "report-and-sleep") // FILE
         return report(argument) + static_cast<int>(SleepEx(INFINITE, FALSE));
     if (command == "report") // FILE
         return report(argument);
     if (command == "copy-input")
         return copyInput();
-    if (command == "write-output")
-        return writeTo(STD_OUTPUT_HANDLE, "output");
     if (command == "write-error")
         return writeTo(STD_ERROR_HANDLE, "error");
     if (command == "set") // HANDLE of an event
@@ -79,7 +74,9 @@ int main(int count, char** arguments) {
     if (command == "answer") { // NAME of an event to wait for, NAME of the one to set then
         const base::KernelHandle question(OpenEventA(SYNCHRONIZE, FALSE, argument));
         const base::KernelHandle answer(OpenEventA(EVENT_MODIFY_STATE, FALSE, count > 3 ? arguments[3] : ""));
-        return WaitForSingleObject(question.get(), 10'000) == WAIT_OBJECT_0 && SetEvent(answer.get()) ? 0 : 1;
+        return WaitForSingleObject(question.get(), test::patience) == WAIT_OBJECT_0 && SetEvent(answer.get())
+                   ? 5
+                   : 1;
     }
     if (command == "has-mutex") { // NAME
         const base::KernelHandle mutex(OpenMutexA(SYNCHRONIZE, FALSE, argument));

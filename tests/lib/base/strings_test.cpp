@@ -1,121 +1,96 @@
 #include "lib/base/locale.h"
 #include "lib/base/strings.h"
+#include "tests/support/allocations.h"
 
 #include <gtest/gtest.h>
 
+#include <cctype>
+#include <cstdint>
 #include <limits>
 #include <string>
+#include <string_view>
 
 namespace base {
 namespace {
 
-TEST(Whitespace, HasFiveCharacters) {
-    EXPECT_EQ(whitespace, std::string_view(" \r\n\t\f"));
-}
-
-TEST(InvalidFileNameChars, HasNineCharacters) {
+TEST(Strings, SharedCharacterSets) {
+    EXPECT_EQ(whitespace, " \r\n\t\f");
     EXPECT_EQ(invalidFileNameChars, R"(\/:*?"<>|)");
-    EXPECT_EQ(invalidFileNameChars.size(), 9U);
 }
 
-TEST(Trim, TakesTheSetFromBothEnds) {
-    EXPECT_EQ(trim(" \r\n\t\fa b \r\n\t\f", whitespace), "a b");
-    EXPECT_EQ(trim("a b", whitespace), "a b");
-    EXPECT_EQ(trim("", whitespace), "");
-    EXPECT_EQ(trim("xyaxybyx", "xy"), "axyb");
-    EXPECT_EQ(trim(" a ", ""), " a ");
+TEST(Strings, TrimTakesTheSetFromItsEnds) {
+    const struct {
+        const char *text, *set, *left, *right, *both;
+    } rows[] = {
+        {" \r\n\t\fa b \r\n\t\f", " \r\n\t\f", "a b \r\n\t\f", " \r\n\t\fa b", "a b"},
+        {"a b", " ", "a b", "a b", "a b"},
+        {"", " ", "", "", ""},
+        {" \r\n\t\f \t", " \r\n\t\f", "", "", ""},
+        {"xyaxybyx", "xy", "axybyx", "xyaxyb", "axyb"},
+        {" a ", "", " a ", " a ", " a "},
+        {"\va\v", " \r\n\t\f", "\va\v", "\va\v", "\va\v"},
+        {" \xA0\xE4\xFF ", " ", "\xA0\xE4\xFF ", " \xA0\xE4\xFF", "\xA0\xE4\xFF"},
+        {"\xFFx\xFF", "\xFF", "x\xFF", "\xFFx", "x"},
+    };
+    for (const auto& [text, set, left, right, both] : rows) {
+        EXPECT_EQ(trim(text, set), both) << text;
+        std::string inPlace = text;
+        trimLeft(inPlace, set);
+        EXPECT_EQ(inPlace, left);
+        inPlace = text;
+        trimRight(inPlace, set);
+        EXPECT_EQ(inPlace, right);
+    }
 }
 
-TEST(Trim, LeavesTheVerticalTab) {
-    EXPECT_EQ(trim("\va\v", whitespace), "\va\v");
-}
-
-TEST(Trim, TextOfWhitespaceOnlyIsEmpty) {
-    EXPECT_EQ(trim(" \r\n\t\f \t", whitespace), "");
-}
-
-TEST(Trim, LeavesBytesAboveAscii) {
-    EXPECT_EQ(trim(" \xA0\xE4\xFF ", whitespace), "\xA0\xE4\xFF");
-    EXPECT_EQ(trim("\xFFx\xFF", "\xFF"), "x");
-}
-
-TEST(TrimRight, TakesTheSetFromTheEndInPlace) {
-    std::string text = " a b \t";
-    trimRight(text, whitespace);
-    EXPECT_EQ(text, " a b");
-    trimRight(text, "b");
-    EXPECT_EQ(text, " a ");
-    text = " \t";
-    trimRight(text, whitespace);
-    EXPECT_EQ(text, "");
-    trimRight(text, whitespace);
-    EXPECT_EQ(text, "");
-}
-
-TEST(TrimLeft, TakesTheSetFromTheStartInPlace) {
-    std::string text = "\t a b ";
-    trimLeft(text, whitespace);
-    EXPECT_EQ(text, "a b ");
-    trimLeft(text, "a");
-    EXPECT_EQ(text, " b ");
-    text = " \t";
-    trimLeft(text, whitespace);
-    EXPECT_EQ(text, "");
-    trimLeft(text, whitespace);
-    EXPECT_EQ(text, "");
-}
-
-TEST(ToLower, LowersLettersInPlace) {
+TEST(Strings, ToLowerTakesEveryCharacterFromTheCodePage) {
     std::string text = "C:\\AbC@[`{Z9.KRA";
     toLower(text);
     EXPECT_EQ(text, "c:\\abc@[`{z9.kra");
-}
-
-TEST(ToLower, TakesEveryCharacterFromTheCodePage) {
-    std::string text;
-    std::string expected;
+    std::string all, expected;
     for (int code = 0; code < 256; ++code) {
-        text += static_cast<char>(code);
+        all += static_cast<char>(code);
         expected += lowerCase(static_cast<char>(code));
     }
-    toLower(text);
-    EXPECT_EQ(text, expected);
+    toLower(all);
+    EXPECT_EQ(all, expected);
 }
 
-struct IntegerCase {
-    const char* text;
-    int base;
-    std::int64_t expected;
-};
-
-class ToInteger : public testing::TestWithParam<IntegerCase> {};
-
-TEST_P(ToInteger, ReadsTheNumberAtTheStart) {
-    const IntegerCase& row = GetParam();
-    EXPECT_EQ(toInteger(row.text, row.base), row.expected) << '"' << row.text << "\" in base " << row.base;
+TEST(Strings, ToIntegerReadsTheNumberAtTheStartAndWrapsAround) {
+    const struct {
+        const char* text;
+        int base;
+        std::int64_t expected;
+    } rows[] = {{"  -42abc", 10, -42},
+                {"ff", 16, 255},
+                {"z", 36, 35},
+                {"- 5", 10, 0},
+                {"", 10, 0},
+                {"-", 10, 0},
+                {"abc", 10, 0},
+                {"+7", 10, 7},
+                {"+-7", 10, 0},
+                {"--7", 10, 0},
+                {" \t\n\v\f\r12", 10, 12},
+                {"12 34", 10, 12},
+                {"007", 10, 7},
+                {"FfG", 16, 255},
+                {"0x10", 16, 0},
+                {"1012", 2, 5},
+                {"778", 8, 63},
+                {"a9b", 11, 119},
+                {"ZZ", 36, 1295},
+                {"5a", 10, 5}};
+    for (const auto& [text, base, expected] : rows)
+        EXPECT_EQ(toInteger(text, base), expected) << '"' << text << "\" in base " << base;
+    EXPECT_EQ(toInteger("9223372036854775807", 10), std::numeric_limits<std::int64_t>::max());
+    EXPECT_EQ(toInteger("9223372036854775808", 10), std::numeric_limits<std::int64_t>::min());
+    EXPECT_EQ(toInteger("-9223372036854775808", 10), std::numeric_limits<std::int64_t>::min());
+    EXPECT_EQ(toInteger("-18446744073709551617", 10), -1);
+    EXPECT_EQ(toInteger("10000000000000000", 16), 0);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Table, ToInteger,
-    testing::Values(IntegerCase{"  -42abc", 10, -42}, IntegerCase{"ff", 16, 255}, IntegerCase{"z", 36, 35},
-                    IntegerCase{"- 5", 10, 0}, IntegerCase{"", 10, 0}, IntegerCase{"-", 10, 0},
-                    IntegerCase{"abc", 10, 0}, IntegerCase{"+7", 10, 7}, IntegerCase{"+-7", 10, 0},
-                    IntegerCase{"--7", 10, 0}, IntegerCase{" \t\n\v\f\r12", 10, 12},
-                    IntegerCase{"\x08"
-                                "12",
-                                10, 0},
-                    IntegerCase{"\x0E"
-                                "12",
-                                10, 0},
-                    IntegerCase{"12 34", 10, 12}, IntegerCase{"007", 10, 7}, IntegerCase{"9/:", 10, 9},
-                    IntegerCase{"FfG", 16, 255}, IntegerCase{"0x10", 16, 0}, IntegerCase{"1012", 2, 5},
-                    IntegerCase{"778", 8, 63}, IntegerCase{"a9b", 11, 119}, IntegerCase{"ZZ", 36, 1295},
-                    IntegerCase{"z{", 36, 35}, IntegerCase{"a@", 16, 10}, IntegerCase{"5a", 10, 5},
-                    IntegerCase{"\xB2", 10, 0}, IntegerCase{"\xE1", 36, 0},
-                    IntegerCase{"9223372036854775807", 10, std::numeric_limits<std::int64_t>::max()},
-                    IntegerCase{"-9223372036854775808", 10, std::numeric_limits<std::int64_t>::min()}));
-
-/// Zero to nine, then the letters in either case; 99 for what is a digit in no base.
+/// 0 to 9, then the letters in either case; 99 for no digit of any base.
 int digitIn36(int code) {
     if (code >= '0' && code <= '9')
         return code - '0';
@@ -124,7 +99,7 @@ int digitIn36(int code) {
     return code >= 'A' && code <= 'Z' ? code - 'A' + 10 : 99;
 }
 
-TEST(ToIntegerDigits, AreThoseOfTheBase) {
+TEST(Strings, ToIntegerTakesTheDigitsOfTheBase) {
     for (int base = 2; base <= 36; ++base)
         for (int code = 0; code < 256; ++code) {
             const std::string text = std::string("1") + static_cast<char>(code) + "1";
@@ -134,7 +109,7 @@ TEST(ToIntegerDigits, AreThoseOfTheBase) {
         }
 }
 
-TEST(ToIntegerStart, SkipsBlanksAndTheControlCharactersFrom9To13Only) {
+TEST(Strings, ToIntegerSkipsBlanksAndTheControlCharacters9To13) {
     for (int code = 0; code < 256; ++code) {
         if (digitIn36(code) < 10 || code == '+' || code == '-')
             continue;
@@ -143,61 +118,148 @@ TEST(ToIntegerStart, SkipsBlanksAndTheControlCharactersFrom9To13Only) {
     }
 }
 
-TEST(ToIntegerOverflow, WrapsAround) {
-    EXPECT_EQ(toInteger("18446744073709551617", 10), 1);
-    EXPECT_EQ(toInteger("-18446744073709551617", 10), -1);
-    EXPECT_EQ(toInteger("9223372036854775808", 10), std::numeric_limits<std::int64_t>::min());
-    EXPECT_EQ(toInteger("1FFFFFFFFFFFFFFFF", 16), -1);
-    EXPECT_EQ(toInteger("10000000000000000", 16), 0);
-    EXPECT_EQ(toInteger(std::string(1000, 'z'), 36), toInteger(std::string(999, 'z'), 36) * 36 + 35);
+TEST(Strings, FillOverwritesAndAppendsUpToTheCount) {
+    const struct {
+        const char* text;
+        std::uint32_t count;
+        const char* expected;
+    } rows[] = {
+        {"", 3, "xxx"}, {"ab", 4, "xxxx"}, {"ab", 2, "xx"}, {"abcdef", 2, "xxcdef"}, {"abc", 0, "abc"}};
+    for (const auto& [before, count, expected] : rows) {
+        std::string text = before;
+        fill(text, count, 'x');
+        EXPECT_EQ(text, expected) << before;
+    }
 }
 
-TEST(Fill, AppendsUpToTheCount) {
-    std::string text;
-    fill(text, 3, 'x');
-    EXPECT_EQ(text, "xxx");
-    text = "ab";
-    fill(text, 4, '-');
-    EXPECT_EQ(text, "----");
-    text = "ab";
-    fill(text, 2, '-');
-    EXPECT_EQ(text, "--");
+TEST(Strings, PieceAtCutsAtEachSeparator) {
+    const struct {
+        const char* text;
+        std::uint32_t n;
+        char separator;
+        const char* expected;
+    } rows[] = {{"Sun Nov 6 08:49:37 1994", 0, ' ', "Sun"},
+                {"Sun Nov 6 08:49:37 1994", 1, ' ', "Nov"},
+                {"Sun Nov 6 08:49:37 1994", 4, ' ', "1994"},
+                {"Sun Nov 6 08:49:37 1994", 5, ' ', ""},
+                {"a", 1000, ' ', ""},
+                {"a b", 0, '|', "a b"},
+                {"a b", 1, '|', ""},
+                {"", 0, ' ', ""},
+                {"Nov  6", 0, ' ', "Nov"},
+                {"Nov  6", 1, ' ', ""},
+                {"Nov  6", 2, ' ', "6"},
+                {"/a/", 0, '/', ""},
+                {"/a/", 1, '/', "a"},
+                {"/a/", 2, '/', ""},
+                {"/a/", 3, '/', ""},
+                {"a\xFF\xE4", 1, '\xFF', "\xE4"}};
+    for (const auto& [text, n, separator, expected] : rows)
+        EXPECT_EQ(pieceAt(text, n, separator), expected) << text << ' ' << n;
 }
 
-TEST(Fill, LongerTextKeepsItsTail) {
-    std::string text = "abcdef";
-    fill(text, 2, '*');
-    EXPECT_EQ(text, "**cdef");
-    fill(text, 0, '?');
-    EXPECT_EQ(text, "**cdef");
-    fill(text, 6, '\xFF');
-    EXPECT_EQ(text, "\xFF\xFF\xFF\xFF\xFF\xFF");
+int sign(int number) {
+    return (number > 0) - (number < 0);
 }
 
-TEST(PieceAt, CutsAtEachSeparator) {
-    constexpr std::string_view text = "Sun Nov 6 08:49:37 1994";
-    EXPECT_EQ(pieceAt(text, 0, ' '), "Sun");
-    EXPECT_EQ(pieceAt(text, 1, ' '), "Nov");
-    EXPECT_EQ(pieceAt(text, 4, ' '), "1994");
-    EXPECT_EQ(pieceAt(text, 5, ' '), "");
-    EXPECT_EQ(pieceAt(text, 1000, ' '), "");
-    EXPECT_EQ(pieceAt(text, 0, '|'), text);
-    EXPECT_EQ(pieceAt(text, 1, '|'), "");
-    EXPECT_EQ(pieceAt("", 0, ' '), "");
+TEST(Strings, CompareNoCaseComparesLoweredCharactersAndSortsAPrefixFirst) {
+    const struct {
+        std::string a, b;
+        int expected;
+    } rows[] = {{"Spider.KRA", "sPIDER.kra", 0},
+                {"", "", 0},
+                {"abC1", "ABc2", -1},
+                {"abc", "ABCD", -1},
+                {"ABCD", "abc", 1},
+                {"", "a", -1},
+                {"b", "abc", 1},
+                {std::string("x\0a", 3), std::string("X\0B", 3), -1}};
+    for (const auto& [a, b, expected] : rows)
+        EXPECT_EQ(sign(compareNoCase(a, b)), expected) << a << ' ' << b;
 }
 
-TEST(PieceAt, TwoSeparatorsInARowHaveAnEmptyPieceBetween) {
-    EXPECT_EQ(pieceAt("Nov  6", 0, ' '), "Nov");
-    EXPECT_EQ(pieceAt("Nov  6", 1, ' '), "");
-    EXPECT_EQ(pieceAt("Nov  6", 2, ' '), "6");
+TEST(Strings, EveryByteIsComparedAsUnsignedAndLowered) {
+    for (int a = 0; a < 256; ++a)
+        for (int b = 0; b < 256; ++b) {
+            const std::string x(1, static_cast<char>(a));
+            const std::string y(1, static_cast<char>(b));
+            const int order = std::tolower(a) - std::tolower(b);
+            ASSERT_EQ(sign(compareNoCase(x, y)), sign(order)) << a << ' ' << b;
+            ASSERT_EQ(startsWithNoCase(x + 'x', y), order == 0) << a << ' ' << b;
+            ASSERT_EQ(endsWithNoCase('x' + x, y), order == 0) << a << ' ' << b;
+            ASSERT_EQ(findNoCase(x, y), order == 0 ? 0 : notFound) << a << ' ' << b;
+        }
 }
 
-TEST(PieceAt, SeparatorsAtTheEndsHaveEmptyPiecesBeside) {
-    EXPECT_EQ(pieceAt("/a/", 0, '/'), "");
-    EXPECT_EQ(pieceAt("/a/", 1, '/'), "a");
-    EXPECT_EQ(pieceAt("/a/", 2, '/'), "");
-    EXPECT_EQ(pieceAt("/a/", 3, '/'), "");
-    EXPECT_EQ(pieceAt("a\xFF\xE4", 1, '\xFF'), "\xE4");
+TEST(Strings, StartsAndEndsAreComparedWithoutCase) {
+    const struct {
+        std::string text, part;
+        bool starts, ends;
+    } rows[] = {{"RUN:notepad", "run:", true, false},
+                {"run:", "RUN:", true, true},
+                {"run", "", true, true},
+                {"", "", true, true},
+                {"run", "run:", false, false},
+                {"xrun:", "run:", false, true},
+                {"", "r", false, false},
+                {"08:49:37 Gmt", "gmt", false, true},
+                {"mt", "gmt", false, false},
+                {"gmt ", "gmt", true, false},
+                {std::string("x\0a", 3), std::string("X\0B", 3), false, false}};
+    for (const auto& [text, part, starts, ends] : rows) {
+        EXPECT_EQ(startsWithNoCase(text, part), starts) << text << ' ' << part;
+        EXPECT_EQ(endsWithNoCase(text, part), ends) << text << ' ' << part;
+    }
+}
+
+TEST(Strings, FindNoCaseGivesTheFirstPositionFromOneToBelowALimit) {
+    EXPECT_EQ(notFound, 0xFFFFFFFFU);
+    EXPECT_EQ(findNoCase(std::string("X\0B", 3), "b"), 2U);
+    const struct {
+        const char *text, *what;
+        std::uint32_t from, limit, expected;
+    } rows[] = {{"P.M.", "p.m", 0, notFound, 0},
+                {"9:05 pM", "Pm", 0, notFound, 5},
+                {"abcabc", "ABC", 0, notFound, 0},
+                {"abcabc", "ABC", 1, notFound, 3},
+                {"abcabc", "abc", 3, notFound, 3},
+                {"abcabc", "abc", 4, notFound, notFound},
+                {"aab", "ab", 0, notFound, 1},
+                {"abcabc", "abc", 1, 3, notFound},
+                {"abcabc", "abc", 1, 4, 3},
+                {"abc", "abc", 0, 0, notFound},
+                {"abc", "abc", 0, 1, 0},
+                {"abc", "x", 0, notFound, notFound},
+                {"abc", "", 0, notFound, notFound},
+                {"", "", 0, notFound, notFound},
+                {"", "a", 0, notFound, notFound},
+                {"ab", "abc", 0, notFound, notFound},
+                {"abc", "c", 2, notFound, 2},
+                {"abc", "c", 3, notFound, notFound},
+                {"abc", "c", 4, notFound, notFound},
+                {"abc", "c", notFound, notFound, notFound},
+                {"abcabc", "abc", 3, 3, notFound},
+                {"abcabc", "abc", 3, 2, notFound},
+                {"xabc", "abc", 0, 2, 1},
+                {"xabc", "abc", 0, 1, notFound}};
+    for (const auto& [text, what, from, limit, expected] : rows)
+        EXPECT_EQ(findNoCase(text, what, from, limit), expected)
+            << '"' << what << "\" in \"" << text << "\" from " << from << " below " << limit;
+}
+
+TEST(Strings, ComparisonWithoutCaseAllocatesNothing) {
+    const std::string text(10'000, 'A');
+    const std::string other = std::string(9'999, 'a') + 'b';
+    const std::size_t before = test::allocationCount;
+    const int order = compareNoCase(text, other);
+    const std::uint32_t position = findNoCase(other, "aB");
+    const bool starts = startsWithNoCase(text, other);
+    const bool ends = endsWithNoCase(text, other);
+    EXPECT_EQ(test::allocationCount, before);
+    EXPECT_LT(order, 0);
+    EXPECT_EQ(position, 9'998U);
+    EXPECT_FALSE(starts);
+    EXPECT_FALSE(ends);
 }
 
 } // namespace

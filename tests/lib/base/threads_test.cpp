@@ -1,119 +1,233 @@
 #include "lib/base/handles.h"
 #include "lib/base/threads.h"
-#include "tests/lib/base/runonthread.h"
-#include "tests/support/allocations.h"
-#include "tests/support/importedfunctions.h"
+#include "tests/support/memoryuse.h"
 #include "tests/support/patience.h"
+#include "tests/support/runonthread.h"
 
 #include <windows.h>
 
-#include <process.h>
+#include <gmock/gmock.h>
 
-#include <gtest/gtest.h>
-
+#include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
+#include <functional>
+#include <malloc.h>
+#include <memory>
+#include <set>
 #include <stdexcept>
-
-namespace {
-
-bool threadsStart = true;
-
-std::uintptr_t beginThreadUnlessRefused(void(__cdecl* function)(void*), unsigned stackSize, void* argument) {
-    static const auto original =
-        test::platformFunction<decltype(&_beginthread)>("msvcrt.dll", "_beginthread");
-    return threadsStart ? original(function, stackSize, argument) : base::threadFailed;
-}
-
-} // namespace
-
-SCHEDULER_REPLACE_IMPORT(_beginthread, "__beginthread", beginThreadUnlessRefused);
+#include <string>
+#include <vector>
 
 namespace base {
 namespace {
 
+using test::committedBytes;
 using test::patience;
 using test::runOnThread;
 
-TEST(StartThread, CallsTheFunctionWithItsArgumentOnAnotherThread) {
-    DWORD thread = 0;
-    int argument = 0;
-    ASSERT_TRUE(runOnThread([&] {
-        thread = GetCurrentThreadId();
-        argument = 42;
-    }));
-    EXPECT_EQ(argument, 42);
-    EXPECT_NE(thread, GetCurrentThreadId());
+constexpr std::size_t megabyte = 1 << 20;
+constexpr std::size_t tooMuch = 0xFFFFFFF0;
+
+// Threads
+
+TEST(Threads, FunctionIsCalledWithItsArgumentOnAnotherThread) {
+    struct Call {
+        DWORD thread = 0;
+        KernelHandle done{CreateEventA(nullptr, TRUE, FALSE, nullptr)};
+    } call;
+    const auto function = [](void* argument) {
+        auto& c = *static_cast<Call*>(argument);
+        c.thread = GetCurrentThreadId();
+        SetEvent(c.done.get());
+    };
+    ASSERT_NE(startThread(function, &call), threadFailed);
+    ASSERT_EQ(WaitForSingleObject(call.done.get(), patience), WAIT_OBJECT_0);
+    EXPECT_NE(call.thread, GetCurrentThreadId());
 }
 
-TEST(StartThread, PassesANullArgument) {
-    static KernelHandle called(CreateEventA(nullptr, TRUE, FALSE, nullptr));
-    static void* passed = &called;
-    ASSERT_NE(startThread(
-                  [](void* argument) {
-                      passed = argument;
-                      SetEvent(called.get());
-                  },
-                  nullptr),
-              threadFailed);
-    ASSERT_EQ(WaitForSingleObject(called.get(), patience), WAIT_OBJECT_0);
-    EXPECT_EQ(passed, nullptr);
+TEST(Threads, ManyRunSideBySide) {
+    constexpr LONG threads = 20;
+    LONG arrived = 0;
+    const KernelHandle all(CreateEventA(nullptr, TRUE, FALSE, nullptr));
+    // Each waits for the last one.
+    const auto meet = [&] {
+        if (InterlockedIncrement(&arrived) == threads)
+            SetEvent(all.get());
+        EXPECT_EQ(WaitForSingleObject(all.get(), patience), WAIT_OBJECT_0);
+    };
+    std::vector<std::unique_ptr<test::ThreadRun>> runs;
+    for (LONG i = 0; i < threads; ++i)
+        runs.push_back(std::make_unique<test::ThreadRun>(meet));
+    for (const auto& run : runs)
+        EXPECT_TRUE(run->wait());
 }
 
-TEST(StartThread, ManyRunSideBySide) {
-    static constexpr LONG threads = 20;
-    struct Meeting {
-        LONG arrived = 0;
-        LONG left = 0;
-        KernelHandle all{CreateEventA(nullptr, TRUE, FALSE, nullptr)};
-        KernelHandle gone{CreateEventA(nullptr, TRUE, FALSE, nullptr)};
-    } meeting;
-    for (LONG i = 0; i < threads; ++i) {
-        ASSERT_NE(startThread(
-                      [](void* argument) {
-                          auto& m = *static_cast<Meeting*>(argument);
-                          if (InterlockedIncrement(&m.arrived) == threads)
-                              SetEvent(m.all.get());
-                          WaitForSingleObject(m.all.get(), patience);
-                          if (InterlockedIncrement(&m.left) == threads)
-                              SetEvent(m.gone.get());
-                      },
-                      &meeting),
-                  threadFailed);
-    }
-    // Each waits for the last one, so that they have all been there at once.
-    EXPECT_EQ(WaitForSingleObject(meeting.all.get(), patience), WAIT_OBJECT_0);
-    EXPECT_EQ(WaitForSingleObject(meeting.gone.get(), patience), WAIT_OBJECT_0);
-}
-
-TEST(StartThread, ExceptionEndsTheThreadAlone) {
+TEST(Threads, ExceptionEndsItsThreadAlone) {
     EXPECT_TRUE(runOnThread([] { throw std::runtime_error("not for the runtime"); }));
 }
 
-TEST(StartThread, WithoutMemoryTheThreadDoesNothing) {
-    static bool called = false;
-    std::uintptr_t thread = threadFailed;
-    {
-        const test::RefusedAllocations refused;
-        thread = startThread([](void*) { called = true; }, nullptr);
-    }
-    EXPECT_NE(thread, threadFailed);
-    // Signalled, or closed by the runtime already: the thread is over.
-    EXPECT_NE(WaitForSingleObject(reinterpret_cast<HANDLE>(thread), patience), DWORD{WAIT_TIMEOUT});
-    EXPECT_FALSE(called);
+// Rings of scratch buffers
+
+/// Allocations that `work` makes in all rings.
+std::uint32_t allocationsOf(const std::function<void()>& work) {
+    const std::uint32_t before = scratchAllocationCount();
+    work();
+    return scratchAllocationCount() - before;
 }
 
-TEST(StartThread, FailureLeavesNothingBehind) {
-    static bool called = false;
-    const std::size_t allocated = test::allocationCount;
-    const std::size_t freed = test::deallocationCount;
-    threadsStart = false;
-    const std::uintptr_t thread = startThread([](void*) { called = true; }, nullptr);
-    threadsStart = true;
-    EXPECT_EQ(test::allocationCount - allocated, 1U);
-    EXPECT_EQ(test::deallocationCount - freed, 1U);
-    EXPECT_EQ(thread, threadFailed);
-    EXPECT_FALSE(called);
+/// Asks for so many small ones, which brings a ring back to the slot before the last.
+void ask15(ScratchRing& ring) {
+    for (int i = 0; i < 15; ++i)
+        ring.buffer(1);
+}
+
+TEST(Threads, RingHandsOut16BuffersInTurn) {
+    ScratchRing ring;
+    std::vector<void*> buffers;
+    for (char i = 0; i < 16; ++i) {
+        buffers.push_back(ring.buffer(100));
+        std::memset(buffers.back(), i, 100);
+    }
+    EXPECT_EQ(std::set<void*>(buffers.begin(), buffers.end()).size(), 16U);
+    for (char i = 0; i < 16; ++i) {
+        void* const buffer = ring.buffer(100);
+        EXPECT_EQ(buffer, buffers[static_cast<std::size_t>(i)]);
+        EXPECT_EQ(std::string(static_cast<char*>(buffer), 100), std::string(100, i)) << "it is as it was";
+    }
+}
+
+std::size_t sizeOf(void* buffer) {
+    return buffer ? _msize(buffer) : 0; // a new slot is a buffer of size 0
+}
+
+TEST(Threads, RingKeepsABufferOrReplacesItByOneOfTheSizeAskedFor) {
+    const struct {
+        std::size_t first, second;
+        bool kept;
+    } rows[] = {{10, 10, true},      {10, 9, true},      {10, 0, true},       {10, 11, false},
+                {2048, 1, true},     {2048, 2048, true}, {2048, 2049, false}, {2049, 1366, true},
+                {2049, 1365, false}, {2049, 1, false},   {2049, 0, false},    {3000, 3000, true},
+                {3000, 2500, true},  {3000, 2000, true}, {3000, 1999, false}, {3000, 1000, false},
+                {3000, 3001, false}, {0, 0, true},       {0, 1, false}};
+    for (const auto& [first, second, kept] : rows) {
+        SCOPED_TRACE(std::to_string(first) + ", then " + std::to_string(second));
+        ScratchRing ring;
+        void* const before = ring.buffer(first);
+        EXPECT_EQ(sizeOf(before), first);
+        ask15(ring);
+        void* buffer = nullptr;
+        EXPECT_EQ(allocationsOf([&] { buffer = ring.buffer(second); }), kept ? 0U : 1U);
+        EXPECT_EQ(sizeOf(buffer), kept ? first : second);
+    }
+}
+
+TEST(Threads, RingKeepsAFailedAllocationAsABufferOfThatSize) {
+    const struct {
+        std::size_t second;
+        std::uint32_t allocations;
+    } rows[] = {{tooMuch, 0}, {tooMuch / 6 * 5, 0}, {tooMuch + 1, 1}, {10, 1}, {5000, 1}};
+    for (const auto& [second, allocations] : rows) {
+        ScratchRing ring;
+        EXPECT_EQ(allocationsOf([&] { EXPECT_EQ(ring.buffer(tooMuch), nullptr); }), 1U);
+        ask15(ring);
+        void* buffer = nullptr;
+        EXPECT_EQ(allocationsOf([&] { buffer = ring.buffer(second); }), allocations) << second;
+        EXPECT_EQ(buffer != nullptr, second <= 5000) << second;
+    }
+}
+
+TEST(Threads, RingsFailedAllocationsLeaveItsOtherBuffersAlone) {
+    ScratchRing ring;
+    auto* const first = static_cast<char*>(ring.buffer(10));
+    std::memset(first, 'a', 10);
+    for (int i = 0; i < 15; ++i)
+        EXPECT_EQ(ring.buffer(tooMuch), nullptr);
+    EXPECT_EQ(ring.buffer(10), first);
+    EXPECT_EQ(std::string(first, 10), std::string(10, 'a'));
+}
+
+TEST(Threads, RingFreesReplacedBuffers) {
+    ScratchRing ring;
+    const auto replaceAll = [&ring] {
+        for (const std::size_t size : {8 * megabyte, megabyte})
+            for (int i = 0; i < 16; ++i)
+                ASSERT_NE(ring.buffer(size), nullptr);
+    };
+    replaceAll();
+    const std::size_t before = committedBytes(MEM_PRIVATE);
+    for (int i = 0; i < 5; ++i)
+        replaceAll();
+    EXPECT_LT(committedBytes(MEM_PRIVATE), before + 8 * megabyte);
+}
+
+TEST(Threads, ClearedRingStartsAfresh) {
+    ScratchRing ring;
+    for (int i = 0; i < 5; ++i)
+        ring.buffer(10);
+    ring.clear();
+    EXPECT_EQ(allocationsOf([&] {
+                  for (int i = 0; i < 16; ++i)
+                      EXPECT_NE(ring.buffer(10), nullptr);
+              }),
+              16U);
+    ring.clear();
+    ring.clear();
+}
+
+TEST(Threads, EachThreadHasARingOfItsOwnEmptyAtItsStart) {
+    std::array<void*, 16> mine{};
+    for (void*& buffer : mine) {
+        buffer = scratchBuffer(100);
+        std::memset(buffer, 'm', 100);
+    }
+    for (int round = 0; round < 2; ++round)
+        ASSERT_TRUE(runOnThread([&] {
+            EXPECT_EQ(allocationsOf([&] {
+                          for (int i = 0; i < 16; ++i) {
+                              void* const theirs = scratchBuffer(100);
+                              EXPECT_THAT(mine, testing::Not(testing::Contains(theirs)));
+                              std::memset(theirs, 't', 100);
+                          }
+                      }),
+                      16U);
+        }));
+    for (void* const buffer : mine) {
+        EXPECT_EQ(std::string(static_cast<const char*>(buffer), 100), std::string(100, 'm'));
+        EXPECT_EQ(scratchBuffer(100), buffer) << "the other threads did not move the ring on";
+    }
+}
+
+TEST(Threads, RingIsFreedWithItsThread) {
+    std::size_t during = 0;
+    const auto useMuch = [&during] {
+        for (int i = 0; i < 16; ++i)
+            ASSERT_NE(scratchBuffer(4 * megabyte), nullptr);
+        during = committedBytes(MEM_PRIVATE);
+    };
+    ASSERT_TRUE(runOnThread(useMuch));
+    const std::size_t before = committedBytes(MEM_PRIVATE);
+    for (int i = 0; i < 5; ++i)
+        ASSERT_TRUE(runOnThread(useMuch));
+    EXPECT_GE(during, before + 60 * megabyte);
+    EXPECT_LT(committedBytes(MEM_PRIVATE), before + 4 * megabyte);
+}
+
+DWORD WINAPI otherThread(void* buffer) {
+    *static_cast<void**>(buffer) = scratchBuffer(10);
+    return 0;
+}
+
+TEST(Threads, ThreadsStartedOtherwiseShareTheMainThreadsRing) {
+    void* const mine = scratchBuffer(10);
+    for (int i = 0; i < 15; ++i)
+        scratchBuffer(10);
+    void* theirs = nullptr;
+    const KernelHandle thread(CreateThread(nullptr, 0, otherThread, &theirs, 0, nullptr));
+    ASSERT_TRUE(thread);
+    ASSERT_EQ(WaitForSingleObject(thread.get(), patience), WAIT_OBJECT_0);
+    EXPECT_EQ(theirs, mine);
 }
 
 } // namespace

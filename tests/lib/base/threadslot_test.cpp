@@ -1,21 +1,19 @@
-// The platform has no thread-local slot left: threads start all the same, and their buffers are those of the
-// main thread.
+// The platform has no thread-local slot left: threads start all the same, and share the main thread's
+// buffers.
 
-#include "lib/base/handles.h"
 #include "lib/base/threads.h"
 #include "tests/support/importedfunctions.h"
-#include "tests/support/patience.h"
+#include "tests/support/runonthread.h"
 
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <set>
 #include <utility>
 
 namespace {
 
-/// The runtime library needs slots, too: only the one is refused that is asked for while the program's own
-/// variables are made, right behind this one, which is made before them.
+/// The runtime library needs slots, too: only the request is refused that is made while the program's own
+/// variables are initialised, right after this one.
 bool refuses = false;
 int refusals = 0;
 struct Refusal {
@@ -23,7 +21,8 @@ struct Refusal {
 } armed [[gnu::init_priority(65534)]];
 
 DWORD WINAPI slotUnlessRefused() {
-    // Not kept: to make a static variable is one of the things that the runtime library needs a slot for.
+    // Not kept: initialising a static variable is one of the things that the runtime library needs a slot
+    // for.
     const auto original = test::platformFunction<decltype(&TlsAlloc)>("kernel32.dll", "TlsAlloc");
     if (!std::exchange(refuses, false))
         return original();
@@ -38,28 +37,15 @@ SCHEDULER_REPLACE_IMPORT(TlsAlloc, "_TlsAlloc@0", slotUnlessRefused);
 namespace base {
 namespace {
 
-TEST(ThreadSlot, WithoutOneThreadsStartAndShareTheMainThreadsBuffers) {
+TEST(ThreadSlot, WithoutOneThreadsShareTheMainThreadsBuffers) {
     EXPECT_EQ(refusals, 1);
     std::set<void*> ring;
     for (int i = 0; i < 16; ++i)
         ring.insert(scratchBuffer(10));
     EXPECT_EQ(ring.size(), 16U);
-
-    struct Call {
-        void* buffer = nullptr;
-        KernelHandle done{CreateEventA(nullptr, TRUE, FALSE, nullptr)};
-    } call;
-    ASSERT_NE(startThread(
-                  [](void* argument) {
-                      auto& c = *static_cast<Call*>(argument);
-                      c.buffer = scratchBuffer(10);
-                      std::memset(c.buffer, 'x', 10);
-                      SetEvent(c.done.get());
-                  },
-                  &call),
-              threadFailed);
-    ASSERT_EQ(WaitForSingleObject(call.done.get(), test::patience), WAIT_OBJECT_0);
-    EXPECT_TRUE(ring.contains(call.buffer));
+    void* buffer = nullptr;
+    ASSERT_TRUE(test::runOnThread([&] { buffer = scratchBuffer(10); }));
+    EXPECT_TRUE(ring.contains(buffer));
 }
 
 } // namespace

@@ -3,65 +3,42 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <cstdio>
 #include <limits>
-#include <utility>
 
 namespace base {
 namespace {
 
 TEST(TimeOfDay, IsSecondsAfterMidnight) {
-    const std::pair<const char*, int> rows[] = {
-        {"9:05 pm", 75900},
-        {"12 am", 0},
-        {"0930", 34200},
-        {"1730", 63000},
-        {"17:30:00", 63000},
-        {"17:30:05", 63005},
-        {"17.30", 63000},
-        {"at 17h30", 63000},
-        {"12 pm", 43200},
-        {"12", 43200},
-        {"12:30 AM", 1800},
-        {"12:30 a.m.", 1800},
-        {"9 P", 75600},
-        {"9pm", 75600},
-        {"9:05:07pm", 75907},
-        {"0", 0},
-        {"0:00 pm", 43200},
-        {"13 pm", 46800},
-        {"13 am", 46800},
-        {"", 0},
-        {"pm", 43200},
-        {"x pm", 0},
-        {"noon", 0},
-        // Scanning stops behind the third number; letters before the last number do not count.
-        {"1 2 3 4 5", 3723},
-        {"9 p 5", 32700},
-        {"9 p 5 p", 75900},
-        {"9:05 -- pm", 75900},
-        {"9:05 xpm", 32700},
-        {"-9:-05", 32700},
-        // Without a separator.
-        {"24", 86400},
-        {"24:00", 86400},
-        {"25", 1500},
-        {"100", 3600},
-        {"730 pm", 70200},
-        {"1200 am", 0},
-        {"1230 am", 1800},
-        {"1230:45", 45045},
-        {"1730:15:20", 63015}, // the second is the minute as it was
-        {"235959", 2359 * 3600 + 59 * 60},
-        // Nothing is checked for range.
-        {"23:99", 88740},
-        {"25:99", 1599},
-        {"0:0:100", 100},
-    };
-    for (const auto& [text, expected] : rows)
-        EXPECT_EQ(parseTimeOfDay(text).seconds(), expected) << '"' << text << '"';
+    const struct {
+        const char* text;
+        std::int32_t seconds;
+    } rows[] = {{"9:05 pm", 75900},    {"12 am", 0},
+                {"17:30:00", 63000},   {"17:30:05", 63005},
+                {"17.30", 63000},      {"at 17h30", 63000},
+                {"12 pm", 43200},      {"12", 43200},
+                {"12:30 AM", 1800},    {"12:30 a.m.", 1800},
+                {"9 P", 75600},        {"9pm", 75600},
+                {"9:05:07pm", 75907},  {"0", 0},
+                {"0:00 pm", 43200},    {"13 pm", 46800},
+                {"13 am", 46800},      {"", 0},
+                {"pm", 43200},         {"x pm", 0},
+                {"noon", 0},           {"1 2 3 4 5", 3723},
+                {"9 p 5", 32700},      {"9 p 5 p", 75900},
+                {"9:05 -- pm", 75900}, {"9:05 xpm", 32700},
+                {"-9:-05", 32700},     {"0930", 34200},
+                {"1730", 63000},       {"24", 86400},
+                {"24:00", 86400},      {"25", 1500},
+                {"100", 3600},         {"730 pm", 70200},
+                {"1200 am", 0},        {"1230 am", 1800},
+                {"1230:45", 45045},    {"1730:15:20", 63015},
+                {"235959", 8495940},   {"23:99", 88740},
+                {"25:99", 1599},       {"0:0:100", 100}};
+    for (const auto& [text, seconds] : rows)
+        EXPECT_EQ(parseTimeOfDay(text).seconds(), seconds) << '"' << text << '"';
 }
 
-TEST(TimeOfDay, EveryMinuteInEveryForm) {
+TEST(TimeOfDay, EveryMinuteIsReadInEveryForm) {
     for (int minute = 0; minute < 1440; ++minute) {
         const int hour = minute / 60;
         char text[32] = {};
@@ -82,9 +59,11 @@ TEST(TimeOfDay, EveryMinuteInEveryForm) {
     }
 }
 
-TEST(TimeOfDay, NumbersBeyondTheRangeAreTheLargest) {
+TEST(TimeOfDay, NumberBeyondTheRangeIsTheLargestAndTheSumWrapsAround) {
     EXPECT_EQ(parseTimeOfDay("0:0:99999999999999999999").seconds(), std::numeric_limits<std::int32_t>::max());
-    parseTimeOfDay("99999999999999999999:99999999999999999999:99999999999999999999");
+    // 21,474,836 hours, 47 minutes and 2,147,483,647 seconds wrap around to -24,855 days and a part of one.
+    EXPECT_EQ(parseTimeOfDay("99999999999999999999:99999999999999999999:99999999999999999999").seconds(),
+              -2'147'472'000);
 }
 
 } // namespace

@@ -1,0 +1,183 @@
+// The registry's functions ask the platform for no more than a user may have the right to. When the platform
+// refuses a call, the answer is a failure, the caller's data is untouched, and no handle is lost.
+
+#include "lib/base/registry.h"
+#include "tests/support/allocations.h"
+#include "tests/support/handlecount.h"
+#include "tests/support/importedfunctions.h"
+#include "tests/support/registrykey.h"
+
+#include <windows.h>
+
+#include <shlwapi.h>
+
+#include <gmock/gmock.h>
+
+#include <cstdint>
+#include <functional>
+#include <new>
+#include <optional>
+#include <string>
+#include <vector>
+
+SCHEDULER_STAND_IN("advapi32.dll", RegOpenKeyExA, "_RegOpenKeyExA@20");
+SCHEDULER_STAND_IN("advapi32.dll", RegCreateKeyExA, "_RegCreateKeyExA@36");
+SCHEDULER_STAND_IN("advapi32.dll", RegSetValueExA, "_RegSetValueExA@24");
+SCHEDULER_STAND_IN("advapi32.dll", RegQueryValueExA, "_RegQueryValueExA@24");
+SCHEDULER_STAND_IN("advapi32.dll", RegDeleteValueA, "_RegDeleteValueA@8");
+SCHEDULER_STAND_IN("shlwapi.dll", SHDeleteKeyA, "_SHDeleteKeyA@8");
+
+namespace base {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+const HKEY user = HKEY_CURRENT_USER;
+constexpr LSTATUS refusal = ERROR_NO_SYSTEM_RESOURCES;
+std::vector<REGSAM> opened, created; ///< the access that each call asked for
+
+class RegistryCalls : public test::RegistryTest {
+protected:
+    /// The platform keeps some handles from the first use of a predefined key and of an exception.
+    static void SetUpTestSuite() {
+        EXPECT_FALSE(deleteValue(user, "Software\\Missing"));
+        EXPECT_THROW(throw std::bad_alloc(), std::bad_alloc);
+        handles_ = test::handleCount();
+    }
+    static void TearDownTestSuite() { EXPECT_EQ(test::handleCount(), handles_) << "a handle is lost"; }
+
+    void SetUp() override {
+        ASSERT_TRUE(writeString(user, path("Text"), std::string(100, 't')));
+        ASSERT_TRUE(writeNumber(user, path("Number"), 5));
+        ASSERT_TRUE(writeBinary(user, path("Bytes"), std::string(100, 'b')));
+        opened.clear();
+        created.clear();
+        platform::RegOpenKeyExA.note = [](HKEY, LPCSTR, DWORD, REGSAM access, PHKEY) {
+            opened.push_back(access);
+        };
+        platform::RegCreateKeyExA.note = [](HKEY, LPCSTR, DWORD, LPSTR, DWORD, REGSAM access,
+                                            LPSECURITY_ATTRIBUTES, PHKEY,
+                                            LPDWORD) { created.push_back(access); };
+    }
+
+    void TearDown() override {
+        for (auto* const answer : {&platform::RegOpenKeyExA.answer, &platform::RegCreateKeyExA.answer,
+                                   &platform::RegSetValueExA.answer, &platform::RegQueryValueExA.answer,
+                                   &platform::RegDeleteValueA.answer})
+            answer->reset();
+        platform::SHDeleteKeyA.answer.reset();
+    }
+
+    /// Calls `refuse` before each.
+    void expectNothingRead(const std::function<void()>& refuse) const {
+        std::string text = "old";
+        refuse();
+        EXPECT_FALSE(readString(user, path("Text"), text));
+        refuse();
+        EXPECT_FALSE(readBinary(user, path("Bytes"), text));
+        EXPECT_EQ(text, "old");
+    }
+
+    void expectNoNumberRead(const std::function<void()>& refuse) const {
+        std::uint32_t number = 7;
+        refuse();
+        EXPECT_FALSE(readNumber(user, path("Number"), number));
+        EXPECT_EQ(number, 7U);
+        refuse();
+        EXPECT_EQ(getNumber(user, path("Number"), 9), 9U);
+    }
+
+    void expectNothingWritten() const {
+        EXPECT_FALSE(writeString(user, path("Text"), "new"));
+        EXPECT_FALSE(writeNumber(user, path("Number"), 6));
+        EXPECT_FALSE(writeBinary(user, path("Bytes"), "new"));
+        EXPECT_EQ(getString(user, path("Text")), std::string(100, 't'));
+        EXPECT_EQ(getNumber(user, path("Number"), 0), 5U);
+    }
+
+    static inline unsigned handles_ = 0;
+};
+
+TEST_F(RegistryCalls, ReadAsksForValuesOnly) {
+    std::string text;
+    std::uint32_t number = 0;
+    EXPECT_TRUE(readString(user, path("Text"), text));
+    EXPECT_TRUE(readNumber(user, path("Number"), number));
+    EXPECT_TRUE(readBinary(user, path("Bytes"), text));
+    EXPECT_THAT(opened, ElementsAre(KEY_QUERY_VALUE, KEY_QUERY_VALUE, KEY_QUERY_VALUE));
+    EXPECT_THAT(created, IsEmpty());
+}
+
+TEST_F(RegistryCalls, WriteAsksForReadingAndWriting) {
+    EXPECT_TRUE(writeString(user, path("Text"), "new"));
+    EXPECT_TRUE(writeNumber(user, path("Number"), 1));
+    EXPECT_TRUE(writeBinary(user, path("Bytes"), "new"));
+    EXPECT_THAT(created, ElementsAre(0x2001F, 0x2001F, 0x2001F));
+    EXPECT_THAT(opened, IsEmpty());
+}
+
+TEST_F(RegistryCalls, DeletionOfAValueAsksForSettingValuesOnly) {
+    EXPECT_TRUE(deleteValue(user, path("Text")));
+    EXPECT_THAT(opened, ElementsAre(KEY_SET_VALUE));
+    EXPECT_THAT(created, IsEmpty());
+}
+
+TEST_F(RegistryCalls, KeyThatCannotBeOpenedIsNeitherReadNorChanged) {
+    platform::RegOpenKeyExA.answer = refusal;
+    expectNothingRead([] {});
+    expectNoNumberRead([] {});
+    EXPECT_FALSE(deleteValue(user, path("Text")));
+}
+
+TEST_F(RegistryCalls, ValueThatCannotBeAskedForIsNotRead) {
+    platform::RegQueryValueExA.answer = refusal;
+    expectNothingRead([] {});
+    expectNoNumberRead([] {});
+}
+
+TEST_F(RegistryCalls, ValueThatGoesAwayAfterItsLengthWasToldIsNotRead) {
+    platform::RegQueryValueExA.answer = refusal;
+    expectNothingRead([] { platform::RegQueryValueExA.callsBeforeAnswer = 1; });
+}
+
+TEST_F(RegistryCalls, ValueThatHasNoRoomInMemoryIsNotRead) {
+    const std::string text = path("Text"), bytes = path("Bytes");
+    std::string out = "old";
+    bool read = true;
+    {
+        const test::RefusedAllocations refused(100);
+        read = readString(user, text, out) || readBinary(user, bytes, out);
+    }
+    EXPECT_FALSE(read);
+    EXPECT_EQ(out, "old");
+}
+
+TEST_F(RegistryCalls, KeyThatCannotBeMadeIsNotWritten) {
+    platform::RegCreateKeyExA.answer = refusal;
+    expectNothingWritten();
+}
+
+TEST_F(RegistryCalls, ValueThatCannotBeSetIsNotWritten) {
+    platform::RegSetValueExA.answer = refusal;
+    expectNothingWritten();
+}
+
+TEST_F(RegistryCalls, ValueThatCannotBeDeletedIsAFailure) {
+    platform::RegDeleteValueA.answer = refusal;
+    EXPECT_FALSE(deleteValue(user, path("Text")));
+}
+
+TEST_F(RegistryCalls, KeyCountsAsDeletedUnlessTheAnswerIsAbove0) {
+    const struct {
+        DWORD answer;
+        bool deleted;
+    } rows[] = {{0, true}, {0x80000000, true}, {0xFFFFFFFF, true}, {1, false}, {0x7FFFFFFF, false}};
+    for (const auto& [answer, deleted] : rows) {
+        platform::SHDeleteKeyA.answer = answer;
+        EXPECT_EQ(deleteKey(user, path("Key")), deleted) << answer;
+    }
+}
+
+} // namespace
+} // namespace base

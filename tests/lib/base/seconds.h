@@ -1,0 +1,31 @@
+// Expected instants: the runtime's for local fields, the calendar's for UTC.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <ctime>
+
+namespace test {
+
+/// The runtime's answer, which rolls over fields out of range; 0 when it has none in 32 bits.
+inline std::int32_t localSeconds(int year, int month, int day, int hour = 0, int minute = 0, int second = 0,
+                                 int isDst = -1) {
+    std::tm fields{};
+    fields.tm_year = year - 1900;
+    fields.tm_mon = month - 1;
+    fields.tm_mday = day;
+    fields.tm_hour = hour;
+    fields.tm_min = minute;
+    fields.tm_sec = second;
+    fields.tm_isdst = isDst;
+    const std::time_t t = std::mktime(&fields);
+    return t == -1 || t != static_cast<std::int32_t>(t) ? 0 : static_cast<std::int32_t>(t);
+}
+
+inline std::int32_t utcSeconds(int year, unsigned month, unsigned day) {
+    using namespace std::chrono;
+    const sys_days date = std::chrono::year(year) / std::chrono::month(month) / std::chrono::day(day);
+    return static_cast<std::int32_t>(duration_cast<seconds>(date.time_since_epoch()).count());
+}
+
+} // namespace test
