@@ -12,12 +12,12 @@ using plain::Second;
 namespace {
 
 int randomKind(Dice& dice, const Mix& mix) {
+    static_assert(scheduler::kindCount == 6, "Give each kind its share here, and its rule to nextRunOf().");
     const int share = dice.upTo(999);
     if (share < mix.hourlyPerThousand)
         return 2;
     if (share < mix.hourlyPerThousand + mix.dailyPerThousand)
         return 3;
-    static_assert(scheduler::kindCount == 6, "Give each kind its share here, and its rule to nextRunOf().");
     return dice.oneOf({0, 0, 0, 0, 0, 0, 0, 0, 0, 1, 1, 4, 4, 4, 4, 4, 5, 5, 5, 5, 5, 6, -1});
 }
 

@@ -3,6 +3,7 @@
 
 #include "scheduler/model/schedulelist.h"
 #include "scheduler/model/schedulestore.h"
+#include "tests/support/eventlog.h"
 
 #include <vector>
 
@@ -10,9 +11,18 @@ namespace test {
 
 class FakeScheduleStore : public scheduler::ScheduleStore {
 public:
+    explicit FakeScheduleStore(EventLog* log = nullptr) : log_(log) {}
+
     std::vector<std::vector<scheduler::ScheduledProject>> saved; ///< what each save was given
 
-    void save(const scheduler::ScheduleList& list) override { saved.emplace_back(list.begin(), list.end()); }
+    void save(const scheduler::ScheduleList& list) override {
+        saved.emplace_back(list.begin(), list.end());
+        if (log_)
+            log_->push_back("save");
+    }
+
+private:
+    EventLog* log_;
 };
 
 } // namespace test

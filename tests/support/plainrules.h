@@ -28,6 +28,33 @@ struct World {
     std::function<void()> save;
 };
 
+/// Removes one entry; what followed it follows what it followed.
+inline void removeOne(std::vector<Item>& items, int gone) {
+    const int countBefore = static_cast<int>(items.size());
+    int heir = items[static_cast<unsigned>(gone)].after;
+    if (gone <= heir && heir != 0)
+        --heir;
+    for (Item& item : items) {
+        if (item.after == gone)
+            item.after = heir;
+        else if (item.after > gone)
+            item.after = item.after - 1 < countBefore ? item.after - 1 : countBefore;
+    }
+    items.erase(items.begin() + gone);
+    for (int i = 0; i < countBefore - 1; ++i) {
+        Item& item = items[static_cast<unsigned>(i)];
+        if (item.kind == 0 && item.after == i)
+            item.kind = 1;
+    }
+}
+
+/// Removes each, from the highest position down.
+inline void removeAll(std::vector<Item>& items, std::vector<int> chosen) {
+    std::sort(chosen.begin(), chosen.end());
+    for (; !chosen.empty(); chosen.pop_back())
+        removeOne(items, chosen.back());
+}
+
 class Rules {
 public:
     explicit Rules(World outside) : world(std::move(outside)) {}
@@ -156,10 +183,8 @@ public:
         showAndSave();
     }
 
-    void remove(std::vector<int> chosen) {
-        std::sort(chosen.begin(), chosen.end());
-        for (; !chosen.empty(); chosen.pop_back())
-            removeOne(chosen.back());
+    void remove(const std::vector<int>& chosen) {
+        removeAll(items, chosen);
         showAndSave();
     }
 
@@ -176,24 +201,6 @@ private:
         for (Item& item : items) {
             if (!item.runs)
                 item.next = nextRunOf(item, now);
-        }
-    }
-
-    void removeOne(int gone) {
-        const int countBefore = count();
-        int heir = at(gone).after;
-        if (gone <= heir && heir != 0)
-            --heir;
-        for (Item& item : items) {
-            if (item.after == gone)
-                item.after = heir;
-            else if (item.after > gone)
-                item.after = item.after - 1 < countBefore ? item.after - 1 : countBefore;
-        }
-        items.erase(items.begin() + gone);
-        for (int i = 0; i < count(); ++i) {
-            if (at(i).kind == 0 && at(i).after == i)
-                at(i).kind = 1;
         }
     }
 

@@ -1,9 +1,8 @@
 #include "scheduler/model/additions.h"
-#include "tests/support/allocations.h"
+#include "tests/scheduler/model/entries.h"
 #include "tests/support/fakeclock.h"
 #include "tests/support/fakeschedulestore.h"
 #include "tests/support/filledentry.h"
-#include "tests/support/loggingstore.h"
 #include "tests/support/redrawlog.h"
 
 #include <gmock/gmock.h>
@@ -13,141 +12,92 @@
 
 namespace {
 
+using namespace test;
 using base::TimeSpan;
 using base::TimeValue;
 using scheduler::ScheduledProject;
-using scheduler::ScheduleKind;
-using scheduler::ScheduleList;
 using testing::ElementsAre;
 
-constexpr TimeValue noonAndSome(1'800'000'030); // 30 seconds into a minute
-
-class AdditionsTest : public testing::Test {
+class Additions : public testing::Test {
 protected:
-    ScheduledProject once(TimeValue time) const {
-        ScheduledProject entry;
-        entry.path = "C:\\Sites\\news.kra";
-        entry.kind = ScheduleKind::Once;
-        entry.time = time;
-        return entry;
-    }
-    void add(const ScheduledProject& entry) { addEntry(list, entry, state, clock, store); }
     void addAll(const ScheduledProject& pattern, const std::vector<std::string>& names) {
         addEntries(list, pattern, names, state, clock, store);
     }
-    std::vector<std::string> paths() const {
-        std::vector<std::string> result;
-        for (const ScheduledProject& entry : list)
-            result.push_back(entry.path);
-        return result;
-    }
 
-    test::FakeClock clock{noonAndSome};
-    scheduler::EngineState state{.startupFlag = false, .suspended = false};
-    test::FakeScheduleStore store;
-    ScheduleList list;
+    FakeClock clock{TimeValue(1'800'000'030)}; // 30 seconds into a minute
+    const TimeValue inAnHour = clock.now() + TimeSpan::fromMinutes(60);
+    scheduler::EngineState state;
+    EventLog log;
+    FakeScheduleStore store{&log};
+    scheduler::ScheduleList list;
 };
 
-// The record to start from
-
-TEST_F(AdditionsTest, TheFirstEntryRunsAtStartupAFurtherOneFollowsTheLast) {
-    EXPECT_EQ(newEntryTemplate(list, clock.now()).kind, ScheduleKind::AtStartup);
-    EXPECT_EQ(newEntryTemplate(list, clock.now()).afterIndex, 0);
-    for (int count = 1; count <= 3; ++count) {
+TEST_F(Additions, BeginWithARecordThatRunsAtStartupOrFollowsTheLastEntry) {
+    ScheduledProject expected;
+    expected.kind = scheduler::ScheduleKind::AtStartup;
+    expected.time = TimeValue(1'800'000'060);
+    EXPECT_EQ(newEntryTemplate(list, clock.now()), expected);
+    expected.kind = scheduler::ScheduleKind::AfterProject;
+    for (int last = 0; last < 3; ++last) {
         list.append({});
-        const ScheduledProject record = newEntryTemplate(list, clock.now());
-        EXPECT_EQ(record.kind, ScheduleKind::AfterProject);
-        EXPECT_EQ(record.afterIndex, count - 1);
+        expected.afterIndex = last;
+        EXPECT_EQ(newEntryTemplate(list, clock.now()), expected);
     }
 }
 
-TEST_F(AdditionsTest, TheTemplatesOtherFieldsHaveTheirDefaults) {
-    ScheduledProject expected;
-    expected.kind = ScheduleKind::AtStartup;
-    expected.time = TimeValue(1'800'000'060);
-    EXPECT_EQ(newEntryTemplate(list, clock.now()), expected);
-}
-
-TEST_F(AdditionsTest, TheTemplatesTimeIsTheWholeMinuteAMinuteAhead) {
+TEST_F(Additions, BeginWithTheWholeMinuteAMinuteAhead) {
     struct Row {
         std::int32_t now;
         std::int32_t time;
     };
-    for (const Row& row :
-         {Row{1'800'000'000, 1'800'000'060}, Row{1'800'000'001, 1'800'000'060},
-          Row{1'800'000'059, 1'800'000'060}, Row{1'800'000'060, 1'800'000'120}, Row{0, 60}, Row{59, 60}})
+    for (const Row& row : {Row{1'800'000'000, 1'800'000'060}, Row{1'800'000'001, 1'800'000'060},
+                           Row{1'800'000'059, 1'800'000'060}, Row{1'800'000'060, 1'800'000'120}, Row{0, 60}})
         EXPECT_EQ(newEntryTemplate(list, TimeValue(row.now)).time, TimeValue(row.time)) << row.now;
 }
 
-// One entry
-
-TEST_F(AdditionsTest, AnAddedEntryHasItsNextRunComputedAndIsSaved) {
-    const TimeValue inAnHour = clock.now() + TimeSpan::fromMinutes(60);
-    list.append(test::filledEntry());
+TEST_F(Additions, ComputeTheNextRunAndSaveAllEntries) {
+    list.append(filledEntry());
+    const RedrawLog redraws(list, log);
     ScheduledProject entry = once(inAnHour);
     entry.nextRun = TimeValue(7);
-    add(entry);
+    addEntry(list, entry, state, clock, store);
 
     entry.nextRun = inAnHour;
-    ASSERT_EQ(list.size(), 2u);
-    EXPECT_EQ(list[0], test::filledEntry());
-    EXPECT_EQ(list[1], entry);
-    EXPECT_THAT(store.saved, ElementsAre(ElementsAre(test::filledEntry(), entry)));
-}
-
-TEST_F(AdditionsTest, TheNextRunIsComputedFromTheStatesClockAndFlag) {
-    add(once(clock.now()));
-    EXPECT_EQ(list[0].nextRun, TimeValue::never());
-
-    ScheduledProject atStartup;
-    atStartup.kind = ScheduleKind::AtStartup;
-    add(atStartup);
-    EXPECT_EQ(list[1].nextRun, TimeValue::never());
-    state.startupFlag = true;
-    add(atStartup);
-    EXPECT_EQ(list[2].nextRun, TimeValue());
-}
-
-TEST_F(AdditionsTest, TheObserversAreToldBeforeTheSave) {
-    test::EventLog log;
-    const test::RedrawLog redraws(list, log);
-    test::LoggingStore loggingStore(log);
-    addEntry(list, once(clock.now()), state, clock, loggingStore);
+    EXPECT_THAT(entriesOf(list), ElementsAre(filledEntry(), entry));
+    EXPECT_THAT(store.saved, ElementsAre(ElementsAre(filledEntry(), entry)));
     EXPECT_THAT(log, ElementsAre("redraw", "save"));
 }
 
-TEST_F(AdditionsTest, WithoutMemoryNothingIsAddedOrSaved) {
-    ScheduledProject entry;
-    {
-        const test::RefusedAllocations refused;
-        addEntry(list, std::move(entry), state, clock, store);
-    }
-    EXPECT_TRUE(list.empty());
-    EXPECT_TRUE(store.saved.empty());
+TEST_F(Additions, ComputeTheNextRunWithTheClockAndTheStartupFlag) {
+    addEntry(list, once(clock.now()), state, clock, store);
+    addEntry(list, ofKind(1), state, clock, store);
+    state.startupFlag = true;
+    addEntry(list, ofKind(1), state, clock, store);
+    EXPECT_EQ(list[0].nextRun, TimeValue::never());
+    EXPECT_EQ(list[1].nextRun, TimeValue::never());
+    EXPECT_EQ(list[2].nextRun, TimeValue());
 }
 
-// Several files at once
-
-TEST_F(AdditionsTest, EachFileGetsACopyOfThePatternAndASaveOfItsOwn) {
-    const TimeValue inAnHour = clock.now() + TimeSpan::fromMinutes(60);
-    ScheduledProject pattern = test::filledEntry();
-    pattern.kind = ScheduleKind::Once;
+TEST_F(Additions, OfSeveralFilesAreCopiesOfThePatternEachWithItsSaveAndShownOnce) {
+    const RedrawLog redraws(list, log);
+    ScheduledProject pattern = filledEntry();
+    pattern.kind = scheduler::ScheduleKind::Once;
     pattern.time = inAnHour;
+    addAll(pattern, {});
+    EXPECT_TRUE(log.empty());
     addAll(pattern, {"C:\\Sites\\a.kra", "b.krb", "c.krc"});
 
-    EXPECT_THAT(paths(), ElementsAre("C:\\Sites\\a.kra", "C:\\Sites\\\\b.krb", "C:\\Sites\\\\c.krc"));
+    EXPECT_THAT(pathsOf(list), ElementsAre("C:\\Sites\\a.kra", "C:\\Sites\\\\b.krb", "C:\\Sites\\\\c.krc"));
     for (const ScheduledProject& entry : list) {
-        ScheduledProject expected = pattern;
-        expected.path = entry.path;
-        expected.nextRun = inAnHour;
-        EXPECT_EQ(entry, expected);
+        pattern.path = entry.path;
+        pattern.nextRun = inAnHour;
+        EXPECT_EQ(entry, pattern);
     }
-    ASSERT_EQ(store.saved.size(), 3u);
-    for (std::size_t i = 0; i < 3; ++i)
-        EXPECT_EQ(store.saved[i].size(), i + 1);
+    EXPECT_THAT(store.saved, ElementsAre(testing::SizeIs(1), testing::SizeIs(2), testing::SizeIs(3)));
+    EXPECT_THAT(log, ElementsAre("save", "save", "save", "redraw"));
 }
 
-TEST_F(AdditionsTest, LaterNamesAreJoinedToTheFirstOnesFolderByOneMoreBackslash) {
+TEST_F(Additions, JoinLaterNamesToTheFirstOnesFolderByOneMoreBackslash) {
     struct Row {
         const char* first;
         const char* second;
@@ -157,39 +107,8 @@ TEST_F(AdditionsTest, LaterNamesAreJoinedToTheFirstOnesFolderByOneMoreBackslash)
                            Row{"a.kra", "\\n"}, Row{"\\\\server\\share\\a.kra", "\\\\server\\share\\\\n"}}) {
         list.clear();
         addAll({}, {row.first, "n"});
-        EXPECT_THAT(paths(), ElementsAre(row.first, row.second));
+        EXPECT_THAT(pathsOf(list), ElementsAre(row.first, row.second));
     }
-}
-
-TEST_F(AdditionsTest, NoNamesAddNothing) {
-    addAll({}, {});
-    EXPECT_TRUE(list.empty());
-    EXPECT_TRUE(store.saved.empty());
-}
-
-TEST_F(AdditionsTest, TheSameNameTwiceIsAddedTwice) {
-    addAll({}, {"C:\\a.kra", "C:\\a.kra"});
-    EXPECT_THAT(paths(), ElementsAre("C:\\a.kra", "C:\\\\C:\\a.kra"));
-}
-
-TEST_F(AdditionsTest, SeveralFilesAreShownOnceWhenAllAreSaved) {
-    test::EventLog log;
-    const test::RedrawLog redraws(list, log);
-    test::LoggingStore loggingStore(log);
-    const std::vector<std::string> names = {"C:\\a.kra", "b.kra"};
-    addEntries(list, {}, names, state, clock, loggingStore);
-    EXPECT_THAT(log, ElementsAre("save", "save", "redraw"));
-}
-
-TEST_F(AdditionsTest, AFileWithoutMemoryForItsCopyDoesNotKeepTheOthersOut) {
-    constexpr std::size_t muchMemory = 10'000;
-    const std::vector<std::string> names = {"C:\\a.kra", std::string(muchMemory, 'b'), "c.kra"};
-    {
-        const test::RefusedAllocations refused(muchMemory);
-        addEntries(list, {}, names, state, clock, store);
-    }
-    EXPECT_THAT(paths(), ElementsAre("C:\\a.kra", "C:\\\\c.kra"));
-    EXPECT_EQ(store.saved.size(), 2u);
 }
 
 } // namespace

@@ -1,6 +1,6 @@
-// Thousands of damaged files of a rich schedule: whatever became of one, the program has the entries that it
-// holds, as the plainly told format says, or none.
-#include "scheduler/model/schedulecodec.h"
+// Thousands of damaged files: whatever became of one, the program has the entries that it holds, as the
+// plainly told format says, or none.
+#include "tests/scheduler/model/decodedschedule.h"
 #include "tests/support/damagedschedule.h"
 #include "tests/support/encodedschedule.h"
 #include "tests/support/plainentries.h"
@@ -9,50 +9,83 @@
 
 #include <gtest/gtest.h>
 
-#include <iostream>
+#include <algorithm>
+#include <map>
+#include <random>
+#include <vector>
 
 namespace {
 
+using namespace test;
 using plain::Load;
+using scheduler::ScheduledProject;
 
-Load check(const std::vector<std::byte>& content) {
-    plain::File file(content);
-    const Load expected = file.read();
-    scheduler::ScheduleList list;
-    list.append(test::filledEntry());
-    EXPECT_EQ(decodeSchedule(content, scheduler::scheduleMagic, list), expected == Load::Replaced);
-    if (expected == Load::Untouched) {
-        EXPECT_EQ(list.size(), 1u);
-    } else if (expected == Load::Emptied) {
-        EXPECT_TRUE(list.empty());
-    } else {
+class DamagedSchedule : public DecodedSchedule {
+protected:
+    /// What the file is; a failure when the program does not see the same in it.
+    Load check(const Bytes& content) {
+        list.assign({filledEntry()});
+        plain::File file(content);
+        const Load expected = file.read();
+        if (expected == Load::Untouched)
+            file.items = {plain::itemOf(filledEntry())};
+        EXPECT_EQ(decode(content), expected == Load::Replaced);
         EXPECT_EQ(list.size(), file.items.size());
         for (std::size_t i = 0; i < std::min(list.size(), file.items.size()); ++i)
             EXPECT_EQ(plain::itemOf(list[i]), file.items[i]) << "entry " << i;
+        return expected;
     }
-    return expected;
+
+    const Bytes whole = encodedSchedule(std::vector{ScheduledProject(), filledEntry(), ScheduledProject()});
+};
+
+TEST_F(DamagedSchedule, IsWhatWasWrittenUnlessItIsDamaged) {
+    EXPECT_EQ(check(encodedSchedule(richSchedule())), Load::Replaced);
+    EXPECT_EQ(entriesOf(list), richSchedule());
 }
 
-TEST(DamagedSchedule, TheWholeFileIsWhatWasWritten) {
-    EXPECT_EQ(check(test::encodedSchedule(test::richSchedule())), Load::Replaced);
+TEST_F(DamagedSchedule, HasNoEntriesWhenItsEndIsMissing) {
+    for (std::size_t size = 0; size < whole.size(); ++size) {
+        const Bytes content(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(size));
+        EXPECT_EQ(check(content), size < headerSize ? Load::Untouched : Load::Emptied) << size;
+    }
 }
 
-TEST(DamagedSchedule, HoldsTheRightEntriesOrNone) {
+TEST_F(DamagedSchedule, HasTheRightEntriesOrNoneWhenABitIsChanged) {
+    for (std::size_t bit = 0; bit < 8 * whole.size(); ++bit) {
+        Bytes content = whole;
+        content[bit / 8] ^= static_cast<std::byte>(1U << bit % 8);
+        check(content);
+        ASSERT_FALSE(HasFailure()) << "bit " << bit;
+    }
+}
+
+TEST_F(DamagedSchedule, HasTheRightEntriesOrNoneWhateverItHolds) {
+    std::mt19937 random(20260102);
+    for (int i = 0; i < 4'000; ++i) {
+        Bytes content(headerSize + random() % 600);
+        // Small numbers, so that counts and lengths are often plausible.
+        for (std::byte& byte : content)
+            byte = random() % 3 ? std::byte{0} : static_cast<std::byte>(random() % 64);
+        putNumber(content, 0, scheduler::scheduleMagic);
+        putNumber(content, countOffset, random() % 8);
+        check(content);
+        ASSERT_FALSE(HasFailure()) << "content " << i << " of seed 20260102";
+    }
+}
+
+TEST_F(DamagedSchedule, HasTheRightEntriesOrNoneAfterUpToThreePiecesOfDamage) {
     const std::vector<std::uint32_t> seeds = test::seeds(2000);
-    const std::vector<std::byte> whole = test::encodedSchedule(test::richSchedule());
-    int results[3] = {};
+    const Bytes rich = encodedSchedule(richSchedule());
+    std::map<Load, int> results;
     for (const std::uint32_t seed : seeds) {
-        SCOPED_TRACE("SCHEDULER_SEED=" + std::to_string(seed));
-        ++results[static_cast<int>(check(test::Damage(whole, seed).done()))];
-        if (HasFailure())
-            return;
+        ++results[check(Damage(rich, seed).done())];
+        ASSERT_FALSE(HasFailure()) << "SCHEDULER_SEED=" << seed;
     }
-    std::cout << results[0] << " left the schedule as it was, " << results[1] << " emptied it, " << results[2]
-              << " were read\n";
     if (seeds.size() < 1000)
         return;
-    for (const int count : results) // of each some
-        EXPECT_GT(count, 50);
+    for (const Load result : {Load::Untouched, Load::Emptied, Load::Replaced})
+        EXPECT_GT(results[result], 50) << static_cast<int>(result);
 }
 
 } // namespace

@@ -1,35 +1,37 @@
-#include "lib/base/locale.h"
 #include "scheduler/model/descriptions.h"
-#include "tests/scheduler/model/describedentries.h"
+#include "tests/scheduler/model/entries.h"
+#include "tests/support/fakeclock.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <limits>
 #include <string>
 
 namespace {
 
+using namespace test;
+using base::TimeSpan;
 using base::TimeValue;
-using scheduler::kindCount;
-using scheduler::RunCommand;
 using scheduler::ScheduledProject;
-using test::after;
-using test::atTime;
-using test::daily;
-using test::DescriptionsTest;
-using test::monthly;
-using test::ofKind;
-using test::Schedule;
-using test::someTime;
-using test::timeText;
-using test::withPath;
 
-constexpr std::int32_t lowest = std::numeric_limits<std::int32_t>::min();
+class Descriptions : public testing::Test {
+protected:
+    Descriptions() {
+        for (const char* path : {"C:\\Sites\\first.kra", "C:\\Sites\\news.daily.kra", "run:cmd /c exit"})
+            list.append(withPath(path));
+    }
 
-// Names
+    std::string nextRun(const ScheduledProject& entry) const {
+        return describeNextRun(entry, list, state, clock);
+    }
 
-TEST(DisplayName, IsTheProjectsTitleOrTheWholeCommandLine) {
+    const TimeValue now = at(2026, 1, 5, 20, 0, 45); // a Monday
+    scheduler::ScheduleList list;
+    FakeClock clock{now};
+    scheduler::EngineState state{.startupFlag = false, .suspended = false};
+};
+
+TEST_F(Descriptions, NameAProjectByItsTitleAndACommandLineByAllOfIt) {
     struct Row {
         const char* path;
         const char* name;
@@ -49,112 +51,192 @@ TEST(DisplayName, IsTheProjectsTitleOrTheWholeCommandLine) {
              Row{"run:\"C:\\x\\y.exe\" a.b", "run:\"C:\\x\\y.exe\" a.b"},
              Row{"run:", "run:"},
              Row{"RUN:C:\\x\\y.exe", "y"}, // the prefix is in small letters
+             Row{" run:cmd", " run:cmd"},  // and comes first; this is a title
              Row{"run.kra", "run"},
          })
         EXPECT_EQ(displayName(withPath(row.path)), row.name) << row.path;
 }
 
-// When
-
-TEST_F(DescriptionsTest, WhenAnEntryRuns) {
-    const std::string at = " at " + timeText();
-    const std::string date = base::formatLocaleDate(someTime(), false);
-    const Schedule table[] = {
-        {"after", after(1), "when project news.daily is finished"},
-        {"after, 1", after(1, 1), "1 minute after project news.daily is finished"},
-        {"after, 2", after(1, 2), "2 minutes after project news.daily is finished"},
-        {"after, 1500", after(1, 1500), "1500 minutes after project news.daily is finished"},
-        {"after, -1", after(1, -1), "-1 minutes after project news.daily is finished"},
-        {"after the first", after(0), "when project first is finished"},
-        {"after a command line", after(2), "when project run:cmd /c exit is finished"},
-        {"after none", after(3), "when project (unknown) is finished"},
-        {"after none, 1", after(-1, 1), "1 minute after project (unknown) is finished"},
-        {"after none, 2", after(lowest, 2), "2 minutes after project (unknown) is finished"},
-        {"startup", ofKind(1), "at startup"},
-        {"startup, 1", ofKind(1, 1), "1 minute after startup"},
-        {"startup, 2", ofKind(1, 2), "2 minutes after startup"},
-        {"startup, lowest", ofKind(1, lowest), "-2147483648 minutes after startup"},
-        {"hourly", ofKind(2), "hourly on the hour"},
-        {"hourly, 1", ofKind(2, 1), "hourly at 1 minute after the hour"},
-        {"hourly, 59", ofKind(2, 59), "hourly at 59 minutes after the hour"},
-        {"every day", daily("MTWTFSS"), "every day" + at},
-        {"Monday, Wednesday, Friday", daily("M.W.F.."), "every Mon/Wed/Fri" + at},
-        {"Sunday only: no slash", daily("......S"), "every Sun" + at},
-        {"Monday only", daily("M......"), "every Mon" + at},
-        {"all but Sunday", daily("MTWTFS."), "every Mon/Tue/Wed/Thu/Fri/Sat" + at},
-        {"all but Monday", daily(".TWTFSS"), "every Tue/Wed/Thu/Fri/Sat/Sun" + at},
-        {"no day", daily("......."), "every " + at},
-        {"every day at no time", daily("MTWTFSS", TimeValue()), "every day at "},
-        {"Tuesday at no time", daily(".T.....", TimeValue()), "every Tue at "},
-        {"monthly", monthly(1), "on day 1 of every month" + at},
-        {"monthly, 31", monthly(31), "on day 31 of every month" + at},
-        {"monthly, -3", monthly(-3), "on day -3 of every month" + at},
-        {"monthly at no time", monthly(15, TimeValue()), "on day 15 of every month at "},
-        {"once", atTime(5, someTime()), "on " + date + at},
-        {"once at no time", atTime(5, TimeValue()), "(unknown)"},
-        {"an unknown kind", atTime(kindCount, someTime()), "on " + date + at},
-        {"kind -1", atTime(-1, someTime()), "on " + date + at},
-        {"an unknown kind at no time", atTime(kindCount, TimeValue()), "(unknown)"},
-    };
-    for (const Schedule& row : table)
-        EXPECT_EQ(describeSchedule(row.entry, list), row.phrase) << row.what;
-}
-
-TEST_F(DescriptionsTest, TimesAreInTheUsersFormWithoutSeconds) {
-    EXPECT_EQ(describeSchedule(daily("M.W.F.."), list), "every Mon/Wed/Fri at 8:00 PM");
-    EXPECT_EQ(describeSchedule(atTime(5, someTime()), list), "on 1/5/2026 at 8:00 PM");
-}
-
-TEST_F(DescriptionsTest, EveryDayNeedsAllSevenFlags) {
-    for (std::size_t missing = 0; missing < 7; ++missing) {
-        ScheduledProject entry = daily("MTWTFSS");
-        entry.weekdays[missing] = 0;
-        EXPECT_FALSE(describeSchedule(entry, list).starts_with("every day")) << missing;
-    }
-    ScheduledProject entry = daily("MTWTFSS");
-    entry.weekdays.fill(255);
-    EXPECT_TRUE(describeSchedule(entry, list).starts_with("every day")) << "any flag but 0 is set";
-}
-
-// How
-
-struct HowItRuns {
-    int command;
-    std::int32_t minutes;
-    const char* dialup;
-    std::uint8_t disconnect;
+struct Schedule {
+    ScheduledProject entry;
     const char* phrase;
 };
 
-TEST(DescribeRun, Table) {
-    const HowItRuns table[] = {
-        {0, 0, "", 0, "Run normally"},
-        {1, 0, "", 0, "Run update only"},
-        {2, 0, "", 0, "Relink files"},
-        {3, 0, "", 0, "Run complete refresh"},
-        {1, 90, "Office line", 1,
-         "Run update only for up to 90 minutes via Office line; disconnect when done"},
-        {0, 1, "", 0, "Run normally for up to 1 minute"},
-        {0, 2, "", 0, "Run normally for up to 2 minutes"},
-        {0, -1, "", 0, "Run normally for up to -1 minutes"},
-        {0, lowest, "", 0, "Run normally for up to -2147483648 minutes"},
-        {3, 0, "Office line", 0, "Run complete refresh via Office line"},
-        {0, 0, "100% s", 0, "Run normally via 100% s"},
-        {0, 0, "", 1, "Run normally; disconnect when done"},
-        {0, 0, "", 7, "Run normally; disconnect when done"},
-        {0, 1, "a", 1, "Run normally for up to 1 minute via a; disconnect when done"},
-        {2, 90, "Office line", 1, "Relink files"},
-        {4, 0, "", 0, ""},
-        {-1, 0, "", 0, ""},
+TEST_F(Descriptions, SayWhenAnEntryRuns) {
+    ScheduledProject otherFlags = daily(now, "MTWTFSS");
+    otherFlags.weekdays.fill(255);
+    const Schedule table[] = {
+        {after(1), "when project news.daily is finished"},
+        {after(1, 1), "1 minute after project news.daily is finished"},
+        {after(1, 2), "2 minutes after project news.daily is finished"},
+        {after(1, 1500), "1500 minutes after project news.daily is finished"},
+        {after(1, -1), "-1 minutes after project news.daily is finished"},
+        {after(0), "when project first is finished"},
+        {after(2), "when project run:cmd /c exit is finished"},
+        {after(3), "when project (unknown) is finished"},
+        {after(-1, 1), "1 minute after project (unknown) is finished"},
+        {after(lowest, 2), "2 minutes after project (unknown) is finished"},
+        {ofKind(1), "at startup"},
+        {ofKind(1, 1), "1 minute after startup"},
+        {ofKind(1, 2), "2 minutes after startup"},
+        {ofKind(1, lowest), "-2147483648 minutes after startup"},
+        {hourly(0), "hourly on the hour"},
+        {hourly(1), "hourly at 1 minute after the hour"},
+        {hourly(59), "hourly at 59 minutes after the hour"},
+        {daily(now, "MTWTFSS"), "every day at 8:00 PM"},
+        {otherFlags, "every day at 8:00 PM"},
+        {daily(now, "M.W.F.."), "every Mon/Wed/Fri at 8:00 PM"},
+        {daily(now, "......S"), "every Sun at 8:00 PM"},
+        {daily(now, "MTWTFS."), "every Mon/Tue/Wed/Thu/Fri/Sat at 8:00 PM"},
+        {daily(now, ".TWTFSS"), "every Tue/Wed/Thu/Fri/Sat/Sun at 8:00 PM"},
+        {daily(now, "......."), "every  at 8:00 PM"},
+        {daily(TimeValue(), "MTWTFSS"), "every day at "},
+        {daily(TimeValue(), ".T....."), "every Tue at "},
+        {monthly(now, 1), "on day 1 of every month at 8:00 PM"},
+        {monthly(now, 31), "on day 31 of every month at 8:00 PM"},
+        {monthly(now, -3), "on day -3 of every month at 8:00 PM"},
+        {monthly(TimeValue(), 15), "on day 15 of every month at "},
+        {once(now), "on 1/5/2026 at 8:00 PM"},
+        {once(TimeValue()), "(unknown)"},
+        {ofKind(scheduler::kindCount, 0, now), "on 1/5/2026 at 8:00 PM"},
+        {ofKind(-1, 0, now), "on 1/5/2026 at 8:00 PM"},
+        {ofKind(scheduler::kindCount), "(unknown)"},
     };
-    for (const HowItRuns& row : table) {
+    for (const Schedule& row : table)
+        EXPECT_EQ(describeSchedule(row.entry, list), row.phrase);
+}
+
+TEST_F(Descriptions, SayHowAnEntryRuns) {
+    struct Row {
+        int command;
+        std::int32_t minutes;
+        const char* dialup;
+        std::uint8_t disconnect;
+        const char* phrase;
+    };
+    for (const Row& row : {
+             Row{0, 0, "", 0, "Run normally"},
+             Row{1, 0, "", 0, "Run update only"},
+             Row{2, 0, "", 0, "Relink files"},
+             Row{3, 0, "", 0, "Run complete refresh"},
+             Row{1, 90, "Office line", 1,
+                 "Run update only for up to 90 minutes via Office line; disconnect when done"},
+             Row{0, 1, "", 0, "Run normally for up to 1 minute"},
+             Row{0, 2, "", 0, "Run normally for up to 2 minutes"},
+             Row{0, -1, "", 0, "Run normally for up to -1 minutes"},
+             Row{0, lowest, "", 0, "Run normally for up to -2147483648 minutes"},
+             Row{3, 0, "Office line", 0, "Run complete refresh via Office line"},
+             Row{0, 0, "100% s", 0, "Run normally via 100% s"},
+             Row{0, 0, "", 7, "Run normally; disconnect when done"},
+             Row{2, 90, "Office line", 1, "Relink files"},
+             Row{4, 0, "", 0, ""},
+             Row{-1, 0, "", 0, ""},
+         }) {
         ScheduledProject entry;
-        entry.runCommand = static_cast<RunCommand>(row.command);
+        entry.runCommand = static_cast<scheduler::RunCommand>(row.command);
         entry.timeLimitMinutes = row.minutes;
         entry.dialupEntry = row.dialup;
         entry.disconnectWhenDone = row.disconnect;
         EXPECT_EQ(describeRun(entry), row.phrase);
     }
+}
+
+ScheduledProject due(TimeValue time, ScheduledProject entry) {
+    entry.nextRun = time;
+    return entry;
+}
+
+TEST_F(Descriptions, SayWhenTheNextRunIs) {
+    constexpr TimeValue never = TimeValue::never();
+    const TimeValue justBefore = now - TimeSpan::fromSeconds(1);
+    const TimeValue justAfter = now + TimeSpan::fromSeconds(1);
+    const Schedule table[] = {
+        {due(never, after(1)), "waiting for news.daily"},
+        {due(justAfter, after(1)), "waiting for news.daily"}, // its time is set already
+        {due(now, after(1)), "Now"},
+        {due(never, after(2)), "waiting for run:cmd /c exit"},
+        {due(never, after(3)), "waiting for (unknown)"},
+        {due(never, after(-1)), "waiting for (unknown)"},
+        {due(never, ofKind(1)), "next startup"},
+        {due(justAfter, ofKind(1)), "next startup"}, // a retry is ahead
+        {due(TimeValue(), ofKind(1)), "Now"},        // until it starts
+        {due(never, once(justBefore)), "(never)"},
+        {due(never, ofKind(scheduler::kindCount)), "(never)"},
+        {due(at(2026, 1, 5, 20, 10), hourly(10)), "today at 8:10 PM"},
+        {due(at(2026, 1, 6, 20), daily(now, "MTWTFSS")), "tomorrow at 8:00 PM"},
+        {due(at(2026, 1, 25, 20), monthly(now, 25)), "Sun Jan 25 at 8:00 PM"},
+        {due(justAfter, once(justAfter)), "today at 8:00 PM"},
+        {due(now, hourly(0)), "Now"},
+        {due(justBefore, hourly(0)), "Now"},
+        {due(TimeValue(), daily(now, "MTWTFSS")), "Now"},
+    };
+    for (const Schedule& row : table)
+        EXPECT_EQ(nextRun(row.entry), row.phrase) << "kind " << static_cast<int>(row.entry.kind);
+
+    clock.advance(TimeSpan::fromSeconds(1));
+    EXPECT_EQ(nextRun(due(justAfter, once(justAfter))), "Now") << "the clock has moved on";
+}
+
+TEST_F(Descriptions, SayThatAnEntryRunsOrIsDisabledOrSuspendedInThisOrder) {
+    // Bit by bit: running, disabled, suspended; each with an entry that is due and one that is not.
+    for (unsigned bits = 0; bits < 8; ++bits)
+        for (ScheduledProject entry : {due(TimeValue(), hourly(0)), due(TimeValue::never(), hourly(0))}) {
+            const std::string otherwise = entry.nextRun == TimeValue() ? "Now" : "(never)";
+            entry.running = bits & 1;
+            entry.disabled = bits & 2;
+            state.suspended = bits & 4;
+            EXPECT_EQ(nextRun(entry), bits & 1   ? "Running"
+                                      : bits & 2 ? "(disabled)"
+                                      : bits & 4 ? "(suspended)"
+                                                 : otherwise)
+                << bits;
+        }
+}
+
+TEST_F(Descriptions, SayWhenTheLastRunWas) {
+    struct Row {
+        TimeValue lastRun;
+        const char* phrase;
+    };
+    ScheduledProject entry;
+    for (const Row& row : {Row{TimeValue(), "Never"}, Row{TimeValue::never(), "Never"},
+                           Row{now, "today at 8:00 PM"}, Row{at(2026, 1, 4, 20, 1), "yesterday at 8:01 PM"},
+                           Row{at(2025, 12, 16, 7, 5), "Tue Dec 16, 2025 at 7:05 AM"}}) {
+        entry.lastRun = row.lastRun;
+        EXPECT_EQ(describeLastRun(entry, now), row.phrase);
+        EXPECT_EQ(describeLastRun(entry, clock), row.phrase);
+    }
+    entry.lastRun = now;
+    clock.set(at(2026, 1, 25));
+    EXPECT_EQ(describeLastRun(entry, clock), "Mon Jan 05 at 8:00 PM");
+}
+
+// In zones that are a quarter of an hour off, days begin at a quarter.
+TEST_F(Descriptions, OfTheNextAndTheLastRunHoldForAsLongAsIsSaid) {
+    int changes = 0;
+    int looks = 0;
+    for (const std::int32_t daysAhead : {-400, -3, 0, 2, 364, 366}) {
+        ScheduledProject entry = due(TimeValue(now.seconds() + daysAhead * 86400 + 4711), once(now));
+        entry.lastRun = TimeValue(now.seconds() - 815);
+        const auto phrasesAt = [&](TimeValue time) {
+            clock.set(time);
+            return nextRun(entry) + describeLastRun(entry, clock);
+        };
+        std::string before;
+        const TimeValue end = now + TimeSpan::fromDays(5);
+        for (TimeValue time = now, until; time < end; time = until) {
+            until = scheduler::phrasesHoldUntil(entry, time);
+            ASSERT_GT(until, time);
+            const std::string phrases = phrasesAt(time);
+            ASSERT_EQ(phrasesAt(TimeValue(until.seconds() - 1)), phrases)
+                << daysAhead << ' ' << time.seconds();
+            changes += phrases != before;
+            ++looks;
+            before = phrases;
+        }
+    }
+    EXPECT_GE(changes, 6 * 3 + 1 + 3) << "today, yesterday, earlier; now; tomorrow, today, now";
+    EXPECT_LT(looks, 6 * 5 * (96 + 4 + 1)) << "quarters of an hour and two times a day";
 }
 
 } // namespace

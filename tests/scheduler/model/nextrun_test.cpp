@@ -1,6 +1,7 @@
 #include "scheduler/model/nextrun.h"
-#include "tests/scheduler/model/nextruncases.h"
+#include "tests/scheduler/model/entries.h"
 #include "tests/support/fakeclock.h"
+#include "tests/support/instants.h"
 
 #include <gtest/gtest.h>
 
@@ -10,25 +11,14 @@
 
 namespace {
 
+using namespace test;
 using base::TimeSpan;
 using base::TimeValue;
-using scheduler::EngineState;
-using scheduler::kindCount;
 using scheduler::ScheduledProject;
-using test::at;
-using test::clockTime;
-using test::daily;
-using test::day;
-using test::highest;
-using test::hourly;
-using test::lowest;
-using test::made;
-using test::monthly;
-using test::nextRun;
-using test::nextRunInSweep;
-using test::ofKind;
-using test::once;
-using test::text;
+
+TimeValue nextRun(const ScheduledProject& entry, TimeValue now, TimeValue clockNow, bool startup = false) {
+    return computeNextRun({.startupFlag = startup}, entry, now, FakeClock(clockNow));
+}
 
 struct Row {
     const char* what;
@@ -38,49 +28,25 @@ struct Row {
 };
 
 void expectAll(const std::vector<Row>& table) {
-    for (const Row& row : table) {
-        const TimeValue result = nextRun(row.entry, row.now);
-        EXPECT_EQ(result, row.expected)
-            << row.what << ": " << text(result) << " instead of " << text(row.expected);
-    }
+    for (const Row& row : table)
+        EXPECT_EQ(nextRun(row.entry, row.now, row.now), row.expected) << row.what;
 }
 
 // The calendar days in these tables are in months in which none of the zones in use changes its clock.
 
-// Started by events
-
-TEST(NextRun, AfterAnotherProjectIsNever) {
-    for (const std::int32_t minutes : {0, 1, 90, lowest, highest}) {
-        ScheduledProject entry = ofKind(0);
-        entry.minutes = minutes;
-        EXPECT_EQ(nextRun(entry, at(2026, 1, 5), at(2026, 1, 5), true), TimeValue::never());
-        EXPECT_EQ(nextRun(entry, at(2026, 1, 5)), TimeValue::never());
-    }
-}
-
-TEST(NextRun, AtStartupIsAtOnceWhileTheFlagIsSetWhateverTheDelay) {
-    for (const std::int32_t minutes : {0, 1, 90, lowest, highest}) {
-        ScheduledProject entry = ofKind(1);
-        entry.minutes = minutes;
-        EXPECT_EQ(nextRun(entry, at(2026, 1, 5), at(2026, 1, 5), true), TimeValue());
-        EXPECT_EQ(nextRunInSweep(entry, at(2026, 1, 5), at(2026, 1, 5), true), TimeValue());
-        EXPECT_EQ(nextRun(entry, at(2026, 1, 5), at(2026, 1, 5), false), TimeValue::never());
-    }
-}
-
-TEST(NextRun, TheStartupFlagIsForEntriesAtStartupOnly) {
+TEST(NextRun, OnlyEntriesAtStartupAreDueAtOnceAndOnlyWhileTheFlagIsSet) {
     const TimeValue now = at(2026, 1, 5, 10, 15);
+    EXPECT_FALSE(scheduler::EngineState().startupFlag);
+    for (const int kind : {-1, 0, 1, scheduler::kindCount, 1000, int{lowest}, int{highest}})
+        for (const std::int32_t minutes : {0, 1, 90, lowest, highest}) {
+            const ScheduledProject entry = ofKind(kind, minutes);
+            EXPECT_EQ(nextRun(entry, now, now, true), kind == 1 ? TimeValue() : TimeValue::never()) << kind;
+            EXPECT_EQ(nextRun(entry, now, now, false), TimeValue::never()) << kind;
+        }
     for (const ScheduledProject& entry :
          {hourly(20), daily(clockTime(8), "1111111"), monthly(clockTime(8), 3), once(at(2027, 1, 1))})
         EXPECT_EQ(nextRun(entry, now, now, true), nextRun(entry, now, now, false));
 }
-
-TEST(NextRun, AnyOtherKindIsNever) {
-    for (const int kind : {-1, kindCount, kindCount + 1, 1000, int{lowest}, int{highest}})
-        EXPECT_EQ(nextRun(ofKind(kind), at(2026, 1, 5), at(2026, 1, 5), true), TimeValue::never()) << kind;
-}
-
-// Hourly
 
 TEST(NextRun, Hourly) {
     expectAll({
@@ -102,10 +68,10 @@ TEST(NextRun, Hourly) {
     });
 }
 
-// Daily
-
 TEST(NextRun, Daily) {
     const std::string everyDay = "MTWTFSS";
+    ScheduledProject oddFlag = daily(clockTime(8), ".......");
+    oddFlag.weekdays[3] = 128;
     // 5 January 2026 is a Monday.
     expectAll({
         {"Monday 08:00, now exactly then: due at once", daily(clockTime(8), "M......"), at(2026, 1, 5, 8),
@@ -137,14 +103,9 @@ TEST(NextRun, Daily) {
         {"over a leap day", daily(clockTime(8), everyDay), at(2024, 2, 28, 9), at(2024, 2, 29, 8)},
         {"from a leap day", daily(clockTime(8), everyDay), at(2024, 2, 29, 9), at(2024, 3, 1, 8)},
         {"over a year's end", daily(clockTime(8), everyDay), at(2025, 12, 31, 9), at(2026, 1, 1, 8)},
+        {"any flag but 0 is set", oddFlag, at(2026, 1, 5, 9), at(2026, 1, 8, 8)},
         {"a negative time is midnight", daily(TimeValue(-1), everyDay), at(2026, 1, 5, 8), at(2026, 1, 6)},
     });
-}
-
-TEST(NextRun, DailyAnyFlagThatIsNotZeroCounts) {
-    ScheduledProject entry = daily(clockTime(8), ".......");
-    entry.weekdays[3] = 128;
-    EXPECT_EQ(nextRun(entry, at(2026, 1, 5, 9)), at(2026, 1, 8, 8));
 }
 
 TEST(NextRun, DailyBeginsWithTheClocksDayAndComparesWithNow) {
@@ -156,8 +117,6 @@ TEST(NextRun, DailyBeginsWithTheClocksDayAndComparesWithNow) {
     EXPECT_EQ(nextRun(entry, at(2026, 1, 9, 3), at(2026, 1, 5, 1)), at(2026, 1, 6, 2))
         << "one day is added, however far now is ahead";
 }
-
-// Monthly
 
 TEST(NextRun, Monthly) {
     expectAll({
@@ -190,7 +149,8 @@ TEST(NextRun, Monthly) {
 
 TEST(NextRun, MonthlyDay31ComputedOn5AprilIs1May) {
     const TimeValue thirtyDaysOn = at(2026, 4, 1) + TimeSpan::fromDays(30) + TimeSpan::fromMinutes(450);
-    const TimeValue result = nextRun(monthly(clockTime(7, 30), 31), at(2026, 4, 5, 12));
+    const TimeValue now = at(2026, 4, 5, 12);
+    const TimeValue result = nextRun(monthly(clockTime(7, 30), 31), now, now);
     EXPECT_EQ(result, thirtyDaysOn);
     // South of the equator the clock changes in April, and the fixed days end an hour off.
     if (at(2026, 4, 1) + TimeSpan::fromDays(30) == at(2026, 5, 1)) {
@@ -207,8 +167,6 @@ TEST(NextRun, MonthlyTakesTheMonthFromTheClockAndComparesWithNow) {
     EXPECT_EQ(nextRun(entry, at(2026, 7, 1), at(2026, 1, 20)), at(2026, 2, 10, 7))
         << "the month after the clock's, however far now is ahead";
 }
-
-// Once
 
 TEST(NextRun, OnceIsNeverFromItsTimeOn) {
     const TimeValue time = at(2026, 1, 5, 8, 0, 30);
@@ -229,47 +187,66 @@ TEST(NextRun, OnceAndHourlyDoNotAskTheClock) {
     EXPECT_EQ(nextRun(hourly(20), now, elsewhere), at(2026, 1, 5, 8, 20));
 }
 
-// What the rules are made of
-
-TEST(TimeOfDay, CountsFromLocalMidnight) {
+TEST(NextRun, DaysHoursAndMonthsBeginAtLocalMidnightOrOnTheHour) {
+    const TimeValue leapDay = at(2024, 2, 29, 23, 59, 59);
+    EXPECT_EQ(scheduler::timeOfDay(leapDay).seconds(), 86399);
     EXPECT_EQ(scheduler::timeOfDay(at(2026, 1, 5)).seconds(), 0);
-    EXPECT_EQ(scheduler::timeOfDay(at(2026, 1, 5, 0, 0, 1)).seconds(), 1);
     EXPECT_EQ(scheduler::timeOfDay(at(2026, 7, 5, 13, 14, 15)).seconds(), 15 + (13 * 60 + 14) * 60);
-    EXPECT_EQ(scheduler::timeOfDay(at(2024, 2, 29, 23, 59, 59)).seconds(), 86399);
-}
-
-TEST(TimeOfDay, IsZeroForANegativeTime) {
+    EXPECT_EQ(scheduler::localMidnight(leapDay), at(2024, 2, 29));
+    EXPECT_EQ(scheduler::localMidnight(at(2026, 1, 5)), at(2026, 1, 5));
+    EXPECT_EQ(scheduler::hourStart(leapDay), at(2024, 2, 29, 23));
+    EXPECT_EQ(scheduler::hourStart(at(2026, 1, 5, 23)), at(2026, 1, 5, 23));
     for (const std::int32_t t : {-1, -3600, -86399, lowest})
         EXPECT_EQ(scheduler::timeOfDay(TimeValue(t)).seconds(), 0) << t;
+    for (int month = 1; month <= 12; ++month)
+        for (const TimeValue now : {at(2025, month, 28, 23, 59, 59), at(2025, month, 1)}) {
+            EXPECT_EQ(scheduler::monthStart(FakeClock(now)), at(2025, month, 1)) << month;
+            EXPECT_EQ(scheduler::nextMonthStart(FakeClock(now)),
+                      month == 12 ? at(2026, 1, 1) : at(2025, month + 1, 1))
+                << month;
+        }
 }
 
-TEST(LocalMidnight, IsTheSameDatesFirstSecond) {
-    EXPECT_EQ(scheduler::localMidnight(at(2026, 1, 5, 23, 59, 59)), at(2026, 1, 5));
-    EXPECT_EQ(scheduler::localMidnight(at(2026, 1, 5)), at(2026, 1, 5));
-    EXPECT_EQ(scheduler::localMidnight(at(2024, 2, 29, 12)), at(2024, 2, 29));
+// Daylight saving time: days are steps of 86400 seconds. In a zone without it these have nothing to look at,
+// and the check of the run's zone knows that.
+
+/// Noons before the days on which the clock is put back, or forward.
+std::vector<TimeValue> noonsBeforeChanges(bool back) {
+    std::vector<TimeValue> noons;
+    for (const std::int32_t change : clockChanges()) {
+        const int before = localFields(change).tm_isdst;
+        if ((before > 0) == back) {
+            const std::tm date = localFields(change - 86400);
+            noons.push_back(at(date.tm_year + 1900, date.tm_mon + 1, date.tm_mday, 12));
+        }
+    }
+    return noons;
 }
 
-TEST(HourStart, DropsMinutesAndSeconds) {
-    EXPECT_EQ(scheduler::hourStart(at(2026, 1, 5, 23, 59, 59)), at(2026, 1, 5, 23));
-    EXPECT_EQ(scheduler::hourStart(at(2026, 1, 5, 23)), at(2026, 1, 5, 23));
-}
-
-TEST(MonthStarts, AreTheClocksMonthsAndTheNext) {
-    test::FakeClock clock;
-    for (int month = 1; month <= 12; ++month) {
-        clock.set(at(2025, month, 28, 23, 59, 59));
-        EXPECT_EQ(scheduler::monthStart(clock), at(2025, month, 1)) << month;
-        EXPECT_EQ(scheduler::nextMonthStart(clock), month == 12 ? at(2026, 1, 1) : at(2025, month + 1, 1))
-            << month;
-        clock.set(at(2025, month, 1));
-        EXPECT_EQ(scheduler::monthStart(clock), at(2025, month, 1)) << month;
+TEST(NextRun, ADailyEntryRunsAnHourEarlyAfterTheClockIsPutBack) {
+    for (const TimeValue noon : noonsBeforeChanges(true)) {
+        const TimeValue result = nextRun(daily(clockTime(8), "MTWTFSS"), noon, noon);
+        EXPECT_EQ(secondsBetween(result, noon), 20 * 3600);
+        EXPECT_EQ(plain::clockTimeOf(result.seconds()), 7 * 3600);
     }
 }
 
-TEST(EngineState, IsNeitherStartingNorSuspendedByDefault) {
-    const EngineState state;
-    EXPECT_FALSE(state.startupFlag);
-    EXPECT_FALSE(state.suspended);
+TEST(NextRun, ADailyEntryRunsAnHourLateAfterTheClockIsPutForward) {
+    for (const TimeValue noon : noonsBeforeChanges(false)) {
+        const TimeValue result = nextRun(daily(clockTime(8), "MTWTFSS"), noon, noon);
+        EXPECT_EQ(secondsBetween(result, noon), 20 * 3600);
+        EXPECT_EQ(plain::clockTimeOf(result.seconds()), 9 * 3600);
+    }
+}
+
+TEST(NextRun, AnEntryAfterMidnightIsDueAgainUntilTheLongDaysEnd) {
+    for (const TimeValue noon : noonsBeforeChanges(true)) {
+        const TimeValue midnight = noon + TimeSpan::fromMinutes(12 * 60);
+        const TimeValue now = midnight + TimeSpan::fromMinutes(24 * 60 + 55);
+        // The day has more than 86400 seconds, and one day is added once.
+        EXPECT_EQ(nextRun(daily(clockTime(0, 10), "MTWTFSS"), now, now),
+                  midnight + TimeSpan::fromMinutes(24 * 60 + 10));
+    }
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 // How often next runs ask the runtime for the time and the calendar.
-#include "tests/scheduler/model/nextruncases.h"
+#include "scheduler/model/nextrun.h"
+#include "tests/scheduler/model/entries.h"
 #include "tests/support/importedfunctions.h"
 
 #include <gtest/gtest.h>
@@ -15,12 +16,10 @@ struct Calls {
     int mktime = 0;
 
     friend bool operator==(const Calls&, const Calls&) = default;
-    friend std::ostream& operator<<(std::ostream& out, const Calls& calls) {
-        return out << calls.time << " time, " << calls.localtime << " localtime, " << calls.mktime
-                   << " mktime";
+    friend std::ostream& operator<<(std::ostream& out, const Calls& made) {
+        return out << made.time << " time, " << made.localtime << " localtime, " << made.mktime << " mktime";
     }
 };
-
 Calls calls;
 
 __time32_t countedTime(__time32_t* out) {
@@ -49,43 +48,32 @@ SCHEDULER_REPLACE_IMPORT(_mktime32, "__mktime32", countedMktime);
 
 namespace {
 
-using base::TimeSpan;
+using namespace test;
 using base::TimeValue;
 using scheduler::ScheduledProject;
-using test::clockTime;
-using test::daily;
-using test::hourly;
-using test::monthly;
-using test::ofKind;
-using test::once;
 
 Calls callsFor(const ScheduledProject& entry) {
     // Not the very second at which a month begins.
-    const TimeValue now = TimeValue::now() + TimeSpan::fromMinutes(1);
+    const TimeValue now = TimeValue::now() + base::TimeSpan::fromMinutes(1);
     calls = {};
     computeNextRun({}, entry, now, base::systemClock());
     return calls;
 }
 
-TEST(NextRunCalls, OnlyTheKindsOnTheCalendarMakeAny) {
-    EXPECT_EQ(callsFor(ofKind(0)), Calls());
-    EXPECT_EQ(callsFor(ofKind(1)), Calls());
-    EXPECT_EQ(callsFor(once(clockTime(12))), Calls());
+TEST(NextRunCalls, AreMadeForTheKindsOnTheCalendarOnlyAndAsFewAsPossible) {
+    for (const ScheduledProject& entry : {ofKind(0), ofKind(1), once(clockTime(12))})
+        EXPECT_EQ(callsFor(entry), Calls());
     EXPECT_EQ(callsFor(hourly(30)), (Calls{.localtime = 1, .mktime = 1}));
-}
-
-TEST(NextRunCalls, OneLookAtTheMomentAndOneAtTheTimeOfDay) {
-    const Calls expected = {.time = 1, .localtime = 2, .mktime = 1};
+    // One look at the moment and one at the time of day.
+    const Calls both = {.time = 1, .localtime = 2, .mktime = 1};
     for (const char* days : {"MTWTFSS", "M......", "......."})
-        EXPECT_EQ(callsFor(daily(clockTime(12), days)), expected) << days;
-    EXPECT_EQ(callsFor(monthly(clockTime(12), 40)), expected);
+        EXPECT_EQ(callsFor(daily(clockTime(12), days)), both) << days;
+    EXPECT_EQ(callsFor(monthly(clockTime(12), 40)), both);
+    EXPECT_EQ(callsFor(monthly(clockTime(0), 1)), (Calls{.time = 1, .localtime = 2, .mktime = 2}))
+        << "the next month is asked for when this month's day is gone";
 }
 
-TEST(NextRunCalls, TheNextMonthIsAskedForWhenThisOnesDayIsGone) {
-    EXPECT_EQ(callsFor(monthly(clockTime(0), 1)), (Calls{.time = 1, .localtime = 2, .mktime = 2}));
-}
-
-TEST(NextRunCalls, ASecondLookAtTheSameMomentAsksForTheTimeOfDayOnly) {
+TEST(NextRunCalls, AreForTheTimeOfDayOnlyAtASecondLookAtTheSameMoment) {
     const auto entries = {hourly(30), daily(clockTime(12), "M......"), monthly(clockTime(0), 1)};
     scheduler::NextRuns nextRuns({}, TimeValue::now(), base::systemClock());
     for (const ScheduledProject& entry : entries)

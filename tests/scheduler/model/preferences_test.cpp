@@ -5,11 +5,12 @@
 #include "scheduler/model/preferences.h"
 #include "tests/support/importedfunctions.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <algorithm>
 #include <cstring>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -21,13 +22,28 @@ using scheduler::savePreferences;
 /// The one value that cannot be written; empty: all can.
 std::string refusedValue;
 
-LSTATUS WINAPI simulatedSetValue(HKEY key, LPCSTR name, DWORD reserved, DWORD type, const BYTE* data,
-                                 DWORD size) {
+std::vector<std::string> read;
+std::vector<std::string> written;
+
+LSTATUS WINAPI noticedSetValue(HKEY key, LPCSTR name, DWORD reserved, DWORD type, const BYTE* data,
+                               DWORD size) {
     static const auto platform =
         test::platformFunction<decltype(&RegSetValueExA)>("advapi32.dll", "RegSetValueExA");
+    written.emplace_back(name);
     return refusedValue == name ? ERROR_ACCESS_DENIED : platform(key, name, reserved, type, data, size);
 }
-SCHEDULER_REPLACE_IMPORT(RegSetValueExA, "_RegSetValueExA@24", simulatedSetValue);
+SCHEDULER_REPLACE_IMPORT(RegSetValueExA, "_RegSetValueExA@24", noticedSetValue);
+
+LSTATUS WINAPI noticedQueryValue(HKEY key, LPCSTR name, LPDWORD reserved, LPDWORD type, LPBYTE data,
+                                 LPDWORD size) {
+    static const auto platform =
+        test::platformFunction<decltype(&RegQueryValueExA)>("advapi32.dll", "RegQueryValueExA");
+    // A text or a block is asked for its size first.
+    if (read.empty() || read.back() != name)
+        read.emplace_back(name);
+    return platform(key, name, reserved, type, data, size);
+}
+SCHEDULER_REPLACE_IMPORT(RegQueryValueExA, "_RegQueryValueExA@24", noticedQueryValue);
 
 const std::string testKey = "Software\\Brindlewood\\preferences_test";
 
@@ -86,16 +102,14 @@ protected:
     RegistryStore store{HKEY_CURRENT_USER, testKey + "\\State"};
 };
 
-// The key
-
-TEST(AppRegistryKey, IsNamedAfterTheMakerAndTheProgramsOwnFile) {
+TEST_F(PreferencesTest, HaveAKeyNamedAfterTheMakerAndTheProgramsOwnFile) {
     std::string program = base::baseNameOf(base::executablePath());
     std::ranges::transform(program, program.begin(), [](char c) {
         return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
     });
-    const RegistryStore store = scheduler::appRegistryKey("State");
-    EXPECT_EQ(store.root(), HKEY_CURRENT_USER);
-    EXPECT_EQ(store.path(), "Software\\Brindlewood\\" + program + "\\State");
+    const RegistryStore own = scheduler::appRegistryKey("State");
+    EXPECT_EQ(own.root(), HKEY_CURRENT_USER);
+    EXPECT_EQ(own.path(), "Software\\Brindlewood\\" + program + "\\State");
     EXPECT_EQ(scheduler::appRegistryKey("Other section").path(),
               "Software\\Brindlewood\\" + program + "\\Other section");
 }
@@ -129,20 +143,18 @@ TEST(RenamedProgram, DISABLED_StartsWithDefaultsUnderItsOwnKey) {
     expectEqual(preferences, Preferences());
 }
 
-TEST(AppRegistryKey, ARenamedProgramStartsWithDefaultsUnderItsNameInSmallLetters) {
-    RegistryStore store = scheduler::appRegistryKey(scheduler::stateSection);
-    ASSERT_TRUE(savePreferences(store, filledPreferences()));
+TEST_F(PreferencesTest, HaveTheirDefaultsInARenamedProgramUnderItsNameInSmallLetters) {
+    RegistryStore own = scheduler::appRegistryKey(scheduler::stateSection);
+    ASSERT_TRUE(savePreferences(own, filledPreferences()));
     EXPECT_EQ(runRenamed("My COPY.of it.exe", "RenamedProgram.*"), 0u);
 
     Preferences preferences;
-    EXPECT_TRUE(loadPreferences(store, preferences));
+    EXPECT_TRUE(loadPreferences(own, preferences));
     expectEqual(preferences, filledPreferences());
-    base::deleteKey(HKEY_CURRENT_USER, base::directoryOf(store.path()));
+    base::deleteKey(HKEY_CURRENT_USER, base::directoryOf(own.path()));
 }
 
-// Loading
-
-TEST_F(PreferencesTest, AFirstStartHasTheDefaults) {
+TEST_F(PreferencesTest, HaveTheirDefaultsAtAFirstStart) {
     Preferences preferences;
     EXPECT_FALSE(loadPreferences(store, preferences));
     EXPECT_FALSE(preferences.suspended);
@@ -152,18 +164,28 @@ TEST_F(PreferencesTest, AFirstStartHasTheDefaults) {
     EXPECT_EQ(preferences.windowState, base::WindowState{});
 }
 
-TEST_F(PreferencesTest, EverySettingComesBack) {
-    EXPECT_TRUE(savePreferences(store, filledPreferences()));
-    Preferences preferences;
-    EXPECT_TRUE(loadPreferences(store, preferences));
-    expectEqual(preferences, filledPreferences());
-
-    EXPECT_TRUE(savePreferences(store, Preferences()));
-    EXPECT_TRUE(loadPreferences(store, preferences));
-    expectEqual(preferences, Preferences());
+TEST_F(PreferencesTest, ComeBackAsTheyWereSaved) {
+    for (const Preferences& saved : {filledPreferences(), Preferences()}) {
+        EXPECT_TRUE(savePreferences(store, saved));
+        Preferences preferences;
+        EXPECT_TRUE(loadPreferences(store, preferences));
+        expectEqual(preferences, saved);
+        EXPECT_EQ(store.path(), testKey + "\\State") << "the store is left as it was";
+    }
 }
 
-TEST_F(PreferencesTest, EachMissingValueKeepsItsSettingAndNoOther) {
+TEST_F(PreferencesTest, AreSavedAndLoadedInTheirOrder) {
+    const auto inOrder = testing::ElementsAreArray(valueNames);
+    written.clear();
+    EXPECT_TRUE(savePreferences(store, filledPreferences()));
+    EXPECT_THAT(written, inOrder);
+    read.clear();
+    Preferences preferences;
+    EXPECT_TRUE(loadPreferences(store, preferences));
+    EXPECT_THAT(read, inOrder);
+}
+
+TEST_F(PreferencesTest, KeepTheSettingOfAMissingValueAndOfNoOther) {
     for (const std::string missing : valueNames) {
         ASSERT_TRUE(savePreferences(store, filledPreferences()));
         ASSERT_TRUE(
@@ -174,7 +196,7 @@ TEST_F(PreferencesTest, EachMissingValueKeepsItsSettingAndNoOther) {
     }
 }
 
-TEST_F(PreferencesTest, AnyNumberButZeroIsSetAndIsWrittenBackAsOne) {
+TEST_F(PreferencesTest, TakeAnyFlagButZeroAsSetAndWriteItBackAsOne) {
     ASSERT_TRUE(savePreferences(store, Preferences()));
     for (const std::uint32_t number : {1u, 2u, 0x100u, 0xFFFFFFFFu}) {
         for (const char* name : {"Suspended", "RunMultiple", "Autostart"})
@@ -189,7 +211,7 @@ TEST_F(PreferencesTest, AnyNumberButZeroIsSetAndIsWrittenBackAsOne) {
     }
 }
 
-TEST_F(PreferencesTest, AnyWaitTimeIsUsedAsItIsRead) {
+TEST_F(PreferencesTest, TakeAnyWaitTimeAsItIsRead) {
     ASSERT_TRUE(savePreferences(store, Preferences()));
     for (const std::uint32_t minutes : {0u, 1440u, 1441u, 0xFFFFFFFFu}) {
         put("WaitTime", minutes);
@@ -199,31 +221,23 @@ TEST_F(PreferencesTest, AnyWaitTimeIsUsedAsItIsRead) {
     }
 }
 
-TEST_F(PreferencesTest, AShortWindowStateIsNotTakenALongOneIsCut) {
-    const std::string bytes(70, 'w');
-    for (const std::size_t size : {std::size_t{1}, std::size_t{60}, std::size_t{61}, std::size_t{70}}) {
+TEST_F(PreferencesTest, TakeAWindowStateThatIsLongEnoughAndBinaryOnly) {
+    for (const std::size_t size : {1U, 60U, 61U, 70U}) {
         ASSERT_TRUE(savePreferences(store, filledPreferences()));
-        ASSERT_TRUE(base::writeBinary(HKEY_CURRENT_USER, testKey + "\\State", bytes.substr(0, size)));
+        ASSERT_TRUE(base::writeBinary(HKEY_CURRENT_USER, testKey + "\\State", std::string(size, 'w')));
         Preferences preferences;
         EXPECT_EQ(loadPreferences(store, preferences), size >= 61) << size;
         Preferences expected = filledPreferences();
         expected.windowState.fill(size >= 61 ? std::byte{'w'} : std::byte{0});
         expectEqual(preferences, expected);
     }
-}
-
-TEST_F(PreferencesTest, AWindowStateOfAnotherTypeIsNotTaken) {
-    ASSERT_TRUE(savePreferences(store, filledPreferences()));
     ASSERT_TRUE(base::writeString(HKEY_CURRENT_USER, testKey + "\\State", std::string(61, 's')));
     Preferences preferences;
     EXPECT_FALSE(loadPreferences(store, preferences));
-    EXPECT_EQ(preferences.windowState, base::WindowState{});
-    EXPECT_TRUE(preferences.suspended) << "the other settings are read all the same";
+    expectEqual(preferences, filledBut("State"));
 }
 
-// Saving
-
-TEST_F(PreferencesTest, TheWindowStateStandsAboveTheSection) {
+TEST_F(PreferencesTest, AreABlockAboveTheSectionAndNumbersWithinIt) {
     const Preferences preferences = filledPreferences();
     EXPECT_TRUE(savePreferences(store, preferences));
     EXPECT_EQ(typeOf(testKey, "State"), DWORD{REG_BINARY});
@@ -231,10 +245,6 @@ TEST_F(PreferencesTest, TheWindowStateStandsAboveTheSection) {
     EXPECT_TRUE(base::readBinary(HKEY_CURRENT_USER, testKey + "\\State", bytes));
     ASSERT_EQ(bytes.size(), 61u);
     EXPECT_EQ(std::memcmp(bytes.data(), preferences.windowState.data(), bytes.size()), 0);
-}
-
-TEST_F(PreferencesTest, TheSettingsAreNumbersWithinTheSection) {
-    EXPECT_TRUE(savePreferences(store, filledPreferences()));
     struct Row {
         const char* name;
         std::uint32_t number;
@@ -246,14 +256,7 @@ TEST_F(PreferencesTest, TheSettingsAreNumbersWithinTheSection) {
     }
 }
 
-TEST_F(PreferencesTest, TheStoresPathIsLeftAsItWas) {
-    Preferences preferences;
-    savePreferences(store, preferences);
-    loadPreferences(store, preferences);
-    EXPECT_EQ(store.path(), testKey + "\\State");
-}
-
-TEST_F(PreferencesTest, AnyValueThatCannotBeWrittenIsAFailureAndTheOthersAreWritten) {
+TEST_F(PreferencesTest, AreWrittenButForTheOneThatCannotBeWhichIsAFailure) {
     for (const char* refused : valueNames) {
         ASSERT_TRUE(savePreferences(store, Preferences()));
         refusedValue = refused;
@@ -265,7 +268,7 @@ TEST_F(PreferencesTest, AnyValueThatCannotBeWrittenIsAFailureAndTheOthersAreWrit
     }
 }
 
-TEST_F(PreferencesTest, AKeyThatCannotBeWrittenIsAFailure) {
+TEST_F(PreferencesTest, AreNeitherSavedNorLoadedWithoutAKey) {
     RegistryStore nowhere(nullptr, testKey + "\\State");
     EXPECT_FALSE(savePreferences(nowhere, Preferences()));
     Preferences preferences = filledPreferences();

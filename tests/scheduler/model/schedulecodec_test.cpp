@@ -1,87 +1,71 @@
-#include "scheduler/model/nextrun.h"
 #include "scheduler/model/schedulecodec.h"
-#include "tests/scheduler/model/schedulecodecbytes.h"
-#include "tests/support/allocations.h"
+#include "tests/scheduler/model/decodedschedule.h"
 #include "tests/support/encodedschedule.h"
-#include "tests/support/fakeclock.h"
 #include "tests/support/filledentry.h"
 
 #include <gmock/gmock.h>
 
-#include <cstring>
+#include <array>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace {
 
-using scheduler::kindCount;
+using namespace test;
 using scheduler::ScheduledProject;
-using scheduler::ScheduleKind;
-using test::append;
-using test::appendText;
-using test::Bytes;
-using test::bytes;
-using test::DecodingTest;
-using test::emptyRecordSize;
-using test::encodedSchedule;
-using test::headerSize;
-using test::severalEntries;
-using testing::ElementsAre;
+using namespace std::string_view_literals;
 
-// The exact bytes
+class ScheduleCodec : public DecodedSchedule {
+protected:
+    const std::vector<ScheduledProject> several = [] {
+        std::vector<ScheduledProject> entries(3);
+        entries[0].path = "C:\\a.kra";
+        entries[1] = filledEntry();
+        entries[2].dialupEntry = "Line";
+        return entries;
+    }();
+};
 
-TEST(EncodedSchedule, AnEmptyScheduleIsExactlyEightBytes) {
-    EXPECT_EQ(encodedSchedule({}), bytes({0x1C, 0xC7, 0x46, 0x00, 0, 0, 0, 0}));
+std::string text(const Bytes& content) {
+    return {reinterpret_cast<const char*>(content.data()), content.size()};
 }
 
-TEST(EncodedSchedule, ARecordWithEmptyTextsTakes82Bytes) {
-    EXPECT_EQ(encodedSchedule(std::vector<ScheduledProject>(1)).size(), headerSize + emptyRecordSize);
+constexpr std::string_view filledRecord = "\x11\0\0\0C:\\Sites\\news.kra" // path
+                                          "\x08\0\0\0"
+                                          "2 errors"         // lastResult
+                                          "\x14\x13\x12\x11" // lastRun
+                                          "\x04\0\0\0"       // kind
+                                          "\x24\x23\x22\x21" // time
+                                          "\xFE\xFF\xFF\xFF" // minutes
+                                          "\x34\x33\x32\x31" // afterIndex
+                                          "\0\x01\0\0\x01\x01\0"
+                                          "\x1F\0\0\0"            // dayOfMonth
+                                          "\x03\0\0\0"            // runCommand
+                                          "\x0B\0\0\0Office line" // dialupEntry
+                                          "\x5A\0\0\0"            // timeLimitMinutes
+                                          "\x01\x02\x03"          // disconnectWhenDone, disabled, running
+                                          "\x44\x43\x42\x41"      // waitingSince
+                                          "\x54\x53\x52\x51"      // runStart
+                                          "\x64\x63\x62\x61"      // runNumber
+                                          "\xFF\xFF\xFF\x7F"      // nextRun
+                                          "\xF4\xF3\xF2\xF1"      // retryLimit
+                                          "\xE4\xE3\xE2\xE1"      // retriesDone
+                                          "\x74\x73\x72\x71"sv;   // retryIntervalMinutes
+
+TEST_F(ScheduleCodec, WritesTheHeaderAndTheRecordsByteByByte) {
+    const std::string magic("\x1C\xC7\x46\0", 4);
+    EXPECT_EQ(text(encodedSchedule({})), magic + std::string(4, '\0'));
     EXPECT_EQ(encodedSchedule(std::vector<ScheduledProject>(5)).size(), headerSize + 5 * emptyRecordSize);
+    const std::string two = magic + "\x02" + std::string(3, '\0');
+    EXPECT_EQ(text(encodedSchedule(std::vector(2, filledEntry()))),
+              two + std::string(filledRecord) + std::string(filledRecord));
 }
 
-TEST(EncodedSchedule, AFullRecordByteByByte) {
-    Bytes expected = bytes({0x1C, 0xC7, 0x46, 0x00, 1, 0, 0, 0});
-    append(expected, bytes({17, 0, 0, 0}));
-    appendText(expected, "C:\\Sites\\news.kra");
-    append(expected, bytes({8, 0, 0, 0}));
-    appendText(expected, "2 errors");
-    append(expected, bytes({0x14, 0x13, 0x12, 0x11})); // lastRun
-    append(expected, bytes({4, 0, 0, 0}));             // kind
-    append(expected, bytes({0x24, 0x23, 0x22, 0x21})); // time
-    append(expected, bytes({0xFE, 0xFF, 0xFF, 0xFF})); // minutes
-    append(expected, bytes({0x34, 0x33, 0x32, 0x31})); // afterIndex
-    append(expected, bytes({0, 1, 0, 0, 1, 1, 0}));    // weekdays
-    append(expected, bytes({31, 0, 0, 0}));            // dayOfMonth
-    append(expected, bytes({3, 0, 0, 0}));             // runCommand
-    append(expected, bytes({11, 0, 0, 0}));
-    appendText(expected, "Office line");
-    append(expected, bytes({90, 0, 0, 0}));            // timeLimitMinutes
-    append(expected, bytes({1, 2, 3}));                // disconnectWhenDone, disabled, running
-    append(expected, bytes({0x44, 0x43, 0x42, 0x41})); // waitingSince
-    append(expected, bytes({0x54, 0x53, 0x52, 0x51})); // runStart
-    append(expected, bytes({0x64, 0x63, 0x62, 0x61})); // runNumber
-    append(expected, bytes({0xFF, 0xFF, 0xFF, 0x7F})); // nextRun
-    append(expected, bytes({0xF4, 0xF3, 0xF2, 0xF1})); // retryLimit
-    append(expected, bytes({0xE4, 0xE3, 0xE2, 0xE1})); // retriesDone
-    append(expected, bytes({0x74, 0x73, 0x72, 0x71})); // retryIntervalMinutes
-    EXPECT_EQ(encodedSchedule(std::vector{test::filledEntry()}), expected);
-}
-
-TEST(EncodedSchedule, RecordsFollowOneAnotherWithoutPadding) {
-    const std::vector<ScheduledProject> entries = severalEntries();
-    Bytes expected = bytes({0x1C, 0xC7, 0x46, 0x00, 3, 0, 0, 0});
-    for (const ScheduledProject& entry : entries) {
-        Bytes one = encodedSchedule(std::vector{entry});
-        one.erase(one.begin(), one.begin() + headerSize);
-        append(expected, one);
-    }
-    EXPECT_EQ(encodedSchedule(entries), expected);
-}
-
-TEST(EncodedSchedule, ComesInPiecesThatTogetherAreTheWhole) {
-    std::vector<ScheduledProject> entries = severalEntries();
-    entries.push_back(test::filledEntry());
+TEST_F(ScheduleCodec, WritesPiecesThatTogetherAreTheWhole) {
+    std::vector<ScheduledProject> entries = several;
+    entries.push_back(filledEntry());
     entries.back().lastResult = std::string(300, 'x'); // longer than every buffer but the last
     const Bytes whole = encodedSchedule(entries);
     for (const std::size_t size : {8U, 64U, 255U, 100000U}) {
@@ -95,103 +79,91 @@ TEST(EncodedSchedule, ComesInPiecesThatTogetherAreTheWhole) {
     }
 }
 
-TEST(EncodedSchedule, EndsAtThePieceThatIsRefused) {
-    const std::vector<ScheduledProject> entries(1000);
-    // One larger than a record and one smaller.
-    for (const std::size_t size : {100U, 8U}) {
-        Bytes buffer(size);
-        for (const int accepted : {0, 1, 5}) {
-            int pieces = 0;
-            EXPECT_FALSE(scheduler::encodeSchedule(
-                entries, buffer, [&](std::span<const std::byte>) { return pieces++ < accepted; }));
-            EXPECT_EQ(pieces, accepted + 1) << size;
-        }
-        int pieces = 0;
-        EXPECT_FALSE(scheduler::encodeSchedule({}, buffer, [&](std::span<const std::byte>) {
-            ++pieces;
-            return false;
-        })) << "also when it is the last";
-        EXPECT_EQ(pieces, 1);
-    }
+TEST_F(ScheduleCodec, EndsAtThePieceThatIsRefused) {
+    // With a buffer larger than a record and one smaller; the only piece of an empty schedule is its last.
+    for (const std::size_t size : {100U, 8U})
+        for (const std::size_t count : {1000U, 0U})
+            for (const int accepted : {0, 1, 5}) {
+                Bytes buffer(size);
+                int pieces = 0;
+                const bool whole = scheduler::encodeSchedule(
+                    std::vector<ScheduledProject>(count), buffer,
+                    [&](std::span<const std::byte>) { return pieces++ < accepted; });
+                EXPECT_EQ(whole, count == 0 && accepted > 0) << size << ", " << accepted;
+                EXPECT_EQ(pieces, count == 0 ? 1 : accepted + 1) << size;
+            }
 }
 
-// Reading back
-
-TEST_F(DecodingTest, EveryFieldComesBack) {
-    EXPECT_TRUE(decode(encodedSchedule(severalEntries())));
-    EXPECT_EQ(entries(), severalEntries());
-}
-
-TEST_F(DecodingTest, TheArrayIsSizedToTheCountAtOnce) {
-    const Bytes content = encodedSchedule(std::vector<ScheduledProject>(1000));
-    const std::size_t before = test::allocationCount;
-    EXPECT_TRUE(decode(content));
-    EXPECT_EQ(test::allocationCount, before + 1);
-    EXPECT_EQ(list.capacity(), 1000u);
-}
-
-TEST_F(DecodingTest, AnyTextComesBack) {
-    std::vector<ScheduledProject> stored(2);
+TEST_F(ScheduleCodec, ReadsAnyTextAndNumberAsItWasWritten) {
+    std::vector<ScheduledProject> stored = several;
     for (int character = 0; character < 256; ++character)
         stored[0].path += static_cast<char>(character); // the zero as well: a text is counted, not ended
     stored[0].lastResult.assign(100'000, 'x');
+    stored[2].runCommand = static_cast<scheduler::RunCommand>(99);
+    stored[2].kind = static_cast<scheduler::ScheduleKind>(-1);
+    stored[2].disabled = 255;
+    stored[2].weekdays.fill(200);
+    stored[2].afterIndex = -5;
     EXPECT_TRUE(decode(encodedSchedule(stored)));
-    EXPECT_EQ(entries(), stored);
+    EXPECT_EQ(entriesOf(list), stored);
 }
 
-TEST_F(DecodingTest, ACountOfNoneIsAnEmptySchedule) {
-    EXPECT_TRUE(decode(encodedSchedule({})));
-    EXPECT_TRUE(list.empty());
-}
-
-TEST_F(DecodingTest, WhatFollowsTheLastRecordIsIgnored) {
-    Bytes content = encodedSchedule(severalEntries());
-    append(content, bytes({1, 2, 3, 4, 5}));
-    EXPECT_TRUE(decode(content));
-    EXPECT_EQ(entries(), severalEntries());
-
-    content = encodedSchedule({});
-    append(content, bytes({9}));
-    EXPECT_TRUE(decode(content));
-    EXPECT_TRUE(list.empty());
-}
-
-TEST_F(DecodingTest, AnUnknownKindLoadsAndNeverRuns) {
-    const test::FakeClock clock(base::TimeValue(1'800'000'000));
-    for (const int kind : {-1, kindCount, kindCount + 1, 255, 0x7FFFFFFF}) {
-        std::vector<ScheduledProject> stored(1);
-        stored[0].kind = static_cast<ScheduleKind>(kind);
-        ASSERT_TRUE(decode(encodedSchedule(stored)));
-        EXPECT_EQ(entries(), stored);
-        EXPECT_EQ(computeNextRun({.startupFlag = true}, list[0], clock.now(), clock),
-                  base::TimeValue::never());
+TEST_F(ScheduleCodec, IgnoresWhatFollowsTheLastRecord) {
+    for (const std::vector<ScheduledProject>& stored : {several, {}}) {
+        Bytes content = encodedSchedule(stored);
+        content.resize(content.size() + 5, std::byte{1});
+        EXPECT_TRUE(decode(content));
+        EXPECT_EQ(entriesOf(list), stored);
     }
 }
 
-TEST_F(DecodingTest, ForeignNumbersAreKeptAsTheyAre) {
-    std::vector<ScheduledProject> stored(1);
-    stored[0].runCommand = static_cast<scheduler::RunCommand>(99);
-    stored[0].disabled = 255;
-    stored[0].weekdays.fill(200);
-    stored[0].afterIndex = -5;
-    stored[0].dayOfMonth = -1;
-    EXPECT_TRUE(decode(encodedSchedule(stored)));
-    EXPECT_EQ(entries(), stored);
+TEST_F(ScheduleCodec, LeavesTheScheduleUntouchedWithoutAHeaderAndItsMagic) {
+    list.assign(several);
+    Bytes content = encodedSchedule({});
+    while (!content.empty()) {
+        content.pop_back();
+        EXPECT_FALSE(decode(content)) << content.size() << " bytes";
+    }
+    content = encodedSchedule({});
+    EXPECT_FALSE(decode(content, 1));
+    content[2] = std::byte{0x47};
+    EXPECT_FALSE(decode(content));
+    EXPECT_EQ(entriesOf(list), several);
+
+    EXPECT_TRUE(decode(content, 0)) << "any magic will do";
+    EXPECT_TRUE(list.empty());
 }
 
-TEST_F(DecodingTest, ObserversLearnOfASuccessOnly) {
+TEST_F(ScheduleCodec, EmptiesTheScheduleWhenACountOrALengthIsNotSmallerThanTheFile) {
+    Bytes zeros(900);
+    putNumber(zeros, 0, scheduler::scheduleMagic);
+    putNumber(zeros, countOffset, 10);
+    ASSERT_TRUE(decode(zeros)) << "ten records of nothing";
+    constexpr std::size_t secondText = headerSize + 4;
+    constexpr std::size_t thirdText = headerSize + 8 + 35;
+    for (const std::size_t offset : {countOffset, headerSize, secondText, thirdText})
+        for (const std::uint32_t number : {900U, 901U, 0x7FFFFFFFU, 0x80000000U, 0xFFFFFFFFU}) {
+            Bytes content = zeros;
+            putNumber(content, offset, number);
+            list.append({});
+            EXPECT_FALSE(decode(content)) << offset << ", " << number;
+            EXPECT_TRUE(list.empty()) << offset << ", " << number;
+        }
+}
+
+TEST_F(ScheduleCodec, TellsObserversOfASuccessOnly) {
     struct Counter : scheduler::ScheduleObserver {
         std::vector<std::size_t> loads;
         void onEntryInserted(std::size_t, bool) override { ADD_FAILURE(); }
         void onEntriesLoaded(std::size_t count) override { loads.push_back(count); }
     } counter;
     list.addObserver(counter);
-    Bytes content = encodedSchedule(severalEntries());
+    Bytes content = encodedSchedule(several);
     decode(content);
     content.pop_back();
     decode(content);
     decode({});
-    EXPECT_THAT(counter.loads, ElementsAre(3u));
+    EXPECT_THAT(counter.loads, testing::ElementsAre(3u));
 }
 
 } // namespace

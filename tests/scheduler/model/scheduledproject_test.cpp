@@ -1,11 +1,11 @@
+#include "scheduler/model/edits.h"
 #include "scheduler/model/scheduledproject.h"
+#include "tests/scheduler/model/entries.h"
 #include "tests/support/filledentry.h"
 
 #include <gmock/gmock.h>
 
-#include <limits>
-#include <string>
-#include <type_traits>
+#include <utility>
 
 namespace {
 
@@ -56,37 +56,14 @@ TEST(ScheduledProject, KindsAndCommandsHaveTheirNumbers) {
                                                                  "Relink files", "Run complete refresh"));
 }
 
-TEST(ScheduledProject, CountsOfRetriesReachTheirFullRange) {
-    EXPECT_EQ(std::numeric_limits<decltype(ScheduledProject::retryLimit)>::max(), 0xFFFFFFFF);
-    EXPECT_TRUE((std::is_same_v<decltype(ScheduledProject::minutes), std::int32_t>));
+TEST(ScheduledProject, IsACommandLineWithTheExactPrefixOnly) {
+    for (const char* path : {"run:", "run: cmd /c exit"})
+        EXPECT_TRUE(isCommandLine(test::withPath(path))) << path;
+    for (const char* path : {"RUN:cmd", "Run:cmd", " run:cmd", "run", ""})
+        EXPECT_FALSE(isCommandLine(test::withPath(path))) << path;
 }
 
-TEST(ScheduledProject, ACopyHasEveryFieldAndItsOwnTexts) {
-    const ScheduledProject original = test::filledEntry();
-    ScheduledProject copy = original;
-    EXPECT_EQ(copy, original);
-    copy.path[0] = 'D';
-    copy.lastResult.clear();
-    copy.dialupEntry += '!';
-    EXPECT_EQ(original, test::filledEntry());
-}
-
-TEST(ScheduledProject, OnlyTheExactPrefixMakesACommandLine) {
-    struct Row {
-        const char* path;
-        bool isCommandLine;
-    };
-    for (const Row& row :
-         {Row{"run:", true}, Row{"run: cmd /c exit", true}, Row{"RUN:cmd", false}, Row{"Run:cmd", false},
-          Row{" run:cmd", false}, Row{"run", false}, Row{"", false}}) {
-        ScheduledProject entry;
-        entry.path = row.path;
-        EXPECT_EQ(isCommandLine(entry), row.isCommandLine) << row.path;
-        EXPECT_EQ(scheduler::isCommandLine(row.path), row.isCommandLine) << row.path;
-    }
-}
-
-TEST(ScheduledProject, ResettingTheRunStateLeavesEverythingElse) {
+TEST(ScheduledProject, KeepsEverythingElseWhenItsRunStateIsReset) {
     ScheduledProject expected = test::filledEntry();
     expected.running = 0;
     expected.waitingSince = TimeValue(0);
@@ -97,6 +74,36 @@ TEST(ScheduledProject, ResettingTheRunStateLeavesEverythingElse) {
     ScheduledProject entry = test::filledEntry();
     scheduler::resetRunState(entry);
     EXPECT_EQ(entry, expected);
+}
+
+/// Field by field, so that a field that is added to the record has to find its side.
+ScheduledProject withUsersFieldsOf(ScheduledProject entry, const ScheduledProject& user) {
+    auto& [path, lastResult, lastRun, kind, time, minutes, afterIndex, weekdays, dayOfMonth, runCommand,
+           dialupEntry, timeLimitMinutes, disconnectWhenDone, disabled, running, waitingSince, runStart,
+           runNumber, nextRun, retryLimit, retriesDone, retryIntervalMinutes] = entry;
+    path = user.path;
+    kind = user.kind;
+    time = user.time;
+    minutes = user.minutes;
+    afterIndex = user.afterIndex;
+    weekdays = user.weekdays;
+    dayOfMonth = user.dayOfMonth;
+    runCommand = user.runCommand;
+    dialupEntry = user.dialupEntry;
+    timeLimitMinutes = user.timeLimitMinutes;
+    disconnectWhenDone = user.disconnectWhenDone;
+    return entry;
+}
+
+TEST(ScheduledProject, TakesFromAnEditWhatAUserSetsAndNothingElse) {
+    // No field of one has the value that it has in the other.
+    const ScheduledProject filled = test::filledEntry();
+    const ScheduledProject blank;
+    for (const auto& [entry, edited] : {std::pair{filled, blank}, std::pair{blank, filled}}) {
+        ScheduledProject changed = entry;
+        applyEdit(changed, edited);
+        EXPECT_EQ(changed, withUsersFieldsOf(entry, edited));
+    }
 }
 
 } // namespace

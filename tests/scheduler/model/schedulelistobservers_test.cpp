@@ -1,284 +1,179 @@
-#include "tests/scheduler/model/schedulelistnames.h"
-#include "tests/support/allocations.h"
+#include "scheduler/model/schedulelist.h"
+#include "tests/scheduler/model/entries.h"
+#include "tests/support/eventlog.h"
 
 #include <gmock/gmock.h>
 
 #include <cstddef>
 #include <new>
 #include <span>
+#include <string>
+#include <utility>
 #include <vector>
 
 namespace {
 
+using namespace test;
 using scheduler::ScheduleBatch;
 using scheduler::ScheduledProject;
-using scheduler::ScheduleList;
-using test::fill;
-using test::MockObserver;
-using test::named;
-using test::namesIn;
 using testing::ElementsAre;
-using testing::InSequence;
-using testing::NiceMock;
-using testing::StrictMock;
 
-/// Counts without taking memory, which a mock does.
-struct Counter : scheduler::ScheduleObserver {
-    std::size_t removed = 0;
-    int cleared = 0;
-    int changes = 0;
-    void onEntriesRemoved(std::span<const std::size_t> positions) override { removed += positions.size(); }
-    void onCleared() override { ++cleared; }
-    void onScheduleChanged() override { ++changes; }
+/// Notes what it is told, and which entries there are at that moment.
+class Listener : public scheduler::ScheduleObserver {
+public:
+    Listener(const scheduler::ScheduleList& list, EventLog& log, std::string name = "")
+        : list_(list), log_(log), name_(std::move(name)) {}
+
+    std::size_t room = 100;
+
+private:
+    void makeRoom(std::size_t count) override {
+        if (count > room)
+            throw std::bad_alloc();
+    }
+    void onEntryInserted(std::size_t position, bool becameLast) override {
+        note("inserted " + std::to_string(position) + (becameLast ? ", the last" : ""));
+    }
+    void onEntriesLoaded(std::size_t count) override { note("loaded " + std::to_string(count)); }
+    void onEntriesRemoved(std::span<const std::size_t> positions) override {
+        std::string what = "removed";
+        for (const std::size_t position : positions)
+            what += " " + std::to_string(position);
+        note(what);
+    }
+    void onCleared() override { note("cleared"); }
+    void onScheduleChanged() override { note("changed"); }
+
+    void note(const std::string& what) {
+        log_.push_back(name_ + what + ": ");
+        for (const ScheduledProject& entry : list_)
+            log_.back() += entry.path;
+    }
+
+    const scheduler::ScheduleList& list_;
+    EventLog& log_;
+    std::string name_;
 };
 
-// Positions
+class ScheduleObservers : public testing::Test {
+protected:
+    ScheduleObservers() { list.addObserver(listener); }
 
-TEST(ScheduleList, RemovalsAreToldOnceTheyHaveHappened) {
-    NiceMock<MockObserver> observer;
-    ScheduleList list;
-    fill(list, {"a", "b", "c", "d", "e"});
-    list.addObserver(observer);
-    const auto expectTold = [&](std::vector<std::size_t> positions, std::size_t left) {
-        EXPECT_CALL(observer, onEntriesRemoved(testing::ElementsAreArray(positions))).WillOnce([&list, left] {
-            EXPECT_EQ(list.size(), left);
-        });
-    };
-    const InSequence sequence;
-    expectTold({1}, 4);
-    expectTold({3, 0}, 2);
-    EXPECT_CALL(observer, onCleared).WillOnce([&] { EXPECT_TRUE(list.empty()); });
+    /// What was told since the last look.
+    EventLog told() { return std::exchange(log, {}); }
+
+    scheduler::ScheduleList list;
+    EventLog log;
+    Listener listener{list, log};
+};
+
+TEST_F(ScheduleObservers, AreToldOfPositionsThenOfTheChangeOnceItHasHappened) {
+    list.append(withPath("c"));
+    EXPECT_THAT(told(), ElementsAre("inserted 0, the last: c", "changed: c"));
+    list.insert(0, withPath("a"));
+    EXPECT_THAT(told(), ElementsAre("inserted 0: ac", "changed: ac"));
+    list.insert(1, withPath("b"));
+    EXPECT_THAT(told(), ElementsAre("inserted 1: abc", "changed: abc"));
+    list.insert(99, withPath("d"));
+    EXPECT_THAT(told(), ElementsAre("inserted 3, the last: abcd", "changed: abcd"));
+    list.replace(0, withPath("e"));
+    EXPECT_THAT(told(), ElementsAre("changed: ebcd"));
     list.remove(1);
-    list.removeAll({3, 0});
-    list.removeAll({}); // nothing has happened
+    EXPECT_THAT(told(), ElementsAre("removed 1: ecd", "changed: ecd"));
+    list.removeAll({2, 0});
+    EXPECT_THAT(told(), ElementsAre("removed 2 0: c", "changed: c"));
+    list.removeAll({});
+    EXPECT_THAT(told(), ElementsAre());
+    list.noteChange();
+    EXPECT_THAT(told(), ElementsAre("changed: c"));
+    list.assign({withPath("f"), withPath("g")});
+    EXPECT_THAT(told(), ElementsAre("loaded 2: fg", "changed: fg"));
     list.clear();
+    EXPECT_THAT(told(), ElementsAre("cleared: ", "changed: "));
 }
 
-TEST(ScheduleList, RemovalsAreToldWithoutMemory) {
-    Counter counter;
-    ScheduleList list;
-    fill(list, {"a", "b", "c", "d", "e"});
-    list.addObserver(counter);
-    const std::vector<std::size_t> descending = {3, 1};
-    {
-        const test::RefusedAllocations refused;
-        list.removeAll(descending);
-        list.remove(0);
-        list.clear();
-    }
-    EXPECT_EQ(counter.removed, 3U);
-    EXPECT_EQ(counter.cleared, 1);
-    EXPECT_EQ(counter.changes, 3);
+TEST_F(ScheduleObservers, AreToldInTheirOrderUntilTheyLeave) {
+    Listener other(list, log, "other ");
+    list.addObserver(other);
+    list.append(withPath("a"));
+    EXPECT_THAT(told(), ElementsAre("inserted 0, the last: a", "other inserted 0, the last: a", "changed: a",
+                                    "other changed: a"));
+    list.removeObserver(listener);
+    list.removeObserver(listener); // once more: nothing happens
+    list.clear();
+    EXPECT_THAT(told(), ElementsAre("other cleared: ", "other changed: "));
+    list.addObserver(listener);
+    list.noteChange();
+    EXPECT_THAT(told(), ElementsAre("other changed: ", "changed: "));
 }
 
-TEST(ScheduleList, ObserversLearnThePositionAndWhetherItIsTheLast) {
-    NiceMock<MockObserver> observer;
-    ScheduleList list;
-    list.addObserver(observer);
-    {
-        const InSequence inThisOrder;
-        EXPECT_CALL(observer, onEntryInserted(0, true));
-        EXPECT_CALL(observer, onEntryInserted(0, false));
-        EXPECT_CALL(observer, onEntryInserted(1, false));
-        EXPECT_CALL(observer, onEntryInserted(3, true));
-    }
-    list.append(named("c"));
-    list.insert(0, named("a"));
-    list.insert(1, named("b"));
-    list.insert(99, named("d"));
-}
-
-TEST(ScheduleList, ObserversSeeTheChangedList) {
-    ScheduleList list;
-    testing::NiceMock<MockObserver> observer;
-    list.addObserver(observer);
-    ON_CALL(observer, onEntryInserted).WillByDefault([&](std::size_t position, bool) {
-        EXPECT_EQ(list[position].path, "new");
-    });
-    EXPECT_CALL(observer, onEntryInserted).Times(1);
-    list.append(named("new"));
-}
-
-TEST(ScheduleList, ObserversLearnOfALoad) {
-    NiceMock<MockObserver> first;
-    NiceMock<MockObserver> second;
-    ScheduleList list;
-    list.append(named("old"));
-    list.addObserver(first);
-    list.addObserver(second);
-    const InSequence inThisOrder;
-    EXPECT_CALL(first, onEntriesLoaded(2)).WillOnce([&] {
-        EXPECT_THAT(namesIn(list), ElementsAre("a", "b"));
-    });
-    EXPECT_CALL(second, onEntriesLoaded(2));
-    list.assign({named("a"), named("b")});
-}
-
-TEST(ScheduleList, AnObserverHearsOnlyWhatItCaresFor) {
+TEST_F(ScheduleObservers, NeedNotCareForAnything) {
     struct Indifferent : scheduler::ScheduleObserver {
     } observer;
-    ScheduleList list;
-    list.addObserver(observer);
-    fill(list, {"a", "b", "c"});
-    list.remove(2);
-    list.removeAll({1});
-    list.clear();
-    list.assign({named("d")});
-    EXPECT_THAT(namesIn(list), ElementsAre("d"));
+    scheduler::ScheduleList other;
+    other.addObserver(observer);
+    other.append({});
+    other.append({});
+    other.removeAll({1});
+    other.clear();
+    EXPECT_TRUE(other.assign(std::vector<ScheduledProject>(2)));
+    EXPECT_EQ(other.size(), 2u);
 }
 
-TEST(ScheduleList, AnObserverThatLeftIsToldNothing) {
-    NiceMock<MockObserver> stays;
-    StrictMock<MockObserver> leaves;
-    ScheduleList list;
-    list.addObserver(leaves);
-    list.addObserver(stays);
-    list.removeObserver(leaves);
-    EXPECT_CALL(stays, onEntryInserted(0, true));
-    list.append(named("a"));
-    list.removeObserver(leaves); // once more: nothing happens
-
-    list.addObserver(leaves);
-    EXPECT_CALL(stays, onEntryInserted(1, true));
-    EXPECT_CALL(leaves, onEntryInserted(1, true));
-    EXPECT_CALL(leaves, onScheduleChanged);
-    list.append(named("b"));
-}
-
-TEST(ScheduleList, NothingComesInThatAnObserverHasNoRoomFor) {
-    struct Narrow : scheduler::ScheduleObserver {
-        std::size_t room = 2;
-        int told = 0;
-        void makeRoom(std::size_t count) override {
-            if (count > room)
-                throw std::bad_alloc();
-        }
-        void onEntryInserted(std::size_t, bool) override { ++told; }
-        void onEntriesLoaded(std::size_t) override { ++told; }
-        void onScheduleChanged() override { ++told; }
-    } narrow;
-    ScheduleList list;
-    list.addObserver(narrow);
-    fill(list, {"a", "b"});
-    narrow.told = 0;
-    EXPECT_EQ(list.append(named("c")), ScheduleList::noMemory);
+TEST_F(ScheduleObservers, KeepOutWhatTheyHaveNoRoomFor) {
+    listener.room = 2;
+    list.assign({withPath("a"), withPath("b")});
+    told();
+    EXPECT_EQ(list.append(withPath("c")), scheduler::ScheduleList::noMemory);
     EXPECT_FALSE(list.assign(std::vector<ScheduledProject>(3)));
-    EXPECT_THAT(namesIn(list), ElementsAre("a", "b"));
-    EXPECT_EQ(narrow.told, 0);
-    EXPECT_TRUE(list.assign({named("d"), named("e")}));
-    EXPECT_THAT(namesIn(list), ElementsAre("d", "e"));
+    EXPECT_THAT(told(), ElementsAre());
+    EXPECT_THAT(pathsOf(list), ElementsAre("a", "b"));
 }
 
-// Changes
-
-TEST(ScheduleList, AChangeIsToldAfterThePositions) {
-    StrictMock<MockObserver> observer;
-    ScheduleList list;
-    list.addObserver(observer);
-    const InSequence sequence;
-    EXPECT_CALL(observer, onEntryInserted);
-    EXPECT_CALL(observer, onScheduleChanged);
-    list.append(named("a"));
-    EXPECT_CALL(observer, onScheduleChanged).WillOnce([&] { EXPECT_EQ(list[0].path, "b"); });
-    list.replace(0, named("b"));
-    EXPECT_CALL(observer, onEntriesRemoved);
-    EXPECT_CALL(observer, onScheduleChanged);
-    list.remove(0);
-    EXPECT_CALL(observer, onEntriesLoaded);
-    EXPECT_CALL(observer, onScheduleChanged);
-    list.assign({named("c"), named("d")});
-    EXPECT_CALL(observer, onEntriesRemoved);
-    EXPECT_CALL(observer, onScheduleChanged);
-    list.removeAll({1});
-    EXPECT_CALL(observer, onCleared);
-    EXPECT_CALL(observer, onScheduleChanged);
-    list.clear();
-    EXPECT_CALL(observer, onScheduleChanged);
+TEST_F(ScheduleObservers, AreToldOfTheChangesOfABatchOnceAtItsEnd) {
     list.noteChange();
-}
-
-TEST(ScheduleList, EveryObserverIsToldOfAChange) {
-    Counter first;
-    Counter second;
-    ScheduleList list;
-    list.addObserver(first);
-    list.addObserver(second);
-    list.noteChange();
-    EXPECT_EQ(first.changes, 1);
-    EXPECT_EQ(second.changes, 1);
-}
-
-class ScheduleBatchTest : public testing::Test {
-protected:
-    ScheduleBatchTest() { list.addObserver(counter); }
-
-    Counter counter;
-    ScheduleList list;
-};
-
-TEST_F(ScheduleBatchTest, TellsOfItsChangesOnceAtItsEnd) {
-    {
-        const ScheduleBatch batch(list);
-        EXPECT_FALSE(batch.hasChanges());
-        list.append(named("a"));
-        EXPECT_TRUE(batch.hasChanges());
-        list.remove(0);
-        EXPECT_EQ(counter.removed, 1U) << "positions are told at once";
-        list.noteChange();
-        EXPECT_EQ(counter.changes, 0);
-    }
-    EXPECT_EQ(counter.changes, 1);
-    list.noteChange();
-    EXPECT_EQ(counter.changes, 2) << "without a batch again at once";
-}
-
-TEST_F(ScheduleBatchTest, TellsNothingWhenNothingChanged) {
-    list.noteChange();
+    told();
     {
         const ScheduleBatch batch(list);
         EXPECT_FALSE(batch.hasChanges()) << "the change was before the batch";
-    }
-    EXPECT_EQ(counter.changes, 1);
-}
-
-TEST_F(ScheduleBatchTest, EachBatchBeginsWithoutChanges) {
-    {
-        const ScheduleBatch batch(list);
+        list.append(withPath("a"));
+        EXPECT_TRUE(batch.hasChanges());
+        list.remove(0);
         list.noteChange();
+        EXPECT_THAT(told(), ElementsAre("inserted 0, the last: a", "removed 0: ")) << "positions at once";
     }
+    EXPECT_THAT(told(), ElementsAre("changed: "));
     {
         const ScheduleBatch batch(list);
-        EXPECT_FALSE(batch.hasChanges());
+        EXPECT_FALSE(batch.hasChanges()) << "each batch begins without changes";
     }
-    EXPECT_EQ(counter.changes, 1);
+    EXPECT_THAT(told(), ElementsAre());
+    list.noteChange();
+    EXPECT_THAT(told(), ElementsAre("changed: ")) << "without a batch at once";
 }
 
-TEST_F(ScheduleBatchTest, OnlyTheOutermostOfNestedBatchesTells) {
+TEST_F(ScheduleObservers, AreToldAtTheEndOfTheOutermostBatchEvenByAnException) {
     {
         const ScheduleBatch outer(list);
         {
             const ScheduleBatch inner(list);
             list.noteChange();
         }
-        EXPECT_EQ(counter.changes, 0);
         EXPECT_TRUE(outer.hasChanges());
         { const ScheduleBatch withoutChanges(list); }
-        EXPECT_EQ(counter.changes, 0);
+        EXPECT_THAT(told(), ElementsAre());
     }
-    EXPECT_EQ(counter.changes, 1);
-}
-
-TEST_F(ScheduleBatchTest, TellsWhenAnExceptionLeavesIt) {
+    EXPECT_THAT(told(), ElementsAre("changed: "));
     try {
         const ScheduleBatch outer(list);
         const ScheduleBatch inner(list);
         list.noteChange();
         throw std::bad_alloc();
     } catch (const std::bad_alloc&) {
-        EXPECT_EQ(counter.changes, 1);
+        EXPECT_THAT(told(), ElementsAre("changed: "));
     }
     list.noteChange();
-    EXPECT_EQ(counter.changes, 2);
+    EXPECT_THAT(told(), ElementsAre("changed: "));
 }
 
 } // namespace

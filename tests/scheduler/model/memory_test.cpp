@@ -1,0 +1,171 @@
+// What the schedule does without memory, and how much it takes.
+#include "scheduler/model/additions.h"
+#include "scheduler/model/edits.h"
+#include "tests/scheduler/model/decodedschedule.h"
+#include "tests/scheduler/model/entries.h"
+#include "tests/support/allocations.h"
+#include "tests/support/damagedschedule.h"
+#include "tests/support/encodedschedule.h"
+#include "tests/support/fakeclock.h"
+#include "tests/support/fakeschedulestore.h"
+
+#include <gmock/gmock.h>
+
+#include <cstddef>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace {
+
+using namespace test;
+using scheduler::ScheduledProject;
+using scheduler::ScheduleList;
+using testing::ElementsAre;
+
+const std::string longName = "a name that is too long to lie within its string";
+
+/// Counts without taking memory, which a mock does.
+struct Counter : scheduler::ScheduleObserver {
+    std::size_t inserted = 0;
+    std::size_t removed = 0;
+    int cleared = 0;
+    int changes = 0;
+    void onEntryInserted(std::size_t, bool) override { ++inserted; }
+    void onEntriesRemoved(std::span<const std::size_t> positions) override { removed += positions.size(); }
+    void onCleared() override { ++cleared; }
+    void onScheduleChanged() override { ++changes; }
+};
+
+class Memory : public DecodedSchedule {
+protected:
+    Memory() {
+        list.assign({withPath("a"), withPath("b")});
+        list.addObserver(counter);
+    }
+
+    FakeClock clock;
+    FakeScheduleStore store;
+    Counter counter;
+};
+
+TEST_F(Memory, AnInsertWithoutItLeavesTheListAsItWas) {
+    ScheduleList empty;
+    ScheduledProject record = withPath(longName);
+    std::ptrdiff_t result = 0;
+    std::ptrdiff_t firstResult = 0;
+    {
+        const RefusedAllocations refused;
+        result = list.insert(1, std::move(record));
+        firstResult = empty.append(ScheduledProject());
+    }
+    EXPECT_EQ(result, -1);
+    EXPECT_THAT(pathsOf(list), ElementsAre("a", "b"));
+    EXPECT_EQ(list.capacity(), 2U);
+    EXPECT_EQ(counter.inserted, 0U);
+    EXPECT_EQ(firstResult, ScheduleList::noMemory);
+    EXPECT_EQ(empty.append(ScheduledProject()), 0) << "memory is back";
+}
+
+TEST_F(Memory, IsNotNeededForAnInsertThatHasRoomNorToTellOfChanges) {
+    list.append(withPath("c"));
+    ASSERT_LT(list.size(), list.capacity());
+    const std::vector<std::size_t> descending = {3, 1};
+    std::ptrdiff_t result = -1;
+    {
+        const RefusedAllocations refused;
+        result = list.insert(0, ScheduledProject());
+        list.removeAll(descending);
+        list.remove(0);
+        list.clear();
+    }
+    EXPECT_EQ(result, 0);
+    EXPECT_EQ(counter.inserted, 2U);
+    EXPECT_EQ(counter.removed, 3U);
+    EXPECT_EQ(counter.cleared, 1);
+    EXPECT_EQ(counter.changes, 5);
+}
+
+TEST_F(Memory, AnEditTakesNone) {
+    ScheduledProject edited = filledEntry();
+    edited.path = edited.dialupEntry = longName;
+    {
+        const RefusedAllocations refused;
+        EXPECT_NO_THROW(applyEdit(list[0], std::move(edited)));
+    }
+    EXPECT_EQ(list[0].path, longName);
+    EXPECT_EQ(list[0].dialupEntry, longName);
+}
+
+TEST_F(Memory, AnEntryWithoutItIsNeitherAddedNorSaved) {
+    constexpr std::size_t muchMemory = 10'000;
+    const std::vector<std::string> names = {"C:\\a.kra", std::string(muchMemory, 'b'), "c.kra"};
+    list.clear();
+    {
+        const RefusedAllocations refused(muchMemory);
+        addEntries(list, {}, names, {}, clock, store);
+    }
+    EXPECT_THAT(pathsOf(list), ElementsAre("C:\\a.kra", "C:\\\\c.kra"))
+        << "one file does not keep the others out";
+    EXPECT_EQ(store.saved.size(), 2U);
+
+    ScheduleList empty;
+    {
+        const RefusedAllocations refused;
+        addEntry(empty, {}, {}, clock, store);
+    }
+    EXPECT_TRUE(empty.empty());
+    EXPECT_EQ(store.saved.size(), 2U);
+}
+
+TEST_F(Memory, ALoadWithoutItLeavesNoEntries) {
+    const Bytes content = encodedSchedule(richSchedule());
+    bool decoded = true;
+    {
+        const RefusedAllocations refused;
+        decoded = decode(content);
+    }
+    EXPECT_FALSE(decoded);
+    EXPECT_TRUE(list.empty());
+}
+
+TEST_F(Memory, ALoadSizesItsArrayToTheCountAtOnce) {
+    const Bytes content = encodedSchedule(std::vector<ScheduledProject>(1000));
+    const std::size_t before = allocationCount;
+    EXPECT_TRUE(decode(content));
+    EXPECT_EQ(allocationCount, before + 1);
+    EXPECT_EQ(list.capacity(), 1000U);
+}
+
+TEST_F(Memory, ACountNotSmallerThanTheFileIsRefusedBeforeAnyIsTaken) {
+    Bytes content = encodedSchedule({});
+    content.resize(900);
+    for (const std::uint32_t count : {1000U, 900U}) {
+        putNumber(content, countOffset, count);
+        const std::size_t before = allocationCount;
+        EXPECT_FALSE(decode(content));
+        EXPECT_EQ(allocationCount, before) << count;
+    }
+}
+
+TEST_F(Memory, ADamagedFileTakesNoMoreThanItsSizeSuggests) {
+    const Bytes whole = encodedSchedule(richSchedule());
+    std::vector<Bytes> contents;
+    for (std::uint32_t seed = 1; seed <= 500; ++seed)
+        contents.push_back(Damage(whole, seed).done());
+    // The largest count that is smaller than the file.
+    contents.emplace_back(1'000'000);
+    putNumber(contents.back(), 0, scheduler::scheduleMagic);
+    putNumber(contents.back(), countOffset, 999'999);
+    for (const Bytes& content : contents) {
+        const std::size_t before = allocatedBytes;
+        decode(content);
+        // One array for the entries the content can hold, one more while it grows by the last, damaged one,
+        // and the texts, which are parts of the content.
+        EXPECT_LE(allocatedBytes - before,
+                  (content.size() / emptyRecordSize + 1) * 3 * sizeof(ScheduledProject) + 2 * content.size() +
+                      3 * 64);
+    }
+}
+
+} // namespace

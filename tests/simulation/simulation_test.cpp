@@ -1,0 +1,87 @@
+// Months and years of hundreds of random entries, in which the program and the plain rules do the same.
+#include "tests/simulation/simulation.h"
+#include "tests/support/instants.h"
+#include "tests/support/seeds.h"
+
+#include <gtest/gtest.h>
+
+#include <iostream>
+#include <memory>
+
+namespace {
+
+using namespace simulation;
+
+// Under the sanitizers each step takes many times as long as on the platform.
+#ifdef _WIN32
+constexpr int partOfTheTime = 1;
+#else
+constexpr int partOfTheTime = 4;
+#endif
+
+/// A beginning such that the clock changes within the next weeks; any, when it never does here, and now and
+/// then.
+Second randomStart(Dice& dice) {
+    static const std::vector<std::int32_t> changes = test::clockChanges();
+    if (changes.empty() || dice.oneIn(4))
+        return 1'700'000'000 + Second{dice.upTo(1200)} * day + dice.upTo(86'400);
+    const auto change = changes[static_cast<std::size_t>(dice.upTo(static_cast<int>(changes.size()) - 1))];
+    return change - dice.between(1, 20) * day - dice.upTo(86'400);
+}
+
+class SimulatedTest : public testing::TestWithParam<Conflicts> {
+protected:
+    SimulatedTest() { plan.conflicts = GetParam(); }
+
+    void simulate(unsigned long usualNumber, bool everySecond) {
+        plan.length /= partOfTheTime;
+        for (const std::uint64_t seed : test::seeds(usualNumber)) {
+            Dice dice(seed ^ 0x5EED);
+            plan.start = randomStart(dice);
+            const auto simulated = std::make_unique<Simulation>(seed, plan);
+            simulated->run(everySecond);
+            std::cout << "seed " << seed << " from " << plan.start << ": " << simulated->steps() << " steps, "
+                      << simulated->launches() << " runs\n";
+            ASSERT_FALSE(HasFailure()) << "SCHEDULER_SEED=" << seed;
+            EXPECT_GT(simulated->launches(), 10u);
+        }
+    }
+
+    Plan plan;
+};
+
+class SimulatedMonths : public SimulatedTest {};
+
+TEST_P(SimulatedMonths, AreTheSameForTheProgramAndThePlainRules) {
+    simulate(3, false);
+}
+
+TEST_P(SimulatedMonths, AreTheSameInEverySecondOfADay) {
+    plan.length = 26 * hour;
+    plan.actsPerDay = 40;
+    simulate(1, true);
+}
+
+INSTANTIATE_TEST_SUITE_P(Policies, SimulatedMonths,
+                         testing::Values(Conflicts::Wait, Conflicts::SideBySide, Conflicts::Changing));
+
+class SimulatedYears : public SimulatedTest {};
+
+TEST_P(SimulatedYears, AreTheSameForTheProgramAndThePlainRules) {
+    plan.length = 3652 * day;
+    plan.entries = 500;
+    plan.mix.hourlyPerThousand = 5; // each of them runs 87,000 times
+    plan.mix.dailyPerThousand = 40;
+    plan.mix.pausedRingMinutes = 1440;
+    plan.actsPerDay = 2;
+    plan.daysPerRestart = 20;
+    plan.daysPerSuspension = 20;
+    plan.daysPerDryRun = 100;
+    plan.daysPerClockChange = 60;
+    plan.stepsPerComparison = 64;
+    simulate(1, false);
+}
+
+INSTANTIATE_TEST_SUITE_P(Policies, SimulatedYears, testing::Values(Conflicts::Changing));
+
+} // namespace
