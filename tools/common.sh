@@ -10,7 +10,7 @@ home=${HOME:-$(getent passwd "$EUID" | cut -d: -f6)}
 cache=${XDG_CACHE_HOME:-$home/.cache}/corvane-scheduler
 recipe=$(cat "$top"/tools/{winroot,debian} | sha256sum)
 # shellcheck disable=SC2034 # for those who source this
-winroot=$cache/${recipe:0:12}
+winroot=$cache/${recipe:0:12}${CORVANE_SUITE:+-$CORVANE_SUITE}
 # Boost's headers, where the machine's own are too old.
 # shellcheck disable=SC2034 # for those who source this, cmake/boost.cmake among them
 boost=$cache/boost/usr/include/boost

@@ -211,8 +211,8 @@ find_old_roots() {
     local folder
     old_roots=()
     for folder in "$cache"/*; do
-        [[ -d $folder && ${folder##*/} =~ ^([0-9a-f]{12}|.*\.half)$ ]] || continue
-        [[ -z $remove && $folder == "$winroot"* ]] || old_roots+=("$folder")
+        [[ -d $folder && ${folder##*/} =~ ^([0-9a-f]{12}(-[a-z]+)?|.*\.half)$ ]] || continue
+        [[ -z $remove && ${folder##*/} == "${recipe:0:12}"* ]] || old_roots+=("$folder")
     done
 }
 
