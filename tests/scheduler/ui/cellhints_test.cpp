@@ -3,8 +3,10 @@
 #include "scheduler/ui/framework/hintface.h"
 #include "tests/scheduler/ui/framework/pumping.h"
 #include "tests/scheduler/ui/listwindow.h"
+#include "tests/support/allocations.h"
 
 #include <functional>
+#include <optional>
 #include <utility>
 
 namespace {
@@ -147,6 +149,22 @@ TEST_F(CellHints, TheHintGoesWhenItsRowChanges) {
     EXPECT_FALSE(staysAfter([&] { window_.clickHeader(ScheduleColumn::Project); }));
     EXPECT_FALSE(staysAfter([&] { window_.add("one more"); }));
     EXPECT_FALSE(staysAfter([&] { window_.schedule.remove(2); }));
+}
+
+TEST_F(CellHints, AHintGoesWhenThereIsNoMemoryToCompareItsText) {
+    for (const bool inBatch : {false, true}) {
+        restAt(result_);
+        ASSERT_EQ(hintWindows().size(), 1U);
+        {
+            const test::RefusedAllocations refusing;
+            std::optional<scheduler::ScheduleBatch> batch;
+            if (inBatch)
+                batch.emplace(window_.schedule);
+            window_.schedule.noteChange();
+        }
+        test::pumpUntilIdle();
+        EXPECT_TRUE(hintWindows().empty()) << inBatch;
+    }
 }
 
 TEST_F(CellHints, NoneComesInFrontOfAMenu) {

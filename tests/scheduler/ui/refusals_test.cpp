@@ -173,25 +173,6 @@ TEST_F(Refusals, AHintIsShownWithoutItsPicture) {
         });
 }
 
-TEST_F(Refusals, ACellsHintGoesWhenThereIsNoMemoryToCompareItsText) {
-    test::ListWindow window;
-    window.add("a project whose name is far too long for its column");
-    for (const bool inBatch : {false, true}) {
-        for (const UINT message : {UINT{WM_MOUSEMOVE}, UINT{WM_MOUSEHOVER}})
-            SendMessageA(window.list.handle(), message, 0, MAKELPARAM(20, 30));
-        ASSERT_EQ(test::hintWindows().size(), 1U);
-        {
-            const test::RefusedAllocations refusing;
-            std::optional<scheduler::ScheduleBatch> batch;
-            if (inBatch)
-                batch.emplace(window.schedule);
-            window.schedule.noteChange();
-        }
-        test::pumpUntilIdle();
-        EXPECT_TRUE(test::hintWindows().empty()) << inBatch;
-    }
-}
-
 TEST_F(Refusals, AClassIsRegisteredByTheNextAttempt) {
     WindowClass windowClass;
     windowClass.description().style = CS_BYTEALIGNCLIENT; // nobody else's
