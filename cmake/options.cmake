@@ -41,7 +41,5 @@ else()
         # tools/coverage reads which lines the tests reached.
         target_compile_options(project_options INTERFACE --coverage)
         target_link_options(project_options INTERFACE --coverage)
-        # For the libraries of the program: what their headers define counts as well when nobody calls it.
-        set(CORVANE_MEASURED -fkeep-inline-functions)
     endif()
 endif()
