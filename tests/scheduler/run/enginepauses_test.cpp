@@ -184,6 +184,15 @@ TEST_F(EnginePauses, WithoutSideBySideTheRestOfTheTickWaits) {
     }
 }
 
+TEST_F(EnginePauses, AManualRunMeanwhileIsNotPartOfTheTick) {
+    addDueEntries({"a", "b", "c"});
+    startedAt(0);
+    engine.runEntry(1, at(4), true);
+    EXPECT_EQ(entries[1].runStart, at(4));
+    EXPECT_THAT(startedAt(5), ElementsAre("c"));
+    EXPECT_EQ(entries[2].runStart, at(0));
+}
+
 // The test command
 
 TEST_F(EnginePauses, TheTestCommandVisitsAllEntriesWithoutAPauseAndLeavesAnUnfinishedTickAsItIs) {
