@@ -111,9 +111,13 @@ std::string nextRunText(const scheduler::ScheduleList& list, const ScheduledProj
         return "waiting for " + projectText(list[static_cast<std::size_t>(entry.afterIndex)]);
     case ScheduleKind::AtStartup:
         return "next startup";
-    default:
-        return relativeText(entry.nextRun, now);
+    case ScheduleKind::Hourly:
+    case ScheduleKind::Daily:
+    case ScheduleKind::Monthly:
+    case ScheduleKind::Once:
+        break;
     }
+    return relativeText(entry.nextRun, now);
 }
 
 } // namespace

@@ -126,6 +126,7 @@ private:
     void wakeFollowers(std::size_t position, base::TimeValue finishTime);
 
     void onEntriesRemoved(std::span<const std::size_t> positions) override;
+    void onCleared() override { unfinished_.reset(); }
 
     ScheduleList& entries_;
     RunPolicy& policy_;

@@ -187,13 +187,4 @@ void ListDriver::doubleClickRow(int row) const {
     PostMessageA(list_, WM_LBUTTONUP, 0, point);
 }
 
-POINT ListDriver::cellPlace(int row, int column) const {
-    const RECT rowBounds = rowPlace(row);
-    POINT place{rowBounds.left + 20, (rowBounds.top + rowBounds.bottom) / 2};
-    for (int before = 0; before < column; ++before)
-        place.x += columnWidth(before);
-    ClientToScreen(list_, &place);
-    return place;
-}
-
 } // namespace driver

@@ -49,9 +49,6 @@ public:
     void pressKey(WPARAM key) const;
     void doubleClickRow(int row) const;
 
-    /// A place in a cell, on the screen.
-    POINT cellPlace(int row, int column) const;
-
 private:
     void setState(int row, UINT state, UINT mask) const;
     RECT rowPlace(int row) const;

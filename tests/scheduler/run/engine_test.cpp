@@ -4,7 +4,9 @@
 #include <gmock/gmock.h>
 
 #include <cstdint>
+#include <iterator>
 #include <memory>
+#include <random>
 #include <vector>
 
 namespace scheduler {
@@ -215,6 +217,34 @@ TEST_F(Engine, TheTestCommandShowsADueEntryAsRunningUntilTheProgramIsStartedAgai
     entries[0].nextRun = at(200);
     tickAt(200);
     EXPECT_THAT(log, ElementsAre("launch a.kra as run 1", "redraw"));
+}
+
+// Values from a damaged file
+
+TEST_F(Engine, NoValueOfAnyFieldIsTooOdd) {
+    std::mt19937 random(20261121);
+    const std::int32_t odd[] = {lowest, lowest + 1, -60, -1, 0, 1, 59, 60, highest - 1, highest};
+    const auto pick = [&] { return odd[random() % std::size(odd)]; };
+    for (int round = 0; round < 1000; ++round) {
+        entries.clear();
+        for (const char* const path : {"a.kra", "run:b", "c.kra"}) {
+            ScheduledProject& entry = addIdle(path, static_cast<ScheduleKind>(random() % 8 - 1));
+            for (TimeValue* time : {&entry.time, &entry.waitingSince, &entry.runStart, &entry.nextRun})
+                *time = TimeValue(pick());
+            for (std::int32_t* number : {&entry.minutes, &entry.afterIndex, &entry.dayOfMonth,
+                                         &entry.runNumber, &entry.retryIntervalMinutes})
+                *number = pick();
+            for (std::uint32_t* number : {&entry.retryLimit, &entry.retriesDone, &policy.waitTime})
+                *number = static_cast<std::uint32_t>(pick());
+            entry.running = entry.disabled = static_cast<std::uint8_t>(random() % 3);
+        }
+        policy.runMultiple = random() % 2 == 0;
+        clock.set(TimeValue(pick()));
+        engine.setSuspended(random() % 2 == 0);
+        engine.onTimer(TimeValue(pick()));
+        engine.runEntry(0, TimeValue(pick()), true);
+        EXPECT_TRUE(finishAt(0, static_cast<std::uint32_t>(entries[0].runNumber), {"", 1}));
+    }
 }
 
 } // namespace

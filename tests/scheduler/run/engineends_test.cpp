@@ -1,4 +1,5 @@
 #include "tests/scheduler/run/enginefixture.h"
+#include "tests/support/schedulekinds.h"
 
 #include <gmock/gmock.h>
 
@@ -207,7 +208,7 @@ TEST_F(EngineEnds, EveryFollowerIsWokenAndNoOtherEntry) {
     follow(addRunning("running.kra", 8));
     addFollower("of another.kra", 3, 3);
     follow(addIdle("hourly.kra", ScheduleKind::Hourly));
-    follow(addIdle("unknown.kra", static_cast<ScheduleKind>(6)));
+    follow(addIdle("unknown.kra", test::unknownKind));
     EXPECT_TRUE(finishAt(50, 1));
     const TimeValue expected[] = {at(50 + 60),
                                   at(50 + 600),

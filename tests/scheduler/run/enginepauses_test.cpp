@@ -39,12 +39,6 @@ protected:
             paths.push_back(run.path);
         return paths;
     }
-    /// Ends an unfinished tick.
-    void startOver() {
-        engine.setSuspended(true);
-        engine.setSuspended(false);
-        entries.clear();
-    }
 };
 
 // When a tick pauses
@@ -55,7 +49,7 @@ TEST_F(EnginePauses, ATickPausesAfterThirtyMilliseconds) {
         std::string started;
     } rows[] = {{0, "abcde"}, {1, "abcde"}, {10, "abc"}, {15, "ab"}, {29, "ab"}, {30, "a"}, {500, "a"}};
     for (const auto& row : rows) {
-        startOver();
+        entries.clear();
         addDueEntries({"a", "b", "c", "d", "e"});
         clock.uptimeStep = milliseconds(row.millisecondsPerStart);
         std::string started;
@@ -130,7 +124,7 @@ TEST_F(EnginePauses, ARemovalNeitherSkipsNorRepeatsAnEntry) {
     for (const bool oneByOne : {false, true}) {
         for (const auto& row : table) {
             SCOPED_TRACE(row.what);
-            startOver();
+            entries.clear();
             addIdle("a");
             addDueEntries({"b", "c", "d", "e"});
             entries[2].disabled = 1;
@@ -164,9 +158,18 @@ TEST_F(EnginePauses, ASuspensionEndsTheTick) {
     EXPECT_EQ(entries[0].runStart, at(2));
 }
 
+TEST_F(EnginePauses, ClearingTheScheduleEndsTheTick) {
+    addDueEntries({"a", "b"});
+    startedAt(0);
+    entries.clear();
+    addDue("c");
+    EXPECT_THAT(startedAt(5), ElementsAre("c"));
+    EXPECT_EQ(entries[0].runStart, at(5));
+}
+
 TEST_F(EnginePauses, WithoutSideBySideTheRestOfTheTickWaits) {
     for (const bool ended : {false, true}) {
-        startOver();
+        entries.clear();
         policy.runMultiple = true;
         addDueEntries({"a", "b", "c"});
         EXPECT_EQ(tickAt(0), paused);
@@ -179,6 +182,15 @@ TEST_F(EnginePauses, WithoutSideBySideTheRestOfTheTickWaits) {
         EXPECT_EQ(entries[1].waitingSince, ended ? base::TimeValue() : at(0));
         EXPECT_EQ(entries[2].waitingSince, at(0));
     }
+}
+
+TEST_F(EnginePauses, AManualRunMeanwhileIsNotPartOfTheTick) {
+    addDueEntries({"a", "b", "c"});
+    startedAt(0);
+    engine.runEntry(1, at(4), true);
+    EXPECT_EQ(entries[1].runStart, at(4));
+    EXPECT_THAT(startedAt(5), ElementsAre("c"));
+    EXPECT_EQ(entries[2].runStart, at(0));
 }
 
 // The test command

@@ -67,6 +67,19 @@ TEST_P(ModalWindow, CancelEscapeItsCaptionButtonAndItsDeathStoreNothingAndGiveTw
     }
 }
 
+TEST_P(ModalWindow, TheEndOfTheProgramCancelsItAndGoesOn) {
+    modal.steps = {[&] {
+        modal.stepping = false;
+        PostQuitMessage(5);
+    }};
+    EXPECT_EQ(modal.runSteps(), 2);
+    MSG message{};
+    while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE) && message.message != WM_QUIT) {
+    }
+    EXPECT_EQ(message.message, UINT{WM_QUIT});
+    EXPECT_EQ(message.wParam, WPARAM{5});
+}
+
 TEST_P(ModalWindow, AFailingCheckKeepsItOpenAndStoresNothing) {
     first.passes = false;
     modal.steps = {[&] { modal.press(IDOK); },
