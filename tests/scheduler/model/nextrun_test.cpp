@@ -207,7 +207,8 @@ TEST(NextRun, DaysHoursAndMonthsBeginAtLocalMidnightOrOnTheHour) {
         }
 }
 
-// Days are steps of 86400 seconds, also where the clock is put back or forward. These tests need a zone in which it is.
+// Days are steps of 86400 seconds, also where the clock is put back or forward. These tests need a zone in
+// which it is.
 
 /// Noons before the days on which the clock is put back, or forward.
 std::vector<TimeValue> noonsBeforeChanges(bool back) {

@@ -3,7 +3,7 @@
 #include "tests/support/allocations.h"
 #include "tests/support/fakeclock.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <algorithm>
 #include <string>
@@ -50,6 +50,11 @@ protected:
     };
     scheduler::ScheduleRows rows_{schedule_, state_, clock_};
 };
+
+TEST_F(ScheduleRows, TheColumnsHaveTheirHeaders) {
+    EXPECT_THAT(scheduler::columnHeaders, testing::ElementsAre("Project", "Schedule", "Parameters",
+                                                               "Next Run", "Last Run", "Last Result"));
+}
 
 TEST_F(ScheduleRows, EachColumnSaysWhatItsHeaderPromises) {
     ScheduledProject entry = project("news.daily");
