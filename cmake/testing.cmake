@@ -80,6 +80,8 @@ function(corvane_find_suites suites)
     foreach(file IN LISTS ARGN)
         set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${file})
         file(STRINGS ${file} lines REGEX "^(TYPED_)?TEST(_[FP])?\\(")
+        # A disabled test is one that another test runs.
+        list(FILTER lines EXCLUDE REGEX "DISABLED_")
         list(TRANSFORM lines REPLACE "^[A-Z_]+\\( *([A-Za-z0-9_]+).*" "\\1")
         list(APPEND found ${lines})
     endforeach()
