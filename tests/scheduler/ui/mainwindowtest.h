@@ -52,7 +52,8 @@ protected:
     static std::vector<scheduler::ScheduledProject> saved() {
         scheduler::ScheduleList schedule;
         EXPECT_TRUE(scheduler::loadSchedule(schedule, scheduler::scheduleMagic));
-        return {schedule.begin(), schedule.end()};
+        std::vector<scheduler::ScheduledProject> entries(schedule.begin(), schedule.end());
+        return entries;
     }
 
     void start(const std::string& commandLine = "/s", int showCommand = SW_SHOWNORMAL) {

@@ -22,8 +22,13 @@ protected:
     test::SteppedDialog dialog;
     test::SteppedSheet sheet;
     test::Stepped& modal = GetParam() ? static_cast<test::Stepped&>(sheet) : dialog;
-    test::LoggingEdit& first = GetParam() ? sheet.first.edit : dialog.first;
-    test::LoggingEdit& second = GetParam() ? sheet.second.edit : dialog.second;
+    test::LoggingEdit& first = chosen(sheet.first.edit, dialog.first);
+    test::LoggingEdit& second = chosen(sheet.second.edit, dialog.second);
+
+private:
+    static test::LoggingEdit& chosen(test::LoggingEdit& ofSheet, test::LoggingEdit& ofDialog) {
+        return GetParam() ? ofSheet : ofDialog;
+    }
 };
 
 INSTANTIATE_TEST_SUITE_P(DialogAndSheet, ModalWindow, testing::Bool());
