@@ -15,7 +15,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
+#include <iterator>
 #include <memory>
 #include <string>
 #include <vector>
@@ -52,7 +54,8 @@ protected:
     static std::vector<scheduler::ScheduledProject> saved() {
         scheduler::ScheduleList schedule;
         EXPECT_TRUE(scheduler::loadSchedule(schedule, scheduler::scheduleMagic));
-        std::vector<scheduler::ScheduledProject> entries(schedule.begin(), schedule.end());
+        std::vector<scheduler::ScheduledProject> entries;
+        std::ranges::copy(schedule, std::back_inserter(entries));
         return entries;
     }
 
