@@ -86,7 +86,7 @@ TickResult SchedulerEngine::startDue(PlaceInTick place, Cause cause) {
 }
 
 void SchedulerEngine::onEntriesRemoved(std::span<const std::size_t> positions) {
-    // New entries come in behind the place, at the end; removing those before it moves it.
+    // New entries are appended, so only removals before the place move it.
     if (!unfinished_)
         return;
     const auto isVisited = [next = unfinished_->next](std::size_t position) { return position < next; };

@@ -52,7 +52,7 @@ public:
     bool focusGoesTo(int id) const;
     /// As the mouse would; waits for it.
     bool moveFocusTo(int id) const;
-    /// Where the Tab key goes in any dialog from the focus on, until it comes to a place for the second time.
+    /// The controls the Tab key visits, starting after the focused one, until one repeats. For any dialog.
     std::vector<HWND> tabStops() const;
 
     bool isOpen() const { return IsWindow(sheet_) != FALSE; }

@@ -76,11 +76,14 @@ TEST_F(List, FollowsARunToItsEnd) {
     const driver::WitnessDriver witness(window(), list().handle());
     ASSERT_TRUE(witness.isThere());
     list().select({0});
+    driver::WitnessDriver::draw(list().handle());
+    LONG paints = witness.paints();
     carryOut(IDM_RUN);
     EXPECT_EQ(list().cell(0, nextRunColumn), "Running");
     EXPECT_EQ(list().cell(0, lastResultColumn), "old");
-    EXPECT_TRUE(waitUntil([&] { return witness.paints() >= 1; }));
-    const LONG paints = witness.paints();
+    EXPECT_TRUE(waitUntil([&] { return witness.paints() > paints; }));
+    driver::WitnessDriver::draw(list().handle());
+    paints = witness.paints();
     spider.release();
     EXPECT_TRUE(waitUntil([&] { return list().cell(0, lastResultColumn) == "3 pages are missing"; }));
     EXPECT_EQ(list().cell(0, nextRunColumn), "next startup");

@@ -1,5 +1,5 @@
-// What a user does in the editor, and what stands in for the platform there: editoruser.cpp replaces the
-// Browse dialog and the phone book, which has two entries.
+// A user's actions in the editor. editoruser.cpp replaces the Browse dialog, and the phone book by one with
+// two entries.
 #pragma once
 
 #include "resources/ids.h"

@@ -218,8 +218,17 @@ TEST_F(MainWindow, AnUnfinishedTickGoesOnByATimerOfItsOwn) {
     preferences.runMultiple = true;
     scheduler::storePreferences(preferences);
     start();
-    test::startThread = [] {
-        Sleep(40); // longer than a tick may take
+    // Each start takes longer than a tick may.
+    LONGLONG passed = 0;
+    const Instead<test::QueryPerformanceCounterCall> uptime([&](LARGE_INTEGER* counter) {
+        const BOOL read = test::QueryPerformanceCounterCall::original(counter);
+        counter->QuadPart += passed;
+        return read;
+    });
+    test::startThread = [&passed] {
+        LARGE_INTEGER frequency{};
+        QueryPerformanceFrequency(&frequency);
+        passed += frequency.QuadPart; // a second
         return true;
     };
     timers.clear();

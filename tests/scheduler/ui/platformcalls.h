@@ -31,6 +31,7 @@
     CALL(kernel32, CreateFileA, 28)                                                                          \
     CALL(kernel32, CreateMutexA, 12)                                                                         \
     CALL(kernel32, GetWindowsDirectoryA, 8)                                                                  \
+    CALL(kernel32, QueryPerformanceCounter, 4)                                                               \
     CALL(ole32, CoInitialize, 4)                                                                             \
     CALL(shell32, DragAcceptFiles, 8)                                                                        \
     CALL(shell32, DragFinish, 4)                                                                             \

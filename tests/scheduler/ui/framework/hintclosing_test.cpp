@@ -58,7 +58,7 @@ TEST_F(HintClosing, ItsOwnerMayDismissItAndNoOther) {
     EXPECT_FALSE(outlivesTheQueue(window));
     HintWindow::dismiss(owner); // nor any more
     pumpUntilIdle();
-    EXPECT_EQ(hints().size(), 1U) << "the one without an owner is nobody's to dismiss";
+    EXPECT_EQ(hints().size(), 1U) << "no owner dismisses a hint without one";
     EXPECT_TRUE(HintWindow::show(&owner, hintAt({400, 300}))) << "and its owner can show another";
 }
 

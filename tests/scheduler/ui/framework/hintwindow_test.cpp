@@ -1,4 +1,4 @@
-// When and where a hint is shown, what it asks of the platform, and what its death leaves behind.
+// When and where a hint is shown, how it is drawn, and that it releases its resources.
 #include "scheduler/ui/framework/gdihandles.h"
 #include "tests/scheduler/ui/framework/hintfixture.h"
 #include "tests/support/allocations.h"

@@ -63,7 +63,7 @@ private:
     std::string& log_;
 };
 
-/// Runs its steps in order, each on a message that is posted behind the one before.
+/// Runs its steps in order; each posts the message that starts the next.
 class Stepped {
 public:
     std::vector<std::function<void()>> steps;
