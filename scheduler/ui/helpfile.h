@@ -5,7 +5,8 @@
 
 namespace scheduler {
 
-/// Has the platform open the help file beside the program for `window`, at what it says about the scheduler.
+/// Opens `scheduler.hlp` beside the program with WinHelp, at the keyword of the program's title. If there is
+/// no such file, but a `manual.html`, opens that in the browser.
 void showHelp(HWND window);
 
 } // namespace scheduler

@@ -40,7 +40,8 @@ class Crowd : public driver::ProgramTest {
 protected:
     void sortBy(int column) const { list().clickHeader(column); }
 
-    /// The least time in which the list scrolls up three pages, starting at its end, and is painted each time.
+    /// The least time in which the list scrolls up three pages, starting at its end, and is painted each
+    /// time.
     std::chrono::nanoseconds scrollingTime(int rows) {
         using Clock = std::chrono::steady_clock;
         startWith(makeEntries(rows));

@@ -30,11 +30,13 @@
     CALL(gdi32, CreateRoundRectRgn, 24)                                                                      \
     CALL(kernel32, CreateFileA, 28)                                                                          \
     CALL(kernel32, CreateMutexA, 12)                                                                         \
+    CALL(kernel32, GetFileAttributesA, 4)                                                                    \
     CALL(kernel32, GetWindowsDirectoryA, 8)                                                                  \
     CALL(kernel32, QueryPerformanceCounter, 4)                                                               \
     CALL(ole32, CoInitialize, 4)                                                                             \
     CALL(shell32, DragAcceptFiles, 8)                                                                        \
     CALL(shell32, DragFinish, 4)                                                                             \
+    CALL(shell32, ShellExecuteA, 24)                                                                         \
     CALL(shell32, Shell_NotifyIconA, 8)                                                                      \
     CALL(shlwapi, SHDeleteKeyA, 8)                                                                           \
     CALL(user32, CreateDialogParamA, 20)                                                                     \
