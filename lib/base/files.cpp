@@ -4,6 +4,8 @@
 
 #include <windows.h>
 
+#include <algorithm>
+#include <cstdlib>
 #include <fcntl.h>
 #include <io.h>
 #include <sys/stat.h>
@@ -23,6 +25,28 @@ std::FILE* openForWriting(const std::string& path) {
     if (!file)
         _close(descriptor);
     return file;
+}
+
+/// The platform's error of the runtime library's last call. The platform reports no error when the disk has
+/// room for only a part of the bytes.
+std::uint32_t runtimeError() {
+    return _doserrno != 0 ? _doserrno : ERROR_DISK_FULL;
+}
+
+bool moveTo(const FileHandle& file, DWORD offset) {
+    return SetFilePointer(file.get(), static_cast<LONG>(offset), nullptr, FILE_BEGIN) !=
+           INVALID_SET_FILE_POINTER;
+}
+
+bool writeAt(const FileHandle& file, DWORD offset, std::span<const std::byte> bytes) {
+    const auto size = static_cast<DWORD>(bytes.size());
+    DWORD written = 0;
+    return moveTo(file, offset) && WriteFile(file.get(), bytes.data(), size, &written, nullptr) &&
+           written == size;
+}
+
+bool cutAt(const FileHandle& file, DWORD size) {
+    return moveTo(file, size) && SetEndOfFile(file.get());
 }
 
 } // namespace
@@ -53,11 +77,24 @@ void MappedFile::close() {
     file_.reset();
 }
 
-WrittenFile::WrittenFile(const std::string& path) : stream_(openForWriting(path)) {}
+template<class Step>
+bool WrittenFile::attempt(const Step& step) {
+    _doserrno = 0;
+    const bool done = step();
+    if (!done && error_ == 0)
+        error_ = runtimeError();
+    return done;
+}
+
+WrittenFile::WrittenFile(const std::string& path) {
+    static_cast<void>(attempt([&] { return (stream_ = openForWriting(path)) != nullptr; }));
+}
 
 bool WrittenFile::write(std::span<const std::byte> bytes) {
     // What is empty may lie at a null address, which the runtime library must not be given.
-    return stream_ && (bytes.empty() || std::fwrite(bytes.data(), 1, bytes.size(), stream_) == bytes.size());
+    return stream_ && (bytes.empty() || attempt([&] {
+                           return std::fwrite(bytes.data(), 1, bytes.size(), stream_) == bytes.size();
+                       }));
 }
 
 bool WrittenFile::close() {
@@ -65,8 +102,27 @@ bool WrittenFile::close() {
     if (!stream)
         return false;
     // Not every platform's close tells when what is written last, by the close itself, finds no room.
-    const bool flushed = std::fflush(stream) == 0;
-    return std::fclose(stream) == 0 && flushed;
+    const bool flushed = attempt([stream] { return std::fflush(stream) == 0; });
+    return attempt([stream] { return std::fclose(stream) == 0; }) && flushed;
+}
+
+bool copyOver(const std::string& source, const std::string& copy) {
+    MappedFile present;
+    if (!present.open(source))
+        return false;
+    const FileHandle file(
+        CreateFileA(copy.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!file)
+        return false;
+    const DWORD size = GetFileSize(file.get(), nullptr);
+    const DWORD overwritten = std::min<DWORD>(size, present.size());
+    // Growth first: the rest then needs no room.
+    if (!writeAt(file, overwritten, present.bytes().subspan(overwritten))) {
+        static_cast<void>(cutAt(file, size));
+        return false;
+    }
+    return writeAt(file, 0, present.bytes().first(overwritten)) && cutAt(file, present.size()) &&
+           FlushFileBuffers(file.get());
 }
 
 bool anyFileMatches(const std::string& pattern) {

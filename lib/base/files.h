@@ -1,4 +1,4 @@
-// Files on disk: a read-only view of one, whole writes, and whether one is there.
+// Files on disk: a read-only view of one, whole writes, copies, and whether one is there.
 #pragma once
 
 #include "lib/base/handles.h"
@@ -54,9 +54,21 @@ public:
     /// False when the file is not open or what was written did not reach it.
     [[nodiscard]] bool close();
 
+    bool isOpen() const { return stream_ != nullptr; }
+    /// The platform's error of the first step that failed; 0 if none has.
+    std::uint32_t error() const { return error_; }
+
 private:
-    std::FILE* stream_;
+    template<class Step>
+    [[nodiscard]] bool attempt(const Step& step);
+
+    std::FILE* stream_ = nullptr;
+    std::uint32_t error_ = 0;
 };
+
+/// Copies a file over `copy`, which is made if need be, and waits until the disk has the bytes. False when a
+/// step fails. A copy that has no room to grow keeps its content. An empty file is not copied.
+[[nodiscard]] bool copyOver(const std::string& source, const std::string& copy);
 
 /// Whether at least one file matches a pattern that may hold "*" and "?".
 [[nodiscard]] bool anyFileMatches(const std::string& pattern);

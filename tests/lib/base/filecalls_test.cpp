@@ -39,6 +39,7 @@ SCHEDULER_STAND_IN("kernel32.dll", CreateFileA, "_CreateFileA@28");
 SCHEDULER_STAND_IN("kernel32.dll", CreateFileMappingA, "_CreateFileMappingA@24");
 SCHEDULER_STAND_IN("kernel32.dll", MapViewOfFile, "_MapViewOfFile@20");
 SCHEDULER_STAND_IN("kernel32.dll", GetFileSize, "_GetFileSize@8");
+SCHEDULER_STAND_IN("kernel32.dll", FlushFileBuffers, "_FlushFileBuffers@4");
 SCHEDULER_REPLACE_IMPORT(_fdopen, "__fdopen", streamOf);
 SCHEDULER_REPLACE_IMPORT(GetWindowsDirectoryA, "_GetWindowsDirectoryA@8", tellWindows);
 
@@ -103,6 +104,22 @@ TEST_F(FileCalls, WrittenFileWithoutAStreamIsReleased) {
     EXPECT_EQ(handleCount(), handles);
     EXPECT_TRUE(openFile(path_, GENERIC_WRITE, 0)) << "no one else has it";
     EXPECT_TRUE(writeWhole(path_, "again"));
+}
+
+TEST_F(FileCalls, CopyIsOnTheDiskWhenItSucceeds) {
+    ASSERT_TRUE(writeWhole(path_, "content"));
+    const std::string copy = folder_.file("copy");
+    static unsigned flushes = 0;
+    platform::FlushFileBuffers.note = [](HANDLE file) {
+        EXPECT_EQ(GetFileSize(file, nullptr), 7U) << "all of it is written";
+        ++flushes;
+    };
+    EXPECT_TRUE(copyOver(path_, copy));
+    platform::FlushFileBuffers.answer = FALSE;
+    EXPECT_FALSE(copyOver(path_, copy));
+    platform::FlushFileBuffers.answer.reset();
+    platform::FlushFileBuffers.note = nullptr;
+    EXPECT_EQ(flushes, 2U);
 }
 
 TEST_F(FileCalls, WindowsDirectoryIsAskedForAgainWhen256CharactersAreTooFew) {

@@ -251,5 +251,23 @@ TEST_F(Files, WrittenFileFailsOnAFileThatAnotherKeeps) {
     EXPECT_EQ(fileContent(path), "content");
 }
 
+TEST_F(Files, WrittenFileKeepsTheErrorOfTheFirstStepThatFailed) {
+    WrittenFile good(path_);
+    EXPECT_TRUE(good.write(bytesOf("content")));
+    EXPECT_TRUE(good.close());
+    EXPECT_FALSE(good.close());
+    EXPECT_EQ(good.error(), 0U);
+    const FileHandle other = openFile(path_, GENERIC_READ, FILE_SHARE_READ);
+    for (const auto& [path, error] : {std::pair{path_, ERROR_SHARING_VIOLATION},
+                                      {folder_.file("missing\\file"), ERROR_PATH_NOT_FOUND},
+                                      {folder_.path() + ".", ERROR_ACCESS_DENIED}}) {
+        WrittenFile refused(path);
+        EXPECT_FALSE(refused.isOpen());
+        EXPECT_EQ(refused.error(), DWORD(error)) << path;
+        EXPECT_FALSE(refused.close());
+        EXPECT_EQ(refused.error(), DWORD(error)) << path;
+    }
+}
+
 } // namespace
 } // namespace base

@@ -49,6 +49,7 @@ TEST_F(FullDiskWrites, LeaveInTheFileWhatHadRoom) {
     WrittenFile file(path);
     EXPECT_TRUE(file.write(bytesOf(std::string(5000, 'a'))));
     EXPECT_FALSE(file.write(bytesOf(std::string(100'000, 'x'))));
+    EXPECT_EQ(file.error(), DWORD{ERROR_DISK_FULL});
     file.close();
     EXPECT_TRUE(fileContent(path).starts_with(std::string(5000, 'a') + 'x'));
     EXPECT_LE(fileContent(path).size(), 8U * 4096);
@@ -60,8 +61,26 @@ TEST_F(FullDiskWrites, KeptBackUntilTheCloseFailThere) {
     WrittenFile file(path);
     EXPECT_TRUE(file.write(bytesOf("a few bytes")));
     EXPECT_FALSE(file.close());
+    EXPECT_EQ(file.error(), DWORD{ERROR_DISK_FULL});
     EXPECT_EQ(handleCount(), handles);
     EXPECT_FALSE(file.close());
+}
+
+TEST_F(FullDiskWrites, OfACopyThatCannotGrowChangeNothing) {
+    const std::string source = "D:\\source";
+    const std::string last(5000, 'a');
+    ASSERT_TRUE(test::writeFile(path, last));
+    ASSERT_TRUE(test::writeFile(source, std::string(20'000, 'x')));
+    for (const LONG room : {0, 4096}) {
+        const FullDisk full(room);
+        EXPECT_FALSE(copyOver(source, path));
+        EXPECT_EQ(fileContent(path), last);
+    }
+    ASSERT_TRUE(test::writeFile(source, std::string(5000, 'x')));
+    const FullDisk full;
+    EXPECT_TRUE(copyOver(source, path)) << "needs no room";
+    EXPECT_EQ(fileContent(path), std::string(5000, 'x'));
+    EXPECT_TRUE(test::isFree(source));
 }
 
 } // namespace
