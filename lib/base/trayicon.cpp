@@ -7,6 +7,7 @@
 
 #include <shellapi.h>
 
+#include <cstring>
 #include <map>
 
 namespace base {
@@ -66,6 +67,18 @@ bool modifyTrayIcon(HWND window, std::uint16_t iconResource, const std::string& 
 bool removeTrayIcon(HWND window) {
     NOTIFYICONDATAA record = detail::trayIconRecord(window, 0, nullptr, {});
     return Shell_NotifyIconA(NIM_DELETE, &record);
+}
+
+bool showTrayBalloon(HWND window, const std::string& title, const std::string& text) {
+    NOTIFYICONDATAA record = detail::trayIconRecord(window, NIF_INFO, nullptr, {});
+    record.cbSize = NOTIFYICONDATAA_V2_SIZE; // the first form has no balloon
+    record.dwInfoFlags = NIIF_WARNING;
+    title.copy(record.szInfoTitle, sizeof(record.szInfoTitle) - 1);
+    constexpr std::size_t maxLength = sizeof(record.szInfo) - 1;
+    text.copy(record.szInfo, maxLength);
+    if (text.size() > maxLength)
+        std::memcpy(record.szInfo + maxLength - 3, "...", 3);
+    return Shell_NotifyIconA(NIM_MODIFY, &record);
 }
 
 } // namespace base

@@ -22,6 +22,10 @@ inline constexpr UINT WM_TRAY_NOTIFY = WM_APP + 100;
 
 [[nodiscard]] bool removeTrayIcon(HWND window);
 
+/// Shows a warning in a balloon at the icon: at most 63 characters of the title and 255 of the text, which
+/// ends in "..." when it is longer. False when the window has no icon or the shell refuses.
+[[nodiscard]] bool showTrayBalloon(HWND window, const std::string& title, const std::string& text);
+
 namespace detail {
 /// What the shell is told of the icon. Apart from the telling, so that it can be looked at without a shell.
 NOTIFYICONDATAA trayIconRecord(HWND window, UINT flags, HICON icon, const std::string& tip);

@@ -141,6 +141,32 @@ TEST_F(TrayIcon, ShellIsToldMessageIconAndTip) {
     expectSame(shellCalls[2].record, emptyRecord(window_));
 }
 
+TEST_F(TrayIcon, BalloonWarnsAtTheIconAndLeavesIconAndTip) {
+    EXPECT_FALSE(showTrayBalloon(window_, "title", "text")) << "there is no icon";
+    addTrayIcon(window_, firstIcon, "tip");
+    shellCalls.clear();
+    EXPECT_TRUE(showTrayBalloon(window_, "title", "text"));
+    ASSERT_EQ(shellCalls.size(), 1U);
+    EXPECT_EQ(shellCalls[0].message, DWORD{NIM_MODIFY});
+    NOTIFYICONDATAA shown = emptyRecord(window_);
+    shown.cbSize = 488;
+    shown.uFlags = 16;
+    shown.dwInfoFlags = 2;
+    std::strcpy(shown.szInfoTitle, "title");
+    std::strcpy(shown.szInfo, "text");
+    expectSame(shellCalls[0].record, shown);
+    removeTrayIcon(window_);
+}
+
+TEST_F(TrayIcon, BalloonIsCutTo63And255Characters) {
+    for (const std::size_t length : {255U, 256U, 5000U}) {
+        showTrayBalloon(window_, std::string(length, 't'), std::string(length, 'x'));
+        EXPECT_EQ(shellCalls.back().record.szInfoTitle, std::string(63, 't'));
+        EXPECT_EQ(shellCalls.back().record.szInfo,
+                  length == 255 ? std::string(255, 'x') : std::string(252, 'x') + "...");
+    }
+}
+
 TEST_F(TrayIcon, MissingWindowOrIconIsRefusedWithoutTheShell) {
     EXPECT_FALSE(addTrayIcon(nullptr, firstIcon, "tip"));
     EXPECT_FALSE(modifyTrayIcon(nullptr, firstIcon, "tip"));
