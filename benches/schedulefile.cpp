@@ -7,6 +7,8 @@
 #include "lib/base/files.h"
 #include "scheduler/model/schedulecodec.h"
 
+#include <windows.h>
+
 #include <array>
 #include <cstdio>
 #include <cstring>
@@ -64,6 +66,11 @@ std::vector<PlainRecord> copyPlainly() {
     return records;
 }
 
+class IgnoredFailures : public scheduler::ScheduleFileListener {
+    void onLoadFailed(const std::string&) override {}
+    void onSaveFailed(const std::string&, const std::string&) override {}
+};
+
 void writeOnce(const std::string& path, const std::vector<std::byte>& bytes) {
     std::FILE* const file = std::fopen(path.c_str(), "wb");
     std::fwrite(bytes.data(), 1, bytes.size(), file);
@@ -108,7 +115,22 @@ void benchSaving() {
         const auto subject = [&] { return secondsOf([&] { keep(scheduler::saveSchedule(list)); }); };
         const auto limit = [&] { return secondsOf([&] { writeOnce(other, bytes); }); };
         compare({"save it", count, "entries", "one fwrite of its bytes", 1.5}, subject, limit);
+
+        IgnoredFailures failures;
+        scheduler::ScheduleFile file(failures);
+        file.save(list); // copied from now on
+        const std::string copy = base::windowsDirectory() + "copy.dat";
+        const auto saving = [&] { return secondsOf([&] { file.save(list); }); };
+        const auto writingAndCopying = [&] {
+            return secondsOf([&] {
+                CopyFileA(other.c_str(), copy.c_str(), FALSE);
+                writeOnce(other, bytes);
+            });
+        };
+        compare({"save it after a copy", count, "entries", "CopyFile and one fwrite", 1.5}, saving,
+                writingAndCopying);
         std::remove(other.c_str());
+        std::remove(copy.c_str());
     }
 }
 

@@ -1,11 +1,13 @@
 #include "scheduler/model/schedulefile.h"
 
 #include "lib/base/files.h"
-#include "lib/base/formatting.h"
+#include "lib/base/strings.h"
 #include "scheduler/model/schedulecodec.h"
 
 #include <new>
 #include <span>
+#include <system_error>
+#include <utility>
 #include <vector>
 
 namespace scheduler {
@@ -14,36 +16,100 @@ namespace {
 // Large enough for the platform's calls not to count, small enough to stay in the processor's cache.
 constexpr std::size_t writtenAtOnce = 128 * 1024;
 
-} // namespace
-
-std::string schedulePath() {
-    const std::string directory = base::windowsDirectory();
-    // A bare name would be that of a file in the current folder, whatever folder that is. An empty one can be
-    // neither opened nor made.
-    return directory.empty() ? std::string() : base::format("%sschedule.dat", directory);
+std::string pathWith(const char* extension) {
+    std::string path = base::windowsDirectory();
+    // Without a folder the name would refer to the current one. An empty path can be neither opened nor made.
+    if (!path.empty())
+        path.append("schedule.").append(extension);
+    return path;
 }
 
-bool saveSchedule(const ScheduleList& list) {
+struct Written {
+    bool begun = false;      ///< the file was opened, and truncated by that
+    std::uint32_t error = 0; ///< the platform's; 0: the file is complete
+};
+
+Written writeSchedule(const ScheduleList& list) {
+    Written written;
     try {
         // Taken before the file is opened: should there be no memory, the file still holds the last schedule.
         std::vector<std::byte> buffer(writtenAtOnce);
         base::WrittenFile file(schedulePath());
-        const bool written = encodeSchedule(
-            list.entries(), buffer, [&file](std::span<const std::byte> piece) { return file.write(piece); });
-        return file.close() && written;
+        written.begun = file.isOpen();
+        static_cast<void>(encodeSchedule(
+            list.entries(), buffer, [&file](std::span<const std::byte> piece) { return file.write(piece); }));
+        static_cast<void>(file.close());
+        written.error = file.error();
     } catch (const std::bad_alloc&) {
-        return false;
+        written.error = ERROR_NOT_ENOUGH_MEMORY;
     }
+    return written;
 }
 
-void ScheduleFile::save(const ScheduleList& list) {
-    // Ignored: nobody is told yet that a save failed.
-    static_cast<void>(saveSchedule(list));
+/// In the user's language, without a line break.
+std::string reasonFor(std::uint32_t error) {
+    std::string reason = std::system_category().message(static_cast<int>(error));
+    base::trimRight(reason, base::whitespace);
+    return reason;
+}
+
+} // namespace
+
+std::string schedulePath() {
+    return pathWith("dat");
+}
+
+bool saveSchedule(const ScheduleList& list) {
+    return writeSchedule(list).error == 0;
 }
 
 bool loadSchedule(ScheduleList& list, std::uint32_t expectedMagic) {
     base::MappedFile file;
     return file.open(schedulePath()) && decodeSchedule(file.bytes(), expectedMagic, list);
+}
+
+void ScheduleFile::load(ScheduleList& list) {
+    if (loadSchedule(list, scheduleMagic))
+        return noteWhole(list);
+    copyExtension_ = "damaged";
+    const std::string path = schedulePath();
+    if (base::fileExists(path))
+        listener_.onLoadFailed(path);
+}
+
+void ScheduleFile::save(const ScheduleList& list) {
+    keepPresent();
+    const Written written = writeSchedule(list);
+    if (written.error == 0) {
+        failing_ = false;
+        return noteWhole(list);
+    }
+    if (written.begun)
+        copyExtension_ = nullptr; // cut short: its copy would replace a whole one
+    if (std::exchange(failing_, true))
+        return;
+    try {
+        listener_.onSaveFailed(schedulePath(), reasonFor(written.error));
+    } catch (const std::bad_alloc&) {
+        failing_ = false; // the next failure tells
+    }
+}
+
+void ScheduleFile::keepPresent() {
+    if (!copyExtension_)
+        return;
+    try {
+        if (base::copyOver(schedulePath(), pathWith(copyExtension_)))
+            copyExtension_ = nullptr;
+    } catch (const std::bad_alloc&) {
+        return; // saved without a copy
+    }
+}
+
+void ScheduleFile::noteWhole(const ScheduleList& list) {
+    // An empty schedule is not worth a copy. After a damage or a deletion by mistake, the copy keeps the last
+    // entries until there are new ones.
+    copyExtension_ = list.empty() ? nullptr : "bak";
 }
 
 } // namespace scheduler

@@ -19,10 +19,39 @@ std::string schedulePath();
 /// list as it is.
 [[nodiscard]] bool loadSchedule(ScheduleList& list, std::uint32_t expectedMagic);
 
-/// Saves to schedulePath(). The one place that learns of a failed save.
+/// Told of what the user cannot see in the list.
+class ScheduleFileListener {
+public:
+    virtual ~ScheduleFileListener() = default;
+
+    /// The file exists but cannot be loaded: the schedule is empty.
+    virtual void onLoadFailed(const std::string& path) = 0;
+
+    /// A save failed, for the system's reason. Called once for consecutive failures.
+    virtual void onSaveFailed(const std::string& path, const std::string& reason) = 0;
+};
+
+/// Loads and saves at schedulePath(), and keeps a safety copy beside it of what a save overwrites:
+/// - `schedule.bak`: the last schedule with entries that this process loaded or wrote completely;
+/// - `schedule.damaged`: a file that could not be loaded. It replaces that of an earlier damage, which the
+///   user has either dealt with or not missed.
+/// The copies are for the user; no function reads them. A copy that fails does not stop the save.
 class ScheduleFile : public ScheduleStore {
 public:
+    /// The listener outlives the object.
+    explicit ScheduleFile(ScheduleFileListener& listener) : listener_(listener) {}
+
+    /// As loadSchedule. A missing file is no failure.
+    void load(ScheduleList& list);
     void save(const ScheduleList& list) override;
+
+private:
+    void keepPresent();
+    void noteWhole(const ScheduleList& list);
+
+    ScheduleFileListener& listener_;
+    const char* copyExtension_ = nullptr; ///< of the copy to make before the next save; null: none
+    bool failing_ = false;                ///< the last save failed and the listener knows
 };
 
 } // namespace scheduler

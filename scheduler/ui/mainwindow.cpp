@@ -4,7 +4,6 @@
 #include "lib/base/opsys.h"
 #include "lib/base/trayicon.h"
 #include "resources/ids.h"
-#include "scheduler/model/schedulecodec.h"
 #include "scheduler/run/projectlaunch.h"
 #include "scheduler/ui/commandswitches.h"
 #include "scheduler/ui/dialogs.h"
@@ -72,8 +71,7 @@ bool MainWindow::start(const std::string& commandLine, int showCommand) {
     engine_.setStartupFlag(hiddenStart);
     RegistryOutcomes::discardAll();
     applySavedState(showCommand);
-    // Without a schedule that can be read, the list stays empty.
-    static_cast<void>(loadSchedule(schedule_, scheduleMagic));
+    file_.load(schedule_);
     engine_.resetAll(clock_.now());
     icon_.add(handle());
     ShowWindow(handle(), hiddenStart ? SW_HIDE : showCommand);
@@ -251,6 +249,12 @@ void MainWindow::onSuspendedChanged(bool suspended) {
         SetWindowTextA(handle(), title.c_str());
     icon_.update(suspended);
     storePreferences(preferences_);
+}
+
+void MainWindow::onLoadFailed(const std::string&) {} // the empty list shows it
+
+void MainWindow::onSaveFailed(const std::string& path, const std::string& reason) {
+    icon_.warn(saveFailedText(path, reason));
 }
 
 void MainWindow::addByEditor() {

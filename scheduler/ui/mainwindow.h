@@ -26,7 +26,7 @@
 
 namespace scheduler {
 
-class MainWindow : public framework::Window, private EngineListener {
+class MainWindow : public framework::Window, private EngineListener, private ScheduleFileListener {
 public:
     MainWindow();
 
@@ -40,6 +40,8 @@ private:
     void onTimer();
     void onDropFiles(HDROP drop);
     void onSuspendedChanged(bool suspended) override;
+    void onLoadFailed(const std::string& path) override;
+    void onSaveFailed(const std::string& path, const std::string& reason) override;
 
     void addByEditor();
     void editSelected();
@@ -54,7 +56,7 @@ private:
     const base::Clock& clock_ = base::systemClock();
     ScheduleList schedule_;
     Preferences preferences_;
-    ScheduleFile file_;
+    ScheduleFile file_{*this};
     WorkerLauncher launcher_;
     RegistryOutcomes outcomes_;
     MessageBoxes messages_;

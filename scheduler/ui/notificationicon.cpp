@@ -51,6 +51,11 @@ void NotificationIcon::remove() {
     static_cast<void>(base::removeTrayIcon(window_));
 }
 
+void NotificationIcon::warn(const std::string& text) const {
+    if (stands_)
+        static_cast<void>(base::showTrayBalloon(window_, base::applicationName, text));
+}
+
 void NotificationIcon::onMouse(UINT mouseMessage, WindowPresence& presence) {
     switch (mouseMessage) {
     case WM_LBUTTONDOWN:

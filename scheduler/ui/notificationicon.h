@@ -5,6 +5,8 @@
 
 #include <windows.h>
 
+#include <string>
+
 namespace scheduler {
 
 /// Shows by icon and tip whether the scheduler is active or suspended. Failures of the shell are left alone:
@@ -22,6 +24,9 @@ public:
     /// The shell has lost all icons.
     void restore(bool suspended);
     void remove();
+
+    /// Warns in a balloon. Without an icon nothing is shown.
+    void warn(const std::string& text) const;
 
     /// A mouse message over the icon: shows the window, brings it forward or opens the icon's menu.
     static void onMouse(UINT mouseMessage, WindowPresence& presence);

@@ -1,7 +1,8 @@
-// The program's title, with and without its state.
+// The program's title, with and without its state, and the text of its balloon.
 #pragma once
 
 #include "lib/base/base.h"
+#include "lib/base/formatting.h"
 
 #include <string>
 
@@ -10,6 +11,12 @@ namespace scheduler {
 /// Title of the window and tip of the icon.
 inline std::string titleFor(bool suspended) {
     return suspended ? base::applicationName + " (suspended)" : base::applicationName;
+}
+
+inline std::string saveFailedText(const std::string& path, const std::string& reason) {
+    return base::format(
+        "The schedule could not be saved. Changes will be lost when the Scheduler exits.\n%s: %s", path,
+        reason);
 }
 
 } // namespace scheduler

@@ -94,6 +94,8 @@ protected:
 private:
     static void forget() {
         saveEntries({});
+        DeleteFileA(safetyCopy("bak").c_str());
+        DeleteFileA(safetyCopy("damaged").c_str());
         base::deleteKey(HKEY_CURRENT_USER, programKey);
         base::deleteKey(HKEY_LOCAL_MACHINE, scheduler::outcomesKey);
         base::deleteValue(HKEY_LOCAL_MACHINE, autostartValue);

@@ -250,9 +250,13 @@ void SchedulerProcess::press(HWND box, int button) {
     PostMessageA(box, WM_COMMAND, static_cast<WPARAM>(button), 0);
 }
 
-std::vector<scheduler::ScheduledProject> savedSchedule() {
+std::string safetyCopy(const std::string& extension) {
+    return base::directoryOf(scheduler::schedulePath()) + "schedule." + extension;
+}
+
+std::vector<scheduler::ScheduledProject> savedSchedule(const std::string& path) {
     // loadSchedule() shuts writers out while it reads: a save of the running scheduler would then fail.
-    const std::string content = readBytes(scheduler::schedulePath());
+    const std::string content = readBytes(path);
     scheduler::ScheduleList list;
     scheduler::decodeSchedule(std::as_bytes(std::span(content)), scheduler::scheduleMagic, list);
     return std::vector(list.begin(), list.end());

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "lib/base/handles.h"
+#include "scheduler/model/schedulefile.h"
 #include "scheduler/model/schedulelist.h"
 #include "tests/support/patience.h"
 
@@ -91,8 +92,11 @@ private:
     HWND window_ = nullptr;
 };
 
-/// The saved schedule; empty when there is none that can be read.
-std::vector<scheduler::ScheduledProject> savedSchedule();
+/// The path of `schedule.bak` or `schedule.damaged`.
+std::string safetyCopy(const std::string& extension);
+
+/// The schedule saved there; empty when there is none that can be read.
+std::vector<scheduler::ScheduledProject> savedSchedule(const std::string& path = scheduler::schedulePath());
 void saveEntries(const std::vector<scheduler::ScheduledProject>& entries);
 
 /// The sample spider, installed in this test's own folder with a log of its own.

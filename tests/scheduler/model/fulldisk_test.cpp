@@ -78,5 +78,57 @@ TEST_F(FullDiskTest, ALargeOneIsLeftAsFarAsItHadRoom) {
     EXPECT_EQ(fileContent(schedulePath()), whole);
 }
 
+class Failures : public ScheduleFileListener {
+public:
+    std::vector<std::string> told;
+
+private:
+    void onLoadFailed(const std::string&) override {}
+    void onSaveFailed(const std::string& path, const std::string&) override { told.push_back(path); }
+};
+
+TEST_F(FullDiskTest, TheCopyIsWholeWhenTheSaveIsNot) {
+    Failures failures;
+    ScheduleFile file(failures);
+    ScheduleList list;
+    file.save(filled(list, 1));
+    const std::string before = encoded(list);
+    {
+        const FullDisk full(160 * 1024);
+        file.save(filled(list, 2000));
+        EXPECT_EQ(failures.told, std::vector{schedulePath()});
+        EXPECT_LT(fileContent(schedulePath()).size(), encoded(list).size());
+        EXPECT_EQ(fileContent("D:\\schedule.bak"), before);
+        file.save(list);
+        EXPECT_EQ(fileContent("D:\\schedule.bak"), before);
+    }
+    file.save(list);
+    EXPECT_EQ(fileContent(schedulePath()), encoded(list));
+    file.save(filled(list, 1));
+    EXPECT_EQ(fileContent(schedulePath()), before);
+    EXPECT_EQ(failures.told.size(), 1U);
+    EXPECT_TRUE(DeleteFileA("D:\\schedule.bak"));
+}
+
+TEST_F(FullDiskTest, ACopyWithoutRoomDoesNotStopTheSave) {
+    Failures failures;
+    ScheduleFile file(failures);
+    ScheduleList list;
+    file.save(filled(list, 10));
+    {
+        const FullDisk full;
+        file.save(filled(list, 5)); // has the room of the file that it replaces
+        EXPECT_EQ(fileContent(schedulePath()), encoded(list));
+        EXPECT_TRUE(failures.told.empty());
+        file.save(filled(list, 2000));
+        EXPECT_EQ(failures.told.size(), 1U);
+    }
+    file.save(list);
+    EXPECT_EQ(fileContent("D:\\schedule.bak"), "") << "a cut file is not copied";
+    file.save({});
+    EXPECT_EQ(fileContent("D:\\schedule.bak"), encoded(list));
+    EXPECT_TRUE(DeleteFileA("D:\\schedule.bak"));
+}
+
 } // namespace
 } // namespace scheduler

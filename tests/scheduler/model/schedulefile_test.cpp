@@ -114,7 +114,7 @@ TEST_F(ScheduleFileTest, ComesBackWithEveryFieldAndIsLetGo) {
 TEST_F(ScheduleFileTest, HoldsNothingOfALongerFileThatItReplaces) {
     ASSERT_TRUE(write(std::string(100'000, 'x')));
     list.append(test::filledEntry());
-    scheduler::ScheduleFile().save(list);
+    EXPECT_TRUE(saveSchedule(list));
     EXPECT_EQ(fileContent(schedulePath()), encoded({test::filledEntry()}));
 }
 

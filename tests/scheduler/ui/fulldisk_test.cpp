@@ -1,5 +1,5 @@
-// The disk of the schedule is full: the program goes on with what it knows, without a word, and what could
-// not be saved is saved by the next save that has room.
+// The disk of the schedule is full: the program goes on with what it knows, shows no message box, and saves
+// once there is room again.
 
 #include "scheduler/ui/framework/messagepump.h"
 #include "tests/scheduler/ui/mainwindowtest.h"

@@ -1,3 +1,4 @@
+#include "lib/base/handles.h"
 #include "tests/scheduler/ui/mainwindowtest.h"
 
 #include <gmock/gmock.h>
@@ -6,6 +7,7 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::MatchesRegex;
 
 /// The number of the resource that an icon was loaded from.
 std::string numberOf(HICON icon) {
@@ -24,6 +26,12 @@ protected:
 
     std::vector<std::string> newCalls() { return std::exchange(calls, {}); }
 
+    /// While it lives, the schedule cannot be saved.
+    static base::FileHandle heldSchedule() {
+        return base::FileHandle(CreateFileA(scheduler::schedulePath().c_str(), GENERIC_READ, FILE_SHARE_READ,
+                                            nullptr, OPEN_EXISTING, 0, nullptr));
+    }
+
 private:
     test::Instead<test::Shell_NotifyIconACall> shell_{[this](DWORD message, NOTIFYICONDATAA* record) {
         std::string call = message == NIM_ADD ? "add" : message == NIM_DELETE ? "delete" : "modify";
@@ -31,6 +39,8 @@ private:
             call += " " + numberOf(record->hIcon);
         if (record->uFlags & NIF_TIP)
             call += std::string(" '") + record->szTip + "'";
+        if (record->uFlags & NIF_INFO)
+            call = record->szInfoTitle + std::string(": ") + record->szInfo;
         calls.push_back(call);
         EXPECT_TRUE(IsWindow(record->hWnd));
         return shellAnswers;
@@ -80,6 +90,40 @@ TEST_F(NotificationIcon, NoOtherMessageIsTakenForTheTaskbarsWhenThatHasNoNumber)
     newCalls();
     send(WM_NULL);
     EXPECT_THAT(calls, IsEmpty());
+}
+
+TEST_F(NotificationIcon, WarnsOfTheFirstOfConsecutiveFailedSaves) {
+    save({entry("run:work")});
+    for (const bool answers : {true, false}) {
+        shellAnswers = answers;
+        start();
+        select(0);
+        for (int series = 0; series < 2; ++series) {
+            base::FileHandle held = heldSchedule();
+            ASSERT_TRUE(held);
+            newCalls();
+            command(IDM_ENABLE);
+            EXPECT_THAT(newCalls(),
+                        ElementsAre(MatchesRegex(
+                            "Corvane Scheduler: The schedule could not be saved\\. Changes will be "
+                            "lost when the Scheduler exits\\.\n.:.*\\\\schedule\\.dat: .+")));
+            command(IDM_ENABLE);
+            send(RegisterWindowMessageA("TaskbarCreated"));
+            EXPECT_THAT(newCalls(), ElementsAre(addActive, showActive)) << "no second warning";
+            held.reset();
+            command(IDM_ENABLE);
+            EXPECT_THAT(newCalls(), IsEmpty());
+        }
+        EXPECT_TRUE(boxes.shown.empty());
+    }
+}
+
+TEST_F(NotificationIcon, ShowsNoWarningAfterItsRemoval) {
+    const test::Instead<test::PostQuitMessageCall> quit([](int) {});
+    start();
+    const base::FileHandle held = heldSchedule();
+    command(IDM_EXIT);
+    EXPECT_THAT(calls, ElementsAre(addActive, "delete"));
 }
 
 TEST_F(NotificationIcon, IsRemovedOnlyOnce) {

@@ -1,0 +1,119 @@
+// A process is killed at each system call of a save. What it leaves holds the schedule before or after the
+// save.
+
+#include "lib/base/files.h"
+#include "lib/base/opsys.h"
+#include "lib/base/paths.h"
+#include "lib/base/processes.h"
+#include "tests/scheduler/model/schedulefolder.h"
+#include "tests/support/patience.h"
+
+#include <gtest/gtest.h>
+
+#include <iostream>
+#include <utility>
+#include <vector>
+
+namespace {
+
+using test::contentOf;
+using test::fileContent;
+
+struct Schedule {
+    std::string name;
+    std::size_t count;
+
+    std::string content() const { return contentOf(name, count); }
+    std::string argument() const { return " " + name + " " + std::to_string(count); }
+};
+
+class KilledSave : public test::ScheduleFolder {
+protected:
+    struct Kills {
+        unsigned count = 0;
+        unsigned cutFiles = 0; ///< how many of them left an incomplete schedule.dat
+    };
+
+    /// Kills a process that saves one after the other, at each call of its last save, until one gets through.
+    template<class Prepare, class Expect>
+    static Kills killAtEachCall(const std::vector<Schedule>& saves, const Prepare& prepare,
+                                const Expect& expectNothingLost) {
+        std::string schedules;
+        for (const Schedule& schedule : saves)
+            schedules += schedule.argument();
+        Kills kills;
+        for (;;) {
+            clear();
+            prepare();
+            const std::string call = std::to_string(kills.count + 1);
+            const std::string program = base::directoryOf(base::executablePath()) + "savingprocess.exe";
+            const std::uint32_t code = base::runProcessAndWait("\"" + program + "\" " + call + schedules,
+                                                               SW_HIDE, "", test::patience);
+            SCOPED_TRACE("call " + call);
+            expectNothingLost();
+            if (code != 1 || HasFailure()) {
+                EXPECT_EQ(code, 0U);
+                EXPECT_TRUE(holds(dat(), saves.back()));
+                return kills;
+            }
+            ++kills.count;
+            scheduler::ScheduleList list;
+            kills.cutFiles += !scheduler::loadSchedule(list, 0x0046C71C);
+        }
+    }
+
+    static bool holds(const std::string& path, const Schedule& schedule) {
+        return fileContent(path) == schedule.content();
+    }
+
+    static void report(const Kills& kills) {
+        EXPECT_GT(kills.cutFiles, 0U) << "no kill met the write";
+        std::cout << kills.count << " kills, " << kills.cutFiles << " left a cut file\n";
+    }
+};
+
+// A file is written in one piece, or in several.
+const std::vector<std::pair<std::size_t, std::size_t>> sizes = {{3000, 1}, {1, 3000}};
+
+TEST_F(KilledSave, TheFirstAfterALoadLosesNothing) {
+    for (const auto& [countBefore, countAfter] : sizes) {
+        const Schedule older{"older", 2};
+        const Schedule before{"before", countBefore};
+        const Schedule after{"after", countAfter};
+        report(killAtEachCall(
+            {after},
+            [&] {
+                put(bak(), older.content());
+                put(dat(), before.content());
+            },
+            [&] { EXPECT_TRUE(holds(bak(), before) || holds(dat(), before)) << "lost"; }));
+    }
+}
+
+TEST_F(KilledSave, ALaterOneLosesNothing) {
+    for (const auto& [countBefore, countAfter] : sizes) {
+        const Schedule loaded{"loaded", 2};
+        const Schedule before{"before", countBefore};
+        const Schedule after{"after", countAfter};
+        report(killAtEachCall(
+            {before, after}, [&] { put(dat(), loaded.content()); },
+            [&] { EXPECT_TRUE(holds(bak(), before) || holds(dat(), before)) << "lost"; }));
+    }
+}
+
+TEST_F(KilledSave, TheOneAfterADamageKeepsTheDamagedFileAndTheCopy) {
+    const std::string cut = Schedule{"before", 3000}.content().substr(0, 200'000);
+    const Schedule good{"good", 3000};
+    report(killAtEachCall(
+        {{"after", 3000}},
+        [&] {
+            put(bak(), good.content());
+            put(dat(), cut);
+        },
+        [&] {
+            EXPECT_TRUE(holds(bak(), good));
+            EXPECT_TRUE(fileContent(damaged()) == cut || fileContent(dat()) == cut) << "lost";
+        }));
+}
+
+} // namespace
