@@ -107,9 +107,17 @@ void ScheduleFile::keepPresent() {
 }
 
 void ScheduleFile::noteWhole(const ScheduleList& list) {
-    // An empty schedule is not worth a copy. After a damage or a deletion by mistake, the copy keeps the last
-    // entries until there are new ones.
-    copyExtension_ = list.empty() ? nullptr : "bak";
+    copyExtension_ = "bak";
+    if (!list.empty())
+        return;
+    // After a damage the program starts with an empty list and saves it at exit: the copy keeps the last
+    // entries.
+    try {
+        if (base::fileExists(pathWith("damaged")))
+            copyExtension_ = nullptr;
+    } catch (const std::bad_alloc&) {
+        copyExtension_ = nullptr;
+    }
 }
 
 } // namespace scheduler

@@ -32,7 +32,8 @@ public:
 };
 
 /// Loads and saves at schedulePath(), and keeps a safety copy beside it of what a save overwrites:
-/// - `schedule.bak`: the last schedule with entries that this process loaded or wrote completely;
+/// - `schedule.bak`: a schedule that this process loaded or wrote completely; while there is a
+///   `schedule.damaged`, only one with entries;
 /// - `schedule.damaged`: a file that could not be loaded. It replaces that of an earlier damage, which the
 ///   user has either dealt with or not missed.
 /// The copies are for the user; no function reads them. A copy that fails does not stop the save.

@@ -84,21 +84,26 @@ TEST_F(SafetyCopies, AreNotMadeOfAFileThatWasNeverLoaded) {
     EXPECT_FALSE(base::fileExists(damaged()));
 }
 
-TEST_F(SafetyCopies, AreNotReplacedByAnEmptySchedule) {
-    put(dat(), holding("first"));
+TEST_F(SafetyCopies, AreMadeOfAnEmptySchedule) {
+    put(dat(), test::contentOf("", 0));
+    load();
+    save("first");
+    EXPECT_EQ(fileContent(bak()), test::contentOf("", 0));
+}
+
+TEST_F(SafetyCopies, AreNotReplacedByAnEmptyScheduleAfterADamage) {
+    put(dat(), holding("cut").substr(0, 50));
+    put(bak(), holding("good"));
     load();
     file_.save({});
     file_.save({});
-    EXPECT_EQ(fileContent(bak()), holding("first"));
-    save("second");
-    EXPECT_EQ(fileContent(bak()), holding("first"));
+    EXPECT_EQ(fileContent(bak()), holding("good"));
 
     ScheduleFile nextStart(*this);
     ScheduleList list;
-    put(dat(), test::contentOf("", 0));
     nextStart.load(list);
     nextStart.save(list);
-    EXPECT_EQ(fileContent(bak()), holding("first"));
+    EXPECT_EQ(fileContent(bak()), holding("good"));
 }
 
 TEST_F(SafetyCopies, ThatCannotBeWrittenDoNotStopTheSave) {
