@@ -1,5 +1,5 @@
-// The platform's functions that tests of the windows watch, or have fail. platformcalls.cpp replaces their
-// imports for the whole program; a call goes on to the platform unless a test has put itself in between.
+// The platform's functions that tests of windows watch or have fail. platformcalls.cpp replaces their
+// imports; calls reach the platform unless a test stands in.
 #pragma once
 
 #include "lib/base/dates.h"
@@ -24,6 +24,7 @@
     CALL(advapi32, RegQueryValueExA, 24)                                                                     \
     CALL(advapi32, RegSetValueExA, 24)                                                                       \
     CALL(comctl32, PropertySheetA, 4)                                                                        \
+    CALL(gdi32, BitBlt, 36)                                                                                  \
     CALL(gdi32, CreateCompatibleBitmap, 12)                                                                  \
     CALL(gdi32, CreateCompatibleDC, 4)                                                                       \
     CALL(gdi32, CreateFontIndirectA, 4)                                                                      \
@@ -31,6 +32,7 @@
     CALL(kernel32, CreateFileA, 28)                                                                          \
     CALL(kernel32, CreateMutexA, 12)                                                                         \
     CALL(kernel32, GetFileAttributesA, 4)                                                                    \
+    CALL(kernel32, GetSystemDirectoryA, 8)                                                                   \
     CALL(kernel32, GetWindowsDirectoryA, 8)                                                                  \
     CALL(kernel32, QueryPerformanceCounter, 4)                                                               \
     CALL(ole32, CoInitialize, 4)                                                                             \
@@ -41,9 +43,12 @@
     CALL(shlwapi, SHDeleteKeyA, 8)                                                                           \
     CALL(user32, CreateDialogParamA, 20)                                                                     \
     CALL(user32, CreateWindowExA, 48)                                                                        \
+    CALL(user32, FillRect, 12)                                                                               \
     CALL(user32, FindWindowA, 8)                                                                             \
     CALL(user32, GetCursorPos, 4)                                                                            \
     CALL(user32, GetForegroundWindow, 0)                                                                     \
+    CALL(user32, GetMessageA, 16)                                                                            \
+    CALL(user32, GetMonitorInfoA, 8)                                                                         \
     CALL(user32, KillTimer, 8)                                                                               \
     CALL(user32, LoadAcceleratorsA, 8)                                                                       \
     CALL(user32, LoadImageA, 24)                                                                             \
@@ -91,7 +96,7 @@ public:
 SCHEDULER_WATCHED_CALLS(SCHEDULER_WATCHED_CALL)
 #undef SCHEDULER_WATCHED_CALL
 
-/// While it lives, a platform's call is this instead.
+/// Stands in for a call until destroyed.
 template<class Call>
 class Instead {
 public:
@@ -101,13 +106,13 @@ public:
     ~Instead() { Call::instead = nullptr; }
 };
 
-/// Whether the platform starts a worker's thread, which is never really started while this is set.
+/// While set: no worker's thread is started, and the result says whether it seems to be.
 inline std::function<bool()> startThread;
 
-/// The time of the program's clock; while not set, the platform's.
+/// The time of the program's clock; the platform's while not set.
 inline std::function<base::TimeValue()> presentTime;
 
-/// While it lives, message boxes are answered at once.
+/// Answers message boxes.
 class MessageBoxes {
 public:
     struct Box {

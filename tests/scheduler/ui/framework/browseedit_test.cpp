@@ -1,4 +1,3 @@
-// A path field in a dialog and on a page, with a simulated file dialog.
 #include "lib/base/base.h"
 #include "lib/base/opsys.h"
 #include "scheduler/ui/framework/browseedit.h"
@@ -7,7 +6,7 @@
 #include "tests/scheduler/ui/framework/controldialog.h"
 #include "tests/scheduler/ui/framework/probewindow.h"
 #include "tests/scheduler/ui/framework/steppedwindows.h"
-#include "tests/scheduler/ui/simulatedmessagebox.h"
+#include "tests/scheduler/ui/platformcalls.h"
 #include "tests/support/allocations.h"
 #include "tests/support/temporaryfolder.h"
 #include "tests/support/windowlooks.h"
@@ -44,7 +43,6 @@ namespace {
 using namespace std::string_literals;
 using framework::sizeOf;
 using test::placeOf;
-using test::shownMessages;
 using Files = std::vector<std::string>;
 
 HWND buttonOf(const framework::BrowseEdit& edit) {
@@ -57,11 +55,7 @@ void press(const framework::BrowseEdit& edit) {
 
 class BrowseEdit : public test::ControlDialogTest {
 protected:
-    BrowseEdit() {
-        shownMessages.clear();
-        fileError = 0;
-    }
-    /// Presses the button; the user answers with the dialog's buffer filled so.
+    BrowseEdit() { fileError = 0; }
     void choose(const std::string& answer) {
         fileDialog = [&](const OPENFILENAMEA& request) {
             answer.copy(request.lpstrFile, request.nMaxFile);
@@ -148,6 +142,7 @@ TEST_F(BrowseEdit, TheButtonAndTheLabelFollowTheEdit) {
 
 TEST_F(BrowseEdit, ATextThatIsNotAcceptableIsReported) {
     base::applicationName = "The Program";
+    const test::MessageBoxes boxes;
     std::string asked;
     bool acceptable = false;
     EXPECT_TRUE(edit.check()) << "without a rule every text is";
@@ -155,14 +150,14 @@ TEST_F(BrowseEdit, ATextThatIsNotAcceptableIsReported) {
     edit.setCheck(rule, "Not this one.");
     EXPECT_FALSE(dialog.check());
     EXPECT_EQ(asked, "C:\\before.kra");
-    ASSERT_EQ(shownMessages.size(), 1U);
-    EXPECT_EQ(shownMessages[0].text, "Not this one.");
-    EXPECT_EQ(shownMessages[0].caption, "The Program");
-    EXPECT_EQ(shownMessages[0].owner, dialog.handle());
-    EXPECT_EQ(shownMessages[0].flags, UINT{MB_OK});
+    ASSERT_EQ(boxes.shown.size(), 1U);
+    EXPECT_EQ(boxes.shown[0].text, "Not this one.");
+    EXPECT_EQ(boxes.shown[0].caption, "The Program");
+    EXPECT_EQ(boxes.shown[0].owner, dialog.handle());
+    EXPECT_EQ(boxes.shown[0].flags, UINT{MB_OK});
     acceptable = true;
     EXPECT_TRUE(dialog.check());
-    EXPECT_EQ(shownMessages.size(), 1U);
+    EXPECT_EQ(boxes.shown.size(), 1U);
 }
 
 TEST_F(BrowseEdit, OpensThePlatformsDialogAsDeclared) {

@@ -1,4 +1,3 @@
-// How a path field is laid out, and how it reads the file dialog's answer.
 #include "scheduler/ui/framework/browselayout.h"
 #include "scheduler/ui/framework/chosenfiles.h"
 

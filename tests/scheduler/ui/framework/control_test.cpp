@@ -81,7 +81,6 @@ TEST_F(Controls, TheirLabelIsTheStaticTextWithAnAccessKeyBeforeThemAndFollowsThe
     EXPECT_TRUE(isEnabled(IDC_PLAIN_LABEL));
 }
 
-/// Counts the messages by which a control would be drawn anew.
 class ChangeCounter : public framework::MessageFilter {
 public:
     framework::Handled filterMessage(framework::Window&, const framework::Message& message) override {

@@ -1,4 +1,4 @@
-// A dialog with one of each control, to which a fixture adds the objects of those that it tests.
+// A dialog with one of each control.
 #pragma once
 
 #include "scheduler/ui/framework/dialog.h"
@@ -11,7 +11,7 @@ namespace test {
 class ControlDialogTest : public testing::Test {
 protected:
     void SetUp() override { open(); }
-    /// With a new window, for objects that were not there, or fields that were others, when it was opened.
+    /// Opens the dialog again, for controls and fields that are new.
     void open() {
         DestroyWindow(dialog.handle());
         ASSERT_TRUE(dialog.open(nullptr));

@@ -1,4 +1,3 @@
-// What dialogs do otherwise than property sheets.
 #include "tests/scheduler/ui/framework/probewindow.h"
 #include "tests/scheduler/ui/framework/steppedwindows.h"
 #include "tests/support/windowlooks.h"
@@ -22,7 +21,6 @@ TEST_F(Dialog, ACloseThatIsSentAloneEndsItAtOnce) {
         dialog.stepping = false;
         SetFocus(GetDlgItem(dialog.handle(), IDCANCEL)); // an edit's blinking caret would wake the loop
     }};
-    // Only now are the messages through that showed the dialog.
     dialog.onRest = [&] {
         if (!dialog.stepping && !sender.joinable())
             sender = std::thread([handle = dialog.handle()] { SendMessageA(handle, WM_CLOSE, 0, 0); });

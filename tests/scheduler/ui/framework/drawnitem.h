@@ -1,4 +1,3 @@
-// What is drawn for a test to look at.
 #pragma once
 
 #include "scheduler/ui/framework/gdihandles.h"
@@ -9,7 +8,6 @@
 
 namespace test {
 
-/// A picture in memory, whose pixels can be read.
 class Canvas {
 public:
     Canvas(int width, int height) : width_(width), height_(height) {
@@ -50,7 +48,7 @@ private:
     DWORD* pixels_ = nullptr;
 };
 
-/// One item of an owner-drawn list, drawn by a real message.
+/// An item of an owner-drawn list.
 class DrawnItem : public Canvas {
 public:
     DrawnItem() : Canvas(200, 20) {}
@@ -71,7 +69,6 @@ public:
 
     COLORREF background() const { return at(197, 10); }
 
-    /// Whether the item's edge is dotted.
     bool hasFocusRectangle() const { return at(10, 0) != at(11, 0); }
 };
 

@@ -1,29 +1,21 @@
 #include "scheduler/ui/framework/filedialog.h"
-#include "tests/support/importedfunctions.h"
+#include "tests/scheduler/ui/platformcalls.h"
 
 #include <gtest/gtest.h>
 
 #include <cderr.h>
+#include <optional>
 
 namespace {
 
-bool libraryIsMissing = true;
-
-UINT WINAPI systemDirectory(LPSTR folder, UINT size) {
-    static const auto original =
-        test::platformFunction<decltype(&GetSystemDirectoryA)>("kernel32.dll", "GetSystemDirectoryA");
-    return libraryIsMissing ? 0 : original(folder, size);
-}
-
-TEST(FileDialog, IsThePlatformsOnceItsLibraryCanBeHad) {
-    OPENFILENAMEA request{}; // of no size, which the dialog refuses
+TEST(FileDialog, IsThePlatformsOnceItsLibraryCanBeLoaded) {
+    std::optional<test::Instead<test::GetSystemDirectoryACall>> missing([](LPSTR, UINT) { return 0U; });
+    OPENFILENAMEA request{}; // the dialog refuses its size
     EXPECT_FALSE(framework::openFileDialog(request));
     EXPECT_EQ(framework::fileDialogError(), DWORD{CDERR_INITIALIZATION});
-    libraryIsMissing = false;
+    missing.reset();
     EXPECT_FALSE(framework::openFileDialog(request));
     EXPECT_EQ(framework::fileDialogError(), DWORD{CDERR_STRUCTSIZE});
 }
 
 } // namespace
-
-SCHEDULER_REPLACE_IMPORT(GetSystemDirectoryA, "_GetSystemDirectoryA@8", systemDirectory);

@@ -1,4 +1,3 @@
-// What closes a hint that is shown.
 #include "tests/scheduler/ui/framework/hintfixture.h"
 
 namespace {
@@ -13,7 +12,6 @@ constexpr UINT closing[] = {WM_CHAR, WM_LBUTTONDOWN, WM_RBUTTONDOWN, WM_MBUTTOND
 
 class HintClosing : public test::HintTest {
 protected:
-    /// Whether the window is there when all that waits has been handled.
     static bool outlivesTheQueue(HWND window) {
         pumpUntilIdle();
         return IsWindow(window);
@@ -39,7 +37,7 @@ TEST_F(HintClosing, InputOfItsOwnerClosesItAndReachesTheOwner) {
         EXPECT_FALSE(outlivesTheQueue(window)) << input;
         EXPECT_TRUE(owner.hasSeen(input)) << input;
     }
-    // Also where the message does not come through the program's loop.
+    // Sent messages do not come through the program's loop.
     const HWND window = shown(owner);
     SendMessageA(owner.handle(), WM_CHAR, 'x', 0);
     EXPECT_TRUE(IsWindow(window)) << "the closing is posted";
@@ -97,8 +95,7 @@ TEST_F(HintClosing, TheMouseLeavingItsOwnerAndItsChildrenClosesIt) {
             ASSERT_NE(WindowFromPoint({400, 300}), owner.handle());
         }
         const HWND window = shown(owner);
-        // The platform may look where the mouse is by a timer of the hover time, whose turn is before that of
-        // one for twice as long, however slow the machine.
+        // The platform's hover timer fires before one of twice its time, however slow the machine.
         SetTimer(owner.handle(), 1, 2 * hover, nullptr);
         EXPECT_TRUE(test::pumpUntil([&] { return owner.hasSeen(WM_TIMER); }));
         ASSERT_TRUE(IsWindow(window)) << "the mouse is still there";

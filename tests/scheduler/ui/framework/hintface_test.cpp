@@ -46,7 +46,6 @@ TEST(HintFace, StandsCentredBelowItsPointInsideTheWorkArea) {
     }
 }
 
-/// Of one line in the hint font, without tabs.
 SIZE sizeOfLine(const std::string& text) {
     const framework::MemoryContext context(CreateCompatibleDC(nullptr));
     const framework::Selection font(context.get(), framework::hintFont());
@@ -87,7 +86,6 @@ TEST(HintFace, AMaximalRoundedHintFitsIntoTheWorkArea) {
     EXPECT_LE(place.right, screen.right);
 }
 
-/// A hint drawn in memory.
 class Picture : public test::Canvas {
 public:
     Picture(const std::string& text, HintStyle style, SIZE size) : Canvas(size.cx, size.cy) {
@@ -118,8 +116,7 @@ TEST(HintFace, RoundedHasCornersOfTenPixelsAndItsTextTwentyPixelsInside) {
     const Picture picture("HxH", HintStyle::Rounded, {200, 80});
     EXPECT_EQ(picture.at(100, 3), 0xDFFFFFU);
     EXPECT_EQ(picture.at(0, 40), black);
-    // An arc of ten pixels joins the top edge at the pixel 7 and crosses the corner's diagonal at the
-    // pixel 3.
+    // An arc of ten pixels meets the edge at pixel 7 and the diagonal at pixel 3.
     EXPECT_EQ(picture.at(6, 0), 0xDFFFFFU);
     EXPECT_EQ(picture.at(7, 0), black);
     EXPECT_EQ(picture.at(2, 2), 0xDFFFFFU);

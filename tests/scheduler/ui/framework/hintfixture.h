@@ -1,4 +1,3 @@
-// What the tests of the hint window have in common.
 #pragma once
 
 #include "lib/base/stackalignment.h"
@@ -14,7 +13,6 @@
 
 namespace test {
 
-/// A window whose hints the tests show.
 class HintOwner : public ProbeWindow {
 public:
     std::vector<UINT> seen;
@@ -29,7 +27,6 @@ public:
     bool hasSeen(UINT message) const { return std::ranges::find(seen, message) != seen.end(); }
 };
 
-/// Runs the program's loop until the condition holds or a test's patience ends.
 inline bool pumpUntil(const std::function<bool()>& condition) {
     const DWORD start = GetTickCount();
     while (!condition() && GetTickCount() - start < patience)
@@ -43,7 +40,6 @@ CALLED_BY_PLATFORM inline BOOL CALLBACK collectHint(HWND window, LPARAM list) {
     return TRUE;
 }
 
-/// The hint windows of this thread.
 inline std::vector<HWND> hints() {
     std::vector<HWND> found;
     EnumThreadWindows(GetCurrentThreadId(), &collectHint, reinterpret_cast<LPARAM>(&found));

@@ -1,9 +1,8 @@
-// When and where a hint is shown, how it is drawn, and that it releases its resources.
 #include "scheduler/ui/framework/gdihandles.h"
 #include "tests/scheduler/ui/framework/hintfixture.h"
+#include "tests/scheduler/ui/platformcalls.h"
 #include "tests/support/allocations.h"
 #include "tests/support/gdiobjects.h"
-#include "tests/support/importedfunctions.h"
 #include "tests/support/windowlooks.h"
 
 #include <memory>
@@ -11,46 +10,11 @@
 
 namespace {
 
-std::string drawing; ///< what was drawn, and on what
-UINT timer = 0;      ///< the milliseconds of the last one with the number 1
-
-std::string kindOf(HDC context) {
-    return GetObjectType(context) == OBJ_MEMDC ? "memory; " : "window; ";
-}
-
-int WINAPI notedFill(HDC context, const RECT* area, HBRUSH brush) {
-    static const auto original = test::platformFunction<decltype(&FillRect)>("user32.dll", "FillRect");
-    drawing += "fill " + kindOf(context);
-    return original(context, area, brush);
-}
-
-BOOL WINAPI notedCopy(HDC to, int x, int y, int width, int height, HDC from, int fromX, int fromY,
-                      DWORD how) {
-    static const auto original = test::platformFunction<decltype(&BitBlt)>("gdi32.dll", "BitBlt");
-    if (how == SRCCOPY)
-        drawing += "copy " + std::to_string(width) + "x" + std::to_string(height) + " to " + kindOf(to);
-    return original(to, x, y, width, height, from, fromX, fromY, how);
-}
-
-UINT_PTR WINAPI notedTimer(HWND window, UINT_PTR id, UINT milliseconds, TIMERPROC procedure) {
-    static const auto original = test::platformFunction<decltype(&SetTimer)>("user32.dll", "SetTimer");
-    if (id == 1)
-        timer = milliseconds;
-    return original(window, id, milliseconds, procedure);
-}
-
-} // namespace
-
-SCHEDULER_REPLACE_IMPORT(FillRect, "_FillRect@12", notedFill);
-SCHEDULER_REPLACE_IMPORT(BitBlt, "_BitBlt@36", notedCopy);
-SCHEDULER_REPLACE_IMPORT(SetTimer, "_SetTimer@16", notedTimer);
-
-namespace {
-
 using framework::HintStyle;
 using test::hintAt;
 using test::HintOwner;
 using test::hints;
+using test::Instead;
 using test::placeOf;
 
 constexpr HintStyle styles[] = {HintStyle::Rounded, HintStyle::Plain};
@@ -187,13 +151,30 @@ TEST_F(HintWindow, IsDrawnInMemoryAndCopiedAtOnce) {
     const HWND window = shown(owner);
     const SIZE size = framework::sizeOf(window);
     const std::string whole = std::to_string(size.cx) + "x" + std::to_string(size.cy);
-    drawing.clear();
+    std::string drawing;
+    const auto note = [&](const std::string& act, HDC context) {
+        drawing += act + (GetObjectType(context) == OBJ_MEMDC ? " memory; " : " window; ");
+    };
+    const Instead<test::FillRectCall> fill([&](HDC context, const RECT* area, HBRUSH brush) {
+        note("fill", context);
+        return test::FillRectCall::original(context, area, brush);
+    });
+    const Instead<test::BitBltCall> copy([&](HDC to, int x, int y, int width, int height, auto... from) {
+        note("copy " + std::to_string(width) + "x" + std::to_string(height) + " to", to);
+        return test::BitBltCall::original(to, x, y, width, height, from...);
+    });
     RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
     EXPECT_EQ(drawing, "fill memory; copy " + whole + " to window; ");
 }
 
 TEST_F(HintWindow, IsShownForSevenSecondsUnlessItSaysOtherwise) {
     HintOwner owner;
+    UINT timer = 0;
+    const Instead<test::SetTimerCall> timers([&](HWND window, UINT_PTR id, UINT milliseconds, TIMERPROC act) {
+        if (id == 1)
+            timer = milliseconds;
+        return test::SetTimerCall::original(window, id, milliseconds, act);
+    });
     framework::Hint hint = hintAt({400, 300});
     hint.displayMilliseconds = framework::Hint().displayMilliseconds;
     SendMessageA(shown(owner, hint), WM_CLOSE, 0, 0);

@@ -12,7 +12,7 @@ namespace {
 using framework::ItemList;
 using framework::ListControl;
 
-/// Does to the list what a platform does whose own font is smaller than the dialog's.
+/// Simulates a platform whose font is smaller than the dialog's.
 class LowItems : public framework::Control {
 public:
     explicit LowItems(framework::ControlHost& host) : Control(host, IDC_LIST_LABEL) {}
@@ -29,7 +29,6 @@ protected:
     LRESULT ask(UINT message, WPARAM position = 0) const {
         return SendMessageA(item(IDC_LIST), message, position, 0);
     }
-    /// With the system colours of `colours`.
     void expectDrawn(int position, UINT state, COLORREF text, COLORREF background) {
         drawn.draw(item(IDC_LIST), position, state);
         EXPECT_EQ(drawn.background(), background);

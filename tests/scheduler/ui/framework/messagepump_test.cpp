@@ -1,6 +1,6 @@
 #include "scheduler/ui/framework/messagepump.h"
 #include "tests/scheduler/ui/framework/probewindow.h"
-#include "tests/support/importedfunctions.h"
+#include "tests/scheduler/ui/platformcalls.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -11,37 +11,9 @@
 
 namespace {
 
-std::vector<UINT> threadTimers; ///< the milliseconds of those without a window
-HWND neverEmpty = nullptr;      ///< a window that gets WM_USER whenever the queue is empty
-int failuresToGet = 0;          ///< how often a message cannot be had, after which the program is to quit
-int gets = 0;
-
-UINT_PTR WINAPI notedTimer(HWND window, UINT_PTR id, UINT milliseconds, TIMERPROC procedure) {
-    static const auto original = test::platformFunction<decltype(&SetTimer)>("user32.dll", "SetTimer");
-    if (!window)
-        threadTimers.push_back(milliseconds);
-    return original(window, id, milliseconds, procedure);
-}
-
-BOOL WINAPI simulatedGet(MSG* message, HWND window, UINT low, UINT high) {
-    static const auto original = test::platformFunction<decltype(&GetMessageA)>("user32.dll", "GetMessageA");
-    if (failuresToGet > 0)
-        return ++gets > failuresToGet ? 0 : -1;
-    MSG waiting{};
-    if (neverEmpty && !PeekMessageA(&waiting, nullptr, 0, 0, PM_NOREMOVE))
-        PostMessageA(neverEmpty, WM_USER, 0, 0);
-    return original(message, window, low, high);
-}
-
-} // namespace
-
-SCHEDULER_REPLACE_IMPORT(SetTimer, "_SetTimer@16", notedTimer);
-SCHEDULER_REPLACE_IMPORT(GetMessageA, "_GetMessageA@16", simulatedGet);
-
-namespace {
-
 using framework::Handled;
 using framework::Message;
+using test::Instead;
 using test::probe;
 
 class MessagePump : public testing::Test {
@@ -53,10 +25,6 @@ protected:
             return handler ? handler(message) : std::nullopt;
         };
         window.idled = [this] { ++idlePasses; };
-    }
-    void TearDown() override {
-        neverEmpty = nullptr;
-        failuresToGet = gets = 0;
     }
     int runModalLoop() {
         window.beginModal();
@@ -83,6 +51,12 @@ TEST_F(MessagePump, WantsAnIdlePassAfterWhatMayChangeControlsOnly) {
 }
 
 TEST_F(MessagePump, TheMainLoopWakesUpByATimerOfItsOwnAndEndsWithTheExitCode) {
+    std::vector<UINT> threadTimers;
+    const Instead<test::SetTimerCall> timers([&](HWND of, UINT_PTR id, UINT milliseconds, TIMERPROC act) {
+        if (!of)
+            threadTimers.push_back(milliseconds);
+        return test::SetTimerCall::original(of, id, milliseconds, act);
+    });
     pump.setInputObserver([](const MSG& message) {
         if (message.message == WM_TIMER && !message.hwnd)
             PostQuitMessage(17);
@@ -90,7 +64,7 @@ TEST_F(MessagePump, TheMainLoopWakesUpByATimerOfItsOwnAndEndsWithTheExitCode) {
     EXPECT_EQ(pump.runMainLoop(), 17);
     pump.setInputObserver(nullptr);
     EXPECT_EQ(threadTimers, std::vector<UINT>{200});
-    EXPECT_EQ(idlePasses, 0) << "a timer is nothing that the user did";
+    EXPECT_EQ(idlePasses, 0);
 }
 
 TEST_F(MessagePump, TheIdlePassComesOnceWhenTheQueueIsEmpty) {
@@ -103,7 +77,12 @@ TEST_F(MessagePump, TheIdlePassComesOnceWhenTheQueueIsEmpty) {
             window.endModal(1);
         return std::nullopt;
     };
-    neverEmpty = window.handle();
+    const Instead<test::GetMessageACall> neverEmpty([&](MSG* message, auto... rest) {
+        MSG waiting{};
+        if (!PeekMessageA(&waiting, nullptr, 0, 0, PM_NOREMOVE))
+            post(WM_USER);
+        return test::GetMessageACall::original(message, rest...);
+    });
     for (int i = 0; i < 5; ++i)
         post(WM_COMMAND, 1);
     post(probe);
@@ -130,7 +109,8 @@ TEST_F(MessagePump, AQuitInAModalLoopIsLeftToTheMainLoop) {
 }
 
 TEST_F(MessagePump, LoopsEndWhenNoMessageCanBeHad) {
-    failuresToGet = 1;
+    int gets = 0;
+    const Instead<test::GetMessageACall> failing([&](auto...) { return ++gets > 1 ? 0 : -1; });
     pump.runMainLoop();
     EXPECT_EQ(gets, 1);
     gets = 0;
@@ -188,7 +168,7 @@ TEST_F(MessagePump, WhatIsOnlyEverSentDoesNotArriveFromALoopOfThePlatforms) {
     pump.runMainLoop();
     EXPECT_EQ(arrived, (std::vector<UINT>{WM_APP, WM_NULL}));
 
-    // Sent by another thread, as by another program, it does not come through the pump.
+    // A message of another thread does not come through the pump.
     arrived.clear();
     std::thread other([&] { SendMessageA(window.handle(), WM_APP, 0, 0); });
     pump.runMainLoop();

@@ -1,4 +1,3 @@
-// What dialogs and property sheets have in common when they are run modally.
 #include "tests/scheduler/ui/framework/probewindow.h"
 #include "tests/scheduler/ui/framework/steppedwindows.h"
 
@@ -11,7 +10,6 @@ class ModalWindow : public testing::TestWithParam<bool> {
 protected:
     void openOwner() { ASSERT_TRUE(owner.open(WS_OVERLAPPEDWINDOW | WS_VISIBLE, {100, 50, 1000, 550})); }
     HWND handle() const { return modal.window().handle(); }
-    /// The log without its beginning, which is the same each time.
     std::string logAfterLoading() const {
         const std::string loading = "load first; load second; ";
         EXPECT_TRUE(modal.log.starts_with(loading));

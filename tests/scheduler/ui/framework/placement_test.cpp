@@ -1,28 +1,12 @@
 #include "scheduler/ui/framework/placement.h"
 #include "tests/scheduler/ui/framework/probewindow.h"
-#include "tests/support/importedfunctions.h"
+#include "tests/scheduler/ui/platformcalls.h"
 #include "tests/support/windowlooks.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstring>
-
-namespace {
-
-int taskBarWidth = 0; ///< of one at the left edge
-
-BOOL WINAPI monitorWithTaskBar(HMONITOR monitor, MONITORINFO* info) {
-    static const auto original =
-        test::platformFunction<decltype(&GetMonitorInfoA)>("user32.dll", "GetMonitorInfoA");
-    const BOOL known = original(monitor, info);
-    info->rcWork.left += taskBarWidth;
-    return known;
-}
-
-} // namespace
-
-SCHEDULER_REPLACE_IMPORT(GetMonitorInfoA, "_GetMonitorInfoA@8", monitorWithTaskBar);
 
 namespace {
 
@@ -34,7 +18,6 @@ protected:
         ASSERT_TRUE(window.open());
         move({30, 40, 330, 240});
     }
-    void TearDown() override { taskBarWidth = 0; }
     void move(const RECT& to) const {
         SetWindowPos(window.handle(), nullptr, to.left, to.top, to.right - to.left, to.bottom - to.top,
                      SWP_NOZORDER | SWP_NOACTIVATE);
@@ -87,7 +70,11 @@ TEST_F(Placement, OneThatIsNoneOrOutsideEveryWorkAreaChangesNothing) {
 }
 
 TEST_F(Placement, CountsFromTheCornerOfTheWorkArea) {
-    taskBarWidth = 200;
+    const test::Instead<test::GetMonitorInfoACall> taskBar([](HMONITOR monitor, MONITORINFO* info) {
+        const BOOL known = test::GetMonitorInfoACall::original(monitor, info);
+        info->rcWork.left += 200;
+        return known;
+    });
     EXPECT_TRUE(apply({0, 0, 150, 100})) << "beside the task bar";
     const int width = GetSystemMetrics(SM_CXSCREEN);
     EXPECT_FALSE(apply({width - 100, 0, width, 100})) << "beyond the screen";

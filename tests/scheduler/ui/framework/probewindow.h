@@ -1,4 +1,4 @@
-// A window whose messages a test handles, and controls for it that belong to no object.
+// Windows of tests.
 #pragma once
 
 #include "scheduler/ui/framework/window.h"
@@ -11,7 +11,6 @@ namespace test {
 inline constexpr UINT probe = WM_APP + 1;
 inline constexpr UINT nested = WM_APP + 2;
 
-/// Hands what it gets to the functions that the test gives.
 class ProbeWindow : public framework::Window {
 public:
     std::function<framework::Handled(const framework::Message&)> handler;

@@ -1,39 +1,11 @@
-// What property sheets do otherwise than dialogs, and how they are fitted to their pages.
 #include "lib/base/opsys.h"
 #include "tests/scheduler/ui/framework/steppedwindows.h"
-#include "tests/support/importedfunctions.h"
+#include "tests/scheduler/ui/platformcalls.h"
 #include "tests/support/windowlooks.h"
 
 #include <gtest/gtest.h>
 
 #include <vector>
-
-namespace {
-
-DWORD askedFlags = 0;
-bool ignoresPremature = false; ///< as a platform that creates a page no earlier than the sheet turns to it
-
-INT_PTR WINAPI watchedPropertySheet(LPCPROPSHEETHEADERA header) {
-    askedFlags = header->dwFlags;
-    std::vector<PROPSHEETPAGEA> pages(header->ppsp, header->ppsp + header->nPages);
-    for (PROPSHEETPAGEA& page : pages)
-        page.dwFlags &= ignoresPremature ? ~DWORD{PSP_PREMATURE} : ~DWORD{0};
-    PROPSHEETHEADERA passed = *header;
-    passed.ppsp = pages.data();
-    return test::platformFunction<decltype(&PropertySheetA)>("comctl32.dll", "PropertySheetA")(&passed);
-}
-
-bool pageWasShownWithMessage = false;
-
-int WINAPI notedMessageBox(HWND page, LPCSTR, LPCSTR, UINT) {
-    pageWasShownWithMessage = IsWindowVisible(page);
-    return IDOK;
-}
-
-} // namespace
-
-SCHEDULER_REPLACE_IMPORT(MessageBoxA, "_MessageBoxA@16", notedMessageBox);
-SCHEDULER_REPLACE_IMPORT(PropertySheetA, "_PropertySheetA@4", watchedPropertySheet);
 
 namespace {
 
@@ -48,12 +20,22 @@ bool isInside(HWND inner, const RECT& outer) {
 
 class PropertySheets : public testing::Test {
 protected:
-    /// Runs the sheet, and cancels it after `act`.
     void whileOpen(const std::function<void()>& act) {
         sheet.steps = {act, [&] { sheet.press(IDCANCEL); }};
         EXPECT_EQ(sheet.runSteps(), 2);
     }
 
+    DWORD askedFlags = 0;
+    bool ignoresPremature = false; ///< as a platform that creates a page only when the sheet turns to it
+    const test::Instead<test::PropertySheetACall> sheets{[this](LPCPROPSHEETHEADERA header) {
+        askedFlags = header->dwFlags;
+        std::vector<PROPSHEETPAGEA> pages(header->ppsp, header->ppsp + header->nPages);
+        for (PROPSHEETPAGEA& page : pages)
+            page.dwFlags &= ignoresPremature ? ~DWORD{PSP_PREMATURE} : ~DWORD{0};
+        PROPSHEETHEADERA passed = *header;
+        passed.ppsp = pages.data();
+        return test::PropertySheetACall::original(&passed);
+    }};
     test::SteppedSheet sheet;
 };
 
@@ -86,11 +68,16 @@ TEST_F(PropertySheets, HaveAllTheirPagesMadeBeforeTheyAreShown) {
             EXPECT_FALSE(sheet.second.isShown());
             EXPECT_EQ(GetFocus(), sheet.first.edit.handle());
         });
-        ignoresPremature = false;
     }
 }
 
 TEST_F(PropertySheets, CheckPagesThatWereNeverShownAndTurnToTheFailingOneBeforeItsMessage) {
+    bool pageWasShownWithMessage = false;
+    test::MessageBoxes boxes;
+    boxes.answer = [&](const auto& box) {
+        pageWasShownWithMessage = IsWindowVisible(box.owner) != FALSE;
+        return IDOK;
+    };
     sheet.second.edit.passes = false;
     sheet.second.edit.onFailure = [&] { sheet.second.edit.reportInvalid("Not this one."); };
     whileOpen([&] {
@@ -166,7 +153,7 @@ TEST_F(PropertySheets, GiveAPageThatIsTurnedToItsRoomWhateverSizeThePlatformGive
     whileOpen([&] {
         const RECT room = placeOf(sheet.first.handle());
         const HWND second = sheet.second.handle();
-        // What a sheet may do that made room for its pages before it was fitted.
+        // Some platforms' sheets do so.
         const auto cut = [&] { SetWindowPos(second, HWND_TOP, 0, 0, 50, 30, SWP_NOMOVE); };
         cut();
         sheet.turnTo(1);

@@ -1,4 +1,3 @@
-// Running the program's message pump in a test until it has nothing left to do.
 #pragma once
 
 #include "scheduler/ui/framework/messagepump.h"
@@ -6,7 +5,7 @@
 
 namespace test {
 
-/// Pumps all waiting messages, offering them to `modal` first, and lets the idle pass run once.
+/// Pumps all waiting messages, `modal` first, and one idle pass.
 inline void pumpUntilIdle(framework::Window* modal = nullptr) {
     constexpr UINT passWanted = WM_APP + 1;
     constexpr UINT passDone = WM_APP + 2;
@@ -23,7 +22,6 @@ inline void pumpUntilIdle(framework::Window* modal = nullptr) {
     framework::MessagePump::instance().runModalLoop(asking);
 }
 
-/// Types into a window as the keyboard does, up to the idle pass behind each character.
 inline void typeInto(HWND window, const char* text) {
     for (; *text; ++text) {
         PostMessageA(window, WM_CHAR, static_cast<WPARAM>(*text), 1);

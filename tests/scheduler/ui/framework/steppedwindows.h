@@ -1,4 +1,4 @@
-// A dialog and a property sheet whose user acts in steps that a test prescribes.
+// A dialog and a property sheet that run the steps of a test.
 #pragma once
 
 #include "scheduler/ui/framework/dialog.h"
@@ -17,7 +17,6 @@
 
 namespace test {
 
-/// Tells a log what happens to it.
 class LoggingEdit : public framework::Edit {
 public:
     LoggingEdit(framework::ControlHost& host, int id, std::string name, std::string& log)
@@ -72,7 +71,6 @@ public:
 
     virtual ~Stepped() = default;
 
-    /// Runs it modally.
     int runSteps(HWND owner = nullptr) {
         began_ = false;
         const int result = run(owner);
@@ -88,7 +86,6 @@ protected:
         PostMessageA(window().handle(), step, 0, 0);
         SetTimer(window().handle(), giveUp, patience, nullptr);
     }
-    /// False when the message is none of a step.
     bool handleStep(const framework::Message& message) {
         if (message.id == step && message.wParam < steps.size()) {
             began_ = true;

@@ -1,4 +1,4 @@
-// Fields for dates and times of day, and their texts. Run in several time zones.
+// Run in several time zones.
 #include "scheduler/ui/framework/datetimeedit.h"
 #include "scheduler/ui/framework/timeofdayedit.h"
 #include "tests/scheduler/ui/framework/controldialog.h"
@@ -55,7 +55,7 @@ TEST_F(TimeFields, ATimeOfDayIsAddedInSecondsToTheLocalMidnightOfADayOfAnyLength
         const TimeValue start = TimeValue::fromLocal(2005, 1, day, 0, 0, 0, -1);
         ASSERT_EQ(timeOfDayFromText("23:59:59", noon), start + TimeSpan::fromSeconds(86399)) << day;
     }
-    // A negative time has no calendar fields to build a midnight of.
+    // A negative time has no midnight.
     EXPECT_EQ(timeOfDayFromText("0:01", TimeValue(-5)), TimeValue(60));
 }
 
@@ -64,7 +64,7 @@ TEST_F(TimeFields, TextsAreReadBackAsTheyWereWritten) {
         ASSERT_EQ(dateTimeFromText(dateTimeText(at(0, minute))), at(0, minute)) << minute;
     for (int second = 0; second < 86400; second += 7)
         ASSERT_EQ(timeOfDayFromText(timeOfDayText(at(0, 0, second)), at(12, 0)), at(0, 0, second)) << second;
-    // Late enough to be 1970 in every zone, up to 2037, and at noon, which no clock skips or repeats.
+    // 1970 in every zone, to 2037; no clock skips or repeats noon.
     for (int day = 3; day <= 68 * 365 + 17; ++day) {
         const TimeValue noon = TimeValue::fromLocal(1970, 1, day, 12, 0, 0, -1);
         ASSERT_EQ(dateTimeFromText(dateTimeText(noon)), noon) << day;

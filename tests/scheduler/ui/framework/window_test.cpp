@@ -1,4 +1,3 @@
-// Windows, their classes and the filters of their messages.
 #include "lib/base/opsys.h"
 #include "tests/scheduler/ui/framework/probewindow.h"
 #include "tests/support/windowlooks.h"
@@ -31,7 +30,6 @@ protected:
         };
         ASSERT_TRUE(filtered->open());
     }
-    /// Who was asked about a probe, in order.
     std::string asked() {
         log.clear();
         SendMessageA(filtered->handle(), probe, 0, 0);
@@ -188,7 +186,6 @@ TEST_F(Windows, NamelessClassesAreNamedAfterTheirAttributesAndSharedByWindowsAli
     EXPECT_TRUE(isRegistered("a name of its own"));
 }
 
-/// Notes when it is asked about a probe, and acts then.
 class LoggingFilter : public framework::MessageFilter {
 public:
     using Act = std::function<Handled()>;
