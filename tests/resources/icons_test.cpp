@@ -97,9 +97,4 @@ TEST(Icons, OfBothStatesDifferWithoutColour) {
     }
 }
 
-TEST(Icons, TheProgramsOwnHasTheLowestNumber) {
-    EXPECT_EQ(IDI_ACTIVE, 100);
-    EXPECT_EQ(IDI_SUSPENDED, 130);
-}
-
 } // namespace

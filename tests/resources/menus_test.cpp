@@ -40,21 +40,13 @@ std::string describe(HMENU menu, const std::string& indent = "") {
     return lines;
 }
 
-struct MenuTraits {
-    using Handle = HMENU;
-    static Handle none() { return nullptr; }
-    static void close(Handle handle) { DestroyMenu(handle); }
-};
-
-using Menu = base::UniqueHandle<MenuTraits>;
-
-Menu load(int id) {
-    return Menu(LoadMenuA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(id)));
+base::Menu load(int id) {
+    return base::Menu(LoadMenuA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(id)));
 }
 
 /// The context menu that a resource holds as its only submenu.
 std::string describeContextMenu(int id) {
-    const Menu menu = load(id);
+    const base::Menu menu = load(id);
     EXPECT_EQ(GetMenuItemCount(menu.get()), 1);
     return describe(GetSubMenu(menu.get(), 0));
 }

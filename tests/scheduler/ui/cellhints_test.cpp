@@ -45,7 +45,6 @@ protected:
         return {place.left + 10, (place.top + place.bottom) / 2};
     }
 
-    /// As the platform reports it of the pointer; `point` is in the list.
     void send(UINT message, POINT point) const {
         POINT onScreen = point;
         ClientToScreen(list(), &onScreen);
@@ -57,7 +56,7 @@ protected:
         send(WM_MOUSEHOVER, point);
     }
 
-    /// A hint tells by its size alone what it says.
+    /// The size of a hint tells its text.
     static void expectHint(const std::string& text) {
         ASSERT_EQ(hintWindows().size(), 1U);
         RECT workArea{};

@@ -8,23 +8,17 @@ using scheduler::asksForHiddenStart;
 using scheduler::asksToClose;
 
 TEST(CommandSwitches, CloseIsAPrefixInAnyCase) {
-    EXPECT_TRUE(asksToClose("/close"));
-    EXPECT_TRUE(asksToClose("/CLOSE"));
-    EXPECT_TRUE(asksToClose("/Close now"));
-    EXPECT_FALSE(asksToClose("/clos"));
-    EXPECT_FALSE(asksToClose(" /close"));
-    EXPECT_FALSE(asksToClose(""));
+    for (const char* const line : {"/close", "/CLOSE", "/Close now"})
+        EXPECT_TRUE(asksToClose(line)) << line;
+    for (const char* const line : {"/clos", " /close", ""})
+        EXPECT_FALSE(asksToClose(line)) << line;
 }
 
 TEST(CommandSwitches, HiddenStartIsAPrefixOfTheTrimmedLineInAnyCase) {
-    EXPECT_TRUE(asksForHiddenStart("/s"));
-    EXPECT_TRUE(asksForHiddenStart("/S"));
-    EXPECT_TRUE(asksForHiddenStart(" \t/s "));
-    EXPECT_TRUE(asksForHiddenStart("/start"));
-    EXPECT_FALSE(asksForHiddenStart("s"));
-    EXPECT_FALSE(asksForHiddenStart("x /s"));
-    EXPECT_FALSE(asksForHiddenStart("/close"));
-    EXPECT_FALSE(asksForHiddenStart(""));
+    for (const char* const line : {"/s", "/S", " \t/s ", "/start"})
+        EXPECT_TRUE(asksForHiddenStart(line)) << line;
+    for (const char* const line : {"s", "x /s", "/close", ""})
+        EXPECT_FALSE(asksForHiddenStart(line)) << line;
 }
 
 } // namespace

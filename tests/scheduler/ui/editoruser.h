@@ -1,5 +1,4 @@
-// A user's actions in the editor. editoruser.cpp replaces the Browse dialog, and the phone book by one with
-// two entries.
+// A user's actions in the editor. editoruser.cpp replaces the Browse dialog and the phone book.
 #pragma once
 
 #include "resources/ids.h"
@@ -21,10 +20,8 @@ namespace test {
 /// Fills in the answer of the Browse dialog; false when nothing is chosen.
 inline std::function<bool(OPENFILENAMEA&)> browseDialog;
 
-/// How often the program has asked for the entries of the phone book.
 inline int phoneBookQueries = 0;
 
-/// The sheet's page, made whether or not it was turned to.
 inline HWND projectPageOf(HWND sheet) {
     return GetDlgItem(sheet, 136);
 }
@@ -36,7 +33,7 @@ inline void press(HWND dialog, int button) {
     SendDlgItemMessageA(dialog, button, BM_CLICK, 0, 0);
 }
 
-/// Has the user choose these files, in the form of the dialog's answer.
+/// `chosen` has the form of the dialog's answer.
 inline void browse(HWND sheet, const std::string& chosen) {
     browseDialog = [&](OPENFILENAMEA& request) {
         chosen.copy(request.lpstrFile, request.nMaxFile);
@@ -50,7 +47,6 @@ inline void setPath(HWND sheet, const std::string& path) {
     SetDlgItemTextA(projectPageOf(sheet), IDC_PROJECT_PATH, path.c_str());
 }
 
-/// The texts of a drop-down list.
 inline std::vector<std::string> itemTexts(HWND list) {
     std::vector<std::string> texts;
     for (LRESULT item = 0; item < SendMessageA(list, CB_GETCOUNT, 0, 0); ++item) {

@@ -1,6 +1,3 @@
-// The disk of the schedule is full: the program goes on with what it knows, shows no message box, and saves
-// once there is room again.
-
 #include "scheduler/ui/framework/messagepump.h"
 #include "tests/scheduler/ui/mainwindowtest.h"
 #include "tests/support/fulldisk.h"
@@ -15,7 +12,6 @@ protected:
         save({entry("run:work")});
         start();
         select(0);
-        // In its old place it had room.
         EXPECT_TRUE(DeleteFileA(scheduler::schedulePath().c_str()));
     }
     ~FullDisk() override {

@@ -1,5 +1,4 @@
-// Whether all that the dialogs show has the room it needs: a matter of the resolution, so it is run in
-// several.
+// Run at several resolutions: all that the dialogs show has the room it needs.
 
 #include "lib/base/opsys.h"
 #include "lib/base/registry.h"
@@ -44,7 +43,6 @@ std::string told(HWND control) {
     return std::to_string(GetDlgCtrlID(control)) + " \"" + base::windowText(control) + "\"";
 }
 
-/// What a button draws beside its text, and free around it.
 LONG besideText(HWND button) {
     switch (styleOf(button) & BS_TYPEMASK) {
     case BS_AUTOCHECKBOX:
@@ -65,7 +63,7 @@ void expectRoomForText(HWND control) {
     EXPECT_LE(needed.cy, place.bottom - place.top) << told(control);
 }
 
-/// A list is as high as its font asks for only if its items were told so.
+/// A list is too low unless its items were given the height of the font.
 void expectRoomForItems(HWND list) {
     if (classOf(list) != "combobox")
         return;
@@ -121,14 +119,18 @@ TEST(Layout, TheListsColumnsFillTheWindowAndNeedNoScrolling) {
     const HWND list = GetDlgItem(window.handle(), IDC_SCHEDULE_LIST);
     RECT client{};
     GetClientRect(window.handle(), &client);
-    EXPECT_EQ(placeOf(list).right - placeOf(list).left, client.right);
-    EXPECT_EQ(placeOf(list).bottom - placeOf(list).top, client.bottom);
     const int room = client.right - GetSystemMetrics(SM_CXVSCROLL);
     int widths = 0;
     for (int column = 0; column < static_cast<int>(scheduler::columnCount); ++column)
         widths += ListView_GetColumnWidth(list, column);
     EXPECT_LE(widths, room);
     EXPECT_GT(widths, room * 9 / 10);
+    for (const int width : {400, 700}) {
+        SetWindowPos(window.handle(), nullptr, 10, 10, width, 300, SWP_NOZORDER);
+        GetClientRect(window.handle(), &client);
+        EXPECT_EQ(placeOf(list).right - placeOf(list).left, client.right);
+        EXPECT_EQ(placeOf(list).bottom - placeOf(list).top, client.bottom);
+    }
 }
 
 TEST(Layout, ThePreferences) {

@@ -1,5 +1,3 @@
-// What a dialog leaves behind when it is gone: nothing.
-
 #include "lib/base/stackalignment.h"
 #include "scheduler/ui/dialogs.h"
 #include "tests/scheduler/ui/editoruser.h"
@@ -42,11 +40,11 @@ protected:
             UnhookWindowsHookEx(hook_);
     }
 
-    /// The platform keeps what it made for the first of many dialogs; what is lost with each grows for ever.
+    /// The platform keeps what it made for the first dialogs; a leak grows for ever.
     static void expectNothingIsLeft(const std::function<void()>& open,
                                     const std::function<void(HWND dialog)>& use) {
         constexpr int batches = 10;
-        // More than a heap sets small blocks aside at once: of one lost each time, every batch needs more.
+        // More than a heap sets aside at once, so that every batch shows a leak.
         constexpr int batch = 40;
         Holding before;
         for (int time = 0; time < batches; ++time) {

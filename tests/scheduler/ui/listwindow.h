@@ -1,4 +1,3 @@
-// A window with the schedule's list in it, for tests of what works on the list.
 #pragma once
 
 #include "scheduler/ui/framework/hintwindow.h"
@@ -43,7 +42,6 @@ public:
             ListView_SetColumnWidth(list.handle(), column, 100);
     }
 
-    /// An entry that is shown under this name.
     void add(const std::string& name, const std::string& lastResult = "") {
         scheduler::ScheduledProject entry;
         entry.path = "C:\\Sites\\" + name + ".kra";

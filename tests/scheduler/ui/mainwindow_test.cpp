@@ -1,5 +1,4 @@
-#include "lib/base/opsys.h"
-#include "lib/base/paths.h"
+#include "tests/scheduler/ui/framework/probewindow.h"
 #include "tests/scheduler/ui/mainwindowtest.h"
 #include "tests/scheduler/ui/paintings.h"
 #include "tests/support/eventlog.h"
@@ -15,6 +14,7 @@ namespace {
 using base::TimeSpan;
 using base::TimeValue;
 using scheduler::ScheduleColumn;
+using scheduler::ScheduledProject;
 using test::Instead;
 using testing::Contains;
 using testing::ElementsAre;
@@ -123,8 +123,7 @@ TEST_F(MainWindow, TheProgramInitialisesTheComponentLibrary) {
 }
 
 TEST_F(MainWindow, AStartAtLogOnLeavesTheKeyboardWhereItIs) {
-    const HWND other = CreateWindowExA(0, "STATIC", "another window", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50,
-                                       GetDesktopWindow(), nullptr, nullptr, nullptr);
+    const HWND other = test::createPlain("STATIC", WS_POPUP | WS_VISIBLE, {0, 0, 50, 50});
     SetFocus(other);
     ASSERT_EQ(GetFocus(), other);
     start("/s", SW_SHOW);
@@ -133,22 +132,30 @@ TEST_F(MainWindow, AStartAtLogOnLeavesTheKeyboardWhereItIs) {
     DestroyWindow(other);
 }
 
-TEST_F(MainWindow, ATickThatChangesNothingPaintsNothing) {
+TEST_F(MainWindow, ATickPaintsTheListWhenATextHasChangedOnly) {
+    TimeValue now = TimeValue::fromLocal(2026, 5, 20, 12, 0, 0, -1);
+    test::presentTime = [&] { return now; };
+    ScheduledProject run = entry("run:work");
+    run.lastRun = now;
+    save({run});
     start("", SW_SHOWNOACTIVATE);
     const test::Paintings paintings(list());
     tick();
     EXPECT_EQ(paintings.count, 0);
+    EXPECT_TRUE(cell(0, ScheduleColumn::LastRun).starts_with("today"));
+    now = now + TimeSpan::fromMinutes(13 * 60);
+    tick();
+    EXPECT_EQ(paintings.count, 1);
+    EXPECT_TRUE(cell(0, ScheduleColumn::LastRun).starts_with("yesterday"));
 }
 
-TEST_F(MainWindow, TheHelpCommandOpensTheHelp) {
+TEST_F(MainWindow, AnEntryAtStartupRunsOnceAfterALogOn) {
+    save({entry("run:work")});
     start();
-    HWND owner = nullptr;
-    const Instead<test::WinHelpACall> help([&](HWND window, LPCSTR, UINT, ULONG_PTR) {
-        owner = window;
-        return TRUE;
-    });
-    command(IDM_HELP);
-    EXPECT_EQ(owner, handle());
+    tick();
+    send(scheduler::WM_RUN_FINISHED, 1);
+    EXPECT_NE(saved()[0].lastRun, TimeValue());
+    EXPECT_EQ(saved()[0].nextRun, TimeValue::never());
 }
 
 TEST_F(MainWindow, ATimerMessageWithAnyIdIsATick) {
@@ -214,7 +221,6 @@ TEST_F(MainWindow, AnUnfinishedTickGoesOnByATimerOfItsOwn) {
     preferences.runMultiple = true;
     scheduler::storePreferences(preferences);
     start();
-    // Each start takes longer than a tick may.
     LONGLONG passed = 0;
     const Instead<test::QueryPerformanceCounterCall> uptime([&](LARGE_INTEGER* counter) {
         const BOOL read = test::QueryPerformanceCounterCall::original(counter);
@@ -250,30 +256,11 @@ TEST_F(MainWindow, AFailedRunNowIsToldOverTheMainWindow) {
     EXPECT_EQ(boxes.shown[0].flags, UINT{MB_OK});
 }
 
-// The box disables its owner, which then ignores Delete.
-TEST_F(MainWindow, NoEntryVanishesWhileRunNowTellsOfOneOfSeveral) {
-    save({entry("run:first"), entry("run:second")});
-    start("");
-    select(0);
-    select(1);
-    threadsStart = false;
-    boxes.answer = [&](const auto& box) {
-        EnableWindow(box.owner, FALSE);
-        command(IDM_DELETE);
-        EnableWindow(box.owner, TRUE);
-        return IDOK;
-    };
-    command(IDM_RUN);
-    EXPECT_EQ(boxes.shown.size(), 2U);
-    EXPECT_EQ(ListView_GetItemCount(list()), 2);
-}
-
 TEST_F(MainWindow, AMissingSpiderIsAnErrorOverTheActiveWindow) {
     save({entry("C:\\Sites\\news.kra")});
     start("");
     select(0);
-    const HWND other = CreateWindowExA(0, "STATIC", "another window", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50,
-                                       handle(), nullptr, nullptr, nullptr);
+    const HWND other = test::createPlain("STATIC", WS_POPUP | WS_VISIBLE, {0, 0, 50, 50}, handle());
     for (const HWND active : {handle(), other}) {
         SetActiveWindow(active);
         boxes.shown.clear();

@@ -1,4 +1,3 @@
-// The main window in a test: what it loads, what is done to it and what it shows.
 #pragma once
 
 #include "lib/base/base.h"
@@ -37,7 +36,7 @@ protected:
         presentTime = nullptr;
     }
 
-    /// Due at once when the program is started at log-on.
+    /// Due at once after a log-on.
     static scheduler::ScheduledProject entry(const std::string& path) {
         scheduler::ScheduledProject entry;
         entry.path = path;
@@ -45,7 +44,6 @@ protected:
         return entry;
     }
 
-    /// The schedule that the next window loads.
     static void save(std::vector<scheduler::ScheduledProject> entries) {
         scheduler::ScheduleList schedule;
         schedule.assign(std::move(entries));

@@ -9,7 +9,6 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::MatchesRegex;
 
-/// The number of the resource that an icon was loaded from.
 std::string numberOf(HICON icon) {
     ICONINFOEXA info{};
     info.cbSize = sizeof(info);
@@ -53,13 +52,15 @@ constexpr const char* showSuspended = "modify 130 'Corvane Scheduler (suspended)
 
 TEST_F(NotificationIcon, FollowsSuspendingAndResuming) {
     for (const bool answers : {true, false}) {
-        shellAnswers = answers; // without it all goes on
+        shellAnswers = answers;
         start();
         EXPECT_THAT(newCalls(), ElementsAre(addActive));
         command(IDM_SUSPEND);
         EXPECT_THAT(newCalls(), ElementsAre(showSuspended));
         command(IDM_SUSPEND);
         EXPECT_THAT(newCalls(), ElementsAre(showActive));
+        command(IDM_CLOSE);
+        EXPECT_THAT(newCalls(), IsEmpty());
         mainWindow.reset();
         EXPECT_THAT(newCalls(), ElementsAre("delete"));
     }

@@ -1,4 +1,3 @@
-// The Schedule page of an editor, opened by a test on a record of its own.
 #pragma once
 
 #include "scheduler/ui/schedulepage.h"

@@ -1,4 +1,3 @@
-// A plain window that holds one page in the place of a property sheet.
 #pragma once
 
 #include "lib/base/opsys.h"
@@ -12,7 +11,7 @@
 
 namespace test {
 
-/// The page's window, made from its template, and what a user does in it.
+/// A page in a plain window.
 class PageHost : public framework::Window {
 public:
     explicit PageHost(framework::ControlHost& page) : page_(page) {
@@ -28,7 +27,7 @@ public:
 
     HWND item(int id) const { return GetDlgItem(page_.handle(), id); }
 
-    // Without the windows around the item, none of which is shown.
+    // The windows around the item are not shown.
     bool isVisible(int id) const { return (GetWindowLongA(item(id), GWL_STYLE) & WS_VISIBLE) != 0; }
     bool isEnabled(int id) const { return IsWindowEnabled(item(id)) != FALSE; }
     bool isChecked(int id) const { return SendMessageA(item(id), BM_GETCHECK, 0, 0) == BST_CHECKED; }
@@ -46,7 +45,6 @@ public:
         typeInto(item(id), keys);
     }
 
-    // Drop-down lists.
     std::vector<std::string> items(int id) const { return itemTexts(item(id)); }
     int selected(int id) const { return static_cast<int>(SendMessageA(item(id), CB_GETCURSEL, 0, 0)); }
     void choose(int id, int position) const {

@@ -1,4 +1,3 @@
-// How often a window is painted.
 #pragma once
 
 #include "scheduler/ui/framework/window.h"
@@ -7,7 +6,7 @@
 
 namespace test {
 
-/// Counts from its construction on.
+/// Counts the paintings of a window.
 class Paintings : public framework::MessageFilter {
 public:
     explicit Paintings(framework::Window& window) : window_(window) { window_.addFilter(*this); }

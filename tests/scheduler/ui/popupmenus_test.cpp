@@ -96,6 +96,14 @@ TEST_F(PopupMenus, AClickBringsForwardAShownWindowOnly) {
     EXPECT_THAT(events_, ElementsAre("main window forward", "main window forward", "menu"));
 }
 
+TEST_F(PopupMenus, OtherNoticesOfTheIconAreIgnored) {
+    show();
+    for (const UINT message : {UINT{0}, UINT{WM_MOUSEMOVE}, UINT{WM_LBUTTONUP}, UINT{WM_RBUTTONUP},
+                               UINT{WM_RBUTTONDBLCLK}, UINT{WM_CONTEXTMENU}, UINT{0xFFFF}})
+        click(message);
+    EXPECT_THAT(events_, IsEmpty());
+}
+
 TEST_F(PopupMenus, AClickBringsForwardTheDialogThatIsOpenOverTheWindow) {
     show();
     framework::WindowParameters parameters;

@@ -11,7 +11,6 @@ using test::press;
 
 class PreferencesDialog : public testing::Test {
 protected:
-    /// Has the user do something in the dialog, up to the button that leaves it.
     bool edit(const std::function<void(HWND dialog)>& act, int leave = IDOK) {
         const test::WhileOpen user([&](HWND dialog) {
             act(dialog);
@@ -69,11 +68,6 @@ TEST_F(PreferencesDialog, TheMinutesAreEnabledUnlessTheSecondProjectRunsBesideTh
         uncheckBoth(dialog);
         EXPECT_TRUE(minutesAreEnabled(dialog)) << "with no button checked";
     });
-}
-
-TEST_F(PreferencesDialog, WithNoButtonCheckedTheFlagIsStoredAsSet) {
-    edit([](HWND dialog) { uncheckBoth(dialog); });
-    EXPECT_TRUE(preferences_.runMultiple);
 }
 
 TEST_F(PreferencesDialog, NoMoreMinutesThanADayHasAreStored) {

@@ -3,6 +3,7 @@
 #include "lib/base/registry.h"
 #include "scheduler/ui/framework/windowclass.h"
 #include "scheduler/ui/programexit.h"
+#include "tests/scheduler/ui/framework/probewindow.h"
 #include "tests/scheduler/ui/listwindow.h"
 #include "tests/scheduler/ui/platformcalls.h"
 #include "tests/support/eventlog.h"
@@ -101,8 +102,7 @@ TEST_F(ProgramExit, ARefusalOfTheRunKeyIsIgnored) {
 
 TEST_F(ProgramExit, AsksOverTheActiveWindowWhileAnEntryIsToRun) {
     addPendingEntry();
-    const HWND other = CreateWindowExA(0, "STATIC", "another window", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50,
-                                       window_.handle(), nullptr, nullptr, nullptr);
+    const HWND other = test::createPlain("STATIC", WS_POPUP | WS_VISIBLE, {0, 0, 50, 50}, window_.handle());
     for (const HWND active : {window_.handle(), other}) {
         SetActiveWindow(active);
         boxes_.shown.clear();

@@ -1,5 +1,5 @@
-// The platform refuses one call after another of those by which the main window is made, shown and used: the
-// program goes on without what it did not get, or says that there is no window, and loses nothing.
+// The platform refuses calls of the main window: the program runs without the result or reports a failed
+// start.
 
 #include "lib/base/base.h"
 #include "resources/ids.h"
@@ -25,7 +25,7 @@ using framework::Window;
 using framework::WindowClass;
 using test::Instead;
 
-/// The one call that fails now; of windows, that of this class.
+/// The call that fails, or the class of the window that cannot be created.
 std::string refused;
 int refusals = 0;
 
@@ -34,7 +34,6 @@ bool refuses(const std::string& name) {
     return name == refused;
 }
 
-/// A call that gives nothing when it is refused, or finds no memory.
 template<class Call>
 class Refusable : public Instead<Call> {
 public:
@@ -52,7 +51,7 @@ protected:
     Refusals() { base::applicationName = "Corvane Scheduler"; }
     ~Refusals() override { refused.clear(); }
 
-    /// Nothing is lost by doing it often. What the platform makes once and keeps does not count.
+    /// The platform keeps what it makes once; that does not count.
     template<class Action>
     static void expectNothingLostBy(const char* name, const Action& act) {
         SCOPED_TRACE(name);
@@ -71,7 +70,6 @@ protected:
         refused.clear();
     }
 
-    /// Starts the main window, uses it and ends it, all but the message loop's own waiting.
     static bool live() {
         scheduler::MainWindow window;
         if (!window.start("/s", SW_SHOWNORMAL))
@@ -115,12 +113,11 @@ private:
         icons_ += message == NIM_ADD ? 1 : message == NIM_DELETE ? -1 : 0;
         return refuses("Shell_NotifyIconA") ? FALSE : test::Shell_NotifyIconACall::original(message, record);
     }};
-    /// The program's last call before its message loop: what is posted now is what the loop finds.
+    /// The last call before the message loop, which finds this message.
     Instead<test::LoadAcceleratorsACall> accelerators_{[](HINSTANCE instance, LPCSTR name) {
         PostMessageA(FindWindowA(nullptr, "Corvane Scheduler"), WM_COMMAND, IDM_EXIT, 0);
         return refuses("LoadAcceleratorsA") ? nullptr : test::LoadAcceleratorsACall::original(instance, name);
     }};
-    /// Every start of the program in this process is that of the only copy.
     Instead<test::CreateMutexACall> mutex_{[](auto...) {
         SetLastError(ERROR_SUCCESS);
         return nullptr;

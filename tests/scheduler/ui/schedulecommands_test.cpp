@@ -123,8 +123,9 @@ TEST_F(ScheduleCommands, ARunningEntryCanBeRemovedAndItsEndIsIgnored) {
     EXPECT_FALSE(engine_.onRunFinished(1));
 }
 
-TEST_F(ScheduleCommands, RunNowStartsEachSelectedEntryAtOnceBesideOthers) {
-    schedule_.assign({hourly("a.kra"), hourly("b.kra"), hourly("run:c")});
+TEST_F(ScheduleCommands, RunNowStartsEachSelectedEntryAtOnceEvenDisabledAndWhileSuspended) {
+    schedule_.assign({hourly("a.kra", true), hourly("b.kra"), hourly("run:c")});
+    engine_.setSuspended(true);
     commands_.runNow({0, 2});
     ASSERT_EQ(launcher_.launched.size(), 2U);
     EXPECT_EQ(launcher_.launched[0].number, 1);

@@ -2,7 +2,6 @@
 #include "scheduler/ui/dialogs.h"
 #include "tests/scheduler/ui/editoruser.h"
 #include "tests/support/filledentry.h"
-#include "tests/support/windowlooks.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -75,7 +74,6 @@ TEST_F(ScheduleEditor, SeveralFilesCanBeChosenForANewEntryOnly) {
                 return false;
             };
             press(projectPageOf(sheet), framework::browseButtonIdOf(IDC_PROJECT_PATH));
-            // The next answer replaces the one before it.
             test::browse(sheet, "C:\\Shops\0c.kra\0d.kra\0e.kra\0"s);
             test::browse(sheet, "C:\\Sites\0a.kra\0b.kra\0"s);
             press(sheet, IDOK);
@@ -99,28 +97,6 @@ TEST_F(ScheduleEditor, FilesStayChosenWhileTheTextBeginsWithAQuote) {
         EXPECT_EQ(edited->record.path, text);
         EXPECT_EQ(edited->files.size(), staysChosen ? 2U : 0U) << text;
     }
-}
-
-TEST_F(ScheduleEditor, TheBrowseDialogIsCentredOverTheSheet) {
-    edit(std::nullopt, [](HWND sheet) {
-        SetWindowPos(sheet, nullptr, 50, 60, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
-        test::browseDialog = [&](const OPENFILENAMEA& request) {
-            const HWND dialog = CreateWindowExA(0, "STATIC", "", WS_POPUP, 5, 5, 100, 60, request.hwndOwner,
-                                                nullptr, nullptr, nullptr);
-            const HWND hook =
-                CreateWindowExA(0, "STATIC", "", WS_CHILD, 0, 0, 1, 1, dialog, nullptr, nullptr, nullptr);
-            OFNOTIFYA ready{};
-            ready.hdr.code = CDN_INITDONE;
-            request.lpfnHook(hook, WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&ready));
-            const RECT over = test::placeOf(sheet);
-            EXPECT_EQ(test::placeOf(dialog).left, (over.left + over.right) / 2 - 50);
-            EXPECT_EQ(test::placeOf(dialog).top, (over.top + over.bottom) / 2 - 30);
-            DestroyWindow(dialog);
-            return false;
-        };
-        press(projectPageOf(sheet), framework::browseButtonIdOf(IDC_PROJECT_PATH));
-        press(sheet, IDCANCEL);
-    });
 }
 
 } // namespace

@@ -1,5 +1,3 @@
-// The Schedule page as the kind is changed: what can be seen and used, and that nothing typed is lost.
-
 #include "tests/scheduler/ui/openschedulepage.h"
 
 namespace {
@@ -15,7 +13,6 @@ class ScheduleKinds : public test::OpenSchedulePage {
 protected:
     void SetUp() override { addToSchedule({"a.kra", "b.kra"}); }
 
-    /// The first item of the page that the Tab key stops at.
     int firstTabStop() const { return GetDlgCtrlID(GetNextDlgTabItem(page->handle(), nullptr, FALSE)); }
 
     void expectOnlyControlsOf(ScheduleKind kind) const {

@@ -68,6 +68,8 @@ TEST_F(ScheduleRows, EachColumnSaysWhatItsHeaderPromises) {
     EXPECT_TRUE(rows_.text(0, ScheduleColumn::NextRun).starts_with("today at "));
     EXPECT_EQ(rows_.text(0, ScheduleColumn::LastRun), "Never");
     EXPECT_EQ(rows_.text(0, ScheduleColumn::LastResult), "3 pages are missing");
+    EXPECT_EQ(rows_.text(0, static_cast<ScheduleColumn>(6)), "");
+    EXPECT_EQ(rows_.now(), TimeValue::fromLocal(2026, 5, 20, 12, 0, 0, -1));
 }
 
 TEST_F(ScheduleRows, TextsFollowTheClockAndTheSuspension) {
@@ -150,7 +152,7 @@ TEST_F(ScheduleRows, ANewEntryComesLastWhateverTheOrder) {
 }
 
 TEST_F(ScheduleRows, WhateverIsRemovedTheRowsAreThoseThatAreLeft) {
-    // Every subset of seven entries, in an order of the rows that is not the schedule's.
+    // Every subset of seven entries in a sorted list.
     constexpr std::size_t count = 7;
     const std::string names = "dafbgce";
     for (unsigned subset = 0; subset < 1U << count; ++subset) {
@@ -196,7 +198,7 @@ TEST_F(ScheduleRows, ARemovalFindsItsRowsWithoutMemory) {
 }
 
 TEST_F(ScheduleRows, AnEntryThatNoRowCanBeHadForDoesNotComeIntoTheSchedule) {
-    // Room in the schedule, so that it is the rows that are full first.
+    // The schedule keeps room, so that the rows are full first.
     load({"c", "a", "b"});
     while (schedule_.size() < 1000)
         schedule_.append(project("gone"));

@@ -1,4 +1,3 @@
-// Doing something to a modal dialog while it runs.
 #pragma once
 
 #include "lib/base/stackalignment.h"
@@ -12,8 +11,7 @@
 
 namespace test {
 
-/// Calls `act`, once, with this thread's next dialog that is shown; the test fails when none was. One at a
-/// time; it has to live as long as the dialog runs.
+/// Calls `act` once with this thread's next dialog. Must outlive the dialog; one at a time.
 class WhileOpen {
 public:
     explicit WhileOpen(std::function<void(HWND dialog)> act) {

@@ -1,6 +1,3 @@
-// The commands of the main window that change the schedule, the menu of an entry and what is dropped, with
-// and without another window in front.
-
 #include "lib/base/opsys.h"
 #include "tests/scheduler/ui/editoruser.h"
 #include "tests/scheduler/ui/framework/pumping.h"
@@ -33,12 +30,12 @@ protected:
         send(WM_NOTIFY, IDC_SCHEDULE_LIST, reinterpret_cast<LPARAM>(&click));
     }
 
-    /// As the shell does it.
-    void drop(const std::string& path) const {
-        const HGLOBAL dropped = GlobalAlloc(GHND, sizeof(DROPFILES) + path.size() + 2);
+    /// `paths` are separated by NULs.
+    void drop(const std::string& paths) const {
+        const HGLOBAL dropped = GlobalAlloc(GHND, sizeof(DROPFILES) + paths.size() + 2);
         auto* const header = static_cast<DROPFILES*>(GlobalLock(dropped));
         header->pFiles = sizeof(DROPFILES);
-        path.copy(reinterpret_cast<char*>(header + 1), path.size());
+        paths.copy(reinterpret_cast<char*>(header + 1), paths.size());
         GlobalUnlock(dropped);
         send(WM_DROPFILES, reinterpret_cast<WPARAM>(dropped));
         GlobalFree(dropped);
@@ -156,6 +153,8 @@ TEST_F(WindowCommands, TheMenuOfAnEntryOpensAtThePointer) {
     keys[VK_SHIFT] = 0;
     SetKeyboardState(keys.data());
     EXPECT_EQ(menus, 2) << "by Shift and F10";
+    send(WM_CONTEXTMENU, reinterpret_cast<WPARAM>(handle()), MAKELPARAM(9999, 9999));
+    EXPECT_EQ(menus, 2) << "over the list only";
 }
 
 TEST_F(WindowCommands, ARightClickOnTheTitleBarOpensTheWindowsOwnMenu) {
@@ -181,10 +180,61 @@ TEST_F(WindowCommands, ARightClickOnTheTitleBarOpensTheWindowsOwnMenu) {
     EXPECT_TRUE(watch.windowMenuOpened);
 }
 
-TEST_F(WindowCommands, ADropIsNotReleased) {
+TEST_F(WindowCommands, DroppedFilesAreAddedAndTheDropIsNotReleased) {
     const Instead<test::DragFinishCall> release([](HDROP) { ADD_FAILURE() << "the shell's drop was freed"; });
-    drop("C:\\Sites\\dropped.kra");
-    EXPECT_EQ(saved().back().path, "C:\\Sites\\dropped.kra");
+    drop("C:\\Sites\\one.kra\0C:\\Sites\\TWO.KRB"s);
+    ASSERT_EQ(saved().size(), 5U);
+    EXPECT_EQ(saved()[3].path, "C:\\Sites\\one.kra");
+    EXPECT_EQ(saved()[4].path, "C:\\Sites\\TWO.KRB");
+}
+
+TEST_F(WindowCommands, AKeyThatReachesAHiddenWindowDoesNothing) {
+    select(0);
+    command(IDM_CLOSE);
+    send(WM_COMMAND, MAKEWPARAM(IDM_DELETE, 1)); // as an accelerator sends it
+    EXPECT_EQ(ListView_GetItemCount(list()), 3);
+    command(IDM_DELETE);
+    EXPECT_EQ(ListView_GetItemCount(list()), 2);
+}
+
+TEST_F(WindowCommands, AMenuThatOpensFollowsTheSelectionAndTheSuspension) {
+    const HMENU bar = GetMenu(handle());
+    const auto stateOf = [&](int id) { return GetMenuState(bar, static_cast<UINT>(id), MF_BYCOMMAND); };
+    const auto openAll = [&] {
+        for (int position = 0; position < GetMenuItemCount(bar); ++position)
+            send(WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(GetSubMenu(bar, position)));
+    };
+    openAll();
+    EXPECT_TRUE(stateOf(IDM_EDIT) & MF_GRAYED);
+    select(0);
+    command(IDM_SUSPEND);
+    openAll();
+    EXPECT_FALSE(stateOf(IDM_EDIT) & MF_GRAYED);
+    std::array<char, 20> text{};
+    GetMenuStringA(bar, IDM_SUSPEND, text.data(), static_cast<int>(text.size()), MF_BYCOMMAND);
+    EXPECT_STREQ(text.data(), "Resume");
+    const HMENU own = GetSystemMenu(handle(), FALSE);
+    send(WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(own), MAKELPARAM(0, TRUE));
+    EXPECT_EQ(GetMenuDefaultItem(own, FALSE, 0), UINT{SC_CLOSE}) << "the window's own menu is left alone";
+}
+
+TEST_F(WindowCommands, ADialogIsOwnedByTheActiveWindowElseByTheMainWindow) {
+    select(0);
+    const HWND other = test::createPlain("STATIC", WS_POPUP | WS_VISIBLE, {0, 0, 50, 50});
+    for (const HWND active : {other, handle(), HWND{}})
+        for (const int id : {IDM_ADD, IDM_EDIT, IDM_PREFERENCES, IDM_ABOUT}) {
+            SCOPED_TRACE(id);
+            SetActiveWindow(active);
+            ASSERT_EQ(GetActiveWindow(), active);
+            const test::WhileOpen user([&](HWND dialog) {
+                const HWND owner = GetWindow(dialog, GW_OWNER);
+                EXPECT_EQ(owner, active ? active : handle());
+                EXPECT_FALSE(IsWindowEnabled(owner));
+                SendMessageA(dialog, WM_CLOSE, 0, 0);
+            });
+            command(id);
+        }
+    DestroyWindow(other);
 }
 
 TEST_F(WindowCommands, NothingChangesTheScheduleOfADisabledWindow) {
@@ -203,6 +253,16 @@ TEST_F(WindowCommands, NothingChangesTheScheduleOfADisabledWindow) {
     drop("C:\\Sites\\dropped.kra");
     EXPECT_EQ(saved().size(), 4U);
     EXPECT_TRUE(saved()[0].disabled);
+}
+
+TEST_F(WindowCommands, TheHelpCommandOpensTheHelp) {
+    HWND owner = nullptr;
+    const Instead<test::WinHelpACall> help([&](HWND window, LPCSTR, UINT, ULONG_PTR) {
+        owner = window;
+        return TRUE;
+    });
+    command(IDM_HELP);
+    EXPECT_EQ(owner, handle());
 }
 
 TEST_F(WindowCommands, ADisabledWindowIsStillSuspendedShownAndExited) {
