@@ -1,5 +1,5 @@
-// Every window of the real program for those who do not see it or use no mouse: a screen reader finds a name
-// for each control that takes input, Tab comes to it, and no letter with Alt is two controls'.
+// In each window of the real program, every control that takes input has a name for screen readers, is
+// reached by Tab, and has an access key of its own, if any.
 
 #include "lib/base/stackalignment.h"
 #include "resources/ids.h"
@@ -37,20 +37,17 @@ CALLED_BY_PLATFORM BOOL CALLBACK collectUsable(HWND window, LPARAM found) {
     return TRUE;
 }
 
-/// What of a window, its pages' controls included, the user can use now.
 std::vector<HWND> usableIn(HWND window) {
     std::vector<HWND> found;
     EnumChildWindows(window, &collectUsable, reinterpret_cast<LPARAM>(&found));
     return found;
 }
 
-/// A control as a failure names it.
 std::string told(HWND control) {
     return classOf(control) + " " + std::to_string(GetDlgCtrlID(control)) + " \"" + textOf(control) + "\"";
 }
 
-/// What a screen reader calls a control: its own text, or, where that is its content, the text directly
-/// before it.
+/// The name that a screen reader reads: for edits and lists the text directly before them.
 std::string nameOf(HWND control) {
     const std::string kind = classOf(control);
     if (kind != "edit" && kind != "combobox")
@@ -59,7 +56,7 @@ std::string nameOf(HWND control) {
     return before && IsWindowVisible(before) && classOf(before) == "static" ? textOf(before) : "";
 }
 
-/// The letter that leads to a control, alone with Alt; 0 when it has none.
+/// 0 when there is none.
 int accessKey(const std::string& text) {
     if (text.empty())
         return 0;
@@ -69,7 +66,6 @@ int accessKey(const std::string& text) {
     return 0;
 }
 
-/// The radio buttons among which the arrows go, this one included.
 std::vector<HWND> groupOf(HWND radioButton) {
     HWND first = radioButton;
     while (first && !(styleOf(first) & WS_GROUP))
@@ -98,7 +94,6 @@ protected:
         expectTabReaches(usable);
     }
 
-    /// The dialog that a command or a button has opened over `owner`.
     HWND dialogOver(HWND owner) const {
         const auto isOwned = [&] {
             const std::vector<HWND> dialogs = scheduler_.dialogs();

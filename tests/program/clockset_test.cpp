@@ -1,23 +1,12 @@
-// The clock is set while the program runs. Next runs stay as they are: those passed over run once, at once;
-// those that are ahead again wait.
+// The clock is set while the program runs.
 
-#include "resources/ids.h"
-#include "tests/program/editordriver.h"
 #include "tests/program/programtest.h"
 #include "tests/program/settableclock.h"
-#include "tests/program/witnessdriver.h"
-
-#include <gmock/gmock.h>
 
 using base::TimeSpan;
 using base::TimeValue;
-using driver::lastRunColumn;
-using driver::nextRunColumn;
-using driver::sleeping;
-using driver::waitUntil;
 using scheduler::ScheduledProject;
 using scheduler::ScheduleKind;
-using testing::StartsWith;
 
 namespace {
 
@@ -31,12 +20,12 @@ class ClockSet : public driver::ProgramTest {
 protected:
     void SetUp() override {
         ProgramTest::SetUp();
-        clock_.moveTo(begin_); // the tests before have set it, too
+        clock_.moveTo(begin_); // earlier tests set it, too
     }
 
     void startWithEachKind() {
         base::writeNumber(HKEY_CURRENT_USER, driver::stateKey + "\\RunMultiple", 1);
-        std::vector<ScheduledProject> entries(count, sleeping(spider_.makeProject("a.kra")));
+        std::vector<ScheduledProject> entries(count, driver::sleeping(spider_.makeProject("a.kra")));
         entries[hourly].kind = ScheduleKind::Hourly;
         entries[hourly].minutes = 30;
         entries[daily].kind = ScheduleKind::Daily;
@@ -52,14 +41,13 @@ protected:
 
     using Runs = std::vector<std::size_t>;
 
-    /// How often each entry has run once two ticks have started all that is due. A tick may pause in between,
-    /// so entries that are still due are waited for, too.
+    /// How often each entry has run. Two ticks start all that is due, but a tick may pause in between.
     Runs runsAfterTwoTicks() {
         scheduler_.tick();
         scheduler_.tick();
-        EXPECT_TRUE(waitUntil([&] {
+        EXPECT_TRUE(driver::waitUntil([&] {
             for (std::size_t entry = 0; entry < count; ++entry) {
-                const std::string next = list().cell(static_cast<int>(entry), nextRunColumn);
+                const std::string next = list().cell(static_cast<int>(entry), driver::nextRunColumn);
                 if (next == "Running" || next == "Now")
                     return false;
             }
@@ -110,50 +98,6 @@ TEST_F(ClockSet, BackwardsWaitsUntilTheNextRunsComeAgain) {
     clock_.moveTo(next);
     EXPECT_EQ(runsAfterTwoTicks(), (Runs{2, 0, 0, 0}));
     EXPECT_EQ(nextRun(hourly), next + hour);
-}
-
-TEST_F(ClockSet, BackwardsIsCaughtUpWithByResuming) {
-    startWithEachKind();
-    clock_.moveTo(begin_ - day);
-    ASSERT_EQ(runsAfterTwoTicks(), (Runs{0, 0, 0, 0}));
-    carryOut(IDM_SUSPEND);
-    carryOut(IDM_SUSPEND);
-    ASSERT_TRUE(scheduler_.exit());
-    const auto saved = driver::savedSchedule();
-    ASSERT_EQ(saved.size(), std::size_t{count});
-    EXPECT_EQ(saved[hourly].nextRun, begin_ - day + TimeSpan::fromMinutes(30));
-    EXPECT_EQ(saved[daily].nextRun, begin_ - day + TimeSpan::fromMinutes(5 * 60));
-}
-
-TEST_F(ClockSet, MidnightTurnsTomorrowIntoTodayAndTodayIntoYesterdayByItself) {
-    ScheduledProject entry = sleeping("C:\\Sites\\news.kra");
-    entry.kind = ScheduleKind::Once;
-    entry.time = begin_ + day;
-    entry.lastRun = begin_ - hour;
-    startWith({entry});
-    const driver::WitnessDriver witness(window(), list().handle());
-    ASSERT_TRUE(witness.isThere());
-    EXPECT_THAT(list().cell(0, nextRunColumn), StartsWith("tomorrow at "));
-    EXPECT_THAT(list().cell(0, lastRunColumn), StartsWith("today at "));
-    driver::WitnessDriver::draw(list().handle()); // so that none is left to be painted
-
-    const LONG before = witness.paints();
-    clock_.moveTo(begin_ + TimeSpan::fromMinutes(14 * 60));
-    ASSERT_TRUE(waitUntil([&] { return witness.paints() > before; })) << "nothing was painted";
-    EXPECT_THAT(list().cell(0, nextRunColumn), StartsWith("today at "));
-    EXPECT_THAT(list().cell(0, lastRunColumn), StartsWith("yesterday at "));
-}
-
-TEST_F(ClockSet, ASingleRunIsOfferedAheadHoweverLongAgoTheEditorWasOpened) {
-    startWith({});
-    driver::EditorDriver editor(scheduler_);
-    ASSERT_TRUE(editor.openAdd());
-    editor.turnTo(IDD_SCHEDULE_PAGE);
-    ASSERT_TRUE(editor.chooseKind(ScheduleKind::Daily));
-    clock_.moveTo(begin_ + day);
-    ASSERT_TRUE(editor.chooseKind(ScheduleKind::Once));
-    EXPECT_TRUE(waitUntil([&] { return editor.text(IDC_ONCE_TIME).starts_with("05/13/26 10:"); }))
-        << editor.text(IDC_ONCE_TIME);
 }
 
 } // namespace

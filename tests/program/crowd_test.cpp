@@ -16,7 +16,6 @@ namespace {
 
 constexpr int crowd = 100000;
 
-/// Entries of every kind, with names and results that a sort has to move.
 std::vector<ScheduledProject> makeEntries(int count) {
     std::vector<ScheduledProject> entries;
     const base::TimeValue now = base::TimeValue::now();
@@ -40,12 +39,11 @@ class Crowd : public driver::ProgramTest {
 protected:
     void sortBy(int column) const { list().clickHeader(column); }
 
-    /// The least time in which the list scrolls up three pages, starting at its end, and is painted each
-    /// time.
+    /// The shortest of ten times: the list scrolls up three pages from its end and paints each.
     std::chrono::nanoseconds scrollingTime(int rows) {
         using Clock = std::chrono::steady_clock;
         startWith(makeEntries(rows));
-        const driver::WitnessDriver witness(window(), list().handle());
+        const driver::WitnessDriver witness(window());
         EXPECT_TRUE(witness.isThere());
         SetWindowPos(window(), nullptr, 0, 0, 700, 250, SWP_NOMOVE | SWP_NOZORDER);
         SendMessageA(list().handle(), LVM_ENSUREVISIBLE, static_cast<WPARAM>(rows - 1), FALSE);

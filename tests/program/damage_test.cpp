@@ -1,5 +1,4 @@
-// Damaged files of a rich schedule, each given to a start of the real program: it comes up with the entries
-// that the file holds, as the plainly told format says, or with none.
+// The real program starts on damaged schedules: with the entries that the file holds, or with none.
 
 #include "scheduler/model/schedulefile.h"
 #include "tests/program/programtest.h"
@@ -17,7 +16,7 @@ namespace {
 
 constexpr unsigned long startsOfAnEverydayRun = 20;
 
-/// What a start makes of the entries of a file. It also computes their next runs: those are left out here.
+/// The entries after a start, next runs left out.
 std::vector<Item> afterStart(std::vector<Item> items) {
     for (Item& item : items) {
         item.runs = 0;
@@ -32,12 +31,11 @@ class Damage : public driver::ProgramTest {
 protected:
     void SetUp() override {
         ProgramTest::SetUp();
-        // Nothing that is due at once changes an entry while the test looks.
+        // So that no entry starts.
         base::writeNumber(HKEY_CURRENT_USER, driver::stateKey + "\\Suspended", 1);
     }
 
-    /// Starts the program on a file, ends it as its user does, and compares what it then saved. How many
-    /// entries there were.
+    /// Starts and exits the program on a file, and compares what it saved. Returns the number of entries.
     std::size_t startOn(const std::vector<std::byte>& content) {
         driver::writeText(scheduler::schedulePath(),
                           {reinterpret_cast<const char*>(content.data()), content.size()});

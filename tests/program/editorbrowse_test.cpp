@@ -1,4 +1,4 @@
-// The platform's own Browse dialog, which a button of the real program's editor opens.
+// The platform's own Browse dialog in the real program.
 
 #include "resources/ids.h"
 #include "scheduler/ui/framework/browselayout.h"
@@ -30,7 +30,7 @@ protected:
         return window && IsWindowVisible(window) ? window : nullptr;
     }
 
-    /// A list, where such names are remembered.
+    /// Some platforms have a drop-down list here.
     static HWND nameField() {
         const HWND list = GetDlgItem(dialog(), cmb13);
         return list ? list : GetDlgItem(dialog(), edt1);

@@ -18,11 +18,6 @@ bool isShownDialog(HWND window, const std::string& caption) {
     return window && IsWindowVisible(window) && textOf(window) == caption;
 }
 
-HWND messageWindow() {
-    const HWND window = FindWindowA("#32770", "Corvane Scheduler");
-    return isShownDialog(window, "Corvane Scheduler") ? window : nullptr;
-}
-
 } // namespace
 
 bool EditorDriver::open(int command, const char* caption) {
@@ -60,20 +55,8 @@ void EditorDriver::turnTo(int page) const {
     SendMessageA(sheet_, PSM_SETCURSEL, static_cast<WPARAM>(index), 0);
 }
 
-bool EditorDriver::isChecked(int id) const {
-    return SendMessageA(item(id), BM_GETCHECK, 0, 0) == BST_CHECKED;
-}
-
 bool EditorDriver::isShown(int id) const {
     return (GetWindowLongA(item(id), GWL_STYLE) & WS_VISIBLE) != 0;
-}
-
-int EditorDriver::itemCount(int list) const {
-    return static_cast<int>(SendMessageA(item(list), CB_GETCOUNT, 0, 0));
-}
-
-int EditorDriver::selected(int list) const {
-    return static_cast<int>(SendMessageA(item(list), CB_GETCURSEL, 0, 0));
 }
 
 bool EditorDriver::replace(int id, const std::string& text) const {
@@ -109,22 +92,9 @@ void EditorDriver::pressKey(WPARAM key) const {
     PostMessageA(window, WM_KEYUP, key, 1);
 }
 
-void EditorDriver::pressWithAlt(char letter) const {
-    constexpr LPARAM altIsDown = 1 << 29;
-    PostMessageA(scheduler_.focused(), WM_SYSCHAR, static_cast<WPARAM>(letter), altIsDown | 1);
-}
-
-int EditorDriver::focused() const {
-    return GetDlgCtrlID(scheduler_.focused());
-}
-
-bool EditorDriver::focusGoesTo(int id) const {
-    return waitUntil([&] { return focused() == id; });
-}
-
 bool EditorDriver::moveFocusTo(int id) const {
     PostMessageA(sheet_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(item(id)), TRUE);
-    return focusGoesTo(id);
+    return waitUntil([&] { return scheduler_.focused() == item(id); });
 }
 
 std::vector<HWND> EditorDriver::tabStops() const {
@@ -147,18 +117,9 @@ std::vector<scheduler::ScheduledProject> EditorDriver::saveByOk() const {
     press(IDOK);
     if (!closes())
         return {};
-    // What the command does after the sheet has gone is over when the next message is answered.
+    // The command is done when the next message is answered.
     SendMessageA(scheduler_.window(), WM_NULL, 0, 0);
     return savedSchedule();
-}
-
-HWND EditorDriver::message() const {
-    waitUntil([&] { return messageWindow() != nullptr; });
-    return messageWindow();
-}
-
-bool EditorDriver::isMessageClosed() const {
-    return waitUntil([&] { return messageWindow() == nullptr && IsWindowEnabled(sheet_); });
 }
 
 } // namespace driver

@@ -1,14 +1,9 @@
-// Starting once, hiding, being told to close, and coming back as it was left.
+// The real program is started, hidden, shown and closed.
 
 #include "lib/base/trayicon.h"
 #include "resources/ids.h"
 #include "scheduler/model/schedulefile.h"
 #include "tests/program/programtest.h"
-
-#include <windows.h>
-
-#include <commctrl.h>
-#include <shellapi.h>
 
 using driver::SchedulerProcess;
 using driver::waitUntil;
@@ -75,36 +70,6 @@ TEST_F(Lifecycle, ClosingTheWindowHidesItAndTheIconShowsItAgain) {
             notifyOfMouse(WM_LBUTTONDBLCLK);
         EXPECT_TRUE(isVisible());
     }
-}
-
-TEST_F(Lifecycle, TheIconStaysWhileTheWindowIsHiddenAndGoesAtExit) {
-    ASSERT_TRUE(scheduler_.start());
-    const auto shellHasIcon = [icon = window()] {
-        NOTIFYICONDATAA data{};
-        data.cbSize = NOTIFYICONDATAA_V1_SIZE;
-        data.hWnd = icon;
-        return Shell_NotifyIconA(NIM_MODIFY, &data) != FALSE;
-    };
-    EXPECT_TRUE(shellHasIcon());
-    carryOut(IDM_CLOSE);
-    EXPECT_TRUE(shellHasIcon());
-    ASSERT_NO_FATAL_FAILURE(close());
-    EXPECT_FALSE(shellHasIcon());
-}
-
-TEST_F(Lifecycle, ASingleClickOnTheIconBringsAShownWindowForward) {
-    ASSERT_TRUE(scheduler_.start());
-    const HWND other = CreateWindowExA(0, "STATIC", "another program", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0,
-                                       100, 100, nullptr, nullptr, nullptr, nullptr);
-    SetForegroundWindow(other);
-    ASSERT_TRUE(waitUntil([&] { return GetForegroundWindow() == other; }));
-    AllowSetForegroundWindow(ASFW_ANY);
-    for (const UINT message : {UINT{WM_LBUTTONUP}, UINT{WM_MOUSEMOVE}})
-        notifyOfMouse(message);
-    EXPECT_EQ(GetForegroundWindow(), other) << "not by every notice";
-    notifyOfMouse(WM_LBUTTONDOWN);
-    EXPECT_EQ(GetForegroundWindow(), window());
-    DestroyWindow(other);
 }
 
 TEST_F(Lifecycle, DisplayRestoresAMinimisedWindow) {

@@ -36,7 +36,6 @@ private:
     char* address_ = nullptr;
 };
 
-/// A place in both words of a message's parameter.
 LPARAM pointParameter(int x, int y) {
     return MAKELPARAM(static_cast<WORD>(x), static_cast<WORD>(y));
 }

@@ -1,4 +1,4 @@
-// The list of a running copy, read and used as its user does.
+// The list of a running copy.
 #pragma once
 
 #include "scheduler/ui/schedulerows.h"
@@ -18,7 +18,6 @@ inline constexpr int lastResultColumn = static_cast<int>(scheduler::ScheduleColu
 
 class ListDriver {
 public:
-    /// The list in a main window.
     explicit ListDriver(HWND mainWindow);
 
     HWND handle() const { return list_; }
@@ -26,18 +25,17 @@ public:
     std::vector<std::string> headers() const;
     int rowCount() const;
 
-    /// A cell's text as the control gets it into a buffer of `bufferSize` characters, the last for the NUL.
+    /// `bufferSize` includes the NUL.
     std::string cell(int row, int column, std::size_t bufferSize = 1024) const;
     std::vector<std::string> rowTexts(int row) const;
     std::vector<std::string> columnTexts(int column) const;
 
-    /// Selects these rows and no others; the first of them gets the keyboard.
+    /// Selects these rows alone and focuses the first.
     void select(const std::vector<int>& rows) const;
     void selectAll() const;
     std::vector<int> selectedRows() const;
     int focusedRow() const;
 
-    /// Presses and lets go of the left button in the middle of a column's header.
     void clickHeader(int column) const;
     /// HDF_SORTUP, HDF_SORTDOWN or 0.
     int sortArrow(int column) const;
@@ -45,7 +43,6 @@ public:
     int columnWidth(int column) const;
     void setColumnWidth(int column, int width) const;
 
-    /// A key pressed while the list has the keyboard.
     void pressKey(WPARAM key) const;
     void doubleClickRow(int row) const;
 

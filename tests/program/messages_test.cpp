@@ -2,8 +2,6 @@
 
 #include "lib/base/trayicon.h"
 #include "resources/ids.h"
-#include "scheduler/run/outcomes.h"
-#include "scheduler/run/worker.h"
 #include "tests/program/programtest.h"
 
 #include <array>
@@ -18,9 +16,7 @@ namespace {
 constexpr std::array<DWORD, 9> oddParameters = {0,       1,          2,          0x203,     0x7FFF,
                                                 0x10000, 0x7FFFFFFF, 0x80000000, 0xFFFFFFFF};
 
-/// Below WM_USER, those that do what they say, whoever posts them: they end, hide, lock, move or operate the
-/// window, call a procedure, start the help program, or are unpacked by the platform (conversations between
-/// programs). The last is the system's own timer.
+/// Messages below WM_USER that the window obeys whoever posts them. 0x118 is the system's own timer.
 const std::set<UINT> effective = {WM_SETREDRAW, WM_CLOSE,      WM_QUIT,  WM_ENDSESSION, WM_HELP,
                                   WM_COMMAND,   WM_SYSCOMMAND, WM_TIMER, 0x118};
 
@@ -59,8 +55,7 @@ protected:
         post(message, second, static_cast<LPARAM>(first));
     }
 
-    /// Whether the window handles what was posted so far. What is posted is handled in its order, so what is
-    /// posted last shows it.
+    /// Whether the window handles all that was posted so far: posted messages are handled in their order.
     bool handlesAll() const {
         scheduler_.command(IDM_CLOSE);
         waitUntil([&] { return !IsWindowVisible(window()); });
@@ -80,7 +75,6 @@ protected:
         EXPECT_TRUE(savedEntry() == pending_);
     }
 
-    /// As the system does it when the user logs off.
     void logOff() const {
         DWORD_PTR mayEnd = 0;
         EXPECT_NE(
@@ -125,34 +119,6 @@ TEST_F(ForeignMessages, CommandsThatDoNotExistAreIgnored) {
     expectUnharmed();
 }
 
-TEST_F(ForeignMessages, TimersOfAnyNumberAreTicks) {
-    for (const DWORD id : oddParameters)
-        for (int times = 0; times < 100; ++times)
-            post(WM_TIMER, id, 0);
-    expectUnharmed();
-}
-
-TEST_F(ForeignMessages, EndsOfRunsThatAreUnknownEndNoRun) {
-    const driver::SampleSpider spider;
-    ScheduledProject entry = pending_;
-    entry.path = spider.makeProject("news.kra", spider.untilReleased() + "result=fine\n");
-    startWith({entry});
-    const std::string stray = scheduler::outcomeKey(77) + "Result";
-    ASSERT_TRUE(base::writeString(HKEY_LOCAL_MACHINE, stray, "stray"));
-    list().select({0});
-    carryOut(IDM_RUN);
-    for (const WPARAM number : {0u, 2u, 77u, 0x10001u, 0x80000001u, 0xFFFFFFFFu})
-        SendMessageA(window(), scheduler::WM_RUN_FINISHED, number, 1);
-    EXPECT_EQ(list().cell(0, driver::nextRunColumn), "Running");
-    EXPECT_EQ(base::getString(HKEY_LOCAL_MACHINE, stray), "stray");
-
-    spider.release();
-    ASSERT_TRUE(waitUntil([&] { return savedEntry().lastResult == "fine"; }));
-    const ScheduledProject ended = savedEntry();
-    SendMessageA(window(), scheduler::WM_RUN_FINISHED, 1, 0); // a second time
-    EXPECT_TRUE(savedEntry() == ended);
-}
-
 TEST_F(ForeignMessages, AllRequestsToLeaveAreOneQuestion) {
     scheduler_.command(IDM_EXIT);
     ASSERT_TRUE(dialogsAre(1));
@@ -167,26 +133,6 @@ TEST_F(ForeignMessages, AllRequestsToLeaveAreOneQuestion) {
     ASSERT_TRUE(scheduler_.waitForExit());
     EXPECT_EQ(scheduler_.exitCode(), 0U);
     EXPECT_TRUE(savedEntry() == pending_);
-}
-
-TEST_F(ForeignMessages, WhatIsOnlySentDoesNoHarmWhileAMessageBoxOrMenuStands) {
-    // Both are opened by messages that were sent, which pass by the program's own loop.
-    SendNotifyMessageA(window(), base::WM_TRAY_NOTIFY, 0, WM_RBUTTONDOWN);
-    ASSERT_TRUE(waitUntil([&] { return scheduler_.isMenuOpen(); }));
-    for (const UINT message : {UINT{WM_NOTIFY}, UINT{WM_NCDESTROY}})
-        postWithOddParameters(message);
-    PostMessageA(window(), WM_CANCELMODE, 0, 0);
-    ASSERT_TRUE(waitUntil([&] { return !scheduler_.isMenuOpen(); }));
-
-    logOff();
-    ASSERT_TRUE(dialogsAre(1));
-    for (const UINT message : {UINT{WM_NOTIFY}, UINT{WM_NCDESTROY}})
-        postWithOddParameters(message);
-    ASSERT_TRUE(handlesAll());
-    SchedulerProcess::press(scheduler_.dialogs()[0], IDNO);
-    ASSERT_TRUE(dialogsAre(0));
-    EXPECT_TRUE(scheduler_.isRunning());
-    EXPECT_EQ(list().rowCount(), 1);
 }
 
 TEST_F(ForeignMessages, LogOffWhileADialogIsOpenAsksOverIt) {

@@ -1,4 +1,4 @@
-// What the tests of the real program begin and end with.
+// The fixture of the tests of the real program.
 #pragma once
 
 #include "lib/base/registry.h"
@@ -13,13 +13,13 @@
 
 namespace driver {
 
-// Where the program keeps what it knows, its automatic start apart, below the current user.
+// Below the current user, but for the automatic start.
 inline const std::string programKey = "Software\\Brindlewood\\scheduler";
 inline const std::string stateKey = programKey + "\\State";
 inline const std::string autostartValue =
     "Software\\Microsoft\\Windows\\CurrentVersion\\Run\\Corvane Scheduler";
 
-/// An entry that never becomes due in a start by hand, so that its texts stay as they are.
+/// Never due after a start by hand.
 inline scheduler::ScheduledProject sleeping(const std::string& path) {
     scheduler::ScheduledProject entry;
     entry.path = path;
@@ -27,7 +27,6 @@ inline scheduler::ScheduledProject sleeping(const std::string& path) {
     return entry;
 }
 
-/// An entry that follows the one at a position of the schedule.
 inline scheduler::ScheduledProject after(std::int32_t position, const std::string& path) {
     scheduler::ScheduledProject entry;
     entry.path = path;
@@ -36,7 +35,7 @@ inline scheduler::ScheduledProject after(std::int32_t position, const std::strin
     return entry;
 }
 
-/// An enabled entry that is due tomorrow: something to lose by leaving.
+/// Due tomorrow, so that Exit asks.
 inline scheduler::ScheduledProject pendingEntry() {
     scheduler::ScheduledProject entry;
     entry.path = "C:\\Sites\\news.kra";
@@ -45,7 +44,7 @@ inline scheduler::ScheduledProject pendingEntry() {
     return entry;
 }
 
-/// A program that was never here before, and is not afterwards.
+/// The program's registry keys are deleted before and after.
 class ProgramTest : public ::testing::Test {
 protected:
     void SetUp() override { forget(); }
@@ -64,16 +63,14 @@ protected:
     HWND window() const { return scheduler_.window(); }
     ListDriver list() const { return ListDriver(window()); }
 
-    /// Carries a command out before it returns.
     void carryOut(int command) const { SendMessageA(window(), WM_COMMAND, static_cast<WPARAM>(command), 0); }
 
-    /// The only entry as it is saved; an empty one while the file is being written.
+    /// The only entry in the file; a default one while the file is being written.
     static scheduler::ScheduledProject savedEntry() {
         const auto entries = savedSchedule();
         return entries.size() == 1 ? entries.front() : scheduler::ScheduledProject();
     }
 
-    /// Ends the program by a second call, and starts it again.
     void restart(const std::string& switches = "") {
         ASSERT_NO_FATAL_FAILURE(close());
         ASSERT_TRUE(scheduler_.start(switches));
@@ -83,7 +80,7 @@ protected:
         ASSERT_TRUE(scheduler_.waitForExit());
     }
 
-    /// The message box, or dialog, that comes; null when none does.
+    /// Waits for a message box or dialog.
     HWND waitForBox() const {
         waitUntil([&] { return scheduler_.messageBox() != nullptr; });
         return scheduler_.messageBox();

@@ -1,5 +1,5 @@
-// The real program through days that matter: what it runs, and when. The clock is set to each hour, to a
-// minute before each run, and to the second after it. These tests need a zone that changes its clock.
+// The real program runs its entries through a whole day and through the nights on which the clock changes.
+// The clock is set to each hour, to a minute before each run, and to the second after it.
 
 #include "tests/program/programtest.h"
 #include "tests/program/settableclock.h"
@@ -46,7 +46,7 @@ protected:
         day_ = fields(year, month, day, 0, 0);
         begin_ = at(hour, minute);
     }
-    /// By the clock on the wall; hours above 23 are of the next day.
+    /// Local time; hours above 23 are of the next day.
     TimeValue at(int hour, int minute) const {
         std::tm time = fields(day_.tm_year + 1900, day_.tm_mon + 1, day_.tm_mday, hour, minute);
         return TimeValue(static_cast<std::int32_t>(std::mktime(&time)));
@@ -54,7 +54,6 @@ protected:
 
     using Times = std::vector<TimeValue>;
 
-    /// An entry with the times at which it is to run.
     ScheduledProject& add(ScheduleKind kind, const Times& runs) {
         ScheduledProject entry;
         entry.path = spider_.makeProject(std::to_string(entries_.size()) + ".kra");
@@ -81,8 +80,7 @@ protected:
     }
     void once(TimeValue time) { add(ScheduleKind::Once, {time}).time = time; }
 
-    /// Runtimes differ in what they make of a skipped or repeated hour, so the runs of these hours are not
-    /// literals.
+    /// Runtimes differ in skipped and repeated hours, so these runs are no literals.
     void expectRunsByTheRules(int hours) {
         const TimeValue end = begin_ + TimeSpan::fromMinutes(60 * hours);
         for (std::size_t i = 0; i < entries_.size(); ++i) {
@@ -127,7 +125,7 @@ protected:
     TimeValue begin_;
 
 private:
-    /// True when no run that was to begin by then is missing in the saved schedule.
+    /// Whether the saved schedule has all runs that were due by `now`.
     bool noteRuns(std::vector<Times>& seen, TimeValue now) const {
         const auto saved = driver::savedSchedule();
         if (saved.size() != entries_.size())
@@ -163,37 +161,6 @@ TEST_F(RealDays, EveryKindRunsThroughAWholeDay) {
     follower.minutes = 90;
     daily(6, 30, {}).disabled = 1;
     live(24);
-}
-
-TEST_F(RealDays, TheDay31OfJuneIsTheFirstOfJuly) {
-    beginAt(2026, 6, 30, 22, 15);
-    hourly(35, 22, 4);
-    daily(1, 5, {at(25, 5)});
-    monthly(31, 0, 20, {at(24, 20)});
-    monthly(30, 23, 10, {at(23, 10)});
-    monthly(1, 1, 50, {at(25, 50)});
-    live(4);
-}
-
-TEST_F(RealDays, TheDay29OfFebruaryIsALeapDay) {
-    beginAt(2028, 2, 28, 22, 15);
-    hourly(35, 22, 4);
-    daily(0, 10, {at(24, 10)});
-    monthly(28, 23, 20, {at(23, 20)});
-    monthly(29, 0, 50, {at(24, 50)});
-    monthly(30, 1, 30, {});
-    once(at(24, 55));
-    live(4);
-}
-
-TEST_F(RealDays, ANewYearBegins) {
-    beginAt(2026, 12, 31, 22, 15);
-    hourly(35, 22, 4);
-    daily(0, 10, {at(24, 10)});
-    monthly(31, 23, 20, {at(23, 20)});
-    monthly(1, 0, 50, {at(24, 50)});
-    once(at(25, 20));
-    live(4);
 }
 
 TEST_F(RealDays, TheNightOfAClockChangeFollowsTheRules) {

@@ -80,7 +80,7 @@ bool waitUntil(const std::function<bool()>& condition, std::chrono::milliseconds
 }
 
 std::string buildFolder() {
-    // The test programs stand two folders below it.
+    // The test programs are two folders below.
     std::string folder = base::directoryOf(base::executablePath());
     for (int level = 0; level < 2; ++level) {
         folder.pop_back();
@@ -118,7 +118,7 @@ std::vector<std::string> readLines(const std::string& path) {
 }
 
 std::string textOf(HWND window) {
-    // GetWindowText reads nothing from the controls of another process.
+    // GetWindowText does not read controls of another process.
     std::array<char, 1024> buffer{};
     const LRESULT length =
         SendMessageA(window, WM_GETTEXT, buffer.size(), reinterpret_cast<LPARAM>(buffer.data()));
@@ -146,8 +146,7 @@ void SchedulerProcess::launch(const std::string& switches) {
 }
 
 bool SchedulerProcess::waitForWindow() {
-    // To accept dropped files is the last thing that the window does before it answers messages. The clock
-    // may run fast: an hour of it may be a minute.
+    // The window accepts dropped files last. The clock may run fast: an hour may take a minute.
     waitUntil(
         [this] {
             window_ = findWindow(id_, "scheduler");
@@ -194,7 +193,7 @@ void SchedulerProcess::kill(bool mayHaveEnded) {
 void SchedulerProcess::expectNoCrash() const {
     if (!process_ || isRunning())
         return;
-    // A crash is not always seen in the exit code: the platform's debugger may end the program with 0.
+    // The platform's debugger may end a crashed program with 0.
     EXPECT_TRUE(endsByItself_ && (exitCode() == 0 || exitCode() == killedCode))
         << "the program crashed or ended by itself with the exit code " << exitCode();
 }
@@ -213,7 +212,6 @@ bool SchedulerProcess::exit() {
 
 HWND SchedulerProcess::messageBox() const {
     const HWND box = findWindow(id_, dialogClass);
-    // It is there for the user once it is shown.
     return box && IsWindowVisible(box) ? box : nullptr;
 }
 
@@ -235,7 +233,6 @@ bool SchedulerProcess::isMenuOpen() const {
 }
 
 std::string SchedulerProcess::textOfBox(HWND box) {
-    // The text is the static control that has no icon in it.
     for (HWND child = GetWindow(box, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
         char name[32]{};
         GetClassNameA(child, name, sizeof(name));

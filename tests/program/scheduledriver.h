@@ -1,4 +1,4 @@
-// Runs the real program as its user and its spider see it: own folder, real registry, real file, real window.
+// Runs the real program, with the real registry and file.
 #pragma once
 
 #include "lib/base/handles.h"
@@ -16,8 +16,7 @@
 
 namespace driver {
 
-/// Polls until `condition` holds; false when a test's patience ends. Real time as this process's (perhaps
-/// sped-up) clock has it.
+/// Polls until `condition` holds; false after `limit`.
 bool waitUntil(const std::function<bool()>& condition,
                std::chrono::milliseconds limit = std::chrono::milliseconds(test::patience));
 
@@ -31,13 +30,12 @@ void writeText(const std::string& path, const std::string& text);
 std::string readBytes(const std::string& path);
 std::vector<std::string> readLines(const std::string& path);
 
-/// The text of a window or control of any process.
+/// Also of a control of another process.
 std::string textOf(HWND window);
 
-/// What the thread of a window, of any process, does with keyboard and menus.
 GUITHREADINFO inputStateOf(HWND window);
 
-/// One copy of scheduler.exe. Killed on destruction if it is still there.
+/// One copy of scheduler.exe, killed on destruction.
 class SchedulerProcess {
 public:
     SchedulerProcess();
@@ -46,12 +44,12 @@ public:
     SchedulerProcess(const SchedulerProcess&) = delete;
     SchedulerProcess& operator=(const SchedulerProcess&) = delete;
 
-    /// Starts a copy with the given switches. A main copy is up when its timer runs: waits for its window.
+    /// Waits until the window is ready.
     bool start(const std::string& switches = "");
-    /// The two halves of start: without waiting, and waiting.
+    // The two halves of start.
     void launch(const std::string& switches = "");
     bool waitForWindow();
-    /// Starts a copy that is expected to end by itself; its exit code.
+    /// Starts a copy that ends by itself; returns its exit code.
     static DWORD runToEnd(const std::string& switches);
 
     HWND window() const { return window_; }
@@ -60,29 +58,27 @@ public:
     DWORD exitCode() const;
     void kill(bool mayHaveEnded = false);
 
-    /// Exits as the user does, who says Yes to the question if it is asked. False when it does not end.
+    /// Exits, answering Yes to the question if it is asked. False when the program does not end.
     bool exit();
 
-    /// Sends a menu command and, for one that may ask, does not wait for its end.
+    /// Posts a menu command.
     void command(int id) const;
 
-    /// A tick of the window's timer; returns when the window has handled it.
+    /// Returns when the window has handled the tick.
     void tick() const { SendMessageA(window_, WM_TIMER, 0, 0); }
 
-    /// The program's message box, or dialog, that is open now; null when there is none.
+    /// The open message box or dialog; null when there is none.
     HWND messageBox() const;
-    /// All dialogs and message boxes that the user sees, the uppermost first.
+    /// The visible dialogs and message boxes, the uppermost first.
     std::vector<HWND> dialogs() const;
     bool isMenuOpen() const;
-    /// What has the keyboard in the program; null while the program is not in the foreground.
+    /// Null while the program is not in the foreground.
     HWND focused() const { return inputStateOf(window_).hwndFocus; }
-    /// The box's text.
     static std::string textOfBox(HWND box);
-    /// Presses one of the box's buttons (IDYES, IDNO, IDOK).
     static void press(HWND box, int button);
 
 private:
-    /// Fails when the program has crashed, or has ended although no one waited for its end.
+    /// Fails when the program crashed, or ended without being asked to.
     void expectNoCrash() const;
 
     std::string program_;       ///< the built one, unless another was named
@@ -99,12 +95,12 @@ std::string safetyCopy(const std::string& extension);
 std::vector<scheduler::ScheduledProject> savedSchedule(const std::string& path = scheduler::schedulePath());
 void saveEntries(const std::vector<scheduler::ScheduledProject>& entries);
 
-/// The sample spider, installed in this test's own folder with a log of its own.
+/// The sample spider in a folder of its own, registered.
 class SampleSpider {
 public:
     SampleSpider();
 
-    /// Writes a project file with the given lines; its full path.
+    /// Writes a project file; returns its path.
     std::string makeProject(const std::string& fileName, const std::string& lines = "") const;
     /// The line of a project file whose runs last until release().
     std::string untilReleased() const { return "until=" + eventName_ + "\n"; }
@@ -112,7 +108,7 @@ public:
     const std::string& folder() const { return folder_; }
     const std::string& program() const { return program_; }
     std::vector<std::string> log() const;
-    /// How many lines of the log hold `text`.
+    /// The number of log lines that contain `text`.
     std::size_t logged(const std::string& text) const;
 
 private:

@@ -21,7 +21,7 @@ public:
         std::ifstream(path_) >> offset_;
     }
 
-    /// Sets the clock so many seconds forwards, or backwards.
+    /// Negative: backwards.
     void moveBy(long long seconds) {
         offset_ += seconds;
         char text[16]{};

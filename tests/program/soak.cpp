@@ -156,7 +156,7 @@ int main(int argc, char** argv) {
     if (!scheduler.start())
         return 1;
     const driver::ListDriver list(scheduler.window());
-    const driver::WitnessDriver witness(scheduler.window(), list.handle());
+    const driver::WitnessDriver witness(scheduler.window());
     // A heap keeps what the most threads at once have ever needed of it, so the first minute is the busiest.
     witness.settleHeaps();
     witness.freeTexts();

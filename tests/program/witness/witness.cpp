@@ -1,6 +1,4 @@
-// A library that hooks put into the scheduler's process. From there it sees what no other process can ask
-// for: what is painted and what menus say when they open. Unless it is told to, it changes nothing, so what
-// is tested is the program as it is.
+// A library that hooks load into the scheduler's process, where it sees what no other process can ask for.
 
 #include "lib/base/stackalignment.h"
 #include "tests/program/witness/notes.h"
@@ -10,8 +8,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <cstring>
-#include <shlobj.h>
 #include <span>
 #include <utility>
 
@@ -27,30 +23,6 @@ witness::Notes* openNotes() {
 witness::Notes* notes() {
     static witness::Notes* const shared = openNotes();
     return shared;
-}
-
-void notePaint(HWND window) {
-    if (window == notes()->painted)
-        ++notes()->paints;
-}
-
-void noteMenu(HMENU menu) {
-    auto& items = notes()->items;
-    const int count = std::clamp(GetMenuItemCount(menu), 0, static_cast<int>(items.size()));
-    for (int position = 0; position < count; ++position) {
-        witness::MenuItem& item = items[static_cast<std::size_t>(position)];
-        item = {};
-        MENUITEMINFOA information{};
-        information.cbSize = sizeof(information);
-        information.fMask = MIIM_ID | MIIM_STATE | MIIM_STRING;
-        information.dwTypeData = item.text.data();
-        information.cch = static_cast<UINT>(item.text.size());
-        GetMenuItemInfoA(menu, static_cast<UINT>(position), TRUE, &information);
-        item.command = information.wID;
-        item.state = information.fState;
-    }
-    notes()->itemCount = count;
-    ++notes()->menus;
 }
 
 /// Windows and menus: tries every number that one can have where the platform counts none.
@@ -98,22 +70,8 @@ void fillContexts() {
     }
 }
 
-void dropFiles(HWND window) {
-    DROPFILES head{};
-    head.pFiles = sizeof(head);
-    const auto& names = notes()->dropped;
-    const HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, sizeof(head) + names.size());
-    char* const content = static_cast<char*>(GlobalLock(block));
-    std::memcpy(content, &head, sizeof(head));
-    std::memcpy(content + sizeof(head), names.data(), names.size());
-    GlobalUnlock(block);
-    PostMessageA(window, WM_DROPFILES, reinterpret_cast<WPARAM>(block), 0);
-}
-
 void perform(witness::Act act, HWND window) {
     switch (act) {
-    case witness::Act::Drop:
-        return dropFiles(window);
     case witness::Act::Count:
         return countObjects();
     case witness::Act::SettleHeaps:
@@ -131,18 +89,11 @@ void perform(witness::Act act, HWND window) {
 
 } // namespace
 
-// A painting is sent by UpdateWindow, or taken from the queue.
 extern "C" __declspec(dllexport) CALLED_BY_PLATFORM LRESULT CALLBACK
     onSent(int code, WPARAM wParam, LPARAM lParam) {
     const auto& message = *reinterpret_cast<const CWPSTRUCT*>(lParam);
     static const UINT actMessage = RegisterWindowMessageA(witness::actMessage);
     if (code == HC_ACTION && notes()) {
-        if (message.message == WM_PAINT)
-            notePaint(message.hwnd);
-        if (message.message == WM_COMMAND && !GetParent(message.hwnd)) {
-            notes()->lastCommand = LOWORD(message.wParam);
-            ++notes()->commands;
-        }
         if (message.message == actMessage)
             perform(witness::Act{message.wParam}, message.hwnd);
         if (notes()->freesTexts && test::freeBlockOfDyingText(message))
@@ -154,19 +105,8 @@ extern "C" __declspec(dllexport) CALLED_BY_PLATFORM LRESULT CALLBACK
 extern "C" __declspec(dllexport) CALLED_BY_PLATFORM LRESULT CALLBACK
     onTaken(int code, WPARAM wParam, LPARAM lParam) {
     const auto& message = *reinterpret_cast<const MSG*>(lParam);
-    if (code == HC_ACTION && notes() && wParam == PM_REMOVE) {
-        if (message.message == WM_PAINT)
-            notePaint(message.hwnd);
-        if (message.message == WM_TIMER && message.hwnd && !GetParent(message.hwnd))
-            ++notes()->ticks;
-    }
-    return CallNextHookEx(nullptr, code, wParam, lParam);
-}
-
-extern "C" __declspec(dllexport) CALLED_BY_PLATFORM LRESULT CALLBACK
-    onHandled(int code, WPARAM wParam, LPARAM lParam) {
-    const auto& message = *reinterpret_cast<const CWPRETSTRUCT*>(lParam);
-    if (code == HC_ACTION && notes() && message.message == WM_INITMENUPOPUP)
-        noteMenu(reinterpret_cast<HMENU>(message.wParam));
+    if (code == HC_ACTION && notes() && wParam == PM_REMOVE && message.message == WM_TIMER && message.hwnd &&
+        !GetParent(message.hwnd))
+        ++notes()->ticks;
     return CallNextHookEx(nullptr, code, wParam, lParam);
 }
