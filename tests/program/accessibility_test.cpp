@@ -56,7 +56,6 @@ std::string nameOf(HWND control) {
     return before && IsWindowVisible(before) && classOf(before) == "static" ? textOf(before) : "";
 }
 
-/// 0 when there is none.
 int accessKey(const std::string& text) {
     if (text.empty())
         return 0;

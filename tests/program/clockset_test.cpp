@@ -1,5 +1,3 @@
-// The clock is set while the program runs.
-
 #include "tests/program/programtest.h"
 #include "tests/program/settableclock.h"
 

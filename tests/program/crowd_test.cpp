@@ -1,5 +1,3 @@
-// A schedule of a hundred thousand entries.
-
 #include "resources/ids.h"
 #include "tests/program/programtest.h"
 #include "tests/program/witnessdriver.h"

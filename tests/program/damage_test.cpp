@@ -31,7 +31,6 @@ class Damage : public driver::ProgramTest {
 protected:
     void SetUp() override {
         ProgramTest::SetUp();
-        // So that no entry starts.
         base::writeNumber(HKEY_CURRENT_USER, driver::stateKey + "\\Suspended", 1);
     }
 

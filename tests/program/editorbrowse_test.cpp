@@ -30,7 +30,6 @@ protected:
         return window && IsWindowVisible(window) ? window : nullptr;
     }
 
-    /// Some platforms have a drop-down list here.
     static HWND nameField() {
         const HWND list = GetDlgItem(dialog(), cmb13);
         return list ? list : GetDlgItem(dialog(), edt1);

@@ -1,4 +1,3 @@
-// The schedule editor of a running copy.
 #pragma once
 
 #include "tests/program/scheduledriver.h"
@@ -33,12 +32,9 @@ public:
     bool replace(int id, const std::string& text) const;
     void click(int id) const;
     void choose(int list, int position) const;
-    /// Waits for the controls of the kind.
     bool chooseKind(scheduler::ScheduleKind kind) const;
 
-    /// IDOK or IDCANCEL.
     void press(int button) const;
-    /// Presses a key in the focused control.
     void pressKey(WPARAM key) const;
     bool moveFocusTo(int id) const;
     /// The controls the Tab key visits, starting after the focused one, until one repeats. For any dialog.

@@ -1,5 +1,3 @@
-// How the real program ends: the exit question and the end of the session.
-
 #include "resources/ids.h"
 #include "scheduler/model/schedulefile.h"
 #include "tests/program/programtest.h"

@@ -1,5 +1,3 @@
-// Keys and double clicks in the list of the real program.
-
 #include "resources/ids.h"
 #include "tests/program/editordriver.h"
 #include "tests/program/programtest.h"

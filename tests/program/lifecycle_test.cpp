@@ -1,5 +1,3 @@
-// The real program is started, hidden, shown and closed.
-
 #include "lib/base/trayicon.h"
 #include "resources/ids.h"
 #include "scheduler/model/schedulefile.h"

@@ -1,5 +1,3 @@
-// The list of the real program: its cells, the order of its rows and the widths of its columns.
-
 #include "resources/ids.h"
 #include "tests/program/programtest.h"
 

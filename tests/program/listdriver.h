@@ -1,4 +1,3 @@
-// The list of a running copy.
 #pragma once
 
 #include "scheduler/ui/schedulerows.h"
@@ -37,7 +36,6 @@ public:
     int focusedRow() const;
 
     void clickHeader(int column) const;
-    /// HDF_SORTUP, HDF_SORTDOWN or 0.
     int sortArrow(int column) const;
 
     int columnWidth(int column) const;

@@ -1,5 +1,3 @@
-// What other processes may post to the main window, and requests that come at bad moments.
-
 #include "lib/base/trayicon.h"
 #include "resources/ids.h"
 #include "tests/program/programtest.h"
@@ -64,7 +62,6 @@ protected:
                scheduler_.isRunning();
     }
 
-    /// The window is as it was, and saves the schedule it had when it is told to exit.
     void expectUnharmed() {
         ASSERT_TRUE(handlesAll());
         EXPECT_EQ(driver::textOf(window()), "Corvane Scheduler");
@@ -91,7 +88,6 @@ protected:
     unsigned posted_ = 0;
 };
 
-/// The numbers up to `dense`, and then some up to the last.
 std::vector<UINT> numbersFrom(UINT first, UINT dense, UINT last) {
     constexpr UINT step = 31;
     std::vector<UINT> numbers;

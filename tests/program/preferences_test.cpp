@@ -1,5 +1,3 @@
-// The Preferences dialog of the real program.
-
 #include "lib/base/registry.h"
 #include "resources/ids.h"
 #include "tests/program/programtest.h"

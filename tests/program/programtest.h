@@ -1,4 +1,3 @@
-// The fixture of the tests of the real program.
 #pragma once
 
 #include "lib/base/registry.h"
@@ -80,7 +79,6 @@ protected:
         ASSERT_TRUE(scheduler_.waitForExit());
     }
 
-    /// Waits for a message box or dialog.
     HWND waitForBox() const {
         waitUntil([&] { return scheduler_.messageBox() != nullptr; });
         return scheduler_.messageBox();

@@ -27,7 +27,6 @@ protected:
         base::writeNumber(HKEY_CURRENT_USER, driver::stateKey + "\\RunMultiple", 1);
     }
 
-    /// Fields may be beyond their ranges.
     static std::tm fields(int year, int month, int day, int hour, int minute) {
         std::tm time{};
         time.tm_year = year - 1900;

@@ -1,5 +1,3 @@
-// The real program starts the entries that are due, and saves the outcomes that the spider leaves.
-
 #include "resources/ids.h"
 #include "scheduler/run/outcomes.h"
 #include "tests/program/editordriver.h"
@@ -32,7 +30,6 @@ protected:
         scheduler_.tick();
     }
 
-    /// The entry as the file has it after its run.
     ScheduledProject recorded() const {
         ScheduledProject entry;
         EXPECT_TRUE(waitUntil([&] {

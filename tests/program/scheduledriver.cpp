@@ -42,7 +42,6 @@ CALLED_BY_PLATFORM BOOL CALLBACK checkWindow(HWND window, LPARAM parameter) {
     return TRUE;
 }
 
-/// The uppermost first.
 std::vector<HWND> findWindows(DWORD process, const std::string& className) {
     WindowSearch search{process, className, {}};
     EnumWindows(&checkWindow, reinterpret_cast<LPARAM>(&search));
@@ -80,7 +79,6 @@ bool waitUntil(const std::function<bool()>& condition, std::chrono::milliseconds
 }
 
 std::string buildFolder() {
-    // The test programs are two folders below.
     std::string folder = base::directoryOf(base::executablePath());
     for (int level = 0; level < 2; ++level) {
         folder.pop_back();

@@ -30,7 +30,6 @@ void writeText(const std::string& path, const std::string& text);
 std::string readBytes(const std::string& path);
 std::vector<std::string> readLines(const std::string& path);
 
-/// Also of a control of another process.
 std::string textOf(HWND window);
 
 GUITHREADINFO inputStateOf(HWND window);
@@ -46,7 +45,6 @@ public:
 
     /// Waits until the window is ready.
     bool start(const std::string& switches = "");
-    // The two halves of start.
     void launch(const std::string& switches = "");
     bool waitForWindow();
     /// Starts a copy that ends by itself; returns its exit code.
@@ -61,7 +59,6 @@ public:
     /// Exits, answering Yes to the question if it is asked. False when the program does not end.
     bool exit();
 
-    /// Posts a menu command.
     void command(int id) const;
 
     /// Returns when the window has handled the tick.
@@ -91,7 +88,6 @@ private:
 /// The path of `schedule.bak` or `schedule.damaged`.
 std::string safetyCopy(const std::string& extension);
 
-/// The schedule saved there; empty when there is none that can be read.
 std::vector<scheduler::ScheduledProject> savedSchedule(const std::string& path = scheduler::schedulePath());
 void saveEntries(const std::vector<scheduler::ScheduledProject>& entries);
 

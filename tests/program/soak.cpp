@@ -1,5 +1,4 @@
-// Lets the real program work for a while, runs ending all the time, and compares what it holds at the end
-// with what it held after the first minute. For tools/soak.
+// For tools/soak: compares what the program holds after many runs with what it held after the first minute.
 //
 // usage: program.soak MINUTES SPEED [windows]
 
@@ -22,9 +21,8 @@ using scheduler::ScheduleKind;
 namespace {
 
 constexpr int pairs = 4;
-constexpr int busyMinutes = 1; // in which everything is run at once, again and again
+constexpr int busyMinutes = 1;
 
-/// Two and two follow each other for ever; others are due at their times.
 std::vector<ScheduledProject> busyEntries(const driver::SampleSpider& spider) {
     std::vector<ScheduledProject> entries(2 * pairs);
     for (std::size_t i = 0; i < entries.size(); ++i) {
@@ -82,8 +80,7 @@ unsigned long privateKilobytes(HANDLE process) {
     return static_cast<unsigned long>(total / 1024);
 }
 
-/// Lets real time go by, and the clock so many times as much. Wine itself does not start reliably under a
-/// clock that runs fast from the beginning.
+/// Moves the clock faster than real time. Wine does not start reliably under a clock that runs fast.
 class FastClock {
 public:
     explicit FastClock(int speed) : speed_(speed) {}
@@ -103,7 +100,7 @@ private:
 
 using Sample = std::array<unsigned long, 5>;
 
-/// The least of many looks: a run under way holds a thread and some handles of its own.
+/// The least of many looks: a run holds a thread and some handles.
 Sample hold(HWND window, const driver::WitnessDriver& witness) {
     DWORD id = 0;
     GetWindowThreadProcessId(window, &id);
@@ -121,8 +118,7 @@ Sample hold(HWND window, const driver::WitnessDriver& witness) {
     return least;
 }
 
-/// What a user does, and leaves no trace. The platform keeps the pictures of all parts of controls that it
-/// has ever drawn: slowly, all of a dialog is drawn before it is closed.
+/// Slowly: draws all of a dialog, because the platform caches the parts of controls that it has drawn.
 void useWindows(const driver::SchedulerProcess& scheduler, const driver::ListDriver& list,
                 const driver::WitnessDriver& witness, std::size_t round, bool slowly) {
     for (const int dialog : {IDM_ABOUT, IDM_PREFERENCES, IDM_ADD}) {
@@ -157,7 +153,7 @@ int main(int argc, char** argv) {
         return 1;
     const driver::ListDriver list(scheduler.window());
     const driver::WitnessDriver witness(scheduler.window());
-    // A heap keeps what the most threads at once have ever needed of it, so the first minute is the busiest.
+    // A heap keeps room for the most threads that ever ran, so the first minute is the busiest.
     witness.settleHeaps();
     witness.freeTexts();
     list.selectAll();
@@ -184,7 +180,7 @@ int main(int argc, char** argv) {
 
     constexpr std::array names = {"windows and menus", "graphics objects", "kernel handles", "threads",
                                   "private KB"};
-    // A heap may round up once more; anything that is lost in each run is a thousand times that.
+    // A heap may round up once more; a leak in each run is a thousand times as much.
     constexpr std::array<unsigned long, 5> allowed = {0, 0, 2, 0, 128};
     bool same = scheduler.isRunning() && runs > runsBefore + rounds;
     if (witness.freedTexts() > 0)

@@ -1,4 +1,4 @@
-// What the witness writes down, in memory that it shares with the test.
+// The memory that the witness shares with the test.
 #pragma once
 
 #include <windows.h>
@@ -15,14 +15,12 @@ struct Notes {
     LONG freedTexts = 0;
 };
 
-/// What the witness does inside the process when the registered message is sent to a window with one of
-/// these.
+/// Parameters of the registered message, on which the witness acts.
 enum class Act : WPARAM {
     Count,       ///< counts the objects of the process
     SettleHeaps, ///< makes the heaps cache room for each size of block, as they otherwise do after many hours
     FreeTexts,   ///< from then on frees what the platform leaks with each text, if it does
-    /// Fills the process's cache of drawing contexts. Wine keeps as many as windows have ever had one at
-    /// once, up to some 65, each with what it last drew on, even of a window that is gone.
+    /// Fills the cache of drawing contexts, where Wine keeps up to some 65, each with its last bitmap.
     FillContexts,
     Draw, ///< draws all of the window at once; another process can only ask for that
 };

@@ -17,7 +17,6 @@
 #include <utility>
 #include <vector>
 
-// Each with its library and the bytes of its arguments.
 #define SCHEDULER_WATCHED_CALLS(CALL)                                                                        \
     CALL(advapi32, RegCreateKeyExA, 36)                                                                      \
     CALL(advapi32, RegOpenKeyExA, 20)                                                                        \

@@ -12,7 +12,6 @@ class Controls : public test::ControlDialogTest {
 protected:
     bool isEnabled(int id) const { return IsWindowEnabled(item(id)); }
 
-    /// The checked buttons of the group, as bits.
     int checkedButtons() const {
         int checked = 0;
         for (const int id : {IDC_THIRD_CHOICE, IDC_SECOND_CHOICE, IDC_FIRST_CHOICE})

@@ -1,7 +1,6 @@
 // The numbers of the dialogs that the framework's tests are made of. The resource compiler reads them, too.
 #pragma once
 
-// One of each control.
 #define IDD_CONTROLS 200
 #define IDC_LABEL 1000
 #define IDC_TEXT 1001
@@ -20,7 +19,6 @@
 #define IDC_BROWSE 1014
 #define IDC_CUT_LABEL 1015
 
-// Centred by the platform.
 #define IDD_CENTRED 201
 
 // Pages of one edit each.
