@@ -1,0 +1,40 @@
+#include "scheduler/ui/framework/clipboard.h"
+
+#include "lib/base/handles.h"
+
+namespace framework {
+namespace {
+
+struct GlobalMemoryTraits {
+    using Handle = HGLOBAL;
+    static Handle none() { return nullptr; }
+    static void close(Handle handle) { GlobalFree(handle); }
+};
+using GlobalMemory = base::UniqueHandle<GlobalMemoryTraits>;
+
+/// In the platform's own form: for CF_TEXT it would assume the code page of the keyboard's language.
+GlobalMemory toUnicode(const std::string& text) {
+    const int bytes = static_cast<int>(text.size()) + 1;
+    const int length = MultiByteToWideChar(CP_ACP, 0, text.c_str(), bytes, nullptr, 0);
+    GlobalMemory memory(GlobalAlloc(GMEM_MOVEABLE, static_cast<std::size_t>(length) * sizeof(wchar_t)));
+    if (auto* const content = static_cast<wchar_t*>(GlobalLock(memory.get()))) {
+        MultiByteToWideChar(CP_ACP, 0, text.c_str(), bytes, content, length);
+        GlobalUnlock(memory.get());
+    }
+    return memory;
+}
+
+} // namespace
+
+bool copyToClipboard(HWND owner, const std::string& text) {
+    GlobalMemory memory = toUnicode(text);
+    if (!memory || !OpenClipboard(owner))
+        return false;
+    const bool copied = EmptyClipboard() && SetClipboardData(CF_UNICODETEXT, memory.get());
+    if (copied)
+        static_cast<void>(memory.release()); // the clipboard owns it
+    CloseClipboard();
+    return copied;
+}
+
+} // namespace framework
