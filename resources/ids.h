@@ -7,6 +7,12 @@
 #define IDI_ACTIVE 100
 #define IDI_SUSPENDED 130
 
+// Icons: the images of rows in the list.
+#define IDI_ROW_RUNNING 131
+#define IDI_ROW_WAITING 132
+#define IDI_ROW_DISABLED 133
+#define IDI_ROW_RESULT 134
+
 // Menus. The context menus are the first submenu of their resource.
 #define IDR_MAIN_MENU 100
 #define IDR_ITEM_MENU 132

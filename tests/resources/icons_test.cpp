@@ -6,7 +6,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstddef>
+#include <cstdlib>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -95,6 +98,61 @@ TEST(Icons, OfBothStatesDifferWithoutColour) {
             different += hands[pixel] != bars[pixel];
         EXPECT_GE(different * 100, size * size * 8) << size;
     }
+}
+
+constexpr int rowIcons[] = {IDI_ROW_RUNNING, IDI_ROW_WAITING, IDI_ROW_DISABLED, IDI_ROW_RESULT};
+
+// Which pixels stand out from a background of that brightness, without their colours.
+std::vector<bool> pixelsSeenOn(BYTE background, int icon, int size) {
+    const BITMAPINFO format{{sizeof(BITMAPINFOHEADER), size, size, 1, 32, BI_RGB, 0, 0, 0, 0, 0}, {}};
+    void* bits = nullptr;
+    const HBITMAP picture = CreateDIBSection(nullptr, &format, DIB_RGB_COLORS, &bits, nullptr, 0);
+    const std::span pixels(static_cast<RGBQUAD*>(bits), static_cast<std::size_t>(size * size));
+    std::ranges::fill(pixels, RGBQUAD{background, background, background, 0});
+    const HDC context = CreateCompatibleDC(nullptr);
+    const HGDIOBJ before = SelectObject(context, picture);
+    HANDLE loaded = LoadImageA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(icon), IMAGE_ICON, size, size,
+                               LR_DEFAULTCOLOR);
+    DrawIconEx(context, 0, 0, static_cast<HICON>(loaded), size, size, 0, nullptr, DI_NORMAL);
+    std::vector<bool> seen;
+    for (const RGBQUAD& colour : pixels) {
+        const int luminance = (colour.rgbRed * 30 + colour.rgbGreen * 59 + colour.rgbBlue * 11) / 100;
+        seen.push_back(std::abs(luminance - background) > 100);
+    }
+    DestroyIcon(static_cast<HICON>(loaded));
+    SelectObject(context, before);
+    DeleteDC(context);
+    DeleteObject(picture);
+    return seen;
+}
+
+TEST(Icons, OfRowsHaveAnImageForEverySizeOfASmallIcon) {
+    for (const int icon : rowIcons) {
+        std::vector<int> sizes;
+        for (const IconImage& image : imagesOf(icon)) {
+            sizes.push_back(image.size);
+            EXPECT_EQ(image.depth, 32) << "of a PNG, the only one that Windows reads";
+        }
+        EXPECT_THAT(sizes, ElementsAre(16, 20, 24, 32)) << icon;
+    }
+}
+
+TEST(Icons, OfRowsAreSeenAndDifferWithoutColourOnWhiteAndOnBlack) {
+    for (const BYTE background : {BYTE{255}, BYTE{0}})
+        for (const int size : {16, 20, 24, 32})
+            for (const int icon : rowIcons) {
+                const auto seen = pixelsSeenOn(background, icon, size);
+                EXPECT_GE(std::ranges::count(seen, true) * 100, size * size * 15)
+                    << icon << " of " << size << " on " << int{background};
+                for (int other = IDI_ROW_RUNNING; other < icon; ++other) {
+                    const auto otherSeen = pixelsSeenOn(background, other, size);
+                    int different = 0;
+                    for (std::size_t pixel = 0; pixel < seen.size(); ++pixel)
+                        different += seen[pixel] != otherSeen[pixel];
+                    EXPECT_GE(different * 100, size * size * 15)
+                        << icon << " and " << other << " of " << size << " on " << int{background};
+                }
+            }
 }
 
 } // namespace
