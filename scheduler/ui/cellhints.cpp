@@ -1,6 +1,7 @@
 #include "scheduler/ui/cellhints.h"
 
 #include "scheduler/ui/framework/hintwindow.h"
+#include "scheduler/ui/listcolumns.h"
 
 #include <windowsx.h>
 
@@ -11,9 +12,6 @@
 
 namespace scheduler {
 namespace {
-
-// What the control leaves free beside a cell's text, on both sides together.
-constexpr int cellMargins = 12;
 
 void reportRest(HWND window) {
     TRACKMOUSEEVENT track{};
@@ -120,9 +118,8 @@ CellHints::Cell CellHints::cellAt(POINT point) const {
 }
 
 bool CellHints::isCut(const Cell& cell, const std::string& text) const {
-    const auto width =
-        SendMessageA(list_.handle(), LVM_GETSTRINGWIDTHA, 0, reinterpret_cast<LPARAM>(text.c_str()));
-    return width + cellMargins > ListView_GetColumnWidth(list_.handle(), cell.column);
+    return neededWidth(list_.handle(), cell.column, text) >
+           ListView_GetColumnWidth(list_.handle(), cell.column);
 }
 
 } // namespace scheduler

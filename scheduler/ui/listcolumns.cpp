@@ -1,31 +1,40 @@
 #include "scheduler/ui/listcolumns.h"
 
+#include "scheduler/ui/columnfit.h"
+
 #include <commctrl.h>
 
 #include <algorithm>
-#include <array>
-#include <numeric>
-#include <string>
+#include <utility>
+#include <vector>
 
 namespace scheduler {
 namespace {
 
 constexpr std::uint32_t widestSavedColumn = 4000;
 
-// Each column's share of the list's width until the user sets it, in percent.
-constexpr std::array<int, columnCount> defaultShares = {13, 24, 17, 16, 16, 14};
-static_assert(std::ranges::count(defaultShares, 0) == 0, "a column without a share would not be seen");
-static_assert(std::accumulate(defaultShares.begin(), defaultShares.end(), 0) == 100);
+// Measuring all of many rows would delay the start.
+constexpr std::size_t rowsMeasured = 50;
+
+// What the control leaves free beside a text, on both sides together.
+constexpr int textMargins = 12;
 
 std::string widthName(std::size_t column) {
     return "Column" + std::to_string(column);
 }
 
-int defaultWidth(HWND list, std::size_t column) {
-    RECT area{};
-    GetClientRect(list, &area);
-    // The vertical scroll bar, once the rows need one, must not make a horizontal one necessary.
-    return (area.right - GetSystemMetrics(SM_CXVSCROLL)) * defaultShares[column] / 100;
+int textWidth(HWND list, const std::string& text) {
+    return textMargins + static_cast<int>(SendMessageA(list, LVM_GETSTRINGWIDTHA, 0,
+                                                       reinterpret_cast<LPARAM>(text.c_str())));
+}
+
+int contentWidth(HWND list, const ScheduleRows& rows, std::size_t column) {
+    const int sortArrow = GetSystemMetrics(SM_CXSMICON);
+    int widest = textWidth(list, columnHeaders[column]) + sortArrow;
+    for (std::size_t row = 0; row < std::min(rows.size(), rowsMeasured); ++row)
+        widest = std::max(widest, neededWidth(list, static_cast<int>(column),
+                                              rows.text(row, static_cast<ScheduleColumn>(column))));
+    return widest;
 }
 
 } // namespace
@@ -41,13 +50,40 @@ void insertColumns(HWND list) {
     }
 }
 
-void restoreColumnWidths(HWND list, base::RegistryStore& store) {
+int neededWidth(HWND list, int column, const std::string& text) {
+    int width = textWidth(list, text);
+    if (column == 0) { // the row's image is beside the text
+        RECT row{};
+        ListView_GetItemRect(list, 0, &row, LVIR_BOUNDS);
+        RECT label{};
+        ListView_GetItemRect(list, 0, &label, LVIR_LABEL);
+        width += label.left - row.left;
+    }
+    return width;
+}
+
+void restoreColumnWidths(HWND list, const ScheduleRows& rows, base::RegistryStore& store) {
+    RECT place{};
+    GetWindowRect(list, &place);
+    // The vertical scroll bar, once the rows need one, must not make a horizontal one necessary.
+    int room = place.right - place.left - GetSystemMetrics(SM_CXVSCROLL);
+    int headers = 0;
+    std::vector<int> columns; // those without a saved width
+    std::vector<int> contents;
     for (std::size_t column = 0; column < columnCount; ++column) {
         std::uint32_t saved = 0;
-        const bool usable = store.readNumber(widthName(column), saved) && saved <= widestSavedColumn;
-        ListView_SetColumnWidth(list, static_cast<int>(column),
-                                usable ? static_cast<int>(saved) : defaultWidth(list, column));
+        if (store.readNumber(widthName(column), saved) && saved <= widestSavedColumn) {
+            ListView_SetColumnWidth(list, static_cast<int>(column), static_cast<int>(saved));
+            room -= static_cast<int>(saved);
+        } else {
+            columns.push_back(static_cast<int>(column));
+            contents.push_back(contentWidth(list, rows, column));
+            headers += textWidth(list, columnHeaders[column]);
+        }
     }
+    const std::vector<int> widths = fitColumns(std::move(contents), std::max(room, headers));
+    for (std::size_t i = 0; i < columns.size(); ++i)
+        ListView_SetColumnWidth(list, columns[i], widths[i]);
 }
 
 void saveColumnWidths(HWND list, base::RegistryStore& store) {

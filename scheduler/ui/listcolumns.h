@@ -8,13 +8,18 @@
 #include <windows.h>
 
 #include <optional>
+#include <string>
 
 namespace scheduler {
 
 void insertColumns(HWND list);
 
-/// Sets the saved widths, in pixels; a column without a sensible one gets its share of the list's width.
-void restoreColumnWidths(HWND list, base::RegistryStore& store);
+/// The pixels that a column needs to show a cell's text whole. The list must not be empty.
+int neededWidth(HWND list, int column, const std::string& text);
+
+/// Sets the saved widths, in pixels. Columns without a sensible one fit their headers and first rows, and
+/// divide the room that the others leave in the list.
+void restoreColumnWidths(HWND list, const ScheduleRows& rows, base::RegistryStore& store);
 void saveColumnWidths(HWND list, base::RegistryStore& store);
 
 /// In the header of `column`, and in no other.

@@ -70,9 +70,11 @@ bool MainWindow::start(const std::string& commandLine, int showCommand) {
     const bool hiddenStart = asksForHiddenStart(commandLine);
     engine_.setStartupFlag(hiddenStart);
     RegistryOutcomes::discardAll();
-    applySavedState(showCommand);
+    base::RegistryStore store = appRegistryKey(stateSection);
+    applySavedState(store, showCommand);
     file_.load(schedule_);
     engine_.resetAll(clock_.now());
+    list_.restoreColumns(store);
     icon_.add(handle());
     ShowWindow(handle(), hiddenStart ? SW_HIDE : showCommand);
     UpdateWindow(handle());
@@ -101,13 +103,11 @@ bool MainWindow::createWindow() {
     return true;
 }
 
-void MainWindow::applySavedState(int& showCommand) {
-    base::RegistryStore store = appRegistryKey(stateSection);
+void MainWindow::applySavedState(base::RegistryStore& store, int& showCommand) {
     static_cast<void>(loadPreferences(store, preferences_)); // what cannot be read keeps its default
     static_cast<void>(framework::applyPlacement(handle(), preferences_.windowState, showCommand));
     placed_ = true;
     layOut();
-    list_.restoreColumns(store);
 }
 
 Handled MainWindow::onMessage(const framework::Message& message) {

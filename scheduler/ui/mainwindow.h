@@ -48,7 +48,7 @@ private:
     void changePreferences();
 
     [[nodiscard]] bool createWindow();
-    void applySavedState(int& showCommand);
+    void applySavedState(base::RegistryStore& store, int& showCommand);
     void layOut();
 
     framework::WindowClass class_;

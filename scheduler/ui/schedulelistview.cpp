@@ -2,8 +2,10 @@
 
 #include "lib/base/opsys.h"
 #include "resources/ids.h"
+#include "scheduler/ui/framework/clipboard.h"
 #include "scheduler/ui/framework/fonts.h"
 #include "scheduler/ui/listcolumns.h"
+#include "scheduler/ui/rowimages.h"
 
 #include <algorithm>
 #include <array>
@@ -14,6 +16,12 @@ namespace {
 
 // Unseen: what screen readers call the list.
 constexpr const char* accessibleName = "Schedule";
+
+constexpr int everyRow = -1; // for ListView_SetItemState
+
+// What WM_CHAR says of a letter typed with Ctrl.
+constexpr WPARAM ctrlA = 'A' - '@';
+constexpr WPARAM ctrlC = 'C' - '@';
 
 std::string toAnsi(const wchar_t* text) {
     std::array<char, MAX_PATH> buffer{};
@@ -52,16 +60,17 @@ ScheduleListView::~ScheduleListView() {
 bool ScheduleListView::createIn(HWND parent) {
     const INITCOMMONCONTROLSEX controls{sizeof(controls), ICC_LISTVIEW_CLASSES};
     InitCommonControlsEx(&controls);
-    const HWND list = CreateWindowExA(0, WC_LISTVIEWA, accessibleName,
-                                      WS_CHILD | WS_VISIBLE | WS_TABSTOP | LVS_REPORT | LVS_OWNERDATA |
-                                          LVS_SHOWSELALWAYS | LVS_SHAREIMAGELISTS,
-                                      0, 0, 0, 0, parent, reinterpret_cast<HMENU>(IDC_SCHEDULE_LIST),
-                                      base::moduleHandle(), nullptr);
+    const HWND list = CreateWindowExA(
+        0, WC_LISTVIEWA, accessibleName,
+        WS_CHILD | WS_VISIBLE | WS_TABSTOP | LVS_REPORT | LVS_OWNERDATA | LVS_SHOWSELALWAYS, 0, 0, 0, 0,
+        parent, reinterpret_cast<HMENU>(IDC_SCHEDULE_LIST), base::moduleHandle(), nullptr);
     if (!attach(list))
         return false;
     const RedrawPause pause(list);
     ListView_SetExtendedListViewStyle(list, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER);
     SendMessageA(list, WM_SETFONT, reinterpret_cast<WPARAM>(framework::messageFont()), FALSE);
+    // The list destroys its image list.
+    ListView_SetImageList(list, makeRowImages(GetSystemMetrics(SM_CXSMICON)).release(), LVSIL_SMALL);
     insertColumns(list);
     ListView_SetItemCountEx(list, rows_.size(), 0);
     return true;
@@ -69,7 +78,7 @@ bool ScheduleListView::createIn(HWND parent) {
 
 void ScheduleListView::restoreColumns(base::RegistryStore& store) {
     const RedrawPause pause(handle());
-    restoreColumnWidths(handle(), store);
+    restoreColumnWidths(handle(), rows_, store);
 }
 
 void ScheduleListView::moveTo(const RECT& area) {
@@ -94,7 +103,6 @@ std::optional<std::size_t> ScheduleListView::firstSelectedEntry() const {
 }
 
 void ScheduleListView::selectEntries(const Selection& entries) {
-    constexpr int everyRow = -1;
     const bool all = entries.size() == rows_.size();
     ListView_SetItemState(handle(), everyRow, all ? UINT{LVIS_SELECTED} : UINT{0}, LVIS_SELECTED);
     if (all || entries.empty())
@@ -115,7 +123,7 @@ void ScheduleListView::onEntriesRemoved(std::span<const std::size_t>) {
         return;
     const RedrawPause pause(handle());
     const int first = ListView_GetNextItem(handle(), -1, LVNI_SELECTED); // the control has not been told yet
-    ListView_SetItemState(handle(), -1, 0, LVIS_SELECTED | LVIS_FOCUSED);
+    ListView_SetItemState(handle(), everyRow, 0, LVIS_SELECTED | LVIS_FOCUSED);
     ListView_SetItemCountEx(handle(), rows_.size(), LVSICF_NOSCROLL);
     const int last = static_cast<int>(rows_.size()) - 1;
     if (first >= 0 && last >= 0)
@@ -154,7 +162,28 @@ framework::Handled ScheduleListView::onMessage(const framework::Message& message
         return SendMessageA(GetParent(handle()), WM_COMMAND, message.wParam, 0);
     if (message.id == WM_SYSCOLORCHANGE)
         takeSystemColours();
+    // Left to the control, these would be searched for as the beginning of a project's name.
+    if (message.id == WM_CHAR && message.wParam == ctrlA) {
+        selectAll();
+        return 0;
+    }
+    if (message.id == WM_CHAR && message.wParam == ctrlC) {
+        copySelected();
+        return 0;
+    }
     return std::nullopt;
+}
+
+void ScheduleListView::selectAll() const {
+    ListView_SetItemState(handle(), everyRow, LVIS_SELECTED, LVIS_SELECTED);
+}
+
+void ScheduleListView::copySelected() const {
+    std::string lines;
+    for (int row = -1; (row = ListView_GetNextItem(handle(), row, LVNI_SELECTED)) >= 0;)
+        lines += rows_.line(static_cast<std::size_t>(row));
+    if (!lines.empty())
+        static_cast<void>(framework::copyToClipboard(handle(), lines));
 }
 
 /// The control keeps those that it was made with, on some platforms for good.
@@ -168,7 +197,7 @@ void ScheduleListView::takeSystemColours() const {
 framework::Handled ScheduleListView::onReflectedNotify(const NMHDR& notification) {
     switch (notification.code) {
     case LVN_GETDISPINFOA:
-        onGetText(reinterpret_cast<NMLVDISPINFOA&>(const_cast<NMHDR&>(notification)));
+        onGetItem(reinterpret_cast<NMLVDISPINFOA&>(const_cast<NMHDR&>(notification)).item);
         return 0;
     case NM_DBLCLK:
         return SendMessageA(GetParent(handle()), WM_COMMAND, IDM_EDIT, 0);
@@ -185,16 +214,21 @@ framework::Handled ScheduleListView::onReflectedNotify(const NMHDR& notification
         return onFindItem(request);
     }
     case NM_CUSTOMDRAW:
-        return onCustomDraw(reinterpret_cast<const NMLVCUSTOMDRAW&>(notification));
+        return onCustomDraw(reinterpret_cast<NMLVCUSTOMDRAW&>(const_cast<NMHDR&>(notification)));
     default:
         return std::nullopt;
     }
 }
 
-void ScheduleListView::onGetText(NMLVDISPINFOA& request) const {
-    LVITEMA& item = request.item;
+void ScheduleListView::onGetItem(LVITEMA& item) const {
     const auto row = static_cast<std::size_t>(item.iItem);
-    if (!(item.mask & LVIF_TEXT) || item.cchTextMax <= 0 || row >= rows_.size())
+    if (row >= rows_.size())
+        return;
+    // RowImage::None is a position that the image list lacks: nothing is drawn, but the text is indented like
+    // the others. For I_IMAGENONE some platforms do not indent it.
+    if (item.mask & LVIF_IMAGE)
+        item.iImage = static_cast<int>(rows_.image(row));
+    if (!(item.mask & LVIF_TEXT) || item.cchTextMax <= 0)
         return;
     const std::string text = rows_.text(row, static_cast<ScheduleColumn>(item.iSubItem));
     const std::size_t length = std::min(text.size(), static_cast<std::size_t>(item.cchTextMax) - 1);
@@ -202,16 +236,25 @@ void ScheduleListView::onGetText(NMLVDISPINFOA& request) const {
     item.pszText[length] = '\0';
 }
 
-LRESULT ScheduleListView::onCustomDraw(const NMLVCUSTOMDRAW& draw) {
+LRESULT ScheduleListView::onCustomDraw(NMLVCUSTOMDRAW& draw) {
     switch (draw.nmcd.dwDrawStage) {
     case CDDS_PREPAINT:
         return CDRF_NOTIFYITEMDRAW;
     case CDDS_ITEMPREPAINT:
         onRowPainted(draw.nmcd.dwItemSpec);
+        if (isGrey(draw.nmcd.dwItemSpec))
+            draw.clrText = GetSysColor(COLOR_GRAYTEXT);
         return CDRF_DODEFAULT;
     default:
         return CDRF_DODEFAULT;
     }
+}
+
+/// A selected row keeps the selection's colours. The list is asked, for in one that always shows its
+/// selection CDIS_SELECTED is set for every row.
+bool ScheduleListView::isGrey(std::size_t row) const {
+    return row < rows_.size() && rows_.image(row) == RowImage::Disabled &&
+           !ListView_GetItemState(handle(), static_cast<int>(row), LVIS_SELECTED);
 }
 
 void ScheduleListView::onRowPainted(std::size_t row) {

@@ -30,7 +30,7 @@ public:
     /// Fills `area` of the parent's client area.
     void moveTo(const RECT& area);
 
-    /// See listcolumns.h.
+    /// See listcolumns.h. Call after the schedule is loaded.
     void restoreColumns(base::RegistryStore& store);
     void saveColumns(base::RegistryStore& store) const { saveColumnWidths(handle(), store); }
 
@@ -49,14 +49,17 @@ private:
     framework::Handled onMessage(const framework::Message& message) override;
     framework::Handled onReflectedNotify(const NMHDR& notification) override;
     void takeSystemColours() const;
-    void onGetText(NMLVDISPINFOA& request) const;
-    LRESULT onCustomDraw(const NMLVCUSTOMDRAW& draw);
+    void onGetItem(LVITEMA& item) const;
+    LRESULT onCustomDraw(NMLVCUSTOMDRAW& draw);
+    bool isGrey(std::size_t row) const;
     void onRowPainted(std::size_t row);
     void refresh() noexcept;
     void onColumnClick(int column);
     LRESULT onFindItem(const NMLVFINDITEMA& request) const;
 
     std::optional<std::size_t> entryInRow(int row) const;
+    void selectAll() const;
+    void copySelected() const;
     void selectEntries(const Selection& entries);
     void focusEntry(std::size_t entry);
 

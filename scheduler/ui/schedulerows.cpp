@@ -24,6 +24,35 @@ std::string ScheduleRows::text(std::size_t row, ScheduleColumn column) const {
     return entryText(order_[row], column);
 }
 
+RowImage ScheduleRows::image(std::size_t row) const {
+    const ScheduledProject& entry = schedule_[order_[row]];
+    if (entry.running)
+        return RowImage::Running;
+    if (entry.disabled)
+        return RowImage::Disabled;
+    if (isWaiting(entry))
+        return RowImage::Waiting;
+    return entry.lastResult.empty() ? RowImage::None : RowImage::Result;
+}
+
+/// `waitingSince` stays set when a waiting entry is given a later next run or the scheduler is suspended.
+bool ScheduleRows::isWaiting(const ScheduledProject& entry) const {
+    return entry.waitingSince != base::TimeValue() && !state_().suspended && clock_.now() >= entry.nextRun;
+}
+
+std::string ScheduleRows::line(std::size_t row) const {
+    std::string line;
+    for (std::size_t column = 0; column < columnCount; ++column) {
+        const std::size_t begin = line.size();
+        line += text(row, static_cast<ScheduleColumn>(column));
+        const auto splitsCells = [](char c) { return c == '\t' || c == '\r' || c == '\n'; };
+        std::ranges::replace_if(line.begin() + static_cast<std::ptrdiff_t>(begin), line.end(), splitsCells,
+                                ' ');
+        line += column + 1 < columnCount ? "\t" : "\r\n";
+    }
+    return line;
+}
+
 base::TimeValue ScheduleRows::textsHoldUntil(std::size_t row, base::TimeValue now) const {
     return phrasesHoldUntil(schedule_[order_[row]], now);
 }

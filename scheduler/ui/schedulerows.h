@@ -1,4 +1,5 @@
-// The list as a table of texts: which entry stands in which row, and what each cell says. Knows no window.
+// The list as a table of texts: which entry stands in which row, what each cell says, and the row's image.
+// Knows no window.
 #pragma once
 
 #include "scheduler/model/descriptions.h"
@@ -24,6 +25,15 @@ inline constexpr auto columnHeaders =
     std::to_array<const char*>({"Project", "Schedule", "Parameters", "Next Run", "Last Run", "Last Result"});
 inline constexpr std::size_t columnCount = columnHeaders.size();
 
+/// The state that a row's image shows; the values are the images' positions.
+enum class RowImage : std::uint8_t {
+    Running,
+    Waiting, ///< for another project to end
+    Disabled,
+    Result, ///< the last run ended with a result text
+    None,
+};
+
 /// The rows are the schedule's entries in an order of their own, which sorting changes. New entries come
 /// last, and where entries are removed the others keep their order. Whoever changes the schedule, the rows
 /// are in step with it.
@@ -41,9 +51,15 @@ public:
 
     std::string text(std::size_t row, ScheduleColumn column) const;
 
+    RowImage image(std::size_t row) const;
+
+    /// The row's texts with tabs between them and a line break at the end. A tab or line break within a text
+    /// becomes a blank.
+    std::string line(std::size_t row) const;
+
     /// The moment as which the texts see the present.
     base::TimeValue now() const { return clock_.now(); }
-    /// Until when the row's texts as of `now` hold if the entry does not change.
+    /// Until when the row's texts and image as of `now` hold if the entry does not change.
     base::TimeValue textsHoldUntil(std::size_t row, base::TimeValue now) const;
 
     /// Sorts by the cells' texts as shown, byte by byte: ascending, or the other way round when the rows are
@@ -63,6 +79,7 @@ public:
     void onCleared() override;
 
 private:
+    bool isWaiting(const ScheduledProject& entry) const;
     std::string entryText(std::size_t position, ScheduleColumn column) const;
 
     ScheduleList& schedule_;

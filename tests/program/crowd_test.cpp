@@ -1,6 +1,7 @@
 #include "resources/ids.h"
 #include "tests/program/programtest.h"
 #include "tests/program/witnessdriver.h"
+#include "tests/support/clipboardtext.h"
 #include "tests/support/schedulekinds.h"
 
 #include <commctrl.h>
@@ -13,6 +14,10 @@ using scheduler::ScheduledProject;
 namespace {
 
 constexpr int crowd = 100000;
+
+// As WM_CHAR tells of them.
+constexpr WPARAM ctrlA = 1;
+constexpr WPARAM ctrlC = 3;
 
 std::vector<ScheduledProject> makeEntries(int count) {
     std::vector<ScheduledProject> entries;
@@ -75,7 +80,9 @@ TEST_F(Crowd, IsSortedToggledDeletedFromAndSaved) {
             some.push_back(list().cell(row, column));
         EXPECT_TRUE(std::ranges::is_sorted(some)) << column;
     }
-    list().selectAll();
+    SendMessageA(list().handle(), WM_CHAR, ctrlA, 1);
+    SendMessageA(list().handle(), WM_CHAR, ctrlC, 1);
+    EXPECT_EQ(std::ranges::count(test::clipboardText(), L'\n'), crowd);
     sortBy(0);
     EXPECT_EQ(ListView_GetSelectedCount(list().handle()), UINT{crowd});
     carryOut(IDM_ENABLE);

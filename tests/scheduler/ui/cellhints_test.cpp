@@ -99,6 +99,17 @@ TEST_F(CellHints, ATextThatIsSeenWholeHasNone) {
     EXPECT_TRUE(hintWindows().empty());
 }
 
+TEST_F(CellHints, TheImageTakesRoomFromTheFirstColumn) {
+    const int width =
+        static_cast<int>(SendMessageA(list(), LVM_GETSTRINGWIDTHA, 0, reinterpret_cast<LPARAM>("short")));
+    for (const int image : {16, 0}) {
+        ListView_SetColumnWidth(list(), 0, width + 14 + image);
+        send(WM_MOUSEMOVE, result_);
+        restAt(placeOf(0, ScheduleColumn::Project));
+        EXPECT_EQ(hintWindows().size(), image == 0 ? 1U : 0U) << image;
+    }
+}
+
 TEST_F(CellHints, TheHintStaysWhileTheMouseMovesWithinItsCellAndGoesWhenItLeavesTheCell) {
     restAt(result_);
     const std::vector<HWND> before = hintWindows();

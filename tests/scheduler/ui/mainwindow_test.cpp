@@ -71,12 +71,13 @@ TEST_F(MainWindow, StartsInOrder) {
             note("outcomes deleted");
         return test::SHDeleteKeyACall::original(root, key);
     });
-    const Instead<test::RegOpenKeyExACall> reading(
-        [&](HKEY root, LPCSTR key, DWORD options, REGSAM access, PHKEY opened) {
-            if (std::string(key).ends_with("\\State"))
-                note("preferences loaded");
-            return test::RegOpenKeyExACall::original(root, key, options, access, opened);
-        });
+    const Instead<test::RegQueryValueExACall> reading([&](HKEY key, LPCSTR name, auto... rest) {
+        if (name == std::string("WaitTime"))
+            note("preferences loaded");
+        if (name == std::string("Column0"))
+            note("columns restored");
+        return test::RegQueryValueExACall::original(key, name, rest...);
+    });
     const Instead<test::CreateFileACall> opening([&](LPCSTR name, DWORD access, DWORD share, auto... rest) {
         if (name == scheduler::schedulePath())
             note("schedule loaded");
@@ -97,6 +98,7 @@ TEST_F(MainWindow, StartsInOrder) {
         if (accepts)
             note("files accepted");
     });
+    scheduler::storePreferences({}); // only an existing key is asked for its values
     save({entry("C:\\Sites\\news.kra"), entry("C:\\Sites\\shop.kra")});
     for (const auto& [line, shown] :
          {std::pair{"", "shown by 1 with 2 rows"}, {"/s", "shown by 0 with 2 rows"}}) {
@@ -104,7 +106,7 @@ TEST_F(MainWindow, StartsInOrder) {
         timers.clear();
         start(line);
         EXPECT_THAT(events, ElementsAre("outcomes deleted", "preferences loaded", "schedule loaded",
-                                        "icon added", shown, "files accepted"));
+                                        "columns restored", "icon added", shown, "files accepted"));
         EXPECT_THAT(timers, Contains(Pair(1U, 1000U)));
     }
 }

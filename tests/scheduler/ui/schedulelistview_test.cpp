@@ -1,6 +1,8 @@
+#include "scheduler/ui/framework/clipboard.h"
 #include "scheduler/ui/schedulelistview.h"
 #include "tests/scheduler/ui/listwindow.h"
 #include "tests/scheduler/ui/paintings.h"
+#include "tests/support/clipboardtext.h"
 
 #include <gmock/gmock.h>
 
@@ -46,6 +48,60 @@ TEST_F(ScheduleListView, TheSelectedEntriesAscendWhateverTheOrderOfTheRows) {
     window_.select(0);
     window_.select(1);
     EXPECT_THAT(window_.list.selectedEntries(), ElementsAre(0, 2));
+}
+
+TEST_F(ScheduleListView, ARowHasTheImageOfItsState) {
+    const auto image = [&](int row) {
+        LVITEMA item{};
+        item.mask = LVIF_IMAGE;
+        item.iItem = row;
+        SendMessageA(list(), LVM_GETITEMA, 0, reinterpret_cast<LPARAM>(&item));
+        return item.iImage;
+    };
+    window_.schedule[0].running = 1;
+    window_.schedule[1].lastResult = "new";
+    EXPECT_EQ(image(0), 0);
+    EXPECT_EQ(image(1), 3);
+    EXPECT_EQ(image(2), ImageList_GetImageCount(ListView_GetImageList(list(), LVSIL_SMALL)))
+        << "one that the image list lacks";
+}
+
+TEST_F(ScheduleListView, TheTextsOfADisabledRowAreGreyUnlessItIsSelected) {
+    const auto textColour = [&](int row) {
+        NMLVCUSTOMDRAW draw{};
+        draw.nmcd.hdr = {list(), 0, static_cast<UINT>(NM_CUSTOMDRAW)};
+        draw.nmcd.dwDrawStage = CDDS_ITEMPREPAINT;
+        draw.nmcd.dwItemSpec = static_cast<DWORD_PTR>(row);
+        draw.clrText = RGB(1, 2, 3);
+        SendMessageA(window_.handle(), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&draw));
+        return draw.clrText;
+    };
+    window_.schedule[1].disabled = 1;
+    EXPECT_EQ(textColour(0), RGB(1, 2, 3));
+    EXPECT_EQ(textColour(1), GetSysColor(COLOR_GRAYTEXT));
+    window_.select(1);
+    EXPECT_EQ(textColour(1), RGB(1, 2, 3));
+    EXPECT_EQ(textColour(3), RGB(1, 2, 3)) << "no such row";
+}
+
+TEST_F(ScheduleListView, CtrlASelectsAllRows) {
+    window_.select(1);
+    SendMessageA(list(), WM_CHAR, 1, 1);
+    EXPECT_THAT(window_.list.selectedEntries(), ElementsAre(0, 1, 2));
+}
+
+TEST_F(ScheduleListView, CtrlCCopiesTheSelectedRowsAsTheyStand) {
+    ASSERT_TRUE(framework::copyToClipboard(list(), "before"));
+    SendMessageA(list(), WM_CHAR, 3, 1);
+    EXPECT_EQ(test::clipboardText(), L"before") << "nothing is selected";
+    for (scheduler::ScheduledProject& entry : window_.schedule)
+        entry.disabled = 1;
+    window_.clickHeader(ScheduleColumn::Project); // a, b, c
+    window_.select(0);
+    window_.select(2);
+    SendMessageA(list(), WM_CHAR, 3, 1);
+    EXPECT_EQ(test::clipboardText(), L"a\twhen project b is finished\tRun normally\t(disabled)\tNever\t\r\n"
+                                     L"c\twhen project b is finished\tRun normally\t(disabled)\tNever\t\r\n");
 }
 
 TEST_F(ScheduleListView, EachChangeOfTheScheduleIsPaintedAtOnceAndABatchOnce) {

@@ -1,0 +1,88 @@
+#include "lib/base/registry.h"
+#include "scheduler/ui/listcolumns.h"
+#include "tests/scheduler/ui/listwindow.h"
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using scheduler::ScheduleColumn;
+
+const std::string key = "Software\\Brindlewood\\columns test";
+
+class ListColumns : public testing::Test {
+protected:
+    ListColumns() { base::deleteKey(HKEY_CURRENT_USER, key); }
+    ~ListColumns() override { base::deleteKey(HKEY_CURRENT_USER, key); }
+
+    void restore() {
+        base::RegistryStore store(HKEY_CURRENT_USER, key);
+        window_.list.restoreColumns(store);
+    }
+    static void save(int column, std::uint32_t width) {
+        base::writeNumber(HKEY_CURRENT_USER, key + "\\Column" + std::to_string(column), width);
+    }
+
+    HWND list() const { return window_.list.handle(); }
+    int width(ScheduleColumn column) const {
+        return ListView_GetColumnWidth(list(), static_cast<int>(column));
+    }
+    int sum() const {
+        int widths = 0;
+        for (int column = 0; column < static_cast<int>(scheduler::columnCount); ++column)
+            widths += ListView_GetColumnWidth(list(), column);
+        return widths;
+    }
+    bool isCut(int row, ScheduleColumn column) const {
+        const std::string text = window_.rows.text(static_cast<std::size_t>(row), column);
+        return scheduler::neededWidth(list(), static_cast<int>(column), text) > width(column);
+    }
+
+    test::ListWindow window_; ///< 640 pixels wide
+    int room_ = 640 - GetSystemMetrics(SM_CXVSCROLL);
+};
+
+TEST_F(ListColumns, FitTheirContentsAtFirst) {
+    window_.add("a project whose name is long");
+    window_.schedule[0].kind = scheduler::ScheduleKind::AtStartup;
+    restore();
+    EXPECT_FALSE(isCut(0, ScheduleColumn::Project));
+    EXPECT_FALSE(isCut(0, ScheduleColumn::Parameters));
+    EXPECT_GT(width(ScheduleColumn::Project), width(ScheduleColumn::LastResult));
+    EXPECT_LE(sum(), room_);
+    EXPECT_GE(sum(), room_ - 5);
+}
+
+TEST_F(ListColumns, FillTheListWhateverItsContents) {
+    for (int row = 0; row < 20; ++row) // more than fit: there is a scroll bar already
+        window_.add(std::string(200, 'w'), std::string(200, 'w'));
+    ASSERT_TRUE(GetWindowLongA(list(), GWL_STYLE) & WS_VSCROLL);
+    restore();
+    EXPECT_LE(sum(), room_);
+    EXPECT_GE(sum(), room_ - 5);
+    EXPECT_FALSE(isCut(0, ScheduleColumn::LastRun)) << "the widest give way";
+}
+
+TEST_F(ListColumns, ShowTheirHeadersOfAnEmptySchedule) {
+    restore();
+    EXPECT_LE(sum(), room_);
+    EXPECT_GE(sum(), room_ - 5);
+    EXPECT_GE(width(ScheduleColumn::Project), 70);
+}
+
+TEST_F(ListColumns, AColumnWithoutAUsableWidthFitsBesideTheOthers) {
+    window_.add("news");
+    for (int column = 0; column < 5; ++column)
+        save(column, 60);
+    save(5, 4001);
+    restore();
+    EXPECT_EQ(width(ScheduleColumn::Schedule), 60);
+    EXPECT_EQ(width(ScheduleColumn::LastResult), room_ - 300);
+    save(0, 4000);
+    restore();
+    EXPECT_EQ(width(ScheduleColumn::Project), 4000);
+    EXPECT_GE(width(ScheduleColumn::LastResult), 60) << "its header is seen";
+    EXPECT_LE(width(ScheduleColumn::LastResult), 150);
+}
+
+} // namespace
