@@ -4,7 +4,7 @@ add_subdirectory(${GTEST_SOURCE_FOLDER} ${PROJECT_BINARY_DIR}/googletest EXCLUDE
 
 # What every test is linked with.
 set(support ${PROJECT_SOURCE_DIR}/tests/support)
-add_library(test_main STATIC EXCLUDE_FROM_ALL ${support}/main.cpp ${support}/zone.cpp)
+add_library(test_main STATIC EXCLUDE_FROM_ALL ${support}/main.cpp)
 target_link_libraries(test_main PUBLIC project_options GTest::gmock)
 target_precompile_headers(test_main PRIVATE <gmock/gmock.h>)
 # Tests compile sooner without, and run as fast.
@@ -27,9 +27,9 @@ set(CORVANE_RESOLUTIONS 120 144 192)
 set(CORVANE_ZONES America/New_York Europe/Berlin Australia/Sydney Asia/Kolkata Asia/Kathmandu Pacific/Auckland
     America/St_Johns)
 set(CORVANE_UNCHANGING_ZONES Asia/Kolkata Asia/Kathmandu)
-# Under the sanitizers two of them do: there is one calendar for all.
+# Under the sanitizers one on each side of Greenwich does: there is one calendar for all.
 if(NOT WIN32)
-    set(CORVANE_ZONES America/New_York America/St_Johns)
+    set(CORVANE_ZONES America/St_Johns Australia/Sydney)
 endif()
 
 # corvane_test_run(NAME COMMAND command... [ZONE zone] [WINE option...] [TIMEOUT seconds])

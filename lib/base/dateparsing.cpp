@@ -151,8 +151,6 @@ TimeValue parseAsctimeDate(std::string_view text) {
 
 TimeValue parseFreeDate(std::string_view text) {
     const std::string trimmed = trim(text, whitespace);
-    if (trimmed.empty())
-        return {};
     const std::string first = piece(trimmed, 0, anySeparator());
     const std::string second = piece(trimmed, 1, anySeparator());
     int month = toNumber(first);

@@ -1,7 +1,6 @@
-// Any text as a command line: its words, the folder of its program, and the program's own switches.
+// Any text as a command line: its words, and the folder of its program.
 #include "lib/base/expressions.h"
 #include "scheduler/run/workingdirectory.h"
-#include "scheduler/ui/commandswitches.h"
 #include "tests/fuzz/fuzzing.h"
 
 #include <algorithm>
@@ -57,27 +56,11 @@ std::string plainFolder(std::string_view text) {
     return word;
 }
 
-bool beginsWith(std::string_view text, std::string_view lowered) {
-    for (std::size_t i = 0; i < lowered.size(); ++i)
-        if (i >= text.size() || (text[i] != lowered[i] && text[i] != lowered[i] - 'a' + 'A'))
-            return false;
-    return true;
-}
-
 } // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view text(reinterpret_cast<const char*>(data), size);
     require(base::commandToken.matchesIn(text) == plainWords(text), "the words are those of the rule");
     require(scheduler::workingDirectoryOf(text) == plainFolder(text), "the folder is that of the first word");
-
-    std::string_view trimmed = text;
-    while (!trimmed.empty() && isBlank(trimmed.front()))
-        trimmed.remove_prefix(1);
-    const auto isSwitch = [](std::string_view where, std::string_view name) {
-        return !where.empty() && where.front() == '/' && beginsWith(where.substr(1), name);
-    };
-    require(scheduler::asksToClose(text) == isSwitch(text, "close"), "/close stands at the very beginning");
-    require(scheduler::asksForHiddenStart(text) == isSwitch(trimmed, "s"), "/s stands first");
     return 0;
 }

@@ -1,4 +1,3 @@
-// What the fuzzers share.
 #pragma once
 
 #include <cstddef>
@@ -25,7 +24,6 @@ public:
 
     std::size_t number(std::size_t limit) { return limit == 0 ? 0 : byte() % limit; }
 
-    /// A text up to the next line feed.
     std::string line() {
         const std::size_t end = rest_.find('\n');
         std::string text(rest_.substr(0, end));

@@ -1,5 +1,4 @@
-// Any bytes as a schedule file: the entries are those of the plainly told format, they are written as they
-// were read, and never cost more memory than the file's size suggests.
+// Any bytes as a schedule file.
 #include "scheduler/model/schedulecodec.h"
 
 #include "tests/fuzz/fuzzing.h"

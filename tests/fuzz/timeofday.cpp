@@ -54,8 +54,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view text(reinterpret_cast<const char*>(data), size);
     const std::int32_t seconds = base::parseTimeOfDay(text).seconds();
     const std::int64_t expected = plainly(text);
-    // Numbers beyond the type's wrap around, and a span has no such negative values: only their end is
-    // defined.
+    // Beyond the type the sum wraps around.
     if (expected <= largest)
         fuzzing::require(seconds == expected, "the seconds after midnight are those of the rule");
     return 0;

@@ -4,9 +4,9 @@
 #include "tests/program/programtest.h"
 #include "tests/support/damagedschedule.h"
 #include "tests/support/encodedschedule.h"
+#include "tests/support/environment.h"
 #include "tests/support/plainentries.h"
 #include "tests/support/plainschedule.h"
-#include "tests/support/seeds.h"
 
 #include <iostream>
 

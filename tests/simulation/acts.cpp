@@ -1,4 +1,3 @@
-#include "scheduler/model/schedulecodec.h"
 #include "tests/simulation/simulation.h"
 #include "tests/support/encodedschedule.h"
 
@@ -9,16 +8,6 @@ namespace simulation {
 using plain::Item;
 using scheduler::ScheduledProject;
 
-namespace {
-
-scheduler::Selection selectionOf(const std::vector<int>& chosen) {
-    return {chosen.begin(), chosen.end()};
-}
-
-} // namespace
-
-// What comes from outside
-
 Second Simulation::someTime() {
     return plan_.start + dice_.between(1, static_cast<int>(plan_.length));
 }
@@ -27,8 +16,33 @@ void Simulation::planActs() {
     const double days = static_cast<double>(plan_.length) / static_cast<double>(day);
     for (int i = 0; i < static_cast<int>(days * plan_.actsPerDay); ++i)
         acts_.emplace(someTime(), randomAct());
-    planPauses(days);
-    planEnds(days);
+    for (int i = 0; i < 1 + static_cast<int>(days / plan_.daysPerSuspension); ++i) {
+        const Second from = someTime();
+        const Second to = from + dice_.between(0, dice_.oneOf({1, 600, 86'400}));
+        plan(from, Act::Suspend);
+        plan(to, Act::Resume);
+        if (dice_.oneIn(3)) // while much is due that nobody starts
+            plan(std::max(from, to - 1), Act::DryRun);
+    }
+    for (int i = 0; i < 1 + static_cast<int>(days / plan_.daysPerClockChange); ++i)
+        plan(someTime(), Act::MoveClock,
+             dice_.oneOf({-86'400, -3600, -61, -30, -1, 30, 3600, 86'400, 8 * 86'400}));
+    for (int i = 0; i < 1 + static_cast<int>(days / plan_.daysPerRestart); ++i) {
+        const Second off = dice_.oneOf({0, 1, 600, 86'400, 3 * 86'400});
+        const Second at = someTime();
+        if (dice_.oneIn(2)) {
+            plan(at, Act::Restart, off);
+            continue;
+        }
+        plan(at, Act::SaveBeforeKill);
+        plan(at + dice_.between(0, 20'000), Act::Kill, off);
+    }
+    // What a dry run marks as running keeps the others waiting until the program is started again.
+    for (int i = 0; i < 1 + static_cast<int>(days / plan_.daysPerDryRun); ++i) {
+        const Second from = someTime();
+        plan(from, Act::DryRun);
+        plan(from + dice_.between(1, 20'000), Act::Restart);
+    }
 }
 
 Simulation::Act Simulation::randomAct() {
@@ -48,52 +62,19 @@ Simulation::Act Simulation::randomAct() {
     return {share < 95 ? Act::Remove : Act::ChangePolicy};
 }
 
-void Simulation::planPauses(double days) {
-    for (int i = 0; i < 1 + static_cast<int>(days / plan_.daysPerSuspension); ++i) {
-        const Second from = someTime();
-        const Second to = from + dice_.between(0, dice_.oneOf({1, 600, 86'400}));
-        plan(from, Act::Suspend);
-        plan(to, Act::Resume);
-        if (dice_.oneIn(3)) // while much is due that nobody starts
-            plan(std::max(from, to - 1), Act::DryRun);
-    }
-    for (int i = 0; i < 1 + static_cast<int>(days / plan_.daysPerClockChange); ++i)
-        plan(someTime(), Act::MoveClock,
-             dice_.oneOf({-86'400, -3600, -61, -30, -1, 30, 3600, 86'400, 8 * 86'400}));
-}
-
-void Simulation::planEnds(double days) {
-    for (int i = 0; i < 1 + static_cast<int>(days / plan_.daysPerRestart); ++i) {
-        const Second off = dice_.oneOf({0, 1, 600, 86'400, 3 * 86'400});
-        const Second at = someTime();
-        if (dice_.oneIn(2)) {
-            plan(at, Act::Restart, off);
-            continue;
-        }
-        plan(at, Act::SaveBeforeKill);
-        plan(at + dice_.between(0, 20'000), Act::Kill, off);
-    }
-    // What a dry run marks as running keeps the others waiting until the program is started again.
-    for (int i = 0; i < 1 + static_cast<int>(days / plan_.daysPerDryRun); ++i) {
-        const Second from = someTime();
-        plan(from, Act::DryRun);
-        plan(from + dice_.between(1, 20'000), Act::Restart);
-    }
-}
-
 void Simulation::perform(const Act& act) {
     scheduler::SchedulerEngine& engine = engine_.program->engine;
     switch (act.what) {
     case Act::RunByHand: {
         const std::vector<int> chosen = randomSelection();
-        engine_.program->commands.runNow(selectionOf(chosen));
+        engine_.program->commands.runNow({chosen.begin(), chosen.end()});
         for (const int position : chosen)
             plain_.rules.byHand(position, now_);
         break;
     }
     case Act::SwitchOnOrOff: {
         const std::vector<int> chosen = randomSelection();
-        engine_.program->commands.toggle(selectionOf(chosen));
+        engine_.program->commands.toggle({chosen.begin(), chosen.end()});
         if (!chosen.empty())
             plain_.rules.switchOnOrOff(chosen, now_);
         break;
@@ -101,8 +82,8 @@ void Simulation::perform(const Act& act) {
     case Act::ForeignEnd: {
         const int number = static_cast<int>(act.argument);
         const bool matched = engine.onRunFinished(static_cast<std::uint32_t>(number));
-        engine_.events.push_back(endEvent(matched, number));
-        plain_.events.push_back(endEvent(plain_.rules.processEnded(number, now_), number));
+        engine_.noteEnd(matched, number);
+        plain_.noteEnd(plain_.rules.processEnded(number, now_), number);
         break;
     }
     case Act::Add:
@@ -137,7 +118,7 @@ void Simulation::perform(const Act& act) {
         exitAndStart(act.argument);
         break;
     case Act::SaveBeforeKill:
-        killable_ = engine_.store.keepsSaves = plain_.keepsSaves = true;
+        killable_ = engine_.keepsSaves = plain_.keepsSaves = true;
         if (count() > 0) // an edit that changes nothing is saved all the same
             edit(0, plain_.rules.items[0]);
         break;
@@ -146,7 +127,7 @@ void Simulation::perform(const Act& act) {
         break;
     case Act::MoveClock:
         now_ += act.argument;
-        setClocks();
+        engine_.clock.set(engineNow());
         break;
     }
 }
@@ -160,7 +141,6 @@ std::vector<int> Simulation::randomSelection() {
     return chosen;
 }
 
-// An entry that is sometimes meant for this very second.
 Item Simulation::itemOfNow(int serial, int position) {
     Item item = randomItem(dice_, plan_.mix, serial, position, count());
     if (dice_.oneIn(4))
@@ -202,13 +182,12 @@ void Simulation::remove() {
     if (count() < plan_.entries * 9 / 10)
         return;
     const std::vector<int> chosen = randomSelection();
-    engine_.program->commands.remove(selectionOf(chosen));
+    engine_.program->commands.remove({chosen.begin(), chosen.end()});
     plain_.rules.remove(chosen);
     calmRings();
 }
 
-// A ring of entries that follow one another without a pause would run every second from then on: the user
-// sees to it that there is none.
+// A ring of entries that follow one another without a pause would run every second from then on.
 void Simulation::calmRings() {
     const auto followed = [this](int i) {
         const Item& item = plain_.rules.items[static_cast<unsigned>(i)];
@@ -248,13 +227,13 @@ void Simulation::killAndStart(Second secondsOff) {
         return exitAndStart(secondsOff);
     now_ += secondsOff;
     const std::vector<Item> items = plain_.saved;
-    start(engine_.store.saved, items);
+    start(engine_.saved, items);
 }
 
 void Simulation::start(const std::vector<std::byte>& file, const std::vector<Item>& items) {
-    killable_ = engine_.store.keepsSaves = plain_.keepsSaves = false;
+    killable_ = engine_.keepsSaves = plain_.keepsSaves = false;
     const bool bySystem = dice_.oneIn(2);
-    setClocks();
+    engine_.clock.set(engineNow());
     engine_.policy = {plain_.rules.suspended, plain_.rules.patience, plain_.rules.sideBySide};
     engine_.start(file, bySystem);
     plain_.spiders.forgetAll();

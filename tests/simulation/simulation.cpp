@@ -41,10 +41,8 @@ void Simulation::run(bool everySecond) {
     }
 }
 
-// What happens in one second
-
 void Simulation::step() {
-    setClocks();
+    engine_.clock.set(engineNow());
     deliverEnds();
     while (!acts_.empty() && acts_.begin()->first <= now_) {
         const Act act = acts_.begin()->second;
@@ -56,20 +54,14 @@ void Simulation::step() {
     deliverEnds();
 }
 
-void Simulation::setClocks() {
-    engine_.clock.set(engineNow());
-}
-
 void Simulation::deliverEnds() {
     while (const int number = engine_.spiders.nextEnded(now_)) {
         const bool matched = engine_.program->engine.onRunFinished(static_cast<std::uint32_t>(number));
-        engine_.events.push_back(endEvent(matched, number));
+        engine_.noteEnd(matched, number);
     }
     while (const int number = plain_.spiders.nextEnded(now_))
-        plain_.events.push_back(endEvent(plain_.rules.processEnded(number, now_), number));
+        plain_.noteEnd(plain_.rules.processEnded(number, now_), number);
 }
-
-// The comparison
 
 void Simulation::compare() {
     ASSERT_EQ(engine_.events, plain_.events) << "at " << now_;
@@ -78,11 +70,8 @@ void Simulation::compare() {
     engine_.events.clear();
     plain_.events.clear();
     // A schedule that differs stays so, or shows in the events.
-    if (steps_ % plan_.stepsPerComparison == 0)
-        compareSchedules();
-}
-
-void Simulation::compareSchedules() const {
+    if (steps_ % plan_.stepsPerComparison != 0)
+        return;
     const scheduler::ScheduleList& entries = engine_.program->entries;
     ASSERT_EQ(entries.size(), plain_.rules.items.size()) << "at " << now_;
     for (std::size_t i = 0; i < entries.size(); ++i)

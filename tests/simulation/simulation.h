@@ -1,10 +1,7 @@
-// The program and the plain rules side by side, through the same days: what happens, and what the schedule
-// holds, has to be the same on both sides, event by event.
+// The program and the plain rules through the same days: events and schedules have to be the same.
 #pragma once
 
-#include "tests/simulation/engineside.h"
-#include "tests/simulation/plainside.h"
-#include "tests/simulation/randomitems.h"
+#include "tests/simulation/sides.h"
 #include "tests/support/plainentries.h"
 
 #include <cstddef>
@@ -20,7 +17,6 @@ constexpr Second day = 24 * hour;
 
 enum class Conflicts { Wait, SideBySide, Changing };
 
-/// What is simulated. The acts are those of the user, and what else comes from outside.
 struct Plan {
     Conflicts conflicts = Conflicts::Changing;
     Second start = 0;
@@ -70,8 +66,6 @@ private:
     };
 
     void planActs();
-    void planPauses(double days);
-    void planEnds(double days);
     Act randomAct();
     Second someTime();
     void plan(Second at, Act::What what, Second argument = 0) { acts_.emplace(at, Act{what, argument}); }
@@ -89,9 +83,7 @@ private:
     void exitAndStart(Second secondsOff);
     void killAndStart(Second secondsOff);
     void start(const std::vector<std::byte>& file, const std::vector<plain::Item>& items);
-    void setClocks();
     void compare();
-    void compareSchedules() const;
 
     int count() const { return static_cast<int>(plain_.rules.items.size()); }
     std::vector<int> randomSelection();

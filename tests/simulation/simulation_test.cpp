@@ -1,7 +1,6 @@
-// Months and years of hundreds of random entries, in which the program and the plain rules do the same.
 #include "tests/simulation/simulation.h"
+#include "tests/support/environment.h"
 #include "tests/support/instants.h"
-#include "tests/support/seeds.h"
 
 #include <gtest/gtest.h>
 
@@ -19,8 +18,7 @@ constexpr int partOfTheTime = 1;
 constexpr int partOfTheTime = 4;
 #endif
 
-/// A beginning such that the clock changes within the next weeks; any, when it never does here, and now and
-/// then.
+/// Mostly such that the clock changes within the next weeks.
 Second randomStart(Dice& dice) {
     static const std::vector<std::int32_t> changes = test::clockChanges();
     if (changes.empty() || dice.oneIn(4))

@@ -12,7 +12,6 @@ inline std::atomic<std::size_t> deallocationCount = 0;
 inline constexpr std::size_t nothingRefused = static_cast<std::size_t>(-1);
 inline std::atomic<std::size_t> refusedSize = nothingRefused; ///< allocations of this size or more fail
 
-/// The number of blocks allocated and not yet freed.
 inline std::size_t heldBlocks() {
     return allocationCount - deallocationCount;
 }

@@ -14,7 +14,6 @@
 
 namespace test {
 
-/// Entries of every kind with texts of all lengths, some of them empty.
 inline std::vector<scheduler::ScheduledProject> richSchedule() {
     std::vector<scheduler::ScheduledProject> entries;
     for (int i = 0; i < 40; ++i) {
@@ -30,7 +29,6 @@ inline std::vector<scheduler::ScheduledProject> richSchedule() {
     return entries;
 }
 
-/// One to three pieces of damage, drawn from the seed.
 class Damage {
 public:
     Damage(std::vector<std::byte> whole, std::uint32_t seed) : content_(std::move(whole)), random_(seed) {}
@@ -49,51 +47,38 @@ private:
         const std::size_t length = std::min(1 + below(200), content_.size() - start);
         const auto from = content_.begin() + static_cast<std::ptrdiff_t>(start);
         const auto to = from + static_cast<std::ptrdiff_t>(length);
-        switch (below(9)) {
+        const std::vector<std::byte> block(from, to);
+        switch (below(8)) {
         case 0: // a bit
             *from ^= static_cast<std::byte>(1u << below(8));
             break;
         case 1:
-            *from = static_cast<std::byte>(below(256));
-            break;
-        case 2:
             putNumber(start);
             break;
-        case 3: // magic or count
+        case 2: // magic or count
             putNumber(below(2) * 4);
             break;
-        case 4: // the end is missing
+        case 3: // the end is missing
             content_.erase(from, content_.end());
             break;
-        case 5:
+        case 4:
             content_.erase(from, to);
             break;
-        case 6: { // twice the same
-            const std::vector<std::byte> block(from, to);
+        case 5: // twice the same
             content_.insert(from, block.begin(), block.end());
             break;
-        }
-        case 7: // a block that was never written
+        case 6: // a block that was never written
             std::fill(from, to, std::byte{0});
             break;
-        default: // something behind it
+        default: // something after it
             content_.insert(content_.end(), length, static_cast<std::byte>(below(256)));
         }
     }
 
     void putNumber(std::size_t position) {
         const auto size = static_cast<std::uint32_t>(content_.size());
-        const std::uint32_t numbers[] = {0,
-                                         1,
-                                         39,
-                                         41,
-                                         size - 1,
-                                         size,
-                                         size + 1,
-                                         0x7FFFFFFF,
-                                         0x80000000,
-                                         0xFFFFFFFF,
-                                         static_cast<std::uint32_t>(random_())};
+        const std::uint32_t numbers[] = {0,    1,        39,         41,         size - 1,
+                                         size, size + 1, 0x7FFFFFFF, 0x80000000, 0xFFFFFFFF};
         const std::uint32_t number = numbers[below(std::size(numbers))];
         for (std::size_t i = 0; i < 4 && position + i < content_.size(); ++i)
             content_[position + i] = static_cast<std::byte>(number >> 8 * i);

@@ -36,7 +36,6 @@ struct DialogTemplate {
 
 namespace detail {
 
-// Text, or one of a few things that are given by number after a mark.
 inline std::string readNamed(PackedReader& reader) {
     constexpr WORD mark = 0xFFFF;
     PackedReader ahead = reader;
@@ -94,7 +93,6 @@ inline DialogTemplate readDialogTemplate(int id) {
     return dialog;
 }
 
-// How a failed comparison shows an item.
 inline std::ostream& operator<<(std::ostream& out, const TemplateItem& item) {
     return out << item.kind << ' ' << item.id << " \"" << item.text << "\" " << item.x << ' ' << item.y << ' '
                << item.width << ' ' << item.height << " style " << std::hex << item.style << std::dec;

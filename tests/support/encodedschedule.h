@@ -1,4 +1,3 @@
-// A schedule file's content in one piece.
 #pragma once
 
 #include "scheduler/model/schedulecodec.h"

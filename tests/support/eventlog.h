@@ -1,4 +1,3 @@
-// What the doubles of one test saw, in order.
 #pragma once
 
 #include <string>

@@ -1,4 +1,3 @@
-// A clock that moves when told.
 #pragma once
 
 #include "lib/base/dates.h"

@@ -1,4 +1,3 @@
-// How many objects of the graphics interface the test program holds.
 #pragma once
 
 #include <windows.h>

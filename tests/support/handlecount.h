@@ -1,4 +1,3 @@
-// How many kernel handles the test program holds.
 #pragma once
 
 #include <windows.h>

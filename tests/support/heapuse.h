@@ -1,4 +1,3 @@
-// How much the heaps of the test program hold.
 #pragma once
 
 #include <windows.h>

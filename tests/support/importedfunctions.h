@@ -1,8 +1,6 @@
-// Standing in for a function of the platform.
-//
-// The program calls these functions through pointers that the linker takes from the import libraries unless
-// the program has its own. A test defines that pointer, under its name as the linker knows it, for the whole
-// program, with a function of its own or with an object that is told the answers:
+// Replaces a function of the platform for a whole test program, by a function or by an object that is told
+// the answers. Calls go through a pointer that the linker takes from an import library unless the program has
+// it:
 //
 //     SCHEDULER_REPLACE_IMPORT(GetTickCount, "_GetTickCount@0", simulatedTickCount);
 //     SCHEDULER_STAND_IN("kernel32.dll", GetFileSize, "_GetFileSize@8");
@@ -11,8 +9,10 @@
 
 #include <windows.h>
 
+#include <atomic>
 #include <bit>
 #include <optional>
+#include <type_traits>
 
 #define SCHEDULER_REPLACE_IMPORT(function, linkerName, replacement)                                          \
     extern "C" {                                                                                             \
@@ -38,36 +38,58 @@ Function platformFunction(const char* library, const char* name) {
         GetProcAddress(LoadLibraryExA(library, nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32), name));
 }
 
-template<class Function>
-class StandIn;
-
-/// Passes calls on to the platform, or answers in its place.
-template<class Result, class... Arguments>
-class StandIn<Result(WINAPI*)(Arguments...)> {
+template<class Function, class Result, class... Arguments>
+class Answers {
 public:
-    using Function = Result(WINAPI*)(Arguments...);
+    constexpr Answers(const char* library, const char* name) : library_(library), name_(name) {}
 
-    constexpr StandIn(const char* library, const char* name) : library_(library), name_(name) {}
-
+    std::atomic<int> calls = 0;
     void (*note)(Arguments...) = nullptr; ///< called first
-    std::optional<Result> answer;         ///< in place of the platform's
+    /// In place of the platform's.
+    std::optional<std::conditional_t<std::is_void_v<Result>, bool, Result>> answer;
     int callsBeforeAnswer = 0;
 
-    template<StandIn& self>
-    static Result WINAPI call(Arguments... arguments) {
-        if (self.note)
-            self.note(arguments...);
-        if (self.answer && self.callsBeforeAnswer-- <= 0)
-            return *self.answer;
-        if (!self.platform_)
-            self.platform_ = platformFunction<Function>(self.library_, self.name_);
-        return self.platform_(arguments...);
+protected:
+    Result to(Arguments... arguments) {
+        ++calls;
+        if (note)
+            note(arguments...);
+        if (answer && callsBeforeAnswer-- <= 0)
+            return static_cast<Result>(*answer);
+        if (!platform_)
+            platform_ = platformFunction<Function>(library_, name_);
+        return platform_.load()(arguments...);
     }
 
 private:
     const char* library_;
     const char* name_;
-    Function platform_ = nullptr;
+    std::atomic<Function> platform_ = nullptr;
+};
+
+/// Passes calls on to the platform, or answers in its place.
+template<class Function>
+class StandIn;
+
+template<class Result, class... Arguments>
+class StandIn<Result(WINAPI*)(Arguments...)>
+    : public Answers<Result(WINAPI*)(Arguments...), Result, Arguments...> {
+public:
+    using StandIn::Answers::Answers;
+    template<StandIn& self>
+    static Result WINAPI call(Arguments... arguments) {
+        return self.to(arguments...);
+    }
+};
+
+template<class Result, class... Arguments>
+class StandIn<Result (*)(Arguments...)> : public Answers<Result (*)(Arguments...), Result, Arguments...> {
+public:
+    using StandIn::Answers::Answers;
+    template<StandIn& self>
+    static Result call(Arguments... arguments) {
+        return self.to(arguments...);
+    }
 };
 
 } // namespace test

@@ -28,8 +28,7 @@ inline bool textsLoseTheirBlock() {
     return true;
 }
 
-/// For each message that a thread sends, when texts lose their block: frees it with the text. True when it
-/// did.
+/// Call for each message sent, when texts lose their block. True when it freed one.
 inline bool freeBlockOfDyingText(const CWPSTRUCT& message) {
     if (message.message != WM_NCDESTROY)
         return false;

@@ -1,4 +1,3 @@
-// How much of its address space the test program uses.
 #pragma once
 
 #include <windows.h>

@@ -1,4 +1,3 @@
-// Expects what the user is told.
 #pragma once
 
 #include "scheduler/run/usermessages.h"

@@ -11,7 +11,6 @@
 
 namespace test {
 
-/// The bytes of a resource; empty when there is none.
 inline std::string_view resourceBytes(const char* type, int id) {
     HMODULE module = GetModuleHandleA(nullptr);
     HRSRC found = FindResourceA(module, MAKEINTRESOURCEA(id), type);

@@ -1,4 +1,3 @@
-// How long a test waits for what is sure to come, before it fails.
 #pragma once
 
 namespace test {

@@ -23,7 +23,6 @@ inline std::string lowered(std::string_view text) {
     return result;
 }
 
-/// In lower case and without white space around it.
 inline std::string prepared(std::string_view text) {
     while (!text.empty() && isOneOf(text.front(), " \r\n\t\f"))
         text.remove_prefix(1);
@@ -44,7 +43,6 @@ inline std::string pieceOf(const std::string& text, std::size_t n, std::string_v
     return n < pieces.size() ? pieces[n] : std::string();
 }
 
-/// The number that a text begins with, within 32 bits.
 inline int numberOf(const std::string& text) {
     std::size_t at = 0;
     while (at < text.size() && isOneOf(text[at], " \t\n\v\f\r"))
@@ -81,7 +79,11 @@ inline std::int32_t secondsOf(const Fields& fields, int isDst, bool utc) {
     tm.tm_min = fields.minute;
     tm.tm_sec = fields.second;
     tm.tm_isdst = isDst;
+#ifdef _WIN32
+    const std::int64_t seconds = utc ? _mkgmtime64(&tm) : std::mktime(&tm);
+#else
     const std::int64_t seconds = utc ? timegm(&tm) : std::mktime(&tm);
+#endif
     const bool valid = seconds != -1 && seconds <= INT32_MAX && seconds >= (utc ? 0 : INT32_MIN);
     return valid ? static_cast<std::int32_t>(seconds) : 0;
 }

@@ -1,6 +1,4 @@
-// An entry and its next run, told as plainly as they can be, to compare the program with.
-//
-// Nothing of the program's own is used: the fields are this file's, the calendar is the C runtime's.
+// An entry and its next run, told plainly: the calendar is the C runtime's, nothing is the program's.
 #pragma once
 
 #include <algorithm>
@@ -43,13 +41,11 @@ inline Second secondOf(int year, int month, int day, int hour) {
     return second == -1 || second != wrapped(second) ? 0 : second;
 }
 
-/// Seconds after local midnight.
 inline int clockTimeOf(Second second) {
     const std::tm fields = fieldsOf(second);
     return (fields.tm_hour * 60 + fields.tm_min) * 60 + fields.tm_sec;
 }
 
-/// In the order of the file.
 struct Item {
     std::string path;
     std::string result;

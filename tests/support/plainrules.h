@@ -1,6 +1,4 @@
-// The rules of a schedule told as plainly as they can be, to compare the engine with.
-//
-// Nothing of the program's own is used: the bookkeeping is this file's.
+// The rules of a schedule, told plainly and without anything of the program's own.
 #pragma once
 
 #include "tests/support/plainitem.h"
@@ -48,7 +46,6 @@ inline void removeOne(std::vector<Item>& items, int gone) {
     }
 }
 
-/// Removes each, from the highest position down.
 inline void removeAll(std::vector<Item>& items, std::vector<int> chosen) {
     std::sort(chosen.begin(), chosen.end());
     for (; !chosen.empty(); chosen.pop_back())
@@ -133,7 +130,6 @@ public:
         showAndSave();
     }
 
-    /// What the editor shows for an entry that is to be added.
     Item fresh(Second now) const {
         Item item;
         item.kind = items.empty() ? 1 : 0;
@@ -243,8 +239,7 @@ private:
             item.waitsSince = now;
             return;
         }
-        // A clock that was set back behind the beginning of the wait by a minute or more ends it, unless the
-        // patience is endless.
+        // A clock set back to a minute or more before the wait ends it, unless the patience is endless.
         const bool setBack = item.waitsSince - now >= 60;
         const bool endless = patience > 0xF0000000;
         if (setBack ? !endless : now >= item.waitsSince + (Second{patience} + 1) * 60) {

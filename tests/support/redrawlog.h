@@ -1,4 +1,3 @@
-// Notes each time that a view would redraw the schedule.
 #pragma once
 
 #include "scheduler/model/schedulelist.h"

@@ -51,7 +51,6 @@ inline void storeValue(HKEY root, const std::string& subkey, const char* name, D
 struct StoredValue {
     LSTATUS status = ERROR_SUCCESS;
     DWORD type = REG_NONE;
-    DWORD size = 0;
     std::string bytes;
 };
 
@@ -62,14 +61,13 @@ inline StoredValue loadValue(HKEY root, const std::string& subkey, const char* n
     if (value.status != ERROR_SUCCESS)
         return value;
     value.bytes.resize(1000);
-    value.size = 1000;
+    DWORD size = 1000;
     value.status = RegQueryValueExA(key.get(), name, nullptr, &value.type,
-                                    reinterpret_cast<BYTE*>(value.bytes.data()), &value.size);
-    value.bytes.resize(value.status == ERROR_SUCCESS ? value.size : 0);
+                                    reinterpret_cast<BYTE*>(value.bytes.data()), &size);
+    value.bytes.resize(value.status == ERROR_SUCCESS ? size : 0);
     return value;
 }
 
-/// With a key of its own and its values.
 class RegistryTest : public testing::Test {
 protected:
     std::string path(const std::string& name) const { return key_.path() + "\\" + name; }

@@ -1,4 +1,3 @@
-// Running something on a thread of its own and waiting for its end.
 #pragma once
 
 #include "lib/base/handles.h"

@@ -52,7 +52,6 @@ constexpr KindControls controlsOf(scheduler::ScheduleKind kind) {
     return {};
 }
 
-/// The radio button; 0 for an unknown kind.
 constexpr int buttonOf(scheduler::ScheduleKind kind) {
     return controlsOf(kind).button;
 }

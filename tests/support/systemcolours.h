@@ -1,4 +1,3 @@
-// System colours of a test's own.
 #pragma once
 
 #include <windows.h>
@@ -9,8 +8,7 @@
 
 namespace test {
 
-/// Sets system colours for as long as it lives, as the user does. They belong to the whole session, so they
-/// are put back.
+/// Sets system colours while it lives. They belong to the whole session, so they are put back.
 class SystemColours {
 public:
     /// Each a COLOR_... and its colour.

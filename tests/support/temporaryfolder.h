@@ -1,4 +1,3 @@
-// A folder of a test's own.
 #pragma once
 
 #include <windows.h>

@@ -25,19 +25,17 @@ TEST(CurrentDirectory, IsKeptThroughChangesAndExceptions) {
     ASSERT_TRUE(CreateDirectoryW(foreign.c_str(), nullptr));
     for (const std::wstring& directory : {before, foreign}) {
         ASSERT_TRUE(SetCurrentDirectoryW(directory.c_str()));
-        {
-            const base::KeptCurrentDirectory kept;
-            ASSERT_TRUE(SetCurrentDirectoryA(folder.path().c_str()));
-            ASSERT_NE(current(), directory);
+        for (const bool fails : {false, true}) {
+            try {
+                const base::KeptCurrentDirectory kept;
+                ASSERT_TRUE(SetCurrentDirectoryA(folder.path().c_str()));
+                ASSERT_NE(current(), directory);
+                if (fails)
+                    throw std::runtime_error("unforeseen");
+            } catch (const std::runtime_error&) {
+            }
+            EXPECT_EQ(current(), directory) << fails;
         }
-        EXPECT_EQ(current(), directory);
-        try {
-            const base::KeptCurrentDirectory kept;
-            ASSERT_TRUE(SetCurrentDirectoryA(folder.path().c_str()));
-            throw std::runtime_error("unforeseen");
-        } catch (const std::runtime_error&) {
-        }
-        EXPECT_EQ(current(), directory);
     }
     SetCurrentDirectoryW(before.c_str());
     EXPECT_TRUE(RemoveDirectoryW(foreign.c_str()));

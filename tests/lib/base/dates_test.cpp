@@ -8,7 +8,6 @@
 #include <cstdint>
 #include <ctime>
 #include <limits>
-#include <vector>
 
 namespace base {
 namespace {
@@ -19,32 +18,15 @@ constexpr std::int32_t secondsPerDay = 86400;
 constexpr std::int32_t smallest = std::numeric_limits<std::int32_t>::min();
 constexpr std::int32_t largest = std::numeric_limits<std::int32_t>::max();
 
-std::vector<std::int32_t> instants() {
-    std::vector<std::int32_t> result = {1, 2 * secondsPerDay, 68'169'599, 784'111'777, largest - 1, largest};
-    for (const std::int32_t end : test::calendarEnds())
-        // Wherever the zone's midnight lies.
-        for (std::int32_t t = end - 14 * 3600; t <= end + 14 * 3600; t += 1800)
-            result.insert(result.end(), {t, t + 1});
-    for (const std::int32_t change : test::clockChanges())
-        for (std::int32_t t = change - 4 * 3600; t <= change + 4 * 3600; t += 307)
-            result.push_back(t);
-    return result;
-}
-
-// Spans
-
 TEST(Dates, SpanOfDaysIsClamped) {
     const struct {
         std::int32_t days, seconds;
     } rows[] = {{smallest, 0},
-                {-3, 0},
-                {0, 0},
+                {-1, 0},
                 {1, 86400},
-                {364, 31'449'600},
                 {24'855, 2'147'472'000},
                 // 25,000 days and more are 2,160,000,000 seconds, which wrap around.
                 {25'000, -2'134'967'296},
-                {30'000, -2'134'967'296},
                 {largest, -2'134'967'296}};
     for (const auto& [days, seconds] : rows)
         EXPECT_EQ(TimeSpan::fromDays(days).seconds(), seconds) << days;
@@ -54,8 +36,7 @@ TEST(Dates, SpanOfDaysIsClamped) {
 TEST(Dates, SpanOfSecondsIsExactFrom0Up) {
     for (std::int32_t s = 0; s < 200'000; ++s)
         ASSERT_EQ(TimeSpan::fromSeconds(s).seconds(), s);
-    for (const std::int32_t s : {31'535'999, 2'147'472'000, largest - 1, largest})
-        EXPECT_EQ(TimeSpan::fromSeconds(s).seconds(), s);
+    EXPECT_EQ(TimeSpan::fromSeconds(largest).seconds(), largest);
 }
 
 TEST(Dates, SpanOfNegativeSecondsKeepsWholeDaysOnly) {
@@ -83,8 +64,6 @@ TEST(Dates, SpansAddAndCompare) {
     EXPECT_EQ((TimeSpan::fromDays(1) + TimeSpan::fromMinutes(1)).seconds(), 86460);
     EXPECT_LT(TimeSpan::fromMinutes(1), TimeSpan::fromMinutes(2));
 }
-
-// Values
 
 TEST(Dates, ValuesAre32BitsAndOrdered) {
     EXPECT_EQ(sizeof(TimeValue), 4U);
@@ -124,30 +103,23 @@ TEST(Dates, SystemClockIsTheRuntimesAndItsUptimeTheSteadyClocks) {
     }
 }
 
-TEST(Dates, FieldsAreTheRuntimesLocalTime) {
-    for (const std::int32_t t : instants()) {
+void expectFields(TimeValue value, const LocalTime& expected) {
+    ASSERT_EQ(value.local(), expected) << value.seconds();
+    const LocalTime single{value.year(),   value.month(),  value.day(),      value.hour(),
+                           value.minute(), value.second(), value.dayOfWeek()};
+    ASSERT_EQ(single, expected) << value.seconds();
+}
+
+TEST(Dates, FieldsAreTheRuntimesLocalTimeOr0ForANegativeValue) {
+    for (const std::int32_t t : test::instants()) {
         const std::tm fields = test::localFields(t);
-        const LocalTime expected{fields.tm_year + 1900, fields.tm_mon + 1, fields.tm_mday, fields.tm_hour,
-                                 fields.tm_min,         fields.tm_sec,     fields.tm_wday};
-        const TimeValue value(t);
-        ASSERT_EQ(value.local(), expected) << t;
-        const LocalTime single{value.year(),   value.month(),  value.day(),      value.hour(),
-                               value.minute(), value.second(), value.dayOfWeek()};
-        ASSERT_EQ(single, expected) << t;
+        ASSERT_NO_FATAL_FAILURE(
+            expectFields(TimeValue(t), {fields.tm_year + 1900, fields.tm_mon + 1, fields.tm_mday,
+                                        fields.tm_hour, fields.tm_min, fields.tm_sec, fields.tm_wday}));
     }
+    for (const std::int32_t t : {-1, -86400, smallest})
+        expectFields(TimeValue(t), {0, 0, 0, 0, 0, 0, 0});
 }
-
-TEST(Dates, NegativeValueHasFieldsOf0) {
-    for (const std::int32_t t : {-1, -86400, smallest}) {
-        const TimeValue value(t);
-        const LocalTime single{value.year(),   value.month(),  value.day(),      value.hour(),
-                               value.minute(), value.second(), value.dayOfWeek()};
-        EXPECT_EQ(value.local(), LocalTime()) << t;
-        EXPECT_EQ(single, LocalTime()) << t;
-    }
-}
-
-// Local dates and times
 
 std::int32_t fromLocalFields(const std::tm& fields, int isDst = -1) {
     return TimeValue::fromLocal(fields.tm_year + 1900, fields.tm_mon + 1, fields.tm_mday, fields.tm_hour,
@@ -156,7 +128,7 @@ std::int32_t fromLocalFields(const std::tm& fields, int isDst = -1) {
 }
 
 TEST(Dates, LocalFieldsGiveAnInstantOfTheSameFields) {
-    for (const std::int32_t t : instants()) {
+    for (const std::int32_t t : test::instants()) {
         const std::tm fields = test::localFields(t);
         if (fields.tm_year < 70)
             continue; // the runtime may refuse a local date before 1970, where it is west of Greenwich
@@ -189,15 +161,10 @@ TEST(Dates, LocalFieldsOutOfRangeRollOver) {
     } rows[] = {{2005, 1, 2, 3, 4, 5, {2005, 1, 2, 3, 4, 5, 0}},
                 {2005, 13, 1, 12, 0, 0, {2006, 1, 1, 12, 0, 0, 0}},
                 {2005, 0, 1, 12, 0, 0, {2004, 12, 1, 12, 0, 0, 3}},
-                {2005, 1, 32, 12, 0, 0, {2005, 2, 1, 12, 0, 0, 2}},
                 {2005, 5, 0, 12, 0, 0, {2005, 4, 30, 12, 0, 0, 6}},
-                {2005, 7, 26, 36, 0, 0, {2005, 7, 27, 12, 0, 0, 3}},
-                {2005, 7, 27, 12, 90, 0, {2005, 7, 27, 13, 30, 0, 3}},
-                {2005, 7, 27, 12, 0, -1, {2005, 7, 27, 11, 59, 59, 3}},
+                {2005, 7, 26, 36, 90, -1, {2005, 7, 27, 13, 29, 59, 3}},
                 {2004, 2, 29, 12, 0, 0, {2004, 2, 29, 12, 0, 0, 0}},
-                {2005, 2, 29, 12, 0, 0, {2005, 3, 1, 12, 0, 0, 2}},
-                {2005, 2, 30, 0, 0, 0, {2005, 3, 2, 0, 0, 0, 3}},
-                {2004, 12, 31, 23, 59, 60, {2005, 1, 1, 0, 0, 0, 6}}};
+                {2005, 2, 30, 0, 0, 0, {2005, 3, 2, 0, 0, 0, 3}}};
     for (const auto& [year, month, day, hour, minute, second, expected] : rows)
         EXPECT_EQ(TimeValue::fromLocal(year, month, day, hour, minute, second, -1).local(), expected)
             << year << '-' << month << '-' << day << ' ' << hour << ':' << minute << ':' << second;
@@ -207,10 +174,6 @@ TEST(Dates, LocalTimeOutsideTheRangeIsNoTime) {
     std::tm fields = test::localFields(largest);
     ++fields.tm_sec;
     EXPECT_EQ(fromLocalFields(fields), 0);
-    fields = test::localFields(largest);
-    ++fields.tm_mday;
-    EXPECT_EQ(fromLocalFields(fields), 0);
-    EXPECT_EQ(TimeValue::fromLocal(2038, 1, 21, 0, 0, 0, -1), TimeValue());
     for (const int year : {smallest, 0, 99, 1900, 2039, 2106, 100'000, largest})
         for (const int isDst : {-1, 0})
             EXPECT_EQ(TimeValue::fromLocal(year, 6, 1, 0, 0, 0, isDst), TimeValue()) << year;

@@ -1,4 +1,3 @@
-// Contents and handles of files, for the tests of files.
 #pragma once
 
 #include "lib/base/files.h"

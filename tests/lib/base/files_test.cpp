@@ -2,31 +2,47 @@
 #include "tests/lib/base/filebytes.h"
 #include "tests/support/filecontent.h"
 #include "tests/support/handlecount.h"
+#include "tests/support/importedfunctions.h"
 #include "tests/support/memoryuse.h"
 #include "tests/support/temporaryfolder.h"
 
 #include <windows.h>
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <cstddef>
-#include <cstdio>
-#include <io.h>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
+
+namespace {
+
+std::string simulatedWindows; ///< its directory
+std::vector<UINT> askedSizes;
+
+UINT WINAPI tellWindows(LPSTR buffer, UINT size) {
+    askedSizes.push_back(size);
+    if (size <= simulatedWindows.size())
+        return static_cast<UINT>(simulatedWindows.size() + 1);
+    buffer[simulatedWindows.copy(buffer, size)] = '\0';
+    return static_cast<UINT>(simulatedWindows.size());
+}
+
+} // namespace
+
+SCHEDULER_STAND_IN("kernel32.dll", CreateFileA, "_CreateFileA@28");
+SCHEDULER_STAND_IN("kernel32.dll", CreateFileMappingA, "_CreateFileMappingA@24");
+SCHEDULER_STAND_IN("kernel32.dll", MapViewOfFile, "_MapViewOfFile@20");
+SCHEDULER_STAND_IN("kernel32.dll", GetFileSize, "_GetFileSize@8");
+SCHEDULER_REPLACE_IMPORT(GetWindowsDirectoryA, "_GetWindowsDirectoryA@8", tellWindows);
 
 namespace base {
 namespace {
 
 using namespace std::string_literals;
-using test::bytesOf;
-using test::committedBytes;
-using test::fileContent;
-using test::handleCount;
-using test::isFree;
-using test::openFile;
-using test::writeWhole;
+using namespace test;
+using testing::ElementsAre;
 
 std::string textOf(const MappedFile& file) {
     return {reinterpret_cast<const char*>(file.bytes().data()), file.bytes().size()};
@@ -50,23 +66,18 @@ protected:
     const std::string path_ = folder_.file("file");
 };
 
-// Search
-
 TEST_F(Files, AnyFileMatchesANameOrAPattern) {
     make("news.krb");
-    for (const char* pattern : {"news.krb", "*.krb", "news.kr?", "n?ws.*", "NEWS.KRB"})
-        EXPECT_TRUE(anyFileMatches(folder_.file(pattern))) << pattern;
-    for (const char* pattern : {"*.kra", "new.krb", "x?ws.krb", "missing\\*"})
-        EXPECT_FALSE(anyFileMatches(folder_.file(pattern))) << pattern;
-    EXPECT_FALSE(anyFileMatches(""));
-}
-
-TEST_F(Files, SearchIsClosed) {
-    make("file");
-    ASSERT_TRUE(anyFileMatches(folder_.file("*")));
+    const auto search = [this] {
+        for (const char* pattern : {"news.krb", "*.krb", "news.kr?", "n?ws.*", "NEWS.KRB"})
+            EXPECT_TRUE(anyFileMatches(folder_.file(pattern))) << pattern;
+        for (const char* pattern : {"*.kra", "new.krb", "x?ws.krb", "missing\\*"})
+            EXPECT_FALSE(anyFileMatches(folder_.file(pattern))) << pattern;
+        EXPECT_FALSE(anyFileMatches(""));
+    };
+    search(); // the platform keeps a handle from the first time
     const unsigned before = handleCount();
-    for (int i = 0; i < 20; ++i)
-        anyFileMatches(folder_.file("*"));
+    search();
     EXPECT_EQ(handleCount(), before);
 }
 
@@ -78,12 +89,19 @@ TEST_F(Files, FileOrFolderExistsButNoPattern) {
     EXPECT_FALSE(fileExists(""));
 }
 
-TEST_F(Files, WindowsDirectoryExists) {
-    EXPECT_TRUE(windowsDirectory().ends_with('\\'));
-    EXPECT_TRUE(fileExists(windowsDirectory() + "win.ini"));
+TEST_F(Files, WindowsDirectoryIsAskedForAgainWhen256CharactersAreTooFew) {
+    for (const std::size_t length : {8U, 254U, 255U, 256U, 257U, 1000U}) {
+        simulatedWindows = "C:\\" + std::string(length - 3, 'w');
+        askedSizes.clear();
+        EXPECT_EQ(windowsDirectory(), simulatedWindows + "\\") << length;
+        if (length < 256)
+            EXPECT_THAT(askedSizes, ElementsAre(256U));
+        else
+            EXPECT_THAT(askedSizes, ElementsAre(256U, length + 2)) << "the size it said, plus one";
+    }
+    simulatedWindows = "C:\\";
+    EXPECT_EQ(windowsDirectory(), "C:\\") << "it has its backslash";
 }
-
-// Mapped files
 
 TEST_F(Files, MappedFileShowsTheWholeFileReadOnly) {
     expectEmpty(MappedFile());
@@ -118,20 +136,15 @@ TEST_F(Files, MappedFileStaysEmptyWithoutAFileToRead) {
     EXPECT_TRUE(isFree(empty));
 }
 
-TEST_F(Files, MappedFileLetsReadersInButNotWriters) {
+TEST_F(Files, MappedFileMayBeReadOnlyAndLetsReadersInButNotWriters) {
     const std::string path = make("file");
+    ASSERT_TRUE(SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_READONLY));
     MappedFile file;
     ASSERT_TRUE(file.open(path));
+    SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_NORMAL);
     EXPECT_TRUE(openFile(path, GENERIC_READ, FILE_SHARE_READ));
     EXPECT_FALSE(openFile(path, GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE));
     EXPECT_FALSE(isFree(path));
-}
-
-TEST_F(Files, MappedFileMayBeReadOnly) {
-    const std::string path = make("file");
-    ASSERT_TRUE(SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_READONLY));
-    EXPECT_TRUE(MappedFile().open(path));
-    SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_NORMAL);
 }
 
 TEST_F(Files, MappedFileIsReleasedByCloseDestructionAndTheNextOpen) {
@@ -142,11 +155,11 @@ TEST_F(Files, MappedFileIsReleasedByCloseDestructionAndTheNextOpen) {
         EXPECT_TRUE(file->open(make("file")));
     };
     open();
-    file->close();
-    expectEmpty(*file);
+    for (int i = 0; i < 2; ++i) {
+        file->close();
+        expectEmpty(*file);
+    }
     EXPECT_TRUE(isFree(path_));
-    file->close();
-    expectEmpty(*file);
     open();
     file.reset();
     EXPECT_TRUE(isFree(path_));
@@ -160,10 +173,39 @@ TEST_F(Files, MappedFileIsReleasedByCloseDestructionAndTheNextOpen) {
     EXPECT_TRUE(isFree(path_));
 }
 
-TEST_F(Files, MappedFileLosesNoHandleAndNoView) {
-    const std::string good = make("good", std::string(1 << 20, 'x'));
+TEST_F(Files, MappedFileIsOpenedToBeReadFromStartToEnd) {
+    ASSERT_TRUE(writeWhole(path_, "content"));
+    static std::vector<DWORD> asked;
+    platform::CreateFileA.note = [](LPCSTR, DWORD access, DWORD sharing, LPSECURITY_ATTRIBUTES,
+                                    DWORD disposition, DWORD flags, HANDLE) {
+        asked = {access, sharing, disposition, flags};
+    };
+    EXPECT_TRUE(MappedFile().open(path_));
+    platform::CreateFileA.note = nullptr;
+    EXPECT_THAT(asked, ElementsAre(GENERIC_READ, FILE_SHARE_READ, OPEN_EXISTING,
+                                   FILE_ATTRIBUTE_NORMAL | FILE_FLAG_SEQUENTIAL_SCAN));
+}
+
+TEST_F(Files, MappedFileLosesNoHandleAndNoViewWhereverItFails) {
+    constexpr std::size_t size = 1 << 20;
+    const std::string good = make("good", std::string(size, 'x'));
     const std::string empty = make("empty", "");
     const auto openAll = [&] {
+        for (int step = 0; step < 3; ++step) {
+            if (step == 0)
+                platform::CreateFileMappingA.answer = nullptr;
+            else if (step == 1)
+                platform::MapViewOfFile.answer = nullptr;
+            else
+                platform::GetFileSize.answer = INVALID_FILE_SIZE;
+            MappedFile file;
+            EXPECT_FALSE(file.open(good)) << step;
+            platform::CreateFileMappingA.answer.reset();
+            platform::MapViewOfFile.answer.reset();
+            platform::GetFileSize.answer.reset();
+            expectEmpty(file);
+            EXPECT_TRUE(openFile(good, GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE)) << step;
+        }
         MappedFile file;
         for (const std::string& path : {good, empty, folder_.file("missing"), folder_.path(), good})
             file.open(path);
@@ -172,101 +214,13 @@ TEST_F(Files, MappedFileLosesNoHandleAndNoView) {
     openAll(); // the platform keeps some from the first time
     const unsigned handles = handleCount();
     const std::size_t mapped = committedBytes(MEM_MAPPED);
-    for (int i = 0; i < 20; ++i)
-        openAll();
+    openAll();
     EXPECT_EQ(handleCount(), handles);
     EXPECT_EQ(committedBytes(MEM_MAPPED), mapped);
     MappedFile file;
     ASSERT_TRUE(file.open(good));
     EXPECT_EQ(handleCount(), handles + 2);
-    EXPECT_EQ(committedBytes(MEM_MAPPED), mapped + (1 << 20));
-}
-
-// Written files
-
-TEST_F(Files, WrittenFileReplacesTheBytesAndIsReleased) {
-    for (const std::string& content :
-         {"a\nb\r\nc\0d\x1a\xff"s, std::string(1'500'001, '\n'), "short"s, ""s, "again"s}) {
-        EXPECT_TRUE(writeWhole(path_, content));
-        EXPECT_TRUE(fileExists(path_));
-        EXPECT_EQ(fileContent(path_), content);
-        EXPECT_TRUE(openFile(path_, GENERIC_READ | GENERIC_WRITE, 0)) << "no one else has it";
-    }
-}
-
-TEST_F(Files, WrittenFileTakesPiecesAndIsClosedByItsDestruction) {
-    {
-        WrittenFile file(path_);
-        EXPECT_TRUE(file.write(bytesOf("one")));
-        EXPECT_TRUE(file.write({}));
-        EXPECT_TRUE(file.write(bytesOf(", two")));
-    }
-    EXPECT_EQ(fileContent(path_), "one, two");
-    EXPECT_TRUE(isFree(path_));
-}
-
-/// The descriptor of the file that is opened next: the lowest that is free.
-int nextDescriptor() {
-    const int descriptor = _dup(_fileno(stderr));
-    _close(descriptor);
-    return descriptor;
-}
-
-HANDLE handleOf(int descriptor) {
-    return reinterpret_cast<HANDLE>(_get_osfhandle(descriptor));
-}
-
-TEST_F(Files, WrittenFileIsNotInheritedByProcesses) {
-    const int descriptor = nextDescriptor();
-    const WrittenFile file(path_);
-    DWORD flags = HANDLE_FLAG_INHERIT;
-    EXPECT_TRUE(GetHandleInformation(handleOf(descriptor), &flags));
-    EXPECT_EQ(flags & HANDLE_FLAG_INHERIT, 0U);
-}
-
-TEST_F(Files, WrittenFileThatCannotBeClosedFails) {
-    const int descriptor = nextDescriptor();
-    WrittenFile file(path_);
-    ASSERT_TRUE(CloseHandle(handleOf(descriptor)));
-    EXPECT_FALSE(file.close());
-}
-
-TEST_F(Files, WrittenFileTakesNothingUnlessItIsOpen) {
-    WrittenFile closed(path_);
-    EXPECT_TRUE(closed.close());
-    EXPECT_FALSE(closed.write(bytesOf("content")));
-    EXPECT_FALSE(closed.close());
-    for (const std::string& path : {folder_.file("missing\\file"), folder_.path(), ""s}) {
-        WrittenFile none(path);
-        EXPECT_FALSE(none.write(bytesOf("content"))) << path;
-        EXPECT_FALSE(none.close()) << path;
-    }
-}
-
-TEST_F(Files, WrittenFileFailsOnAFileThatAnotherKeeps) {
-    const std::string path = make("file");
-    const FileHandle other = openFile(path, GENERIC_READ, FILE_SHARE_READ);
-    ASSERT_TRUE(other);
-    EXPECT_FALSE(writeWhole(path, "new"));
-    EXPECT_EQ(fileContent(path), "content");
-}
-
-TEST_F(Files, WrittenFileKeepsTheErrorOfTheFirstStepThatFailed) {
-    WrittenFile good(path_);
-    EXPECT_TRUE(good.write(bytesOf("content")));
-    EXPECT_TRUE(good.close());
-    EXPECT_FALSE(good.close());
-    EXPECT_EQ(good.error(), 0U);
-    const FileHandle other = openFile(path_, GENERIC_READ, FILE_SHARE_READ);
-    for (const auto& [path, error] : {std::pair{path_, ERROR_SHARING_VIOLATION},
-                                      {folder_.file("missing\\file"), ERROR_PATH_NOT_FOUND},
-                                      {folder_.path() + ".", ERROR_ACCESS_DENIED}}) {
-        WrittenFile refused(path);
-        EXPECT_FALSE(refused.isOpen());
-        EXPECT_EQ(refused.error(), DWORD(error)) << path;
-        EXPECT_FALSE(refused.close());
-        EXPECT_EQ(refused.error(), DWORD(error)) << path;
-    }
+    EXPECT_EQ(committedBytes(MEM_MAPPED), mapped + size);
 }
 
 } // namespace

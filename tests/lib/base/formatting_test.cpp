@@ -3,8 +3,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstddef>
+#include <cstdio>
+#include <iterator>
 #include <limits>
+#include <random>
 #include <string>
 
 namespace base {
@@ -26,7 +30,6 @@ TEST(Formatting, EstimateAddsWidthAnd6ForEachConversion) {
         EXPECT_EQ(estimateFormattedLength(pattern, textsLength), expected) << pattern;
 }
 
-/// A conversion of the largest width.
 const std::string widest = '%' + std::to_string(std::numeric_limits<long>::max()) + 's';
 
 TEST(Formatting, EstimateBeyondItsTypeIsTheLargest) {
@@ -50,36 +53,36 @@ TEST(Formatting, ComposesOneToFourTexts) {
     EXPECT_EQ(format("%s", "a rather long literal"), "a rather long literal");
 }
 
-TEST(Formatting, ObeysPlainTextWidthAndPrecision) {
-    const struct {
-        const char *pattern, *expected;
-    } rows[] = {{"", ""},
-                {"no conversion", "no conversion"},
-                {"100%% %s", "100% abcdef"},
-                {"[%10s]", "[    abcdef]"},
-                {"[%-10s]", "[abcdef    ]"},
-                {"[%.3s]", "[abc]"},
-                {"[%5.2s]", "[   ab]"},
-                {"%s|%s|%s|%s|", "abcdef||||"},
-                {"\xE4%s\xFF", "\xE4"
-                               "abcdef\xFF"}};
-    for (const auto& [pattern, expected] : rows)
-        EXPECT_EQ(format(pattern, std::string("abcdef")), expected) << pattern;
-    EXPECT_EQ(format("[%300s]", "x"), '[' + std::string(299, ' ') + "x]");
+TEST(Formatting, MissingTextsAreEmptyAndTextsAreNoPatterns) {
+    EXPECT_EQ(format("%s|%s|%s|%s|", std::string("abc")), "abc||||");
+    EXPECT_EQ(format("[%5.2s]100%%", std::string("abc")), "[   ab]100%");
     EXPECT_EQ(format("%s", "%s %d"), "%s %d");
 }
 
-TEST(Formatting, TextEndsAtAZero) {
-    EXPECT_EQ(format("%s|%s|%s|", std::string("a\0b", 3), std::string("\0b", 2), std::string("c")), "a||c|");
+TEST(Formatting, GivesThePlatformsTextWithinItsEstimate) {
+    std::mt19937 random(20260106);
+    const char* const pieces[] = {"%s", "%-10s", "%.3s", "%250s", "%-77.5s", "%%", "text", "\xE4", "7"};
+    for (int i = 0; i < 5000; ++i) {
+        std::string pattern, texts[2] = {std::string(random() % 300, 'x'), std::string("a\0b", random() % 4)};
+        for (std::size_t n = random() % 6; n > 0; --n)
+            pattern += pieces[random() % std::size(pieces)];
+        if (std::ranges::count(pattern, 's') > 2)
+            continue;
+        char expected[2000];
+        const int length =
+            snprintf(expected, sizeof expected, pattern.c_str(), texts[0].c_str(), texts[1].c_str());
+        EXPECT_EQ(format(pattern.c_str(), texts[0], texts[1]), expected) << pattern;
+        EXPECT_GE(estimateFormattedLength(pattern.c_str(), texts[0].size() + texts[1].size()),
+                  static_cast<std::size_t>(length))
+            << pattern;
+    }
 }
 
-TEST(Formatting, LongTextsAreWhole) {
+TEST(Formatting, LongTextsReplaceTheTextBefore) {
     const std::string longText(100'000, 'x');
-    EXPECT_EQ(format("<%s|%s>", longText, longText), '<' + longText + '|' + longText + '>');
-}
-
-TEST(Formatting, FormatIntoReplacesTheTextBefore) {
-    std::string out = "something longer than the result";
+    std::string out = "before";
+    EXPECT_TRUE(formatInto(out, "<%s|%s>", longText, longText));
+    EXPECT_EQ(out, '<' + longText + '|' + longText + '>');
     EXPECT_TRUE(formatInto(out, "%s", "x"));
     EXPECT_EQ(out, "x");
 }

@@ -11,26 +11,11 @@
 #include <cstring>
 #include <ctime>
 #include <string>
-#include <vector>
 
 namespace base {
 namespace {
 
 constexpr std::int32_t day = 86400;
-
-/// Ends of days, months and years, both ends of the range, and a sweep across each change of the clock.
-std::vector<std::int32_t> instants() {
-    std::vector<std::int32_t> result = {1, day, 68'169'600, 0x7FFFFFFE, 0x7FFFFFFF};
-    for (const std::int32_t end : test::calendarEnds())
-        for (const std::int32_t t : {end, end + 1})
-            result.push_back(t);
-    for (const std::int32_t change : test::clockChanges())
-        for (std::int32_t t = change - 7200; t <= change + 7200; t += 299)
-            result.push_back(t);
-    for (std::int32_t t = 1'767'225'600; t < 1'767'225'600 + 366 * day; t += 5 * day + 7 * 3600 + 1234)
-        result.push_back(t);
-    return result;
-}
 
 SYSTEMTIME systemTimeOf(const std::tm& fields) {
     SYSTEMTIME time{};
@@ -44,19 +29,13 @@ SYSTEMTIME systemTimeOf(const std::tm& fields) {
     return time;
 }
 
-std::string platformDate(const SYSTEMTIME& time, DWORD flags) {
+template<class Format>
+std::string platformText(Format format, const SYSTEMTIME& time, DWORD flags) {
     std::array<char, 500> text{};
-    GetDateFormatA(LOCALE_USER_DEFAULT, flags, &time, nullptr, text.data(), static_cast<int>(text.size()));
+    format(LOCALE_USER_DEFAULT, flags, &time, nullptr, text.data(), static_cast<int>(text.size()));
     return text.data();
 }
 
-std::string platformTime(const SYSTEMTIME& time, DWORD flags) {
-    std::array<char, 500> text{};
-    GetTimeFormatA(LOCALE_USER_DEFAULT, flags, &time, nullptr, text.data(), static_cast<int>(text.size()));
-    return text.data();
-}
-
-/// One of the user's own formats, put back afterwards.
 class UserFormat {
 public:
     UserFormat(LCTYPE type, const std::string& format) : type_(type) {
@@ -85,30 +64,34 @@ TEST(Locale, LowerCaseAgreesWithThePlatformForEveryCharacter) {
     EXPECT_EQ(lowerCase('Z'), 'z');
 }
 
-TEST(Locale, SystemTimeHasTheLocalFieldsOrZerosForANegativeTime) {
-    std::vector<std::int32_t> all = instants();
-    all.insert(all.end(), {0, -1, -day, INT32_MIN});
-    for (const std::int32_t t : all) {
-        const SYSTEMTIME expected = t < 0 ? SYSTEMTIME{} : systemTimeOf(test::localFields(t));
-        SYSTEMTIME time;
-        std::memset(&time, 0xAA, sizeof time);
-        toSystemTime(TimeValue(t), time);
-        EXPECT_EQ(std::memcmp(&time, &expected, sizeof time), 0) << t;
+SYSTEMTIME converted(std::int32_t t) {
+    SYSTEMTIME time;
+    std::memset(&time, 0xAA, sizeof time);
+    toSystemTime(TimeValue(t), time);
+    return time;
+}
+
+TEST(Locale, DateAndTimeAreThePlatformsTextsOfTheLocalFields) {
+    for (const std::int32_t t : test::instants()) {
+        const SYSTEMTIME time = systemTimeOf(test::localFields(t));
+        const SYSTEMTIME actual = converted(t);
+        EXPECT_EQ(std::memcmp(&actual, &time, sizeof time), 0) << t;
+        const TimeValue value(t);
+        const auto date = [&](DWORD flags) { return platformText(GetDateFormatA, time, flags); };
+        const auto clock = [&](DWORD flags) { return platformText(GetTimeFormatA, time, flags); };
+        EXPECT_EQ(formatLocaleDate(value, true), date(DATE_LONGDATE)) << t;
+        EXPECT_EQ(formatLocaleDate(value, false), date(DATE_SHORTDATE)) << t;
+        EXPECT_EQ(formatLocaleTime(value, false, false), clock(0)) << t;
+        EXPECT_EQ(formatLocaleTime(value, true, false), clock(TIME_FORCE24HOURFORMAT)) << t;
+        EXPECT_EQ(formatLocaleTime(value, false, true), clock(TIME_NOSECONDS)) << t;
+        EXPECT_EQ(formatLocaleTime(value, true, true), clock(TIME_FORCE24HOURFORMAT | TIME_NOSECONDS)) << t;
     }
 }
 
-TEST(Locale, DateAndTimeAreThePlatformsTexts) {
-    for (const std::int32_t t : instants()) {
-        const SYSTEMTIME time = systemTimeOf(test::localFields(t));
-        const TimeValue value(t);
-        EXPECT_EQ(formatLocaleDate(value, true), platformDate(time, DATE_LONGDATE)) << t;
-        EXPECT_EQ(formatLocaleDate(value, false), platformDate(time, DATE_SHORTDATE)) << t;
-        EXPECT_EQ(formatLocaleTime(value, false, false), platformTime(time, 0)) << t;
-        EXPECT_EQ(formatLocaleTime(value, true, false), platformTime(time, TIME_FORCE24HOURFORMAT)) << t;
-        EXPECT_EQ(formatLocaleTime(value, false, true), platformTime(time, TIME_NOSECONDS)) << t;
-        EXPECT_EQ(formatLocaleTime(value, true, true),
-                  platformTime(time, TIME_FORCE24HOURFORMAT | TIME_NOSECONDS))
-            << t;
+TEST(Locale, SystemTimeOfANegativeTimeIsZeros) {
+    for (const std::int32_t t : {-1, -day, INT32_MIN}) {
+        const SYSTEMTIME actual = converted(t);
+        EXPECT_EQ(std::memcmp(&actual, std::array<char, sizeof actual>{}.data(), sizeof actual), 0) << t;
     }
 }
 

@@ -1,23 +1,57 @@
 #include "lib/base/base.h"
-#include "lib/base/files.h"
 #include "lib/base/handles.h"
 #include "lib/base/opsys.h"
-#include "lib/base/paths.h"
-#include "lib/base/processes.h"
 #include "lib/base/stackalignment.h"
+#include "tests/support/importedfunctions.h"
 #include "tests/support/runonthread.h"
-#include "tests/support/startedprocess.h"
 
 #include <windows.h>
 
+#include <objbase.h>
+
 #include <gtest/gtest.h>
 
+#include <cstdio>
+#include <cstdlib>
 #include <string>
+
+SCHEDULER_STAND_IN("kernel32.dll", CreateMutexA, "_CreateMutexA@12");
+SCHEDULER_STAND_IN("ole32.dll", CoInitialize, "_CoInitialize@4");
+SCHEDULER_STAND_IN("ole32.dll", CoUninitialize, "_CoUninitialize@0");
+
+namespace {
+
+std::string simulatedPath; ///< of the program's file; empty: the platform's
+
+DWORD WINAPI tellFileName(HMODULE module, LPSTR buffer, DWORD size) {
+    static const auto platform =
+        test::platformFunction<decltype(&GetModuleFileNameA)>("kernel32.dll", "GetModuleFileNameA");
+    if (simulatedPath.empty())
+        return platform(module, buffer, size);
+    const std::size_t copied = simulatedPath.copy(buffer, size);
+    if (copied < size)
+        buffer[copied] = '\0';
+    return static_cast<DWORD>(copied);
+}
+
+/// Looks after all of the program's own variables are gone.
+struct AfterExit {
+    bool usesComponents = false;
+
+    ~AfterExit() {
+        if (!usesComponents || platform::CoUninitialize.calls == 1)
+            return;
+        std::fprintf(stderr, "At exit the component library is not closed once.\n");
+        std::_Exit(1);
+    }
+} afterExit [[gnu::init_priority(101)]];
+
+} // namespace
+
+SCHEDULER_REPLACE_IMPORT(GetModuleFileNameA, "_GetModuleFileNameA@12", tellFileName);
 
 namespace base {
 namespace {
-
-using test::uniqueName;
 
 class OpSys : public testing::Test {
 protected:
@@ -26,31 +60,30 @@ protected:
             DestroyWindow(window_);
     }
 
+    static std::string unique(const std::string& name) {
+        return "Brindlewood-test-" + name + std::to_string(GetCurrentProcessId());
+    }
+
     HWND window_ = CreateWindowExA(0, "EDIT", "", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr, nullptr, nullptr);
 };
 
 TEST_F(OpSys, ModuleAndExecutableAreTheProgramsOwn) {
     EXPECT_EQ(moduleHandle(), GetModuleHandleA(nullptr));
-    EXPECT_TRUE(isDrivePath(executablePath()));
-    EXPECT_TRUE(fileNameOf(executablePath()).starts_with("lib.base")) << executablePath();
-    EXPECT_TRUE(fileExists(executablePath()));
+    EXPECT_TRUE(executablePath().ends_with("\\lib.base.opsys.tests.exe")) << executablePath();
+    for (const std::size_t length : {259U, 260U, 261U, 520U, 30'000U}) {
+        simulatedPath = "C:\\" + std::string(length - 3, 'x');
+        const std::string path = executablePath();
+        EXPECT_EQ(path, simulatedPath) << length;
+    }
+    simulatedPath.clear();
 }
 
-// The single instance
-
-TEST_F(OpSys, InstanceMutexTellsTheSecondFromTheFirst) {
-    const std::string name = uniqueName("instance");
+TEST_F(OpSys, InstanceMutexTellsTheSecondFromTheFirstAndIsOwned) {
+    const std::string name = unique("instance");
     EXPECT_FALSE(createInstanceMutex(name));
     EXPECT_TRUE(createInstanceMutex(name));
     EXPECT_TRUE(createInstanceMutex(name));
-    EXPECT_FALSE(createInstanceMutex(uniqueName("instance")));
-}
-
-TEST_F(OpSys, InstanceMutexIsHeldForOtherProcessesAndOwned) {
-    const std::string name = uniqueName("instance");
-    EXPECT_EQ(runProcessAndWait(test::child("has-mutex " + name), SW_HIDE, "", INFINITE), 0U);
-    ASSERT_FALSE(createInstanceMutex(name));
-    EXPECT_EQ(runProcessAndWait(test::child("has-mutex " + name), SW_HIDE, "", INFINITE), 1U);
+    EXPECT_FALSE(createInstanceMutex(unique("other")));
     const KernelHandle mutex(OpenMutexA(SYNCHRONIZE, FALSE, name.c_str()));
     ASSERT_TRUE(mutex);
     DWORD result = WAIT_FAILED;
@@ -58,15 +91,20 @@ TEST_F(OpSys, InstanceMutexIsHeldForOtherProcessesAndOwned) {
     EXPECT_EQ(result, DWORD{WAIT_TIMEOUT}) << "another thread cannot take it";
 }
 
-TEST_F(OpSys, InstanceMutexThatCannotBeMadeIsNoOtherInstance) {
-    const std::string name = uniqueName("not-a-mutex");
-    const KernelHandle event = test::makeEvent(false, name.c_str());
+TEST_F(OpSys, InstanceMutexThatIsRefusedIsNoOtherInstance) {
+    const std::string name = unique("not-a-mutex");
+    const KernelHandle event(CreateEventA(nullptr, TRUE, FALSE, name.c_str()));
     EXPECT_FALSE(createInstanceMutex(name));
+    platform::CreateMutexA.note = [](auto...) { SetLastError(ERROR_ALREADY_EXISTS); };
+    platform::CreateMutexA.answer = nullptr;
+    EXPECT_FALSE(createInstanceMutex(unique("refused")));
+    platform::CreateMutexA.note = nullptr;
+    platform::CreateMutexA.answer.reset();
 }
 
 TEST_F(OpSys, AnotherInstanceIsKnownByTheMakersAndTheProgramsNames) {
     const std::string title = applicationName;
-    applicationName = uniqueName("Title with blanks");
+    applicationName = unique("Title with blanks");
     const std::string name = "Brindlewood " + applicationName;
     EXPECT_FALSE(isAnotherInstanceRunning());
     EXPECT_TRUE(KernelHandle(OpenMutexA(SYNCHRONIZE, FALSE, name.c_str())));
@@ -74,12 +112,28 @@ TEST_F(OpSys, AnotherInstanceIsKnownByTheMakersAndTheProgramsNames) {
     applicationName = title;
 }
 
-// The texts of windows
+TEST_F(OpSys, ComponentLibraryIsClosedAtExitUnlessItWasRefused) {
+    const CLSID nobody{};
+    void* component = nullptr;
+    const auto create = [&] {
+        return CoCreateInstance(nobody, nullptr, CLSCTX_INPROC_SERVER, IID_IUnknown, &component);
+    };
+    platform::CoInitialize.answer = E_OUTOFMEMORY;
+    startComponentLibrary();
+    platform::CoInitialize.answer.reset();
+    ASSERT_EQ(create(), CO_E_NOTINITIALIZED);
+    startComponentLibrary();
+    EXPECT_EQ(create(), REGDB_E_CLASSNOTREG);
+    EXPECT_EQ(CoInitialize(nullptr), S_FALSE) << "done already, and for a single-threaded apartment";
+    CoUninitialize();
+    EXPECT_EQ(platform::CoUninitialize.calls.exchange(0), 1) << "by this test";
+    afterExit.usesComponents = true;
+}
 
 TEST_F(OpSys, WindowTextIsTheWholeText) {
     ASSERT_NE(window_, nullptr);
     for (const std::string& text :
-         {std::string(), std::string("x"), std::string("two words"), std::string(3000, 't'), std::string()}) {
+         {std::string(), std::string("two words"), std::string(3000, 't'), std::string()}) {
         ASSERT_TRUE(SetWindowTextA(window_, text.c_str()));
         EXPECT_EQ(windowText(window_), text);
     }

@@ -1,236 +1,172 @@
-#include "lib/base/files.h"
 #include "lib/base/handles.h"
+#include "lib/base/opsys.h"
+#include "lib/base/paths.h"
 #include "lib/base/processes.h"
-#include "tests/support/filecontent.h"
 #include "tests/support/handlecount.h"
-#include "tests/support/patience.h"
-#include "tests/support/runonthread.h"
-#include "tests/support/startedprocess.h"
-#include "tests/support/temporaryfolder.h"
+#include "tests/support/importedfunctions.h"
 
 #include <windows.h>
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <array>
 #include <cstdint>
-#include <fstream>
 #include <string>
+#include <vector>
+
+SCHEDULER_STAND_IN("kernel32.dll", CreateProcessA, "_CreateProcessA@40");
+SCHEDULER_STAND_IN("kernel32.dll", WaitForSingleObject, "_WaitForSingleObject@8");
+SCHEDULER_STAND_IN("kernel32.dll", GetExitCodeProcess, "_GetExitCodeProcess@8");
 
 namespace base {
 namespace {
 
-using test::child;
-using test::fileContent;
-using test::handleCount;
-using test::isSet;
-using test::makeEvent;
-using test::patience;
-using test::uniqueName;
+using testing::ElementsAre;
 
-std::string numberOf(HANDLE handle) {
-    return std::to_string(reinterpret_cast<std::uintptr_t>(handle));
+/// A process that ends with the code, or runs until the event of the name is signalled and ends with 5.
+std::string child(const std::string& argument) {
+    return "\"" + directoryOf(executablePath()) + "startedprocess.exe\" " + argument;
 }
 
-/// What the started process says of its own start.
-struct Report {
-    DWORD processId = 0;
-    DWORD flags = 0;
-    DWORD showCommand = 0;
-    std::string directory;
-    std::string commandLine;
+std::uint32_t run(const std::string& argument, DWORD timeout = INFINITE) {
+    return runProcessAndWait(child(argument), SW_HIDE, "", timeout);
+}
+
+struct Start {
+    std::string commandLine, directory;
+    BOOL inheritsHandles;
+    STARTUPINFOA info;
 };
-
-/// The program's own standard handles, replaced while it lives.
-class StandardHandles {
-public:
-    explicit StandardHandles(const std::array<HANDLE, 3>& handles) { set(handles); }
-    ~StandardHandles() { set(old_); }
-    StandardHandles(const StandardHandles&) = delete;
-    StandardHandles& operator=(const StandardHandles&) = delete;
-
-private:
-    static void set(const std::array<HANDLE, 3>& handles) {
-        SetStdHandle(STD_INPUT_HANDLE, handles[0]);
-        SetStdHandle(STD_OUTPUT_HANDLE, handles[1]);
-        SetStdHandle(STD_ERROR_HANDLE, handles[2]);
-    }
-
-    const std::array<HANDLE, 3> old_ = {GetStdHandle(STD_INPUT_HANDLE), GetStdHandle(STD_OUTPUT_HANDLE),
-                                        GetStdHandle(STD_ERROR_HANDLE)};
-};
+std::vector<Start> starts;
+std::vector<DWORD> waits;
 
 class Processes : public testing::Test {
 protected:
-    /// Waits for the report of a process that may not even run yet, and removes it.
-    Report readReport() const {
-        for (DWORD waited = 0; waited < patience && !fileExists(report_); waited += 20)
-            Sleep(20);
-        Report report;
-        {
-            std::ifstream file(report_);
-            file >> report.processId >> report.flags >> report.showCommand >> std::ws;
-            std::getline(file, report.directory);
-            std::getline(file, report.commandLine);
-        }
-        EXPECT_TRUE(DeleteFileA(report_.c_str()));
-        if (!report.directory.ends_with('\\'))
-            report.directory += '\\';
-        return report;
+    Processes() {
+        starts.clear();
+        waits.clear();
+        platform::CreateProcessA.note = [](LPCSTR program, LPSTR commandLine, LPSECURITY_ATTRIBUTES process,
+                                           LPSECURITY_ATTRIBUTES thread, BOOL inheritsHandles, DWORD flags,
+                                           LPVOID environment, LPCSTR directory, LPSTARTUPINFOA info,
+                                           LPPROCESS_INFORMATION) {
+            EXPECT_TRUE(!program && !process && !thread && !environment && flags == 0);
+            EXPECT_EQ(info->cb, 68U);
+            starts.push_back({commandLine, directory ? directory : "", inheritsHandles, *info});
+        };
+        platform::WaitForSingleObject.note = [](HANDLE, DWORD milliseconds) {
+            waits.push_back(milliseconds);
+        };
     }
-
-    /// A file that processes inherit.
-    FileHandle openInheritable(const std::string& name) const {
-        SECURITY_ATTRIBUTES attributes{sizeof attributes, nullptr, TRUE};
-        return FileHandle(CreateFileA(folder_.file(name).c_str(), GENERIC_READ | GENERIC_WRITE,
-                                      FILE_SHARE_READ | FILE_SHARE_WRITE, &attributes, OPEN_ALWAYS,
-                                      FILE_ATTRIBUTE_NORMAL, nullptr));
+    ~Processes() override {
+        platform::CreateProcessA.note = nullptr;
+        platform::WaitForSingleObject.note = nullptr;
     }
-
-    const test::TemporaryFolder folder_;
-    const std::string report_ = folder_.file("report");
-    const std::string reporting_ = child("report \"" + report_ + "\"");
-    // For "answer": it waits for the question and sets the answer.
-    const std::string questionName_ = uniqueName("question"), answerName_ = uniqueName("answer");
-    const KernelHandle question_ = makeEvent(false, questionName_.c_str());
-    const KernelHandle answer_ = makeEvent(false, answerName_.c_str());
-    const std::string answering_ = child("answer " + questionName_ + " " + answerName_);
 };
 
-TEST_F(Processes, CreateStartsWhatTheCommandLineSays) {
-    STARTUPINFOA startupInfo{};
-    startupInfo.cb = sizeof startupInfo;
-    PROCESS_INFORMATION processInfo{};
-    ASSERT_TRUE(createProcess(child("exit 7"), startupInfo, processInfo, "", false));
-    const KernelHandle process(processInfo.hProcess);
-    const KernelHandle thread(processInfo.hThread);
-    ASSERT_EQ(WaitForSingleObject(process.get(), patience), WAIT_OBJECT_0);
-    DWORD code = 0;
-    EXPECT_TRUE(GetExitCodeProcess(process.get(), &code));
-    EXPECT_EQ(code, 7U);
-}
-
 TEST_F(Processes, StartAndRunShowTheWindowAndUseTheDirectoryAsTold) {
-    char own[MAX_PATH] = {};
-    ASSERT_NE(GetCurrentDirectoryA(sizeof own, own), 0U);
-    for (const std::string& directory : {std::string(), folder_.path()})
-        for (const bool waits : {false, true}) {
-            SCOPED_TRACE(directory + (waits ? " waits" : ""));
-            if (waits)
-                ASSERT_EQ(runProcessAndWait(reporting_, SW_SHOWMINNOACTIVE, directory, INFINITE), 0U);
-            else
-                ASSERT_TRUE(startProcess(reporting_, SW_SHOWMINNOACTIVE, directory));
-            const Report report = readReport();
-            EXPECT_EQ(report.flags & ~DWORD{STARTF_USESTDHANDLES}, DWORD{STARTF_USESHOWWINDOW});
-            EXPECT_EQ(report.showCommand, 7U);
-            EXPECT_EQ(report.commandLine, reporting_);
-            EXPECT_EQ(report.directory, directory.empty() ? std::string(own) + '\\' : directory);
+    for (const std::string directory : {"", "C:\\"}) {
+        EXPECT_TRUE(startProcess(child("0"), SW_SHOWMINNOACTIVE, directory));
+        EXPECT_THAT(waits, testing::IsEmpty()) << "a start does not wait";
+        EXPECT_EQ(runProcessAndWait(child("3"), SW_SHOWMINNOACTIVE, directory, INFINITE), 3U);
+        EXPECT_THAT(waits, ElementsAre(INFINITE));
+        waits.clear();
+        ASSERT_EQ(starts.size(), 2U);
+        for (const bool runs : {false, true}) {
+            EXPECT_EQ(starts[runs].commandLine, child(runs ? "3" : "0"));
+            EXPECT_EQ(starts[runs].directory, directory);
+            EXPECT_EQ(starts[runs].inheritsHandles, runs);
+            EXPECT_EQ(starts[runs].info.dwFlags & ~DWORD{STARTF_USESTDHANDLES}, DWORD{STARTF_USESHOWWINDOW});
+            EXPECT_EQ(starts[runs].info.wShowWindow, 7);
         }
-}
-
-TEST_F(Processes, StartDoesNotWaitNorPassHandles) {
-    const KernelHandle inheritable = makeEvent(true);
-    ASSERT_TRUE(
-        startProcess(child("set-both " + numberOf(inheritable.get()) + " " + answerName_), SW_HIDE, ""));
-    ASSERT_EQ(WaitForSingleObject(answer_.get(), patience), WAIT_OBJECT_0);
-    EXPECT_FALSE(isSet(inheritable));
-    ResetEvent(answer_.get());
-    ASSERT_TRUE(startProcess(answering_, SW_HIDE, ""));
-    EXPECT_TRUE(SetEvent(question_.get()));
-    EXPECT_EQ(WaitForSingleObject(answer_.get(), patience), WAIT_OBJECT_0);
+        starts.clear();
+    }
 }
 
 TEST_F(Processes, WhatCannotBeStartedFails) {
-    for (const std::string& commandLine :
-         {folder_.file("missing.exe"), std::string("\"\" /s1 /r /e \"C:\\x.kra\""), std::string()}) {
-        STARTUPINFOA startupInfo{};
-        startupInfo.cb = sizeof startupInfo;
-        PROCESS_INFORMATION processInfo{};
-        EXPECT_FALSE(createProcess(commandLine, startupInfo, processInfo, "", false)) << commandLine;
-        EXPECT_EQ(processInfo.hProcess, nullptr);
+    for (const char* commandLine : {"C:\\missing.exe", "\"\" /s1 /r /e \"C:\\x.kra\"", ""}) {
         EXPECT_FALSE(startProcess(commandLine, SW_HIDE, "")) << commandLine;
         EXPECT_EQ(runProcessAndWait(commandLine, SW_HIDE, "", INFINITE), 0xFFFFFFFFU) << commandLine;
     }
-    const std::string noDirectory = folder_.file("missing-directory");
-    EXPECT_FALSE(startProcess(child("exit 0"), SW_HIDE, noDirectory));
-    EXPECT_EQ(runProcessAndWait(child("exit 0"), SW_HIDE, noDirectory, INFINITE), processFailed);
+    EXPECT_FALSE(startProcess(child("0"), SW_HIDE, "C:\\missing"));
+    EXPECT_EQ(runProcessAndWait(child("0"), SW_HIDE, "C:\\missing", INFINITE), processFailed);
 }
 
 TEST_F(Processes, RunGivesTheExitCode) {
     for (const std::uint32_t code : {0U, 1U, 42U, 259U, 0x80000000U, 0xC0000005U})
-        EXPECT_EQ(runProcessAndWait(child("exit " + std::to_string(code)), SW_HIDE, "", INFINITE), code);
+        EXPECT_EQ(run(std::to_string(code)), code);
 }
 
 TEST_F(Processes, RunWaitsUntilTheProcessEndsOrIsKilled) {
-    std::uint32_t code = 0;
-    const test::ThreadRun answered([&] { code = runProcessAndWait(answering_, SW_HIDE, "", INFINITE); });
-    EXPECT_TRUE(SetEvent(question_.get()));
-    ASSERT_TRUE(answered.wait());
-    EXPECT_EQ(code, 5U);
-    const std::string endless = child("report-and-sleep \"" + report_ + "\"");
-    const test::ThreadRun killed([&] { code = runProcessAndWait(endless, SW_HIDE, "", INFINITE); });
-    const KernelHandle process(OpenProcess(PROCESS_TERMINATE, FALSE, readReport().processId));
-    ASSERT_TRUE(process);
-    EXPECT_FALSE(killed.wait(0));
-    ASSERT_TRUE(TerminateProcess(process.get(), 77));
-    ASSERT_TRUE(killed.wait());
-    EXPECT_EQ(code, 77U);
+    static const KernelHandle event(CreateEventA(nullptr, FALSE, FALSE, "process test"));
+    platform::WaitForSingleObject.note = [](HANDLE, DWORD) { SetEvent(event.get()); };
+    EXPECT_EQ(run("process test"), 5U);
+    platform::WaitForSingleObject.note = [](HANDLE process, DWORD) { TerminateProcess(process, 77); };
+    EXPECT_EQ(run("process test"), 77U);
 }
 
 TEST_F(Processes, NoHandleIsLostEvenByARunThatTimesOut) {
-    const auto startAll = [this] {
-        EXPECT_TRUE(startProcess(child("exit 0"), SW_HIDE, ""));
-        EXPECT_FALSE(startProcess(folder_.file("missing.exe"), SW_HIDE, ""));
-        EXPECT_EQ(runProcessAndWait(child("exit 3"), SW_HIDE, "", INFINITE), 3U);
-        EXPECT_EQ(runProcessAndWait(folder_.file("missing.exe"), SW_HIDE, "", INFINITE), processFailed);
-        EXPECT_EQ(runProcessAndWait(answering_, SW_HIDE, "", 1), 259U);
+    const KernelHandle event(CreateEventA(nullptr, TRUE, FALSE, "process test"));
+    const auto startAll = [] {
+        EXPECT_TRUE(startProcess(child("0"), SW_HIDE, ""));
+        EXPECT_FALSE(startProcess("C:\\missing.exe", SW_HIDE, ""));
+        EXPECT_EQ(run("3"), 3U);
+        EXPECT_EQ(run("process test", 1), 259U);
     };
     startAll(); // the platform keeps some from the first time
-    const unsigned before = handleCount();
+    const unsigned before = test::handleCount();
     startAll();
-    startAll();
-    EXPECT_EQ(handleCount(), before);
-    SetEvent(question_.get());
+    EXPECT_EQ(test::handleCount(), before);
+    SetEvent(event.get());
 }
 
-TEST_F(Processes, RunPassesInheritableHandlesOnly) {
-    const KernelHandle inheritable = makeEvent(true);
-    const KernelHandle own = makeEvent(false);
-    EXPECT_EQ(runProcessAndWait(child("set " + numberOf(inheritable.get())), SW_HIDE, "", INFINITE), 0U);
-    EXPECT_TRUE(isSet(inheritable));
-    runProcessAndWait(child("set " + numberOf(own.get())), SW_HIDE, "", INFINITE);
-    EXPECT_FALSE(isSet(own));
-}
-
-TEST_F(Processes, RunPassesTheStandardHandlesButOfAHiddenOneTheInputAlone) {
-    const FileHandle input = openInheritable("input");
-    const FileHandle output = openInheritable("output");
-    const FileHandle error = openInheritable("error");
-    DWORD written = 0;
-    ASSERT_TRUE(WriteFile(input.get(), "input", 5, &written, nullptr));
-    const StandardHandles replaced({input.get(), output.get(), error.get()});
-    for (const int showCommand : {SW_HIDE, SW_SHOWMINNOACTIVE}) {
-        SetFilePointer(input.get(), 0, nullptr, FILE_BEGIN);
-        runProcessAndWait(child("copy-input"), showCommand, "", INFINITE);
-        runProcessAndWait(child("write-error"), showCommand, "", INFINITE);
-        EXPECT_EQ(SetFilePointer(input.get(), 0, nullptr, FILE_CURRENT), 5U) << "the input is read";
-        EXPECT_EQ(fileContent(folder_.file("output")), showCommand == SW_HIDE ? "" : "input");
-        EXPECT_EQ(fileContent(folder_.file("error")), showCommand == SW_HIDE ? "" : "error");
-    }
-}
-
-TEST_F(Processes, RunPassesStandardHandlesWhenThereIsAtLeastOne) {
-    const FileHandle file = openInheritable("file");
-    for (std::size_t which = 0; which < 4; ++which) {
-        std::array<HANDLE, 3> handles{};
-        if (which < handles.size())
-            handles[which] = file.get();
-        {
-            const StandardHandles replaced(handles);
-            ASSERT_EQ(runProcessAndWait(reporting_, SW_SHOWMINNOACTIVE, "", INFINITE), 0U);
+TEST_F(Processes, RunPassesTheStandardHandlesThatThereAreButOfAHiddenOneTheInputAlone) {
+    constexpr DWORD names[] = {STD_INPUT_HANDLE, STD_OUTPUT_HANDLE, STD_ERROR_HANDLE};
+    const KernelHandle some(CreateEventA(nullptr, TRUE, FALSE, nullptr));
+    std::array<HANDLE, 3> before{};
+    for (std::size_t i = 0; i < 3; ++i)
+        before[i] = GetStdHandle(names[i]);
+    for (const int showCommand : {SW_HIDE, SW_SHOWMINNOACTIVE})
+        for (std::size_t which = 0; which < 4; ++which) {
+            std::array<HANDLE, 4> handles{};
+            handles[which] = some.get();
+            for (std::size_t i = 0; i < 3; ++i)
+                SetStdHandle(names[i], handles[i]);
+            runProcessAndWait(child("0"), showCommand, "", INFINITE);
+            const STARTUPINFOA& info = starts.back().info;
+            EXPECT_EQ((info.dwFlags & STARTF_USESTDHANDLES) != 0, which < 3) << which;
+            EXPECT_EQ(info.hStdInput, handles[0]);
+            EXPECT_EQ(info.hStdOutput, showCommand == SW_HIDE ? nullptr : handles[1]);
+            EXPECT_EQ(info.hStdError, showCommand == SW_HIDE ? nullptr : handles[2]);
         }
-        EXPECT_EQ((readReport().flags & STARTF_USESTDHANDLES) != 0, which < handles.size()) << which;
+    for (std::size_t i = 0; i < 3; ++i)
+        SetStdHandle(names[i], before[i]);
+}
+
+TEST_F(Processes, ProcessThatIsRefusedWithoutAnErrorCountsAsStarted) {
+    static DWORD error;
+    platform::CreateProcessA.note = [](auto...) { SetLastError(error); };
+    platform::CreateProcessA.answer = FALSE;
+    for (const bool counts : {true, false}) {
+        error = counts ? ERROR_SUCCESS : ERROR_FILE_NOT_FOUND;
+        EXPECT_EQ(startProcess(child("0"), SW_HIDE, ""), counts);
+        EXPECT_EQ(run("0"), processFailed) << "there is no process to wait for";
     }
+    platform::CreateProcessA.answer.reset();
+}
+
+TEST_F(Processes, ProcessThatCannotBeWaitedForFailsAndItsHandlesStayOpen) {
+    platform::WaitForSingleObject.answer = WAIT_FAILED;
+    EXPECT_EQ(run("3"), processFailed);
+    const unsigned before = test::handleCount();
+    EXPECT_EQ(run("3"), processFailed);
+    EXPECT_EQ(test::handleCount(), before + 2) << "the process's and its thread's";
+    platform::WaitForSingleObject.answer.reset();
+}
+
+TEST_F(Processes, ProcessWhoseExitCodeIsNotToldGives0) {
+    platform::GetExitCodeProcess.answer = FALSE;
+    EXPECT_EQ(run("3"), 0U);
+    platform::GetExitCodeProcess.answer.reset();
 }
 
 } // namespace

@@ -30,11 +30,9 @@ protected:
         const StoredValue value = loadValue(name);
         EXPECT_EQ(value.status, ERROR_SUCCESS);
         EXPECT_EQ(value.type, type);
-        EXPECT_EQ(value.size, size);
+        EXPECT_EQ(value.bytes.size(), size);
     }
 };
-
-// Texts
 
 TEST_F(Registry, TextComesBackAsItWasWritten) {
     ASSERT_EQ(GetACP(), 1252U) << "the characters of this test are those of Western Europe";
@@ -62,8 +60,7 @@ TEST_F(Registry, TextOfEachTextTypeIsReadWithoutItsZerosAndNotExpanded) {
         {REG_SZ, "plain\0"s, "plain"},
         {REG_EXPAND_SZ, "%SystemRoot%\\x\0"s, "%SystemRoot%\\x"},
         {REG_MULTI_SZ, "one\0two\0\0"s, "one\0two"s},
-        {REG_SZ, "text\0\0\0\0"s, "text"},
-        {REG_SZ, "one\0two\0"s, "one\0two"s},
+        {REG_SZ, "one\0two\0\0\0"s, "one\0two"s},
         {REG_SZ, "\0\0"s, ""},
     };
     for (const auto& [type, stored, expected] : rows) {
@@ -112,8 +109,6 @@ TEST_F(Registry, BytesComeBackAsTheyWereWritten) {
     EXPECT_EQ(out, bytes);
 }
 
-// Numbers
-
 TEST_F(Registry, NumberComesBackAsItWasWritten) {
     for (const std::uint32_t number : {0U, 1U, 20U, 0x12345678U, 0x80000000U, 0xFFFFFFFFU}) {
         EXPECT_TRUE(writeNumber(user, path("Value"), number));
@@ -133,12 +128,10 @@ TEST_F(Registry, NumberIsReadFromAtMostFourBytesOfAnyType) {
     } rows[] = {
         {REG_SZ, "abc\0"s, 0x00636261},
         {REG_BINARY, "\x01\x02\x03\x04", 0x04030201},
-        {REG_DWORD_BIG_ENDIAN, "\x01\x02\x03\x04", 0x04030201},
         {REG_BINARY, "\x01\x02\x03", 0x00030201},
         {REG_BINARY, "\xff", 0xFF},
         {REG_BINARY, "", 0},
         {REG_BINARY, "12345", {}},
-        {REG_QWORD, "12345678", {}},
         {REG_SZ, "abcd\0"s, {}},
     };
     for (const auto& [type, bytes, expected] : rows) {
@@ -149,8 +142,6 @@ TEST_F(Registry, NumberIsReadFromAtMostFourBytesOfAnyType) {
         EXPECT_EQ(getNumber(user, path("Value"), 99), expected.value_or(99)) << bytes;
     }
 }
-
-// Keys
 
 TEST_F(Registry, MissingValueOrKeyIsNotReadNorMade) {
     const auto expectMissing = [this](const std::string& where) {
@@ -215,8 +206,8 @@ TEST_F(Registry, WriteFailsWhereNoKeyCanBe) {
 }
 
 TEST_F(Registry, ValueIsDeletedAlone) {
-    storeValue("Gone", REG_SZ, "text\0"s);
-    storeValue("Kept", REG_SZ, "text\0"s);
+    for (const char* name : {"Gone", "Kept"})
+        storeValue(name, REG_SZ, "text\0"s);
     EXPECT_TRUE(deleteValue(user, path("Gone")));
     EXPECT_EQ(loadValue("Gone").status, ERROR_FILE_NOT_FOUND);
     EXPECT_EQ(loadValue("Kept").status, ERROR_SUCCESS);
@@ -232,8 +223,6 @@ TEST_F(Registry, KeyIsDeletedWithAllBelowIt) {
         EXPECT_FALSE(deleteKey(user, path("Outcomes") + end));
     }
 }
-
-// Stores
 
 TEST_F(Registry, StoreEntersAndLeavesNames) {
     const struct {

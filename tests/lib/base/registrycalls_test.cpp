@@ -1,6 +1,4 @@
-// The registry's functions ask the platform for no more than a user may have the right to. When the platform
-// refuses a call, the answer is a failure, the caller's data is untouched, and no handle is lost.
-
+// When the platform refuses a call, the caller's data is untouched and no handle is lost.
 #include "lib/base/registry.h"
 #include "tests/support/allocations.h"
 #include "tests/support/handlecount.h"
@@ -14,9 +12,7 @@
 #include <gmock/gmock.h>
 
 #include <cstdint>
-#include <functional>
 #include <new>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -61,31 +57,15 @@ protected:
                                             LPDWORD) { created.push_back(access); };
     }
 
-    void TearDown() override {
-        for (auto* const answer : {&platform::RegOpenKeyExA.answer, &platform::RegCreateKeyExA.answer,
-                                   &platform::RegSetValueExA.answer, &platform::RegQueryValueExA.answer,
-                                   &platform::RegDeleteValueA.answer})
-            answer->reset();
-        platform::SHDeleteKeyA.answer.reset();
-    }
-
-    /// Calls `refuse` before each.
-    void expectNothingRead(const std::function<void()>& refuse) const {
+    void expectNothingRead() const {
         std::string text = "old";
-        refuse();
-        EXPECT_FALSE(readString(user, path("Text"), text));
-        refuse();
-        EXPECT_FALSE(readBinary(user, path("Bytes"), text));
-        EXPECT_EQ(text, "old");
-    }
-
-    void expectNoNumberRead(const std::function<void()>& refuse) const {
         std::uint32_t number = 7;
-        refuse();
+        EXPECT_FALSE(readString(user, path("Text"), text));
+        EXPECT_FALSE(readBinary(user, path("Bytes"), text));
         EXPECT_FALSE(readNumber(user, path("Number"), number));
-        EXPECT_EQ(number, 7U);
-        refuse();
         EXPECT_EQ(getNumber(user, path("Number"), 9), 9U);
+        EXPECT_EQ(text, "old");
+        EXPECT_EQ(number, 7U);
     }
 
     void expectNothingWritten() const {
@@ -99,7 +79,7 @@ protected:
     static inline unsigned handles_ = 0;
 };
 
-TEST_F(RegistryCalls, ReadAsksForValuesOnly) {
+TEST_F(RegistryCalls, AskForNoMoreThanTheyNeed) {
     std::string text;
     std::uint32_t number = 0;
     EXPECT_TRUE(readString(user, path("Text"), text));
@@ -107,17 +87,13 @@ TEST_F(RegistryCalls, ReadAsksForValuesOnly) {
     EXPECT_TRUE(readBinary(user, path("Bytes"), text));
     EXPECT_THAT(opened, ElementsAre(KEY_QUERY_VALUE, KEY_QUERY_VALUE, KEY_QUERY_VALUE));
     EXPECT_THAT(created, IsEmpty());
-}
-
-TEST_F(RegistryCalls, WriteAsksForReadingAndWriting) {
+    opened.clear();
     EXPECT_TRUE(writeString(user, path("Text"), "new"));
     EXPECT_TRUE(writeNumber(user, path("Number"), 1));
     EXPECT_TRUE(writeBinary(user, path("Bytes"), "new"));
-    EXPECT_THAT(created, ElementsAre(0x2001F, 0x2001F, 0x2001F));
+    EXPECT_THAT(created, ElementsAre(0x2001F, 0x2001F, 0x2001F)) << "reading and writing";
     EXPECT_THAT(opened, IsEmpty());
-}
-
-TEST_F(RegistryCalls, DeletionOfAValueAsksForSettingValuesOnly) {
+    created.clear();
     EXPECT_TRUE(deleteValue(user, path("Text")));
     EXPECT_THAT(opened, ElementsAre(KEY_SET_VALUE));
     EXPECT_THAT(created, IsEmpty());
@@ -125,20 +101,21 @@ TEST_F(RegistryCalls, DeletionOfAValueAsksForSettingValuesOnly) {
 
 TEST_F(RegistryCalls, KeyThatCannotBeOpenedIsNeitherReadNorChanged) {
     platform::RegOpenKeyExA.answer = refusal;
-    expectNothingRead([] {});
-    expectNoNumberRead([] {});
+    expectNothingRead();
     EXPECT_FALSE(deleteValue(user, path("Text")));
+    platform::RegOpenKeyExA.answer.reset();
 }
 
 TEST_F(RegistryCalls, ValueThatCannotBeAskedForIsNotRead) {
     platform::RegQueryValueExA.answer = refusal;
-    expectNothingRead([] {});
-    expectNoNumberRead([] {});
-}
-
-TEST_F(RegistryCalls, ValueThatGoesAwayAfterItsLengthWasToldIsNotRead) {
-    platform::RegQueryValueExA.answer = refusal;
-    expectNothingRead([] { platform::RegQueryValueExA.callsBeforeAnswer = 1; });
+    expectNothingRead();
+    std::string text = "old";
+    platform::RegQueryValueExA.callsBeforeAnswer = 1; // it goes away after its length was told
+    EXPECT_FALSE(readString(user, path("Text"), text));
+    platform::RegQueryValueExA.callsBeforeAnswer = 1;
+    EXPECT_FALSE(readBinary(user, path("Bytes"), text));
+    EXPECT_EQ(text, "old");
+    platform::RegQueryValueExA.answer.reset();
 }
 
 TEST_F(RegistryCalls, ValueThatHasNoRoomInMemoryIsNotRead) {
@@ -153,19 +130,19 @@ TEST_F(RegistryCalls, ValueThatHasNoRoomInMemoryIsNotRead) {
     EXPECT_EQ(out, "old");
 }
 
-TEST_F(RegistryCalls, KeyThatCannotBeMadeIsNotWritten) {
+TEST_F(RegistryCalls, KeyThatCannotBeMadeOrValueThatCannotBeSetIsNotWritten) {
     platform::RegCreateKeyExA.answer = refusal;
     expectNothingWritten();
-}
-
-TEST_F(RegistryCalls, ValueThatCannotBeSetIsNotWritten) {
+    platform::RegCreateKeyExA.answer.reset();
     platform::RegSetValueExA.answer = refusal;
     expectNothingWritten();
+    platform::RegSetValueExA.answer.reset();
 }
 
 TEST_F(RegistryCalls, ValueThatCannotBeDeletedIsAFailure) {
     platform::RegDeleteValueA.answer = refusal;
     EXPECT_FALSE(deleteValue(user, path("Text")));
+    platform::RegDeleteValueA.answer.reset();
 }
 
 TEST_F(RegistryCalls, KeyCountsAsDeletedUnlessTheAnswerIsAbove0) {
@@ -177,6 +154,7 @@ TEST_F(RegistryCalls, KeyCountsAsDeletedUnlessTheAnswerIsAbove0) {
         platform::SHDeleteKeyA.answer = answer;
         EXPECT_EQ(deleteKey(user, path("Key")), deleted) << answer;
     }
+    platform::SHDeleteKeyA.answer.reset();
 }
 
 } // namespace

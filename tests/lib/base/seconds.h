@@ -1,9 +1,12 @@
 // Expected instants: the runtime's for local fields, the calendar's for UTC.
 #pragma once
 
+#include "tests/support/instants.h"
+
 #include <chrono>
 #include <cstdint>
 #include <ctime>
+#include <vector>
 
 namespace test {
 
@@ -26,6 +29,18 @@ inline std::int32_t utcSeconds(int year, unsigned month, unsigned day) {
     using namespace std::chrono;
     const sys_days date = std::chrono::year(year) / std::chrono::month(month) / std::chrono::day(day);
     return static_cast<std::int32_t>(duration_cast<seconds>(date.time_since_epoch()).count());
+}
+
+/// Both ends of the range, ends of days and months in every zone, and sweeps across the changes of the clock.
+inline std::vector<std::int32_t> instants() {
+    std::vector<std::int32_t> result = {1, 2 * 86400, 68'169'599, 784'111'777, INT32_MAX - 1, INT32_MAX};
+    for (const std::int32_t end : calendarEnds())
+        for (std::int32_t t = end - 14 * 3600; t <= end + 14 * 3600; t += 1800)
+            result.insert(result.end(), {t, t + 1});
+    for (const std::int32_t change : clockChanges())
+        for (std::int32_t t = change - 4 * 3600; t <= change + 4 * 3600; t += 307)
+            result.push_back(t);
+    return result;
 }
 
 } // namespace test

@@ -13,23 +13,16 @@
 namespace base {
 namespace {
 
-TEST(Strings, SharedCharacterSets) {
-    EXPECT_EQ(whitespace, " \r\n\t\f");
-    EXPECT_EQ(invalidFileNameChars, R"(\/:*?"<>|)");
-}
-
 TEST(Strings, TrimTakesTheSetFromItsEnds) {
     const struct {
         const char *text, *set, *left, *right, *both;
     } rows[] = {
         {" \r\n\t\fa b \r\n\t\f", " \r\n\t\f", "a b \r\n\t\f", " \r\n\t\fa b", "a b"},
-        {"a b", " ", "a b", "a b", "a b"},
         {"", " ", "", "", ""},
         {" \r\n\t\f \t", " \r\n\t\f", "", "", ""},
         {"xyaxybyx", "xy", "axybyx", "xyaxyb", "axyb"},
         {" a ", "", " a ", " a ", " a "},
         {"\va\v", " \r\n\t\f", "\va\v", "\va\v", "\va\v"},
-        {" \xA0\xE4\xFF ", " ", "\xA0\xE4\xFF ", " \xA0\xE4\xFF", "\xA0\xE4\xFF"},
         {"\xFFx\xFF", "\xFF", "x\xFF", "\xFFx", "x"},
     };
     for (const auto& [text, set, left, right, both] : rows) {
@@ -61,26 +54,9 @@ TEST(Strings, ToIntegerReadsTheNumberAtTheStartAndWrapsAround) {
         const char* text;
         int base;
         std::int64_t expected;
-    } rows[] = {{"  -42abc", 10, -42},
-                {"ff", 16, 255},
-                {"z", 36, 35},
-                {"- 5", 10, 0},
-                {"", 10, 0},
-                {"-", 10, 0},
-                {"abc", 10, 0},
-                {"+7", 10, 7},
-                {"+-7", 10, 0},
-                {"--7", 10, 0},
-                {" \t\n\v\f\r12", 10, 12},
-                {"12 34", 10, 12},
-                {"007", 10, 7},
-                {"FfG", 16, 255},
-                {"0x10", 16, 0},
-                {"1012", 2, 5},
-                {"778", 8, 63},
-                {"a9b", 11, 119},
-                {"ZZ", 36, 1295},
-                {"5a", 10, 5}};
+    } rows[] = {{"  -42abc", 10, -42}, {"ff", 16, 255},   {"z", 36, 35},  {"- 5", 10, 0},
+                {"", 10, 0},           {"-", 10, 0},      {"abc", 10, 0}, {"+7", 10, 7},
+                {"+-7", 10, 0},        {"12 34", 10, 12}, {"0x10", 16, 0}};
     for (const auto& [text, base, expected] : rows)
         EXPECT_EQ(toInteger(text, base), expected) << '"' << text << "\" in base " << base;
     EXPECT_EQ(toInteger("9223372036854775807", 10), std::numeric_limits<std::int64_t>::max());
@@ -90,7 +66,6 @@ TEST(Strings, ToIntegerReadsTheNumberAtTheStartAndWrapsAround) {
     EXPECT_EQ(toInteger("10000000000000000", 16), 0);
 }
 
-/// 0 to 9, then the letters in either case; 99 for no digit of any base.
 int digitIn36(int code) {
     if (code >= '0' && code <= '9')
         return code - '0';
@@ -138,22 +113,10 @@ TEST(Strings, PieceAtCutsAtEachSeparator) {
         std::uint32_t n;
         char separator;
         const char* expected;
-    } rows[] = {{"Sun Nov 6 08:49:37 1994", 0, ' ', "Sun"},
-                {"Sun Nov 6 08:49:37 1994", 1, ' ', "Nov"},
-                {"Sun Nov 6 08:49:37 1994", 4, ' ', "1994"},
-                {"Sun Nov 6 08:49:37 1994", 5, ' ', ""},
-                {"a", 1000, ' ', ""},
-                {"a b", 0, '|', "a b"},
-                {"a b", 1, '|', ""},
-                {"", 0, ' ', ""},
-                {"Nov  6", 0, ' ', "Nov"},
-                {"Nov  6", 1, ' ', ""},
-                {"Nov  6", 2, ' ', "6"},
-                {"/a/", 0, '/', ""},
-                {"/a/", 1, '/', "a"},
-                {"/a/", 2, '/', ""},
-                {"/a/", 3, '/', ""},
-                {"a\xFF\xE4", 1, '\xFF', "\xE4"}};
+    } rows[] = {{"Sun Nov 6", 0, ' ', "Sun"}, {"Sun Nov 6", 2, ' ', "6"}, {"Sun Nov 6", 3, ' ', ""},
+                {"a", 1000, ' ', ""},         {"a b", 0, '|', "a b"},     {"", 0, ' ', ""},
+                {"Nov  6", 1, ' ', ""},       {"Nov  6", 2, ' ', "6"},    {"/a/", 0, '/', ""},
+                {"/a/", 1, '/', "a"},         {"/a/", 2, '/', ""},        {"a\xFF\xE4", 1, '\xFF', "\xE4"}};
     for (const auto& [text, n, separator, expected] : rows)
         EXPECT_EQ(pieceAt(text, n, separator), expected) << text << ' ' << n;
 }
@@ -167,7 +130,6 @@ TEST(Strings, CompareNoCaseComparesLoweredCharactersAndSortsAPrefixFirst) {
         std::string a, b;
         int expected;
     } rows[] = {{"Spider.KRA", "sPIDER.kra", 0},
-                {"", "", 0},
                 {"abC1", "ABc2", -1},
                 {"abc", "ABCD", -1},
                 {"ABCD", "abc", 1},
@@ -201,8 +163,6 @@ TEST(Strings, StartsAndEndsAreComparedWithoutCase) {
                 {"", "", true, true},
                 {"run", "run:", false, false},
                 {"xrun:", "run:", false, true},
-                {"", "r", false, false},
-                {"08:49:37 Gmt", "gmt", false, true},
                 {"mt", "gmt", false, false},
                 {"gmt ", "gmt", true, false},
                 {std::string("x\0a", 3), std::string("X\0B", 3), false, false}};
@@ -218,30 +178,15 @@ TEST(Strings, FindNoCaseGivesTheFirstPositionFromOneToBelowALimit) {
     const struct {
         const char *text, *what;
         std::uint32_t from, limit, expected;
-    } rows[] = {{"P.M.", "p.m", 0, notFound, 0},
-                {"9:05 pM", "Pm", 0, notFound, 5},
-                {"abcabc", "ABC", 0, notFound, 0},
-                {"abcabc", "ABC", 1, notFound, 3},
-                {"abcabc", "abc", 3, notFound, 3},
-                {"abcabc", "abc", 4, notFound, notFound},
-                {"aab", "ab", 0, notFound, 1},
-                {"abcabc", "abc", 1, 3, notFound},
-                {"abcabc", "abc", 1, 4, 3},
-                {"abc", "abc", 0, 0, notFound},
-                {"abc", "abc", 0, 1, 0},
-                {"abc", "x", 0, notFound, notFound},
-                {"abc", "", 0, notFound, notFound},
-                {"", "", 0, notFound, notFound},
-                {"", "a", 0, notFound, notFound},
-                {"ab", "abc", 0, notFound, notFound},
-                {"abc", "c", 2, notFound, 2},
-                {"abc", "c", 3, notFound, notFound},
-                {"abc", "c", 4, notFound, notFound},
-                {"abc", "c", notFound, notFound, notFound},
-                {"abcabc", "abc", 3, 3, notFound},
-                {"abcabc", "abc", 3, 2, notFound},
-                {"xabc", "abc", 0, 2, 1},
-                {"xabc", "abc", 0, 1, notFound}};
+    } rows[] = {{"9:05 pM", "Pm", 0, notFound, 5},        {"abcabc", "ABC", 0, notFound, 0},
+                {"abcabc", "ABC", 1, notFound, 3},        {"abcabc", "abc", 3, notFound, 3},
+                {"abcabc", "abc", 4, notFound, notFound}, {"aab", "ab", 0, notFound, 1},
+                {"abcabc", "abc", 1, 3, notFound},        {"abcabc", "abc", 1, 4, 3},
+                {"abc", "abc", 0, 0, notFound},           {"abc", "abc", 0, 1, 0},
+                {"abc", "", 0, notFound, notFound},       {"", "", 0, notFound, notFound},
+                {"ab", "abc", 0, notFound, notFound},     {"abc", "c", 2, notFound, 2},
+                {"abc", "c", 3, notFound, notFound},      {"abc", "c", notFound, notFound, notFound},
+                {"abcabc", "abc", 3, 2, notFound}};
     for (const auto& [text, what, from, limit, expected] : rows)
         EXPECT_EQ(findNoCase(text, what, from, limit), expected)
             << '"' << what << "\" in \"" << text << "\" from " << from << " below " << limit;
@@ -251,15 +196,10 @@ TEST(Strings, ComparisonWithoutCaseAllocatesNothing) {
     const std::string text(10'000, 'A');
     const std::string other = std::string(9'999, 'a') + 'b';
     const std::size_t before = test::allocationCount;
-    const int order = compareNoCase(text, other);
-    const std::uint32_t position = findNoCase(other, "aB");
-    const bool starts = startsWithNoCase(text, other);
-    const bool ends = endsWithNoCase(text, other);
+    const bool right = compareNoCase(text, other) < 0 && findNoCase(other, "aB") == 9'998U &&
+                       !startsWithNoCase(text, other) && !endsWithNoCase(text, other);
     EXPECT_EQ(test::allocationCount, before);
-    EXPECT_LT(order, 0);
-    EXPECT_EQ(position, 9'998U);
-    EXPECT_FALSE(starts);
-    EXPECT_FALSE(ends);
+    EXPECT_TRUE(right);
 }
 
 } // namespace

@@ -1,76 +1,89 @@
 #include "lib/base/handles.h"
 #include "lib/base/threads.h"
+#include "tests/support/allocations.h"
+#include "tests/support/importedfunctions.h"
 #include "tests/support/memoryuse.h"
 #include "tests/support/patience.h"
 #include "tests/support/runonthread.h"
 
 #include <windows.h>
 
+#include <process.h>
+
 #include <gmock/gmock.h>
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <functional>
 #include <malloc.h>
-#include <memory>
 #include <set>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
+SCHEDULER_STAND_IN("msvcrt.dll", _beginthread, "__beginthread");
+
+namespace {
+
+/// Looks after all of the program's own variables are gone.
+struct AfterExit {
+    std::size_t withRing = 0; ///< bytes of the program while its ring holds 64 MB
+
+    ~AfterExit() {
+        if (withRing == 0 || test::committedBytes(MEM_PRIVATE) < withRing - (60U << 20))
+            return;
+        std::fprintf(stderr, "At exit the program's ring of scratch buffers is not freed.\n");
+        std::_Exit(1);
+    }
+} afterExit [[gnu::init_priority(101)]];
+
+} // namespace
+
 namespace base {
 namespace {
 
-using test::committedBytes;
-using test::patience;
-using test::runOnThread;
+using namespace test;
 
 constexpr std::size_t megabyte = 1 << 20;
 constexpr std::size_t tooMuch = 0xFFFFFFF0;
 
-// Threads
+bool called = false;
 
-TEST(Threads, FunctionIsCalledWithItsArgumentOnAnotherThread) {
-    struct Call {
-        DWORD thread = 0;
-        KernelHandle done{CreateEventA(nullptr, TRUE, FALSE, nullptr)};
-    } call;
-    const auto function = [](void* argument) {
-        auto& c = *static_cast<Call*>(argument);
-        c.thread = GetCurrentThreadId();
-        SetEvent(c.done.get());
-    };
-    ASSERT_NE(startThread(function, &call), threadFailed);
-    ASSERT_EQ(WaitForSingleObject(call.done.get(), patience), WAIT_OBJECT_0);
-    EXPECT_NE(call.thread, GetCurrentThreadId());
+TEST(Threads, ThreadHasTheDefaultStackAndDoesNothingWithoutMemory) {
+    static unsigned stackSize = 1;
+    platform::_beginthread.note = [](auto, unsigned size, void*) { stackSize = size; };
+    std::uintptr_t thread = threadFailed;
+    {
+        const test::RefusedAllocations refused;
+        thread = startThread([](void*) { called = true; }, nullptr);
+    }
+    EXPECT_EQ(stackSize, 0U);
+    EXPECT_NE(thread, threadFailed);
+    // Signalled, or closed by the runtime already: the thread is over.
+    EXPECT_NE(WaitForSingleObject(reinterpret_cast<HANDLE>(thread), patience), DWORD{WAIT_TIMEOUT});
+    EXPECT_FALSE(called);
 }
 
-TEST(Threads, ManyRunSideBySide) {
-    constexpr LONG threads = 20;
-    LONG arrived = 0;
-    const KernelHandle all(CreateEventA(nullptr, TRUE, FALSE, nullptr));
-    // Each waits for the last one.
-    const auto meet = [&] {
-        if (InterlockedIncrement(&arrived) == threads)
-            SetEvent(all.get());
-        EXPECT_EQ(WaitForSingleObject(all.get(), patience), WAIT_OBJECT_0);
-    };
-    std::vector<std::unique_ptr<test::ThreadRun>> runs;
-    for (LONG i = 0; i < threads; ++i)
-        runs.push_back(std::make_unique<test::ThreadRun>(meet));
-    for (const auto& run : runs)
-        EXPECT_TRUE(run->wait());
+TEST(Threads, ThreadThatIsRefusedLeavesNothingBehind) {
+    const std::size_t allocated = test::allocationCount;
+    const std::size_t freed = test::deallocationCount;
+    platform::_beginthread.answer = threadFailed;
+    const std::uintptr_t thread = startThread([](void*) { called = true; }, nullptr);
+    platform::_beginthread.answer.reset();
+    EXPECT_EQ(test::allocationCount - allocated, 1U);
+    EXPECT_EQ(test::deallocationCount - freed, 1U);
+    EXPECT_EQ(thread, threadFailed);
+    EXPECT_FALSE(called);
 }
 
 TEST(Threads, ExceptionEndsItsThreadAlone) {
     EXPECT_TRUE(runOnThread([] { throw std::runtime_error("not for the runtime"); }));
 }
 
-// Rings of scratch buffers
-
-/// Allocations that `work` makes in all rings.
 std::uint32_t allocationsOf(const std::function<void()>& work) {
     const std::uint32_t before = scratchAllocationCount();
     work();
@@ -106,11 +119,10 @@ TEST(Threads, RingKeepsABufferOrReplacesItByOneOfTheSizeAskedFor) {
     const struct {
         std::size_t first, second;
         bool kept;
-    } rows[] = {{10, 10, true},      {10, 9, true},      {10, 0, true},       {10, 11, false},
-                {2048, 1, true},     {2048, 2048, true}, {2048, 2049, false}, {2049, 1366, true},
-                {2049, 1365, false}, {2049, 1, false},   {2049, 0, false},    {3000, 3000, true},
-                {3000, 2500, true},  {3000, 2000, true}, {3000, 1999, false}, {3000, 1000, false},
-                {3000, 3001, false}, {0, 0, true},       {0, 1, false}};
+    } rows[] = {{10, 10, true},      {10, 0, true},       {10, 11, false},     {2048, 1, true},
+                {2048, 2049, false}, {2049, 1366, true},  {2049, 1365, false}, {2049, 0, false},
+                {3000, 2000, true},  {3000, 1999, false}, {3000, 3001, false}, {0, 0, true},
+                {0, 1, false}};
     for (const auto& [first, second, kept] : rows) {
         SCOPED_TRACE(std::to_string(first) + ", then " + std::to_string(second));
         ScratchRing ring;
@@ -228,6 +240,12 @@ TEST(Threads, ThreadsStartedOtherwiseShareTheMainThreadsRing) {
     ASSERT_TRUE(thread);
     ASSERT_EQ(WaitForSingleObject(thread.get(), patience), WAIT_OBJECT_0);
     EXPECT_EQ(theirs, mine);
+}
+
+TEST(Threads, ProgramsRingIsFreedAtExit) {
+    for (int i = 0; i < 16; ++i)
+        ASSERT_NE(scratchBuffer(4 * megabyte), nullptr);
+    afterExit.withRing = test::committedBytes(MEM_PRIVATE);
 }
 
 } // namespace

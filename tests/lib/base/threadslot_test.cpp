@@ -1,6 +1,3 @@
-// The platform has no thread-local slot left: threads start all the same, and share the main thread's
-// buffers.
-
 #include "lib/base/threads.h"
 #include "tests/support/importedfunctions.h"
 #include "tests/support/runonthread.h"
@@ -12,8 +9,7 @@
 
 namespace {
 
-/// The runtime library needs slots, too: only the request is refused that is made while the program's own
-/// variables are initialised, right after this one.
+/// The runtime library needs slots: only the first request after this variable's initialisation is refused.
 bool refuses = false;
 int refusals = 0;
 struct Refusal {
@@ -21,8 +17,7 @@ struct Refusal {
 } armed [[gnu::init_priority(65534)]];
 
 DWORD WINAPI slotUnlessRefused() {
-    // Not kept: initialising a static variable is one of the things that the runtime library needs a slot
-    // for.
+    // Not static: the initialisation would need a slot.
     const auto original = test::platformFunction<decltype(&TlsAlloc)>("kernel32.dll", "TlsAlloc");
     if (!std::exchange(refuses, false))
         return original();

@@ -33,7 +33,6 @@ struct ShellCall {
 std::vector<ShellCall> shellCalls;
 std::vector<std::uintptr_t> loadedIcons; ///< by resource number
 
-// Of trayicon_test.rc.
 constexpr std::uint16_t firstIcon = 101;
 constexpr std::uint16_t secondIcon = 102;
 constexpr std::uint16_t keptIcon = 103;
@@ -96,7 +95,7 @@ void expectSame(const NOTIFYICONDATAA& record, const NOTIFYICONDATAA& expected) 
 }
 
 TEST_F(TrayIcon, TipIsCutTo63Characters) {
-    for (const std::size_t length : {0U, 1U, 62U, 63U, 64U, 65U, 127U, 128U, 129U, 5000U}) {
+    for (const std::size_t length : {0U, 62U, 63U, 64U, 128U, 5000U}) {
         std::string tip;
         for (std::size_t i = 0; i < length; ++i)
             tip += static_cast<char>('a' + i % 26);
@@ -123,22 +122,21 @@ TEST_F(TrayIcon, ShellIsToldMessageIconAndTip) {
     modifyTrayIcon(window_, secondIcon, "other tip");
     removeTrayIcon(window_);
     ASSERT_EQ(shellCalls.size(), 3U);
-    EXPECT_EQ(shellCalls[0].message, DWORD{NIM_ADD});
-    NOTIFYICONDATAA added = emptyRecord(window_);
-    added.uFlags = 7;
-    added.uCallbackMessage = 0x8064;
-    added.hIcon = shellCalls[0].record.hIcon;
-    std::strcpy(added.szTip, "tip");
-    expectSame(shellCalls[0].record, added);
-    EXPECT_EQ(shellCalls[1].message, DWORD{NIM_MODIFY});
-    NOTIFYICONDATAA modified = emptyRecord(window_);
-    modified.uFlags = 6;
-    modified.hIcon = shellCalls[1].record.hIcon;
-    std::strcpy(modified.szTip, "other tip");
-    expectSame(shellCalls[1].record, modified);
-    EXPECT_NE(added.hIcon, modified.hIcon);
-    EXPECT_EQ(shellCalls[2].message, DWORD{NIM_DELETE});
-    expectSame(shellCalls[2].record, emptyRecord(window_));
+    const struct {
+        DWORD message;
+        UINT flags, callback;
+        const char* tip;
+    } expected[] = {{NIM_ADD, 7, 0x8064, "tip"}, {NIM_MODIFY, 6, 0, "other tip"}, {NIM_DELETE, 0, 0, ""}};
+    for (std::size_t i = 0; i < 3; ++i) {
+        EXPECT_EQ(shellCalls[i].message, expected[i].message);
+        NOTIFYICONDATAA record = emptyRecord(window_);
+        record.uFlags = expected[i].flags;
+        record.uCallbackMessage = expected[i].callback;
+        record.hIcon = i < 2 ? shellCalls[i].record.hIcon : nullptr;
+        std::strcpy(record.szTip, expected[i].tip);
+        expectSame(shellCalls[i].record, record);
+    }
+    EXPECT_NE(shellCalls[0].record.hIcon, shellCalls[1].record.hIcon);
 }
 
 TEST_F(TrayIcon, BalloonWarnsAtTheIconAndLeavesIconAndTip) {

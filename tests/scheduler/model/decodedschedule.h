@@ -1,4 +1,3 @@
-// Bytes of schedule files, and what a decoding makes of them.
 #pragma once
 
 #include "scheduler/model/schedulecodec.h"

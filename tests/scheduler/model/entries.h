@@ -1,4 +1,3 @@
-// Entries and moments told in few words.
 #pragma once
 
 #include "scheduler/model/schedulelist.h"

@@ -1,51 +1,47 @@
-#include "lib/base/opsys.h"
-#include "lib/base/paths.h"
 #include "lib/base/registry.h"
 #include "lib/base/registrystore.h"
 #include "scheduler/model/preferences.h"
 #include "tests/support/importedfunctions.h"
+#include "tests/support/registrykey.h"
 
 #include <gmock/gmock.h>
 
-#include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace {
 
-using base::RegistryStore;
+DWORD WINAPI renamedProgram(HMODULE, LPSTR buffer, DWORD) {
+    constexpr char path[] = "C:\\My.Files\\My COPY.of it.exe";
+    std::strcpy(buffer, path);
+    return sizeof path - 1;
+}
+
+} // namespace
+
+SCHEDULER_STAND_IN("advapi32.dll", RegSetValueExA, "_RegSetValueExA@24");
+SCHEDULER_STAND_IN("advapi32.dll", RegQueryValueExA, "_RegQueryValueExA@24");
+SCHEDULER_REPLACE_IMPORT(GetModuleFileNameA, "_GetModuleFileNameA@12", renamedProgram);
+
+namespace {
+
 using scheduler::loadPreferences;
 using scheduler::Preferences;
 using scheduler::savePreferences;
+using testing::ElementsAreArray;
 
-/// The one value that cannot be written; empty: all can.
+const HKEY user = HKEY_CURRENT_USER;
+constexpr const char* valueNames[] = {"State", "Suspended", "WaitTime", "RunMultiple", "Autostart"};
+std::vector<std::string> read, written;
 std::string refusedValue;
 
-std::vector<std::string> read;
-std::vector<std::string> written;
-
-LSTATUS WINAPI noticedSetValue(HKEY key, LPCSTR name, DWORD reserved, DWORD type, const BYTE* data,
-                               DWORD size) {
-    static const auto platform =
-        test::platformFunction<decltype(&RegSetValueExA)>("advapi32.dll", "RegSetValueExA");
-    written.emplace_back(name);
-    return refusedValue == name ? ERROR_ACCESS_DENIED : platform(key, name, reserved, type, data, size);
+auto fieldsOf(const Preferences& preferences) {
+    return std::tuple(preferences.suspended, preferences.waitTime, preferences.runMultiple,
+                      preferences.autostart, preferences.windowState);
 }
-SCHEDULER_REPLACE_IMPORT(RegSetValueExA, "_RegSetValueExA@24", noticedSetValue);
-
-LSTATUS WINAPI noticedQueryValue(HKEY key, LPCSTR name, LPDWORD reserved, LPDWORD type, LPBYTE data,
-                                 LPDWORD size) {
-    static const auto platform =
-        test::platformFunction<decltype(&RegQueryValueExA)>("advapi32.dll", "RegQueryValueExA");
-    // A text or a block is asked for its size first.
-    if (read.empty() || read.back() != name)
-        read.emplace_back(name);
-    return platform(key, name, reserved, type, data, size);
-}
-SCHEDULER_REPLACE_IMPORT(RegQueryValueExA, "_RegQueryValueExA@24", noticedQueryValue);
-
-const std::string testKey = "Software\\Brindlewood\\preferences_test";
 
 Preferences filledPreferences() {
     Preferences preferences;
@@ -58,222 +54,143 @@ Preferences filledPreferences() {
     return preferences;
 }
 
-constexpr const char* valueNames[] = {"State", "Suspended", "WaitTime", "RunMultiple", "Autostart"};
-
-/// The filled preferences with the default in what is stored under one of the names.
 Preferences filledBut(const std::string& name) {
-    const Preferences defaults;
     Preferences preferences = filledPreferences();
     if (name == "State")
-        preferences.windowState = defaults.windowState;
+        preferences.windowState = {};
     else if (name == "Suspended")
-        preferences.suspended = defaults.suspended;
+        preferences.suspended = false;
     else if (name == "WaitTime")
-        preferences.waitTime = defaults.waitTime;
+        preferences.waitTime = 20;
     else if (name == "RunMultiple")
-        preferences.runMultiple = defaults.runMultiple;
+        preferences.runMultiple = false;
     else
-        preferences.autostart = defaults.autostart;
+        preferences.autostart = true;
     return preferences;
 }
 
-void expectEqual(const Preferences& actual, const Preferences& expected) {
-    EXPECT_EQ(actual.suspended, expected.suspended);
-    EXPECT_EQ(actual.waitTime, expected.waitTime);
-    EXPECT_EQ(actual.runMultiple, expected.runMultiple);
-    EXPECT_EQ(actual.autostart, expected.autostart);
-    EXPECT_EQ(actual.windowState, expected.windowState);
-}
-
-class PreferencesTest : public testing::Test {
+class PreferenceValues : public test::RegistryTest {
 protected:
-    ~PreferencesTest() override { base::deleteKey(HKEY_CURRENT_USER, testKey); }
-
-    std::string value(const std::string& name) const { return testKey + "\\State\\" + name; }
-    void put(const std::string& name, std::uint32_t number) const {
-        ASSERT_TRUE(base::writeNumber(HKEY_CURRENT_USER, value(name), number));
-    }
-    DWORD typeOf(const std::string& subkey, const char* name) const {
-        DWORD type = REG_NONE;
-        RegGetValueA(HKEY_CURRENT_USER, subkey.c_str(), name, RRF_RT_ANY, &type, nullptr, nullptr);
-        return type;
+    std::string value(const std::string& name) const { return path("State\\" + name); }
+    void expectLoaded(bool whole, const Preferences& expected) {
+        Preferences preferences;
+        EXPECT_EQ(loadPreferences(store, preferences), whole);
+        EXPECT_EQ(fieldsOf(preferences), fieldsOf(expected));
+        EXPECT_EQ(store.path(), path("State")) << "the store is left as it was";
     }
 
-    RegistryStore store{HKEY_CURRENT_USER, testKey + "\\State"};
+    base::RegistryStore store{user, path("State")};
 };
 
-TEST_F(PreferencesTest, HaveAKeyNamedAfterTheMakerAndTheProgramsOwnFile) {
-    std::string program = base::baseNameOf(base::executablePath());
-    std::ranges::transform(program, program.begin(), [](char c) {
-        return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    });
-    const RegistryStore own = scheduler::appRegistryKey("State");
-    EXPECT_EQ(own.root(), HKEY_CURRENT_USER);
-    EXPECT_EQ(own.path(), "Software\\Brindlewood\\" + program + "\\State");
-    EXPECT_EQ(scheduler::appRegistryKey("Other section").path(),
-              "Software\\Brindlewood\\" + program + "\\Other section");
+TEST_F(PreferenceValues, HaveAKeyNamedAfterTheProgramsFileInLowerCase) {
+    const base::RegistryStore own = scheduler::appRegistryKey("Other section");
+    EXPECT_EQ(own.root(), user);
+    EXPECT_EQ(own.path(), "Software\\Brindlewood\\my copy.of it\\Other section");
 }
 
-/// Runs a copy of this program under another name; its exit code is that of the test it runs.
-DWORD runRenamed(const std::string& name, const std::string& test) {
-    const std::string copy = base::directoryOf(base::executablePath()) + name;
-    EXPECT_TRUE(CopyFileA(base::executablePath().c_str(), copy.c_str(), FALSE));
-    std::string commandLine = "\"" + copy + "\" --gtest_also_run_disabled_tests --gtest_filter=" + test;
-    STARTUPINFOA startupInfo{};
-    startupInfo.cb = sizeof(startupInfo);
-    PROCESS_INFORMATION process{};
-    DWORD exitCode = 99;
-    if (CreateProcessA(nullptr, commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                       &startupInfo, &process)) {
-        WaitForSingleObject(process.hProcess, INFINITE);
-        GetExitCodeProcess(process.hProcess, &exitCode);
-        CloseHandle(process.hThread);
-        CloseHandle(process.hProcess);
-    }
-    DeleteFileA(copy.c_str());
-    return exitCode;
-}
-
-/// Run by the test below, in a copy of this program.
-TEST(RenamedProgram, DISABLED_StartsWithDefaultsUnderItsOwnKey) {
-    RegistryStore store = scheduler::appRegistryKey(scheduler::stateSection);
-    EXPECT_EQ(store.path(), "Software\\Brindlewood\\my copy.of it\\State");
+TEST_F(PreferenceValues, HaveTheirDefaultsAtAFirstStart) {
     Preferences preferences;
     EXPECT_FALSE(loadPreferences(store, preferences));
-    expectEqual(preferences, Preferences());
+    EXPECT_EQ(fieldsOf(preferences), std::tuple(false, 20U, false, true, base::WindowState{}));
 }
 
-TEST_F(PreferencesTest, HaveTheirDefaultsInARenamedProgramUnderItsNameInSmallLetters) {
-    RegistryStore own = scheduler::appRegistryKey(scheduler::stateSection);
-    ASSERT_TRUE(savePreferences(own, filledPreferences()));
-    EXPECT_EQ(runRenamed("My COPY.of it.exe", "RenamedProgram.*"), 0u);
-
-    Preferences preferences;
-    EXPECT_TRUE(loadPreferences(own, preferences));
-    expectEqual(preferences, filledPreferences());
-    base::deleteKey(HKEY_CURRENT_USER, base::directoryOf(own.path()));
-}
-
-TEST_F(PreferencesTest, HaveTheirDefaultsAtAFirstStart) {
-    Preferences preferences;
-    EXPECT_FALSE(loadPreferences(store, preferences));
-    EXPECT_FALSE(preferences.suspended);
-    EXPECT_EQ(preferences.waitTime, 20u);
-    EXPECT_FALSE(preferences.runMultiple);
-    EXPECT_TRUE(preferences.autostart);
-    EXPECT_EQ(preferences.windowState, base::WindowState{});
-}
-
-TEST_F(PreferencesTest, ComeBackAsTheyWereSaved) {
+TEST_F(PreferenceValues, ComeBackAsTheyWereSavedInTheirOrder) {
+    platform::RegSetValueExA.note = [](HKEY, LPCSTR name, auto...) { written.emplace_back(name); };
+    platform::RegQueryValueExA.note = [](HKEY, LPCSTR name, auto...) {
+        if (read.empty() || read.back() != name) // a block is asked for its size first
+            read.emplace_back(name);
+    };
     for (const Preferences& saved : {filledPreferences(), Preferences()}) {
+        read.clear();
+        written.clear();
         EXPECT_TRUE(savePreferences(store, saved));
-        Preferences preferences;
-        EXPECT_TRUE(loadPreferences(store, preferences));
-        expectEqual(preferences, saved);
-        EXPECT_EQ(store.path(), testKey + "\\State") << "the store is left as it was";
+        expectLoaded(true, saved);
+        EXPECT_THAT(written, ElementsAreArray(valueNames));
+        EXPECT_THAT(read, ElementsAreArray(valueNames));
     }
+    platform::RegSetValueExA.note = nullptr;
+    platform::RegQueryValueExA.note = nullptr;
 }
 
-TEST_F(PreferencesTest, AreSavedAndLoadedInTheirOrder) {
-    const auto inOrder = testing::ElementsAreArray(valueNames);
-    written.clear();
-    EXPECT_TRUE(savePreferences(store, filledPreferences()));
-    EXPECT_THAT(written, inOrder);
-    read.clear();
-    Preferences preferences;
-    EXPECT_TRUE(loadPreferences(store, preferences));
-    EXPECT_THAT(read, inOrder);
-}
-
-TEST_F(PreferencesTest, KeepTheSettingOfAMissingValueAndOfNoOther) {
+TEST_F(PreferenceValues, KeepTheSettingOfAMissingValueAndOfNoOther) {
     for (const std::string missing : valueNames) {
         ASSERT_TRUE(savePreferences(store, filledPreferences()));
-        ASSERT_TRUE(
-            base::deleteValue(HKEY_CURRENT_USER, missing == "State" ? testKey + "\\State" : value(missing)));
-        Preferences preferences;
-        EXPECT_FALSE(loadPreferences(store, preferences)) << missing;
-        expectEqual(preferences, filledBut(missing));
+        ASSERT_TRUE(base::deleteValue(user, missing == "State" ? path("State") : value(missing)));
+        expectLoaded(false, filledBut(missing));
     }
 }
 
-TEST_F(PreferencesTest, TakeAnyFlagButZeroAsSetAndWriteItBackAsOne) {
+TEST_F(PreferenceValues, TakeAnyFlagButZeroAsSetAndWriteItBackAsOne) {
     ASSERT_TRUE(savePreferences(store, Preferences()));
-    for (const std::uint32_t number : {1u, 2u, 0x100u, 0xFFFFFFFFu}) {
+    for (const std::uint32_t number : {1U, 2U, 0x100U, 0xFFFFFFFFU}) {
         for (const char* name : {"Suspended", "RunMultiple", "Autostart"})
-            put(name, number);
+            ASSERT_TRUE(base::writeNumber(user, value(name), number));
         Preferences preferences;
         preferences.autostart = false;
         EXPECT_TRUE(loadPreferences(store, preferences));
         EXPECT_TRUE(preferences.suspended && preferences.runMultiple && preferences.autostart) << number;
         EXPECT_TRUE(savePreferences(store, preferences));
         for (const char* name : {"Suspended", "RunMultiple", "Autostart"})
-            EXPECT_EQ(base::getNumber(HKEY_CURRENT_USER, value(name), 99), 1u) << name << " " << number;
+            EXPECT_EQ(base::getNumber(user, value(name), 99), 1U) << name << " " << number;
     }
 }
 
-TEST_F(PreferencesTest, TakeAnyWaitTimeAsItIsRead) {
-    ASSERT_TRUE(savePreferences(store, Preferences()));
-    for (const std::uint32_t minutes : {0u, 1440u, 1441u, 0xFFFFFFFFu}) {
-        put("WaitTime", minutes);
-        Preferences preferences;
-        EXPECT_TRUE(loadPreferences(store, preferences));
-        EXPECT_EQ(preferences.waitTime, minutes);
-    }
-}
-
-TEST_F(PreferencesTest, TakeAWindowStateThatIsLongEnoughAndBinaryOnly) {
+TEST_F(PreferenceValues, TakeAWindowStateThatIsLongEnoughAndBinaryOnly) {
     for (const std::size_t size : {1U, 60U, 61U, 70U}) {
         ASSERT_TRUE(savePreferences(store, filledPreferences()));
-        ASSERT_TRUE(base::writeBinary(HKEY_CURRENT_USER, testKey + "\\State", std::string(size, 'w')));
-        Preferences preferences;
-        EXPECT_EQ(loadPreferences(store, preferences), size >= 61) << size;
+        ASSERT_TRUE(base::writeBinary(user, path("State"), std::string(size, 'w')));
         Preferences expected = filledPreferences();
         expected.windowState.fill(size >= 61 ? std::byte{'w'} : std::byte{0});
-        expectEqual(preferences, expected);
+        expectLoaded(size >= 61, expected);
     }
-    ASSERT_TRUE(base::writeString(HKEY_CURRENT_USER, testKey + "\\State", std::string(61, 's')));
-    Preferences preferences;
-    EXPECT_FALSE(loadPreferences(store, preferences));
-    expectEqual(preferences, filledBut("State"));
+    ASSERT_TRUE(base::writeString(user, path("State"), std::string(61, 's')));
+    expectLoaded(false, filledBut("State"));
 }
 
-TEST_F(PreferencesTest, AreABlockAboveTheSectionAndNumbersWithinIt) {
+TEST_F(PreferenceValues, AreABlockAboveTheSectionAndNumbersWithinIt) {
     const Preferences preferences = filledPreferences();
     EXPECT_TRUE(savePreferences(store, preferences));
-    EXPECT_EQ(typeOf(testKey, "State"), DWORD{REG_BINARY});
-    std::string bytes;
-    EXPECT_TRUE(base::readBinary(HKEY_CURRENT_USER, testKey + "\\State", bytes));
-    ASSERT_EQ(bytes.size(), 61u);
-    EXPECT_EQ(std::memcmp(bytes.data(), preferences.windowState.data(), bytes.size()), 0);
-    struct Row {
+    const test::StoredValue state = loadValue("State");
+    EXPECT_EQ(state.type, DWORD{REG_BINARY});
+    ASSERT_EQ(state.bytes.size(), 61U);
+    EXPECT_EQ(std::memcmp(state.bytes.data(), preferences.windowState.data(), 61), 0);
+    const struct {
         const char* name;
-        std::uint32_t number;
-    };
-    for (const Row& row :
-         {Row{"Suspended", 1}, Row{"WaitTime", 0xF1F2F3F4}, Row{"RunMultiple", 1}, Row{"Autostart", 0}}) {
-        EXPECT_EQ(typeOf(testKey + "\\State", row.name), DWORD{REG_DWORD}) << row.name;
-        EXPECT_EQ(base::getNumber(HKEY_CURRENT_USER, value(row.name), 99), row.number) << row.name;
+        std::string bytes;
+    } rows[] = {{"Suspended", {1, 0, 0, 0}},
+                {"WaitTime", "\xF4\xF3\xF2\xF1"},
+                {"RunMultiple", {1, 0, 0, 0}},
+                {"Autostart", {0, 0, 0, 0}}};
+    for (const auto& [name, bytes] : rows) {
+        const test::StoredValue number = test::loadValue(user, path("State"), name);
+        EXPECT_EQ(number.type, DWORD{REG_DWORD}) << name;
+        EXPECT_EQ(number.bytes, bytes) << name;
     }
 }
 
-TEST_F(PreferencesTest, AreWrittenButForTheOneThatCannotBeWhichIsAFailure) {
+TEST_F(PreferenceValues, AreWrittenButForTheOneThatCannotBeWhichIsAFailure) {
+    platform::RegSetValueExA.note = [](HKEY, LPCSTR name, auto...) {
+        platform::RegSetValueExA.answer.reset();
+        if (refusedValue == name)
+            platform::RegSetValueExA.answer = ERROR_ACCESS_DENIED;
+    };
     for (const char* refused : valueNames) {
+        refusedValue.clear();
         ASSERT_TRUE(savePreferences(store, Preferences()));
         refusedValue = refused;
         EXPECT_FALSE(savePreferences(store, filledPreferences())) << refused;
-        refusedValue.clear();
-        Preferences stored;
-        EXPECT_TRUE(loadPreferences(store, stored));
-        expectEqual(stored, filledBut(refused));
+        expectLoaded(true, filledBut(refused));
     }
+    platform::RegSetValueExA.note = nullptr;
+    platform::RegSetValueExA.answer.reset();
 }
 
-TEST_F(PreferencesTest, AreNeitherSavedNorLoadedWithoutAKey) {
-    RegistryStore nowhere(nullptr, testKey + "\\State");
+TEST_F(PreferenceValues, AreNeitherSavedNorLoadedWithoutAKey) {
+    base::RegistryStore nowhere(nullptr, path("State"));
     EXPECT_FALSE(savePreferences(nowhere, Preferences()));
     Preferences preferences = filledPreferences();
     EXPECT_FALSE(loadPreferences(nowhere, preferences));
-    expectEqual(preferences, filledPreferences());
+    EXPECT_EQ(fieldsOf(preferences), fieldsOf(filledPreferences()));
 }
 
 } // namespace

@@ -2,58 +2,18 @@
 #include "scheduler/model/scheduledproject.h"
 #include "tests/scheduler/model/entries.h"
 #include "tests/support/filledentry.h"
+#include "tests/support/plainentries.h"
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include <utility>
 
 namespace {
 
-using base::TimeValue;
-using scheduler::RunCommand;
 using scheduler::ScheduledProject;
-using scheduler::ScheduleKind;
 
 TEST(ScheduledProject, ANewEntryHasTheDefaults) {
-    const ScheduledProject entry;
-    EXPECT_EQ(entry.path, "");
-    EXPECT_EQ(entry.lastResult, "");
-    EXPECT_EQ(entry.lastRun, TimeValue(0));
-    EXPECT_EQ(entry.kind, ScheduleKind::AfterProject);
-    EXPECT_EQ(entry.time, TimeValue(0));
-    EXPECT_EQ(entry.minutes, 0);
-    EXPECT_EQ(entry.afterIndex, 0);
-    EXPECT_THAT(entry.weekdays, testing::ElementsAre(1, 1, 1, 1, 1, 1, 1));
-    EXPECT_EQ(entry.dayOfMonth, 1);
-    EXPECT_EQ(entry.runCommand, RunCommand::RunNormally);
-    EXPECT_EQ(entry.dialupEntry, "");
-    EXPECT_EQ(entry.timeLimitMinutes, 0);
-    EXPECT_EQ(entry.disconnectWhenDone, 0);
-    EXPECT_EQ(entry.disabled, 0);
-    EXPECT_EQ(entry.running, 0);
-    EXPECT_EQ(entry.waitingSince, TimeValue(0));
-    EXPECT_EQ(entry.runStart, TimeValue(0));
-    EXPECT_EQ(entry.runNumber, 0);
-    EXPECT_EQ(entry.nextRun, TimeValue(0));
-    EXPECT_EQ(entry.retryLimit, 0u);
-    EXPECT_EQ(entry.retriesDone, 0u);
-    EXPECT_EQ(entry.retryIntervalMinutes, 15);
-}
-
-TEST(ScheduledProject, KindsAndCommandsHaveTheirNumbers) {
-    EXPECT_EQ(static_cast<int>(ScheduleKind::AfterProject), 0);
-    EXPECT_EQ(static_cast<int>(ScheduleKind::AtStartup), 1);
-    EXPECT_EQ(static_cast<int>(ScheduleKind::Hourly), 2);
-    EXPECT_EQ(static_cast<int>(ScheduleKind::Daily), 3);
-    EXPECT_EQ(static_cast<int>(ScheduleKind::Monthly), 4);
-    EXPECT_EQ(static_cast<int>(ScheduleKind::Once), 5);
-    EXPECT_EQ(scheduler::kindCount, 6);
-    EXPECT_EQ(static_cast<int>(RunCommand::RunNormally), 0);
-    EXPECT_EQ(static_cast<int>(RunCommand::RunUpdateOnly), 1);
-    EXPECT_EQ(static_cast<int>(RunCommand::RelinkFiles), 2);
-    EXPECT_EQ(static_cast<int>(RunCommand::RunCompleteRefresh), 3);
-    EXPECT_THAT(scheduler::runCommandNames, testing::ElementsAre("Run normally", "Run update only",
-                                                                 "Relink files", "Run complete refresh"));
+    EXPECT_EQ(plain::itemOf(ScheduledProject()), plain::Item());
 }
 
 TEST(ScheduledProject, IsACommandLineWithTheExactPrefixOnly) {
@@ -64,19 +24,17 @@ TEST(ScheduledProject, IsACommandLineWithTheExactPrefixOnly) {
 }
 
 TEST(ScheduledProject, KeepsEverythingElseWhenItsRunStateIsReset) {
-    ScheduledProject expected = test::filledEntry();
-    expected.running = 0;
-    expected.waitingSince = TimeValue(0);
-    expected.runStart = TimeValue(0);
-    expected.runNumber = 0;
-    expected.retriesDone = 0;
-
     ScheduledProject entry = test::filledEntry();
+    plain::Item expected = plain::itemOf(entry);
+    expected.runs = 0;
+    expected.waitsSince = expected.began = 0;
+    expected.number = 0;
+    expected.retried = 0;
     scheduler::resetRunState(entry);
-    EXPECT_EQ(entry, expected);
+    EXPECT_EQ(plain::itemOf(entry), expected);
 }
 
-/// Field by field, so that a field that is added to the record has to find its side.
+/// Names every field, so that a new one has to be put on one side.
 ScheduledProject withUsersFieldsOf(ScheduledProject entry, const ScheduledProject& user) {
     auto& [path, lastResult, lastRun, kind, time, minutes, afterIndex, weekdays, dayOfMonth, runCommand,
            dialupEntry, timeLimitMinutes, disconnectWhenDone, disabled, running, waitingSince, runStart,

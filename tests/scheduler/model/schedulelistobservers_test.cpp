@@ -18,7 +18,6 @@ using scheduler::ScheduleBatch;
 using scheduler::ScheduledProject;
 using testing::ElementsAre;
 
-/// Notes what it is told, and which entries there are at that moment.
 class Listener : public scheduler::ScheduleObserver {
 public:
     Listener(const scheduler::ScheduleList& list, EventLog& log, std::string name = "")
@@ -59,7 +58,6 @@ class ScheduleObservers : public testing::Test {
 protected:
     ScheduleObservers() { list.addObserver(listener); }
 
-    /// What was told since the last look.
     EventLog told() { return std::exchange(log, {}); }
 
     scheduler::ScheduleList list;
@@ -107,19 +105,6 @@ TEST_F(ScheduleObservers, AreToldInTheirOrderUntilTheyLeave) {
     EXPECT_THAT(told(), ElementsAre("other changed: ", "changed: "));
 }
 
-TEST_F(ScheduleObservers, NeedNotCareForAnything) {
-    struct Indifferent : scheduler::ScheduleObserver {
-    } observer;
-    scheduler::ScheduleList other;
-    other.addObserver(observer);
-    other.append({});
-    other.append({});
-    other.removeAll({1});
-    other.clear();
-    EXPECT_TRUE(other.assign(std::vector<ScheduledProject>(2)));
-    EXPECT_EQ(other.size(), 2u);
-}
-
 TEST_F(ScheduleObservers, KeepOutWhatTheyHaveNoRoomFor) {
     listener.room = 2;
     list.assign({withPath("a"), withPath("b")});
@@ -131,11 +116,11 @@ TEST_F(ScheduleObservers, KeepOutWhatTheyHaveNoRoomFor) {
 }
 
 TEST_F(ScheduleObservers, AreToldOfTheChangesOfABatchOnceAtItsEnd) {
-    list.noteChange();
+    list.noteChange(); // before the batch
     told();
     {
         const ScheduleBatch batch(list);
-        EXPECT_FALSE(batch.hasChanges()) << "the change was before the batch";
+        EXPECT_FALSE(batch.hasChanges());
         list.append(withPath("a"));
         EXPECT_TRUE(batch.hasChanges());
         list.remove(0);

@@ -17,7 +17,6 @@ using testing::StrCaseEq;
 
 using Names = std::vector<std::string>;
 
-/// A service whose phone book has these entries. It watches how it is called.
 struct SimulatedService {
     Names phoneBook;
     std::size_t spareRecords = 1; ///< how many records beyond its entries it wants room for
@@ -77,7 +76,7 @@ TEST(DialupConnector, ListsThePhoneBookWithARecordMoreUntilTheServiceHasRoom) {
     }
 }
 
-TEST(DialupConnector, LeavesAsManyEmptyNamesAsThereWereCallsWhenTheServiceFails) {
+TEST(DialupConnector, LeavesTheNamesOfTheRecordsSoFarWhenTheServiceFailsOrReportsMoreThanFits) {
     for (int call = 1; call <= 4; ++call) {
         SimulatedService service{{"office", "Home", "abroad"}, 1, call};
         Names names;
@@ -85,9 +84,6 @@ TEST(DialupConnector, LeavesAsManyEmptyNamesAsThereWereCallsWhenTheServiceFails)
         EXPECT_EQ(service.calls, call) << "no other try";
         EXPECT_EQ(names, Names(static_cast<std::size_t>(call)));
     }
-}
-
-TEST(DialupConnector, ListsEveryRecordWhenTheServiceReportsMoreThanFits) {
     SimulatedService service{{"office", "Home"}, 1, 0, 1};
     Names names;
     EXPECT_FALSE(scheduler::listEntries(std::ref(service), names));
@@ -114,7 +110,6 @@ TEST(DialupConnector, IsAvailableAndListsTheEntriesWithAllSevenEntryPointsOnly) 
         const bool available = missing == entryPoints.size();
         EXPECT_EQ(connector.available(), available) << missing;
         EXPECT_EQ(connector.entries(), available ? Names{"office"} : Names{});
-        // The first missing one ends the look-up.
         EXPECT_EQ(asked, Names(entryPoints.begin(),
                                entryPoints.begin() + static_cast<int>(missing) + (available ? 0 : 1)));
     }

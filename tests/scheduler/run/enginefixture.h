@@ -1,4 +1,3 @@
-// What the tests of the engine have in common.
 #pragma once
 
 #include "scheduler/run/engine.h"
@@ -6,7 +5,6 @@
 #include "tests/support/fakeenginelistener.h"
 #include "tests/support/fakeoutcomesource.h"
 #include "tests/support/fakerunlauncher.h"
-#include "tests/support/loggingstore.h"
 #include "tests/support/mockusermessages.h"
 #include "tests/support/redrawlog.h"
 
@@ -29,6 +27,13 @@ inline constexpr std::int32_t highest = std::numeric_limits<std::int32_t>::max()
 inline base::TimeValue at(std::int32_t seconds) {
     return base::TimeValue(base::TimeValue::fromLocal(2026, 6, 15, 12, 0, 0, -1).seconds() + seconds);
 }
+
+/// Takes no memory.
+struct LoggingStore : ScheduleStore {
+    test::EventLog& log;
+    explicit LoggingStore(test::EventLog& events) : log(events) {}
+    void save(const ScheduleList&) override { log.push_back("save"); }
+};
 
 /// The engine between fakes of all that it reaches, whose calls are noted in `log` in their order.
 class SchedulerEngineTest : public testing::Test {
@@ -78,7 +83,7 @@ protected:
     test::FakeClock clock{at(0)};
     test::FakeRunLauncher launcher{log};
     test::FakeOutcomeSource outcomes{log};
-    test::LoggingStore store{log};
+    LoggingStore store{log};
     testing::StrictMock<test::MockUserMessages> messages;
     test::FakeEngineListener listener{log};
     ScheduleList entries;

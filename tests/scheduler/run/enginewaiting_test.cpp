@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <cstdint>
+#include <optional>
 
 namespace scheduler {
 namespace {
@@ -31,31 +32,18 @@ TEST_F(EngineWaiting, OfTwoDueInTheSameSecondTheFirstStartsAndTheSecondWaitsForI
     EXPECT_EQ(entries[1].lastRun, at(7));
 }
 
-TEST_F(EngineWaiting, WaitingEntriesStartOneAtATimeInScheduleOrderUnlessSideBySideIsAllowed) {
-    addRunning("a.kra", 1);
-    addDue("b.kra");
-    addDue("c.kra");
-    tickAt(0);
-    finishAt(1, 1);
-    tickAt(1);
-    EXPECT_THAT(log, ElementsAre("launch b.kra as run 1", "redraw"));
-    EXPECT_EQ(entries[2].waitingSince, at(0));
-    policy.runMultiple = true;
-    tickAt(2);
-    EXPECT_THAT(log, ElementsAre("launch c.kra as run 2", "redraw"));
-}
-
 TEST_F(EngineWaiting, AWaitEndsOneMinuteAfterTheWaitTimeAndEachTickButItsFirstIsAChange) {
     const struct {
-        std::uint32_t minutes;
+        std::optional<std::uint32_t> minutes; ///< of the preferences; else 20
         std::int32_t end;
-    } rows[] = {{0, 60}, {1, 120}, {20, 1260}, {600, 36'060}};
+    } rows[] = {{{}, 1260}, {0, 60}, {1, 120}, {600, 36'060}};
     for (const auto& row : rows) {
-        SCOPED_TRACE(row.minutes);
+        SCOPED_TRACE(row.end);
         entries.clear();
         addRunning("a.kra", 1);
         addDue("b.kra");
-        policy.waitTime = row.minutes;
+        if (row.minutes)
+            policy.waitTime = *row.minutes;
         EXPECT_EQ(tickAt(0), TickResult());
         EXPECT_THAT(log, IsEmpty());
         for (const std::int32_t second : {1, row.end - 60, row.end - 1}) {

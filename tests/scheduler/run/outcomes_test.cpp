@@ -9,22 +9,7 @@
 #include <new>
 #include <string>
 
-namespace {
-
-std::string unreadableValue;
-
-LSTATUS WINAPI queryUnlessUnreadable(HKEY key, LPCSTR name, LPDWORD reserved, LPDWORD type, LPBYTE data,
-                                     LPDWORD size) {
-    static const auto original =
-        test::platformFunction<decltype(&RegQueryValueExA)>("advapi32.dll", "RegQueryValueExA");
-    if (unreadableValue == name)
-        throw std::bad_alloc();
-    return original(key, name, reserved, type, data, size);
-}
-
-} // namespace
-
-SCHEDULER_REPLACE_IMPORT(RegQueryValueExA, "_RegQueryValueExA@24", queryUnlessUnreadable);
+SCHEDULER_STAND_IN("advapi32.dll", RegQueryValueExA, "_RegQueryValueExA@24");
 
 namespace scheduler {
 namespace {
@@ -85,14 +70,20 @@ TEST_F(Outcomes, MissingOnesAreEmptyAndZeroAndSoAreThoseOfAnotherType) {
 }
 
 TEST_F(Outcomes, AreDeletedAlsoWhenReadingThemFails) {
+    static std::string unreadable;
+    platform::RegQueryValueExA.note = [](HKEY, LPCSTR name, auto...) {
+        if (unreadable == name)
+            throw std::bad_alloc();
+    };
     for (const char* failing : {"Result", "Error"}) {
         leaveText("Schedule8\\Result", "of an earlier run");
         leaveNumber("Schedule8\\Error", 5);
-        unreadableValue = failing;
+        unreadable = failing;
         EXPECT_THROW(source.take(8), std::bad_alloc);
-        unreadableValue.clear();
+        unreadable.clear();
         expectOutcome("8", "", 0);
     }
+    platform::RegQueryValueExA.note = nullptr;
 }
 
 TEST_F(Outcomes, AreDiscardedAllAtOnceAndNothingElseIs) {

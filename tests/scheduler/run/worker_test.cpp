@@ -1,4 +1,3 @@
-#include "lib/base/processes.h"
 #include "lib/base/registry.h"
 #include "lib/base/threads.h"
 #include "scheduler/run/worker.h"
@@ -25,7 +24,7 @@ void (*workerFunction)(void*) = nullptr; ///< the function of each
 SRWLOCK workersMayBegin = SRWLOCK_INIT;  ///< while it is not held exclusively
 bool threadsStart = true;
 std::atomic<int> limitedWaits = 0;
-std::atomic<int> postsRefused = 0; ///< so many more, as by a queue that is full
+std::atomic<int> postsRefused = 0; ///< so many more
 
 void countedWorker(void* argument) {
     AcquireSRWLockShared(&workersMayBegin);
@@ -37,7 +36,6 @@ void countedWorker(void* argument) {
 std::uintptr_t countedThread(void (*start)(void*), unsigned stackSize, void* argument) {
     static const auto original =
         test::platformFunction<decltype(&_beginthread)>("msvcrt.dll", "_beginthread");
-    EXPECT_EQ(stackSize, 0U) << "the default";
     if (!threadsStart)
         return base::threadFailed;
     ++workers;
@@ -45,23 +43,10 @@ std::uintptr_t countedThread(void (*start)(void*), unsigned stackSize, void* arg
     return original(countedWorker, stackSize, argument);
 }
 
-DWORD WINAPI watchedWait(HANDLE handle, DWORD milliseconds) {
-    static const auto original =
-        test::platformFunction<decltype(&WaitForSingleObject)>("kernel32.dll", "WaitForSingleObject");
-    limitedWaits += milliseconds != INFINITE;
-    return original(handle, milliseconds);
-}
-
-BOOL WINAPI postUnlessRefused(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    static const auto original =
-        test::platformFunction<decltype(&PostMessageA)>("user32.dll", "PostMessageA");
-    return postsRefused > 0 && --postsRefused >= 0 ? FALSE : original(window, message, wParam, lParam);
-}
-
 } // namespace
 
-SCHEDULER_REPLACE_IMPORT(PostMessageA, "_PostMessageA@16", postUnlessRefused);
-SCHEDULER_REPLACE_IMPORT(WaitForSingleObject, "_WaitForSingleObject@8", watchedWait);
+SCHEDULER_STAND_IN("user32.dll", PostMessageA, "_PostMessageA@16");
+SCHEDULER_STAND_IN("kernel32.dll", WaitForSingleObject, "_WaitForSingleObject@8");
 SCHEDULER_REPLACE_IMPORT(_beginthread, "__beginthread", countedThread);
 
 namespace scheduler {
@@ -136,26 +121,30 @@ TEST_F(Worker, AProcessIsStartedMinimisedInTheFolderOfItsProgram) {
 }
 
 TEST_F(Worker, TheEndIsPostedOnceThereWasOneHoweverLongItTook) {
+    platform::WaitForSingleObject.note = [](HANDLE, DWORD milliseconds) {
+        limitedWaits += milliseconds != INFINITE;
+    };
     ASSERT_TRUE(launch(7));
     EXPECT_EQ(workers, 1);
     EXPECT_THAT(window.ends(), IsEmpty());
     endProcesses();
     EXPECT_THAT(window.ends(), ElementsAre(7));
+    platform::WaitForSingleObject.note = nullptr;
     EXPECT_EQ(limitedWaits, 0);
 }
 
 TEST_F(Worker, TheEndIsPostedOnceTheQueueTakesIt) {
     SetEvent(processes.over.get());
     postsRefused = 2;
+    platform::PostMessageA.answer = FALSE;
+    platform::PostMessageA.note = [](auto...) {
+        if (--postsRefused < 0)
+            platform::PostMessageA.answer.reset();
+    };
     ASSERT_TRUE(launch(5));
     waitForWorkers();
-    EXPECT_EQ(postsRefused, 0);
+    platform::PostMessageA.note = nullptr;
     EXPECT_THAT(window.ends(), ElementsAre(5));
-}
-
-TEST_F(Worker, AnExitCodeThatCannotBeReadCountsAsZero) {
-    SetEvent(processes.over.get()); // events have none
-    EXPECT_EQ(base::runProcessAndWait("x", SW_HIDE, {}, INFINITE), 0U);
 }
 
 TEST_F(Worker, AProcessThatCannotBeStartedHasEndedAtOnce) {

@@ -17,7 +17,7 @@ namespace {
 using scheduler::ScheduleKind;
 using test::fileContent;
 
-class SampleTest : public testing::Test {
+class ScheduleSample : public testing::Test {
 protected:
     bool write() {
         before = base::TimeValue::now();
@@ -30,7 +30,7 @@ protected:
     base::TimeValue before;
 };
 
-TEST_F(SampleTest, TwoEntriesAreDueInAMomentAndTheThirdFollows) {
+TEST_F(ScheduleSample, TwoEntriesAreDueInAMomentAndTheThirdFollows) {
     ASSERT_TRUE(write());
     ASSERT_EQ(list.size(), 10U);
     EXPECT_EQ(list[0].path, path + "\\news.kra");
@@ -47,7 +47,7 @@ TEST_F(SampleTest, TwoEntriesAreDueInAMomentAndTheThirdFollows) {
     EXPECT_EQ(list[2].nextRun, base::TimeValue::never());
 }
 
-TEST_F(SampleTest, HasEveryKindEveryCommandAndAnEntryThatIsDisabled) {
+TEST_F(ScheduleSample, HasEveryKindEveryCommandAndAnEntryThatIsDisabled) {
     ASSERT_TRUE(write());
     for (const ScheduleKind kind : test::allKinds)
         EXPECT_TRUE(std::ranges::any_of(list, [&](const auto& entry) { return entry.kind == kind; }));
@@ -58,7 +58,7 @@ TEST_F(SampleTest, HasEveryKindEveryCommandAndAnEntryThatIsDisabled) {
 }
 
 // A user sees the first three run on their own before any other.
-TEST_F(SampleTest, LaterEntriesAreFarOffAtEveryMinuteOfTwoMonths) {
+TEST_F(ScheduleSample, LaterEntriesAreFarOffAtEveryMinuteOfTwoMonths) {
     test::FakeClock clock(base::TimeValue::fromLocal(2026, 2, 1, 0, 0, 0, -1));
     const base::TimeValue end = base::TimeValue::fromLocal(2026, 4, 1, 0, 0, 0, -1);
     for (; clock.now() < end; clock.advance(base::TimeSpan::fromMinutes(1))) {
@@ -70,7 +70,7 @@ TEST_F(SampleTest, LaterEntriesAreFarOffAtEveryMinuteOfTwoMonths) {
     }
 }
 
-TEST_F(SampleTest, WritesItsProjects) {
+TEST_F(ScheduleSample, WritesItsProjects) {
     ASSERT_TRUE(write());
     for (const scheduler::ScheduledProject& entry : list)
         EXPECT_TRUE(isCommandLine(entry) || fileContent(entry.path) != "") << entry.path;
@@ -80,16 +80,12 @@ TEST_F(SampleTest, WritesItsProjects) {
     EXPECT_NE(fileContent(path + "\\report.kra"), "");
 }
 
-TEST_F(SampleTest, ASpiderInTheFolderIsTheCommandLine) {
+TEST_F(ScheduleSample, ASpiderInTheFolderIsTheCommandLine) {
     ASSERT_TRUE(write());
     ASSERT_TRUE(CopyFileA((path + "\\news.kra").c_str(), (path + "\\spider.exe").c_str(), TRUE));
     ASSERT_TRUE(write());
     EXPECT_EQ(list[1].path, "run:\"" + path + "\\spider.exe\" /s99 /e \"" + path + "\\report.kra\"");
-}
-
-TEST_F(SampleTest, FailsWhereNoFolderCanBe) {
-    ASSERT_TRUE(write());
-    EXPECT_FALSE(writeSample(path + "\\news.kra", Sample::Whole));
+    EXPECT_FALSE(writeSample(path + "\\news.kra", Sample::Whole)) << "no folder";
 }
 
 } // namespace

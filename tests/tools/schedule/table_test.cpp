@@ -6,27 +6,21 @@ namespace {
 
 const base::TimeValue now(1'781'500'000);
 
-class TableTest : public testing::Test {
-protected:
-    scheduler::ScheduledProject& add(const std::string& path) {
-        scheduler::ScheduledProject entry;
-        entry.path = path;
-        entry.afterIndex = -1;
-        entry.nextRun = base::TimeValue::never();
-        list.append(std::move(entry));
-        return list[list.size() - 1];
-    }
-
-    scheduler::ScheduleList list;
-};
-
-TEST_F(TableTest, AnEmptyScheduleIsItsHeadings) {
-    EXPECT_EQ(scheduleTable(list, now), "Project  When  Last Run  Last Result  Next Run\n");
+TEST(ScheduleTable, AnEmptyScheduleIsItsHeadings) {
+    EXPECT_EQ(scheduleTable(scheduler::ScheduleList(), now),
+              "Project  When  Last Run  Last Result  Next Run\n");
 }
 
-TEST_F(TableTest, ColumnsAreTwoBlanksWiderThanTheirLongestCellAndNoLineEndsInBlanks) {
-    add("C:\\a much longer name.kra").lastResult = "2 pages could not be found";
-    add("C:\\b.kra").disabled = 1;
+TEST(ScheduleTable, ColumnsAreTwoBlanksWiderThanTheirLongestCellAndNoLineEndsInBlanks) {
+    scheduler::ScheduledProject entry;
+    entry.afterIndex = -1;
+    entry.nextRun = base::TimeValue::never();
+    scheduler::ScheduleList list;
+    list.assign({entry, entry});
+    list[0].path = "C:\\a much longer name.kra";
+    list[0].lastResult = "2 pages could not be found";
+    list[1].path = "C:\\b.kra";
+    list[1].disabled = 1;
     EXPECT_EQ(scheduleTable(list, now),
               "Project             When                                Last Run  Last Result                 "
               "Next Run\n"

@@ -1,4 +1,4 @@
-#include "tests/support/seeds.h"
+#include "tests/support/environment.h"
 
 #include <gtest/gtest.h>
 

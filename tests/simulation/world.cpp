@@ -1,13 +1,10 @@
-#include "tests/simulation/randomitems.h"
+#include "tests/simulation/world.h"
 
 #include "scheduler/model/scheduledproject.h"
-
-#include <string>
 
 namespace simulation {
 
 using plain::Item;
-using plain::Second;
 
 namespace {
 
@@ -18,7 +15,26 @@ int randomKind(Dice& dice, const Mix& mix) {
         return 2;
     if (share < mix.hourlyPerThousand + mix.dailyPerThousand)
         return 3;
-    return dice.oneOf({0, 0, 0, 0, 0, 0, 0, 0, 0, 1, 1, 4, 4, 4, 4, 4, 5, 5, 5, 5, 5, 6, -1});
+    return dice.oneOf(
+        {0, 0, 0, 0, 0, 0, 0, 0, 0, 1, 1, 4, 4, 4, 4, 4, 5, 5, 5, 5, 5, scheduler::kindCount, -1});
+}
+
+Second duration(Dice& dice) {
+    const int kind = dice.upTo(99);
+    if (kind < 45)
+        return dice.upTo(4);
+    if (kind < 80)
+        return dice.between(5, 60);
+    if (kind < 95)
+        return dice.between(60, 600);
+    return kind < 99 ? dice.between(600, 3600) : dice.between(3600, 4 * 3600);
+}
+
+std::uint64_t numberOf(const std::string& text) {
+    std::uint64_t number = 0;
+    for (const char character : text)
+        number = number * 31 + static_cast<unsigned char>(character);
+    return number;
 }
 
 } // namespace
@@ -53,6 +69,39 @@ Item randomItem(Dice& dice, const Mix& mix, int serial, int position, int count)
     item.retries = static_cast<unsigned>(dice.oneOf({0, 0, 0, 1, 2, 3}));
     item.retryMinutes = dice.oneOf({0, 1, 15, 15, 60});
     return item;
+}
+
+bool Spiders::launch(const std::string& path, int number, Second now) {
+    const std::uint64_t runs = runsOf_[path]++;
+    Dice dice(seed_ * 1'000'003 + numberOf(path) * 10'007 + runs);
+    if (dice.oneIn(60))
+        return false;
+    End end{number, !dice.oneIn(9), {"outcome " + std::to_string(dice.upTo(99)), 0}};
+    if (dice.oneIn(4))
+        end.outcome.error = static_cast<unsigned>(dice.between(1, 9));
+    ends_.emplace(now + duration(dice), end);
+    return true;
+}
+
+int Spiders::nextEnded(Second now) {
+    if (ends_.empty() || ends_.begin()->first > now)
+        return 0;
+    const End end = ends_.begin()->second;
+    ends_.erase(ends_.begin());
+    if (end.leavesOutcome)
+        left_[end.number] = end.outcome;
+    return end.number;
+}
+
+plain::Outcome Spiders::take(int number) {
+    plain::Outcome outcome = left_[number];
+    left_.erase(number);
+    return outcome;
+}
+
+void Spiders::forgetAll() {
+    ends_.clear();
+    left_.clear();
 }
 
 } // namespace simulation
