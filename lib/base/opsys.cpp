@@ -3,6 +3,7 @@
 #include "lib/base/base.h"
 #include "lib/base/formatting.h"
 #include "lib/base/sourceregistration.h"
+#include "lib/base/strings.h"
 
 #include <windows.h>
 
@@ -74,6 +75,14 @@ std::string windowText(HWND window) {
     // The string's own terminating zero is the room for the platform's.
     GetWindowTextA(window, text.data(), length + 1);
     return text;
+}
+
+std::string systemErrorText(std::uint32_t code) {
+    constexpr DWORD flags = FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS;
+    std::array<char, 512> text{};
+    const DWORD length =
+        FormatMessageA(flags, nullptr, code, 0, text.data(), static_cast<DWORD>(text.size()), nullptr);
+    return length != 0 ? trim({text.data(), length}, whitespace) : "error " + std::to_string(code);
 }
 
 } // namespace base

@@ -11,6 +11,7 @@
 #include <gmock/gmock.h>
 
 #include <cstdio>
+#include <shlobj.h>
 #include <string>
 #include <vector>
 
@@ -40,6 +41,7 @@ SCHEDULER_STAND_IN("kernel32.dll", CreateFileMappingA, "_CreateFileMappingA@24")
 SCHEDULER_STAND_IN("kernel32.dll", MapViewOfFile, "_MapViewOfFile@20");
 SCHEDULER_STAND_IN("kernel32.dll", GetFileSize, "_GetFileSize@8");
 SCHEDULER_STAND_IN("kernel32.dll", FlushFileBuffers, "_FlushFileBuffers@4");
+SCHEDULER_STAND_IN("shell32.dll", SHGetFolderPathA, "_SHGetFolderPathA@20");
 SCHEDULER_REPLACE_IMPORT(_fdopen, "__fdopen", streamOf);
 SCHEDULER_REPLACE_IMPORT(GetWindowsDirectoryA, "_GetWindowsDirectoryA@8", tellWindows);
 
@@ -134,6 +136,12 @@ TEST_F(FileCalls, WindowsDirectoryIsAskedForAgainWhen256CharactersAreTooFew) {
     }
     simulatedWindows = "C:\\";
     EXPECT_EQ(windowsDirectory(), "C:\\") << "it has its backslash";
+}
+
+TEST_F(FileCalls, LocalDataDirectoryIsEmptyWhenThePlatformDoesNotTell) {
+    platform::SHGetFolderPathA.answer = E_FAIL;
+    EXPECT_EQ(localDataDirectory(), "");
+    platform::SHGetFolderPathA.answer.reset();
 }
 
 } // namespace

@@ -11,6 +11,7 @@
 
 #include <cstddef>
 #include <cstdio>
+#include <cstdlib>
 #include <io.h>
 #include <optional>
 #include <string>
@@ -81,6 +82,11 @@ TEST_F(Files, FileOrFolderExistsButNoPattern) {
 TEST_F(Files, WindowsDirectoryExists) {
     EXPECT_TRUE(windowsDirectory().ends_with('\\'));
     EXPECT_TRUE(fileExists(windowsDirectory() + "win.ini"));
+}
+
+TEST_F(Files, LocalDataDirectoryIsThatOfTheUser) {
+    EXPECT_EQ(localDataDirectory(), std::getenv("LOCALAPPDATA") + "\\"s);
+    EXPECT_TRUE(fileExists(localDataDirectory()));
 }
 
 // Mapped files

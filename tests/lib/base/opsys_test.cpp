@@ -109,5 +109,13 @@ TEST_F(OpSys, WindowTextHasTheLengthThatTheWindowTold) {
     RemovePropA(window_, "huge");
 }
 
+// Errors
+
+TEST_F(OpSys, AnErrorHasTheSystemsTextOrItsNumber) {
+    const std::string text = systemErrorText(ERROR_ACCESS_DENIED);
+    EXPECT_TRUE(text.starts_with("Access ") && text.ends_with("denied.")) << text;
+    EXPECT_EQ(systemErrorText(0x2FFFFFFF), "error 805306367");
+}
+
 } // namespace
 } // namespace base
