@@ -7,6 +7,7 @@
 #include "tests/simulation/spiders.h"
 #include "tests/support/eventlog.h"
 #include "tests/support/fakeclock.h"
+#include "tests/support/fakerunlistener.h"
 #include "tests/support/redrawlog.h"
 
 #include <chrono>
@@ -32,7 +33,7 @@ public:
     /// What one start of the program makes anew.
     struct Program {
         explicit Program(EngineSide& side)
-            : engine(entries, side.policy, {side.clock, side, side, side.store, side, side}),
+            : engine(entries, side.policy, {side.clock, side, side, side.store, side, side, side.runs}),
               commands(entries, engine, side.store, side.clock, [](const std::string&) {}) {}
 
         scheduler::ScheduleList entries;
@@ -53,6 +54,7 @@ public:
     test::FakeClock clock;
     scheduler::RunPolicy policy; ///< outlives the program, as the preferences in the registry do
     Spiders spiders;
+    test::FakeRunListener runs;
     test::EventLog events;
     std::unique_ptr<Program> program;
 
