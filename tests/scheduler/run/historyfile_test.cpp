@@ -68,17 +68,21 @@ TEST_F(HistoryFiles, ALineThatWouldExceedOneMegabyteBeginsANewFile) {
 }
 
 TEST_F(HistoryFiles, WithoutAFolderOrMemoryALineIsLostAndTheNextIsWritten) {
+    file_.append("first");
     const std::string known = localData;
     localData.clear();
+    char current[MAX_PATH] = {};
+    GetCurrentDirectoryA(sizeof current, current);
+    SetCurrentDirectoryA(known.c_str()); // no folder at all is not the current one
     file_.append("lost");
-    EXPECT_EQ(GetFileAttributesA("Brindlewood"), INVALID_FILE_ATTRIBUTES) << "in the current folder";
+    SetCurrentDirectoryA(current);
     localData = known;
     {
         const test::RefusedAllocations refused;
         file_.append("lost");
     }
-    file_.append("first");
-    EXPECT_EQ(fileContent(path_), header + "first\r\n");
+    file_.append("second");
+    EXPECT_EQ(fileContent(path_), header + "first\r\nsecond\r\n");
 }
 
 } // namespace
