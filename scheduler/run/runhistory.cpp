@@ -4,11 +4,22 @@
 #include "lib/base/formatting.h"
 #include "scheduler/model/descriptions.h"
 
+#include <array>
+#include <cstddef>
 #include <exception>
 #include <initializer_list>
 
 namespace scheduler {
 namespace {
+
+/// In the order of ProgramEvent.
+constexpr std::array eventTexts = {"started",
+                                   "suspended",
+                                   "resumed",
+                                   "schedule could not be read",
+                                   "schedule could not be saved",
+                                   "log-off or shutdown",
+                                   "exited"};
 
 std::string lineOf(base::TimeValue start, base::TimeValue end,
                    std::initializer_list<std::string_view> cells) {
@@ -49,26 +60,6 @@ std::string outcomeOf(const FinishedRun& run, const std::string& startFailure) {
     if (run.errorCode != 0 && !isCommandLine(run.entry))
         return "error " + std::to_string(run.errorCode);
     return "ok";
-}
-
-const char* textOf(ProgramEvent event) {
-    switch (event) {
-    case ProgramEvent::Started:
-        return "started";
-    case ProgramEvent::Suspended:
-        return "suspended";
-    case ProgramEvent::Resumed:
-        return "resumed";
-    case ProgramEvent::NotRead:
-        return "schedule could not be read";
-    case ProgramEvent::NotSaved:
-        return "schedule could not be saved";
-    case ProgramEvent::SessionEnd:
-        return "log-off or shutdown";
-    case ProgramEvent::Exited:
-        return "exited";
-    }
-    return "";
 }
 
 template<class Action>
@@ -116,7 +107,8 @@ void RunHistory::note(ProgramEvent event, const std::string& path, const std::st
     programStarted_ |= event == ProgramEvent::Started;
     unlessItFails([&] {
         const base::TimeValue now = clock_.now();
-        const std::string outcome = textOf(event) + (reason.empty() ? reason : ": " + reason);
+        const std::string outcome =
+            eventTexts.at(static_cast<std::size_t>(event)) + (reason.empty() ? reason : ": " + reason);
         store_.append(lineOf(now, now, {base::applicationName, {}, outcome, path}));
     });
 }

@@ -9,7 +9,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <shlobj.h>
 #include <string>
 
@@ -20,7 +19,7 @@ int askedFolder = 0;
 
 HRESULT WINAPI tellFolder(HWND, int folder, HANDLE, DWORD, LPSTR path) {
     askedFolder = folder;
-    std::strcpy(path, localData.c_str());
+    path[localData.copy(path, MAX_PATH - 1)] = '\0';
     return localData.empty() ? E_FAIL : S_OK;
 }
 
