@@ -12,6 +12,7 @@
 #include <array>
 #include <cstdlib>
 #include <exception>
+#include <system_error>
 
 namespace base {
 namespace {
@@ -78,11 +79,9 @@ std::string windowText(HWND window) {
 }
 
 std::string systemErrorText(std::uint32_t code) {
-    constexpr DWORD flags = FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS;
-    std::array<char, 512> text{};
-    const DWORD length =
-        FormatMessageA(flags, nullptr, code, 0, text.data(), static_cast<DWORD>(text.size()), nullptr);
-    return length != 0 ? trim({text.data(), length}, whitespace) : "error " + std::to_string(code);
+    std::string text = std::system_category().message(static_cast<int>(code));
+    trimRight(text, whitespace);
+    return text;
 }
 
 } // namespace base

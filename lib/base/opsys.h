@@ -30,8 +30,8 @@ HMODULE loadSystemLibrary(const std::string& name);
 /// A window's text; empty when it has none or memory cannot be had.
 std::string windowText(HWND window);
 
-/// The system's text for one of its error codes, without the line break at its end; "error" and the code when
-/// there is none.
+/// The system's text for one of its error codes, in the user's language and without the line break at its
+/// end.
 std::string systemErrorText(std::uint32_t code);
 
 } // namespace base

@@ -111,10 +111,10 @@ TEST_F(OpSys, WindowTextHasTheLengthThatTheWindowTold) {
 
 // Errors
 
-TEST_F(OpSys, AnErrorHasTheSystemsTextOrItsNumber) {
+TEST_F(OpSys, AnErrorHasTheSystemsText) {
     const std::string text = systemErrorText(ERROR_ACCESS_DENIED);
-    EXPECT_TRUE(text.starts_with("Access ") && text.ends_with("denied.")) << text;
-    EXPECT_EQ(systemErrorText(0x2FFFFFFF), "error 805306367");
+    EXPECT_TRUE(text.starts_with("Access ") && text.find("denied") != std::string::npos) << text;
+    EXPECT_GT(text.back(), ' ') << "no line break";
 }
 
 } // namespace
