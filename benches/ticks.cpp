@@ -12,7 +12,8 @@ class NothingAround : public scheduler::RunLauncher,
                       public scheduler::OutcomeSource,
                       public scheduler::ScheduleStore,
                       public scheduler::UserMessages,
-                      public scheduler::EngineListener {
+                      public scheduler::EngineListener,
+                      public scheduler::RunListener {
 public:
     bool launch(const scheduler::ScheduledProject&) override { return false; }
     scheduler::RunOutcome take(std::uint32_t) override { return {}; }
@@ -20,6 +21,8 @@ public:
     void showError(const std::string&) override {}
     void showNotice(const std::string&) override {}
     void onSuspendedChanged(bool) override {}
+    void onRunStarted(const scheduler::ScheduledProject&, bool) noexcept override {}
+    void onRunFinished(const scheduler::FinishedRun&) noexcept override {}
 };
 
 [[gnu::noinline]] bool anyDue(const scheduler::ScheduleList& list, base::TimeValue now) {
@@ -37,8 +40,8 @@ void benchTicks() {
         list.assign(manyEntries(count));
         scheduler::RunPolicy policy;
         NothingAround around;
-        scheduler::SchedulerEngine engine(list, policy,
-                                          {base::systemClock(), around, around, around, around, around});
+        scheduler::SchedulerEngine engine(
+            list, policy, {base::systemClock(), around, around, around, around, around, around});
         const auto subject = [&] { return secondsOf([&] { engine.onTimer(referenceTime()); }); };
         const auto limit = [&] { return secondsOf([&] { keep(anyDue(list, referenceTime())); }); };
         compare({"a tick with nothing due", count, "entries", "one pass over the same fields", 1.5}, subject,

@@ -5,9 +5,11 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <fcntl.h>
 #include <io.h>
+#include <shlobj.h>
 #include <sys/stat.h>
 #include <utility>
 
@@ -149,6 +151,14 @@ std::string windowsDirectory() {
     if (!directory.empty() && !directory.ends_with('\\'))
         directory += '\\';
     return directory;
+}
+
+std::string localDataDirectory() {
+    std::array<char, MAX_PATH> directory{};
+    if (SHGetFolderPathA(nullptr, CSIDL_LOCAL_APPDATA | CSIDL_FLAG_CREATE, nullptr, SHGFP_TYPE_CURRENT,
+                         directory.data()) != S_OK)
+        return {};
+    return directory.data() + std::string("\\");
 }
 
 } // namespace base

@@ -79,4 +79,8 @@ private:
 /// The Windows directory, with a backslash at its end. Empty when the platform does not tell.
 std::string windowsDirectory();
 
+/// The folder for data of the current user on this machine, with a backslash at its end; created when it is
+/// missing. Empty when the platform does not tell.
+std::string localDataDirectory();
+
 } // namespace base

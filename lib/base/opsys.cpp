@@ -3,6 +3,7 @@
 #include "lib/base/base.h"
 #include "lib/base/formatting.h"
 #include "lib/base/sourceregistration.h"
+#include "lib/base/strings.h"
 
 #include <windows.h>
 
@@ -11,6 +12,7 @@
 #include <array>
 #include <cstdlib>
 #include <exception>
+#include <system_error>
 
 namespace base {
 namespace {
@@ -73,6 +75,12 @@ std::string windowText(HWND window) {
     }
     // The string's own terminating zero is the room for the platform's.
     GetWindowTextA(window, text.data(), length + 1);
+    return text;
+}
+
+std::string systemErrorText(std::uint32_t code) {
+    std::string text = std::system_category().message(static_cast<int>(code));
+    trimRight(text, whitespace);
     return text;
 }
 

@@ -3,6 +3,7 @@
 
 #include <windows.h>
 
+#include <cstdint>
 #include <string>
 
 namespace base {
@@ -28,5 +29,9 @@ HMODULE loadSystemLibrary(const std::string& name);
 
 /// A window's text; empty when it has none or memory cannot be had.
 std::string windowText(HWND window);
+
+/// The system's text for one of its error codes, in the user's language and without the line break at its
+/// end.
+std::string systemErrorText(std::uint32_t code);
 
 } // namespace base

@@ -56,11 +56,14 @@ bool startProcess(const std::string& commandLine, int showCommand, const std::st
 }
 
 std::uint32_t runProcessAndWait(const std::string& commandLine, int showCommand, const std::string& directory,
-                                std::uint32_t timeoutMs) {
+                                std::uint32_t timeoutMs, std::uint32_t* startError) {
     STARTUPINFOA startupInfo = startupInfoFor(showCommand);
     passStandardHandles(startupInfo, showCommand);
     PROCESS_INFORMATION processInfo{};
-    if (!createProcess(commandLine, startupInfo, processInfo, directory, true))
+    const bool started = createProcess(commandLine, startupInfo, processInfo, directory, true);
+    if (startError)
+        *startError = started ? ERROR_SUCCESS : GetLastError();
+    if (!started)
         return processFailed;
     KernelHandle process(processInfo.hProcess);
     KernelHandle thread(processInfo.hThread);

@@ -23,8 +23,10 @@ inline constexpr std::uint32_t processFailed = 0xFFFFFFFF;
 
 /// Starts `commandLine` with the program's standard handles and blocks the calling thread until it ends or
 /// `timeoutMs` milliseconds have passed (INFINITE: no limit). The exit code, STILL_ACTIVE (259) after a
-/// time-out, or processFailed. Leaves no handle open unless the waiting itself fails.
+/// time-out, or processFailed, which a process may also return itself. Leaves no handle open unless the
+/// waiting itself fails. `startError`, if given, receives the platform's error code when the process could
+/// not be started, else 0.
 std::uint32_t runProcessAndWait(const std::string& commandLine, int showCommand, const std::string& directory,
-                                std::uint32_t timeoutMs);
+                                std::uint32_t timeoutMs, std::uint32_t* startError = nullptr);
 
 } // namespace base

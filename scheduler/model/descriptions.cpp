@@ -29,11 +29,6 @@ bool hasRun(const ScheduledProject& entry) {
     return entry.lastRun != base::TimeValue() && entry.lastRun != base::TimeValue::never();
 }
 
-std::string followedName(const ScheduledProject& entry, const ScheduleList& schedule) {
-    const auto position = static_cast<std::size_t>(entry.afterIndex);
-    return entry.afterIndex >= 0 && position < schedule.size() ? displayName(schedule[position]) : unknown;
-}
-
 std::string timeOfDayText(const ScheduledProject& entry) {
     return base::formatLocaleTime(entry.time, false, true);
 }
@@ -94,6 +89,11 @@ std::string describeDaily(const ScheduledProject& entry) {
 
 std::string displayName(const ScheduledProject& entry) {
     return isCommandLine(entry) ? entry.path : base::baseNameOf(entry.path);
+}
+
+std::string followedName(const ScheduledProject& entry, const ScheduleList& schedule) {
+    const auto position = static_cast<std::size_t>(entry.afterIndex);
+    return entry.afterIndex >= 0 && position < schedule.size() ? displayName(schedule[position]) : unknown;
 }
 
 std::string describeSchedule(const ScheduledProject& entry, const ScheduleList& schedule) {

@@ -12,8 +12,10 @@ namespace scheduler {
 /// or the whole text of a command line, prefix included.
 std::string displayName(const ScheduledProject& entry);
 
-/// When the entry runs, for instance "every Mon/Wed at 8:00 PM". `schedule` tells the name of the followed
-/// entry, "(unknown)" when there is none at that position.
+/// The name of the entry that this one follows; "(unknown)" when there is none at that position.
+std::string followedName(const ScheduledProject& entry, const ScheduleList& schedule);
+
+/// When the entry runs, for instance "every Mon/Wed at 8:00 PM".
 std::string describeSchedule(const ScheduledProject& entry, const ScheduleList& schedule);
 
 /// How the entry runs, for instance "Run update only for up to 90 minutes via Office line; disconnect when

@@ -1,12 +1,11 @@
 #include "scheduler/model/schedulefile.h"
 
 #include "lib/base/files.h"
-#include "lib/base/strings.h"
+#include "lib/base/opsys.h"
 #include "scheduler/model/schedulecodec.h"
 
 #include <new>
 #include <span>
-#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -46,13 +45,6 @@ Written writeSchedule(const ScheduleList& list) {
     return written;
 }
 
-/// In the user's language, without a line break.
-std::string reasonFor(std::uint32_t error) {
-    std::string reason = std::system_category().message(static_cast<int>(error));
-    base::trimRight(reason, base::whitespace);
-    return reason;
-}
-
 } // namespace
 
 std::string schedulePath() {
@@ -89,7 +81,7 @@ void ScheduleFile::save(const ScheduleList& list) {
     if (std::exchange(failing_, true))
         return;
     try {
-        listener_.onSaveFailed(schedulePath(), reasonFor(written.error));
+        listener_.onSaveFailed(schedulePath(), base::systemErrorText(written.error));
     } catch (const std::bad_alloc&) {
         failing_ = false; // the next failure tells
     }

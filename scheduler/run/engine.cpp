@@ -121,16 +121,19 @@ void SchedulerEngine::startEntry(std::size_t position, base::TimeValue now, Caus
         return;
     }
 
-    markRunning(entries_[position], now);
+    ScheduledProject& entry = entries_[position];
+    markRunning(entry, now);
+    if (cause != Cause::Trial)
+        services_.runs.onRunStarted(entry, cause == Cause::User);
     // After a trial the entry stays marked as running and no end will be reported for it: that is how the
     // test command shows what would have been started. The next start of the program clears it.
-    if (cause == Cause::Trial || launch(entries_[position])) {
+    if (cause == Cause::Trial || launch(entry)) {
         entries_.noteChange();
         return;
     }
     if (cause == Cause::User)
         tellOfFailure();
-    finishRun(position, now, notRun(systemErrorText));
+    finishRun(position, now, notRun(systemErrorText), RunEnd::SystemError);
 }
 
 bool SchedulerEngine::launch(const ScheduledProject& entry) noexcept {
@@ -161,7 +164,8 @@ void SchedulerEngine::waitForOthers(std::size_t position, base::TimeValue now) {
         // Giving up is recorded as a run that began and ended now and went well, so it is not retried and
         // those that follow this entry are woken.
         markRunning(entry, now);
-        finishRun(position, now, notRun(conflictText));
+        services_.runs.onRunStarted(entry, false);
+        finishRun(position, now, notRun(conflictText), RunEnd::GaveUpWaiting);
     }
     entries_.noteChange();
 }
@@ -197,7 +201,7 @@ bool SchedulerEngine::onRunFinished(std::uint32_t runNumber) {
     if (position == entries_.size())
         return false;
 
-    finishRun(position, services_.clock.now(), outcomeOf(entries_[position]));
+    finishRun(position, services_.clock.now(), outcomeOf(entries_[position]), RunEnd::Reported);
     return true;
 }
 
@@ -215,7 +219,8 @@ RunOutcome SchedulerEngine::outcomeOf(const ScheduledProject& entry) const {
     }
 }
 
-void SchedulerEngine::finishRun(std::size_t position, base::TimeValue finishTime, RunOutcome outcome) {
+void SchedulerEngine::finishRun(std::size_t position, base::TimeValue finishTime, RunOutcome outcome,
+                                RunEnd how) {
     ScheduledProject& entry = entries_[position];
     entry.running = 0;
     entry.lastRun = entry.runStart;
@@ -234,6 +239,7 @@ void SchedulerEngine::finishRun(std::size_t position, base::TimeValue finishTime
 
     entries_.noteChange();
     services_.store.save(entries_);
+    services_.runs.onRunFinished({entry, finishTime, outcome.errorCode, how});
 }
 
 void SchedulerEngine::wakeFollowers(std::size_t position, base::TimeValue finishTime) {

@@ -12,6 +12,7 @@
 #include "scheduler/model/schedulestore.h"
 #include "scheduler/run/outcomesource.h"
 #include "scheduler/run/runlauncher.h"
+#include "scheduler/run/runlistener.h"
 #include "scheduler/run/usermessages.h"
 
 #include <cstddef>
@@ -46,6 +47,7 @@ struct EngineServices {
     ScheduleStore& store;
     UserMessages& messages;
     EngineListener& listener;
+    RunListener& runs;
 };
 
 class SchedulerEngine : private ScheduleObserver {
@@ -122,7 +124,7 @@ private:
     void markRunning(ScheduledProject& entry, base::TimeValue now);
     RunOutcome outcomeOf(const ScheduledProject& entry) const;
     std::size_t findRun(std::uint32_t runNumber) const;
-    void finishRun(std::size_t position, base::TimeValue finishTime, RunOutcome outcome);
+    void finishRun(std::size_t position, base::TimeValue finishTime, RunOutcome outcome, RunEnd how);
     void wakeFollowers(std::size_t position, base::TimeValue finishTime);
 
     void onEntriesRemoved(std::span<const std::size_t> positions) override;

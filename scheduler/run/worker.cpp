@@ -22,26 +22,38 @@ struct RunRequest {
     HWND window; ///< told of the end
 };
 
-void runToItsEnd(const std::string& commandLine) {
+/// 0, or why the process could not be started.
+std::uint32_t runToItsEnd(const std::string& commandLine) {
+    std::uint32_t startError = ERROR_SUCCESS;
     // No time-out: the spider keeps to the entry's time limit by itself, and nothing here ends a process. Its
-    // exit code says nothing either; a start that failed is a run that ended at once.
-    base::runProcessAndWait(commandLine, SW_SHOWMINNOACTIVE, workingDirectoryOf(commandLine), INFINITE);
+    // exit code says nothing either.
+    base::runProcessAndWait(commandLine, SW_SHOWMINNOACTIVE, workingDirectoryOf(commandLine), INFINITE,
+                            &startError);
+    return startError;
+}
+
+/// Posted, never sent: the worker must not wait for the user interface. A queue that is full takes it later;
+/// without the end of its run the entry would run for ever.
+void report(const RunRequest& request, UINT message, std::uint32_t parameter) {
+    while (!PostMessageA(request.window, message, request.runNumber, static_cast<LPARAM>(parameter)) &&
+           IsWindow(request.window))
+        Sleep(retryMilliseconds);
 }
 
 // The entry of a worker thread.
 void supervise(void* argument) noexcept {
     const std::unique_ptr<const RunRequest> request(static_cast<RunRequest*>(argument));
+    std::uint32_t startError = ERROR_SUCCESS;
     try {
-        runToItsEnd(request->commandLine);
+        startError = runToItsEnd(request->commandLine);
     } catch (...) {
-        // Memory ran out before the process could be started: its end is reported like that of any failed
-        // start.
+        // Memory ran out before the process could be started.
+        startError = ERROR_NOT_ENOUGH_MEMORY;
     }
-    // Posted, never sent: the worker must not wait for the user interface. A queue that is full takes it
-    // later; without it the entry would run for ever.
-    while (!PostMessageA(request->window, WM_RUN_FINISHED, request->runNumber, 0) &&
-           IsWindow(request->window))
-        Sleep(retryMilliseconds);
+    // A start that failed is a run that ended at once.
+    if (startError != ERROR_SUCCESS)
+        report(*request, WM_RUN_NOT_STARTED, startError);
+    report(*request, WM_RUN_FINISHED, 0);
 }
 
 } // namespace

@@ -10,6 +10,10 @@ namespace scheduler {
 /// Posted to the main window when a run's process has ended; wParam is the run number, lParam 0.
 inline constexpr UINT WM_RUN_FINISHED = WM_USER + 1;
 
+/// Posted before WM_RUN_FINISHED when the process of a run could not be started; wParam is the run number,
+/// lParam the platform's error code.
+inline constexpr UINT WM_RUN_NOT_STARTED = WM_APP + 1;
+
 /// Starts runs on worker threads that report to one window.
 class WorkerLauncher : public RunLauncher {
 public:

@@ -53,14 +53,14 @@ bool changesSchedule(UINT command) {
 MainWindow::MainWindow()
     : class_("scheduler"),
       taskbarCreated_(RegisterWindowMessageA("TaskbarCreated")),
-      engine_(schedule_, preferences_, {clock_, launcher_, outcomes_, file_, messages_, *this}),
+      engine_(schedule_, preferences_, {clock_, launcher_, outcomes_, file_, messages_, *this, history_}),
       rows_(
           schedule_, [this] { return engine_.state(); }, clock_),
       list_(schedule_, rows_),
       commands_(schedule_, engine_, file_, clock_,
                 [this](const std::string& path) { static_cast<void>(openProject(path, messages_)); }),
       presence_(*this, preferences_),
-      exit_({schedule_, file_, preferences_, list_, icon_, presence_}) {}
+      exit_({schedule_, file_, preferences_, list_, icon_, presence_, history_}) {}
 
 // Nothing is shown before it is known where and whether, and the first next runs are computed while the
 // start-up flag is set.
@@ -72,6 +72,7 @@ bool MainWindow::start(const std::string& commandLine, int showCommand) {
     RegistryOutcomes::discardAll();
     base::RegistryStore store = appRegistryKey(stateSection);
     applySavedState(store, showCommand);
+    history_.note(ProgramEvent::Started, base::executablePath());
     file_.load(schedule_);
     engine_.resetAll(clock_.now());
     list_.restoreColumns(store);
@@ -135,6 +136,10 @@ Handled MainWindow::onMessage(const framework::Message& message) {
         return 0;
     case WM_RUN_FINISHED:
         static_cast<void>(engine_.onRunFinished(static_cast<std::uint32_t>(message.wParam)));
+        return 0;
+    case WM_RUN_NOT_STARTED:
+        history_.onProcessNotStarted(static_cast<std::uint32_t>(message.wParam),
+                                     base::systemErrorText(static_cast<std::uint32_t>(message.lParam)));
         return 0;
     case base::WM_TRAY_NOTIFY:
         NotificationIcon::onMouse(static_cast<UINT>(message.lParam), presence_);
@@ -249,12 +254,16 @@ void MainWindow::onSuspendedChanged(bool suspended) {
         SetWindowTextA(handle(), title.c_str());
     icon_.update(suspended);
     storePreferences(preferences_);
+    history_.note(suspended ? ProgramEvent::Suspended : ProgramEvent::Resumed);
 }
 
-void MainWindow::onLoadFailed(const std::string&) {} // the empty list shows it
+void MainWindow::onLoadFailed(const std::string& path) {
+    history_.note(ProgramEvent::NotRead, path);
+}
 
 void MainWindow::onSaveFailed(const std::string& path, const std::string& reason) {
     icon_.warn(saveFailedText(path, reason));
+    history_.note(ProgramEvent::NotSaved, path, reason);
 }
 
 void MainWindow::addByEditor() {

@@ -6,7 +6,9 @@
 #include "scheduler/model/schedulefile.h"
 #include "scheduler/model/schedulelist.h"
 #include "scheduler/run/engine.h"
+#include "scheduler/run/historyfile.h"
 #include "scheduler/run/outcomes.h"
+#include "scheduler/run/runhistory.h"
 #include "scheduler/run/worker.h"
 #include "scheduler/ui/framework/window.h"
 #include "scheduler/ui/framework/windowclass.h"
@@ -60,6 +62,8 @@ private:
     WorkerLauncher launcher_;
     RegistryOutcomes outcomes_;
     MessageBoxes messages_;
+    HistoryFile historyFile_;
+    RunHistory history_{schedule_, clock_, historyFile_};
     SchedulerEngine engine_;
     ScheduleRows rows_;
     ScheduleListView list_;

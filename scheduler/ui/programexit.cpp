@@ -26,6 +26,7 @@ void ProgramExit::onSessionEnd() {
     // do so as soon as this message is answered, which is at once when the question stands already.
     parts_.presence.rememberPlace();
     save();
+    parts_.history.note(ProgramEvent::SessionEnd);
     exitProgram(ExitMode::AskFirst);
 }
 

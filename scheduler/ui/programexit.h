@@ -4,6 +4,7 @@
 #include "scheduler/model/preferences.h"
 #include "scheduler/model/schedulelist.h"
 #include "scheduler/model/schedulestore.h"
+#include "scheduler/run/runhistory.h"
 #include "scheduler/ui/notificationicon.h"
 #include "scheduler/ui/schedulelistview.h"
 #include "scheduler/ui/windowpresence.h"
@@ -24,6 +25,7 @@ struct ExitParts {
     const ScheduleListView& list;
     NotificationIcon& icon;
     WindowPresence& presence;
+    RunHistory& history;
 };
 
 class ProgramExit {

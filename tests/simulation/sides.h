@@ -9,6 +9,7 @@
 #include "tests/support/encodedschedule.h"
 #include "tests/support/eventlog.h"
 #include "tests/support/fakeclock.h"
+#include "tests/support/fakerunlistener.h"
 #include "tests/support/redrawlog.h"
 
 #include <chrono>
@@ -80,7 +81,7 @@ public:
 
     struct Program {
         explicit Program(EngineSide& side)
-            : engine(entries, side.policy, {side.clock, side, side, side, side, side}),
+            : engine(entries, side.policy, {side.clock, side, side, side, side, side, side.runs}),
               commands(entries, engine, side, side.clock, [](const std::string&) {}) {}
 
         scheduler::ScheduleList entries;
@@ -122,6 +123,7 @@ public:
 
     test::FakeClock clock;
     scheduler::RunPolicy policy; ///< outlives the program, as the preferences in the registry do
+    test::FakeRunListener runs;
     std::unique_ptr<Program> program;
 
 private:

@@ -11,7 +11,9 @@
 #include <gmock/gmock.h>
 
 #include <cstddef>
+#include <cstdlib>
 #include <optional>
+#include <shlobj.h>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -35,6 +37,7 @@ SCHEDULER_STAND_IN("kernel32.dll", CreateFileA, "_CreateFileA@28");
 SCHEDULER_STAND_IN("kernel32.dll", CreateFileMappingA, "_CreateFileMappingA@24");
 SCHEDULER_STAND_IN("kernel32.dll", MapViewOfFile, "_MapViewOfFile@20");
 SCHEDULER_STAND_IN("kernel32.dll", GetFileSize, "_GetFileSize@8");
+SCHEDULER_STAND_IN("shell32.dll", SHGetFolderPathA, "_SHGetFolderPathA@20");
 SCHEDULER_REPLACE_IMPORT(GetWindowsDirectoryA, "_GetWindowsDirectoryA@8", tellWindows);
 
 namespace base {
@@ -101,6 +104,17 @@ TEST_F(Files, WindowsDirectoryIsAskedForAgainWhen256CharactersAreTooFew) {
     }
     simulatedWindows = "C:\\";
     EXPECT_EQ(windowsDirectory(), "C:\\") << "it has its backslash";
+}
+
+TEST_F(Files, LocalDataDirectoryIsThatOfTheUser) {
+    EXPECT_EQ(localDataDirectory(), std::getenv("LOCALAPPDATA") + "\\"s);
+    EXPECT_TRUE(fileExists(localDataDirectory()));
+}
+
+TEST_F(Files, LocalDataDirectoryIsEmptyWhenThePlatformDoesNotTell) {
+    platform::SHGetFolderPathA.answer = E_FAIL;
+    EXPECT_EQ(localDataDirectory(), "");
+    platform::SHGetFolderPathA.answer.reset();
 }
 
 TEST_F(Files, MappedFileShowsTheWholeFileReadOnly) {

@@ -163,5 +163,13 @@ TEST_F(OpSys, WindowTextHasTheLengthThatTheWindowTold) {
     RemovePropA(window_, "huge");
 }
 
+// Errors
+
+TEST_F(OpSys, AnErrorHasTheSystemsText) {
+    const std::string text = systemErrorText(ERROR_ACCESS_DENIED);
+    EXPECT_TRUE(text.starts_with("Access ") && text.find("denied") != std::string::npos) << text;
+    EXPECT_GT(text.back(), ' ') << "no line break";
+}
+
 } // namespace
 } // namespace base

@@ -91,6 +91,14 @@ TEST_F(Processes, WhatCannotBeStartedFails) {
     EXPECT_EQ(runProcessAndWait(child("0"), SW_HIDE, "C:\\missing", INFINITE), processFailed);
 }
 
+TEST_F(Processes, RunTellsAStartThatFailedFromAProcessThatFailed) {
+    std::uint32_t startError = 77;
+    EXPECT_EQ(runProcessAndWait("C:\\missing.exe", SW_HIDE, "", INFINITE, &startError), 0xFFFFFFFFU);
+    EXPECT_EQ(startError, DWORD{ERROR_FILE_NOT_FOUND});
+    EXPECT_EQ(runProcessAndWait(child("4294967295"), SW_HIDE, "", INFINITE, &startError), 0xFFFFFFFFU);
+    EXPECT_EQ(startError, DWORD{ERROR_SUCCESS});
+}
+
 TEST_F(Processes, RunGivesTheExitCode) {
     for (const std::uint32_t code : {0U, 1U, 42U, 259U, 0x80000000U, 0xC0000005U})
         EXPECT_EQ(run(std::to_string(code)), code);

@@ -144,8 +144,8 @@ TEST_F(Engine, ASweepOverTheScheduleReadsTheClockOnce) {
 
 TEST_F(Engine, AfterItsEndItIsNotToldOfRemovals) {
     addIdle("a.kra");
-    std::make_unique<SchedulerEngine>(entries, policy,
-                                      EngineServices{clock, launcher, outcomes, store, messages, listener});
+    std::make_unique<SchedulerEngine>(
+        entries, policy, EngineServices{clock, launcher, outcomes, store, messages, listener, runs});
     entries.remove(0); // only an address sanitizer notices a call
 }
 

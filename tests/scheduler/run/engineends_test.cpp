@@ -159,6 +159,48 @@ TEST_F(EngineEnds, ARetryIsFiveSecondsLaterThanItsIntervalUnlessTheLimitIsReache
     }
 }
 
+TEST_F(EngineEnds, TheListenerIsToldOfTheStartBeforeTheProcessAndOfTheEndAfterTheSave) {
+    runs.log = &log;
+    addDue("a.kra");
+    addIdle("b.kra").retryLimit = 1;
+    tickAt(10);
+    EXPECT_THAT(log, ElementsAre("started: a.kra as run 1", "launch a.kra as run 1", "redraw"));
+    EXPECT_TRUE(finishAt(70, 1, {"7 pages", 0}));
+    EXPECT_THAT(log, ElementsAre("take outcome 1", "redraw", "save",
+                                 "ended: a.kra as run 1 after 60 s with error 0"));
+    log.clear();
+    engine.runEntry(1, at(80), true);
+    EXPECT_THAT(log, ElementsAre("started by hand: b.kra as run 1", "launch b.kra as run 1", "redraw"));
+    EXPECT_TRUE(finishAt(85, 1, {"failed", 5}));
+    EXPECT_EQ(log.back(), "ended: b.kra as run 1 after 5 s with error 5");
+}
+
+TEST_F(EngineEnds, TheListenerIsToldOfRunsThatNeverBegan) {
+    runs.log = &log;
+    launcher.threadsStart = false;
+    addDue("a.kra");
+    tickAt(10);
+    EXPECT_THAT(log, ElementsAre("started: a.kra as run 1", "launch a.kra as run 1", "save",
+                                 "system error: a.kra as run 1 after 0 s with error 0", "redraw"));
+    policy.waitTime = 0;
+    addRunning("b.kra", 4);
+    entries[0].nextRun = at(20);
+    tickAt(20);
+    EXPECT_THAT(log, IsEmpty());
+    tickAt(80);
+    EXPECT_THAT(log, ElementsAre("started: a.kra as run 5", "save",
+                                 "gave up: a.kra as run 5 after 0 s with error 0", "redraw"));
+}
+
+TEST_F(EngineEnds, TheListenerIsNotToldOfTrialsNorOfEndsThatAreIgnored) {
+    runs.log = &log;
+    addDue("a.kra");
+    engine.testTick();
+    EXPECT_THAT(log, ElementsAre("redraw"));
+    EXPECT_FALSE(finishAt(5, 2));
+    EXPECT_THAT(log, IsEmpty());
+}
+
 TEST_F(EngineEnds, EveryFollowerIsWokenAndNoOtherEntry) {
     addFollower("before.kra", 2, 1);
     addFollower("disabled.kra", 2, 10);

@@ -5,6 +5,7 @@
 #include "tests/support/fakeenginelistener.h"
 #include "tests/support/fakeoutcomesource.h"
 #include "tests/support/fakerunlauncher.h"
+#include "tests/support/fakerunlistener.h"
 #include "tests/support/mockusermessages.h"
 #include "tests/support/redrawlog.h"
 
@@ -86,10 +87,11 @@ protected:
     LoggingStore store{log};
     testing::StrictMock<test::MockUserMessages> messages;
     test::FakeEngineListener listener{log};
+    test::FakeRunListener runs;
     ScheduleList entries;
     test::RedrawLog redraws{entries, log};
     RunPolicy policy;
-    SchedulerEngine engine{entries, policy, {clock, launcher, outcomes, store, messages, listener}};
+    SchedulerEngine engine{entries, policy, {clock, launcher, outcomes, store, messages, listener, runs}};
 };
 
 } // namespace scheduler

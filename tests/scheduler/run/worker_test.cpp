@@ -64,15 +64,31 @@ void waitForWorkers() {
     ASSERT_EQ(workers, 0);
 }
 
+struct Posted {
+    UINT message;
+    WPARAM wParam;
+    LPARAM lParam;
+
+    friend bool operator==(const Posted&, const Posted&) = default;
+};
+
 class MessageWindow {
 public:
     ~MessageWindow() { DestroyWindow(handle); }
 
-    /// The run numbers of the ends that have been posted since the last call.
+    /// All that has been posted since the last call.
+    std::vector<Posted> posted() const {
+        std::vector<Posted> messages;
+        for (MSG message{}; PeekMessageA(&message, handle, 0, 0, PM_REMOVE);)
+            messages.push_back({message.message, message.wParam, message.lParam});
+        return messages;
+    }
+
+    /// The run numbers of the ends that have been posted since the last call, alone.
     std::vector<WPARAM> ends() const {
         std::vector<WPARAM> numbers;
-        for (MSG message{}; PeekMessageA(&message, handle, 0x0401, 0x0401, PM_REMOVE);) {
-            EXPECT_EQ(message.lParam, 0);
+        for (const Posted& message : posted()) {
+            EXPECT_EQ(message, (Posted{0x0401, message.wParam, 0}));
             numbers.push_back(message.wParam);
         }
         return numbers;
@@ -143,15 +159,24 @@ TEST_F(Worker, TheEndIsPostedOnceTheQueueTakesIt) {
     };
     ASSERT_TRUE(launch(5));
     waitForWorkers();
-    platform::PostMessageA.note = nullptr;
     EXPECT_THAT(window.ends(), ElementsAre(5));
+
+    processes.canStart = false;
+    postsRefused = 2;
+    platform::PostMessageA.answer = FALSE;
+    ASSERT_TRUE(launch(6));
+    waitForWorkers();
+    platform::PostMessageA.note = nullptr;
+    EXPECT_THAT(window.posted(),
+                ElementsAre(Posted{WM_RUN_NOT_STARTED, 6, ERROR_FILE_NOT_FOUND}, Posted{0x0401, 6, 0}));
 }
 
-TEST_F(Worker, AProcessThatCannotBeStartedHasEndedAtOnce) {
+TEST_F(Worker, AProcessThatCannotBeStartedHasEndedAtOnceAndTheReasonIsPostedFirst) {
     processes.canStart = false;
     ASSERT_TRUE(launch(3));
     waitForWorkers();
-    EXPECT_THAT(window.ends(), ElementsAre(3));
+    EXPECT_THAT(window.posted(),
+                ElementsAre(Posted{WM_RUN_NOT_STARTED, 3, ERROR_FILE_NOT_FOUND}, Posted{0x0401, 3, 0}));
 
     AcquireSRWLockExclusive(&workersMayBegin);
     ASSERT_TRUE(launch(4));
@@ -161,7 +186,8 @@ TEST_F(Worker, AProcessThatCannotBeStartedHasEndedAtOnce) {
         waitForWorkers();
     }
     EXPECT_EQ(processes.starts.size(), 1U) << "without memory, not even tried";
-    EXPECT_THAT(window.ends(), ElementsAre(4));
+    EXPECT_THAT(window.posted(),
+                ElementsAre(Posted{WM_RUN_NOT_STARTED, 4, ERROR_NOT_ENOUGH_MEMORY}, Posted{0x0401, 4, 0}));
 }
 
 TEST_F(Worker, TheEndIsPostedToTheWindowOfTheLaunch) {

@@ -7,6 +7,7 @@
 #include "tests/scheduler/ui/listwindow.h"
 #include "tests/scheduler/ui/platformcalls.h"
 #include "tests/support/eventlog.h"
+#include "tests/support/fakehistorystore.h"
 #include "tests/support/fakeschedulestore.h"
 
 #include <gmock/gmock.h>
@@ -42,6 +43,7 @@ protected:
     }
 
     void save(const scheduler::ScheduleList& list) override {
+        EXPECT_TRUE(!events_.empty() || historyStore_.lines.empty()) << "noted before the save";
         events_.push_back("schedule saved after columns of " + std::to_string(savedWidth()) +
                           (autostart().empty() ? "" : " and autostart"));
         FakeScheduleStore::save(list);
@@ -53,7 +55,10 @@ protected:
     scheduler::Preferences preferences_;
     scheduler::NotificationIcon icon_;
     scheduler::WindowPresence presence_{window_, preferences_};
-    scheduler::ProgramExit exit_{{window_.schedule, *this, preferences_, window_.list, icon_, presence_}};
+    test::FakeHistoryStore historyStore_;
+    scheduler::RunHistory history_{window_.schedule, window_.clock, historyStore_};
+    scheduler::ProgramExit exit_{
+        {window_.schedule, *this, preferences_, window_.list, icon_, presence_, history_}};
 
 private:
     Instead<test::Shell_NotifyIconACall> shell_{[this](DWORD message, NOTIFYICONDATAA*) {
@@ -141,10 +146,11 @@ TEST_F(ProgramExit, AQuestionThatCannotBeAskedIsAskedByTheNextRequest) {
     EXPECT_EQ(events_.back(), "quit 0 with autostart");
 }
 
-TEST_F(ProgramExit, TheEndOfTheSessionSavesBeforeItAsks) {
+TEST_F(ProgramExit, TheEndOfTheSessionSavesAndIsNotedBeforeItAsks) {
     addPendingEntry();
     boxes_.answer = [&](const auto&) {
         EXPECT_THAT(events_, ElementsAre("schedule saved after columns of 123"));
+        EXPECT_EQ(historyStore_.lines.size(), 1U);
         return IDNO;
     };
     exit_.onSessionEnd();

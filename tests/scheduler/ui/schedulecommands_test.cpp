@@ -3,6 +3,7 @@
 #include "tests/support/fakeenginelistener.h"
 #include "tests/support/fakeoutcomesource.h"
 #include "tests/support/fakerunlauncher.h"
+#include "tests/support/fakerunlistener.h"
 #include "tests/support/fakeschedulestore.h"
 #include "tests/support/mockusermessages.h"
 #include "tests/support/redrawlog.h"
@@ -53,12 +54,13 @@ protected:
     test::FakeRunLauncher launcher_{log_};
     test::FakeOutcomeSource outcomes_{log_};
     test::FakeEngineListener listener_{log_};
+    test::FakeRunListener runs_;
     testing::NiceMock<test::MockUserMessages> messages_;
     test::FakeScheduleStore store_;
     scheduler::ScheduleList schedule_;
     scheduler::RunPolicy policy_;
     scheduler::SchedulerEngine engine_{
-        schedule_, policy_, {clock_, launcher_, outcomes_, store_, messages_, listener_}};
+        schedule_, policy_, {clock_, launcher_, outcomes_, store_, messages_, listener_, runs_}};
     std::vector<std::string> opened_;
     scheduler::ScheduleCommands commands_{schedule_, engine_, store_, clock_,
                                           [this](const std::string& path) { opened_.push_back(path); }};
