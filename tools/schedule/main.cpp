@@ -1,6 +1,7 @@
 // Makes, shows and watches the schedule file of this Windows; the usage in commands.cpp tells how.
 #include "tools/schedule/commands.h"
 
+// Without memory the tool ends with an error. NOLINTNEXTLINE(bugprone-exception-escape)
 int main(int argc, char* argv[]) {
     return runCommand({argv + 1, argv + argc});
 }
