@@ -104,7 +104,7 @@ Function startAgain
     ; A STARTUPINFO with STARTF_USESHOWWINDOW and SW_HIDE, and a PROCESS_INFORMATION.
     System::Call '*(i 68, p, p, p, i, i, i, i, i, i, i, i 1, &i2 0, &i2, p, p, p, p) p .r1'
     System::Call '*(p, p, i, i) p .r2'
-    System::Call 'advapi32::CreateProcessWithTokenW(p $closedToken, i 0, w r0, p 0, i 0, p 0, p 0, p r1, p r2) i .r3'
+    System::Call `advapi32::CreateProcessWithTokenW(p $closedToken, i 0, p 0, w '"$0"', i 0, p 0, p 0, p r1, p r2) i .r3`
     ${If} $3 = 0
         Exec '"$WINDIR\explorer.exe" "$0"'
     ${EndIf}

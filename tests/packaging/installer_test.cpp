@@ -92,6 +92,12 @@ TEST_F(Installer, LeavesAnotherCopysStartWithWindowsWhenItIsRemoved) {
     EXPECT_EQ(autostart(), "\"C:\\Unpacked\\scheduler.exe\" /s");
 }
 
+TEST_F(Installer, TellsThatItsUserCancelled) {
+    const SetupProcess installation(setup());
+    installation.press("&Next >", IDCANCEL);
+    EXPECT_EQ(installation.waitForEnd(), 1U);
+}
+
 TEST_F(Installer, PagesInstallAndRemoveEverything) {
     const SetupProcess installation(setup());
     installation.press("&Next >", IDOK);
