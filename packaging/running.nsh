@@ -28,8 +28,8 @@ Function ${un}isRunning
     Push $5
 FunctionEnd
 
-; Ends a running copy, as its Exit command does: it may ask its user first. The answer No, or in a silent run no answer
-; within a minute, ends the installation instead.
+; Ends a running copy, as its Exit command does: it may ask its user first. After the answer No, or no answer within a
+; minute, the user can try again, while a silent run ends.
 Function ${un}closeProgram
     retry:
     Call ${un}isRunning
@@ -45,12 +45,22 @@ Function ${un}closeProgram
         !if "${un}" == ""
             Call rememberProgram
         !endif
-        System::Call 'user32::AllowSetForegroundWindow(i -1)' ; ASFW_ANY: its question comes to the front
-        ${If} ${Silent}
-            SendMessage $1 ${WM_COMMAND} 2012 0 /TIMEOUT=60000
-        ${Else}
-            SendMessage $1 ${WM_COMMAND} 2012 0
-        ${EndIf}
+        SendMessage $1 ${WM_COMMAND} 2012 0 /TIMEOUT=1000
+        ; Its question, if it asks, would stay behind the installer's window.
+        System::Call 'user32::GetLastActivePopup(p r1) p .r2'
+        System::Call 'user32::SetForegroundWindow(p r2)'
+        HideWindow
+        StrCpy $0 600 ; tenths of a second
+        ${DoWhile} $0 > 0
+            System::Call 'user32::IsWindowVisible(p r2) i .r3'
+            ${If} $2 P= $1
+            ${OrIf} $3 = 0
+                ${Break}
+            ${EndIf}
+            Sleep 100
+            IntOp $0 $0 - 1
+        ${Loop}
+        BringToFront
     ${EndIf}
     ; The user has answered: a copy that ends needs no more than a moment.
     StrCpy $2 100 ; tenths of a second

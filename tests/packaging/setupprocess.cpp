@@ -94,6 +94,10 @@ void SetupProcess::click(const std::string& text) const {
     SendMessageA(control, BM_CLICK, 0, 0);
 }
 
+bool SetupProcess::shows(const std::string& text) const {
+    return findControl(id_, text) != nullptr;
+}
+
 DWORD SetupProcess::waitForEnd() const {
     DWORD code = base::processFailed;
     if (WaitForSingleObject(process_.get(), test::patience) == WAIT_OBJECT_0)

@@ -25,6 +25,8 @@ public:
     void press(const std::string& text, int button) const;
     /// Waits for a control with a text beginning with `text`, and clicks on it.
     void click(const std::string& text) const;
+    /// Whether a control with a text beginning with `text` can be seen.
+    bool shows(const std::string& text) const;
     /// The exit code; base::processFailed when the process does not end.
     DWORD waitForEnd() const;
 

@@ -17,7 +17,7 @@ namespace {
 
 class Upgrade : public driver::InstallerTest {
 protected:
-    /// What a closed copy looks like that the installer has started again.
+    /// Waits for the copy that the installer starts in place of the one that it has closed.
     static void expectHiddenCopy() {
         const HWND window = waitForWindow();
         ASSERT_NE(window, nullptr);
@@ -45,6 +45,7 @@ TEST_F(Upgrade, TakesNoOtherWindowWithTheTitleForTheProgram) {
         CreateWindowExA(0, "Static", "Corvane Scheduler", 0, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr);
     EXPECT_EQ(runSetup("/S"), 0U);
     EXPECT_TRUE(scheduler_.waitForExit());
+    expectHiddenCopy();
     DestroyWindow(other);
 }
 
@@ -87,6 +88,22 @@ TEST_F(Upgrade, StartsTheOldCopyAgainWhenAFileCannotBeReplaced) {
     EXPECT_EQ(runSetup("/S"), refused);
     EXPECT_TRUE(installed_.waitForExit());
     expectHiddenCopy();
+}
+
+TEST_F(Upgrade, PagesMakeRoomForTheProgramsQuestion) {
+    ASSERT_EQ(runSetup("/S"), 0U);
+    driver::saveEntries({driver::pendingEntry()});
+    ASSERT_TRUE(installed_.start());
+    const SetupProcess upgrade(setup());
+    upgrade.press("&Next >", IDOK);
+    upgrade.press("&Install", IDOK);
+    ASSERT_TRUE(waitUntil([&] { return installed_.messageBox() != nullptr; })) << "the program asks";
+    EXPECT_TRUE(waitUntil([&] { return !upgrade.shows("Please wait"); }));
+    driver::SchedulerProcess::press(installed_.messageBox(), IDYES);
+    EXPECT_TRUE(installed_.waitForExit());
+    upgrade.press("&Finish", IDOK);
+    EXPECT_EQ(upgrade.waitForEnd(), 0U);
+    EXPECT_NE(waitForWindow(), nullptr);
 }
 
 TEST_F(Upgrade, FailsWhileACopyWithMoreRightsRuns) {
