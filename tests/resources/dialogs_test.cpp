@@ -119,12 +119,13 @@ TEST(Dialogs, ThePreferencesAreLaidOutAsDesigned) {
 }
 
 TEST(Dialogs, TheAboutDialogIsLaidOutAsDesigned) {
-    expectDialog(101, "About the Corvane Scheduler", 286, 62, popupStyle,
-                 {
-                     {-1, "static", "#100", 7, 7, 20, 20, SS_ICON | shown},
-                     {-1, "static", "Corvane Scheduler, version 1.34", 40, 7, 239, 26, label | shown},
-                     {1, "button", "OK", 118, 41, 50, 14, defaultPush | group | shown},
-                 });
+    expectDialog(
+        101, "About the Corvane Scheduler", 286, 62, popupStyle,
+        {
+            {-1, "static", "#100", 7, 7, 20, 20, SS_ICON | shown},
+            {-1, "static", "Corvane Scheduler, version " PACKAGE_VERSION, 40, 7, 239, 26, label | shown},
+            {1, "button", "OK", 118, 41, 50, 14, defaultPush | group | shown},
+        });
 }
 
 } // namespace

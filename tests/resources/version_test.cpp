@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -13,6 +14,7 @@ namespace {
 
 using testing::HasSubstr;
 using testing::Not;
+using testing::StartsWith;
 
 std::string manifest() {
     return std::string(test::resourceBytes(RT_MANIFEST, 1)); // a program's own manifest has number 1
@@ -55,14 +57,20 @@ TEST_F(Version, TheRecordNamesTheProgramAndItsMaker) {
 }
 
 TEST_F(Version, TheVersionIsTheSameInTextAndNumbers) {
-    EXPECT_EQ(text("FileVersion"), "1.34");
-    EXPECT_EQ(text("ProductVersion"), "1.34");
+    EXPECT_EQ(text("FileVersion"), PACKAGE_VERSION);
+    EXPECT_EQ(text("ProductVersion"), PACKAGE_VERSION);
 
     const auto* numbers = static_cast<const VS_FIXEDFILEINFO*>(value("\\", sizeof(VS_FIXEDFILEINFO)));
     ASSERT_TRUE(numbers);
-    EXPECT_EQ(numbers->dwFileVersionMS, DWORD{1 << 16 | 34});
-    EXPECT_EQ(numbers->dwFileVersionLS, 0U);
-    EXPECT_EQ(numbers->dwProductVersionMS, DWORD{1 << 16 | 34});
+    const auto fields = [](DWORD high, DWORD low) {
+        std::ostringstream text;
+        text << HIWORD(high) << '.' << LOWORD(high) << '.' << HIWORD(low) << '.' << LOWORD(low);
+        return text.str();
+    };
+    EXPECT_THAT(PACKAGE_VERSION ".0.0",
+                StartsWith(fields(numbers->dwFileVersionMS, numbers->dwFileVersionLS)));
+    EXPECT_EQ(numbers->dwProductVersionMS, numbers->dwFileVersionMS);
+    EXPECT_EQ(numbers->dwProductVersionLS, numbers->dwFileVersionLS);
 }
 
 TEST_F(Version, ItsTextsAreInEnglish) {
