@@ -25,7 +25,7 @@ constexpr ProjectFile projectFiles[] = {
     {.name = "news.kra", .content = "# Takes three seconds and goes well.\nseconds=3\n"},
     {.name = "report.kra", .content = "# Over at once.\n"},
     {.name = "mirror.krb",
-     .content = "# Takes a second and leaves a text.\nseconds=1\nresult=2 pages could not be found\n"},
+     .content = "# Takes a second and leaves a text.\nseconds=1\nresult=2 pages not found\n"},
     {.name = "prices.kra", .content = "# Takes two seconds and goes well.\nseconds=2\n"},
     {.name = "archive.krb", .content = "# Takes ten seconds and goes well.\nseconds=10\n"},
     {.name = "statistics.krc", .content = "# Takes a minute and goes well.\nseconds=60\n"},
@@ -85,7 +85,7 @@ std::vector<ScheduledProject> sampleEntries(const std::string& folder, const bas
     entries[3].minutes = (now.local().minute + 30) % 60;
     entries[3].runCommand = RunCommand::RunUpdateOnly;
     entries[3].lastRun = now - base::TimeSpan::fromMinutes(30);
-    entries[3].lastResult = "2 pages could not be found";
+    entries[3].lastResult = "2 pages not found";
     entries[4].weekdays = {1, 0, 1, 0, 1, 0, 0};
     entries[4].timeLimitMinutes = 90;
     entries[5].dayOfMonth = 1;
