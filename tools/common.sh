@@ -115,3 +115,16 @@ start_screen() { # WIDTHxHEIGHT DPI
     export DISPLAY=:$answer
     start_helper openbox --sm-disable --startup 'echo ready'
 }
+
+# The picture is good when the next one is the same: everything has been painted.
+take_picture() { # FILE WINDOW
+    local before='' now=- tries
+    for ((tries = 0; tries < 100; tries++)); do
+        before=$now
+        /usr/bin/import -window "$2" "$1"
+        now=$(sha256sum < "$1")
+        [[ $now != "$before" ]] || return 0
+        sleep 0.3
+    done
+    die 'the screen does not come to rest'
+}

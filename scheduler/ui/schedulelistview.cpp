@@ -151,7 +151,7 @@ void ScheduleListView::refresh() noexcept {
     // Until the list is painted, which is later while the window is hidden.
     paintedAt_ = base::TimeValue();
     validUntil_ = base::TimeValue::never();
-    InvalidateRect(handle(), nullptr, FALSE);
+    InvalidateRect(handle(), nullptr, TRUE); // not every platform's list paints over an image that is gone
     UpdateWindow(handle());
     hints_.onTextsChanged();
 }

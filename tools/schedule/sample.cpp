@@ -25,7 +25,7 @@ constexpr ProjectFile projectFiles[] = {
     {.name = "news.kra", .content = "# Takes three seconds and goes well.\nseconds=3\n"},
     {.name = "report.kra", .content = "# Over at once.\n"},
     {.name = "mirror.krb",
-     .content = "# Takes a second and leaves a text.\nseconds=1\nresult=2 pages could not be found\n"},
+     .content = "# Takes a second and leaves a text.\nseconds=1\nresult=2 pages not found\n"},
     {.name = "prices.kra", .content = "# Takes two seconds and goes well.\nseconds=2\n"},
     {.name = "archive.krb", .content = "# Takes ten seconds and goes well.\nseconds=10\n"},
     {.name = "statistics.krc", .content = "# Takes a minute and goes well.\nseconds=60\n"},
@@ -33,6 +33,7 @@ constexpr ProjectFile projectFiles[] = {
     {.name = "weather.krb", .content = "# Over at once.\n"},
     {.name = "old shop.kra", .content = "# Over at once.\n"},
     {.name = "summit.kra", .content = "# Over at once.\n"},
+    {.name = "backup.bat", .content = "@rem Over at once.\n"},
 };
 
 bool writeText(const std::string& path, std::string_view text) {
@@ -50,12 +51,12 @@ ScheduledProject entryOf(std::string path, ScheduleKind kind, base::TimeValue ti
     return entry;
 }
 
-/// The sample spider's, when it stands in the folder, or else one that every Windows has. The run number has
-/// it log its start and its end; it is one that no scheduled run of the sample gets.
+/// Runs the sample spider if it is in the folder, otherwise a batch file. The run number makes the spider log
+/// its start and end; no scheduled run of the sample has that number.
 std::string commandLine(const std::string& folder) {
     const std::string spider = folder + "spider.exe";
     if (!base::fileExists(spider))
-        return "run:cmd /c exit";
+        return "run:\"" + folder + "backup.bat\"";
     return "run:\"" + spider + "\" /s99 /e \"" + folder + "report.kra\"";
 }
 
@@ -83,7 +84,10 @@ std::vector<ScheduledProject> sampleEntries(const std::string& folder, const bas
     entries[2].afterIndex = 0;
     entries[3].minutes = (now.local().minute + 30) % 60;
     entries[3].runCommand = RunCommand::RunUpdateOnly;
-    entries[4].weekdays = {1, 1, 1, 1, 1, 0, 0};
+    entries[3].lastRun = now - base::TimeSpan::fromMinutes(30);
+    entries[3].lastResult = "2 pages not found";
+    entries[4].weekdays = {1, 0, 1, 0, 1, 0, 0};
+    entries[4].timeLimitMinutes = 90;
     entries[5].dayOfMonth = 1;
     entries[5].runCommand = RunCommand::RunCompleteRefresh;
     entries[6].dialupEntry = "Office line";
@@ -91,7 +95,7 @@ std::vector<ScheduledProject> sampleEntries(const std::string& folder, const bas
     entries[7].runCommand = RunCommand::RelinkFiles;
     entries[8].disabled = 1;
     entries[8].lastRun = now - base::TimeSpan::fromDays(400);
-    entries[8].lastResult = "Could not run on schedule; another project was already running.";
+    entries[8].lastResult = "The server does not answer.";
     entries[9].lastRun = entries[9].time;
 
     for (ScheduledProject& entry : entries)

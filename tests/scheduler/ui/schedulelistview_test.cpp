@@ -66,6 +66,34 @@ TEST_F(ScheduleListView, ARowHasTheImageOfItsState) {
         << "one that the image list lacks";
 }
 
+TEST_F(ScheduleListView, AnImageDisappearsFromTheScreenWithItsState) {
+    const auto showsImage = [&](int row) {
+        RECT place{};
+        ListView_GetItemRect(list(), row, &place, LVIR_ICON);
+        UpdateWindow(list());
+        const HDC screen = GetDC(list());
+        int coloured = 0;
+        for (int y = place.top; y < place.bottom; ++y)
+            for (int x = place.left; x < place.right; ++x)
+                coloured += GetPixel(screen, x, y) != GetSysColor(COLOR_WINDOW);
+        ReleaseDC(list(), screen);
+        return coloured > 0;
+    };
+    const auto setRunning = [&](std::uint8_t running) {
+        window_.schedule[0].running = running;
+        window_.schedule.noteChange();
+    };
+    EXPECT_FALSE(showsImage(0));
+    setRunning(1);
+    EXPECT_TRUE(showsImage(0));
+    setRunning(0);
+    EXPECT_FALSE(showsImage(0));
+    setRunning(1);
+    window_.clickHeader(ScheduleColumn::Project); // a, b, c
+    EXPECT_FALSE(showsImage(0));
+    EXPECT_TRUE(showsImage(1));
+}
+
 TEST_F(ScheduleListView, TheTextsOfADisabledRowAreGreyUnlessItIsSelected) {
     const auto textColour = [&](int row) {
         NMLVCUSTOMDRAW draw{};

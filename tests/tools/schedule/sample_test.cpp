@@ -34,7 +34,7 @@ TEST_F(ScheduleSample, TwoEntriesAreDueInAMomentAndTheThirdFollows) {
     ASSERT_TRUE(write());
     ASSERT_EQ(list.size(), 10U);
     EXPECT_EQ(list[0].path, path + "\\news.kra");
-    EXPECT_EQ(list[1].path, "run:cmd /c exit");
+    EXPECT_EQ(list[1].path, "run:\"" + path + "\\backup.bat\"");
     EXPECT_EQ(list[2].path, path + "\\mirror.krb");
     for (const std::size_t due : {0U, 1U}) {
         EXPECT_EQ(list[due].kind, ScheduleKind::Once);
@@ -47,7 +47,7 @@ TEST_F(ScheduleSample, TwoEntriesAreDueInAMomentAndTheThirdFollows) {
     EXPECT_EQ(list[2].nextRun, base::TimeValue::never());
 }
 
-TEST_F(ScheduleSample, HasEveryKindEveryCommandAndAnEntryThatIsDisabled) {
+TEST_F(ScheduleSample, HasEveryKindEveryCommandADisabledEntryAndAnEnabledOneWithAResult) {
     ASSERT_TRUE(write());
     for (const ScheduleKind kind : test::allKinds)
         EXPECT_TRUE(std::ranges::any_of(list, [&](const auto& entry) { return entry.kind == kind; }));
@@ -55,6 +55,8 @@ TEST_F(ScheduleSample, HasEveryKindEveryCommandAndAnEntryThatIsDisabled) {
         EXPECT_TRUE(std::ranges::any_of(
             list, [&](const auto& entry) { return static_cast<int>(entry.runCommand) == command; }));
     EXPECT_TRUE(std::ranges::any_of(list, [](const auto& entry) { return entry.disabled != 0; }));
+    EXPECT_TRUE(std::ranges::any_of(
+        list, [](const auto& entry) { return entry.disabled == 0 && entry.lastResult != ""; }));
 }
 
 // A user sees the first three run on their own before any other.
@@ -75,9 +77,9 @@ TEST_F(ScheduleSample, WritesItsProjects) {
     for (const scheduler::ScheduledProject& entry : list)
         EXPECT_TRUE(isCommandLine(entry) || fileContent(entry.path) != "") << entry.path;
     EXPECT_NE(fileContent(path + "\\news.kra").find("\nseconds=3\n"), std::string::npos);
-    EXPECT_NE(fileContent(path + "\\mirror.krb").find("\nresult=2 pages could not be found\n"),
-              std::string::npos);
+    EXPECT_NE(fileContent(path + "\\mirror.krb").find("\nresult=2 pages not found\n"), std::string::npos);
     EXPECT_NE(fileContent(path + "\\report.kra"), "");
+    EXPECT_EQ(fileContent(path + "\\backup.bat"), "@rem Over at once.\n");
 }
 
 TEST_F(ScheduleSample, ASpiderInTheFolderIsTheCommandLine) {
