@@ -1,4 +1,3 @@
-// The dialog that tells the program's name and version.
 #pragma once
 
 #include "resources/ids.h"

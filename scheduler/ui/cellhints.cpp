@@ -13,7 +13,7 @@
 namespace scheduler {
 namespace {
 
-void reportRest(HWND window) {
+void trackHover(HWND window) {
     TRACKMOUSEEVENT track{};
     track.cbSize = sizeof(track);
     track.dwFlags = TME_HOVER | TME_LEAVE;
@@ -22,7 +22,7 @@ void reportRest(HWND window) {
     TrackMouseEvent(&track);
 }
 
-/// A hint stands in front of everything: it would hide what the user is choosing from.
+/// A hint is topmost, so it would cover an open menu.
 bool isMenuOpen() {
     GUITHREADINFO state{};
     state.cbSize = sizeof(state);
@@ -45,7 +45,7 @@ framework::Handled CellHints::filterMessage(framework::Window&, const framework:
         onMouseMove({GET_X_LPARAM(message.lParam), GET_Y_LPARAM(message.lParam)});
         break;
     case WM_MOUSEHOVER:
-        onMouseRests();
+        onMouseHover();
         break;
     case WM_MOUSELEAVE:
         underMouse_ = {};
@@ -71,38 +71,38 @@ void CellHints::onMouseMove(POINT point) {
     dismiss();
     underMouse_ = cell;
     if (cell.row >= 0)
-        reportRest(list_.handle());
+        trackHover(list_.handle());
 }
 
-void CellHints::onMouseRests() {
+void CellHints::onMouseHover() {
     framework::Hint hint;
     hint.text = textUnderMouse();
-    if (hint.text.empty() || !isCut(underMouse_, hint.text) || isMenuOpen())
+    if (hint.text.empty() || !isTruncated(underMouse_, hint.text) || isMenuOpen())
         return;
     GetCursorPos(&hint.point);
     if (framework::HintWindow::show(&list_, hint))
-        shown_ = std::move(hint.text);
+        hintText_ = std::move(hint.text);
 }
 
 void CellHints::dismiss() {
-    underMouse_ = {}; // the mouse has to come to rest again
-    shown_.clear();
+    underMouse_ = {}; // the mouse has to rest again
+    hintText_.clear();
     framework::HintWindow::dismiss(list_);
 }
 
 void CellHints::onTextsChanged() noexcept {
-    if (shown_.empty())
+    if (hintText_.empty())
         return;
     try {
-        if (textUnderMouse() == shown_)
+        if (textUnderMouse() == hintText_)
             return;
     } catch (const std::exception&) {
-        // Without memory for the comparison the hint may be wrong.
+        // Too little memory to compare: dismiss the hint.
     }
     dismiss();
 }
 
-/// Empty when there is no cell.
+/// Empty if there is no cell.
 std::string CellHints::textUnderMouse() const {
     const auto row = static_cast<std::size_t>(underMouse_.row);
     if (underMouse_.row < 0 || row >= rows_.size())
@@ -117,7 +117,7 @@ CellHints::Cell CellHints::cellAt(POINT point) const {
     return hit.iItem < 0 ? Cell() : Cell{hit.iItem, hit.iSubItem};
 }
 
-bool CellHints::isCut(const Cell& cell, const std::string& text) const {
+bool CellHints::isTruncated(const Cell& cell, const std::string& text) const {
     return neededWidth(list_.handle(), cell.column, text) >
            ListView_GetColumnWidth(list_.handle(), cell.column);
 }

@@ -1,4 +1,3 @@
-// Hints that show a cell's whole text when it is cut off and the mouse rests on it.
 #pragma once
 
 #include "scheduler/ui/framework/window.h"
@@ -10,7 +9,7 @@
 
 namespace scheduler {
 
-/// Watches the mouse over the list during its lifetime. The list and the rows must outlive it.
+/// Shows a truncated cell's whole text while the mouse rests on it. The list and the rows must outlive it.
 class CellHints : public framework::MessageFilter {
 public:
     CellHints(framework::Window& list, const ScheduleRows& rows);
@@ -18,10 +17,9 @@ public:
     CellHints& operator=(const CellHints&) = delete;
     ~CellHints() override;
 
-    /// Call after rows moved: dismisses the hint.
     void onRowsMoved() { dismiss(); }
 
-    /// Call after texts changed: dismisses a hint that says something else.
+    /// Dismisses a hint whose text is out of date.
     void onTextsChanged() noexcept;
 
 private:
@@ -34,18 +32,18 @@ private:
 
     framework::Handled filterMessage(framework::Window& window, const framework::Message& message) override;
     void onMouseMove(POINT point);
-    void onMouseRests();
+    void onMouseHover();
 
     void dismiss();
     std::string textUnderMouse() const;
 
     Cell cellAt(POINT point) const;
-    bool isCut(const Cell& cell, const std::string& text) const;
+    bool isTruncated(const Cell& cell, const std::string& text) const;
 
     framework::Window& list_;
     const ScheduleRows& rows_;
     Cell underMouse_;
-    std::string shown_; ///< the hint's text; empty without a hint
+    std::string hintText_; ///< empty: no hint
 };
 
 } // namespace scheduler

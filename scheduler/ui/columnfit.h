@@ -1,12 +1,11 @@
-// The widths of list columns that nobody has set yet.
 #pragma once
 
 #include <vector>
 
 namespace scheduler {
 
-/// Divides `room` pixels among columns that need `needed` pixels each. Spare room is shared out equally. If
-/// room is short, the widest columns give way. The widths add up to `room` or a few pixels less.
+/// Divides `room` pixels among columns that need `needed` pixels each. Spare room is shared equally; if room
+/// is short, the widest columns shrink. The widths add up to `room` or a few pixels less.
 std::vector<int> fitColumns(std::vector<int> needed, int room);
 
 } // namespace scheduler

@@ -8,9 +8,9 @@
 namespace scheduler {
 namespace {
 
-/// The dialog's result, after the user was told if it could not be made.
-int reported(int result, HWND owner) {
-    if (result == framework::notMade) {
+/// Tells the user if the dialog could not be created. Returns `result`.
+int reportFailure(int result, HWND owner) {
+    if (result == framework::notCreated) {
         MessageBoxes messages;
         messages.setOwner(owner);
         messages.showError("A system error prevented the dialog from opening.");
@@ -25,7 +25,7 @@ std::optional<EditedEntry> editEntry(HWND owner, const ScheduledProject& record,
     EditedEntry edited{record, {}};
     ScheduleEditor editor(edited.record, schedule, position, clock);
     editor.setMultiSelect(!position);
-    if (reported(editor.run(position ? "Edit Scheduled Task" : "Add Scheduled Project", owner), owner) !=
+    if (reportFailure(editor.run(position ? "Edit Scheduled Task" : "Add Scheduled Project", owner), owner) !=
         IDOK)
         return std::nullopt;
     edited.files = editor.chosenFiles();
@@ -33,11 +33,11 @@ std::optional<EditedEntry> editEntry(HWND owner, const ScheduledProject& record,
 }
 
 bool editPreferences(HWND owner, Preferences& preferences) {
-    return reported(PreferencesDialog(preferences).runModal(owner), owner) == IDOK;
+    return reportFailure(PreferencesDialog(preferences).runModal(owner), owner) == IDOK;
 }
 
 void showAbout(HWND owner) {
-    reported(AboutDialog().runModal(owner), owner);
+    reportFailure(AboutDialog().runModal(owner), owner);
 }
 
 } // namespace scheduler

@@ -1,4 +1,4 @@
-// The dialogs that the main window's commands open.
+// The dialogs that commands open. A dialog that cannot be created is reported over its owner.
 #pragma once
 
 #include "scheduler/model/preferences.h"
@@ -14,20 +14,17 @@
 
 namespace scheduler {
 
-/// What the editor was left with by OK.
+/// The editor's result on OK.
 struct EditedEntry {
     ScheduledProject record;
-    std::vector<std::string> files; ///< chosen in its Browse dialog, in the form that addEntries takes
+    std::vector<std::string> files; ///< chosen in the Browse dialog, as addEntries takes them
 };
 
-// A dialog that cannot be made is reported over its owner, and changes nothing.
-
-/// Lets the user edit `record`, which is the entry at `position` of the schedule or, without a position, a
-/// new one. The clock tells today's date. Nothing when the editor was cancelled.
+/// Edits a copy of `record`: the entry at `position`, or a new one without a position. Empty on cancel.
 std::optional<EditedEntry> editEntry(HWND owner, const ScheduledProject& record, const ScheduleList& schedule,
                                      std::optional<std::size_t> position, const base::Clock& clock);
 
-/// Lets the user change the preferences; true on OK, else they are untouched.
+/// True on OK; otherwise the preferences are unchanged.
 [[nodiscard]] bool editPreferences(HWND owner, Preferences& preferences);
 
 void showAbout(HWND owner);

@@ -1,4 +1,3 @@
-// The files that the shell drops on a window.
 #pragma once
 
 #include <windows.h>
@@ -10,7 +9,7 @@
 
 namespace scheduler {
 
-/// Their full paths in the order of the drop. The drop's handle is left alone.
+/// The full paths of the dropped files, in order. Does not free the drop handle.
 std::vector<std::string> droppedFiles(HDROP drop);
 
 } // namespace scheduler

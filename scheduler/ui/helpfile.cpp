@@ -17,7 +17,7 @@ void showHelp(HWND window) {
         ShellExecuteA(window, "open", manual.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
         return;
     }
-    // Without a file, too: WinHelp tells the user.
+    // Also without the file: WinHelp reports it.
     WinHelpA(window, file.c_str(), HELP_KEY, reinterpret_cast<ULONG_PTR>(base::applicationName.c_str()));
 }
 

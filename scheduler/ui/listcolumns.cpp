@@ -13,10 +13,10 @@ namespace {
 
 constexpr std::uint32_t widestSavedColumn = 4000;
 
-// Measuring all of many rows would delay the start.
+// Measuring every row of a long list would delay the start.
 constexpr std::size_t rowsMeasured = 50;
 
-// What the control leaves free beside a text, on both sides together.
+// Pixels that the control leaves free beside a text, left and right together.
 constexpr int textMargins = 12;
 
 std::string widthName(std::size_t column) {
@@ -52,7 +52,7 @@ void insertColumns(HWND list) {
 
 int neededWidth(HWND list, int column, const std::string& text) {
     int width = textWidth(list, text);
-    if (column == 0) { // the row's image is beside the text
+    if (column == 0) { // which shows the image, too
         RECT row{};
         ListView_GetItemRect(list, 0, &row, LVIR_BOUNDS);
         RECT label{};
@@ -65,10 +65,10 @@ int neededWidth(HWND list, int column, const std::string& text) {
 void restoreColumnWidths(HWND list, const ScheduleRows& rows, base::RegistryStore& store) {
     RECT place{};
     GetWindowRect(list, &place);
-    // The vertical scroll bar, once the rows need one, must not make a horizontal one necessary.
+    // Reserve room for the vertical scroll bar, so that it never causes a horizontal one.
     int room = place.right - place.left - GetSystemMetrics(SM_CXVSCROLL);
     int headers = 0;
-    std::vector<int> columns; // those without a saved width
+    std::vector<int> columns; // without a saved width
     std::vector<int> contents;
     for (std::size_t column = 0; column < columnCount; ++column) {
         std::uint32_t saved = 0;

@@ -1,5 +1,3 @@
-// The columns of the schedule's list control: their headers, their widths from start to start, the sort
-// arrow.
 #pragma once
 
 #include "lib/base/registrystore.h"
@@ -14,15 +12,14 @@ namespace scheduler {
 
 void insertColumns(HWND list);
 
-/// The pixels that a column needs to show a cell's text whole. The list must not be empty.
+/// The pixels that a cell needs to show `text` whole. The list must not be empty.
 int neededWidth(HWND list, int column, const std::string& text);
 
-/// Sets the saved widths, in pixels. Columns without a sensible one fit their headers and first rows, and
-/// divide the room that the others leave in the list.
+/// Columns without a valid saved width fit their headers and first rows and share the remaining room.
 void restoreColumnWidths(HWND list, const ScheduleRows& rows, base::RegistryStore& store);
 void saveColumnWidths(HWND list, base::RegistryStore& store);
 
-/// In the header of `column`, and in no other.
+/// Shows the arrow in the header of `column` only.
 void showSortArrow(HWND list, std::optional<ScheduleColumn> column, bool ascending);
 
 } // namespace scheduler

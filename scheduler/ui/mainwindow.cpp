@@ -26,7 +26,7 @@ constexpr UINT_PTR engineTimer = 1;
 constexpr UINT engineTimerMilliseconds = 1000;
 constexpr UINT_PTR unfinishedTickTimer = 2;
 
-constexpr WORD acceleratorCode = 1; // in place of a control's notification
+constexpr WORD acceleratorCode = 1; // the high word of WM_COMMAND
 
 HICON loadIcon(int sizeMetric) {
     const int size = GetSystemMetrics(sizeMetric);
@@ -34,7 +34,7 @@ HICON loadIcon(int sizeMetric) {
         LoadImageA(base::moduleHandle(), MAKEINTRESOURCEA(IDI_ACTIVE), IMAGE_ICON, size, size, LR_SHARED));
 }
 
-/// Other programs can send these while a modal window is open, which works on positions in the schedule.
+/// Other programs can send these commands while an open dialog relies on positions in the schedule.
 bool changesSchedule(UINT command) {
     switch (command) {
     case IDM_ADD:
@@ -62,8 +62,7 @@ MainWindow::MainWindow()
       presence_(*this, preferences_),
       exit_({schedule_, file_, preferences_, list_, icon_, presence_, history_}) {}
 
-// Nothing is shown before it is known where and whether, and the first next runs are computed while the
-// start-up flag is set.
+// The window is placed before it is shown, and the first next runs are computed with the start-up flag set.
 bool MainWindow::start(const std::string& commandLine, int showCommand) {
     if (!createWindow())
         return false;
@@ -105,7 +104,7 @@ bool MainWindow::createWindow() {
 }
 
 void MainWindow::applySavedState(base::RegistryStore& store, int& showCommand) {
-    static_cast<void>(loadPreferences(store, preferences_)); // what cannot be read keeps its default
+    static_cast<void>(loadPreferences(store, preferences_)); // unreadable values keep their defaults
     static_cast<void>(framework::applyPlacement(handle(), preferences_.windowState, showCommand));
     placed_ = true;
     layOut();
@@ -114,8 +113,8 @@ void MainWindow::applySavedState(base::RegistryStore& store, int& showCommand) {
 Handled MainWindow::onMessage(const framework::Message& message) {
     switch (message.id) {
     case WM_WINDOWPOSCHANGING:
-        // The window is created visible, but is neither shown nor gets the keyboard before it is placed and
-        // the start is known not to be hidden.
+        // The window is created visible. Until it is placed and known to start shown, it must not appear or
+        // get the focus.
         if (!placed_) {
             UINT& flags = reinterpret_cast<WINDOWPOS*>(message.lParam)->flags;
             flags = (flags & ~UINT{SWP_SHOWWINDOW}) | SWP_NOACTIVATE;
@@ -128,7 +127,7 @@ Handled MainWindow::onMessage(const framework::Message& message) {
         if (list_.handle())
             SetFocus(list_.handle());
         return 0;
-    case WM_SYSCOLORCHANGE: // the platform tells it to top-level windows only
+    case WM_SYSCOLORCHANGE: // sent to top-level windows only
         SendMessageA(list_.handle(), message.id, message.wParam, message.lParam);
         return std::nullopt;
     case WM_TIMER:
@@ -145,12 +144,12 @@ Handled MainWindow::onMessage(const framework::Message& message) {
         NotificationIcon::onMouse(static_cast<UINT>(message.lParam), presence_);
         return 0;
     case WM_COMMAND:
-        // A key that reaches a hidden window was meant for another window.
+        // A key that reaches a hidden window was intended for another window.
         if (HIWORD(message.wParam) == acceleratorCode && !IsWindowVisible(handle()))
             return 0;
         return onCommand(LOWORD(message.wParam));
     case WM_INITMENUPOPUP:
-        if (HIWORD(message.lParam)) // the window's own menu, whose items the platform knows
+        if (HIWORD(message.lParam)) // the system menu, which the platform updates
             return std::nullopt;
         updateMenu(reinterpret_cast<HMENU>(message.wParam),
                    menuContext(schedule_, list_.selectedEntries(), preferences_.suspended));
@@ -234,7 +233,7 @@ Handled MainWindow::onCommand(UINT command) {
 
 void MainWindow::onTimer() {
     const TickResult tick = engine_.onTimer(clock_.now());
-    // Timer messages come after all others, so pending input is handled before the tick goes on.
+    // Timer messages have the lowest priority, so pending input is handled before the tick continues.
     if (tick.unfinished)
         SetTimer(handle(), unfinishedTickTimer, USER_TIMER_MINIMUM, nullptr);
     else

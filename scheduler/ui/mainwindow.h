@@ -1,5 +1,4 @@
-// The main window: it holds the schedule and the engine, shows the list, and is where the timer, the ends of
-// runs and the user's commands arrive.
+// The main window: owns the schedule and the engine; receives the timer, run ends and commands.
 #pragma once
 
 #include "scheduler/model/preferences.h"
@@ -32,8 +31,7 @@ class MainWindow : public framework::Window, private EngineListener, private Sch
 public:
     MainWindow();
 
-    /// Creates the window, loads what was saved and sets the engine going. False when there is no window
-    /// or nothing would make the engine go.
+    /// Loads the saved state and starts the engine. False if the window or the timer cannot be created.
     [[nodiscard]] bool start(const std::string& commandLine, int showCommand);
 
 private:
@@ -54,7 +52,7 @@ private:
     void layOut();
 
     framework::WindowClass class_;
-    UINT taskbarCreated_; ///< sent to all windows when the shell's taskbar was created again; 0: unknown
+    UINT taskbarCreated_; ///< broadcast when the shell has recreated its taskbar; 0: unknown
     const base::Clock& clock_ = base::systemClock();
     ScheduleList schedule_;
     Preferences preferences_;
@@ -71,8 +69,7 @@ private:
     WindowPresence presence_;
     ProgramExit exit_;
     bool placed_ = false;
-    // Declared last so that it is destroyed first: removing the icon dispatches messages that use the members
-    // above.
+    // Declared last, so destroyed first: removing the icon dispatches messages that use other members.
     NotificationIcon icon_;
 };
 

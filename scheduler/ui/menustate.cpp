@@ -68,7 +68,7 @@ void updateMenu(HMENU menu, const MenuContext& context) {
     UINT defaultItem = noItem;
     for (int position = 0; position < GetMenuItemCount(menu); ++position) {
         const UINT command = GetMenuItemID(menu, position);
-        if (command == 0 || command == noItem) // a separator or a submenu
+        if (command == 0 || command == noItem) // separator or submenu
             continue;
         const MenuItemState state = menuItemState(command, context);
         updateItem(menu, command, state);

@@ -1,4 +1,3 @@
-// How the commands' menu items look just before a menu is shown.
 #pragma once
 
 #include "scheduler/model/schedulelist.h"
@@ -10,11 +9,11 @@
 
 namespace scheduler {
 
-/// What the menus depend on.
+/// What the menu items depend on: counts of selected entries, and the scheduler's state.
 struct MenuContext {
-    std::size_t selected = 0; ///< entries selected
-    std::size_t disabled = 0; ///< of these: switched off
-    std::size_t projects = 0; ///< of these: project files, not command lines
+    std::size_t selected = 0;
+    std::size_t disabled = 0;
+    std::size_t projects = 0; ///< project files, not command lines
     bool suspended = false;
 };
 
@@ -26,10 +25,9 @@ struct MenuItemState {
     bool isDefault = false;
 };
 
-/// The state of a command's item; of one that no rule speaks of, the resource's text, enabled.
+/// A command without a rule is enabled and keeps its text.
 MenuItemState menuItemState(UINT command, const MenuContext& context);
 
-/// Brings the items of one popup menu up to date.
 void updateMenu(HMENU menu, const MenuContext& context);
 
 } // namespace scheduler

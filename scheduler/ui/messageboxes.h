@@ -1,4 +1,3 @@
-// Message boxes captioned with the program's title.
 #pragma once
 
 #include "scheduler/run/usermessages.h"
@@ -7,9 +6,9 @@
 
 namespace scheduler {
 
+/// Message boxes with the program's title. Without an active window, errors are shown over the owner.
 class MessageBoxes : public UserMessages {
 public:
-    /// The main window, over which notices are shown, and errors while no window is active.
     void setOwner(HWND owner) { owner_ = owner; }
 
     void showError(const std::string& text) override;
@@ -19,11 +18,10 @@ private:
     HWND owner_ = nullptr;
 };
 
-/// The owner of what a command opens: this thread's active window. There is none while another program is in
-/// front, and commands come all the same: then the main window, or what is open over it, has to wait.
+/// The owner for a new dialog: the active window, else the main window or the dialog open over it.
 HWND activeWindowOr(HWND mainWindow);
 
-/// A question over the active window, or else the main window; true when the answer is Yes.
+/// True for Yes.
 [[nodiscard]] bool askYesNo(HWND mainWindow, const std::string& text);
 
 } // namespace scheduler

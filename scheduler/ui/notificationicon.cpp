@@ -8,8 +8,8 @@
 namespace scheduler {
 namespace {
 
-/// A menu closes on a click elsewhere only if its window is in the foreground, hidden or not. A hidden window
-/// gives the foreground back afterwards, or it would receive keys meant for what the user sees.
+/// A menu closes on a click elsewhere only if its window is in the foreground. A hidden window then returns
+/// the foreground, or keys would go to the hidden window.
 void openIconMenu(WindowPresence& presence) {
     const HWND window = presence.window();
     const HWND before = GetForegroundWindow();
@@ -26,13 +26,13 @@ void openIconMenu(WindowPresence& presence) {
 } // namespace
 
 NotificationIcon::~NotificationIcon() {
-    if (stands_)
+    if (added_)
         remove();
 }
 
 void NotificationIcon::add(HWND window) {
     window_ = window;
-    stands_ = true;
+    added_ = true;
     static_cast<void>(base::addTrayIcon(window_, IDI_ACTIVE, titleFor(false)));
 }
 
@@ -47,12 +47,12 @@ void NotificationIcon::restore(bool suspended) {
 }
 
 void NotificationIcon::remove() {
-    stands_ = false;
+    added_ = false;
     static_cast<void>(base::removeTrayIcon(window_));
 }
 
 void NotificationIcon::warn(const std::string& text) const {
-    if (stands_)
+    if (added_)
         static_cast<void>(base::showTrayBalloon(window_, base::applicationName, text));
 }
 

@@ -1,4 +1,3 @@
-// The program's icon in the notification area.
 #pragma once
 
 #include "scheduler/ui/windowpresence.h"
@@ -9,8 +8,7 @@
 
 namespace scheduler {
 
-/// Shows by icon and tip whether the scheduler is active or suspended. Failures of the shell are left alone:
-/// the program works without its icon. It is removed with its object at the latest.
+/// The icon in the notification area. Errors of the shell are ignored. The destructor removes the icon.
 class [[nodiscard]] NotificationIcon {
 public:
     NotificationIcon() = default;
@@ -18,14 +16,14 @@ public:
     NotificationIcon& operator=(const NotificationIcon&) = delete;
     ~NotificationIcon();
 
-    /// The window that the icon stands for and reports to.
+    /// `window` receives the icon's messages.
     void add(HWND window);
     void update(bool suspended);
-    /// The shell has lost all icons.
+    /// Call when the shell has lost all icons.
     void restore(bool suspended);
     void remove();
 
-    /// Warns in a balloon. Without an icon nothing is shown.
+    /// Shows a balloon. Does nothing without an icon.
     void warn(const std::string& text) const;
 
     /// A mouse message over the icon: shows the window, brings it forward or opens the icon's menu.
@@ -33,7 +31,7 @@ public:
 
 private:
     HWND window_ = nullptr;
-    bool stands_ = false; // whatever the shell said
+    bool added_ = false; // even if the shell refused
 };
 
 } // namespace scheduler

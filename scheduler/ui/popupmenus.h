@@ -1,12 +1,10 @@
-// Menus that open at the pointer.
 #pragma once
 
 #include <windows.h>
 
 namespace scheduler {
 
-/// Opens the first submenu of a menu resource at the pointer. The chosen command is sent to `owner`. Nothing
-/// happens when the menu cannot be loaded.
+/// Opens a menu resource's first submenu at the pointer. `owner` receives the command. Ignores load errors.
 void trackMenu(HWND owner, UINT menuResource);
 
 } // namespace scheduler

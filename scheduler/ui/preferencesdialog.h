@@ -1,4 +1,3 @@
-// The dialog for the program-wide preferences.
 #pragma once
 
 #include "scheduler/model/preferences.h"
@@ -11,7 +10,7 @@ namespace scheduler {
 
 class PreferencesDialog : public framework::Dialog {
 public:
-    /// Edits `preferences` in place on OK. They have to outlive the dialog.
+    /// Edits `preferences` in place on OK. They must outlive the dialog.
     explicit PreferencesDialog(Preferences& preferences);
 
 protected:

@@ -17,21 +17,21 @@ void ProgramExit::exitProgram(ExitMode mode) {
     parts_.icon.remove();
     save();
     applyAutostart(parts_.preferences.autostart);
-    EndMenu(); // the loop of an open one would swallow the quit
+    EndMenu(); // the loop of an open menu would discard the quit message
     PostQuitMessage(0);
 }
 
 void ProgramExit::onSessionEnd() {
-    // Saved before anything is asked: the platform may end the process while the question stands, and it may
-    // do so as soon as this message is answered, which is at once when the question stands already.
-    parts_.presence.rememberPlace();
+    // Save before asking: the system may end the process while the question is open, or when this message
+    // returns. It returns at once if the question is already open.
+    parts_.presence.storePlacement();
     save();
     parts_.history.note(ProgramEvent::SessionEnd);
     exitProgram(ExitMode::AskFirst);
 }
 
 bool ProgramExit::confirm() {
-    // A second request while the question stands is the same question.
+    // The question is already open.
     if (asking_)
         return false;
     if (!parts_.schedule.hasPendingRun())

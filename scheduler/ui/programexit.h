@@ -1,4 +1,3 @@
-// The program's end: whether the user wants it, and what is saved and taken down then.
 #pragma once
 
 #include "scheduler/model/preferences.h"
@@ -11,13 +10,12 @@
 
 namespace scheduler {
 
-/// Whether the user is asked before the program ends.
 enum class ExitMode { AskFirst, WithoutAsking };
 
-/// The question that is asked while an enabled entry still has a next run.
+/// Asked if an enabled entry still has a next run.
 extern const char* const exitQuestion;
 
-/// What the exit saves and takes down. Owns nothing; all of it outlives the exit.
+/// What the exit saves and closes. Not owned; must outlive ProgramExit.
 struct ExitParts {
     const ScheduleList& schedule;
     ScheduleStore& store;
@@ -32,12 +30,10 @@ class ProgramExit {
 public:
     explicit ProgramExit(const ExitParts& parts) : parts_(parts) {}
 
-    /// Hides the window, takes the icon away, saves everything and ends the message loop; or changes nothing
-    /// when the user, asked, wants to stay.
+    /// Hides the window, removes the icon, saves and ends the message loop, unless the user declines.
     void exitProgram(ExitMode mode);
 
-    /// The log-on session is ending: saves everything, and then leaves as exitProgram does. The answer to the
-    /// question decides as ever, but the platform may not wait for it.
+    /// Saves first, then exits like exitProgram: the system may end the process before the user answers.
     void onSessionEnd();
 
 private:

@@ -1,4 +1,3 @@
-// The program's title, with and without its state, and the text of its balloon.
 #pragma once
 
 #include "lib/base/base.h"
@@ -8,7 +7,7 @@
 
 namespace scheduler {
 
-/// Title of the window and tip of the icon.
+/// The window's title and the icon's tip.
 inline std::string titleFor(bool suspended) {
     return suspended ? base::applicationName + " (suspended)" : base::applicationName;
 }

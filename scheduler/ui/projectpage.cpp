@@ -8,7 +8,7 @@ namespace {
 
 constexpr framework::NumberRange timeLimitMinutes{0, 9999};
 
-// The item of the Autoconnect list that names no entry.
+// The position of the Autoconnect item that names no entry.
 constexpr int anyOpenConnection = 0;
 
 framework::ItemList runCommandItems() {
@@ -31,15 +31,15 @@ bool isFolder(const std::string& path) {
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
-/// Several files from the Browse dialog are shown in quotes. No usable path begins with a quote, so the text
-/// still means these files after the user edited it.
-bool isTextOfSeveralFiles(const std::string& path) {
+/// Several files are shown in quotes. No usable path begins with a quote, so an edited text still names
+/// several files.
+bool namesSeveralFiles(const std::string& path) {
     return path.starts_with('"');
 }
 
 bool isProject(const std::string& path) {
-    // The Browse dialog offers only files that exist.
-    return isTextOfSeveralFiles(path) || isCommandLine(path) || (base::fileExists(path) && !isFolder(path));
+    // Several files come from the Browse dialog, which offers only existing files.
+    return namesSeveralFiles(path) || isCommandLine(path) || (base::fileExists(path) && !isFolder(path));
 }
 
 } // namespace
@@ -69,12 +69,12 @@ void ProjectPage::setMultiSelect(bool several) {
 }
 
 std::vector<std::string> ProjectPage::chosenFiles() const {
-    return isTextOfSeveralFiles(record_.path) ? path_.chosen() : std::vector<std::string>();
+    return namesSeveralFiles(record_.path) ? path_.chosen() : std::vector<std::string>();
 }
 
 void ProjectPage::load() {
     PropertyPage::load();
-    // Said by itself, as the phone book may hold an entry without a name.
+    // Selected explicitly: the phone book may contain an entry with an empty name.
     if (record_.dialupEntry.empty())
         autoconnect_.select(anyOpenConnection);
 }
@@ -86,7 +86,7 @@ void ProjectPage::store() {
 }
 
 void ProjectPage::updateState() {
-    // Relinking works on files that are there: nothing is fetched for it.
+    // Relinking uses local files and needs no connection.
     const bool connects = runCommand_.value() != static_cast<std::int32_t>(RunCommand::RelinkFiles);
     autoconnect_.setEnabled(connects);
     timeLimit_.setEnabled(connects);

@@ -15,15 +15,13 @@ namespace scheduler {
 
 class ProjectPage : public framework::PropertyPage {
 public:
-    /// Edits `record` in place, which has to outlive the page. The phone-book entries are those that are
-    /// offered for dialling.
+    /// Edits `record` in place; it must outlive the page. `phoneBookEntries` are the connections offered.
     ProjectPage(ScheduledProject& record, const std::vector<std::string>& phoneBookEntries);
 
-    /// Whether several files can be chosen at once: they can unless it is switched off.
+    /// Whether the Browse dialog accepts several files. Initially true.
     void setMultiSelect(bool several);
 
-    /// The files chosen in the Browse dialog, in the form that addEntries takes. Empty when the stored path
-    /// is not the text of several files.
+    /// The files from the Browse dialog, as addEntries takes them. Empty unless the path names several files.
     std::vector<std::string> chosenFiles() const;
 
     void load() override;

@@ -10,7 +10,7 @@
 namespace scheduler {
 namespace {
 
-// Large to small.
+// Pixels, in descending order.
 constexpr std::array drawnSizes = {32, 24, 20, 16};
 
 // In the order of RowImage.

@@ -1,4 +1,3 @@
-// The images beside the rows of the schedule's list.
 #pragma once
 
 #include "lib/base/handles.h"
@@ -16,8 +15,7 @@ struct ImageListTraits {
 };
 using ImageList = base::UniqueHandle<ImageListTraits>;
 
-/// One image for each RowImage but None, in the largest drawn size of at most `size` pixels, or else the
-/// smallest. Null when the platform refuses.
+/// An image per RowImage but None: the largest size up to `size` pixels, else the smallest. Null on failure.
 ImageList makeRowImages(int size);
 
 } // namespace scheduler

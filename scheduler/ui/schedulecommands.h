@@ -1,4 +1,3 @@
-// The commands that change the schedule or act on its entries. Knows no window.
 #pragma once
 
 #include "scheduler/model/schedulelist.h"
@@ -14,15 +13,15 @@
 
 namespace scheduler {
 
-/// Opens a project, given by its path, in the program that owns its file type.
+/// Opens a project file in the program registered for its type.
 using ProjectOpener = std::function<void(const std::string& path)>;
 
-/// Each command that changes the schedule tells its observers and saves it. Nothing happens on an empty
-/// selection. Positions stay valid while a command runs: those that remove entries must not be called while
-/// a message box or dialog is open.
+/// The commands on the schedule; independent of windows. Each change notifies the observers and is saved. An
+/// empty selection does nothing. Never remove entries while a dialog or message box is open: a running
+/// command uses positions.
 class ScheduleCommands {
 public:
-    /// All outlive the commands.
+    /// The arguments must outlive this object.
     ScheduleCommands(ScheduleList& schedule, SchedulerEngine& engine, ScheduleStore& store,
                      const base::Clock& clock, ProjectOpener openProject)
         : schedule_(schedule),
@@ -31,27 +30,26 @@ public:
           clock_(clock),
           openProject_(std::move(openProject)) {}
 
-    /// A record for the editor to start from.
+    /// The initial record for the editor.
     ScheduledProject newEntry() const;
 
-    /// Appends the record; with two or more files, in the form that addEntries takes, one copy for each of
-    /// them.
+    /// Appends the record or, for two or more files as addEntries takes them, one copy per file.
     void add(const ScheduledProject& record, std::span<const std::string> files);
 
-    /// Takes over the fields that a user sets from an edited copy of the entry.
+    /// Copies the fields that a user can set from `edited` to the entry.
     void edit(std::size_t position, ScheduledProject edited);
 
-    /// Switches each entry from enabled to disabled or back, so that a mixed selection stays mixed.
+    /// Toggles each entry separately, so a mixed selection stays mixed.
     void toggle(const Selection& selection);
 
-    /// Without asking. A running entry is removed too; the end of its run is then ignored.
+    /// Does not ask. Running entries are removed too; their end notices are then ignored.
     void remove(const Selection& selection);
 
     void runNow(const Selection& selection);
 
     void open(const Selection& selection);
 
-    /// Adds each file that is a project, with default settings; others are left out.
+    /// Adds the project files with default settings and ignores other files.
     void addDropped(const std::vector<std::string>& paths);
 
 private:

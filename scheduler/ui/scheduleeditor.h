@@ -1,4 +1,3 @@
-// The sheet in which the user adds a project to the schedule or changes an entry.
 #pragma once
 
 #include "scheduler/ui/framework/propertysheet.h"
@@ -12,20 +11,16 @@
 
 namespace scheduler {
 
-/// Knows neither the schedule's file nor the engine nor next runs: what follows from OK is the caller's.
+/// The property sheet for an entry. Saving and computing the next run are left to the caller.
 class ScheduleEditor : public framework::PropertySheetDialog {
 public:
-    /// `run` edits `record` in place; all of it is written on OK only, but for the project to wait for, which
-    /// is set right when it names none. The record is the entry at `position` of the schedule or, without a
-    /// position, a new one. It, the schedule and the clock must outlive the editor.
+    /// Edits `record` in place on OK only, except that an invalid `afterIndex` is replaced at once. Without a
+    /// position, the entry is new. The arguments must outlive the editor.
     ScheduleEditor(ScheduledProject& record, const ScheduleList& schedule,
                    std::optional<std::size_t> position, const base::Clock& clock);
 
-    /// Whether the Browse dialog takes several files, as it does from the start.
+    /// See ProjectPage.
     void setMultiSelect(bool several) { projectPage_.setMultiSelect(several); }
-
-    /// The files chosen in the Browse dialog, in the form that addEntries takes. Empty when the stored path
-    /// is not the text of several files.
     std::vector<std::string> chosenFiles() const { return projectPage_.chosenFiles(); }
 
 private:

@@ -14,12 +14,12 @@
 namespace scheduler {
 namespace {
 
-// Unseen: what screen readers call the list.
+// The list's name for screen readers; not displayed.
 constexpr const char* accessibleName = "Schedule";
 
-constexpr int everyRow = -1; // for ListView_SetItemState
+constexpr int allRows = -1; // for ListView_SetItemState
 
-// What WM_CHAR says of a letter typed with Ctrl.
+// WM_CHAR codes of letters typed with Ctrl.
 constexpr WPARAM ctrlA = 'A' - '@';
 constexpr WPARAM ctrlC = 'C' - '@';
 
@@ -30,8 +30,8 @@ std::string toAnsi(const wchar_t* text) {
     return buffer.data();
 }
 
-/// Suspends redrawing and invalidates the whole list on destruction: each of many rows invalidated by itself
-/// costs far more than painting them, and each column otherwise moves the header several times.
+/// Suspends redrawing; invalidates the list on destruction. Invalidating many rows one by one is slow, and
+/// each change of a column would redraw the header.
 class RedrawPause {
 public:
     explicit RedrawPause(HWND list) : list_(list) { SendMessageA(list_, WM_SETREDRAW, FALSE, 0); }
@@ -69,7 +69,7 @@ bool ScheduleListView::createIn(HWND parent) {
     const RedrawPause pause(list);
     ListView_SetExtendedListViewStyle(list, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER);
     SendMessageA(list, WM_SETFONT, reinterpret_cast<WPARAM>(framework::messageFont()), FALSE);
-    // The list destroys its image list.
+    // The list owns its image list.
     ListView_SetImageList(list, makeRowImages(GetSystemMetrics(SM_CXSMICON)).release(), LVSIL_SMALL);
     insertColumns(list);
     ListView_SetItemCountEx(list, rows_.size(), 0);
@@ -104,7 +104,7 @@ std::optional<std::size_t> ScheduleListView::firstSelectedEntry() const {
 
 void ScheduleListView::selectEntries(const Selection& entries) {
     const bool all = entries.size() == rows_.size();
-    ListView_SetItemState(handle(), everyRow, all ? UINT{LVIS_SELECTED} : UINT{0}, LVIS_SELECTED);
+    ListView_SetItemState(handle(), allRows, all ? UINT{LVIS_SELECTED} : UINT{0}, LVIS_SELECTED);
     if (all || entries.empty())
         return;
     for (std::size_t row = 0; row < rows_.size(); ++row)
@@ -122,8 +122,8 @@ void ScheduleListView::onEntriesRemoved(std::span<const std::size_t>) {
     if (!handle())
         return;
     const RedrawPause pause(handle());
-    const int first = ListView_GetNextItem(handle(), -1, LVNI_SELECTED); // the control has not been told yet
-    ListView_SetItemState(handle(), everyRow, 0, LVIS_SELECTED | LVIS_FOCUSED);
+    const int first = ListView_GetNextItem(handle(), -1, LVNI_SELECTED); // the control still has the old rows
+    ListView_SetItemState(handle(), allRows, 0, LVIS_SELECTED | LVIS_FOCUSED);
     ListView_SetItemCountEx(handle(), rows_.size(), LVSICF_NOSCROLL);
     const int last = static_cast<int>(rows_.size()) - 1;
     if (first >= 0 && last >= 0)
@@ -142,13 +142,13 @@ void ScheduleListView::onScheduleChanged() {
 }
 
 void ScheduleListView::onTimePassed(base::TimeValue now) {
-    // A clock that was set back is before the painting.
+    // The clock may have been set back.
     if (now < paintedAt_ || now >= validUntil_)
         refresh();
 }
 
 void ScheduleListView::refresh() noexcept {
-    // Until the list is painted, which is later while the window is hidden.
+    // Nothing is painted yet; a hidden list is painted when it is shown.
     paintedAt_ = base::TimeValue();
     validUntil_ = base::TimeValue::never();
     InvalidateRect(handle(), nullptr, TRUE); // not every platform's list paints over an image that is gone
@@ -157,12 +157,12 @@ void ScheduleListView::refresh() noexcept {
 }
 
 framework::Handled ScheduleListView::onMessage(const framework::Message& message) {
-    // Accelerators reach the window that has the focus; their commands are its parent's.
+    // Accelerators reach the focused window; the parent handles their commands.
     if (message.id == WM_COMMAND && message.lParam == 0)
         return SendMessageA(GetParent(handle()), WM_COMMAND, message.wParam, 0);
     if (message.id == WM_SYSCOLORCHANGE)
-        takeSystemColours();
-    // Left to the control, these would be searched for as the beginning of a project's name.
+        applySystemColours();
+    // The control would search for these as the beginning of a project's name.
     if (message.id == WM_CHAR && message.wParam == ctrlA) {
         selectAll();
         return 0;
@@ -175,7 +175,7 @@ framework::Handled ScheduleListView::onMessage(const framework::Message& message
 }
 
 void ScheduleListView::selectAll() const {
-    ListView_SetItemState(handle(), everyRow, LVIS_SELECTED, LVIS_SELECTED);
+    ListView_SetItemState(handle(), allRows, LVIS_SELECTED, LVIS_SELECTED);
 }
 
 void ScheduleListView::copySelected() const {
@@ -186,8 +186,8 @@ void ScheduleListView::copySelected() const {
         static_cast<void>(framework::copyToClipboard(handle(), lines));
 }
 
-/// The control keeps those that it was made with, on some platforms for good.
-void ScheduleListView::takeSystemColours() const {
+/// The control keeps its initial colours, on some platforms permanently.
+void ScheduleListView::applySystemColours() const {
     ListView_SetBkColor(handle(), GetSysColor(COLOR_WINDOW));
     ListView_SetTextBkColor(handle(), GetSysColor(COLOR_WINDOW));
     ListView_SetTextColor(handle(), GetSysColor(COLOR_WINDOWTEXT));
@@ -206,7 +206,7 @@ framework::Handled ScheduleListView::onReflectedNotify(const NMHDR& notification
         return 0;
     case LVN_ODFINDITEMA:
         return onFindItem(reinterpret_cast<const NMLVFINDITEMA&>(notification));
-    case LVN_ODFINDITEMW: { // some platforms' control asks so whatever the list's character set
+    case LVN_ODFINDITEMW: { // sent by some platforms even to an ANSI list
         NMLVFINDITEMA request = reinterpret_cast<const NMLVFINDITEMA&>(notification);
         const auto* sought = reinterpret_cast<const NMLVFINDITEMW&>(notification).lvfi.psz;
         const std::string text = sought ? toAnsi(sought) : std::string();
@@ -224,8 +224,8 @@ void ScheduleListView::onGetItem(LVITEMA& item) const {
     const auto row = static_cast<std::size_t>(item.iItem);
     if (row >= rows_.size())
         return;
-    // RowImage::None is a position that the image list lacks: nothing is drawn, but the text is indented like
-    // the others. For I_IMAGENONE some platforms do not indent it.
+    // RowImage::None has no image in the list: nothing is drawn, but the text is indented. With I_IMAGENONE
+    // some platforms do not indent it.
     if (item.mask & LVIF_IMAGE)
         item.iImage = static_cast<int>(rows_.image(row));
     if (!(item.mask & LVIF_TEXT) || item.cchTextMax <= 0)
@@ -250,8 +250,7 @@ LRESULT ScheduleListView::onCustomDraw(NMLVCUSTOMDRAW& draw) {
     }
 }
 
-/// A selected row keeps the selection's colours. The list is asked, for in one that always shows its
-/// selection CDIS_SELECTED is set for every row.
+/// Not for selected rows. CDIS_SELECTED cannot tell: with LVS_SHOWSELALWAYS it is set for every row.
 bool ScheduleListView::isGrey(std::size_t row) const {
     return row < rows_.size() && rows_.image(row) == RowImage::Disabled &&
            !ListView_GetItemState(handle(), static_cast<int>(row), LVIS_SELECTED);
@@ -262,7 +261,7 @@ void ScheduleListView::onRowPainted(std::size_t row) {
         return;
     const base::TimeValue now = rows_.now();
     paintedAt_ = std::max(paintedAt_, now);
-    validUntil_ = std::min(validUntil_, rows_.textsHoldUntil(row, now));
+    validUntil_ = std::min(validUntil_, rows_.textsValidUntil(row, now));
 }
 
 void ScheduleListView::onColumnClick(int column) {

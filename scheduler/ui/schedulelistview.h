@@ -1,5 +1,3 @@
-// The list control that shows the schedule's rows. It asks for a cell's text when it paints it, and follows
-// the schedule by itself.
 #pragma once
 
 #include "lib/base/registrystore.h"
@@ -18,19 +16,19 @@
 
 namespace scheduler {
 
+/// The list control of the schedule's rows. Fetches texts while painting and observes the schedule.
 class ScheduleListView : public framework::Window, private ScheduleObserver {
 public:
-    /// `rows` are those of `schedule` and are told of its changes before the view. Both outlive it.
+    /// `rows` must observe `schedule` before the view does. Both must outlive the view.
     ScheduleListView(ScheduleList& schedule, ScheduleRows& rows);
     ~ScheduleListView() override;
 
-    /// Makes the control as a child of `parent`.
     [[nodiscard]] bool createIn(HWND parent);
 
-    /// Fills `area` of the parent's client area.
+    /// `area` is in the parent's client coordinates.
     void moveTo(const RECT& area);
 
-    /// See listcolumns.h. Call after the schedule is loaded.
+    /// Call after loading the schedule: widths may depend on its rows.
     void restoreColumns(base::RegistryStore& store);
     void saveColumns(base::RegistryStore& store) const { saveColumnWidths(handle(), store); }
 
@@ -42,13 +40,13 @@ public:
     void onTimePassed(base::TimeValue now);
 
 private:
-    // After a removal no row is selected, and the focus is where the topmost selected row was.
+    // Clears the selection and focuses the row where the topmost selected one was.
     void onEntriesRemoved(std::span<const std::size_t> positions) override;
     void onScheduleChanged() override;
 
     framework::Handled onMessage(const framework::Message& message) override;
     framework::Handled onReflectedNotify(const NMHDR& notification) override;
-    void takeSystemColours() const;
+    void applySystemColours() const;
     void onGetItem(LVITEMA& item) const;
     LRESULT onCustomDraw(NMLVCUSTOMDRAW& draw);
     bool isGrey(std::size_t row) const;
@@ -66,9 +64,8 @@ private:
     ScheduleList& schedule_;
     ScheduleRows& rows_;
     CellHints hints_;
-    // Of all texts painted since the last repaint.
-    base::TimeValue paintedAt_;                             ///< the latest moment at which one was made
-    base::TimeValue validUntil_ = base::TimeValue::never(); ///< from when one may say something else
+    base::TimeValue paintedAt_;                             ///< latest row painted since the last refresh
+    base::TimeValue validUntil_ = base::TimeValue::never(); ///< when the first of these rows is out of date
 };
 
 } // namespace scheduler

@@ -20,7 +20,7 @@ constexpr auto kindButtons = std::to_array({IDC_KIND_AFTER_PROJECT, IDC_KIND_STA
                                             IDC_KIND_DAILY, IDC_KIND_MONTHLY, IDC_KIND_ONCE});
 static_assert(kindButtons.size() == kindCount);
 
-// What belongs to each kind. The controls of different kinds lie over each other.
+// The controls of each kind. Those of different kinds overlap.
 constexpr int afterProjectControls[] = {IDC_AFTER_DELAY_LABEL, IDC_AFTER_DELAY, IDC_AFTER_DELAY_UNIT};
 constexpr int startupControls[] = {IDC_STARTUP_DELAY_LABEL, IDC_STARTUP_DELAY, IDC_STARTUP_DELAY_UNIT};
 constexpr int hourlyControls[] = {IDC_HOURLY_MINUTE_LABEL, IDC_HOURLY_MINUTE, IDC_HOURLY_MINUTE_UNIT};
@@ -31,12 +31,12 @@ constexpr int monthlyControls[] = {IDC_MONTHLY_DAY_LABEL, IDC_MONTHLY_DAY, IDC_M
                                    IDC_MONTHLY_TIME};
 constexpr int onceControls[] = {IDC_ONCE_TIME_LABEL, IDC_ONCE_TIME};
 
-// In the order of the kinds' values.
+// Indexed by kind.
 constexpr auto controlsOfKinds = std::to_array<std::span<const int>>(
     {afterProjectControls, startupControls, hourlyControls, dailyControls, monthlyControls, onceControls});
 static_assert(controlsOfKinds.size() == kindCount);
 
-framework::ItemList projectsBut(std::optional<std::size_t> position, const ScheduleList& schedule) {
+framework::ItemList projectsExcept(std::optional<std::size_t> position, const ScheduleList& schedule) {
     framework::ItemList items;
     for (std::size_t other = 0; other < schedule.size(); ++other)
         if (other != position)
@@ -44,8 +44,7 @@ framework::ItemList projectsBut(std::optional<std::size_t> position, const Sched
     return items;
 }
 
-/// Stores only where it is told that it may, and only what the user changed: a time whose seconds its text
-/// does not show keeps them.
+/// Stores only if `mayStore` and the value changed: a time keeps seconds that its text does not show.
 template<class Value>
 class GuardedBinding final : public framework::FieldBinding<Value> {
 public:
@@ -74,17 +73,16 @@ SchedulePage::ofKind(ScheduleKind kind, std::unique_ptr<framework::FieldBinding<
                                                    [this, kind] { return isChosen(kind); });
 }
 
-// Three edits share the minutes and three the time. Each keeps its own text while the sheet is open, and the
-// one of the chosen kind has the field.
+// Three edits share `minutes` and three share `time`; only the edit of the selected kind stores its value.
 SchedulePage::SchedulePage(ScheduledProject& record, const ScheduleList& schedule,
                            std::optional<std::size_t> position, const base::Clock& clock)
     : PropertyPage(IDD_SCHEDULE_PAGE),
       clock_(clock),
-      otherProjects_(projectsBut(position, schedule)),
+      otherProjects_(projectsExcept(position, schedule)),
       kind_(*this, {kindButtons.begin(), kindButtons.end()},
             std::make_unique<GuardedBinding<std::int32_t>>(
                 framework::bindNumber(record.kind),
-                // A kind that nobody knows stays what it is until another is chosen.
+                // An unknown kind is kept until the user selects another.
                 [this] { return kind_.value() != framework::RadioGroup::noButton; })),
       afterProject_(*this, IDC_AFTER_PROJECT, otherProjects_, framework::bindNumber(record.afterIndex)),
       afterDelay_(*this, IDC_AFTER_DELAY, delayMinutes,
@@ -113,7 +111,7 @@ void SchedulePage::load() {
     offerFutureTime();
     if (afterProject_.selected() != framework::ListControl::noItem || afterProject_.count() == 0)
         return;
-    // What it waited for is no longer there, or is the entry itself.
+    // The stored project was removed or is this entry.
     afterProject_.select(0);
     afterProject_.store();
 }
@@ -139,14 +137,14 @@ void SchedulePage::updateState() {
     enableItem(IDC_KIND_AFTER_PROJECT, afterProject_.count() > 0);
     kind_.keepTabStop();
 
-    const auto chosen = static_cast<std::size_t>(kind_.value()); // without a kind, beyond the last
+    const auto chosen = static_cast<std::size_t>(kind_.value()); // out of range if no button is checked
     const auto show = [this](std::size_t kind, bool visible) {
         for (const int id : controlsOfKinds[kind]) {
             showItem(id, visible);
             enableItem(id, visible);
         }
     };
-    // Out of the way first, so that nothing is drawn through what covers it.
+    // Hide the others first, so that they do not show through.
     for (std::size_t kind = 0; kind < controlsOfKinds.size(); ++kind)
         if (kind != chosen)
             show(kind, false);
@@ -160,7 +158,7 @@ void SchedulePage::onIdle() {
 }
 
 void SchedulePage::offerFutureTime() {
-    // Also in the pass in which "just once" is chosen: the last pass may be long ago.
+    // Also when "just once" was selected since the last pass, which may be long ago.
     const bool isOnce = isChosen(ScheduleKind::Once);
     const bool isBeingEdited = isOnce && wasOnce_;
     wasOnce_ = isOnce;

@@ -19,8 +19,7 @@ namespace scheduler {
 
 class SchedulePage : public framework::PropertyPage {
 public:
-    /// Edits `record` in place, which has to outlive the page, and so has the clock. The record is the entry
-    /// at `position` of the schedule or, without a position, a new one.
+    /// Edits `record` in place; it and the clock must outlive the page. Without a position, the entry is new.
     SchedulePage(ScheduledProject& record, const ScheduleList& schedule, std::optional<std::size_t> position,
                  const base::Clock& clock);
 
@@ -32,7 +31,7 @@ protected:
     void updateState() override;
 
 private:
-    /// A binding that stores only while `kind` is the chosen one.
+    /// Wraps a binding so that it stores only while `kind` is selected.
     template<class Value>
     [[nodiscard]] std::unique_ptr<framework::FieldBinding<Value>>
     ofKind(ScheduleKind kind, std::unique_ptr<framework::FieldBinding<Value>> binding);
@@ -40,15 +39,14 @@ private:
     bool isChosen(ScheduleKind kind) const;
     bool hasWeekday() const;
 
-    /// Replaces a past time of "just once" by one in a minute, unless the user is editing it or the record
-    /// came with it.
+    /// Sets a past "just once" time to one minute from now, unless it was loaded or is being edited.
     void offerFutureTime();
 
     const base::Clock& clock_;
-    framework::ItemList otherProjects_; ///< each stands for its position in the schedule
+    framework::ItemList otherProjects_; ///< values: positions in the schedule
 
     framework::RadioGroup kind_;
-    bool wasOnce_ = false; ///< in the last idle pass
+    bool wasOnce_ = false; ///< at the last idle pass
     framework::ListBox afterProject_;
     framework::NumberEdit afterDelay_;
     framework::NumberEdit startupDelay_;

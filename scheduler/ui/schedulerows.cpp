@@ -35,7 +35,7 @@ RowImage ScheduleRows::image(std::size_t row) const {
     return entry.lastResult.empty() ? RowImage::None : RowImage::Result;
 }
 
-/// `waitingSince` stays set when a waiting entry is given a later next run or the scheduler is suspended.
+/// `waitingSince` stays set when a waiting entry gets a later next run or the scheduler is suspended.
 bool ScheduleRows::isWaiting(const ScheduledProject& entry) const {
     return entry.waitingSince != base::TimeValue() && !state_().suspended && clock_.now() >= entry.nextRun;
 }
@@ -53,7 +53,7 @@ std::string ScheduleRows::line(std::size_t row) const {
     return line;
 }
 
-base::TimeValue ScheduleRows::textsHoldUntil(std::size_t row, base::TimeValue now) const {
+base::TimeValue ScheduleRows::textsValidUntil(std::size_t row, base::TimeValue now) const {
     return phrasesHoldUntil(schedule_[order_[row]], now);
 }
 
@@ -90,7 +90,7 @@ void ScheduleRows::sortBy(ScheduleColumn column) {
     rows.reserve(order_.size());
     for (std::uint32_t position = 0; position < order_.size(); ++position)
         rows.push_back({texts.emplace_back(entryText(position, column)), position});
-    // A stable sort leaves equal texts in the schedule's order, in which the rows were made.
+    // `rows` is in the schedule's order, so a stable sort keeps equal texts in that order.
     if (ascending_)
         std::ranges::stable_sort(rows, std::less(), &Row::text);
     else
@@ -112,8 +112,8 @@ void ScheduleRows::makeRoom(std::size_t count) {
         order_.reserve(grownCapacity(count, sizeof(order_[0])));
 }
 
-void ScheduleRows::onEntryInserted(std::size_t position, bool becameLast) {
-    if (!becameLast)
+void ScheduleRows::onEntryInserted(std::size_t position, bool appended) {
+    if (!appended)
         for (std::uint32_t& other : order_)
             other += other >= position;
     order_.push_back(static_cast<std::uint32_t>(position));
@@ -126,7 +126,7 @@ void ScheduleRows::onEntriesLoaded(std::size_t count) {
 }
 
 void ScheduleRows::onEntriesRemoved(std::span<const std::size_t> positions) {
-    // Takes no memory, for a removal cannot be taken back any more.
+    // Must not allocate: a removal cannot be undone.
     const auto isRemoved = [&](std::size_t position) {
         return std::ranges::binary_search(positions, position, std::greater());
     };

@@ -1,4 +1,3 @@
-// The entries that a command acts on.
 #pragma once
 
 #include <cstddef>
@@ -6,7 +5,7 @@
 
 namespace scheduler {
 
-/// Positions in the schedule, ascending, each once.
+/// The entries that a command acts on: positions in the schedule, ascending, each once.
 using Selection = std::vector<std::size_t>;
 
 } // namespace scheduler

@@ -16,21 +16,20 @@
 namespace scheduler {
 namespace {
 
-// Made before anything can be short of memory.
+// Constructed in advance: it is shown when memory is short.
 const std::string startFailedText = "A system error prevented the scheduler from starting.";
 
-/// The running copy is known by its exact title, so a suspended one, whose title says so, is not found and
-/// the message goes nowhere.
+/// Finds the running copy by its exact title. A suspended copy has another title, so it gets no message.
 void tellRunningCopy(UINT message, WPARAM wParam, LPARAM lParam) {
     const HWND window = FindWindowA(nullptr, base::applicationName.c_str());
     if (!window)
         return;
-    // The copy may come to the front on behalf of this one, which the user has just started.
+    // Lets the copy come to the front, as the user has just started this process.
     AllowSetForegroundWindow(ASFW_ANY);
     SendMessageA(window, message, wParam, lParam);
 }
 
-/// The main window with its engine going; null when the start failed, whatever of it did.
+/// The started main window; null on any failure.
 std::unique_ptr<MainWindow> startWindow(const std::string& commandLine, int showCommand) {
     try {
         auto window = std::make_unique<MainWindow>();
@@ -58,7 +57,7 @@ int runProgram(const std::string& commandLine, int showCommand) {
         pump.setAccelerators(LoadAcceleratorsA(base::moduleHandle(), MAKEINTRESOURCEA(IDR_ACCELERATORS)));
         return pump.runMainLoop();
     }
-    // Once the window is gone: nobody is to work with it behind the message.
+    // After the window is destroyed, so that it cannot be used behind the message.
     MessageBoxes().showError(startFailedText);
     return 1;
 }

@@ -6,8 +6,8 @@ namespace scheduler {
 
 namespace {
 
-/// What the user can work with: while a dialog is open over it, a window itself is disabled.
-HWND foremostOf(HWND window) {
+/// A dialog open over the window, which disables it, or the window itself.
+HWND activePopupOf(HWND window) {
     const HWND popup = GetLastActivePopup(window);
     return popup && IsWindowVisible(popup) && IsWindowEnabled(popup) ? popup : window;
 }
@@ -17,22 +17,22 @@ HWND foremostOf(HWND window) {
 void WindowPresence::show() {
     ShowWindow(window(), SW_RESTORE);
     UpdateWindow(window());
-    SetForegroundWindow(foremostOf(window()));
+    SetForegroundWindow(activePopupOf(window()));
 }
 
 void WindowPresence::bringForwardIfShown() {
     if (IsWindowVisible(window()))
-        SetForegroundWindow(foremostOf(window()));
+        SetForegroundWindow(activePopupOf(window()));
 }
 
 void WindowPresence::hide() {
-    rememberPlace();
+    storePlacement();
     ShowWindow(window(), SW_HIDE);
     UpdateWindow(window());
 }
 
-void WindowPresence::rememberPlace() {
-    // A window that was not shown has no new place, and has not taken on a saved maximised form.
+void WindowPresence::storePlacement() {
+    // A hidden window was stored when it was hidden, or has not yet applied a saved maximised state.
     if (IsWindowVisible(window()))
         preferences_.windowState = framework::capturePlacement(window());
 }

@@ -1,4 +1,3 @@
-// Showing and hiding the main window, which lives on unseen while only the notification icon is there.
 #pragma once
 
 #include "scheduler/model/preferences.h"
@@ -6,7 +5,7 @@
 
 namespace scheduler {
 
-/// All outlive the presence.
+/// Shows and hides the main window, which lives on while hidden. The arguments must outlive this object.
 class WindowPresence {
 public:
     WindowPresence(const framework::Window& window, Preferences& preferences)
@@ -14,17 +13,15 @@ public:
 
     HWND window() const { return window_.handle(); }
 
-    /// Shows the window, also one that is minimised, in front of all others; a dialog that is open over it
-    /// gets the keyboard.
+    /// Shows or restores the window in front of all others. An open dialog gets the keyboard.
     void show();
 
-    /// The same without showing it: a hidden window stays hidden.
     void bringForwardIfShown();
 
     void hide();
 
-    /// Takes down where the window stands, for the preferences to be saved with.
-    void rememberPlace();
+    /// Stores a visible window's placement in the preferences.
+    void storePlacement();
 
 private:
     const framework::Window& window_;

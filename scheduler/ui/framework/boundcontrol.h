@@ -14,12 +14,12 @@ class BoundControl : public Base {
 public:
     using Binding = std::unique_ptr<FieldBinding<Value>>;
 
-    /// Takes the binding, which may be none, and what `Base` wants.
+    /// `binding` may be null. The other arguments go to `Base`.
     template<class... Arguments>
     explicit BoundControl(Binding binding, Arguments&&... arguments)
         : Base(std::forward<Arguments>(arguments)...), binding_(std::move(binding)) {}
 
-    /// Replaces the binding. The control shows the new field from its next load on.
+    /// Replaces the binding, with effect from the next load.
     void bind(Binding binding) { binding_ = std::move(binding); }
 
     virtual Value value() const = 0;

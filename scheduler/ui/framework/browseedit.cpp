@@ -13,10 +13,10 @@
 namespace framework {
 namespace {
 
-// The dialog's answer: room for what users choose, and, when that was not enough, for whatever they could.
-// How much it would have needed the dialog says in 16 bits, which is too few to go by.
-constexpr std::size_t usualAnswer = 64 * 1024;
-constexpr std::size_t longestAnswer = 4 * 1024 * 1024;
+// Bytes for the dialog's answer: enough for most choices, and the size for the second attempt. The size that
+// the dialog asks for has 16 bits, which is too few.
+constexpr std::size_t usualAnswerSize = 64 * 1024;
+constexpr std::size_t maxAnswerSize = 4 * 1024 * 1024;
 
 CALLED_BY_PLATFORM UINT_PTR CALLBACK centreWhenReady(HWND hook, UINT id, WPARAM, LPARAM lParam) noexcept {
     // The hook's window is a child of the dialog.
@@ -25,11 +25,11 @@ CALLED_BY_PLATFORM UINT_PTR CALLBACK centreWhenReady(HWND hook, UINT id, WPARAM,
     return 0;
 }
 
-/// Asks the user, with `text` as what is chosen at first. The dialog's answer; empty when nothing was chosen.
+/// Opens the dialog with `text` as the initial choice. Returns its answer; empty if nothing was chosen.
 std::string askForFiles(OPENFILENAMEA request, std::string text) {
-    // The dialog leaves the process in the folder that was browsed last, where all that is started would be.
+    // The dialog changes the current directory, which started programs would inherit.
     const base::KeptCurrentDirectory kept;
-    std::size_t size = usualAnswer;
+    std::size_t size = usualAnswerSize;
     for (;;) {
         std::string answer(size, '\0');
         text.copy(answer.data(), answer.size() - 1);
@@ -39,9 +39,9 @@ std::string askForFiles(OPENFILENAMEA request, std::string text) {
             return answer;
         const DWORD error = fileDialogError();
         if (error == FNERR_INVALIDFILENAME && !text.empty())
-            text.clear(); // it does not start from what cannot be a file's name, as the text of several files
-        else if (error == FNERR_BUFFERTOOSMALL && size < longestAnswer)
-            size = longestAnswer; // what was chosen is lost, and the user asked again
+            text.clear(); // the dialog rejects an invalid file name, such as the text of several files
+        else if (error == FNERR_BUFFERTOOSMALL && size < maxAnswerSize)
+            size = maxAnswerSize; // the choice is lost, so the user is asked again
         else
             return {};
     }
@@ -95,13 +95,13 @@ void BrowseEdit::createButton() {
 void BrowseEdit::layOut() {
     const BrowseLayout layout = layOutBrowseEdit(place_, TextExtent(handle()).of(buttonText_).cx);
     place(handle(), layout.edit, nullptr);
-    place(button_.handle(), layout.button, handle()); // behind the edit in the order of the Tab key, too
+    place(button_.handle(), layout.button, handle()); // after the edit in the tab order, too
 }
 
 Handled BrowseEdit::onMessage(const Message& message) {
     if (message.id == WM_ENABLE)
         button_.setEnabled(message.wParam != FALSE);
-    else if (message.id == WM_SHOWWINDOW && message.lParam == 0) // not when it is about the dialog
+    else if (message.id == WM_SHOWWINDOW && message.lParam == 0) // not sent because of the dialog
         button_.setVisible(message.wParam != FALSE);
     return Edit::onMessage(message);
 }
@@ -112,7 +112,7 @@ void BrowseEdit::browse() {
     request.hwndOwner = GetParent(handle());
     request.lpstrFilter = filter_.empty() ? nullptr : filter_.c_str();
     request.lpstrTitle = "Browse";
-    // A hook hears that the dialog is ready only from a dialog of the newer kind.
+    // Only a dialog of the Explorer type tells a hook that it is ready.
     request.Flags = flags_ | OFN_EXPLORER | OFN_ENABLEHOOK;
     request.lpfnHook = &centreWhenReady;
     std::vector<std::string> files = chosenFiles(askForFiles(request, text()));

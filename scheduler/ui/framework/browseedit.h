@@ -1,4 +1,4 @@
-// A field for the path of a file, with a button at its right that lets the user choose one.
+// A field for a file's path, with a Browse button at its right.
 #pragma once
 
 #include "scheduler/ui/framework/edit.h"
@@ -14,27 +14,25 @@ namespace framework {
 
 class BrowseEdit : public Edit {
 public:
-    /// The edit and its button share the place that the template gives to the edit.
+    /// The edit and its button share the template's rectangle of the edit.
     BrowseEdit(ControlHost& host, int id, Binding binding = nullptr);
 
     void setButtonText(std::string text);
 
-    /// Sections separated by "|": a name and its patterns in turn.
+    /// Names and patterns in turn, separated by "|".
     void setFilter(const std::string& sections);
 
-    /// Adds to the open-file dialog's flags (OFN_...), or takes away from them.
+    /// Flags of the open-file dialog (OFN_...).
     void addFlags(DWORD flags) { flags_ |= flags; }
     void removeFlags(DWORD flags) { flags_ &= ~flags; }
 
-    /// What may be stored, and what the user is told about any other text.
+    /// `message` tells the user why a text is not acceptable.
     void setCheck(std::function<bool(const std::string& text)> isAcceptable, std::string message);
 
-    /// The files of the last Browse, even if the text was edited since: the first with its full path, the
-    /// others by their names in the same folder.
+    /// The files last chosen, even after the text changed: one full path, then names in the same folder.
     const std::vector<std::string>& chosen() const { return chosen_; }
 
-    /// Lets the user choose. When nothing was chosen, or more than the dialog can hand over, the text stays
-    /// as it is.
+    /// Lets the user choose. The text is unchanged if nothing, or too much for the dialog, was chosen.
     void browse();
 
     bool check() override;
@@ -53,7 +51,7 @@ private:
     DWORD flags_ = OFN_FILEMUSTEXIST | OFN_PATHMUSTEXIST | OFN_HIDEREADONLY;
     std::function<bool(const std::string&)> isAcceptable_;
     std::string message_;
-    RECT place_{}; ///< of edit and button, in the dialog's client area
+    RECT place_{}; ///< of edit and button, in the dialog's client coordinates
     std::vector<std::string> chosen_;
 };
 

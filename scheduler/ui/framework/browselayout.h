@@ -1,11 +1,10 @@
-// How a browse edit shares its place between the edit and the button.
 #pragma once
 
 #include <windows.h>
 
 namespace framework {
 
-/// The button's id, beyond those of templates.
+/// An id that no template uses.
 constexpr int browseButtonIdOf(int editId) {
     return editId + 0x4000;
 }
@@ -15,7 +14,7 @@ struct BrowseLayout {
     RECT button{};
 };
 
-/// Pixels throughout. `textWidth` is that of the button's text.
+/// Divides `place`. All values are pixels; `textWidth` is that of the button's text.
 BrowseLayout layOutBrowseEdit(const RECT& place, int textWidth);
 
 } // namespace framework

@@ -1,4 +1,3 @@
-// A check box, bound to a flag.
 #pragma once
 
 #include "scheduler/ui/framework/boundcontrol.h"

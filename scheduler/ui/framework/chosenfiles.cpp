@@ -30,7 +30,7 @@ std::vector<std::string> chosenFiles(std::string_view answer) {
     std::vector<std::string> pieces = piecesOf(answer);
     if (pieces.size() < 2)
         return pieces;
-    // Only a drive's root folder has its backslash already.
+    // Only a drive's root folder ends in a backslash.
     const std::string separator = pieces.front().ends_with('\\') ? "" : "\\";
     pieces[1] = pieces.front() + separator + pieces[1];
     pieces.erase(pieces.begin());

@@ -12,7 +12,7 @@ struct GlobalMemoryTraits {
 };
 using GlobalMemory = base::UniqueHandle<GlobalMemoryTraits>;
 
-/// In the platform's own form: for CF_TEXT it would assume the code page of the keyboard's language.
+/// Unicode, because for CF_TEXT the clipboard assumes the code page of the keyboard layout.
 GlobalMemory toUnicode(const std::string& text) {
     const int bytes = static_cast<int>(text.size()) + 1;
     const int length = MultiByteToWideChar(CP_ACP, 0, text.c_str(), bytes, nullptr, 0);

@@ -1,4 +1,3 @@
-// Putting text on the clipboard.
 #pragma once
 
 #include <windows.h>
@@ -7,8 +6,7 @@
 
 namespace framework {
 
-/// Replaces the clipboard's content by `text`, which is in the ANSI code page. False, with the clipboard
-/// unchanged, when another program has it open or memory is short.
+/// Replaces the clipboard by ANSI text. False, with no change, if it is in use or memory is short.
 [[nodiscard]] bool copyToClipboard(HWND owner, const std::string& text);
 
 } // namespace framework

@@ -29,7 +29,7 @@ bool Control::attachIn(HWND dialog) {
 }
 
 bool Control::isVisible() const {
-    // IsWindowVisible would ask the dialog, too, and a page behind another one is hidden.
+    // Not IsWindowVisible, which is false while another page covers the control's page.
     return hasStyle(handle(), WS_VISIBLE);
 }
 
@@ -66,7 +66,7 @@ void Control::reportInvalid(const std::string& message) {
     const HWND dialog = GetParent(handle());
     host_.reveal();
     MessageBoxA(dialog, message.c_str(), base::applicationName.c_str(), MB_OK);
-    // As the Tab key would, so that the text is selected.
+    // Selects the text, as the Tab key does.
     SendMessageA(dialog, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(handle()), TRUE);
 }
 

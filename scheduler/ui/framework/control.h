@@ -1,4 +1,3 @@
-// A control of a dialog: found by its id, subclassed, loaded from a record's field and stored into it.
 #pragma once
 
 #include "scheduler/ui/framework/window.h"
@@ -9,52 +8,48 @@ namespace framework {
 
 class ControlHost;
 
-/// Base of all control classes. Declared as a member of its dialog or page, which it has to die before; it is
-/// in the dialog's order of controls by its construction.
+/// Base of all controls, each bound to a dialog's control by its id. Declare controls as members of their
+/// dialog or page, which must outlive them, in the order of loading, storing and checking.
 class Control : public Window {
 public:
-    /// `id` is the control's number in the dialog template.
     Control(ControlHost& host, int id);
     ~Control() override;
 
     int id() const { return id_; }
 
-    /// Finds the control in the dialog's window and binds this object to it.
+    /// False if the dialog has no such control.
     [[nodiscard]] bool attachIn(HWND dialog);
 
-    /// Field to control, control to field. Nothing happens without a binding.
+    /// Copies field to control, or control to field. Does nothing without a binding.
     virtual void load() {}
     virtual void store() {}
 
-    // The control's own state, whether or not its dialog can be seen.
+    // The control's own state, whether or not its dialog is visible.
     bool isVisible() const;
     bool isEnabled() const;
 
-    /// Whether what was typed may be stored. One that says no has told the user why.
+    /// Whether the input may be stored. If not, the user has been told why.
     [[nodiscard]] virtual bool check() { return true; }
 
-    /// A notification that the control sent to its dialog. True when that is settled, or when the control or
-    /// its dialog was destroyed over it.
+    /// A notification to the dialog. True if handled, or if control or dialog were destroyed meanwhile.
     [[nodiscard]] virtual bool onNotification(UINT code);
 
-    /// An owner-drawn control's request to paint one item.
+    /// Paints an item of an owner-drawn control.
     [[nodiscard]] virtual bool onDrawItem(const DRAWITEMSTRUCT& item);
 
-    // These leave the platform alone when nothing changes, so that the idle pass draws nothing again.
+    // No effect without a change, so that idle passes do not redraw.
     void setEnabled(bool enabled);
     void setVisible(bool visible);
     void setText(const std::string& text);
 
     std::string text() const;
 
-    /// Reports why the dialog cannot be stored: shows the dialog's page and the message, and gives this
-    /// control the focus.
+    /// Turns to the control's page, shows the message and focuses the control.
     void reportInvalid(const std::string& message);
 
 protected:
     Handled onMessage(const Message& message) override;
 
-    /// Sends the control a message of its class.
     LRESULT send(UINT id, WPARAM wParam = 0, LPARAM lParam = 0) const;
 
 private:
@@ -62,17 +57,14 @@ private:
     int id_;
 };
 
-/// Enables or disables a window that is not so already.
+/// Like the platform's functions, but without effect if nothing changes.
 void enableWindow(HWND window, bool enabled);
-
-/// Shows or hides a window that is not so already.
 void showWindow(HWND window, bool visible);
 
-/// Whether a window's class has this name of at most 31 characters.
+/// `className`: at most 31 characters, in any case.
 [[nodiscard]] bool isOfClass(HWND window, const char* className);
 
-/// The label that goes with a control: the static text directly before it, if that has an access key. Else
-/// null.
+/// The static text directly before the control, if it has an access key; else null.
 HWND labelOf(HWND control);
 
 } // namespace framework

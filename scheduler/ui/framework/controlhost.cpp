@@ -104,7 +104,7 @@ CALLED_BY_PLATFORM INT_PTR CALLBACK dialogProcedure(HWND dialog, UINT id, WPARAM
     } catch (const std::exception& failure) {
         OutputDebugStringA(failure.what());
     }
-    return TRUE; // the platform gives the first control the focus
+    return TRUE; // the platform focuses the first control
 }
 
 } // namespace framework

@@ -1,4 +1,3 @@
-// What dialogs and property pages share: a list of controls, made from a dialog template.
 #pragma once
 
 #include "scheduler/ui/framework/window.h"
@@ -10,51 +9,47 @@ namespace framework {
 class Control;
 
 /// Base of dialogs and pages. A derived class declares its controls as members, each with its field and
-/// rules; loading, storing, checking and idle updates then follow from the list.
+/// rules. They are then loaded, stored, checked and updated here.
 class ControlHost : public Window {
 public:
     explicit ControlHost(int templateId) : templateId_(templateId) {}
 
     int templateId() const override { return templateId_; }
 
-    /// Fields to controls, once the controls are attached; a class that does more after it extends it.
+    /// Copies fields to controls, which are attached by then.
     virtual void load();
 
-    /// Controls to fields. The caller has checked before.
+    /// Copies controls to fields. Call check() first.
     virtual void store();
 
-    /// Runs the check of every control that is visible and enabled, in their order, up to the first that
-    /// fails.
+    /// Checks the visible, enabled controls in order until one fails.
     [[nodiscard]] virtual bool check();
 
-    /// To be called before a store: runs an idle update, because numbers typed since the last idle pass may
-    /// be out of range, and then the checks.
+    /// Call before store(): clamps numbers even if OK arrives before an idle pass, then checks.
     [[nodiscard]] bool updateAndCheck();
 
-    /// Brings this dialog before the user, so that a message about it is understood.
+    /// Makes this dialog or page visible before a message about it is shown.
     virtual void reveal() {}
 
     void onIdle() override;
 
-    /// Makes the platform's dialog window this object's, on its first message, and starts the controls.
+    /// Binds this object to the dialog on its first message, then attaches and loads the controls.
     void start(HWND dialog);
 
-    /// Whether the last start came to its end. A dialog whose start failed shows less than its fields hold,
-    /// and must not come before the user, who could store it.
+    /// False if start failed: controls may lack their fields' values, so never show or store such a dialog.
     bool isStarted() const { return started_; }
 
 protected:
-    /// Enables, disables, shows and hides what depends on the controls' values: at the start and after
-    /// whatever the user does.
+    /// Enables and shows what depends on values. Called at the start and after user input.
     virtual void updateState() {}
 
-    /// A command of the dialog: a push button, or a notification of any of its controls. True when that
-    /// settles it, and when this object was destroyed over it; otherwise the control itself is told.
+    /// A button's command or a control's notification. True: handled, or this object was destroyed. False:
+    /// the control's onNotification follows.
     [[nodiscard]] virtual bool onCommand(int id, UINT code);
 
     Handled onMessage(const Message& message) override;
 
-    // For what has no object: plain texts, and single buttons of a group.
+    // For items without an object: static texts and single radio buttons.
     void enableItem(int id, bool enabled);
     void showItem(int id, bool visible);
 
@@ -68,7 +63,7 @@ private:
     std::vector<Control*> controls_;
 };
 
-/// The dialog procedure of all dialogs, whose creation parameter is their ControlHost.
+/// The dialog procedure of all dialogs. The creation parameter is the ControlHost.
 INT_PTR CALLBACK dialogProcedure(HWND dialog, UINT id, WPARAM wParam, LPARAM lParam) noexcept;
 
 } // namespace framework

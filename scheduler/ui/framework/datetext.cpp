@@ -8,7 +8,7 @@ namespace framework {
 
 std::string dateTimeText(base::TimeValue time) {
     constexpr int noon = 12;
-    // The runtime's own name for the half of the day would follow its locale.
+    // Not %p, which depends on the runtime's locale.
     return base::formatPattern(time, "%m/%d/%y %I:%M ") + (time.hour() < noon ? "am" : "pm");
 }
 
@@ -17,7 +17,7 @@ base::TimeValue dateTimeFromText(const std::string& text) {
 }
 
 std::string timeOfDayText(base::TimeValue time) {
-    // A time that has seconds shows them, so that showing and reading it back leaves it as it was.
+    // Show seconds if there are any, so that reading the text back gives the same time.
     return base::formatLocaleTime(time, false, time.second() == 0);
 }
 

@@ -1,4 +1,3 @@
-// A field for a date and a time of day.
 #pragma once
 
 #include "scheduler/ui/framework/datetext.h"
@@ -8,10 +7,10 @@ namespace framework {
 
 class DateTimeEdit : public Edit {
 public:
-    /// The binding is one of bindDateTime.
+    /// `binding` comes from bindDateTime.
     DateTimeEdit(ControlHost& host, int id, Binding binding = nullptr) : Edit(host, id, std::move(binding)) {}
 
-    /// 0 when the text is no date.
+    /// 0 if the text is no date.
     base::TimeValue time() const { return dateTimeFromText(text()); }
     void setTime(base::TimeValue time) { setText(dateTimeText(time)); }
 };

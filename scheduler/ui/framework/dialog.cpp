@@ -31,15 +31,14 @@ int Dialog::runModal(HWND owner) {
         const ModalOwner waiting(owner);
         beginModal();
         if (!open(owner))
-            return notMade;
+            return notCreated;
         if (!(GetWindowLongA(handle(), GWL_STYLE) & DS_CENTER))
             centreWindow(handle());
         ShowWindow(handle(), SW_SHOW);
         UpdateWindow(handle());
         MessagePump::instance().runModalLoop(*this);
     }
-    // Only now: were the dialog destroyed while its owner is disabled, the platform would activate another
-    // program.
+    // After re-enabling the owner: otherwise the platform would activate another program.
     close();
     return modalResult() == IDOK ? IDOK : IDCANCEL;
 }
@@ -53,7 +52,7 @@ bool Dialog::isModalFinished() const {
 }
 
 bool Dialog::onCommand(int id, UINT code) {
-    // The codes of a menu's and an accelerator's command are 0 and 1, a button's is 0, too.
+    // 0: a button or a menu; 1: an accelerator.
     if (code > 1)
         return false;
     switch (id) {
@@ -89,7 +88,7 @@ void Dialog::onCancel() {
 
 void Dialog::finish(int result) {
     endModal(result);
-    // The loop looks after each posted message; what ended the dialog may have been sent.
+    // Wakes the loop, which checks for the end only after a posted message.
     PostMessageA(handle(), WM_NULL, 0, 0);
 }
 

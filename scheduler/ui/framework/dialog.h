@@ -1,4 +1,4 @@
-// A dialog made from a template, run modally.
+// A modal dialog made from a template.
 #pragma once
 
 #include "scheduler/ui/framework/controlhost.h"
@@ -11,12 +11,10 @@ public:
     using ControlHost::ControlHost;
     ~Dialog() override;
 
-    /// Creates the dialog, not shown yet, and loads its controls. False, without
-    /// a window, when there is no such template or the loading failed.
+    /// Creates the hidden dialog and loads its controls. False, without a window, on failure.
     [[nodiscard]] bool open(HWND owner);
 
-    /// Shows the dialog and runs it until it ends: IDOK when the controls were stored, notMade when it could
-    /// not be opened, else IDCANCEL. The owner is disabled meanwhile, and the dialog is gone afterwards.
+    /// Runs until closed, with the owner disabled: IDOK after storing, IDCANCEL, or notCreated on failure.
     int runModal(HWND owner);
 
     bool preTranslate(MSG& message) override;
@@ -26,11 +24,9 @@ protected:
     bool onCommand(int id, UINT code) override;
     Handled onMessage(const Message& message) override;
 
-    /// Checks and stores the controls, and ends the dialog unless a check fails.
+    /// Checks and stores the controls and closes. The dialog stays open if a check fails.
     virtual void onOk();
     virtual void onCancel();
-
-    /// Ends the modal run with a result.
     void finish(int result);
 
 private:

@@ -1,4 +1,3 @@
-// A field for text.
 #pragma once
 
 #include "scheduler/ui/framework/boundcontrol.h"
@@ -7,7 +6,7 @@ namespace framework {
 
 class Edit : public BoundControl<std::string> {
 public:
-    /// `limit` is the number of characters that can be typed; 0 leaves the platform's.
+    /// `limit`: the most characters that the user can type; 0: the platform's limit.
     Edit(ControlHost& host, int id, Binding binding = nullptr, int limit = 0)
         : BoundControl(std::move(binding), host, id), limit_(limit) {}
 

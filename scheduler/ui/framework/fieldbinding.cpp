@@ -5,7 +5,7 @@
 namespace framework {
 namespace {
 
-/// A field that its control shows as it is.
+/// Leaves the value unconverted.
 template<class Field>
 class PlainBinding final : public FieldBinding<Field> {
 public:

@@ -1,5 +1,3 @@
-// What ties a control to one field of a record: the field is read when the control loads and written when it
-// stores.
 #pragma once
 
 #include "lib/base/dates.h"
@@ -12,7 +10,7 @@
 
 namespace framework {
 
-/// Gives and takes a field in the form that its control shows. The field has to outlive the binding.
+/// Reads and writes a record's field in the form that a control shows. The field must outlive the binding.
 template<class Value>
 class FieldBinding {
 public:
@@ -29,7 +27,7 @@ using NumberBinding = FieldBinding<std::int32_t>;
 using TextBinding = FieldBinding<std::string>;
 using TimeBinding = FieldBinding<base::TimeValue>;
 
-/// Numbers and enumerations of 32 bits. Of an unsigned field the bits are what counts.
+/// 32-bit numbers and enumerations. Unsigned values keep their bits.
 template<class Field>
 concept NumberField = sizeof(Field) == sizeof(std::int32_t) &&
                       (std::integral<Field> || std::is_enum_v<Field>);
@@ -48,7 +46,7 @@ private:
     Field* field_;
 };
 
-/// Any value but 0 sets the flag, so the choice of a radio group can be a flag, too.
+/// Any value but 0 sets the flag, so a radio group can be bound to a flag.
 template<FlagField Field>
 class FlagBinding final : public NumberBinding {
 public:
@@ -72,10 +70,10 @@ template<FlagField Field>
 
 [[nodiscard]] std::unique_ptr<TextBinding> bindText(std::string& field);
 
-/// A time as it is: the edit for times of day writes and reads it.
+/// For TimeOfDayEdit, which converts the time itself.
 [[nodiscard]] std::unique_ptr<TimeBinding> bindTimeOfDay(base::TimeValue& field);
 
-/// A time as the text that an edit for date and time shows. A text that is no date stores 0.
+/// For DateTimeEdit. Stores 0 if the text is no date.
 [[nodiscard]] std::unique_ptr<TextBinding> bindDateTime(base::TimeValue& field);
 
 } // namespace framework

@@ -1,7 +1,4 @@
-// The platform's dialog for choosing files.
-//
-// Its library brings one for printing with it. A program that mostly waits has no use for either, so they are
-// loaded when the dialog is first opened.
+// The platform's open-file dialog. Its library loads a printing library, so it is loaded on first use only.
 #pragma once
 
 #include <windows.h>
@@ -10,10 +7,10 @@
 
 namespace framework {
 
-/// As GetOpenFileNameA does; false, too, when the platform has no such dialog.
+/// Like GetOpenFileNameA; also false if the library cannot be loaded.
 [[nodiscard]] bool openFileDialog(OPENFILENAMEA& request);
 
-/// Why the last dialog gave no file, as CommDlgExtendedError says it: 0 when the user cancelled it.
+/// CommDlgExtendedError of the last dialog: 0 if the user cancelled.
 DWORD fileDialogError();
 
 } // namespace framework

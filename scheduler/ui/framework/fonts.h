@@ -1,14 +1,12 @@
-// The user's fonts, sized for the system's resolution.
+// The user's fonts at the system's DPI, created once and never freed.
 #pragma once
 
 #include <windows.h>
 
 namespace framework {
 
-/// The font of message boxes and lists. Made once and kept.
+/// For message boxes and lists.
 HFONT messageFont();
-
-/// The font of tool tips. Made once and kept.
 HFONT hintFont();
 
 } // namespace framework

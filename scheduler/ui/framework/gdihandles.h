@@ -1,4 +1,4 @@
-// Owners of what painting makes.
+// Owners of GDI objects.
 #pragma once
 
 #include "lib/base/handles.h"
@@ -21,7 +21,7 @@ struct BitmapTraits {
 };
 using Bitmap = base::UniqueHandle<BitmapTraits>;
 
-/// Has an object selected into a device context, and afterwards what was selected before.
+/// Selects an object into a device context; restores the previous one on destruction.
 class [[nodiscard]] Selection {
 public:
     Selection(HDC context, HGDIOBJ object) : context_(context), previous_(SelectObject(context, object)) {}

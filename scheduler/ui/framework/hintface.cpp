@@ -9,12 +9,12 @@ namespace framework {
 namespace {
 
 constexpr int distanceBelowPoint = 20;
-constexpr int growthAside = 6;
-constexpr int growthAboveAndBelow = 2;
+constexpr int horizontalGrowth = 6;
+constexpr int verticalGrowth = 2;
 constexpr int cornerDiameter = 20;
 constexpr int roundedMargin = 20;
 
-/// The part of the format that decides how much room a text takes.
+/// The DrawText flags that affect the size.
 UINT measureFormat(HintStyle style) {
     const UINT lines = style == HintStyle::Rounded ? DT_WORDBREAK : DT_SINGLELINE;
     return lines | DT_EXPANDTABS | DT_NOPREFIX;
@@ -25,7 +25,7 @@ UINT drawFormat(HintStyle style) {
     return measureFormat(style) | place;
 }
 
-/// The shift that brings low..high inside lowest..highest; the low end counts where both cannot be.
+/// The shift that moves low..high into lowest..highest. If both ends do not fit, the low end does.
 LONG shiftInside(LONG low, LONG high, LONG lowest, LONG highest) {
     return std::max(lowest - low, std::min(highest - high, 0L));
 }
@@ -33,18 +33,17 @@ LONG shiftInside(LONG low, LONG high, LONG lowest, LONG highest) {
 } // namespace
 
 SIZE hintExtent(const std::string& text, HintStyle style, int maxWidth) {
-    // A rounded hint keeps more free around its text than its place grows by: 20 pixels on each side against
-    // 6 and 2. In a window of the text's extent and that growth alone, the text would have 28 pixels less
-    // than it is wide, and less than no height. So the difference counts as part of what the text takes.
+    // A rounded hint's margins are 20 pixels, but hintRectangle adds only 6 and 2. The extent includes the
+    // difference.
     const bool isRounded = style == HintStyle::Rounded;
-    const int spaceAside = isRounded ? roundedMargin - growthAside : 0;
-    const int spaceAboveAndBelow = isRounded ? roundedMargin - growthAboveAndBelow : 0;
+    const int horizontalPadding = isRounded ? roundedMargin - horizontalGrowth : 0;
+    const int verticalPadding = isRounded ? roundedMargin - verticalGrowth : 0;
     const MemoryContext context(CreateCompatibleDC(nullptr));
     const Selection font(context.get(), hintFont());
     RECT area{};
-    area.right = std::max(maxWidth - 2 * spaceAside, 1);
+    area.right = std::max(maxWidth - 2 * horizontalPadding, 1);
     DrawTextA(context.get(), text.c_str(), -1, &area, measureFormat(style) | DT_CALCRECT);
-    return {area.right - area.left + 2 * spaceAside, area.bottom - area.top + 2 * spaceAboveAndBelow};
+    return {area.right - area.left + 2 * horizontalPadding, area.bottom - area.top + 2 * verticalPadding};
 }
 
 RECT hintRectangle(SIZE extent, POINT point, const RECT& workArea) {
@@ -53,20 +52,20 @@ RECT hintRectangle(SIZE extent, POINT point, const RECT& workArea) {
     place.top = point.y + distanceBelowPoint;
     place.right = place.left + extent.cx;
     place.bottom = place.top + extent.cy;
-    InflateRect(&place, growthAside, growthAboveAndBelow);
+    InflateRect(&place, horizontalGrowth, verticalGrowth);
     OffsetRect(&place, shiftInside(place.left, place.right, workArea.left, workArea.right),
                shiftInside(place.top, place.bottom, workArea.top, workArea.bottom));
     return place;
 }
 
 int maxHintWidth(const RECT& workArea) {
-    return workArea.right - workArea.left - 2 * growthAside;
+    return workArea.right - workArea.left - 2 * horizontalGrowth;
 }
 
 HRGN hintOutline(HintStyle style, SIZE window) {
     if (style == HintStyle::Plain)
         return nullptr;
-    // A region ends before its right and bottom edges, by one pixel more than a drawn rectangle.
+    // A region excludes one more pixel at its right and bottom than a drawn rectangle.
     return CreateRoundRectRgn(0, 0, window.cx + 1, window.cy + 1, cornerDiameter, cornerDiameter);
 }
 
@@ -76,7 +75,7 @@ void drawHint(HDC context, const RECT& area, const std::string& text, HintStyle 
     const Selection pen(context, GetStockObject(BLACK_PEN));
     SetDCBrushColor(context, hintColour);
     SetBkMode(context, TRANSPARENT);
-    // Not the user's colour for tool tips, which may be as pale as the background here.
+    // The user's tool tip colour may be too pale on this background.
     SetTextColor(context, RGB(0, 0, 0));
     FillRect(context, &area, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
     RECT textArea = area;

@@ -16,7 +16,7 @@ constexpr UINT_PTR displayTimer = 1;
 
 using Hints = std::vector<std::unique_ptr<HintWindow>>;
 
-/// Those that are shown, and until the next message those whose windows have just died.
+/// Includes, until the next message, hints whose windows were just destroyed.
 Hints& shownHints() {
     static Hints hints;
     return hints;
@@ -26,7 +26,7 @@ WindowClass& hintClass() {
     static WindowClass windowClass = [] {
         WindowClass described;
         described.description().style = CS_SAVEBITS;
-        described.description().hbrBackground = nullptr; // painted whole
+        described.description().hbrBackground = nullptr; // WM_PAINT fills the whole window
         return described;
     }();
     return windowClass;
@@ -43,7 +43,7 @@ bool pointerIsInside(HWND window) {
     return GetWindowRect(window, &place) && GetCursorPos(&pointer) && PtInRect(&place, pointer);
 }
 
-void reportLeave(HWND window) {
+void trackLeave(HWND window) {
     TRACKMOUSEEVENT track{};
     track.cbSize = sizeof(track);
     track.dwFlags = TME_LEAVE;
@@ -51,14 +51,14 @@ void reportLeave(HWND window) {
     TrackMouseEvent(&track);
 }
 
-/// Has the mouse's leaving reported by the window that has it: the owner or one of its children. Asked of any
-/// other window, the platform would report it at once.
-void reportLeaveOf(HWND owner) {
+/// Tracks the window under the mouse: the owner or a child. For any other window the platform would report at
+/// once that the mouse has left.
+void trackLeaveOf(HWND owner) {
     POINT pointer{};
     GetCursorPos(&pointer);
     const HWND under = WindowFromPoint(pointer);
     if (under == owner || IsChild(owner, under))
-        reportLeave(under);
+        trackLeave(under);
 }
 
 } // namespace
@@ -66,7 +66,7 @@ void reportLeaveOf(HWND owner) {
 HintWindow::~HintWindow() {
     if (Window* owner = Window::of(owner_))
         owner->removeFilter(*this);
-    // A region goes with its window, but under Wine it stays behind.
+    // Wine does not free a destroyed window's region.
     if (handle())
         SetWindowRgn(handle(), nullptr, FALSE);
 }
@@ -109,12 +109,12 @@ bool HintWindow::open(const Hint& hint) {
     parameters.parent = owner_;
     if (!create(hintClass(), parameters))
         return false;
-    // The region is the window's from now on.
+    // The window owns its region.
     SetWindowRgn(handle(), hintOutline(style_, {parameters.width, parameters.height}), FALSE);
     SetTimer(handle(), displayTimer, hint.displayMilliseconds, nullptr);
-    // Asked before the hint may lie under the pointer itself.
+    // Before the hint is shown, because it may appear under the pointer.
     if (owner_)
-        reportLeaveOf(owner_);
+        trackLeaveOf(owner_);
     ShowWindow(handle(), SW_SHOWNOACTIVATE);
     return true;
 }
@@ -130,7 +130,7 @@ Handled HintWindow::onMessage(const Message& message) {
         postClose();
         return 0;
     case WM_CLOSE:
-        close(); // this object is gone now
+        close(); // destroys this object
         return 0;
     case WM_ERASEBKGND:
         return 1;
@@ -139,7 +139,7 @@ Handled HintWindow::onMessage(const Message& message) {
         return 0;
     case WM_MOUSEMOVE:
         if (!owner_)
-            reportLeave(handle());
+            trackLeave(handle());
         return std::nullopt;
     default:
         if (!owner_ && closesHint(message.id))
@@ -148,14 +148,14 @@ Handled HintWindow::onMessage(const Message& message) {
     }
 }
 
-/// The owner's own input, whoever pumps it: also the platform's loops, of menus and message boxes.
+/// The owner's input, also in the platform's loops (menus, message boxes).
 Handled HintWindow::filterMessage(Window&, const Message& message) {
     if (closesHint(message.id) || message.id == WM_DESTROY)
         postClose();
     return std::nullopt;
 }
 
-/// The input of the owners' children, which goes past their owners.
+/// Input of the owners' child windows, which the filter does not see.
 void HintWindow::observeInput(const MSG& message) {
     removeClosedHints();
     if (!closesHint(message.message))
@@ -166,7 +166,7 @@ void HintWindow::observeInput(const MSG& message) {
 }
 
 void HintWindow::postClose() {
-    // Without a window the message would go to the thread.
+    // With a null handle, the message would go to the thread.
     if (handle())
         PostMessageA(handle(), WM_CLOSE, 0, 0);
 }
@@ -176,18 +176,16 @@ void HintWindow::close() {
     const auto place = std::ranges::find(hints, this, &std::unique_ptr<HintWindow>::get);
     if (place == hints.end())
         return;
-    // Out of the list before it dies: what its death causes may show another one.
+    // Leaves the list first: destroying the hint may show another one.
     const std::unique_ptr<HintWindow> closing = std::move(*place);
     hints.erase(place);
 }
 
-/// Lets go of the hints whose windows were destroyed by others, as an owner's death does, or whose owners are
-/// gone.
+/// Removes hints without a window (destroyed with the owner's) or without an owner.
 void HintWindow::removeClosedHints() {
     Hints& hints = shownHints();
     const auto isDead = [](const auto& hint) { return !hint->handle() || hint->isOrphaned(); };
-    // One by one, which takes no memory: no message may fail for want of it. Each is out of the list before
-    // it dies, as in close.
+    // Must not allocate: handling a message must not fail. Each hint leaves the list first, as in close.
     for (;;) {
         const auto dead = std::ranges::find_if(hints, isDead);
         if (dead == hints.end())

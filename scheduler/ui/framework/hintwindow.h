@@ -1,4 +1,3 @@
-// A tool tip of our own: a short text below the pointer, gone by itself or at the next input.
 #pragma once
 
 #include "scheduler/ui/framework/hintface.h"
@@ -12,26 +11,22 @@ namespace framework {
 
 struct Hint {
     std::string text;
-    POINT point{}; ///< on the screen: what the hint stands below
+    POINT point{}; ///< screen coordinates; the hint appears below
     HintStyle style = HintStyle::Rounded;
     UINT displayMilliseconds = 7000;
 };
 
-/// The window of one hint. A hint with an owner lets the mouse through to it, and closes when a character is
-/// typed or a mouse button pressed in the owner or its child windows, or when the mouse leaves. One without
-/// an owner closes on such input of its own.
-///
-/// The hints that are shown belong to this class: one lives until its window is closed or its owner is gone,
-/// whether that is the owner's window or only its object. For the user-interface thread.
+/// A tool tip of our own. Closes after its time, or on typing, a mouse button or the mouse leaving: in the
+/// owner or its child windows, else in the hint. A hint with an owner is transparent to the mouse.
+/// The class owns all hints. Each lives until its window closes or its owner's window or object is destroyed.
 class HintWindow : public Window, private MessageFilter {
 public:
     ~HintWindow() override;
 
-    /// False, with nothing shown, when the text is empty, or when there is an owner (null: none) and the
-    /// pointer is outside its window's rectangle or it shows a hint already.
+    /// False if the text is empty or, unless `owner` is null, the pointer is outside it or it has a hint.
     [[nodiscard]] static bool show(Window* owner, const Hint& hint);
 
-    /// Closes the hint that `owner` shows, if any.
+    /// Closes the owner's hint, if any.
     static void dismiss(const Window& owner);
 
     Handled onMessage(const Message& message) override;
@@ -50,7 +45,7 @@ private:
     static void observeInput(const MSG& message);
     static void removeClosedHints();
 
-    HWND owner_; // by its handle, which tells whether it is gone; null: none
+    HWND owner_; // not a pointer: the handle tells if the owner is gone; null: none
     std::string text_;
     HintStyle style_;
 };

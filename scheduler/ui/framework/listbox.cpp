@@ -9,7 +9,7 @@ namespace {
 
 // Pixels.
 constexpr int textIndent = 2;
-constexpr int aboveText = 1; // and below it
+constexpr int verticalMargin = 1; // above and below
 
 struct ItemColours {
     int text = COLOR_WINDOWTEXT;
@@ -24,7 +24,7 @@ ItemColours coloursOf(const DRAWITEMSTRUCT& item, int ownTextColour) {
     return {ownTextColour, COLOR_WINDOW};
 }
 
-/// The platform's focus rectangle is drawn by turning pixels over: a second one would take the first away.
+/// A focus rectangle inverts pixels, so drawing it a second time would erase it.
 bool showsFocus(const DRAWITEMSTRUCT& item) {
     return (item.itemState & ODS_FOCUS) && !(item.itemState & ODS_NOFOCUSRECT);
 }
@@ -32,15 +32,15 @@ bool showsFocus(const DRAWITEMSTRUCT& item) {
 } // namespace
 
 void ListControl::onAttached() {
-    heightenCutItems();
+    raiseItemHeights();
     refill();
 }
 
-/// The platform sets the height of drawn items before the dialog has its font, by a font of its own.
-void ListControl::heightenCutItems() {
-    constexpr auto chosenItem = static_cast<WPARAM>(-1); // the one that the closed list shows
+/// The platform sets the items' height for another font, before the dialog sets its own.
+void ListControl::raiseItemHeights() {
+    constexpr auto chosenItem = static_cast<WPARAM>(-1); // shown while the list is closed
     constexpr WPARAM listedItems = 0;
-    const LONG needed = TextExtent(handle()).of("X").cy + 2 * aboveText;
+    const LONG needed = TextExtent(handle()).of("X").cy + 2 * verticalMargin;
     for (const WPARAM item : {chosenItem, listedItems})
         if (send(CB_GETITEMHEIGHT, item) < needed)
             send(CB_SETITEMHEIGHT, item, needed);
@@ -65,7 +65,7 @@ void ListControl::widenDroppedList(int textWidth) {
     GetWindowRect(handle(), &place);
     const int longest = 3 * (place.right - place.left);
     const int needed = textWidth + 2 * textIndent + GetSystemMetrics(SM_CXVSCROLL);
-    // The platform never makes it narrower than the control.
+    // The platform keeps the list at least as wide as the control.
     send(CB_SETDROPPEDWIDTH, static_cast<WPARAM>(std::min(needed, longest)));
 }
 

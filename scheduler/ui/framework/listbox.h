@@ -1,4 +1,3 @@
-// A drop-down list whose items come from a list source, drawn here so that some of them can be gray.
 #pragma once
 
 #include "scheduler/ui/framework/boundcontrol.h"
@@ -8,16 +7,16 @@
 
 namespace framework {
 
-/// Base of the list boxes: the items and their drawing. The template's combo box is owner-drawn with items of
-/// one height and holds the texts as well, for screen readers and for typing ahead.
+/// Base of drop-down lists with gray items. The template's combo box is owner-drawn, with items of one
+/// height. It holds the texts too, for screen readers and type-ahead.
 class ListControl : public Control {
 public:
     static constexpr int noItem = -1;
 
-    /// The source has to outlive the list box.
+    /// `source` must outlive the list box.
     ListControl(ControlHost& host, int id, const ListSource& source) : Control(host, id), source_(source) {}
 
-    /// Fills the list from the source anew; nothing is selected then.
+    /// Reads all items from the source and clears the selection.
     void refill();
 
     int count() const;
@@ -26,7 +25,7 @@ public:
     int selected() const;
     void select(int item);
 
-    /// Selects the first item that `isWanted`, or nothing.
+    /// Selects the first item for which `isWanted` is true, or nothing.
     void selectFirst(const std::function<bool(int item)>& isWanted);
 
     bool onDrawItem(const DRAWITEMSTRUCT& item) override;
@@ -36,16 +35,15 @@ protected:
     const ListSource& source() const { return source_; }
 
 private:
-    void heightenCutItems();
+    void raiseItemHeights();
 
-    /// So that long texts can be read where the list drops down, too.
+    /// Makes long texts readable in the open list.
     void widenDroppedList(int textWidth);
 
     const ListSource& source_;
 };
 
-/// Bound to what the selected item stands for. With nothing selected that is nothing, and storing leaves the
-/// field.
+/// Bound to the selected item. Without a selection, storing does not change the field.
 template<class Value>
 class BoundList : public BoundControl<Value, ListControl> {
 public:
@@ -66,7 +64,7 @@ public:
 
     std::int32_t value() const override;
 
-    /// Selects the first item that stands for the value, or nothing.
+    /// Selects the first item with this value, or nothing.
     void setValue(const std::int32_t& value) override;
 };
 
@@ -75,7 +73,7 @@ class TextListBox : public BoundList<std::string> {
 public:
     using BoundList::BoundList;
 
-    /// Empty when nothing is selected.
+    /// Empty without a selection.
     std::string value() const override;
     void setValue(const std::string& value) override;
 };

@@ -1,4 +1,4 @@
-// What a list box shows: texts in order, each standing for a value.
+// The items of a list box: texts in order, each with a value.
 #pragma once
 
 #include <windows.h>
@@ -15,24 +15,23 @@ public:
 
     virtual int count() const = 0;
 
-    // Of the item at a position, counting from 0.
+    // `item` is a position, counted from 0.
     virtual std::string text(int item) const = 0;
     virtual std::int32_t value(int item) const { return item; }
 
-    /// The number of the system's colour for the text, where the item is neither selected nor disabled.
+    /// The text's colour, COLOR_..., while the item is neither selected nor disabled.
     virtual int textColour(int) const { return COLOR_WINDOWTEXT; }
 
-    /// Whether an item that stands for `value` is the one looked for.
+    /// Whether an item with `value` matches `wanted`.
     virtual bool equal(std::int32_t value, std::int32_t wanted) const { return value == wanted; }
 };
 
-/// A source that holds its items.
 class ItemList : public ListSource {
 public:
     struct Item {
         std::string text;
         std::int32_t value = 0;
-        bool gray = false; ///< drawn as what is not really a choice
+        bool gray = false; ///< drawn in gray, like a placeholder
     };
 
     ItemList() = default;

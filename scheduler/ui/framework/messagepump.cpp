@@ -9,7 +9,7 @@
 namespace framework {
 namespace {
 
-// Wakes the pump, so that a loop never sleeps for longer than this.
+// The longest time that a loop waits for a message.
 constexpr UINT wakeUpMilliseconds = 200;
 
 CALLED_BY_PLATFORM BOOL CALLBACK updateIdle(HWND window, LPARAM) noexcept {
@@ -69,8 +69,8 @@ bool MessagePump::pumpOne(MSG& message, Window* modal) {
         idlePassWanted_ = true;
     nullIfSentOnly(message);
     {
-        // Whoever gets the message may run a loop of the platform's. A timer, all that comes to a program
-        // that idles, does not: a tick shows nothing that waits for the user.
+        // A handler may run one of the platform's loops. Timer handlers do not: a tick opens nothing modal.
+        // No guard for them, because an idle program gets no other messages.
         std::optional<SentOnlyGuard> guard;
         if (message.message != WM_TIMER)
             guard.emplace();
@@ -96,7 +96,7 @@ void MessagePump::dispatch(MSG& message) {
 }
 
 void MessagePump::runIdlePass() {
-    // Cleared first: what an update does to its controls must be able to ask for another pass.
+    // Cleared first: an update of controls may request another pass.
     idlePassWanted_ = false;
     EnumThreadWindows(GetCurrentThreadId(), &updateIdle, 0);
 }

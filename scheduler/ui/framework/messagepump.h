@@ -1,4 +1,3 @@
-// The message pump that drives the main loop and every modal loop, and the idle pass behind user actions.
 #pragma once
 
 #include <windows.h>
@@ -9,33 +8,30 @@ namespace framework {
 
 class Window;
 
-/// The pump of the user-interface thread.
+/// The message loops of the user-interface thread, with idle passes after user input.
 class MessagePump {
 public:
     static MessagePump& instance();
 
-    /// The program's accelerator table, tried on every keyboard message that no modal window took.
+    /// Used for keyboard messages that no modal window handled.
     void setAccelerators(HACCEL accelerators) { accelerators_ = accelerators; }
 
-    /// Sees each message between its translation and its dispatch: the hint window closes itself on input by
-    /// it.
+    /// Called for each message between its translation and its dispatch. Hints close on input this way.
     void setInputObserver(std::function<void(const MSG&)> observer) { inputObserver_ = std::move(observer); }
 
-    /// Has the idle pass run once the queue is empty. For what the user did by a message that was sent, which
-    /// the pump never sees: controls tell their dialogs so.
+    /// For input that bypasses the pump because it is sent, such as a control's notification to its dialog.
     void requestIdlePass() { idlePassWanted_ = true; }
 
-    /// Runs until the program is told to quit; returns the exit code.
+    /// Runs until the quit message; returns the exit code.
     int runMainLoop();
 
-    /// Runs until `window` says that it is finished; returns its result. When the program is told to quit
-    /// meanwhile, the loop ends and leaves the quit to the loop around it.
+    /// Runs until `window` is finished and returns its result. A quit message ends the outer loops, too.
     int runModalLoop(Window& window);
 
 private:
     MessagePump() = default;
 
-    /// Waits for one message and deals with it. False when the loop has to end.
+    /// Waits for a message and handles it. False when the loop must end.
     [[nodiscard]] bool pumpOne(MSG& message, Window* modal);
     void dispatch(MSG& message);
     void runIdlePass();
@@ -45,7 +41,7 @@ private:
     bool idlePassWanted_ = false;
 };
 
-/// Whether a message stands for something after which the enabled state of controls may have to change.
+/// Whether the state of controls may have to change after such a message.
 [[nodiscard]] bool wantsIdlePass(UINT message);
 
 } // namespace framework

@@ -2,7 +2,7 @@
 
 namespace framework {
 
-// The focus is asked for first: a window that is disabled loses it.
+// Stores the focus first, because a disabled window loses it.
 ModalOwner::ModalOwner(HWND owner)
     : owner_(owner), wasEnabled_(owner && IsWindowEnabled(owner)), focus_(GetFocus()) {
     if (wasEnabled_)

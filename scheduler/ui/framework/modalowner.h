@@ -1,18 +1,16 @@
-// The window that waits while another one is run modally.
 #pragma once
 
 #include <windows.h>
 
 namespace framework {
 
-/// The result of a modal run, beside IDOK and IDCANCEL, whose window could not be made.
-inline constexpr int notMade = -1;
+/// Modal result beside IDOK and IDCANCEL: the window could not be created.
+inline constexpr int notCreated = -1;
 
-/// Disables the owner for as long as this object lives, and then gives the focus back to where it was. An
-/// owner that waits for something else already goes on waiting for it.
+/// Disables the owner, then re-enables it and restores the focus. A disabled owner stays disabled.
 class [[nodiscard]] ModalOwner {
 public:
-    /// No owner is null.
+    /// `owner` may be null.
     explicit ModalOwner(HWND owner);
     ModalOwner(const ModalOwner&) = delete;
     ModalOwner& operator=(const ModalOwner&) = delete;

@@ -1,4 +1,4 @@
-// A field for a number, kept within its range while the user types.
+// A field for a number that is clamped to its range while the user types.
 #pragma once
 
 #include "scheduler/ui/framework/boundcontrol.h"
@@ -8,28 +8,27 @@
 
 namespace framework {
 
-/// Both ends belong to the range.
+/// Inclusive.
 struct NumberRange {
     std::int32_t low = 0;
     std::int32_t high = 0;
 };
 
-/// How many characters the numbers of a range need: the digits of its upper end.
+/// The number of digits of the upper bound.
 int digitsOf(NumberRange range);
 
-/// The number at the start of a text; 0 when there is none.
+/// The number at the start of a text; 0 if there is none.
 std::int32_t numberFromText(std::string_view text);
 
-/// What takes the place of a text that cannot stay.
+/// Replaces an invalid text. `selectsAll` lets the next digit replace it; else the caret is at its end.
 struct NumberCorrection {
     std::int32_t value = 0;
-    bool selectsAll =
-        false; ///< so that the next digit replaces it; otherwise the caret stands after the text
+    bool selectsAll = false;
 
     friend bool operator==(const NumberCorrection&, const NumberCorrection&) = default;
 };
 
-/// The correction of a typed text; nothing when the text may stay as it is.
+/// Empty if the typed text is valid.
 std::optional<NumberCorrection> correctNumber(std::string_view text, NumberRange range);
 
 class NumberEdit : public BoundControl<std::int32_t> {
@@ -37,7 +36,7 @@ public:
     NumberEdit(ControlHost& host, int id, NumberRange range, Binding binding = nullptr)
         : BoundControl(std::move(binding), host, id), range_(range) {}
 
-    /// The number as it was read, whatever the range.
+    /// Not clamped.
     std::int32_t value() const override { return numberFromText(text()); }
     void setValue(const std::int32_t& value) override { setText(std::to_string(value)); }
 

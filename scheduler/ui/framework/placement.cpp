@@ -7,7 +7,7 @@ namespace {
 
 static_assert(sizeof(WINDOWPLACEMENT) == 44 && sizeof(WINDOWPLACEMENT) <= sizeof(base::WindowState));
 
-/// A placement counts from the corner of the work area, which a task bar moves, not from that of the monitor.
+/// Placements are relative to the work area, which a taskbar moves, not to the monitor.
 bool meetsWorkArea(RECT place) {
     const HMONITOR monitor = MonitorFromRect(&place, MONITOR_DEFAULTTONULL);
     if (!monitor)
@@ -21,7 +21,7 @@ bool meetsWorkArea(RECT place) {
     return IntersectRect(&common, &place, &info.rcWork);
 }
 
-bool asksForNormalForm(int showCommand) {
+bool asksForNormalWindow(int showCommand) {
     return showCommand == SW_SHOWNORMAL || showCommand == SW_SHOWDEFAULT || showCommand == SW_SHOW;
 }
 
@@ -46,7 +46,7 @@ bool applyPlacement(HWND window, const base::WindowState& bytes, int& showComman
     placement.flags = 0;
     if (!SetWindowPlacement(window, &placement))
         return false;
-    if (wasMaximised && asksForNormalForm(showCommand))
+    if (wasMaximised && asksForNormalWindow(showCommand))
         showCommand = SW_SHOWMAXIMIZED;
     return true;
 }

@@ -16,7 +16,7 @@ void PropertyPage::reveal() {
 PROPSHEETPAGEA PropertyPage::platformRecord() {
     PROPSHEETPAGEA record{};
     record.dwSize = sizeof(record);
-    // Pages that the user never turns to are checked and stored as well.
+    // Create all pages: those that the user never sees are checked and stored, too.
     record.dwFlags = PSP_PREMATURE;
     record.hInstance = base::moduleHandle();
     record.pszTemplate = MAKEINTRESOURCEA(templateId());
@@ -25,14 +25,14 @@ PROPSHEETPAGEA PropertyPage::platformRecord() {
     return record;
 }
 
-void PropertyPage::holdSize() {
-    heldSize_ = sizeOf(handle());
+void PropertyPage::lockSize() {
+    lockedSize_ = sizeOf(handle());
 }
 
 void PropertyPage::onAttached() {
     ControlHost::onAttached();
     ownSize_ = sizeOf(handle());
-    releaseSize(); // of an earlier window
+    unlockSize(); // the size of an earlier window
     if (onCreated_)
         onCreated_(handle());
 }
@@ -40,10 +40,10 @@ void PropertyPage::onAttached() {
 Handled PropertyPage::onMessage(const Message& message) {
     if (message.id == WM_NOTIFY && reinterpret_cast<const NMHDR*>(message.lParam)->code == PSN_APPLY)
         return updateAndCheck() ? PSNRET_NOERROR : PSNRET_INVALID;
-    if (message.id == WM_WINDOWPOSCHANGING && heldSize_) {
+    if (message.id == WM_WINDOWPOSCHANGING && lockedSize_) {
         WINDOWPOS& place = *reinterpret_cast<WINDOWPOS*>(message.lParam);
-        place.cx = heldSize_->cx;
-        place.cy = heldSize_->cy;
+        place.cx = lockedSize_->cx;
+        place.cy = lockedSize_->cy;
     }
     return ControlHost::onMessage(message);
 }

@@ -1,4 +1,3 @@
-// A page of a property sheet.
 #pragma once
 
 #include "scheduler/ui/framework/controlhost.h"
@@ -11,7 +10,7 @@
 
 namespace framework {
 
-/// The user presses OK on the sheet: each page in turn is checked, and one that fails keeps the sheet open.
+/// A page of a property sheet. OK checks each page in turn; if one fails, the sheet stays open.
 class PropertyPage : public ControlHost {
 public:
     using ControlHost::ControlHost;
@@ -19,21 +18,18 @@ public:
     /// Turns the sheet to this page.
     void reveal() override;
 
-    /// The record by which the platform makes the page. It refers to this object.
+    /// The page's record for PropertySheetA. Points to this object.
     PROPSHEETPAGEA platformRecord();
 
-    /// Calls `function` when the page's window is created, while its sheet is still being created and cannot
-    /// be seen yet.
+    /// `function` is called when the page's window is created; the sheet is still hidden then.
     void onCreated(std::function<void(HWND page)> function) { onCreated_ = std::move(function); }
 
-    /// In pixels, as the template asks for it in the units of the page's font; whatever room the sheet gives
-    /// it.
+    /// The template's size in pixels, in the page's font. The sheet may give the page another size.
     SIZE ownSize() const { return ownSize_; }
 
-    /// From now on the page stays as large as it is, whatever size its sheet gives it, as a sheet may each
-    /// time that it turns to a page: it knows only the size that it had given it first.
-    void holdSize();
-    void releaseSize() { heldSize_.reset(); }
+    /// Keeps the current size: a sheet gives a page its initial size again whenever it turns to the page.
+    void lockSize();
+    void unlockSize() { lockedSize_.reset(); }
 
 protected:
     void onAttached() override;
@@ -42,10 +38,10 @@ protected:
 private:
     std::function<void(HWND)> onCreated_;
     SIZE ownSize_{};
-    std::optional<SIZE> heldSize_;
+    std::optional<SIZE> lockedSize_;
 };
 
-/// The dialog procedure of pages: gives the page's window its template's number as its id.
+/// The dialog procedure of pages: sets the window's id to the template's number.
 INT_PTR CALLBACK pageProcedure(HWND page, UINT id, WPARAM wParam, LPARAM lParam) noexcept;
 
 } // namespace framework

@@ -13,7 +13,7 @@ PropertySheetDialog::~PropertySheetDialog() {
 }
 
 int PropertySheetDialog::run(const std::string& title, HWND owner) {
-    int result = notMade;
+    int result = notCreated;
     {
         const ModalOwner waiting(owner);
         beginModal();
@@ -24,7 +24,7 @@ int PropertySheetDialog::run(const std::string& title, HWND owner) {
             result = accepted ? IDOK : IDCANCEL;
         }
     }
-    // Not before all pages have passed, so that a sheet that is cancelled after all has stored nothing.
+    // Store after all pages have passed their checks: a failed check may be followed by Cancel.
     if (result == IDOK)
         for (PropertyPage* page : pages_)
             page->store();
@@ -35,7 +35,7 @@ int PropertySheetDialog::run(const std::string& title, HWND owner) {
 bool PropertySheetDialog::open(const std::string& title, HWND owner) {
     std::vector<PROPSHEETPAGEA> records;
     for (PropertyPage* page : pages_) {
-        page->onCreated([this](HWND window) { takeOver(GetParent(window)); });
+        page->onCreated([this](HWND window) { attachTo(GetParent(window)); });
         records.push_back(page->platformRecord());
     }
     PROPSHEETHEADERA header{};
@@ -51,13 +51,13 @@ bool PropertySheetDialog::open(const std::string& title, HWND owner) {
     if (result == 0 || result == failed)
         return false;
     const auto sheet = reinterpret_cast<HWND>(result);
-    takeOver(sheet);
+    attachTo(sheet);
     if (!handle())
         DestroyWindow(sheet);
     return handle() && std::ranges::all_of(pages_, &PropertyPage::isStarted);
 }
 
-void PropertySheetDialog::takeOver(HWND sheet) {
+void PropertySheetDialog::attachTo(HWND sheet) {
     if (!handle())
         static_cast<void>(attach(sheet));
 }
@@ -65,23 +65,23 @@ void PropertySheetDialog::takeOver(HWND sheet) {
 void PropertySheetDialog::createPages() {
     if (std::ranges::all_of(pages_, &PropertyPage::handle))
         return;
-    for (std::size_t index = pages_.size(); index-- > 0;) // the first page last, so that it stays in front
+    for (std::size_t index = pages_.size(); index-- > 0;) // the first page last, so that it is shown
         SendMessageA(handle(), PSM_SETCURSEL, index, 0);
 }
 
 void PropertySheetDialog::fitToPages() {
     std::vector<SheetPage> pages;
     for (PropertyPage* page : pages_) {
-        page->releaseSize();
+        page->unlockSize();
         pages.push_back({page->handle(), page->ownSize()});
     }
     fitSheet(handle(), pages);
     for (PropertyPage* page : pages_)
-        page->holdSize();
+        page->lockSize();
 }
 
 Handled PropertySheetDialog::onMessage(const Message& message) {
-    // Before it can be seen: not every window manager follows a window that changes just as it appears.
+    // While the sheet is hidden: some window managers ignore a resize during the first display.
     if (message.id == WM_SHOWWINDOW && message.wParam) {
         createPages();
         fitToPages();
@@ -106,7 +106,7 @@ bool PropertySheetDialog::preTranslate(MSG& message) {
 }
 
 bool PropertySheetDialog::isModalFinished() const {
-    // A sheet that has ended waits, without a current page, to be destroyed.
+    // A finished sheet has no current page and waits to be destroyed.
     return !handle() || SendMessageA(handle(), PSM_GETCURRENTPAGEHWND, 0, 0) == 0;
 }
 

@@ -1,4 +1,3 @@
-// A dialog of several pages, run modally.
 #pragma once
 
 #include "scheduler/ui/framework/modalowner.h"
@@ -10,17 +9,16 @@
 
 namespace framework {
 
-/// Not named after the platform's function alone, whose name is a macro.
+/// A modal dialog of several pages. (The platform's `PropertySheet` is a macro, hence the longer name.)
 class PropertySheetDialog : public Window {
 public:
     ~PropertySheetDialog() override;
 
-    /// Appends a page, which has to outlive the run.
+    /// Appends a page, which must outlive the run.
     void add(PropertyPage& page) { pages_.push_back(&page); }
 
-    /// Shows the sheet and runs it until it ends: IDOK when all pages passed their checks and were stored,
-    /// notMade when it or a page could not be made, else IDCANCEL. The owner is disabled meanwhile, and the
-    /// sheet is gone afterwards.
+    /// Runs until closed, with the owner disabled: IDOK after all pages passed their checks and were stored,
+    /// IDCANCEL, or notCreated on failure.
     int run(const std::string& title, HWND owner);
 
     void onIdle() override;
@@ -32,10 +30,9 @@ protected:
 
 private:
     [[nodiscard]] bool open(const std::string& title, HWND owner);
-    void takeOver(HWND sheet);
+    void attachTo(HWND sheet);
 
-    /// Has each page created by turning to it. Wine 8 does not create them with the sheet: it ignores
-    /// PSP_PREMATURE.
+    /// Turns to each page so that it is created: Wine 8 ignores PSP_PREMATURE.
     void createPages();
 
     void fitToPages();

@@ -1,4 +1,3 @@
-// A push button with an act of its own.
 #pragma once
 
 #include "scheduler/ui/framework/control.h"

@@ -5,12 +5,12 @@
 namespace framework {
 
 std::string resourceText(UINT id) {
-    // The platform does not say how long a text is: one that fills its room may have been cut.
+    // The platform does not tell the length: a text that fills the buffer may be truncated.
     for (std::size_t room = 256;; room *= 2) {
         std::string text(room, '\0');
         const int length = LoadStringA(base::moduleHandle(), id, text.data(), static_cast<int>(room));
         text.resize(static_cast<std::size_t>(length));
-        if (text.size() + 2 < room) // a character of two bytes is cut whole
+        if (text.size() + 2 < room) // a two-byte character is truncated as a whole
             return text;
     }
 }

@@ -1,4 +1,3 @@
-// The texts that the program's string table keeps by number.
 #pragma once
 
 #include <windows.h>
@@ -7,8 +6,7 @@
 
 namespace framework {
 
-/// The text with this number in whole; empty when there is none. A command's description has the command's
-/// number.
+/// A text of the string table; empty if missing. A command's description has the command's id.
 std::string resourceText(UINT id);
 
 } // namespace framework

@@ -5,12 +5,12 @@
 namespace framework {
 namespace {
 
-/// The others that carry addresses are ones that the platform itself refuses to post.
+/// The platform itself refuses to post the other messages that contain addresses.
 bool isSentOnly(UINT message) {
     return message == WM_NOTIFY || message == WM_DESTROY || message == WM_NCDESTROY;
 }
 
-CALLED_BY_PLATFORM LRESULT CALLBACK onTaken(int code, WPARAM wParam, LPARAM lParam) noexcept {
+CALLED_BY_PLATFORM LRESULT CALLBACK onGetMessage(int code, WPARAM wParam, LPARAM lParam) noexcept {
     if (code == HC_ACTION)
         nullIfSentOnly(*reinterpret_cast<MSG*>(lParam));
     return CallNextHookEx(nullptr, code, wParam, lParam);
@@ -24,7 +24,7 @@ void nullIfSentOnly(MSG& message) {
 }
 
 SentOnlyGuard::SentOnlyGuard()
-    : hook_(SetWindowsHookExA(WH_GETMESSAGE, &onTaken, nullptr, GetCurrentThreadId())) {}
+    : hook_(SetWindowsHookExA(WH_GETMESSAGE, &onGetMessage, nullptr, GetCurrentThreadId())) {}
 
 SentOnlyGuard::~SentOnlyGuard() {
     if (hook_)

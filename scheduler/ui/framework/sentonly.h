@@ -1,19 +1,16 @@
-// Keeps out of a thread's windows what the platform only ever sends.
-//
-// Any other process can post it: a notification whose address means nothing here, or the death of a window
-// that goes on living. It is taken from the thread's queue as WM_NULL.
+// Protects against messages that are only valid when sent. Another process can post them: a WM_NOTIFY with an
+// invalid address, or a false WM_DESTROY. Such posted messages are replaced by WM_NULL.
 #pragma once
 
 #include <windows.h>
 
 namespace framework {
 
-/// For the own loop, on each message that it takes.
+/// For our own loop, on each message from the queue.
 void nullIfSentOnly(MSG& message);
 
-/// For the platform's loops, those of message boxes, menus and controls: while one exists, whatever loop the
-/// thread runs takes such messages as WM_NULL. The platform asks it about each message, at several times the
-/// price of taking one: too much for a program that only waits.
+/// Does this in the platform's loops (message boxes, menus, controls) during its lifetime. Its hook
+/// multiplies the cost of each message, so do not keep one while waiting.
 class [[nodiscard]] SentOnlyGuard {
 public:
     SentOnlyGuard();

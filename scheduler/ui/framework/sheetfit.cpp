@@ -10,7 +10,7 @@
 namespace framework {
 namespace {
 
-/// In the sheet's client area.
+/// In the sheet's client coordinates.
 RECT placeIn(HWND sheet, HWND child) {
     RECT place{};
     GetWindowRect(child, &place);
@@ -32,7 +32,7 @@ void move(HWND sheet, HWND child, SIZE by) {
                  SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-/// What the platform put around the pages, the tabs left out: all of it stands below them.
+/// The sheet's own children except the tabs. All are below the tabs.
 std::vector<HWND> buttonsOf(HWND sheet, HWND tabs, std::span<const SheetPage> pages) {
     std::vector<HWND> buttons;
     for (HWND child = GetWindow(sheet, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT))
@@ -41,15 +41,14 @@ std::vector<HWND> buttonsOf(HWND sheet, HWND tabs, std::span<const SheetPage> pa
     return buttons;
 }
 
-/// By how much the sheet can get narrower: until there is as much room beside its buttons as on their other
-/// side.
+/// How much narrower the sheet can get: until the margins left and right of its buttons are equal.
 LONG spareWidth(HWND sheet, const std::vector<HWND>& buttons) {
     RECT client{};
     GetClientRect(sheet, &client);
     LONG left = client.right;
     LONG right = 0;
     for (const HWND button : buttons)
-        if (GetWindowLongA(button, GWL_STYLE) & WS_VISIBLE) { // the sheet itself may not be shown yet
+        if (GetWindowLongA(button, GWL_STYLE) & WS_VISIBLE) { // not IsWindowVisible: the sheet may be hidden
             left = std::min(left, placeIn(sheet, button).left);
             right = std::max(right, placeIn(sheet, button).right);
         }
@@ -69,7 +68,7 @@ void fitSheet(HWND sheet, std::span<const SheetPage> pages) {
         needed = {std::max(needed.cx, page.size.cx), std::max(needed.cy, page.size.cy)};
     const std::vector<HWND> buttons = buttonsOf(sheet, tabs, pages);
     const SIZE by{std::max(needed.cx - room.cx, -spareWidth(sheet, buttons)), needed.cy - room.cy};
-    // Those behind need not have been given the room yet.
+    // The sheet may not have resized the hidden pages yet.
     for (const SheetPage& page : pages)
         setSize(page.window, sum(room, by));
     if (by.cx == 0 && by.cy == 0)

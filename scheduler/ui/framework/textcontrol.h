@@ -1,4 +1,3 @@
-// A static text.
 #pragma once
 
 #include "scheduler/ui/framework/boundcontrol.h"
@@ -13,7 +12,7 @@ public:
     std::string value() const override { return text(); }
     void setValue(const std::string& value) override { setText(value); }
 
-    /// Nobody types into it: there is nothing to store.
+    /// Read-only: there is nothing to store.
     void store() override {}
 };
 

@@ -1,4 +1,3 @@
-// How much room a text takes in a window's own font.
 #pragma once
 
 #include <windows.h>
@@ -7,7 +6,7 @@
 
 namespace framework {
 
-/// The window's device context with its font in it. Not to outlive the window.
+/// Measures texts in a window's font. Must not outlive the window.
 class [[nodiscard]] TextExtent {
 public:
     explicit TextExtent(HWND window);
@@ -15,7 +14,7 @@ public:
     TextExtent& operator=(const TextExtent&) = delete;
     ~TextExtent();
 
-    /// In pixels, on one line. The mark of an access key takes no room.
+    /// In pixels, on one line, without the mark of an access key.
     SIZE of(const std::string& text) const;
 
 private:
@@ -24,9 +23,8 @@ private:
     HGDIOBJ oldFont_;
 };
 
-/// Gives the one-line texts of a dialog, those of check boxes and radio buttons among them, that do not fit
-/// into their places the width that they need: dialog units follow the average character, and in some sizes
-/// of the font a text is wider than its place.
+/// Widens clipped one-line texts, check boxes and radio buttons: dialog units follow the average character,
+/// so a text can be wider than its place.
 void widenCutTexts(HWND dialog);
 
 } // namespace framework

@@ -16,16 +16,16 @@ void TimeOfDayEdit::onAttached() {
 base::TimeValue TimeOfDayEdit::value() const {
     const std::string typed = text();
     const base::TimeValue read = timeOfDayFromText(typed, clock_.now());
-    // On a day on which the clock is changed, a time of day is read as another one, an hour beside it. What
-    // was shown and not typed over stays what it was.
-    const bool moved = !typed.empty() && typed == written_ && timeOfDayText(read) != typed;
-    return moved ? writtenFrom_ : read;
+    // On a day of a daylight saving change, a time of day can be read as one an hour away. Keep the value if
+    // its text is unchanged.
+    const bool moved = !typed.empty() && typed == lastText_ && timeOfDayText(read) != typed;
+    return moved ? lastValue_ : read;
 }
 
 void TimeOfDayEdit::setValue(const base::TimeValue& value) {
-    written_ = timeOfDayText(value);
-    writtenFrom_ = value;
-    setText(written_);
+    lastText_ = timeOfDayText(value);
+    lastValue_ = value;
+    setText(lastText_);
 }
 
 bool TimeOfDayEdit::onNotification(UINT code) {

@@ -1,4 +1,4 @@
-// A field for a time of day, rewritten in its normal form when the focus leaves it.
+// A field for a time of day, rewritten in its normal form when it loses the focus.
 #pragma once
 
 #include "lib/base/dates.h"
@@ -10,7 +10,7 @@ namespace framework {
 
 class TimeOfDayEdit : public BoundControl<base::TimeValue> {
 public:
-    /// The clock tells on which day a typed time lies; it has to outlive the edit.
+    /// `clock` tells the day of a typed time; it must outlive the edit.
     TimeOfDayEdit(ControlHost& host, int id, Binding binding, const base::Clock& clock)
         : BoundControl(std::move(binding), host, id), clock_(clock) {}
 
@@ -25,8 +25,8 @@ protected:
 
 private:
     const base::Clock& clock_;
-    std::string written_; ///< the text that this object last gave the control
-    base::TimeValue writtenFrom_;
+    std::string lastText_; ///< set by the last setValue, from the value below
+    base::TimeValue lastValue_;
 };
 
 } // namespace framework

@@ -11,8 +11,7 @@
 
 namespace framework {
 
-/// One message being handled. The frames of nested messages form a chain, by which a dying object tells all
-/// of its frames that it is gone.
+/// A message being handled. Nested messages form a chain, in which a destroyed object clears its pointers.
 class Window::Dispatch {
 public:
     explicit Dispatch(Window* window) : window_(window), outer_(innermost_) { innermost_ = this; }
@@ -21,8 +20,7 @@ public:
     ~Dispatch() { innermost_ = outer_; }
 
     Handled run(const Message& message) {
-        // Filters may come and go while they are asked: those that were there at first are asked if they
-        // still are, each once.
+        // Filters may be added or removed meanwhile: call each initial filter once, unless it was removed.
         const std::vector<MessageFilter*> filters = window_->filters_;
         for (auto filter = filters.rbegin(); filter != filters.rend() && window_; ++filter) {
             if (std::ranges::find(window_->filters_, *filter) == window_->filters_.end())
@@ -40,8 +38,8 @@ public:
         return control ? control->onReflectedNotify(notification) : std::nullopt;
     }
 
-    /// No exception may cross the platform's frames. The message goes its default way, but for a close, which
-    /// would destroy the window by default.
+    /// No exception may cross the platform's frames. The default handling follows, except for WM_CLOSE, which
+    /// would destroy the window.
     Handled runSafely(const Message& message) noexcept {
         try {
             return run(message);
@@ -68,13 +66,13 @@ private:
 
 namespace {
 
-// The 32-bit target keeps addresses in a window's long values.
+// Window longs hold addresses, so this needs a 32-bit target.
 static_assert(sizeof(LONG) == sizeof(void*));
 
 const LONG frameworkProcedure = reinterpret_cast<LONG>(&windowProcedure);
 
-/// What a window does with a message that its object leaves alone.
-LRESULT callClassProcedure(HWND window, const Message& message) {
+/// The default handling of a message.
+LRESULT callDefaultProcedure(HWND window, const Message& message) {
     const auto classProcedure = reinterpret_cast<WNDPROC>(GetClassLongA(window, GCL_WNDPROC));
     if (!classProcedure || classProcedure == &windowProcedure)
         return DefWindowProcA(window, message.id, message.wParam, message.lParam);
@@ -160,7 +158,7 @@ void Window::unbind() {
 CALLED_BY_PLATFORM LRESULT CALLBACK windowProcedure(HWND window, UINT id, WPARAM wParam,
                                                     LPARAM lParam) noexcept {
     const Message message{id, wParam, lParam};
-    // What other threads send does not come through the pump, and may run a loop of the platform's, too.
+    // Messages from other threads bypass the pump, and their handlers may run the platform's loops, too.
     std::optional<SentOnlyGuard> guard;
     if (InSendMessage())
         guard.emplace();
@@ -174,7 +172,7 @@ CALLED_BY_PLATFORM LRESULT CALLBACK windowProcedure(HWND window, UINT id, WPARAM
         if (handled)
             return *handled;
     }
-    return callClassProcedure(window, message);
+    return callDefaultProcedure(window, message);
 }
 
 SIZE sizeOf(HWND window) {

@@ -1,4 +1,3 @@
-// The object behind a window: bound to it at birth, unbound at its death, and in between given its messages.
 #pragma once
 
 #include "lib/base/handles.h"
@@ -14,24 +13,22 @@ namespace framework {
 class WindowClass;
 class Window;
 
-/// One message on its way through an object's handlers.
 struct Message {
     UINT id = 0;
     WPARAM wParam = 0;
     LPARAM lParam = 0;
 };
 
-/// The answer of a handler: the message's result, or nothing when it is left to the next one.
+/// A handler's result for a message; empty passes the message on.
 using Handled = std::optional<LRESULT>;
 
-/// Sees an object's messages before the object does. Not owned by it.
+/// Sees a window's messages before the window does. Not owned by the window.
 class MessageFilter {
 public:
     virtual ~MessageFilter() = default;
     virtual Handled filterMessage(Window& window, const Message& message) = 0;
 };
 
-/// What a window is created with, beside its class.
 struct WindowParameters {
     DWORD extendedStyle = 0;
     std::string title;
@@ -44,11 +41,9 @@ struct WindowParameters {
     HMENU menuOrId = nullptr; ///< a menu, or a child window's control id
 };
 
-/// Base of all windows, dialogs and controls that the program handles.
-///
-/// An object has one owner and is bound to at most one window. The window may die first (the object then has
-/// no handle) or the object (it destroys the window that it created, and lets go of one that it was attached
-/// to). A handler may destroy its own object. For the user-interface thread.
+/// Base of all windows, dialogs and controls. Bound to at most one window; if the window is destroyed first,
+/// the handle is null. The destructor destroys a created window and detaches from an attached one.
+/// A handler may destroy its own object. For the user-interface thread.
 class Window {
 public:
     Window() = default;
@@ -58,46 +53,43 @@ public:
 
     HWND handle() const { return handle_; }
 
-    /// Creates a window of the given class and binds this object to it from its first message on. False when
-    /// the platform refuses.
+    /// Creates a window that is bound from its first message on. False if the platform refuses.
     [[nodiscard]] bool create(WindowClass& windowClass, const WindowParameters& parameters);
 
-    /// Binds this object to a window that exists, unless another object has it: false then.
+    /// Binds this object to an existing window. False if another object is bound to it.
     [[nodiscard]] bool attach(HWND window);
 
-    /// The object of a window; null when it has none. A window whose procedure is not the framework's never
-    /// has.
+    /// The object bound to a window. Null without one, or if the window's procedure is not the framework's.
     static Window* of(HWND window);
 
-    /// Offers every message to `filter` before this object sees it, the filter added last first.
+    /// The filter added last sees a message first.
     void addFilter(MessageFilter& filter);
     void removeFilter(MessageFilter& filter);
 
-    /// Ends the modal loop that runs for this object, with the given result.
+    /// Ends this object's modal loop.
     void endModal(int result);
     void beginModal();
     int modalResult() const { return modalResult_; }
 
-    // What the framework calls and derived classes change, in the order in which a window lives through it.
+    // Called by the framework, for derived classes to override.
 
-    /// The object has just been attached, or its window created.
+    /// After the window was attached or created.
     virtual void onAttached() {}
 
-    /// The queue is empty after something that the user did: bring the enabled state of controls up to date.
+    /// After user input, when the queue is empty: update the state of controls.
     virtual void onIdle() {}
 
-    /// First refusal of each message that is pumped while this object is modal: true when it dealt with it.
+    /// Sees each pumped message first while this object is modal. True if handled.
     [[nodiscard]] virtual bool preTranslate(MSG&) { return false; }
 
     virtual bool isModalFinished() const { return modalFinished_; }
 
-    /// The window procedure proper.
     virtual Handled onMessage(const Message&) { return std::nullopt; }
 
-    /// A WM_NOTIFY that this control sent to its parent, which left it alone.
+    /// A WM_NOTIFY from this control that its parent did not handle.
     virtual Handled onReflectedNotify(const NMHDR&) { return std::nullopt; }
 
-    /// The number of the dialog template that dialogs and pages are made from; 0 for other windows.
+    /// The number of the dialog's or page's template; 0 for other windows.
     virtual int templateId() const { return 0; }
 
 private:
@@ -114,13 +106,13 @@ private:
     int modalResult_ = 0;
 };
 
-/// The procedure of every window that has an object.
+/// The window procedure of every window that has an object.
 LRESULT CALLBACK windowProcedure(HWND window, UINT id, WPARAM wParam, LPARAM lParam) noexcept;
 
-/// Of a whole window, frame included, in pixels.
+/// In pixels, including the frame.
 SIZE sizeOf(HWND window);
 
-/// Centres a window over its parent's rectangle, or over the desktop when it has no parent.
+/// Centres a window over its parent, or over the desktop without a parent.
 void centreWindow(HWND window);
 
 } // namespace framework

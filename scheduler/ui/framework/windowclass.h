@@ -1,4 +1,4 @@
-// The description of a window class, registered when its first window is made.
+// A window class, registered when its first window is created.
 #pragma once
 
 #include <windows.h>
@@ -9,20 +9,18 @@ namespace framework {
 
 class WindowClass {
 public:
-    /// Starts from the framework's procedure, the program's module, the arrow cursor and the window
-    /// background.
+    /// Starts with the framework's procedure, the program's module, the arrow cursor, the window background.
     WindowClass();
 
-    /// A class by a name of its own.
     explicit WindowClass(std::string name);
 
-    /// The platform's record, to be changed before the first window is made. Its name is set on registration.
+    /// Change it before the first window is created. Registration sets its name.
     WNDCLASSEXA& description() { return description_; }
 
-    /// Registers the class, once. A refusal is ignored: an identical class may exist already.
+    /// Ignores errors: an identical class may exist already.
     void registerOnce();
 
-    /// The given name, or one made of the class's attributes, so that windows alike share one class.
+    /// The given name, or one made of the attributes, so that windows with the same attributes share a class.
     const std::string& name();
 
 private:

@@ -138,8 +138,8 @@ TEST_F(ScheduleRows, ARowsTextsHoldAsLongAsThoseOfItsEntryInASortedListToo) {
     load({"c", "a", "b"});
     schedule_[0].nextRun = clock_.now() + TimeSpan::fromMinutes(1);
     rows_.sortBy(ScheduleColumn::Project);
-    EXPECT_EQ(rows_.textsHoldUntil(2, clock_.now()), clock_.now() + TimeSpan::fromMinutes(1));
-    EXPECT_GT(rows_.textsHoldUntil(0, clock_.now()), clock_.now() + TimeSpan::fromMinutes(1));
+    EXPECT_EQ(rows_.textsValidUntil(2, clock_.now()), clock_.now() + TimeSpan::fromMinutes(1));
+    EXPECT_GT(rows_.textsValidUntil(0, clock_.now()), clock_.now() + TimeSpan::fromMinutes(1));
 }
 
 TEST_F(ScheduleRows, ANewEntryComesLastWhateverTheOrder) {

@@ -93,7 +93,7 @@ TEST_F(Dialog, IsLeftInTheMiddleOfTheScreenWhereThePlatformCentredIt) {
 }
 
 TEST_F(Dialog, WithoutATemplateThereIsNone) {
-    EXPECT_EQ(test::SteppedDialog(4711).runSteps(), framework::notMade);
+    EXPECT_EQ(test::SteppedDialog(4711).runSteps(), framework::notCreated);
 }
 
 } // namespace

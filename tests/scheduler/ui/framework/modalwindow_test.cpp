@@ -123,7 +123,7 @@ TEST_P(ModalWindow, AnOwnerThatIsDisabledAlreadyStaysSo) {
 TEST_P(ModalWindow, OneThatCouldNotBeLoadedIsNotMade) {
     openOwner();
     second.failsToLoad = true;
-    EXPECT_EQ(modal.runSteps(owner.handle()), framework::notMade);
+    EXPECT_EQ(modal.runSteps(owner.handle()), framework::notCreated);
     EXPECT_TRUE(IsWindowEnabled(owner.handle()));
     EXPECT_EQ(handle(), nullptr);
 }
