@@ -15,7 +15,7 @@ void insertColumns(HWND list);
 /// The pixels that a cell needs to show `text` whole. The list must not be empty.
 int neededWidth(HWND list, int column, const std::string& text);
 
-/// Columns without a valid saved width fit their headers and first rows and share the remaining room.
+/// Columns without a valid saved width (pixels) fit their headers and first rows, in the remaining room.
 void restoreColumnWidths(HWND list, const ScheduleRows& rows, base::RegistryStore& store);
 void saveColumnWidths(HWND list, base::RegistryStore& store);
 

@@ -6,7 +6,7 @@
 
 namespace scheduler {
 
-/// Message boxes with the program's title. Without an active window, errors are shown over the owner.
+/// Message boxes with the program's title. Notices go over the owner; errors over the active window, if any.
 class MessageBoxes : public UserMessages {
 public:
     void setOwner(HWND owner) { owner_ = owner; }

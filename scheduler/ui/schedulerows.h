@@ -57,7 +57,7 @@ public:
     /// When the row's texts or image of `now` may first change if the entry does not.
     base::TimeValue textsValidUntil(std::size_t row, base::TimeValue now) const;
 
-    /// Sorts bytewise by displayed text, equal texts by position; the same column again: the reverse order.
+    /// Sorts bytewise by displayed text, equal texts by position. Repeating a column toggles the direction.
     void sortBy(ScheduleColumn column);
     /// Empty until the first sort after a load.
     std::optional<ScheduleColumn> sortColumn() const { return sortColumn_; }

@@ -16,9 +16,9 @@ struct Hint {
     UINT displayMilliseconds = 7000;
 };
 
-/// A tool tip of our own. Closes after its time, or on typing, a mouse button or the mouse leaving: in the
-/// owner or its child windows, else in the hint. A hint with an owner is transparent to the mouse.
-/// The class owns all hints. Each lives until its window closes or its owner's window or object is destroyed.
+/// A tool tip of our own. Closes when its time is up, or on typing, a mouse button or the mouse leaving: in
+/// the owner or its child windows, else in the hint. A hint with an owner is transparent to the mouse. The
+/// class owns all hints. Each lives until its window closes or its owner's window or object is destroyed.
 class HintWindow : public Window, private MessageFilter {
 public:
     ~HintWindow() override;
@@ -45,7 +45,7 @@ private:
     static void observeInput(const MSG& message);
     static void removeClosedHints();
 
-    HWND owner_; // not a pointer: the handle tells if the owner is gone; null: none
+    HWND owner_; // a handle, not a pointer, to tell whether the owner is gone; null: none
     std::string text_;
     HintStyle style_;
 };
