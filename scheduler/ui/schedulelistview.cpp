@@ -151,7 +151,7 @@ void ScheduleListView::refresh() noexcept {
     // Nothing is painted yet; a hidden list is painted when it is shown.
     paintedAt_ = base::TimeValue();
     validUntil_ = base::TimeValue::never();
-    InvalidateRect(handle(), nullptr, TRUE); // not every platform's list paints over an image that is gone
+    InvalidateRect(handle(), nullptr, TRUE); // to erase removed images, which some platforms do not overpaint
     UpdateWindow(handle());
     hints_.onTextsChanged();
 }
