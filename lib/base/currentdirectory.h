@@ -1,11 +1,10 @@
-// Calls that change the process's current directory on the way.
 #pragma once
 
 #include <string>
 
 namespace base {
 
-/// While one lives, the current directory may change; at its end it is what it was, if that is still there.
+/// Restores the current directory when destroyed, if that directory still exists.
 class [[nodiscard]] KeptCurrentDirectory {
 public:
     KeptCurrentDirectory();
@@ -14,7 +13,7 @@ public:
     ~KeptCurrentDirectory();
 
 private:
-    std::wstring directory_; ///< whose name need not be one of the code page's; empty: unknown
+    std::wstring directory_; ///< wide: the name need not fit the code page; empty: unknown
 };
 
 } // namespace base

@@ -1,7 +1,5 @@
-// Points in time and spans of time as the whole program stores, compares and adds them.
-//
-// Both are signed 32-bit counts of seconds, and their arithmetic wraps around: the width is that of the
-// schedule file and of the platform's 32-bit time_t. Calendar fields are those of local time.
+// Points in time and time spans: signed 32-bit counts of seconds, as wide as in the schedule file and in the
+// platform's 32-bit time_t. Arithmetic wraps around. Calendar fields are in local time.
 #pragma once
 
 #include <chrono>
@@ -11,25 +9,22 @@
 
 namespace base {
 
-/// A number of seconds to add to or subtract from a TimeValue.
 class TimeSpan {
 public:
     constexpr TimeSpan() = default;
 
-    /// n * 86400 seconds, with n clamped to 0..25000 first: a negative number of days cannot be expressed, so
-    /// whoever goes back in time subtracts a span. 24856 days and more wrap around.
+    /// n * 86400 seconds, with n clamped to 0..25000: to go back in time, subtract a span. 24856 days and
+    /// more wrap around.
     static constexpr TimeSpan fromDays(std::int32_t n);
 
-    /// Exact for s >= 0. A negative count is taken apart into days, hours, minutes and seconds whose clamping
-    /// drops all but whole days.
+    /// Exact for s >= 0. Of a negative count, clamping keeps only the whole days.
     static constexpr TimeSpan fromSeconds(std::int32_t s);
 
-    /// n * 60 seconds, wrapping around.
     static constexpr TimeSpan fromMinutes(std::int32_t n);
 
     constexpr std::int32_t seconds() const { return seconds_; }
 
-    // The checker takes the 0 that each comparison is rewritten with for a null pointer.
+    // clang-tidy mistakes the 0 of the rewritten comparison for a null pointer.
     friend constexpr auto operator<=>(TimeSpan, TimeSpan) = default; // NOLINT(modernize-use-nullptr)
     friend constexpr TimeSpan operator+(TimeSpan a, TimeSpan b);
 
@@ -39,47 +34,42 @@ private:
     std::int32_t seconds_ = 0;
 };
 
-/// The calendar fields of one instant in local time.
 struct LocalTime {
-    int year = 0;      ///< for instance 2005
-    int month = 0;     ///< 1..12
-    int day = 0;       ///< 1..31
-    int hour = 0;      ///< 0..23
-    int minute = 0;    ///< 0..59
-    int second = 0;    ///< 0..59
-    int dayOfWeek = 0; ///< 0 = Sunday .. 6 = Saturday
+    int year = 0;
+    int month = 0; ///< 1..12
+    int day = 0;
+    int hour = 0;
+    int minute = 0;
+    int second = 0;
+    int dayOfWeek = 0; ///< from Sunday = 0
 
     friend bool operator==(const LocalTime&, const LocalTime&) = default;
 };
 
-/// Seconds since 1970-01-01 00:00:00 UTC. 0 means no time; a negative value is invalid and has no calendar
-/// fields. never() is a convention of those who schedule and nothing special here.
+/// Seconds since 1970-01-01 00:00:00 UTC. 0: no time. A negative value is invalid, without calendar fields.
 class TimeValue {
 public:
     constexpr TimeValue() = default;
     constexpr explicit TimeValue(std::int32_t seconds) : seconds_(seconds) {}
 
-    /// The value that stands for "will not happen".
+    /// Means "will not happen". An ordinary value to this class.
     static constexpr TimeValue never() { return TimeValue(0x7FFFFFFF); }
 
-    /// The runtime's current time.
     static TimeValue now();
 
-    /// The instant of a local date and time, as the runtime's `mktime` finds it: fields out of range roll
-    /// over into the next larger one; isDst is 0, 1 or -1 (the runtime decides). 0 when it cannot be
-    /// represented.
+    /// As the runtime's `mktime`: fields out of range roll over; isDst is 0, 1 or -1 (the runtime decides). 0
+    /// if the result cannot be represented.
     static TimeValue fromLocal(int year, int month, int day, int hour, int minute, int second, int isDst);
 
-    /// The instant of a date and time in UTC, the same in every zone; fields out of range roll over. 0 before
-    /// 1970-01-01 00:00:00 and after 2038-01-19 03:14:07.
+    /// Fields out of range roll over. 0 before 1970-01-01 00:00:00 and after 2038-01-19 03:14:07.
     static TimeValue fromUtc(int year, int month, int day, int hour, int minute, int second);
 
     constexpr std::int32_t seconds() const { return seconds_; }
 
-    /// All calendar fields at the price of one; all 0 for a negative value.
+    /// All calendar fields in one conversion; all 0 for a negative value.
     LocalTime local() const;
 
-    // One calendar field each, 0 for a negative value. Whoever needs several asks local() once.
+    // Each call converts again: for several fields use local(). 0 for a negative value.
     int year() const { return local().year; }
     int month() const { return local().month; }
     int day() const { return local().day; }
@@ -88,38 +78,35 @@ public:
     int second() const { return local().second; }
     int dayOfWeek() const { return local().dayOfWeek; }
 
-    // NOLINTNEXTLINE(modernize-use-nullptr): the comparison that is made for it
+    // NOLINTNEXTLINE(modernize-use-nullptr): as above
     friend constexpr auto operator<=>(TimeValue, TimeValue) = default;
     friend constexpr TimeValue operator+(TimeValue t, TimeSpan span);
     friend constexpr TimeValue operator-(TimeValue t, TimeSpan span);
 
-    /// The seconds from b to a; negative when a is earlier. Not a TimeSpan: spans do not go back.
+    /// The seconds from b to a; negative if a is earlier, which TimeSpan does not support.
     friend constexpr std::int32_t secondsBetween(TimeValue a, TimeValue b);
 
 private:
     std::int32_t seconds_ = 0;
 };
 
-/// Where the current time comes from: the system's clock in the program, a clock that moves when told in
-/// tests.
+/// The source of the current time. Tests have their own.
 class Clock {
 public:
     virtual ~Clock() = default;
     virtual TimeValue now() const = 0;
 
-    /// For measuring how long something takes: counts from some fixed moment and is never set.
+    /// Time since a fixed moment, for measuring durations. Setting the system's clock does not affect it.
     virtual std::chrono::milliseconds uptime() const;
 };
 
-/// The clock that reads the runtime's current time.
 const Clock& systemClock();
 
 namespace detail {
-/// The runtime's own record of `t` in local time, overwritten by the thread's next call; null for a negative
-/// `t`.
+/// `t` in local time, overwritten by the thread's next call; null for a negative `t`.
 const std::tm* localFields(TimeValue t);
 
-// The arithmetic is done on unsigned numbers, where wrapping around is defined.
+// Unsigned, because signed overflow is undefined.
 constexpr std::int32_t wrappingAdd(std::int32_t a, std::int32_t b) {
     return static_cast<std::int32_t>(static_cast<std::uint32_t>(a) + static_cast<std::uint32_t>(b));
 }

@@ -1,4 +1,3 @@
-// Files on disk: a read-only view of one, whole writes, copies, and whether one is there.
 #pragma once
 
 #include "lib/base/handles.h"
@@ -11,7 +10,7 @@
 
 namespace base {
 
-/// A read-only view of a whole file. Empty (no view, size 0) unless open() succeeded.
+/// A read-only view of a whole file; empty unless open() succeeded.
 class [[nodiscard]] MappedFile {
 public:
     MappedFile() = default;
@@ -19,13 +18,13 @@ public:
     MappedFile(const MappedFile&) = delete;
     MappedFile& operator=(const MappedFile&) = delete;
 
-    /// Closes what was open, then maps the file at `path`. False, and an empty object, when any step fails;
-    /// an empty file cannot be mapped. Other readers are let in, writers are not.
+    /// Closes any open file first. False if a step fails or the file is empty. While it is open, others can
+    /// read the file but not write it.
     [[nodiscard]] bool open(const std::string& path);
 
     void close();
 
-    /// The file's bytes, valid until close().
+    /// Valid until close().
     std::span<const std::byte> bytes() const { return {view_, size_}; }
     std::uint32_t size() const { return size_; }
     bool isOpen() const { return view_ != nullptr; }
@@ -37,25 +36,23 @@ private:
     std::uint32_t size_ = 0;
 };
 
-/// A file that is written anew, through a stream opened for binary writing and truncation. No child process
-/// inherits its handle: a process that is started meanwhile would keep the file open, and unreadable, until
-/// it ends.
+/// Overwrites a file. Child processes do not inherit the handle: until they end, nobody could read the file.
 class [[nodiscard]] WrittenFile {
 public:
-    /// Whatever the file held is gone when this succeeds.
+    /// Truncates the file.
     explicit WrittenFile(const std::string& path);
     ~WrittenFile() { static_cast<void>(close()); }
     WrittenFile(const WrittenFile&) = delete;
     WrittenFile& operator=(const WrittenFile&) = delete;
 
-    /// Adds to the file's end. False when the file is not open or the bytes could not be written.
+    /// False if the file is not open or the bytes could not be written.
     [[nodiscard]] bool write(std::span<const std::byte> bytes);
 
-    /// False when the file is not open or what was written did not reach it.
+    /// False if the file is not open or some data did not reach it.
     [[nodiscard]] bool close();
 
     bool isOpen() const { return stream_ != nullptr; }
-    /// The platform's error of the first step that failed; 0 if none has.
+    /// The system's error code of the first step that failed; 0 if none.
     std::uint32_t error() const { return error_; }
 
 private:
@@ -66,21 +63,20 @@ private:
     std::uint32_t error_ = 0;
 };
 
-/// Copies a file over `copy`, which is made if need be, and waits until the disk has the bytes. False when a
-/// step fails. A copy that has no room to grow keeps its content. An empty file is not copied.
+/// Copies a file over `copy`, created if missing, and waits until the disk has the data. False if a step
+/// fails or `source` is empty. If the disk is full, `copy` keeps its content.
 [[nodiscard]] bool copyOver(const std::string& source, const std::string& copy);
 
-/// Whether at least one file matches a pattern that may hold "*" and "?".
+/// The pattern may have the wildcards "*" and "?".
 [[nodiscard]] bool anyFileMatches(const std::string& pattern);
 
-/// Whether the attributes of a file or folder can be read.
+/// True for a file or folder whose attributes can be read.
 [[nodiscard]] bool fileExists(const std::string& path);
 
-/// The Windows directory, with a backslash at its end. Empty when the platform does not tell.
+/// Ends in a backslash. Empty on failure.
 std::string windowsDirectory();
 
-/// The folder for data of the current user on this machine, with a backslash at its end; created when it is
-/// missing. Empty when the platform does not tell.
+/// The current user's folder for local data, created if missing. Ends in a backslash. Empty on failure.
 std::string localDataDirectory();
 
 } // namespace base

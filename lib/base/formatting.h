@@ -1,4 +1,3 @@
-// How times and composed messages are turned into text.
 #pragma once
 
 #include "lib/base/dates.h"
@@ -11,24 +10,22 @@
 
 namespace base {
 
-/// The runtime's `strftime` of the local time, at most 127 characters, with the names of the runtime's
-/// default (English) locale. Empty for time 0 and for a negative `t`.
+/// `strftime` in local time, at most 127 characters, in the runtime's default (English) locale. Empty for
+/// time 0 and for a negative `t`.
 std::string formatPattern(TimeValue t, const char* pattern);
 
-/// The signed number of days from `now` to `t` as the relative phrases count them:
-/// - earlier or later today is 0;
-/// - less than 24 hours away, it is 1 after the next midnight and -1 before the last one;
-/// - between 24 and 48 hours ago is -2;
-/// - counted modulo 365, so a time a year ahead on the same day of the month is 0 again. The list's phrases
-///   depend on it.
+/// The signed number of days from `now` to `t`, as the relative phrases count them:
+/// - today: 0
+/// - less than 24 hours away: 1 after the next midnight, -1 before the last one
+/// - 24 to 48 hours ago: -2
+/// - counted modulo 365: on the same day of the month a year ahead, 0 again; the list's phrases rely on it
 int relativeDay(TimeValue now, TimeValue t);
 
-/// "yesterday at %s", "today at %s", "tomorrow at %s", or weekday, month and day (with the year when it is
-/// not this one) and the time of day. Empty for time 0.
+/// "yesterday at %s", "today at %s", "tomorrow at %s", or weekday, month, day (with another year's number)
+/// and time of day. Empty for time 0.
 std::string formatRelative(TimeValue t, TimeValue now);
 
 namespace detail {
-/// One text to compose from.
 struct FormatText {
     constexpr FormatText() = default;
     FormatText(const std::string& text) : start(text.c_str()), length(text.size()) {}
@@ -40,24 +37,22 @@ struct FormatText {
 
 using FormatTexts = std::array<FormatText, 4>;
 
-/// What `format` reserves: the length of the pattern, the width of each conversion plus 6, and `textsLength`.
-/// A sum beyond the type is its largest value.
+/// Characters to reserve: the pattern's length, each conversion's width plus 6, and `textsLength`. Saturates.
 std::size_t estimateFormattedLength(const char* pattern, std::size_t textsLength);
 
 [[nodiscard]] bool formatTexts(std::string& out, const char* pattern, const FormatTexts& texts);
 } // namespace detail
 
-/// Composes `pattern`, whose conversions are "%s" with optional flags, width and precision, from one to four
-/// texts (std::string or zero-terminated) into `out`, using its capacity when that suffices. A conversion
-/// beyond the texts given gets an empty one. False, and an empty `out`, when memory cannot be had. `out` must
-/// not be one of the texts.
+/// Formats one to four texts (std::string or zero-terminated) into `out`, which must not be one of them and
+/// whose capacity is reused. The pattern's conversions are "%s" with optional flags, width and precision; one
+/// without a text gets an empty one. False, and an empty `out`, if memory runs out.
 template<class... Texts>
 [[nodiscard]] bool formatInto(std::string& out, const char* pattern, const Texts&... texts) {
     static_assert(sizeof...(Texts) >= 1 && sizeof...(Texts) <= std::tuple_size_v<detail::FormatTexts>);
     return detail::formatTexts(out, pattern, {texts...});
 }
 
-/// As formatInto, into a fresh string, which is empty when memory cannot be had.
+/// As formatInto; empty if memory runs out.
 template<class... Texts>
 std::string format(const char* pattern, const Texts&... texts) {
     std::string out;

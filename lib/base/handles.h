@@ -1,4 +1,3 @@
-// Owners of the platform's handles, one type per kind with its own notion of "none".
 #pragma once
 
 #include <windows.h>
@@ -7,7 +6,7 @@
 
 namespace base {
 
-/// Owns one handle. `Traits` has the handle's type, the value that means none, and how it is closed.
+/// Owns one handle. `Traits` defines its type, the "none" value and how to close it.
 template<class Traits>
 class [[nodiscard]] UniqueHandle {
 public:
@@ -33,7 +32,7 @@ public:
             Traits::close(old);
     }
 
-    /// For platform calls that hand a handle out through a pointer. What was owned is closed first.
+    /// For calls that return a handle through a pointer. Closes the current handle first.
     Handle* receive() {
         reset();
         return &handle_;
@@ -43,7 +42,7 @@ private:
     Handle handle_ = Traits::none();
 };
 
-/// Kernel objects whose functions answer null for none: mappings, processes, threads, mutexes.
+/// Mappings, processes, threads, mutexes.
 struct KernelHandleTraits {
     using Handle = HANDLE;
     static Handle none() { return nullptr; }
@@ -51,7 +50,6 @@ struct KernelHandleTraits {
 };
 using KernelHandle = UniqueHandle<KernelHandleTraits>;
 
-/// Files, for which the platform answers INVALID_HANDLE_VALUE for none.
 struct FileHandleTraits {
     using Handle = HANDLE;
     static Handle none() { return INVALID_HANDLE_VALUE; }
@@ -59,7 +57,6 @@ struct FileHandleTraits {
 };
 using FileHandle = UniqueHandle<FileHandleTraits>;
 
-/// Searches for files by a pattern.
 struct FileSearchTraits {
     using Handle = HANDLE;
     static Handle none() { return INVALID_HANDLE_VALUE; }

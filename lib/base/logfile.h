@@ -1,4 +1,3 @@
-// A text file that grows line by line.
 #pragma once
 
 #include <cstdint>
@@ -7,17 +6,16 @@
 
 namespace base {
 
-/// Where a log is and how large it may become.
 struct LogFile {
-    std::string path;        ///< full; its folder is created when it is missing
-    std::string olderPath;   ///< a full file is moved here and replaces the one before
+    std::string path;        ///< full path; its folder is created if missing
+    std::string olderPath;   ///< a full log is moved here and replaces the older one
     std::string header;      ///< first line of each file
-    std::uint32_t sizeLimit; ///< in bytes; a line that would exceed it goes into a new file
+    std::uint32_t sizeLimit; ///< in bytes; a line that would exceed it starts a new file
 };
 
-/// Appends `line`, which has no line break, in one write, so that a crash cuts off this line at most. The
-/// line after a cut one begins on a line of its own. A full file that cannot be moved grows. False when the
-/// line was not written whole.
+/// Appends `line`, which has no line break, in one write, so that a crash can truncate only this line. The
+/// line after a truncated one starts on its own line. A full log that cannot be moved keeps growing. False if
+/// the line was not written whole.
 [[nodiscard]] bool appendLine(const LogFile& log, std::string_view line);
 
 } // namespace base

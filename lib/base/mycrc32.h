@@ -1,4 +1,4 @@
-// The standard CRC-32's table (IEEE 802.3, reflected polynomial 0xEDB88320).
+// Table of the standard CRC-32 (IEEE 802.3, reflected polynomial 0xEDB88320).
 #pragma once
 
 #include <array>

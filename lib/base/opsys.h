@@ -1,4 +1,3 @@
-// The operating system: the program itself, its single instance, windows' texts and the component library.
 #pragma once
 
 #include <windows.h>
@@ -8,30 +7,27 @@
 
 namespace base {
 
-/// Makes the component library ready and has it closed at the program's exit. Called once, first.
+/// Initialises COM until the program exits. Call once, first.
 void startComponentLibrary();
 
-/// The program's module, fetched once.
 HINSTANCE moduleHandle();
 
-/// The full path of the program's executable file.
 std::string executablePath();
 
-/// Loads a library of the system, "name.dll", for as long as the program runs; null when there is none. One
-/// of that name that lies beside the program is not taken for it, nor for what it needs itself.
+/// Loads "name.dll" from the system's folder until the program ends; null if there is none. Never loads it,
+/// or a library that it needs, from the program's folder.
 HMODULE loadSystemLibrary(const std::string& name);
 
-/// Makes the named mutex and holds it until the process ends. True when another instance has it already.
+/// Holds the mutex until the process ends. True if another instance already has it.
 [[nodiscard]] bool createInstanceMutex(const std::string& name);
 
-/// createInstanceMutex with the maker's and the program's names.
+/// createInstanceMutex with the vendor's and the program's names.
 [[nodiscard]] bool isAnotherInstanceRunning();
 
-/// A window's text; empty when it has none or memory cannot be had.
+/// Empty if there is none or memory runs out.
 std::string windowText(HWND window);
 
-/// The system's text for one of its error codes, in the user's language and without the line break at its
-/// end.
+/// In the user's language, without the line break at the end.
 std::string systemErrorText(std::uint32_t code);
 
 } // namespace base

@@ -1,4 +1,4 @@
-// The parts of a path. The separator is the backslash or, in a path that holds none, the slash.
+// Parts of a path. The separator is the backslash or, in a path without one, the slash.
 #pragma once
 
 #include <string>
@@ -6,16 +6,16 @@
 
 namespace base {
 
-/// The text after the last separator; the whole path when there is none.
+/// After the last separator; the whole path if there is none.
 std::string fileNameOf(std::string_view path);
 
-/// The text up to and including the last separator; empty when there is none.
+/// Up to and including the last separator; empty if there is none.
 std::string directoryOf(std::string_view path);
 
-/// The text after the file name's last point, in lower case; empty when the name has no point.
+/// After the file name's last dot, in lower case; empty if there is none.
 std::string extensionOf(std::string_view path);
 
-/// The file name without its last point and what follows it.
+/// The file name without its extension.
 std::string baseNameOf(std::string_view path);
 
 /// Whether the path begins with a letter, a colon and a backslash.

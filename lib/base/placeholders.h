@@ -1,4 +1,3 @@
-// The texts by which the system starts a program on a file.
 #pragma once
 
 #include <string>
@@ -6,8 +5,8 @@
 
 namespace base {
 
-/// A registered command without its placeholders %1 to %9, the empty pairs of quotes that these leave, and
-/// the white space around the rest.
+/// A registered command without the placeholders %1 to %9, the empty quotes that remain of them, and
+/// surrounding white space.
 std::string withoutPlaceholders(std::string_view command);
 
 } // namespace base

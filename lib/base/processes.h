@@ -1,4 +1,3 @@
-// Starting other programs, with and without waiting for their end.
 #pragma once
 
 #include <windows.h>
@@ -8,24 +7,23 @@
 
 namespace base {
 
-/// What runProcessAndWait gives when the process could not be started or waited for.
+/// Result of runProcessAndWait if the process could not be started or waited for.
 inline constexpr std::uint32_t processFailed = 0xFFFFFFFF;
 
-/// Starts `commandLine` in `directory` (empty: the caller's own). The process information's handles are the
-/// caller's to close. On failure the platform's last error decides: true when it is 0, else false.
+/// Starts `commandLine` in `directory` (empty: the current one). The caller closes the handles in
+/// `processInfo`. On failure: true if the last error is 0, else false.
 [[nodiscard]] bool createProcess(const std::string& commandLine, STARTUPINFOA& startupInfo,
                                  PROCESS_INFORMATION& processInfo, const std::string& directory,
                                  bool inheritHandles);
 
-/// Starts `commandLine` without waiting for it. `showCommand` is one of the platform's SW_ values.
+/// Does not wait for the process. `showCommand` is one of the SW_ values.
 [[nodiscard]] bool startProcess(const std::string& commandLine, int showCommand,
                                 const std::string& directory);
 
-/// Starts `commandLine` with the program's standard handles and blocks the calling thread until it ends or
-/// `timeoutMs` milliseconds have passed (INFINITE: no limit). The exit code, STILL_ACTIVE (259) after a
-/// time-out, or processFailed, which a process may also return itself. Leaves no handle open unless the
-/// waiting itself fails. `startError`, if given, receives the platform's error code when the process could
-/// not be started, else 0.
+/// Starts `commandLine` with the program's standard handles and waits until it ends or `timeoutMs`
+/// milliseconds have passed (INFINITE: no limit). Returns the exit code, STILL_ACTIVE (259) after a time-out,
+/// or processFailed, which can also be an exit code. If waiting fails, the process's handles stay open.
+/// `startError`, if given, receives the system's error code of a failed start, else 0.
 std::uint32_t runProcessAndWait(const std::string& commandLine, int showCommand, const std::string& directory,
                                 std::uint32_t timeoutMs, std::uint32_t* startError = nullptr);
 

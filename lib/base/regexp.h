@@ -1,4 +1,3 @@
-// Regular expressions in the extended POSIX syntax, leftmost-longest.
 #pragma once
 
 #include <memory>
@@ -10,15 +9,13 @@ namespace base {
 
 enum class CaseRule { Sensitive, Insensitive };
 
-/// One compiled expression. Immutable, so every thread may use it.
-///
-/// Matching throws std::runtime_error when its work explodes, as it can where repetitions are nested; the
-/// program's own expressions have none.
+/// A compiled expression in extended POSIX syntax, leftmost-longest. Immutable, so every thread may use it.
+/// Matching throws std::runtime_error if nested repetitions, which the program does not use, make it too
+/// slow.
 class [[nodiscard]] Expression {
 public:
-    /// Compiles `pattern`. A pattern that begins with "[c]" is compiled without these three characters and
-    /// regards case, one that begins with "[i]" ignores it; any other follows `defaultRule`.
-    /// A malformed pattern is a mistake in the program and throws std::runtime_error.
+    /// The prefix "[c]" makes a pattern case-sensitive, "[i]" case-insensitive; without one `defaultRule`
+    /// applies. Throws std::runtime_error for a malformed pattern.
     explicit Expression(std::string_view pattern, CaseRule defaultRule = CaseRule::Sensitive);
     ~Expression();
     Expression(const Expression&) = delete;
@@ -27,14 +24,11 @@ public:
     /// Whether the whole text matches.
     bool matches(std::string_view text) const;
 
-    /// Every match in `text`, in order.
     std::vector<std::string> matchesIn(std::string_view text) const;
 
-    /// `text` without its matches.
     std::string removeFrom(std::string_view text) const;
 
-    /// Piece number `n`, counting from 0, of `text` cut at every match of `separator`; empty when there is
-    /// none.
+    /// Piece `n`, from 0, of `text` split at each match of `separator`; empty if there is none.
     friend std::string piece(std::string_view text, std::size_t n, const Expression& separator);
 
 private:

@@ -1,4 +1,3 @@
-// The registry's values below one path, for those who load and save a section of settings.
 #pragma once
 
 #include <windows.h>
@@ -10,7 +9,7 @@
 
 namespace base {
 
-/// Typed access to the values below one path, which enter() and leave() lengthen and shorten.
+/// Typed access to the values below a path that enter() and leave() lengthen and shorten.
 class RegistryStore {
 public:
     RegistryStore(HKEY root, std::string path) : root_(root), path_(std::move(path)) {}
@@ -23,13 +22,13 @@ public:
     /// Removes what enter(name) appended.
     void leave(std::string_view name);
 
-    // Values of the current path, by name.
+    // Values in the current path.
     [[nodiscard]] bool readNumber(const std::string& name, std::uint32_t& out);
     [[nodiscard]] bool readString(const std::string& name, std::string& out);
     [[nodiscard]] bool writeNumber(const std::string& name, std::uint32_t value);
     [[nodiscard]] bool writeString(const std::string& name, std::string_view text);
 
-    // The value that the current path itself addresses: its last section is the value's name.
+    // The value that the path itself names.
     [[nodiscard]] bool readBinaryHere(std::string& out) const;
     [[nodiscard]] bool writeBinaryHere(std::string_view bytes) const;
 

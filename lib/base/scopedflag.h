@@ -1,9 +1,8 @@
-// Marks that something is in progress.
 #pragma once
 
 namespace base {
 
-/// Sets a flag until the end of its scope, however the scope is left.
+/// Sets a flag until the end of the scope.
 class [[nodiscard]] ScopedFlag {
 public:
     explicit ScopedFlag(bool& flag) : flag_(flag) { flag_ = true; }

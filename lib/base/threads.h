@@ -1,4 +1,3 @@
-// Worker threads, each with a ring of scratch buffers of its own.
 #pragma once
 
 #include <array>
@@ -9,15 +8,13 @@ namespace base {
 
 using ThreadFunction = void (*)(void* argument);
 
-/// The runtime's answer when a thread could not be started.
 inline constexpr std::uintptr_t threadFailed = static_cast<std::uintptr_t>(-1);
 
-/// Starts a thread that calls function(argument) and ends when it returns; whatever `argument` points to
-/// belongs to the function. The runtime's thread handle, which is the runtime's to close, or threadFailed.
+/// Starts a thread that calls function(argument), which owns `argument`. If memory runs out, the thread may
+/// do nothing. Returns the runtime's thread handle, which the runtime closes, or threadFailed.
 std::uintptr_t startThread(ThreadFunction function, void* argument);
 
-/// Sixteen buffers that are handed out in turn, so that one stays valid while fifteen more are asked for.
-/// For one thread.
+/// Sixteen buffers in turn: each stays valid during the next fifteen requests. For one thread.
 class [[nodiscard]] ScratchRing {
 public:
     ScratchRing() = default;
@@ -25,12 +22,11 @@ public:
     ScratchRing(const ScratchRing&) = delete;
     ScratchRing& operator=(const ScratchRing&) = delete;
 
-    /// At least `size` bytes, uninitialised; null when memory cannot be had. A buffer above 2048 bytes is
-    /// kept for requests of at least two thirds of its size only, so that one large request does not hold
-    /// memory for ever. A slot whose allocation failed keeps its null in the same way.
+    /// At least `size` bytes, uninitialised; null if memory runs out. A buffer above 2048 bytes is reused
+    /// only for at least two thirds of its size, so that it does not hold memory for ever. A failed slot
+    /// stays null by the same rule.
     void* buffer(std::size_t size);
 
-    /// Frees all buffers.
     void clear();
 
 private:
@@ -41,12 +37,12 @@ private:
     std::size_t next_ = 0;
 };
 
-/// A buffer of the calling thread's ring, valid until the thread has asked for 16 more. Threads that
-/// startThread did not start share the main thread's ring, without a lock; so do all threads when the
-/// platform has no thread-local slot left at the program's start.
+/// A buffer of the calling thread's ring, valid until the thread requests 16 more. Threads that startThread
+/// did not start share the main thread's ring, without a lock. If no thread-local slot was free at the start,
+/// all do.
 void* scratchBuffer(std::size_t size);
 
-/// How many buffers all rings have allocated so far.
+/// Allocations of all rings so far.
 std::uint32_t scratchAllocationCount();
 
 } // namespace base

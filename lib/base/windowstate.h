@@ -1,4 +1,4 @@
-// A window's saved place, as those keep it who do not know what it means.
+// A window's saved placement. Only the window framework knows its layout.
 #pragma once
 
 #include <array>
