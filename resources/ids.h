@@ -1,19 +1,18 @@
-// The numbers by which the program and its resources know each other. The resource compiler reads them too,
-// so there is nothing here but comments and plain numbers. Numbers need to differ only among resources of one
-// type and among controls of one window.
+// Resource numbers. The resource compiler reads this file, so it has only comments and plain numbers. A
+// number must be unique among resources of one type or controls of one window.
 #pragma once
 
-// Icons: the program's own and the notification icon's two states.
+// Icons of the program and the notification area.
 #define IDI_ACTIVE 100
 #define IDI_SUSPENDED 130
 
-// Icons: the images of rows in the list.
+// Icons of rows in the list.
 #define IDI_ROW_RUNNING 131
 #define IDI_ROW_WAITING 132
 #define IDI_ROW_DISABLED 133
 #define IDI_ROW_RESULT 134
 
-// Menus. The context menus are the first submenu of their resource.
+// Menus. A context menu is the first submenu of its resource.
 #define IDR_MAIN_MENU 100
 #define IDR_ITEM_MENU 132
 #define IDR_TRAY_MENU 133
@@ -27,7 +26,7 @@
 #define IDD_PROJECT_PAGE 136
 #define IDD_PREFERENCES 138
 
-// Commands. A command's description is the string of the same number.
+// Commands. A command's description is the string with its number.
 #define IDM_PREFERENCES 138
 #define IDM_ADD 143
 #define IDM_EDIT 144
@@ -43,7 +42,7 @@
 #define IDM_OPEN 2021
 #define IDM_CLOSE 2022
 
-// Described like a command, but never sent: IDM_ENABLE under this description disables what is enabled.
+// Not a command: the description of IDM_ENABLE for an enabled entry.
 #define IDS_DISABLE 2020
 
 // Main window.
@@ -59,7 +58,7 @@
 #define IDC_TIME_LIMIT_UNIT 1050
 #define IDC_DISCONNECT 1042
 
-// Schedule page: the kinds, in the order of their values.
+// Schedule page: the kinds, in the order of ScheduleKind.
 #define IDC_KIND_AFTER_PROJECT 1000
 #define IDC_KIND_STARTUP 1001
 #define IDC_KIND_HOURLY 1002
@@ -67,7 +66,7 @@
 #define IDC_KIND_MONTHLY 1004
 #define IDC_KIND_ONCE 1005
 
-// Schedule page: what each kind shows, in reading order. The list of projects is always shown.
+// Schedule page: the fields of each kind, in reading order. IDC_AFTER_PROJECT is always visible.
 #define IDC_AFTER_PROJECT 1018
 
 #define IDC_AFTER_DELAY_LABEL 1023

@@ -1,4 +1,3 @@
-// New entries: their defaults, and how they join the schedule.
 #pragma once
 
 #include "scheduler/model/nextrun.h"
@@ -10,19 +9,16 @@
 
 namespace scheduler {
 
-/// A record for the editor to start from: it follows the schedule's last entry, or runs at start-up when it
-/// is the first. Its time is the whole minute that `now` plus 60 seconds lies in.
+/// Defaults for the editor: follows the schedule's last entry, or runs at start-up if it is the first. The
+/// time is `now` plus 60 seconds, rounded down to the minute.
 ScheduledProject newEntryTemplate(const ScheduleList& list, base::TimeValue now);
 
-/// Computes the record's next run as of the clock's time, appends it and saves the schedule. Without memory
-/// for it nothing is added or saved.
+/// Computes the next run, appends the record and saves. If memory runs out, does neither.
 void addEntry(ScheduleList& list, ScheduledProject record, const EngineState& state, const base::Clock& clock,
               ScheduleStore& store);
 
-/// Adds one copy of `pattern` for each of the chosen files, one save per entry. The first name is a full
-/// path; each later one is a name within the first one's folder and is joined to it by one more backslash
-/// than the folder already ends in, which the file system accepts. A file that there is no memory for is left
-/// out.
+/// Adds a copy of `pattern` for each file and saves after each. The first name is a full path, the others are
+/// names in its folder. A file for which memory runs out is skipped.
 void addEntries(ScheduleList& list, const ScheduledProject& pattern, std::span<const std::string> names,
                 const EngineState& state, const base::Clock& clock, ScheduleStore& store);
 

@@ -1,4 +1,3 @@
-// Removing entries without breaking the chains of those that follow one another.
 #pragma once
 
 #include "scheduler/model/schedulelist.h"
@@ -8,8 +7,8 @@
 
 namespace scheduler {
 
-/// Removes the entries at `positions` (in any order, each at most once). Whatever followed a removed entry
-/// follows that entry's own predecessor; an entry that would then follow itself runs at start-up.
+/// Removes the entries at `positions` (any order, no duplicates). Followers of a removed entry follow its
+/// predecessor; an entry that would then follow itself runs at start-up.
 void deleteEntries(ScheduleList& list, std::vector<std::size_t> positions);
 
 } // namespace scheduler

@@ -1,4 +1,4 @@
-// The English phrases by which an entry is shown: its name, when it runs, how it runs, its next run.
+// English phrases that describe an entry.
 #pragma once
 
 #include "scheduler/model/nextrun.h"
@@ -8,30 +8,28 @@
 
 namespace scheduler {
 
-/// The name of an entry, also in other entries' phrases: a project file's name without folder and extension,
-/// or the whole text of a command line, prefix included.
+/// A project file's name without folder and extension, or the whole command line with its prefix.
 std::string displayName(const ScheduledProject& entry);
 
-/// The name of the entry that this one follows; "(unknown)" when there is none at that position.
+/// The name of the entry that `entry` follows; "(unknown)" if there is none.
 std::string followedName(const ScheduledProject& entry, const ScheduleList& schedule);
 
-/// When the entry runs, for instance "every Mon/Wed at 8:00 PM".
+/// For instance "every Mon/Wed at 8:00 PM".
 std::string describeSchedule(const ScheduledProject& entry, const ScheduleList& schedule);
 
-/// How the entry runs, for instance "Run update only for up to 90 minutes via Office line; disconnect when
-/// done".
+/// For instance "Run update only for up to 90 minutes via Office line; disconnect when done".
 std::string describeRun(const ScheduledProject& entry);
 
-/// The entry's next run as seen at the clock's time, for instance "tomorrow at 8:00 PM" or "Now".
+/// For instance "tomorrow at 8:00 PM" or "Now".
 std::string describeNextRun(const ScheduledProject& entry, const ScheduleList& schedule,
                             const EngineState& state, const base::Clock& clock);
 
-/// The entry's last run as seen at `now`, or at a clock that is read only if need be: "Never" or a time.
+/// "Never" or a time relative to `now`. The clock is read only if needed.
 std::string describeLastRun(const ScheduledProject& entry, base::TimeValue now);
 std::string describeLastRun(const ScheduledProject& entry, const base::Clock& clock);
 
-/// Until when an entry's phrases as of `now` stay as they are, unless the entry changes: later than `now`, by
-/// a quarter of an hour at most. Costs a fraction of making them, for it asks no calendar.
+/// Until when phrases made at `now` are valid if the entry does not change: later than `now`, by at most 15
+/// minutes. Cheaper than making the phrases, because it needs no calendar.
 base::TimeValue phrasesHoldUntil(const ScheduledProject& entry, base::TimeValue now);
 
 } // namespace scheduler

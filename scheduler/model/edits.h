@@ -1,13 +1,11 @@
-// How an edited record becomes part of its entry.
 #pragma once
 
 #include "scheduler/model/scheduledproject.h"
 
 namespace scheduler {
 
-/// Takes over from `edited`, a copy that the user has worked on, exactly what a user sets. Whatever the
-/// engine has recorded in `entry` since the copy was made stays, and so does the next run: the caller
-/// computes it anew. Takes no memory: an entry is never left half edited.
+/// Copies the fields that the user edits. Keeps what the engine recorded in `entry`, and the next run, which
+/// the caller must recompute. Allocates nothing, so that an entry is never half edited.
 void applyEdit(ScheduledProject& entry, ScheduledProject edited);
 
 } // namespace scheduler

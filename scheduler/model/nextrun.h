@@ -1,4 +1,3 @@
-// When an entry is next due.
 #pragma once
 
 #include "lib/base/dates.h"
@@ -8,31 +7,28 @@
 
 namespace scheduler {
 
-/// What next runs and descriptions need to know of the engine.
+/// The engine's state that next runs and descriptions depend on.
 struct EngineState {
-    /// True only while the schedule is first evaluated after the system started the program at log-on.
+    /// True only during the first evaluation of the schedule after a start at log-on.
     bool startupFlag = false;
     bool suspended = false;
 };
 
-/// The entry's next occasion as seen at `now`: TimeValue() is at once, TimeValue::never() is not at all. An
-/// entry that follows another gets never: the engine sets its time when that one has finished. The daily and
-/// the monthly rule also read the clock.
-///
-/// Days are added as 86400 seconds each, not by the calendar: behind a change to or from daylight saving time
-/// a daily or monthly occasion lies an hour off its time of day. That is how the schedule is meant to work.
+/// When the entry is next due: TimeValue() is at once, TimeValue::never() not at all. An entry that follows
+/// another gets never: the engine sets its time when the other one has finished. Daily and monthly rules also
+/// read the clock. A day is always 86400 seconds, on purpose: across a change to or from daylight saving
+/// time, a daily or monthly run is an hour off.
 base::TimeValue computeNextRun(const EngineState& state, const ScheduledProject& entry, base::TimeValue now,
                                const base::Clock& clock);
 
-/// Next runs as seen at one moment. The clock and the calendar take longer than the rest of a rule: each is
-/// asked when an entry first needs the answer, and the answer is kept for the entries that follow.
+/// Computes next runs for one moment. Caches the clock's time and calendar conversions, which are slow.
 class NextRuns {
 public:
     /// The clock must outlive this object.
     NextRuns(const EngineState& state, base::TimeValue now, const base::Clock& clock)
         : state_(state), now_(now), clock_(clock) {}
 
-    /// What computeNextRun gives for the entry.
+    /// As computeNextRun.
     base::TimeValue of(const ScheduledProject& entry);
 
 private:
@@ -40,7 +36,7 @@ private:
     base::TimeValue daily(const ScheduledProject& entry);
     base::TimeValue monthly(const ScheduledProject& entry);
 
-    /// The local date and time of the clock, which need not be those of now_.
+    /// The clock's local date and time; now_ can differ.
     const base::LocalTime& date();
     /// Computes `start` from the clock's date on first use.
     base::TimeValue filled(std::optional<base::TimeValue>& start,
@@ -48,32 +44,29 @@ private:
 
     struct Hour {
         base::TimeValue start;
-        int minute; ///< how many of its minutes have passed
+        int minute; ///< of now_
     };
 
     EngineState state_;
     base::TimeValue now_;
     const base::Clock& clock_;
-    std::optional<Hour> hour_; ///< that of now_
+    std::optional<Hour> hour_;
     std::optional<base::LocalTime> date_;
     std::optional<base::TimeValue> today_;
     std::optional<base::TimeValue> thisMonth_;
     std::optional<base::TimeValue> nextMonth_;
 };
 
-/// Seconds since local midnight; 0 when `t` is negative.
+/// Since local midnight; 0 if `t` is negative.
 base::TimeSpan timeOfDay(base::TimeValue t);
 
-/// The local date of `t` at 00:00:00.
 base::TimeValue localMidnight(base::TimeValue t);
 
-/// The local date and hour of `t` with minute and second 0.
 base::TimeValue hourStart(base::TimeValue t);
 
-/// Day 1 at 00:00:00 of the current local month.
+/// Day 1 at 00:00:00 of the clock's local month.
 base::TimeValue monthStart(const base::Clock& clock);
 
-/// Day 1 at 00:00:00 of the month after the current local one.
 base::TimeValue nextMonthStart(const base::Clock& clock);
 
 } // namespace scheduler

@@ -1,4 +1,3 @@
-// The program-wide settings and the main window's saved state, kept in the current user's registry.
 #pragma once
 
 #include "lib/base/registrystore.h"
@@ -11,24 +10,22 @@
 namespace scheduler {
 
 struct Preferences : RunPolicy {
-    base::WindowState windowState{}; ///< the main window's; the window framework knows what it means
-    bool autostart = true;           ///< the program registers itself to start at log-on
+    base::WindowState windowState{}; ///< only the window framework knows its layout
+    bool autostart = true;           ///< the program starts at log-on
 };
 
-/// The section of the program's registry key that holds the preferences and the window's state.
 inline const std::string stateSection = "State";
 
-/// The store "Software\<maker>\<program's file name in lower case>\<section>" of the current user.
+/// The current user's "Software\<vendor>\<program's file name in lower case>\<section>".
 base::RegistryStore appRegistryKey(const std::string& section);
 
-/// Reads each setting by itself: one that is missing keeps its value in `preferences`. True only when every
-/// read succeeded.
+/// A missing setting keeps its value in `preferences`. True only if every read succeeded.
 [[nodiscard]] bool loadPreferences(base::RegistryStore& store, Preferences& preferences);
 
-/// True only when every write succeeded.
+/// True only if every write succeeded.
 [[nodiscard]] bool savePreferences(base::RegistryStore& store, const Preferences& preferences);
 
-/// Saves to the section "State". A refusal of the registry is ignored: the next save tries again.
+/// Saves to the registry. A failure is ignored: the next save tries again.
 void storePreferences(const Preferences& preferences);
 
 } // namespace scheduler

@@ -1,4 +1,3 @@
-// The preferences that rule the engine.
 #pragma once
 
 #include <cstdint>
@@ -7,8 +6,8 @@ namespace scheduler {
 
 struct RunPolicy {
     bool suspended = false;      ///< no entry is started
-    std::uint32_t waitTime = 20; ///< minutes that a due entry waits for a running project; not checked
-    bool runMultiple = false;    ///< due entries start beside a running project
+    std::uint32_t waitTime = 20; ///< minutes that a due entry waits for a running project; not validated
+    bool runMultiple = false;    ///< due entries start even while a project runs
 };
 
 } // namespace scheduler

@@ -1,4 +1,3 @@
-// Where the schedule is kept: `schedule.dat` in the Windows directory.
 #pragma once
 
 #include "scheduler/model/schedulelist.h"
@@ -9,17 +8,16 @@
 
 namespace scheduler {
 
-/// Empty when the platform does not tell where Windows is: a schedule is then neither loaded nor saved.
+/// `schedule.dat` in the Windows directory. Empty if that is unknown: nothing is then loaded or saved.
 std::string schedulePath();
 
-/// Writes the whole file. False when a step failed; a partly written file is left as it is.
+/// False if a step failed; a partly written file stays.
 [[nodiscard]] bool saveSchedule(const ScheduleList& list);
 
-/// Fills the list from the file, as decodeSchedule does. A missing or empty file is a failure that leaves the
-/// list as it is.
+/// As decodeSchedule. A missing or empty file is a failure that leaves `list` unchanged.
 [[nodiscard]] bool loadSchedule(ScheduleList& list, std::uint32_t expectedMagic);
 
-/// Told of what the user cannot see in the list.
+/// Notified of what the list does not show.
 class ScheduleFileListener {
 public:
     virtual ~ScheduleFileListener() = default;
@@ -27,22 +25,21 @@ public:
     /// The file exists but cannot be loaded: the schedule is empty.
     virtual void onLoadFailed(const std::string& path) = 0;
 
-    /// A save failed, for the system's reason. Called once for consecutive failures.
+    /// Called once for consecutive failures; `reason` is the system's error text.
     virtual void onSaveFailed(const std::string& path, const std::string& reason) = 0;
 };
 
-/// Loads and saves at schedulePath(), and keeps a safety copy beside it of what a save overwrites:
-/// - `schedule.bak`: a schedule that this process loaded or wrote completely; while there is a
-///   `schedule.damaged`, only one with entries;
-/// - `schedule.damaged`: a file that could not be loaded. It replaces that of an earlier damage, which the
-///   user has either dealt with or not missed.
-/// The copies are for the user; no function reads them. A copy that fails does not stop the save.
+/// Loads and saves at schedulePath(). Copies a file, for the user, before overwriting it. A failed copy does
+/// not stop the save.
+/// - `schedule.bak`: a schedule that this process loaded or wrote completely; while `schedule.damaged`
+/// exists, only one with entries
+/// - `schedule.damaged`: a file that could not be loaded; replaces an earlier one
 class ScheduleFile : public ScheduleStore {
 public:
-    /// The listener outlives the object.
+    /// The listener must outlive this object.
     explicit ScheduleFile(ScheduleFileListener& listener) : listener_(listener) {}
 
-    /// As loadSchedule. A missing file is no failure.
+    /// As loadSchedule, but a missing file is no failure.
     void load(ScheduleList& list);
     void save(const ScheduleList& list) override;
 
@@ -51,8 +48,8 @@ private:
     void noteWhole(const ScheduleList& list);
 
     ScheduleFileListener& listener_;
-    const char* copyExtension_ = nullptr; ///< of the copy to make before the next save; null: none
-    bool failing_ = false;                ///< the last save failed and the listener knows
+    const char* copyExtension_ = nullptr; ///< for the copy to make before the next save; null: none
+    bool failing_ = false;                ///< the last save failed and the listener was notified
 };
 
 } // namespace scheduler

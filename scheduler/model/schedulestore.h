@@ -1,4 +1,3 @@
-// Where a changed schedule is saved, as seen by the code that changes it.
 #pragma once
 
 namespace scheduler {
@@ -9,7 +8,7 @@ class ScheduleStore {
 public:
     virtual ~ScheduleStore() = default;
 
-    /// A failure is the store's to handle: the schedule in memory is right, and the next save tries again.
+    /// Handles its own failures: the schedule in memory is valid, and the next save tries again.
     virtual void save(const ScheduleList& list) = 0;
 };
 

@@ -1,5 +1,5 @@
-// The phone-book entries of the platform's remote-access service, for the schedule editor to offer. Dialling
-// and hanging up are the spider's: it gets the entry's name on its command line.
+// Phone-book entries of the remote-access service, for the schedule editor. Only the spider dials and hangs
+// up.
 #pragma once
 
 #include <windows.h>
@@ -12,31 +12,30 @@
 
 namespace scheduler {
 
-/// RasEnumEntriesA, or what stands in for it.
+/// RasEnumEntriesA or a substitute.
 using EnumerateEntries = std::function<DWORD(const char* reserved, const char* phoneBook,
                                              RASENTRYNAMEA* records, DWORD* size, DWORD* count)>;
 
-/// Appends the names of the default phone book's entries to `names`, in the service's order. False on
-/// failure; a service that fails in its k-th call has then left k empty names.
+/// Appends the default phone book's entry names to `names`, in the service's order. False on failure; if call
+/// number k fails, k empty names are appended.
 [[nodiscard]] bool listEntries(const EnumerateEntries& enumerate, std::vector<std::string>& names);
 
 class DialupConnector {
 public:
-    /// GetProcAddress, or what stands in for it.
+    /// GetProcAddress or a substitute.
     using FindEntryPoint = std::function<FARPROC(HMODULE library, const char* name)>;
 
-    /// The program's one connector, made by the first call. Entries that are added to the phone book later
-    /// are not seen. For the user thread only.
+    /// Created by the first call. Later changes to the phone book are not seen. For the user-interface
+    /// thread.
     static const DialupConnector& instance();
 
-    /// Lists the entries of a remote-access library, which stays loaded. Null stands for a library that could
-    /// not be loaded.
+    /// Lists the entries of a remote-access library, which stays loaded. Null: there is none.
     DialupConnector(HMODULE library, const FindEntryPoint& find);
 
-    /// Whether the machine has the service, with everything that dialling takes.
+    /// Whether the service exists with all functions that dialling needs.
     bool available() const { return available_; }
 
-    /// Empty when the service is not available.
+    /// Empty if the service is not available.
     const std::vector<std::string>& entries() const { return entries_; }
 
 private:

@@ -1,4 +1,3 @@
-// The editions of the spider, each of which owns one type of project files.
 #pragma once
 
 #include <string>
@@ -6,10 +5,10 @@
 
 namespace scheduler {
 
-/// Which edition of the spider owns the project file's type: 1, 2, 3 by the extension, 0 for none.
+/// The edition that owns the project's file type: 1, 2, 3 by the extension; 0 for none.
 int editionOf(std::string_view path);
 
-/// The edition's name; empty for none.
+/// Empty if no edition owns the file's type.
 std::string editionName(std::string_view path);
 
 } // namespace scheduler

@@ -1,4 +1,3 @@
-// Where the history of the runs is kept.
 #pragma once
 
 #include "scheduler/run/runhistory.h"
@@ -7,8 +6,8 @@
 
 namespace scheduler {
 
-/// Writes to `history.txt` in a folder of the program below the user's folder for local data. Before the file
-/// exceeds 1 MB it becomes `history.1.txt` and a new one begins.
+/// Writes to `history.txt` in the program's folder for local data. A file that would exceed 1 MB is first
+/// renamed to `history.1.txt`.
 class HistoryFile : public HistoryStore {
 public:
     void append(const std::string& line) noexcept override;

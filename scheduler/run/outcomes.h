@@ -1,4 +1,3 @@
-// What the spider leaves behind in the registry when a run is over.
 #pragma once
 
 #include "scheduler/run/outcomesource.h"
@@ -8,19 +7,18 @@
 
 namespace scheduler {
 
-/// Under the local machine: the key that holds the outcome keys of all runs.
+/// Below HKEY_LOCAL_MACHINE; holds the outcome keys of all runs.
 inline const std::string outcomesKey = "SOFTWARE\\Brindlewood\\Corvane Scheduler\\";
 
-/// The key, below the local machine, in which the spider leaves "Result" (a text, empty when all went well)
-/// and "Error" (a number, 0 when all went well) of the run with this number.
+/// Below HKEY_LOCAL_MACHINE; the spider writes "Result" (text, empty on success) and "Error" (number, 0 on
+/// success).
 std::string outcomeKey(std::uint32_t runNumber);
 
-/// Reads outcomes from the registry and deletes their keys.
 class RegistryOutcomes : public OutcomeSource {
 public:
     RunOutcome take(std::uint32_t runNumber) override;
 
-    /// Deletes what runs have left that ended while no scheduler was there to read it.
+    /// Deletes the outcomes of runs that ended while the scheduler was not running.
     static void discardAll();
 };
 

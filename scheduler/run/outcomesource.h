@@ -1,4 +1,3 @@
-// How runs ended, as those see it who record it.
 #pragma once
 
 #include <cstdint>
@@ -6,18 +5,16 @@
 
 namespace scheduler {
 
-/// How a run ended.
 struct RunOutcome {
-    std::string resultText;      ///< what the list shows; empty when all went well
-    std::uint32_t errorCode = 0; ///< 0 = success
+    std::string resultText;      ///< shown in the list; empty on success
+    std::uint32_t errorCode = 0; ///< 0: success
 };
 
-/// What the spider leaves behind.
 class OutcomeSource {
 public:
     virtual ~OutcomeSource() = default;
 
-    /// Reads and deletes the outcome of the run with this number. A good outcome when there is none.
+    /// Reads and deletes the outcome that the spider left for a run. Success if there is none.
     virtual RunOutcome take(std::uint32_t runNumber) = 0;
 };
 

@@ -1,5 +1,3 @@
-// The history of the runs: a table as text, with one line for each finished run and each event of the
-// program.
 #pragma once
 
 #include "scheduler/model/schedulelist.h"
@@ -12,25 +10,24 @@
 
 namespace scheduler {
 
-/// Where the lines of the history are kept.
 class HistoryStore {
 public:
     virtual ~HistoryStore() = default;
 
-    /// A line that cannot be kept is lost, and nobody is told.
+    /// A line that cannot be stored is lost without notice.
     virtual void append(const std::string& line) noexcept = 0;
 };
 
-/// The names of the columns, separated by tabs as the texts in each line are.
+/// Column names, separated by tabs as in each line.
 inline constexpr std::string_view historyHeader = "Start\tEnd\tSeconds\tProject\tCause\tOutcome\tPath";
 
 enum class ProgramEvent { Started, Suspended, Resumed, NotRead, NotSaved, SessionEnd, Exited };
 
-/// Composes the lines. A line for which there is no memory is lost. The history ends with the program: its
-/// destructor notes the exit of a program whose start was noted.
+/// Writes a line for each finished run and each event of the program. If memory runs out, the line is lost.
+/// The destructor records the exit of a program whose start was recorded.
 class RunHistory : public RunListener {
 public:
-    /// `schedule` tells the names of followed entries. All three outlive the history.
+    /// `schedule` has the names of followed entries. All three must outlive this object.
     RunHistory(const ScheduleList& schedule, const base::Clock& clock, HistoryStore& store)
         : schedule_(schedule), clock_(clock), store_(store) {}
     RunHistory(const RunHistory&) = delete;
@@ -38,24 +35,23 @@ public:
     ~RunHistory() override;
 
     void onRunStarted(const ScheduledProject& entry, bool manual) noexcept override;
-    /// Told before the end of a run whose process could not be started.
+    /// Call before onRunFinished.
     void onProcessNotStarted(std::uint32_t runNumber, std::string_view reason) noexcept;
     void onRunFinished(const FinishedRun& run) noexcept override;
 
-    /// Adds a line with the path of the file that the event is about and why it happened, where that is
-    /// known.
+    /// Adds a line, with the file's path and the reason where these are known.
     void note(ProgramEvent event, const std::string& path = {}, const std::string& reason = {}) noexcept;
 
 private:
     struct StartedRun {
         std::string cause;
-        std::string startFailure; ///< why its process could not be started; empty when it was
+        std::string startFailure; ///< why its process could not be started; empty if it was
     };
 
     const ScheduleList& schedule_;
     const base::Clock& clock_;
     HistoryStore& store_;
-    std::map<std::uint32_t, StartedRun> runs_; ///< by run number, which later runs use again
+    std::map<std::uint32_t, StartedRun> runs_; ///< by run number; numbers are reused
     bool programStarted_ = false;
 };
 

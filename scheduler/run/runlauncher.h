@@ -1,4 +1,3 @@
-// What starts the processes of runs, as the engine sees it.
 #pragma once
 
 #include "scheduler/model/scheduledproject.h"
@@ -9,8 +8,8 @@ class RunLauncher {
 public:
     virtual ~RunLauncher() = default;
 
-    /// Starts the entry's run, whose end is reported later by its run number. False when no worker could be
-    /// started. May throw std::exception; nothing was started then.
+    /// Starts the entry's run; its end is reported later with the run number. False if no worker could be
+    /// started. Can throw std::exception; then nothing was started.
     [[nodiscard]] virtual bool launch(const ScheduledProject& entry) = 0;
 };
 

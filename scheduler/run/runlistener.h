@@ -1,4 +1,3 @@
-// The engine's view of an object that follows the runs.
 #pragma once
 
 #include "lib/base/dates.h"
@@ -8,30 +7,28 @@
 
 namespace scheduler {
 
-/// How a run came to its end.
 enum class RunEnd {
-    Reported,      ///< the worker has reported it
-    GaveUpWaiting, ///< it never began: another project was running for too long
-    SystemError,   ///< it never began: no worker could be started
+    Reported,      ///< by the worker
+    GaveUpWaiting, ///< not started: another project ran for too long
+    SystemError,   ///< not started: no worker
 };
 
 struct FinishedRun {
-    const ScheduledProject&
-        entry; ///< after the run: `lastRun` is the start of the run, `lastResult` its result
+    const ScheduledProject& entry; ///< `lastRun` and `lastResult` are those of this run
     base::TimeValue end;
-    std::uint32_t errorCode; ///< 0 = success
+    std::uint32_t errorCode; ///< 0: success
     RunEnd how;
 };
 
-/// Told of each run, except those of the test command. The run number ties its start to its end.
+/// Notified of each run, except those of the test command. The run number links its start and its end.
 class RunListener {
 public:
     virtual ~RunListener() = default;
 
-    /// Told once the entry is marked as running. A run whose end is ignored is never finished.
+    /// The entry is marked as running. A run whose end is ignored is never finished.
     virtual void onRunStarted(const ScheduledProject& entry, bool manual) noexcept = 0;
 
-    /// Told after the schedule is saved.
+    /// Called after the schedule is saved.
     virtual void onRunFinished(const FinishedRun& run) noexcept = 0;
 };
 

@@ -1,4 +1,3 @@
-// What running projects has to tell the user. The user interface decides how.
 #pragma once
 
 #include <string>
@@ -9,10 +8,10 @@ class UserMessages {
 public:
     virtual ~UserMessages() = default;
 
-    /// Something that the user asked for needs what is not installed: an error over the active window.
+    /// A requested action needs something that is not installed: an error over the active window.
     virtual void showError(const std::string& text) = 0;
 
-    /// Something that the user asked for did not happen: a plain message over the main window.
+    /// A requested action did not happen: a plain message over the main window.
     virtual void showNotice(const std::string& text) = 0;
 };
 

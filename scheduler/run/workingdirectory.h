@@ -1,4 +1,3 @@
-// Where a run's process works.
 #pragma once
 
 #include <string>
@@ -6,7 +5,7 @@
 
 namespace scheduler {
 
-/// The folder, with its separator, of the program that a command line names first; empty when it names none.
+/// The folder, with its separator, of the program that starts a command line; empty if it names none.
 std::string workingDirectoryOf(std::string_view commandLine);
 
 } // namespace scheduler
