@@ -1,6 +1,5 @@
-// Reads dates and times that a user typed or a file holds. Text is in the system's code page, in either case.
-// Unreadable text gives 0, missing parts read as 0, and numbers are clamped to 32 bits. The runtime rolls
-// over fields outside the calendar (25:61, 30 February).
+// Reads dates and times. Case is ignored; unreadable text gives 0. Missing parts read as 0, numbers are
+// clamped to 32 bits, and fields outside the calendar (25:61, 30 February) roll over.
 #pragma once
 
 #include "lib/base/dates.h"

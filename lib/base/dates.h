@@ -13,8 +13,7 @@ class TimeSpan {
 public:
     constexpr TimeSpan() = default;
 
-    /// n * 86400 seconds, with n clamped to 0..25000: to go back in time, subtract a span. 24856 days and
-    /// more wrap around.
+    /// n is clamped to 0..25000: to go back in time, subtract a span. 24856 days and more wrap around.
     static constexpr TimeSpan fromDays(std::int32_t n);
 
     /// Exact for s >= 0. Of a negative count, clamping keeps only the whole days.
@@ -52,13 +51,12 @@ public:
     constexpr TimeValue() = default;
     constexpr explicit TimeValue(std::int32_t seconds) : seconds_(seconds) {}
 
-    /// Means "will not happen". An ordinary value to this class.
+    /// Means "will not happen"; otherwise an ordinary value.
     static constexpr TimeValue never() { return TimeValue(0x7FFFFFFF); }
 
     static TimeValue now();
 
-    /// As the runtime's `mktime`: fields out of range roll over; isDst is 0, 1 or -1 (the runtime decides). 0
-    /// if the result cannot be represented.
+    /// As `mktime`: fields out of range roll over; isDst is 0, 1 or -1 (the runtime decides). 0 on failure.
     static TimeValue fromLocal(int year, int month, int day, int hour, int minute, int second, int isDst);
 
     /// Fields out of range roll over. 0 before 1970-01-01 00:00:00 and after 2038-01-19 03:14:07.
@@ -90,7 +88,6 @@ private:
     std::int32_t seconds_ = 0;
 };
 
-/// The source of the current time. Tests have their own.
 class Clock {
 public:
     virtual ~Clock() = default;

@@ -18,8 +18,8 @@ public:
     MappedFile(const MappedFile&) = delete;
     MappedFile& operator=(const MappedFile&) = delete;
 
-    /// Closes any open file first. False if a step fails or the file is empty. While it is open, others can
-    /// read the file but not write it.
+    /// Closes any open file first. False if a step fails or the file is empty. Others can read the file, not
+    /// write.
     [[nodiscard]] bool open(const std::string& path);
 
     void close();
@@ -36,10 +36,9 @@ private:
     std::uint32_t size_ = 0;
 };
 
-/// Overwrites a file. Child processes do not inherit the handle: until they end, nobody could read the file.
+/// Truncates and writes a file. Child processes do not inherit the handle, which would keep the file locked.
 class [[nodiscard]] WrittenFile {
 public:
-    /// Truncates the file.
     explicit WrittenFile(const std::string& path);
     ~WrittenFile() { static_cast<void>(close()); }
     WrittenFile(const WrittenFile&) = delete;
@@ -67,7 +66,6 @@ private:
 /// fails or `source` is empty. If the disk is full, `copy` keeps its content.
 [[nodiscard]] bool copyOver(const std::string& source, const std::string& copy);
 
-/// The pattern may have the wildcards "*" and "?".
 [[nodiscard]] bool anyFileMatches(const std::string& pattern);
 
 /// True for a file or folder whose attributes can be read.

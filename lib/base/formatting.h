@@ -10,8 +10,7 @@
 
 namespace base {
 
-/// `strftime` in local time, at most 127 characters, in the runtime's default (English) locale. Empty for
-/// time 0 and for a negative `t`.
+/// `strftime` in local time, in English, at most 127 characters. Empty for time 0 and for a negative `t`.
 std::string formatPattern(TimeValue t, const char* pattern);
 
 /// The signed number of days from `now` to `t`, as the relative phrases count them:

@@ -9,7 +9,6 @@ struct _SYSTEMTIME; // NOLINT(bugprone-reserved-identifier): SYSTEMTIME
 
 namespace base {
 
-/// By the rules of the system's ANSI code page.
 char lowerCase(char character);
 
 /// Local calendar fields of `t`, milliseconds 0; every field is 0 for a negative `t`.

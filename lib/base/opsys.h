@@ -21,7 +21,6 @@ HMODULE loadSystemLibrary(const std::string& name);
 /// Holds the mutex until the process ends. True if another instance already has it.
 [[nodiscard]] bool createInstanceMutex(const std::string& name);
 
-/// createInstanceMutex with the vendor's and the program's names.
 [[nodiscard]] bool isAnotherInstanceRunning();
 
 /// Empty if there is none or memory runs out.

@@ -15,7 +15,6 @@ std::string directoryOf(std::string_view path);
 /// After the file name's last dot, in lower case; empty if there is none.
 std::string extensionOf(std::string_view path);
 
-/// The file name without its extension.
 std::string baseNameOf(std::string_view path);
 
 /// Whether the path begins with a letter, a colon and a backslash.

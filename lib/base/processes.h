@@ -7,7 +7,6 @@
 
 namespace base {
 
-/// Result of runProcessAndWait if the process could not be started or waited for.
 inline constexpr std::uint32_t processFailed = 0xFFFFFFFF;
 
 /// Starts `commandLine` in `directory` (empty: the current one). The caller closes the handles in
@@ -22,8 +21,8 @@ inline constexpr std::uint32_t processFailed = 0xFFFFFFFF;
 
 /// Starts `commandLine` with the program's standard handles and waits until it ends or `timeoutMs`
 /// milliseconds have passed (INFINITE: no limit). Returns the exit code, STILL_ACTIVE (259) after a time-out,
-/// or processFailed, which can also be an exit code. If waiting fails, the process's handles stay open.
-/// `startError`, if given, receives the system's error code of a failed start, else 0.
+/// or processFailed, which can also be an exit code, if starting or waiting failed. A failed wait leaves the
+/// process's handles open. `startError`, if given, receives the error code of a failed start, else 0.
 std::uint32_t runProcessAndWait(const std::string& commandLine, int showCommand, const std::string& directory,
                                 std::uint32_t timeoutMs, std::uint32_t* startError = nullptr);
 

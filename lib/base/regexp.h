@@ -9,9 +9,8 @@ namespace base {
 
 enum class CaseRule { Sensitive, Insensitive };
 
-/// A compiled expression in extended POSIX syntax, leftmost-longest. Immutable, so every thread may use it.
-/// Matching throws std::runtime_error if nested repetitions, which the program does not use, make it too
-/// slow.
+/// A compiled extended POSIX expression, leftmost-longest. Immutable, so every thread may use it. Matching
+/// can throw std::runtime_error if repetitions are nested; the program's own expressions have none.
 class [[nodiscard]] Expression {
 public:
     /// The prefix "[c]" makes a pattern case-sensitive, "[i]" case-insensitive; without one `defaultRule`

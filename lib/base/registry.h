@@ -17,19 +17,16 @@ namespace base {
 /// As readString; empty on failure.
 std::string getString(HKEY root, const std::string& path);
 
-/// Reads a value of any type of up to 4 bytes; missing bytes are 0. False, `out` unchanged, if missing or
-/// larger.
+/// Reads up to 4 bytes of any type; missing bytes are 0. False, `out` unchanged, if missing or larger.
 [[nodiscard]] bool readNumber(HKEY root, const std::string& path, std::uint32_t& out);
 
-/// As readNumber; `fallback` on failure.
 std::uint32_t getNumber(HKEY root, const std::string& path, std::uint32_t fallback);
 
 /// Reads a REG_BINARY value. Fails as readString does.
 [[nodiscard]] bool readBinary(HKEY root, const std::string& path, std::string& out);
 
-// Writing creates a missing key.
+// Writing creates a missing key. Strings are written as REG_SZ without a terminating zero.
 
-/// Writes a REG_SZ without a terminating zero.
 [[nodiscard]] bool writeString(HKEY root, const std::string& path, std::string_view text);
 [[nodiscard]] bool writeNumber(HKEY root, const std::string& path, std::uint32_t value);
 [[nodiscard]] bool writeBinary(HKEY root, const std::string& path, std::string_view bytes);

@@ -17,12 +17,10 @@ public:
     HKEY root() const { return root_; }
     const std::string& path() const { return path_; }
 
-    /// Appends a backslash, unless the path is empty, and `name`.
+    /// Appends a backslash, unless the path is empty, and `name`. leave(name) removes both.
     void enter(std::string_view name);
-    /// Removes what enter(name) appended.
     void leave(std::string_view name);
 
-    // Values in the current path.
     [[nodiscard]] bool readNumber(const std::string& name, std::uint32_t& out);
     [[nodiscard]] bool readString(const std::string& name, std::string& out);
     [[nodiscard]] bool writeNumber(const std::string& name, std::uint32_t value);

@@ -1,4 +1,4 @@
-// Operations on 8-bit strings in the system's ANSI code page. Nothing here fails. `tolower` defines case.
+// 8-bit strings in the system's ANSI code page. Nothing here fails. The runtime's `tolower` defines case.
 #pragma once
 
 #include <cstddef>
@@ -17,17 +17,14 @@ inline constexpr std::uint32_t notFound = 0xFFFFFFFF;
 /// English letters only, in either case.
 [[nodiscard]] bool isLetter(char character);
 
-/// Removes the characters of `set` at both ends.
 std::string trim(std::string_view text, std::string_view set);
 
 void trimRight(std::string& text, std::string_view set);
 
 void trimLeft(std::string& text, std::string_view set);
 
-/// By the rules of the system's code page.
 void toLower(std::string& text);
 
-/// Negative, 0 or positive; a prefix sorts first.
 int compareNoCase(std::string_view a, std::string_view b);
 
 [[nodiscard]] bool startsWithNoCase(std::string_view text, std::string_view prefix);
@@ -42,12 +39,10 @@ std::uint32_t findNoCase(std::string_view text, std::string_view what, std::uint
 /// (in a base above 10 also letters) up to another character. 0 without digits; wraps around if too large.
 std::int64_t toInteger(std::string_view text, int base);
 
-/// Overwrites the first `count` characters and lengthens a shorter text to `count`. A longer text keeps its
-/// tail.
+/// Overwrites the first `count` characters, lengthening a shorter text. A longer text keeps its tail.
 void fill(std::string& text, std::size_t count, char character);
 
-/// Piece `n`, from 0, of `text` split at each `separator`; empty between adjacent separators or if there is
-/// none.
+/// Piece `n`, from 0, of `text` split at each `separator`; empty if there is none.
 std::string pieceAt(std::string_view text, std::size_t n, char separator);
 
 } // namespace base

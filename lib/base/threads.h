@@ -37,12 +37,10 @@ private:
     std::size_t next_ = 0;
 };
 
-/// A buffer of the calling thread's ring, valid until the thread requests 16 more. Threads that startThread
-/// did not start share the main thread's ring, without a lock. If no thread-local slot was free at the start,
-/// all do.
+/// A buffer of the calling thread's ring. Threads that startThread did not start share the main thread's
+/// ring, without a lock; so do all threads if no thread-local slot was free at the program's start.
 void* scratchBuffer(std::size_t size);
 
-/// Allocations of all rings so far.
 std::uint32_t scratchAllocationCount();
 
 } // namespace base

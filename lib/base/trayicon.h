@@ -13,11 +13,9 @@ namespace base {
 /// The icon's message to its window; lParam is the mouse message.
 inline constexpr UINT WM_TRAY_NOTIFY = WM_APP + 100;
 
-/// Shows the icon with at most 63 characters of `tip`. False if there is no window, the icon cannot be loaded
-/// or the shell refuses. Icons are cached.
+/// Shows at most 63 characters of `tip`. False if there is no window, no such icon or the shell refuses.
 [[nodiscard]] bool addTrayIcon(HWND window, std::uint16_t iconResource, const std::string& tip);
 
-/// Fails as addTrayIcon does.
 [[nodiscard]] bool modifyTrayIcon(HWND window, std::uint16_t iconResource, const std::string& tip);
 
 [[nodiscard]] bool removeTrayIcon(HWND window);

@@ -1,4 +1,3 @@
-// English phrases that describe an entry.
 #pragma once
 
 #include "scheduler/model/nextrun.h"
@@ -28,8 +27,8 @@ std::string describeNextRun(const ScheduledProject& entry, const ScheduleList& s
 std::string describeLastRun(const ScheduledProject& entry, base::TimeValue now);
 std::string describeLastRun(const ScheduledProject& entry, const base::Clock& clock);
 
-/// Until when phrases made at `now` are valid if the entry does not change: later than `now`, by at most 15
-/// minutes. Cheaper than making the phrases, because it needs no calendar.
+/// Until when phrases made at `now` are valid if the entry does not change: later than `now`, by 15 minutes
+/// at most. Faster than making the phrases, because it needs no calendar.
 base::TimeValue phrasesHoldUntil(const ScheduledProject& entry, base::TimeValue now);
 
 } // namespace scheduler

@@ -7,7 +7,6 @@
 
 namespace scheduler {
 
-/// The engine's state that next runs and descriptions depend on.
 struct EngineState {
     /// True only during the first evaluation of the schedule after a start at log-on.
     bool startupFlag = false;
@@ -16,19 +15,18 @@ struct EngineState {
 
 /// When the entry is next due: TimeValue() is at once, TimeValue::never() not at all. An entry that follows
 /// another gets never: the engine sets its time when the other one has finished. Daily and monthly rules also
-/// read the clock. A day is always 86400 seconds, on purpose: across a change to or from daylight saving
-/// time, a daily or monthly run is an hour off.
+/// read the clock. Days have 86400 seconds, on purpose: across a daylight saving change, a daily or monthly
+/// run is an hour off.
 base::TimeValue computeNextRun(const EngineState& state, const ScheduledProject& entry, base::TimeValue now,
                                const base::Clock& clock);
 
-/// Computes next runs for one moment. Caches the clock's time and calendar conversions, which are slow.
+/// Computes next runs for one moment. Caches the clock's time and its calendar conversions, which are slow.
 class NextRuns {
 public:
     /// The clock must outlive this object.
     NextRuns(const EngineState& state, base::TimeValue now, const base::Clock& clock)
         : state_(state), now_(now), clock_(clock) {}
 
-    /// As computeNextRun.
     base::TimeValue of(const ScheduledProject& entry);
 
 private:
@@ -38,13 +36,12 @@ private:
 
     /// The clock's local date and time; now_ can differ.
     const base::LocalTime& date();
-    /// Computes `start` from the clock's date on first use.
     base::TimeValue filled(std::optional<base::TimeValue>& start,
                            base::TimeValue (*startOf)(const base::LocalTime&));
 
     struct Hour {
         base::TimeValue start;
-        int minute; ///< of now_
+        int minute;
     };
 
     EngineState state_;
@@ -57,14 +54,13 @@ private:
     std::optional<base::TimeValue> nextMonth_;
 };
 
-/// Since local midnight; 0 if `t` is negative.
+/// Seconds since local midnight; 0 if `t` is negative.
 base::TimeSpan timeOfDay(base::TimeValue t);
 
 base::TimeValue localMidnight(base::TimeValue t);
 
 base::TimeValue hourStart(base::TimeValue t);
 
-/// Day 1 at 00:00:00 of the clock's local month.
 base::TimeValue monthStart(const base::Clock& clock);
 
 base::TimeValue nextMonthStart(const base::Clock& clock);

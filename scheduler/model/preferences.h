@@ -11,7 +11,7 @@ namespace scheduler {
 
 struct Preferences : RunPolicy {
     base::WindowState windowState{}; ///< only the window framework knows its layout
-    bool autostart = true;           ///< the program starts at log-on
+    bool autostart = true;
 };
 
 inline const std::string stateSection = "State";
@@ -22,7 +22,6 @@ base::RegistryStore appRegistryKey(const std::string& section);
 /// A missing setting keeps its value in `preferences`. True only if every read succeeded.
 [[nodiscard]] bool loadPreferences(base::RegistryStore& store, Preferences& preferences);
 
-/// True only if every write succeeded.
 [[nodiscard]] bool savePreferences(base::RegistryStore& store, const Preferences& preferences);
 
 /// Saves to the registry. A failure is ignored: the next save tries again.

@@ -50,9 +50,9 @@ struct ScheduledProject {
     std::uint8_t disabled = 0;
     std::uint8_t running = 0;
     base::TimeValue waitingSince; ///< since when a due entry waits for another project; 0: not waiting
-    base::TimeValue runStart;     ///< of the run in progress
-    std::int32_t runNumber = 0;   ///< links the run in progress to its end notice and its outcome
-    base::TimeValue nextRun;      ///< 0: at once; TimeValue::never(): not at all
+    base::TimeValue runStart;
+    std::int32_t runNumber = 0; ///< links the run in progress to its end notice and its outcome
+    base::TimeValue nextRun;    ///< 0: at once; TimeValue::never(): not at all
     std::uint32_t retryLimit = 0;
     std::uint32_t retriesDone = 0;
     std::int32_t retryIntervalMinutes = 15;
@@ -60,7 +60,7 @@ struct ScheduledProject {
     friend bool operator==(const ScheduledProject&, const ScheduledProject&) = default;
 };
 
-/// Starts a `path` that is a command line. Case-sensitive.
+/// Begins a `path` that is a command line. Case-sensitive.
 inline constexpr std::string_view commandLinePrefix = "run:";
 
 [[nodiscard]] inline bool isCommandLine(std::string_view path) {

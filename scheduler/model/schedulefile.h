@@ -17,7 +17,6 @@ std::string schedulePath();
 /// As decodeSchedule. A missing or empty file is a failure that leaves `list` unchanged.
 [[nodiscard]] bool loadSchedule(ScheduleList& list, std::uint32_t expectedMagic);
 
-/// Notified of what the list does not show.
 class ScheduleFileListener {
 public:
     virtual ~ScheduleFileListener() = default;
@@ -29,10 +28,9 @@ public:
     virtual void onSaveFailed(const std::string& path, const std::string& reason) = 0;
 };
 
-/// Loads and saves at schedulePath(). Copies a file, for the user, before overwriting it. A failed copy does
-/// not stop the save.
-/// - `schedule.bak`: a schedule that this process loaded or wrote completely; while `schedule.damaged`
-/// exists, only one with entries
+/// Loads and saves at schedulePath(). Before overwriting a file it keeps a copy for the user, if it can:
+/// - `schedule.bak`: a schedule that was loaded or written completely; only one with entries while there is a
+/// `schedule.damaged`
 /// - `schedule.damaged`: a file that could not be loaded; replaces an earlier one
 class ScheduleFile : public ScheduleStore {
 public:
@@ -49,7 +47,7 @@ private:
 
     ScheduleFileListener& listener_;
     const char* copyExtension_ = nullptr; ///< for the copy to make before the next save; null: none
-    bool failing_ = false;                ///< the last save failed and the listener was notified
+    bool failing_ = false;
 };
 
 } // namespace scheduler

@@ -9,20 +9,20 @@
 
 namespace scheduler {
 
-/// Notified in the order of registration. Not owned; must be removed before it is destroyed. Notices come
-/// after the fact: they must not fail or allocate.
+/// Notified in the order of registration. Not owned; must be removed before it is destroyed. Notices must not
+/// fail or allocate, because the change has already happened.
 class ScheduleObserver {
 public:
     virtual ~ScheduleObserver() = default;
 
-    /// The schedule will hold `count` entries: allocate now what later notices need. On std::bad_alloc
-    /// nothing is inserted.
+    /// The schedule will hold `count` entries: allocate what later notices need. If that throws, nothing is
+    /// inserted.
     virtual void makeRoom(std::size_t /*count*/) {}
 
-    // Called at once when positions change, so that data per position stays in step.
+    // Called as soon as positions change, so that data stored by position stays correct.
 
-    /// Entries after `position` moved up by one. `isLast`: there are none.
-    virtual void onEntryInserted(std::size_t /*position*/, bool /*becameLast*/) {}
+    /// The entries after `position` moved up by one; `isLast` if there are none.
+    virtual void onEntryInserted(std::size_t /*position*/, bool /*isLast*/) {}
 
     /// Entries 0 to count - 1 are new.
     virtual void onEntriesLoaded(std::size_t /*count*/) {}
@@ -32,8 +32,7 @@ public:
 
     virtual void onCleared() {}
 
-    /// The schedule has changed and is consistent. Called after each change, or once at the end of a
-    /// ScheduleBatch.
+    /// The schedule is consistent again. Called after each change, or once at the end of a ScheduleBatch.
     virtual void onScheduleChanged() {}
 };
 
@@ -109,7 +108,6 @@ public:
     ScheduleBatch& operator=(const ScheduleBatch&) = delete;
     ~ScheduleBatch();
 
-    /// Since the outermost batch began.
     bool hasChanges() const { return list_.changedInBatch_; }
 
 private:

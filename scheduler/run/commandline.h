@@ -12,7 +12,7 @@ struct SpiderCommand {
     std::string arguments; ///< with the blank before them; usually empty
 };
 
-/// Splits after the closing quote. Without a quote at the start, the whole text is the program's path.
+/// Splits after the closing quote. Text without a quote at its start is the program's path as a whole.
 SpiderCommand splitAssociation(std::string_view association);
 
 /// The command line of a run; `association` is the registered command for the project's file type.

@@ -1,5 +1,4 @@
-// Phone-book entries of the remote-access service, for the schedule editor. Only the spider dials and hangs
-// up.
+// Phone-book entries of the remote-access service, for the schedule editor. Only the spider dials.
 #pragma once
 
 #include <windows.h>
@@ -22,10 +21,9 @@ using EnumerateEntries = std::function<DWORD(const char* reserved, const char* p
 
 class DialupConnector {
 public:
-    /// GetProcAddress or a substitute.
     using FindEntryPoint = std::function<FARPROC(HMODULE library, const char* name)>;
 
-    /// Created by the first call. Later changes to the phone book are not seen. For the user-interface
+    /// Created by the first call; later changes to the phone book are not seen. For the user-interface
     /// thread.
     static const DialupConnector& instance();
 
@@ -35,7 +33,6 @@ public:
     /// Whether the service exists with all functions that dialling needs.
     bool available() const { return available_; }
 
-    /// Empty if the service is not available.
     const std::vector<std::string>& entries() const { return entries_; }
 
 private:

@@ -53,7 +53,6 @@ public:
     SchedulerEngine& operator=(const SchedulerEngine&) = delete;
     ~SchedulerEngine() override;
 
-    /// True during the first evaluation of the schedule after a start at log-on.
     void setStartupFlag(bool flag) { startupFlag_ = flag; }
     EngineState state() const;
 
@@ -64,15 +63,13 @@ public:
     TickResult onTimer(base::TimeValue now);
 
     /// Visits each entry once, in order, and starts it if it is due. If entries may run in parallel, a tick
-    /// that takes 30 ms returns unfinished; the next call continues with the next entry and the original
-    /// `now`.
+    /// of 30 ms returns unfinished; the next call continues at the next entry, with the original `now`.
     TickResult tick(base::TimeValue now);
 
     /// For trying out a schedule: marks due entries as running, even while suspended, but starts no process.
     /// The entries stay marked until the program restarts. Never unfinished.
     void testTick();
 
-    /// Whether the entry is enabled, not running and its next run has been reached.
     bool isDue(std::size_t position, base::TimeValue now) const { return isDueAt(entries_[position], now); }
 
     bool anyRunning() const;
@@ -101,7 +98,7 @@ private:
     }
 
     struct PlaceInTick {
-        base::TimeValue now; ///< when the tick began
+        base::TimeValue now;
         std::size_t next;
     };
 
@@ -127,9 +124,8 @@ private:
     RunPolicy& policy_;
     EngineServices services_;
     bool startupFlag_ = false;
-    std::optional<PlaceInTick> unfinished_; ///< the tick to continue
-    mutable std::size_t lastSeenRunning_ =
-        0; // where anyRunning looks first; can be out of date or out of range
+    std::optional<PlaceInTick> unfinished_;
+    mutable std::size_t lastSeenRunning_ = 0; // where anyRunning looks first; can be out of range
 };
 
 } // namespace scheduler

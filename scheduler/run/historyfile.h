@@ -6,8 +6,7 @@
 
 namespace scheduler {
 
-/// Writes to `history.txt` in the program's folder for local data. A file that would exceed 1 MB is first
-/// renamed to `history.1.txt`.
+/// Writes `history.txt` in the program's folder for local data. At 1 MB, renames it to `history.1.txt`.
 class HistoryFile : public HistoryStore {
 public:
     void append(const std::string& line) noexcept override;

@@ -10,8 +10,7 @@ namespace scheduler {
 /// Below HKEY_LOCAL_MACHINE; holds the outcome keys of all runs.
 inline const std::string outcomesKey = "SOFTWARE\\Brindlewood\\Corvane Scheduler\\";
 
-/// Below HKEY_LOCAL_MACHINE; the spider writes "Result" (text, empty on success) and "Error" (number, 0 on
-/// success).
+/// Below HKEY_LOCAL_MACHINE; has the run's "Result" (text, empty on success) and "Error" (0 on success).
 std::string outcomeKey(std::uint32_t runNumber);
 
 class RegistryOutcomes : public OutcomeSource {

@@ -7,8 +7,7 @@
 
 namespace scheduler {
 
-/// composeCommandLine with the registered association. Without one the program path is empty and starting
-/// fails.
+/// composeCommandLine with the registered association. Starting the line fails if there is none.
 std::string buildCommandLine(const ScheduledProject& entry);
 
 /// Whether the program exists. `commandPath` can have wildcards and surrounding white space.

@@ -8,7 +8,7 @@
 namespace scheduler {
 
 enum class RunEnd {
-    Reported,      ///< by the worker
+    Reported,
     GaveUpWaiting, ///< not started: another project ran for too long
     SystemError,   ///< not started: no worker
 };
@@ -16,7 +16,7 @@ enum class RunEnd {
 struct FinishedRun {
     const ScheduledProject& entry; ///< `lastRun` and `lastResult` are those of this run
     base::TimeValue end;
-    std::uint32_t errorCode; ///< 0: success
+    std::uint32_t errorCode;
     RunEnd how;
 };
 

@@ -9,8 +9,7 @@ namespace scheduler {
 /// Posted when a run's process has ended. wParam: run number; lParam: 0.
 inline constexpr UINT WM_RUN_FINISHED = WM_USER + 1;
 
-/// Posted before WM_RUN_FINISHED if the process could not be started. wParam: run number; lParam: the
-/// system's error code.
+/// Posted before WM_RUN_FINISHED if the process did not start. wParam: run number; lParam: error code.
 inline constexpr UINT WM_RUN_NOT_STARTED = WM_APP + 1;
 
 /// Runs each process on a worker thread, which waits for its end and reports to one window.
