@@ -18,13 +18,13 @@ constexpr std::string_view monthNames = "janfebmaraprmayjunjulaugsepoctnovdec";
 constexpr std::size_t monthNameLength = 3;
 constexpr int monthCount = 12;
 
-/// Stands for a word that names no month; above every month, so that the tolerant layout reads it as a day.
+/// No month has this name. Above every month, so that parseFreeDate() can read a day first.
 constexpr int noMonth = monthCount + 1;
 
-// Set by sources that register before this file's own variables are initialised.
+// Constant-initialised: other sources register before this file's dynamic initialisation.
 constinit TimeValue latestBuild;
 
-// Compiled when first needed: sources register before the entry point, in any order.
+// Compiled on first use, because sources register before the entry point, in any order.
 
 const Expression& blankOrComma() {
     static const Expression expression(R"([, ]+)");
@@ -52,7 +52,7 @@ const Expression& anySeparator() {
 }
 
 int toNumber(const std::string& text) {
-    // As wide as the target's `long`, wherever the runtime's is wider.
+    // Clamped to the target's 32-bit `long`, also where `long` is wider.
     using Limits = std::numeric_limits<std::int32_t>;
     return static_cast<int>(
         std::clamp<long>(std::strtol(text.c_str(), nullptr, 10), Limits::min(), Limits::max()));
@@ -66,7 +66,7 @@ std::string_view monthName(int month) {
     return monthNames.substr(static_cast<std::size_t>(month - 1) * monthNameLength, monthNameLength);
 }
 
-/// The month with whose name the word begins, or noMonth.
+/// The month that the word's first three letters name, or noMonth.
 int monthBeginning(std::string_view word) {
     for (int month = 1; month <= monthCount; ++month)
         if (startsWithNoCase(word, monthName(month)))
@@ -74,7 +74,7 @@ int monthBeginning(std::string_view word) {
     return noMonth;
 }
 
-/// The month whose three letters the word is, or 0.
+/// The month with this three-letter name, or 0.
 int monthNamed(std::string_view word) {
     for (int month = 1; month <= monthCount; ++month)
         if (compareNoCase(word, monthName(month)) == 0)
@@ -86,14 +86,14 @@ bool contains(std::string_view text, std::string_view word) {
     return findNoCase(text, word) != notFound;
 }
 
-/// The year that a header means: 94 is 1994, 69 is 2069.
+/// 94 is 1994, 69 is 2069.
 int widenedHeaderYear(int year) {
     if (year >= 100)
         return year;
     return year + 1900 >= 1970 ? year + 1900 : year + 2000;
 }
 
-/// The year that a user means: 70 is 1970, 69 is 2069.
+/// 70 is 1970, 69 is 2069.
 int widenedUserYear(int year) {
     if (year < 70)
         return year + 2000;
@@ -128,14 +128,14 @@ TimeValue parseInternetDate(std::string_view text) {
     const int second = numberAt(trimmed, 6, blankColonOrDash());
     if (endsWithNoCase(trimmed, "gmt") || endsWithNoCase(trimmed, "utc"))
         return TimeValue::fromUtc(year, month, day, hour, minute, second);
-    // Standard time even in summer, unlike in the other layouts.
+    // Standard time even in summer, unlike the other layouts.
     return TimeValue::fromLocal(year, month, day, hour, minute, second, 0);
 }
 
 TimeValue parseAsctimeDate(std::string_view text) {
     const std::string trimmed = trim(text, whitespace);
-    // Single blanks separate here, so the empty piece before a one-digit day that the runtime padded reads as
-    // day 0 and fails. The day has no upper limit: that is how "23 jul 2005" comes to fit this layout.
+    // asctime pads a one-digit day with a second blank: the empty piece before it reads as day 0 and fails.
+    // The day has no upper limit, so "23 jul 2005" matches this layout.
     const int day = toNumber(pieceAt(trimmed, 2, ' '));
     if (day == 0)
         return {};
@@ -159,8 +159,8 @@ TimeValue parseFreeDate(std::string_view text) {
     int day = toNumber(second);
     if (month > monthCount && day <= monthCount)
         std::swap(month, day);
-    // A day before its month's name was swapped with the 0 that the name reads as. Only the three letters
-    // count here: "23 july 2005" is no date, and "5 january 2005", not swapped, is day 0 of May.
+    // A day before the month's name was swapped with the 0 that the name reads as. Only the three-letter name
+    // counts here: "23 july 2005" is no date, and "5 january 2005", not swapped, is day 0 of May.
     if (month == 0)
         month = monthNamed(second);
     const int year = widenedUserYear(numberAt(trimmed, 2, anySeparator()));
@@ -171,7 +171,7 @@ TimeValue parseFreeDate(std::string_view text) {
         hour += 12;
     else if (hour == 12 && (contains(trimmed, "am") || contains(trimmed, "a.m")))
         hour = 0;
-    // The day has no lower limit: day 0 is the last one of the month before.
+    // Day 0 is allowed: it is the last day of the previous month.
     if (month < 1 || month > monthCount || day > 31 || year < 1970 || year > 2038)
         return {};
     return TimeValue::fromLocal(year, month, day, hour, minute, seconds, -1);
@@ -188,7 +188,7 @@ TimeSpan parseTimeOfDay(std::string_view text) {
         number = toNumber(std::string(begin, rest));
     }
     auto [hour, minute, second] = numbers;
-    // Written without a separator: 1730 is 17:30. So is 25, as 0:25.
+    // Without a separator, 1730 is 17:30, and 25 is 0:25.
     if (hour > 24) {
         second = minute;
         minute = hour % 100;

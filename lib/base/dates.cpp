@@ -14,7 +14,7 @@ constexpr bool fits(std::int64_t t) {
     return t >= std::numeric_limits<std::int32_t>::min() && t <= std::numeric_limits<std::int32_t>::max();
 }
 
-/// Seconds west of UTC of the zone's standard time.
+/// The zone's standard time, in seconds west of UTC.
 std::int32_t standardOffset() {
 #ifdef _WIN32
     _tzset();
@@ -25,7 +25,7 @@ std::int32_t standardOffset() {
 #endif
 }
 
-/// What the runtime makes of local fields; nothing when they are beyond it or beyond 32 bits.
+/// The result of mktime; nothing if it fails or exceeds 32 bits.
 std::optional<std::int32_t> secondsFromLocal(int year, int month, int day, int hour, int minute, int second,
                                              int isDst) {
     std::tm fields{};
@@ -68,14 +68,15 @@ TimeValue TimeValue::fromLocal(int year, int month, int day, int hour, int minut
 }
 
 TimeValue TimeValue::fromUtc(int year, int month, int day, int hour, int minute, int second) {
-    // At an end of the range the fields may be no local time; then those of the day before or after are.
+    // At the ends of the range these fields can be invalid as local time, but are valid a day earlier or
+    // later.
     for (const int shift : {0, 1, -1}) {
-        // Without daylight saving mktime reads the fields as local standard time.
+        // Without daylight saving time, mktime reads the fields as local standard time.
         const auto standard =
             secondsFromLocal(year, month, detail::wrappingAdd(day, shift), hour, minute, second, 0);
         if (!standard)
             continue;
-        // Plain signed seconds: a span would drop the offset of a zone east of Greenwich.
+        // Signed seconds: a TimeSpan would lose the offset of a zone east of Greenwich.
         const std::int64_t t = std::int64_t{*standard} - std::int64_t{shift} * 86400 - standardOffset();
         return t >= 0 && fits(t) ? TimeValue(static_cast<std::int32_t>(t)) : TimeValue();
     }

@@ -29,8 +29,7 @@ std::FILE* openForWriting(const std::string& path) {
     return file;
 }
 
-/// The platform's error of the runtime library's last call. The platform reports no error when the disk has
-/// room for only a part of the bytes.
+/// The system's error code of the last runtime call. It is 0 if the disk had room for only part of the data.
 std::uint32_t runtimeError() {
     return _doserrno != 0 ? _doserrno : ERROR_DISK_FULL;
 }
@@ -93,7 +92,7 @@ WrittenFile::WrittenFile(const std::string& path) {
 }
 
 bool WrittenFile::write(std::span<const std::byte> bytes) {
-    // What is empty may lie at a null address, which the runtime library must not be given.
+    // An empty span can have a null address, which fwrite must not get.
     return stream_ && (bytes.empty() || attempt([&] {
                            return std::fwrite(bytes.data(), 1, bytes.size(), stream_) == bytes.size();
                        }));
@@ -103,7 +102,7 @@ bool WrittenFile::close() {
     std::FILE* const stream = std::exchange(stream_, nullptr);
     if (!stream)
         return false;
-    // Not every platform's close tells when what is written last, by the close itself, finds no room.
+    // Not on every platform does fclose report that the last data found no room.
     const bool flushed = attempt([stream] { return std::fflush(stream) == 0; });
     return attempt([stream] { return std::fclose(stream) == 0; }) && flushed;
 }
@@ -118,7 +117,7 @@ bool copyOver(const std::string& source, const std::string& copy) {
         return false;
     const DWORD size = GetFileSize(file.get(), nullptr);
     const DWORD overwritten = std::min<DWORD>(size, present.size());
-    // Growth first: the rest then needs no room.
+    // Grow first: overwriting the rest then needs no more room.
     if (!writeAt(file, overwritten, present.bytes().subspan(overwritten))) {
         static_cast<void>(cutAt(file, size));
         return false;
@@ -146,7 +145,7 @@ std::string windowsDirectory() {
         directory.resize(length + 1);
         length = ask();
     }
-    // Longer again than it has just said: the platform does not tell.
+    // Longer than the size just reported: treated as a failure.
     directory.resize(length < directory.size() ? length : 0);
     if (!directory.empty() && !directory.ends_with('\\'))
         directory += '\\';

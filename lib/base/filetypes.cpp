@@ -19,7 +19,7 @@ std::string fileTypeOf(const std::string& fileName) {
 }
 
 std::string associatedCommand(const std::string& fileName, const std::string& verb) {
-    // The backslash at the end names the command key's default value.
+    // The backslash at the end selects the command key's default value.
     const std::string path = fileTypeOf(fileName) + "\\shell\\" + verb + "\\command\\";
     return withoutPlaceholders(getString(HKEY_CLASSES_ROOT, path));
 }

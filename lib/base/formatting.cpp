@@ -16,12 +16,12 @@ namespace {
 
 [[maybe_unused]] const bool registered = registerSourceFile(__FILE__, RELEASE_DATE);
 
-/// relativeDay() of a time whose day of the month is known.
+/// As relativeDay(), for a known day of the month.
 int daysUntil(TimeValue t, int dayOfMonth, TimeValue now) {
-    // The remainder is meant: a year ahead on the same day of the month counts as today.
+    // On purpose: the same day of the month a year ahead counts as today.
     const int days = secondsBetween(t, now) / 86400 % 365;
-    // A negative number of days adds nothing: for times that are past the probe is now itself, which makes -2
-    // of what is between 24 and 48 hours ago, so that "yesterday" is said of the last 24 hours only.
+    // fromDays clamps a negative count to 0, so for a past time the probe is `now`. A time 24 to 48 hours ago
+    // gets -2, and "yesterday" means the last 24 hours only.
     const TimeValue probe = now + TimeSpan::fromDays(days);
     if (probe.day() == dayOfMonth)
         return days;
@@ -63,7 +63,7 @@ std::string formatRelative(TimeValue t, TimeValue now) {
 
 namespace {
 
-/// Widths come from the pattern: a sum that wrapped around would ask for too little.
+/// The pattern sets the widths: a sum that wrapped around would reserve too little.
 std::size_t saturatingAdd(std::size_t a, std::size_t b) {
     return b > std::numeric_limits<std::size_t>::max() - a ? std::numeric_limits<std::size_t>::max() : a + b;
 }
@@ -81,8 +81,7 @@ std::size_t estimateFormattedLength(const char* pattern, std::size_t textsLength
             ++position;
             continue;
         }
-        // Nearly every conversion is a bare "%s": looking for a width that is not there would take most of
-        // the time.
+        // Nearly every conversion is a bare "%s": looking for a width would take most of the time.
         long width = 0;
         if (*position != 's') {
             position += std::strspn(position, " 0.#+-%");

@@ -13,7 +13,7 @@ namespace {
 
 using LocaleText = std::array<char, 128>;
 
-/// `count` is what the platform answers: the terminating zero is counted, 0 is a failure.
+/// `count` is the platform's result: it includes the terminating zero, and 0 is a failure.
 std::string textOf(const LocaleText& buffer, int count) {
     return count > 0 ? std::string(buffer.data(), static_cast<std::size_t>(count - 1)) : std::string();
 }
@@ -21,7 +21,7 @@ std::string textOf(const LocaleText& buffer, int count) {
 } // namespace
 
 char lowerCase(char character) {
-    // A "pointer" below 0x10000 is a single character to the platform, which answers in the same form.
+    // A "pointer" below 0x10000 is a single character; the platform returns the result in the same form.
     const auto code = static_cast<UINT_PTR>(static_cast<unsigned char>(character));
     return static_cast<char>(reinterpret_cast<UINT_PTR>(CharLowerA(reinterpret_cast<LPSTR>(code))));
 }

@@ -17,7 +17,7 @@ namespace {
 constexpr std::string_view lineBreak = "\r\n";
 
 FileHandle openToAppend(const std::string& path) {
-    // Shared with everyone: a reader or an editor of the file is not disturbed.
+    // All sharing is allowed, so that readers and editors of the file are not disturbed.
     constexpr DWORD sharing = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
     return FileHandle(CreateFileA(path.c_str(), GENERIC_READ | FILE_APPEND_DATA, sharing, nullptr,
                                   OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
@@ -41,7 +41,7 @@ bool endsWithLineBreak(HANDLE file) {
     return ReadFile(file, &last, 1, &read, nullptr) && last == lineBreak.back();
 }
 
-/// What to append to a file of this size.
+/// The text to append to a file of `size` bytes.
 std::string textFor(HANDLE file, DWORD size, const std::string& header, std::string_view line) {
     std::string text;
     if (size == 0)

@@ -22,7 +22,7 @@ namespace {
 } // namespace
 
 void startComponentLibrary() {
-    if (SUCCEEDED(CoInitialize(nullptr))) // closing what was not opened is an error
+    if (SUCCEEDED(CoInitialize(nullptr))) // only a success must be followed by CoUninitialize
         std::atexit([] { CoUninitialize(); });
 }
 
@@ -48,14 +48,13 @@ HMODULE loadSystemLibrary(const std::string& name) {
     const UINT length = GetSystemDirectoryA(folder.data(), static_cast<UINT>(folder.size()));
     if (length == 0 || length >= folder.size())
         return nullptr;
-    // By its full path: the flag that stands for the system's folder alone is not known to a Windows 7
-    // without its updates.
+    // By its full path: a Windows 7 without updates does not support LOAD_LIBRARY_SEARCH_SYSTEM32.
     const std::string path = folder.data() + ('\\' + name);
     return LoadLibraryExA(path.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
 }
 
 bool createInstanceMutex(const std::string& name) {
-    // Never closed: the mutex stands for this process and ends with it.
+    // Never closed: the mutex exists until the process ends.
     return CreateMutexA(nullptr, TRUE, name.c_str()) && GetLastError() == ERROR_ALREADY_EXISTS;
 }
 
@@ -73,7 +72,7 @@ std::string windowText(HWND window) {
     } catch (const std::exception&) {
         return {};
     }
-    // The string's own terminating zero is the room for the platform's.
+    // The string has room for the terminating zero.
     GetWindowTextA(window, text.data(), length + 1);
     return text;
 }

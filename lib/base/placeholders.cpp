@@ -18,7 +18,7 @@ std::string withoutPlaceholders(std::string_view command) {
     const std::string given = placeholder.removeFrom(command);
     constexpr std::string_view emptyQuotes = "\"\"";
     std::string rest;
-    // One pass: cutting each pair out of the text would move all that follows it as often as there are pairs.
+    // One pass: erasing each pair in place would take quadratic time.
     for (std::size_t at = 0; at < given.size();) {
         const std::size_t pair = std::min(given.find(emptyQuotes, at), given.size());
         rest.append(given, at, pair - at);

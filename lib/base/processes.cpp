@@ -20,8 +20,7 @@ STARTUPINFOA startupInfoFor(int showCommand) {
     return info;
 }
 
-/// Gives the new process the program's own standard handles, as far as there are any. A hidden process keeps
-/// its output to itself.
+/// Passes on the program's standard handles, if it has any. The output of a hidden process is not passed on.
 void passStandardHandles(STARTUPINFOA& info, int showCommand) {
     const HANDLE input = GetStdHandle(STD_INPUT_HANDLE);
     const HANDLE output = GetStdHandle(STD_OUTPUT_HANDLE);
@@ -40,7 +39,7 @@ void passStandardHandles(STARTUPINFOA& info, int showCommand) {
 
 bool createProcess(const std::string& commandLine, STARTUPINFOA& startupInfo,
                    PROCESS_INFORMATION& processInfo, const std::string& directory, bool inheritHandles) {
-    std::string line = commandLine; // the platform wants one that it may write to
+    std::string line = commandLine; // CreateProcessA may write to it
     return CreateProcessA(nullptr, line.data(), nullptr, nullptr, inheritHandles, 0, nullptr,
                           directory.empty() ? nullptr : directory.c_str(), &startupInfo, &processInfo) ||
            GetLastError() == ERROR_SUCCESS;
@@ -68,8 +67,7 @@ std::uint32_t runProcessAndWait(const std::string& commandLine, int showCommand,
     KernelHandle process(processInfo.hProcess);
     KernelHandle thread(processInfo.hThread);
     if (WaitForSingleObject(process.get(), timeoutMs) == WAIT_FAILED) {
-        // Both stay open, and this is meant: handles that cannot be waited for are in doubt, and closing them
-        // could close somebody else's.
+        // Not closed, on purpose: these handles may be invalid, and closing them could close other objects.
         static_cast<void>(process.release());
         static_cast<void>(thread.release());
         return processFailed;

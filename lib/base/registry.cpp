@@ -33,7 +33,7 @@ RegistryKey openKey(HKEY root, const std::string& subkey, REGSAM access) {
     return key;
 }
 
-/// Reads a value that is not empty and of one of the given types into `out`, which is left alone otherwise.
+/// Reads a non-empty value of one of `types`. Otherwise leaves `out` unchanged.
 bool readBytes(HKEY root, const std::string& path, std::initializer_list<DWORD> types, std::string& out) {
     const ValueAddress address(path);
     const RegistryKey key = openKey(root, address.subkey, KEY_QUERY_VALUE);
@@ -54,14 +54,14 @@ bool readBytes(HKEY root, const std::string& path, std::initializer_list<DWORD> 
     if (RegQueryValueExA(key.get(), address.name.c_str(), nullptr, nullptr,
                          reinterpret_cast<BYTE*>(bytes.data()), &size) != ERROR_SUCCESS)
         return false;
-    bytes.resize(size); // the first answer may be larger than the text in the system's code page
+    bytes.resize(size); // the first size can exceed that of the text in the code page
     out = std::move(bytes);
     return true;
 }
 
 bool writeValue(HKEY root, const std::string& path, DWORD type, const void* data, std::size_t size) {
     const ValueAddress address(path);
-    // The class is a name without a meaning, and the one that the keys have always had.
+    // The class name has no meaning. Existing keys have this one.
     char keyClass[] = "REG_SZ";
     RegistryKey key;
     if (RegCreateKeyExA(root, address.subkey.c_str(), 0, keyClass, REG_OPTION_NON_VOLATILE,
@@ -109,7 +109,7 @@ bool readBinary(HKEY root, const std::string& path, std::string& out) {
 }
 
 bool writeString(HKEY root, const std::string& path, std::string_view text) {
-    // The platform looks for a terminating zero behind the text and stores it too; a view may have none.
+    // The platform expects a terminating zero after the text and stores it; a view may have none.
     const std::string terminated(text);
     return writeValue(root, path, REG_SZ, terminated.c_str(), terminated.size());
 }
@@ -129,7 +129,7 @@ bool deleteValue(HKEY root, const std::string& path) {
 }
 
 bool deleteKey(HKEY root, const std::string& subkey) {
-    // The platform's header declares the answer, a signed status, as unsigned. No value below 0 is a failure.
+    // The header declares the signed status as unsigned. Negative values are not failures.
     return static_cast<LSTATUS>(SHDeleteKeyA(root, subkey.c_str())) <= ERROR_SUCCESS;
 }
 

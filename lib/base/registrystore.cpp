@@ -10,7 +10,7 @@ namespace {
 
 [[maybe_unused]] const bool registered = registerSourceFile(__FILE__, RELEASE_DATE);
 
-/// Enters a store's value for as long as it lives.
+/// Enters a value of a store until destroyed.
 class EnteredValue {
 public:
     EnteredValue(RegistryStore& store, std::string_view name) : store_(store), name_(name) {

@@ -20,7 +20,7 @@ bool equalNoCase(std::string_view a, std::string_view b) {
                       [](char x, char y) { return lowered(x) == lowered(y); });
 }
 
-/// The value of a digit in the given base; negative when the character is none.
+/// Negative if the character is not a digit of this base.
 int digitValue(char character, int base) {
     if (character >= '0' && character < '0' + std::min(base, 10))
         return character - '0';
@@ -92,7 +92,7 @@ std::int64_t toInteger(std::string_view text, int base) {
     bool negative = false;
     if (character != text.end() && (*character == '-' || *character == '+'))
         negative = *character++ == '-';
-    // Unsigned, where wrapping around is defined.
+    // Unsigned, because signed overflow is undefined.
     std::uint64_t value = 0;
     for (; character != text.end(); ++character) {
         const int digit = digitValue(*character, base);

@@ -17,7 +17,7 @@ namespace {
 
 [[maybe_unused]] const bool registered = registerSourceFile(__FILE__, RELEASE_DATE);
 
-/// The slot in which each thread of startThread keeps its ring's address.
+/// The thread-local slot for the ring of a thread that startThread started.
 const DWORD ringSlot = TlsAlloc();
 
 constinit ScratchRing programRing;
@@ -38,18 +38,18 @@ CALLED_BY_PLATFORM void runThread(void* parameter) {
     try {
         start->function(start->argument);
     } catch (...) {
-        // The runtime that called us knows no exceptions: one that got past it would end the whole program.
+        // An exception that reached the runtime would end the program.
     }
 }
 
 } // namespace
 
 std::uintptr_t startThread(ThreadFunction function, void* argument) {
-    // Without memory for the pair the thread starts all the same, and does nothing.
+    // If this allocation fails, the thread starts but does nothing.
     auto start = std::unique_ptr<ThreadStart>(new (std::nothrow) ThreadStart{function, argument});
     const std::uintptr_t thread = _beginthread(runThread, 0, start.get());
     if (thread != threadFailed)
-        static_cast<void>(start.release()); // the thread's own now
+        static_cast<void>(start.release()); // owned by the thread now
     return thread;
 }
 
@@ -63,8 +63,8 @@ void* ScratchRing::buffer(std::size_t size) {
         allocationCount.fetch_add(1, std::memory_order_relaxed);
         std::free(slotBuffer);
         slotBuffer = std::malloc(size);
-        // A failure has its size noted too, and this is meant: the slot then serves requests of that size as
-        // any other does, with null and without asking the heap again.
+        // Set even if the allocation failed, on purpose: the slot then returns null for requests of this size
+        // without asking the heap again.
         slotSize = static_cast<std::uint32_t>(size);
     }
     return slotBuffer;

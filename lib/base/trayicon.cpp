@@ -17,7 +17,7 @@ namespace {
 
 constexpr std::size_t maxTipLength = 63;
 
-/// Null when the program has no such icon.
+/// Null if the program has no such icon.
 HICON loadedIcon(std::uint16_t resource) {
     static std::map<std::uint16_t, HICON> icons;
     if (const auto known = icons.find(resource); known != icons.end())
@@ -44,7 +44,8 @@ namespace detail {
 
 NOTIFYICONDATAA trayIconRecord(HWND window, UINT flags, HICON icon, const std::string& tip) {
     NOTIFYICONDATAA record{};
-    record.cbSize = NOTIFYICONDATAA_V1_SIZE; // the shell then reads no more than 64 characters of the tip
+    record.cbSize =
+        NOTIFYICONDATAA_V1_SIZE; // with this size the shell reads at most 64 characters of the tip
     record.hWnd = window;
     record.uFlags = flags;
     if (flags & NIF_MESSAGE)
@@ -71,7 +72,7 @@ bool removeTrayIcon(HWND window) {
 
 bool showTrayBalloon(HWND window, const std::string& title, const std::string& text) {
     NOTIFYICONDATAA record = detail::trayIconRecord(window, NIF_INFO, nullptr, {});
-    record.cbSize = NOTIFYICONDATAA_V2_SIZE; // the first form has no balloon
+    record.cbSize = NOTIFYICONDATAA_V2_SIZE; // version 1 has no balloon
     record.dwInfoFlags = NIIF_WARNING;
     title.copy(record.szInfoTitle, sizeof(record.szInfoTitle) - 1);
     constexpr std::size_t maxLength = sizeof(record.szInfo) - 1;

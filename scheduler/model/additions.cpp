@@ -33,12 +33,12 @@ void addEntries(ScheduleList& list, const ScheduledProject& pattern, std::span<c
     for (const std::string& name : names) {
         try {
             ScheduledProject record = pattern;
-            // The folder ends in its separator already: the second backslash is harmless to the file system,
-            // and schedules hold such paths.
+            // The folder already ends in a backslash. The file system accepts a second one, and existing
+            // schedules have such paths.
             record.path = &name == names.data() ? name : base::directoryOf(names.front()) + "\\" + name;
             addEntry(list, std::move(record), state, clock, store);
         } catch (const std::bad_alloc&) {
-            continue; // this file is left out
+            continue; // skip this file
         }
     }
 }

@@ -9,13 +9,13 @@
 namespace scheduler {
 namespace {
 
-/// What becomes of references to entries while some entries are deleted one after the other, from the highest
-/// position to the lowest, so that those still to be deleted are where they were. Each deletion changes all
-/// references: one to the deleted entry becomes one to that entry's own predecessor, one to an entry behind
-/// it moves down by one. This tells the outcome for one reference without going through all deletions.
+/// Maps references to entries while entries are deleted one by one, from the highest position to the lowest,
+/// so that entries still to be deleted keep their positions. Each deletion changes all references: one to the
+/// deleted entry becomes one to its predecessor, one to a later entry moves down by one. Finds the result for
+/// one reference without going through all deletions.
 class Deletions {
 public:
-    /// `positions` descend.
+    /// `positions` must be in descending order.
     Deletions(const ScheduleList& list, const std::vector<std::size_t>& positions)
         : positions_(positions.begin(), positions.end()),
           reachedAt_(list.size()),
@@ -28,18 +28,18 @@ public:
         findPredecessors(list);
     }
 
-    /// The value of the reference `before` after all deletions.
+    /// The reference `before` after all deletions.
     std::int32_t afterAll(std::int32_t before) const { return after(before, 0, stepCount()); }
 
 private:
     std::int32_t stepCount() const { return static_cast<std::int32_t>(positions_.size()); }
 
-    /// What a reference that is `index` before the deletion numbered `step` is before the one numbered `end`.
+    /// Maps the reference `index` from before deletion number `step` to before deletion number `end`.
     std::int32_t after(std::int32_t index, std::int32_t step, std::int32_t end) const {
         while (step < end && index >= 0) {
-            // One that lies further out comes to the same as one just beyond the end.
+            // All references beyond the end have the same result as one just beyond it.
             index = std::min(index, count_ + 1 - step);
-            // Those behind it do not touch it, and all those before it move it down.
+            // Deletions at higher positions do not affect the reference; all at lower positions move it down.
             if (index <= positions_[at(step)])
                 step = reachedAt_[at(index)];
             if (step >= end)
@@ -52,7 +52,7 @@ private:
         return index;
     }
 
-    /// Where each deleted entry's predecessor stands after its deletion.
+    /// The position of each deleted entry's predecessor after that deletion.
     void findPredecessors(const ScheduleList& list) {
         for (std::int32_t step = 0; step < stepCount(); ++step) {
             const std::int32_t position = positions_[at(step)];
@@ -64,12 +64,12 @@ private:
     static std::size_t at(std::int32_t index) { return static_cast<std::size_t>(index); }
 
     std::vector<std::int32_t> positions_;
-    std::vector<std::int32_t> reachedAt_;    ///< per index: the first deletion at or before it
+    std::vector<std::int32_t> reachedAt_; ///< per index: the first deletion that is not at a higher position
     std::vector<std::int32_t> predecessors_; ///< per deletion
-    std::int32_t count_;                     ///< of the entries before the first deletion
+    std::int32_t count_;                     ///< number of entries before the first deletion
 };
 
-/// An entry that follows itself would never run: it runs at start-up.
+/// An entry that follows itself would never run. It runs at start-up instead.
 void breakSelfReference(ScheduledProject& entry, std::size_t position) {
     if (entry.kind == ScheduleKind::AfterProject && std::cmp_equal(entry.afterIndex, position))
         entry.kind = ScheduleKind::AtStartup;

@@ -16,7 +16,7 @@ const std::string unknown = "(unknown)";
 const std::string never = "Never";
 
 constexpr std::int32_t wholeDay = 86400;
-// The days of every zone begin at one.
+// Zone offsets are multiples of 15 minutes, so local midnight is too.
 constexpr std::int32_t quarterOfAnHour = 900;
 
 /// The first moment after `now` that is a whole number of steps from `origin`.
@@ -120,7 +120,7 @@ std::string describeSchedule(const ScheduledProject& entry, const ScheduleList& 
 std::string describeRun(const ScheduledProject& entry) {
     const auto command = static_cast<std::size_t>(entry.runCommand);
     std::string text(command < runCommandNames.size() ? runCommandNames[command] : std::string_view());
-    // Files are relinked without a connection and without a time limit.
+    // Relinking uses no connection and has no time limit.
     if (entry.runCommand == RunCommand::RelinkFiles)
         return text;
     if (entry.timeLimitMinutes != 0)
@@ -146,7 +146,7 @@ std::string describeNextRun(const ScheduledProject& entry, const ScheduleList& s
         return "Now";
     switch (entry.kind) {
     case ScheduleKind::AfterProject:
-        // Also when its time is set already: what the user waits for is the other project.
+        // Even if its time is already set: the user waits for the other project.
         return "waiting for " + followedName(entry, schedule);
     case ScheduleKind::AtStartup:
         return "next startup";
@@ -170,7 +170,8 @@ std::string describeLastRun(const ScheduledProject& entry, const base::Clock& cl
 base::TimeValue phrasesHoldUntil(const ScheduledProject& entry, base::TimeValue now) {
     base::TimeValue until = nextOfGrid(now, base::TimeValue(), quarterOfAnHour);
     for (const base::TimeValue t : {entry.nextRun, entry.lastRun}) {
-        // The number of whole days to a time changes behind the time of day, that from a time at it.
+        // The number of days to a future time changes one second after the time of day, that since a past
+        // time exactly at the time of day.
         for (const std::int32_t behind : {0, 1})
             until = std::min(until, nextOfGrid(now, t + base::TimeSpan::fromSeconds(behind), wholeDay));
     }

@@ -11,7 +11,7 @@ using base::TimeValue;
 namespace {
 
 constexpr TimeSpan oneHour = TimeSpan::fromMinutes(60);
-// Days are steps of 86400 seconds here and below, whatever daylight saving time does to the calendar's days.
+// Always 86400 seconds, even across daylight saving changes.
 constexpr TimeSpan oneDay = TimeSpan::fromDays(1);
 
 TimeValue fromLocalDate(int year, int month, int day, int hour = 0) {
@@ -31,23 +31,23 @@ TimeValue startOfMonth(const LocalTime& local) {
 }
 
 TimeValue startOfNextMonth(const LocalTime& local) {
-    return fromLocalDate(local.year, local.month + 1, 1); // the 13th rolls over into January
+    return fromLocalDate(local.year, local.month + 1, 1); // month 13 rolls over into January
 }
 
-/// Whether the date of `midnight` plus n days is the local date of `midnight` plus the time of day and n
-/// times 86400 seconds, for n of 0 to 8. Summer time is at most two hours from standard time: a change
-/// between the two moves only times within two hours of midnight to another date.
+/// Whether, for n of 0 to 8, the date of `midnight` plus n days is also the local date of `midnight` plus the
+/// time of day and n * 86400 seconds. Daylight saving time is at most two hours from standard time: only
+/// times within two hours of midnight can get another date.
 bool datesCanBeCounted(TimeValue midnight, TimeSpan sinceMidnight) {
     constexpr TimeSpan twoHours = TimeSpan::fromMinutes(120);
-    // The midnight is 0 where it cannot be represented, and steps beyond the range wrap around.
+    // `midnight` is 0 if it cannot be represented, and sums beyond the range wrap around.
     return TimeValue() < midnight && midnight < midnight + TimeSpan::fromDays(9) &&
            twoHours <= sinceMidnight && sinceMidnight + twoHours < oneDay;
 }
 
 } // namespace
 
-/// For the kinds that need the calendar. Kept out of line and external: if the compiler inlines it or changes
-/// its parameters, the other kinds get slower.
+/// For the kinds that need the calendar. If the compiler inlines this function or changes its parameters,
+/// which it may unless the function is external, the other kinds get slower.
 [[gnu::noinline]] TimeValue nextRunByCalendar(const EngineState& state, const ScheduledProject& entry,
                                               TimeValue now, const base::Clock& clock) {
     return NextRuns(state, now, clock).of(entry);
@@ -59,15 +59,14 @@ TimeValue computeNextRun(const EngineState& state, const ScheduledProject& entry
     case ScheduleKind::AfterProject:
         return TimeValue::never();
     case ScheduleKind::AtStartup:
-        // The delay in minutes is shown to the user, but not waited for: these entries start at the first
-        // tick.
+        // The delay is shown to the user but not applied: these entries start at the first tick.
         return state.startupFlag ? TimeValue() : TimeValue::never();
     case ScheduleKind::Hourly:
     case ScheduleKind::Daily:
     case ScheduleKind::Monthly:
         return nextRunByCalendar(state, entry, now, clock);
     case ScheduleKind::Once:
-        // Unlike a daily or a monthly occasion, one that equals now has passed.
+        // Unlike a daily or monthly time, one that equals `now` has passed.
         return now < entry.time ? entry.time : TimeValue::never();
     }
     return TimeValue::never();
@@ -95,7 +94,7 @@ TimeValue NextRuns::hourly(const ScheduledProject& entry) {
         hour_ = Hour{startOfHour(local), local.minute};
     }
     const TimeValue candidate = hour_->start + TimeSpan::fromMinutes(entry.minutes);
-    // At the very minute the hour's occasion is over: it was due when the minute began.
+    // Within its minute the run counts as past: it was due when the minute began.
     return hour_->minute >= entry.minutes ? candidate + oneHour : candidate;
 }
 
@@ -104,26 +103,26 @@ TimeValue NextRuns::daily(const ScheduledProject& entry) {
     const TimeValue today = filled(today_, startOfDay);
     const TimeValue candidate = today + sinceMidnight;
     const bool counted = datesCanBeCounted(today, sinceMidnight);
-    // The flags begin with Monday, the calendar's days with Sunday.
+    // The flags start with Monday, dayOfWeek with Sunday.
     const auto runsAfter = [&](int days) {
         const int weekday =
             counted ? date().dayOfWeek + days : (candidate + TimeSpan::fromDays(days)).dayOfWeek();
         return entry.weekdays[static_cast<std::size_t>(weekday + 6) % 7] != 0;
     };
-    // A candidate that equals now stays: it is due. One day is added at most: in the night of the autumn
-    // change, whose day has 25 hours, the result can still be earlier than now, and the entry is due again
-    // until midnight.
+    // A candidate that equals `now` is due. At most one day is added: in the night of the autumn change,
+    // whose day has 25 hours, the result can still be before `now`, and the entry is due again until
+    // midnight.
     const int first = candidate < now_ ? 1 : 0;
     int days = first;
-    // Without any flag the result is a week after the first candidate.
+    // Without any weekday the result is a week after the first candidate.
     while (days < first + 7 && !runsAfter(days))
         ++days;
     return candidate + TimeSpan::fromDays(days);
 }
 
 TimeValue NextRuns::monthly(const ScheduledProject& entry) {
-    // The day is not clamped to the month's length: day 31 of a month of 30 days is the 1st of the next one.
-    // Day 0 and less is day 1.
+    // The day is not clamped to the month's length: day 31 of a 30-day month is the 1st of the next month. A
+    // day below 1 is day 1.
     const TimeSpan offset = TimeSpan::fromDays(std::max(entry.dayOfMonth, 1) - 1) + timeOfDay(entry.time);
     const TimeValue candidate = filled(thisMonth_, startOfMonth) + offset;
     return candidate >= now_ ? candidate : filled(nextMonth_, startOfNextMonth) + offset;

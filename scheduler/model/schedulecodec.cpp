@@ -17,10 +17,10 @@ namespace {
 static_assert(std::endian::native == std::endian::little,
               "the file's numbers are copied as they lie in memory");
 
-// How many records a save looks ahead.
-constexpr std::size_t lookAhead = 8;
+// In records.
+constexpr std::size_t prefetchDistance = 8;
 
-/// Hands each field of a record to `visit`, in the order of the file. The one place that knows this order.
+/// Passes each field of a record to `visit`. The only place that defines the file's order of fields.
 template<class Record, class Visitor>
 bool visitFields(Record& record, Visitor&& visit) {
     return visit(record.path) && visit(record.lastResult) && visit(record.lastRun) && visit(record.kind) &&
@@ -32,13 +32,13 @@ bool visitFields(Record& record, Visitor&& visit) {
            visit(record.retryLimit) && visit(record.retriesDone) && visit(record.retryIntervalMinutes);
 }
 
-// A span of fixed length, so that copying it is a move or two.
+// A span of fixed length, so that copying it takes a move or two.
 template<class Value>
 auto bytesOf(const Value& value) {
     return std::as_bytes(std::span<const Value, 1>(&value, 1));
 }
 
-/// Hands the bytes of each field to `put`, those of a text after its length.
+/// Passes the bytes of each field to `put`; those of a string follow its length.
 template<class Put>
 bool putFields(const ScheduledProject& record, Put&& put) {
     return visitFields(record, [&put]<class Field>(const Field& field) {
@@ -97,7 +97,7 @@ private:
 bool readEntries(Reader& read, std::uint32_t count, std::size_t contentSize,
                  std::vector<ScheduledProject>& entries) {
     try {
-        // The count may be damaged and yet pass; memory is taken for what the content can hold.
+        // The count may be damaged: reserve only what the content can hold.
         const std::size_t smallestRecord = encodedSize(ScheduledProject());
         entries.reserve(std::min<std::size_t>(count, contentSize / smallestRecord));
         for (std::uint32_t i = 0; i < count; ++i)
@@ -105,7 +105,7 @@ bool readEntries(Reader& read, std::uint32_t count, std::size_t contentSize,
                 return false;
         return true;
     } catch (const std::exception&) {
-        // No memory, or more records than the address space holds: a file of a gigabyte has room for both.
+        // Out of memory, or more records than the address space holds.
         return false;
     }
 }
@@ -120,8 +120,8 @@ bool encodeSchedule(std::span<const ScheduledProject> entries, std::span<std::by
     std::size_t used = sizeof(head);
     for (std::size_t i = 0; i < entries.size(); ++i) {
         // Prefetch: the paths are scattered over the heap.
-        if (i + lookAhead < entries.size())
-            __builtin_prefetch(entries[i + lookAhead].path.data());
+        if (i + prefetchDistance < entries.size())
+            __builtin_prefetch(entries[i + prefetchDistance].path.data());
         const std::size_t size = encodedSize(entries[i]);
         if (size > buffer.size() - used && !sink(buffer.first(std::exchange(used, 0))))
             return false;

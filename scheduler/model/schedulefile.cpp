@@ -12,26 +12,27 @@
 namespace scheduler {
 namespace {
 
-// Large enough for the platform's calls not to count, small enough to stay in the processor's cache.
+// Large enough that the number of system calls does not matter, small enough for the processor's cache.
 constexpr std::size_t writtenAtOnce = 128 * 1024;
 
 std::string pathWith(const char* extension) {
     std::string path = base::windowsDirectory();
-    // Without a folder the name would refer to the current one. An empty path can be neither opened nor made.
+    // Without a folder the path would be relative to the current one. An empty path cannot be opened or
+    // created.
     if (!path.empty())
         path.append("schedule.").append(extension);
     return path;
 }
 
 struct Written {
-    bool begun = false;      ///< the file was opened, and truncated by that
-    std::uint32_t error = 0; ///< the platform's; 0: the file is complete
+    bool begun = false;      ///< the file was opened and thereby truncated
+    std::uint32_t error = 0; ///< the system's error code; 0: the file is complete
 };
 
 Written writeSchedule(const ScheduleList& list) {
     Written written;
     try {
-        // Taken before the file is opened: should there be no memory, the file still holds the last schedule.
+        // Allocated before the file is opened: if this fails, the file keeps the last schedule.
         std::vector<std::byte> buffer(writtenAtOnce);
         base::WrittenFile file(schedulePath());
         written.begun = file.isOpen();
@@ -77,13 +78,13 @@ void ScheduleFile::save(const ScheduleList& list) {
         return noteWhole(list);
     }
     if (written.begun)
-        copyExtension_ = nullptr; // cut short: its copy would replace a whole one
+        copyExtension_ = nullptr; // incomplete: its copy would replace a complete one
     if (std::exchange(failing_, true))
         return;
     try {
         listener_.onSaveFailed(schedulePath(), base::systemErrorText(written.error));
     } catch (const std::bad_alloc&) {
-        failing_ = false; // the next failure tells
+        failing_ = false; // the next failure notifies
     }
 }
 
@@ -94,7 +95,7 @@ void ScheduleFile::keepPresent() {
         if (base::copyOver(schedulePath(), pathWith(copyExtension_)))
             copyExtension_ = nullptr;
     } catch (const std::bad_alloc&) {
-        return; // saved without a copy
+        return; // save without a copy
     }
 }
 
@@ -102,8 +103,8 @@ void ScheduleFile::noteWhole(const ScheduleList& list) {
     copyExtension_ = "bak";
     if (!list.empty())
         return;
-    // After a damage the program starts with an empty list and saves it at exit: the copy keeps the last
-    // entries.
+    // After a load of a damaged file the list is empty, and the program saves it at exit: `schedule.bak`
+    // keeps the last entries.
     try {
         if (base::fileExists(pathWith("damaged")))
             copyExtension_ = nullptr;

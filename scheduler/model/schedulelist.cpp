@@ -21,11 +21,11 @@ std::ptrdiff_t ScheduleList::insert(std::size_t position, ScheduledProject recor
         if (entries_.size() == entries_.capacity())
             entries_.reserve(grownCapacity(entries_.size() + 1, sizeof(ScheduledProject)));
     } catch (const std::exception&) {
-        // No memory, or more records than the address space holds.
+        // Out of memory, or more records than the address space holds.
         return noMemory;
     }
-    // Those behind move up in one sweep, by their move constructor: a short string holds its text within
-    // itself, so its bytes cannot just be copied elsewhere.
+    // Later entries move up by their move constructor, not bytewise: a short string's text is inside the
+    // string object.
     entries_.insert(entries_.begin() + static_cast<std::ptrdiff_t>(position), std::move(record));
     const bool becameLast = position + 1 == entries_.size();
     for (ScheduleObserver* const observer : observers_)
@@ -44,7 +44,7 @@ void ScheduleList::remove(std::size_t position) {
 void ScheduleList::removeAll(const std::vector<std::size_t>& positions) {
     if (positions.empty())
         return;
-    // What stays moves down over the gaps, from the lowest position removed to the end.
+    // The remaining entries move down in one pass.
     auto removed = positions.rbegin();
     std::size_t kept = *removed;
     for (std::size_t position = kept; position < entries_.size(); ++position) {

@@ -6,7 +6,7 @@ namespace scheduler {
 
 namespace {
 
-// A command that this program does not know is kept in the file and gives the spider no switch.
+// An unknown command is kept in the file and gives the spider no switch.
 std::string_view switchOf(RunCommand command) {
     switch (command) {
     case RunCommand::RunNormally:
@@ -21,11 +21,11 @@ std::string_view switchOf(RunCommand command) {
     return {};
 }
 
-// How the spider gets onto the net, off it again, and when it stops. Relinking works on local files only and
-// knows none of these, not even /e.
+// Connecting, hanging up and the time limit. Relinking works on local files only and takes none of these
+// switches, not even /e.
 std::string connectionSwitches(const ScheduledProject& entry) {
     std::string switches;
-    // Switch and name are one quoted argument, so that a name may hold blanks.
+    // Switch and name are one quoted argument, because a name can have blanks.
     if (!entry.dialupEntry.empty())
         switches += " \"/a" + entry.dialupEntry + '"';
     if (entry.disconnectWhenDone)

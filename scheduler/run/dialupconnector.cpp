@@ -10,11 +10,11 @@
 namespace scheduler {
 namespace {
 
-// The service tells the forms of its record apart by their sizes. This one's name is followed by the path of
-// its phone book.
+// The service tells the versions of its record apart by their sizes. In this one, the phone book's path
+// follows the name.
 static_assert(sizeof(RASENTRYNAMEA) == 532 && offsetof(RASENTRYNAMEA, szEntryName) == 4);
 
-// Only the first is called here. The others are what dialling takes: a service without them is of no use.
+// Only the first is called here. Dialling needs the others: without them the service is useless.
 constexpr std::array entryPointNames{
     "RasEnumEntriesA", "RasEnumConnectionsA", "RasGetConnectStatusA",   "RasHangUpA",
     "RasDialA",        "RasGetErrorStringA",  "RasGetEntryDialParamsA",
@@ -37,7 +37,7 @@ bool listEntries(const EnumerateEntries& enumerate, std::vector<std::string>& na
     const bool succeeded = result == ERROR_SUCCESS && count <= records.size();
     if (succeeded)
         records.resize(count);
-    // Meant also after a failure: the editor then offers the empty names of the records that were prepared.
+    // Also after a failure, on purpose: the editor then offers the empty names of the prepared records.
     for (const RASENTRYNAMEA& record : records)
         names.emplace_back(record.szEntryName);
     return succeeded;
@@ -60,7 +60,7 @@ DialupConnector::DialupConnector(HMODULE library, const FindEntryPoint& find) {
     available_ = true;
     auto* const enumerate =
         reinterpret_cast<decltype(&RasEnumEntriesA)>(reinterpret_cast<void*>(entryPoints.front()));
-    // Without a list there are no entries to offer.
+    // If listing fails, there are no entries to offer.
     static_cast<void>(listEntries(enumerate, entries_));
 }
 

@@ -13,14 +13,14 @@ namespace {
 constexpr const char* conflictText = "Could not run on schedule; another project was already running.";
 constexpr const char* systemErrorText = "A system error prevented the project from running.";
 
-// What a retry is later than the entry's interval says.
+// Added to an entry's retry interval.
 constexpr base::TimeSpan retryDelay = base::TimeSpan::fromSeconds(5);
 
-// How long a tick may keep the window from answering.
+// During a tick the window does not respond.
 constexpr std::chrono::milliseconds longestTick(30);
 
-/// How a run ends that did not take place. Its end has to be recorded even when there is no memory for why:
-/// the entry would run for ever.
+/// The outcome of a run that did not take place. Works without memory for the reason, because the entry would
+/// run for ever if its end were not recorded.
 RunOutcome notRun(const char* reason) {
     try {
         return {reason, 0};
@@ -86,7 +86,7 @@ TickResult SchedulerEngine::startDue(PlaceInTick place, Cause cause) {
 }
 
 void SchedulerEngine::onEntriesRemoved(std::span<const std::size_t> positions) {
-    // New entries are appended, so only removals before the place move it.
+    // New entries are appended, so only removals before the next position move it.
     if (!unfinished_)
         return;
     const auto isVisited = [next = unfinished_->next](std::size_t position) { return position < next; };
@@ -101,8 +101,8 @@ std::size_t SchedulerEngine::findDue(std::size_t from, base::TimeValue now) cons
 }
 
 bool SchedulerEngine::anyRunning() const {
-    // While a project runs, every waiting entry asks this once a second. The answer found last is tried
-    // first, so that many of them do not each search the whole schedule.
+    // While a project runs, every waiting entry calls this once a second. Trying the last result first avoids
+    // searching the whole schedule each time.
     if (lastSeenRunning_ < entries_.size() && entries_[lastSeenRunning_].running)
         return true;
     const auto found =
@@ -125,8 +125,8 @@ void SchedulerEngine::startEntry(std::size_t position, base::TimeValue now, Caus
     markRunning(entry, now);
     if (cause != Cause::Trial)
         services_.runs.onRunStarted(entry, cause == Cause::User);
-    // After a trial the entry stays marked as running and no end will be reported for it: that is how the
-    // test command shows what would have been started. The next start of the program clears it.
+    // After a trial the entry stays marked as running, to show what would have been started. The next start
+    // of the program clears the mark.
     if (cause == Cause::Trial || launch(entry)) {
         entries_.noteChange();
         return;
@@ -149,7 +149,7 @@ void SchedulerEngine::tellOfFailure() noexcept {
     try {
         services_.messages.showNotice(systemErrorText);
     } catch (const std::exception&) {
-        // Without memory for it: recording that the run is over counts for more than telling of it.
+        // No memory for the message. Recording the end of the run is more important.
         return;
     }
 }
@@ -161,8 +161,8 @@ void SchedulerEngine::waitForOthers(std::size_t position, base::TimeValue now) {
         return;
     }
     if (hasWaitedTooLong(entry, now)) {
-        // Giving up is recorded as a run that began and ended now and went well, so it is not retried and
-        // those that follow this entry are woken.
+        // Giving up is recorded as a successful run that began and ended now, so it is not retried and its
+        // followers are woken.
         markRunning(entry, now);
         services_.runs.onRunStarted(entry, false);
         finishRun(position, now, notRun(conflictText), RunEnd::GaveUpWaiting);
@@ -171,9 +171,9 @@ void SchedulerEngine::waitForOthers(std::size_t position, base::TimeValue now) {
 }
 
 bool SchedulerEngine::hasWaitedTooLong(const ScheduledProject& entry, base::TimeValue now) const {
-    // Whole minutes, and more of them than allowed: a wait time of N minutes ends after N + 1 minutes, that
-    // of 0 after one. The comparison is unsigned: when the clock was set back behind the beginning of the
-    // wait by a minute or more, the wait is over, while an enormous wait time is endless.
+    // Whole minutes, and more than allowed: a wait time of N minutes ends after N + 1 minutes. The comparison
+    // is unsigned: if the clock is set back to a minute or more before the wait began, the wait ends, and an
+    // enormous wait time never ends.
     const std::int32_t minutesWaited = secondsBetween(now, entry.waitingSince) / 60;
     return static_cast<std::uint32_t>(minutesWaited) > policy_.waitTime;
 }
@@ -207,14 +207,14 @@ bool SchedulerEngine::onRunFinished(std::uint32_t runNumber) {
 
 RunOutcome SchedulerEngine::outcomeOf(const ScheduledProject& entry) const {
     const std::uint32_t runNumber = runNumberOf(entry);
-    // A command line of its own leaves no outcome. Its error code is meant to be the run number, which is
-    // never 0: such a run counts as failed for as long as its retries last, and is thus repeated.
+    // A command line leaves no outcome. Its error code is the run number, on purpose: it is never 0, so the
+    // run counts as failed and is repeated until its retries are used up.
     if (isCommandLine(entry))
         return {{}, runNumber};
     try {
         return services_.outcomes.take(runNumber);
     } catch (const std::exception&) {
-        // As good as missing: the end of a run is reported only once, so it must be recorded now.
+        // Treated as missing: the end of a run is reported only once, so it must be recorded now.
         return {};
     }
 }
@@ -243,8 +243,8 @@ void SchedulerEngine::finishRun(std::size_t position, base::TimeValue finishTime
 }
 
 void SchedulerEngine::wakeFollowers(std::size_t position, base::TimeValue finishTime) {
-    // Disabled and running followers too: neither starts by it. Enabling the one and the end of the other's
-    // run give them another next run.
+    // Including disabled and running followers, which do not start now: enabling an entry, or the end of its
+    // run, sets another next run.
     for (ScheduledProject& follower : entries_) {
         if (follower.kind == ScheduleKind::AfterProject && std::cmp_equal(follower.afterIndex, position))
             follower.nextRun = finishTime + base::TimeSpan::fromMinutes(follower.minutes);

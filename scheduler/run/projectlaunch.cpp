@@ -37,7 +37,7 @@ bool openProject(const std::string& path, UserMessages& messages) {
     if (isCommandLine(path) || editionOf(path) == 0)
         return false;
 
-    // Whatever stands behind the program in the association serves scheduled runs only.
+    // The association's arguments are for scheduled runs only.
     const std::string program = splitAssociation(associationOf(path)).program;
     if (spiderExists(program))
         return base::startProcess('"' + program + "\" \"" + path + '"', SW_SHOW, {});

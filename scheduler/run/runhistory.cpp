@@ -30,7 +30,7 @@ std::string lineOf(base::TimeValue start, base::TimeValue end,
     line += std::to_string(secondsBetween(end, start));
     for (const std::string_view cell : cells) {
         line += '\t';
-        // Control characters, tabs and line breaks among them, would break up the table.
+        // Tabs, line breaks and other control characters would break the table.
         for (const char character : cell)
             line += character >= '\0' && character < ' ' ? ' ' : character;
     }
@@ -56,7 +56,7 @@ std::string outcomeOf(const FinishedRun& run, const std::string& startFailure) {
         return "could not be started: " + startFailure;
     if (!run.entry.lastResult.empty())
         return run.entry.lastResult;
-    // The error code of a command line says nothing: it is the run number.
+    // A command line's error code has no meaning: it is the run number.
     if (run.errorCode != 0 && !isCommandLine(run.entry))
         return "error " + std::to_string(run.errorCode);
     return "ok";

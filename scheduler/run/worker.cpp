@@ -15,42 +15,41 @@ namespace {
 
 constexpr DWORD retryMilliseconds = 100;
 
-// All that a worker thread knows. The thread owns it and shares nothing with others.
+// Owned by the worker thread, which shares nothing with others.
 struct RunRequest {
     std::string commandLine;
     std::uint32_t runNumber;
-    HWND window; ///< told of the end
+    HWND window; ///< notified of the end
 };
 
-/// 0, or why the process could not be started.
+/// 0, or the error code of a failed start.
 std::uint32_t runToItsEnd(const std::string& commandLine) {
     std::uint32_t startError = ERROR_SUCCESS;
-    // No time-out: the spider keeps to the entry's time limit by itself, and nothing here ends a process. Its
-    // exit code says nothing either.
+    // No time-out: the spider itself keeps the entry's time limit, and the scheduler never ends a process.
+    // The exit code is ignored.
     base::runProcessAndWait(commandLine, SW_SHOWMINNOACTIVE, workingDirectoryOf(commandLine), INFINITE,
                             &startError);
     return startError;
 }
 
-/// Posted, never sent: the worker must not wait for the user interface. A queue that is full takes it later;
-/// without the end of its run the entry would run for ever.
+/// Posted, not sent: the worker must not wait for the user interface. Repeated while the queue is full:
+/// without this message the entry would run for ever.
 void report(const RunRequest& request, UINT message, std::uint32_t parameter) {
     while (!PostMessageA(request.window, message, request.runNumber, static_cast<LPARAM>(parameter)) &&
            IsWindow(request.window))
         Sleep(retryMilliseconds);
 }
 
-// The entry of a worker thread.
 void supervise(void* argument) noexcept {
     const std::unique_ptr<const RunRequest> request(static_cast<RunRequest*>(argument));
     std::uint32_t startError = ERROR_SUCCESS;
     try {
         startError = runToItsEnd(request->commandLine);
     } catch (...) {
-        // Memory ran out before the process could be started.
+        // No memory to start the process.
         startError = ERROR_NOT_ENOUGH_MEMORY;
     }
-    // A start that failed is a run that ended at once.
+    // A failed start is a run that ended at once.
     if (startError != ERROR_SUCCESS)
         report(*request, WM_RUN_NOT_STARTED, startError);
     report(*request, WM_RUN_FINISHED, 0);
@@ -63,7 +62,7 @@ bool WorkerLauncher::launch(const ScheduledProject& entry) {
         RunRequest{buildCommandLine(entry), static_cast<std::uint32_t>(entry.runNumber), window_});
     if (base::startThread(supervise, request.get()) == base::threadFailed)
         return false;
-    // The thread owns the request now, and may have freed it.
+    // The thread owns the request now and may have freed it.
     static_cast<void>(request.release());
     return true;
 }
