@@ -11,12 +11,12 @@ namespace {
 
 } // namespace
 
-KeptCurrentDirectory::KeptCurrentDirectory() : directory_(GetCurrentDirectoryW(0, nullptr), L'\0') {
+CurrentDirectoryGuard::CurrentDirectoryGuard() : directory_(GetCurrentDirectoryW(0, nullptr), L'\0') {
     const DWORD length = GetCurrentDirectoryW(static_cast<DWORD>(directory_.size()), directory_.data());
     directory_.resize(length < directory_.size() ? length : 0);
 }
 
-KeptCurrentDirectory::~KeptCurrentDirectory() {
+CurrentDirectoryGuard::~CurrentDirectoryGuard() {
     if (!directory_.empty())
         SetCurrentDirectoryW(directory_.c_str());
 }

@@ -5,12 +5,12 @@
 namespace base {
 
 /// Restores the current directory when destroyed, if that directory still exists.
-class [[nodiscard]] KeptCurrentDirectory {
+class [[nodiscard]] CurrentDirectoryGuard {
 public:
-    KeptCurrentDirectory();
-    KeptCurrentDirectory(const KeptCurrentDirectory&) = delete;
-    KeptCurrentDirectory& operator=(const KeptCurrentDirectory&) = delete;
-    ~KeptCurrentDirectory();
+    CurrentDirectoryGuard();
+    CurrentDirectoryGuard(const CurrentDirectoryGuard&) = delete;
+    CurrentDirectoryGuard& operator=(const CurrentDirectoryGuard&) = delete;
+    ~CurrentDirectoryGuard();
 
 private:
     std::wstring directory_; ///< wide: the name need not fit the code page; empty: unknown

@@ -18,7 +18,7 @@ constexpr std::string_view monthNames = "janfebmaraprmayjunjulaugsepoctnovdec";
 constexpr std::size_t monthNameLength = 3;
 constexpr int monthCount = 12;
 
-/// No month has this name. Above every month, so that parseFreeDate() can read a day first.
+/// The word names no month. Above every month, so that parseFreeDate() takes the word for the day.
 constexpr int noMonth = monthCount + 1;
 
 // Constant-initialised: other sources register before this file's dynamic initialisation.
@@ -67,7 +67,7 @@ std::string_view monthName(int month) {
 }
 
 /// The month that the word's first three letters name, or noMonth.
-int monthBeginning(std::string_view word) {
+int monthByPrefix(std::string_view word) {
     for (int month = 1; month <= monthCount; ++month)
         if (startsWithNoCase(word, monthName(month)))
             return month;
@@ -75,7 +75,7 @@ int monthBeginning(std::string_view word) {
 }
 
 /// The month with this three-letter name, or 0.
-int monthNamed(std::string_view word) {
+int monthByName(std::string_view word) {
     for (int month = 1; month <= monthCount; ++month)
         if (compareNoCase(word, monthName(month)) == 0)
             return month;
@@ -87,14 +87,14 @@ bool contains(std::string_view text, std::string_view word) {
 }
 
 /// 94 is 1994, 69 is 2069.
-int widenedHeaderYear(int year) {
+int fullHeaderYear(int year) {
     if (year >= 100)
         return year;
     return year + 1900 >= 1970 ? year + 1900 : year + 2000;
 }
 
 /// 70 is 1970, 69 is 2069.
-int widenedUserYear(int year) {
+int fullUserYear(int year) {
     if (year < 70)
         return year + 2000;
     return year < 100 ? year + 1900 : year;
@@ -119,10 +119,10 @@ TimeValue parseInternetDate(std::string_view text) {
     const int day = numberAt(trimmed, 1, blankOrComma());
     if (day < 1 || day > 31)
         return {};
-    const int month = monthBeginning(piece(trimmed, 2, blankCommaOrDash()));
+    const int month = monthByPrefix(piece(trimmed, 2, blankCommaOrDash()));
     if (month == noMonth)
         return {};
-    const int year = widenedHeaderYear(numberAt(trimmed, 3, blankCommaOrDash()));
+    const int year = fullHeaderYear(numberAt(trimmed, 3, blankCommaOrDash()));
     const int hour = numberAt(trimmed, 4, blankColonOrDash());
     const int minute = numberAt(trimmed, 5, blankColonOrDash());
     const int second = numberAt(trimmed, 6, blankColonOrDash());
@@ -139,10 +139,10 @@ TimeValue parseAsctimeDate(std::string_view text) {
     const int day = toNumber(pieceAt(trimmed, 2, ' '));
     if (day == 0)
         return {};
-    const int month = monthBeginning(pieceAt(trimmed, 1, ' '));
+    const int month = monthByPrefix(pieceAt(trimmed, 1, ' '));
     if (month == noMonth)
         return {};
-    const int year = widenedHeaderYear(numberAt(trimmed, 6, blankOrColon()));
+    const int year = fullHeaderYear(numberAt(trimmed, 6, blankOrColon()));
     const int hour = numberAt(trimmed, 3, blankOrColon());
     const int minute = numberAt(trimmed, 4, blankOrColon());
     const int second = numberAt(trimmed, 5, blankOrColon());
@@ -155,15 +155,15 @@ TimeValue parseFreeDate(std::string_view text) {
     const std::string second = piece(trimmed, 1, anySeparator());
     int month = toNumber(first);
     if (month == 0)
-        month = monthBeginning(first);
+        month = monthByPrefix(first);
     int day = toNumber(second);
     if (month > monthCount && day <= monthCount)
         std::swap(month, day);
     // A day before the month's name was swapped with the 0 that the name reads as. Only the three-letter name
     // counts here: "23 july 2005" is no date, and "5 january 2005", not swapped, is day 0 of May.
     if (month == 0)
-        month = monthNamed(second);
-    const int year = widenedUserYear(numberAt(trimmed, 2, anySeparator()));
+        month = monthByName(second);
+    const int year = fullUserYear(numberAt(trimmed, 2, anySeparator()));
     int hour = numberAt(trimmed, 3, anySeparator());
     const int minute = numberAt(trimmed, 4, anySeparator());
     const int seconds = numberAt(trimmed, 5, anySeparator());

@@ -20,7 +20,7 @@ constexpr std::int32_t wholeDay = 86400;
 constexpr std::int32_t quarterOfAnHour = 900;
 
 /// The first moment after `now` that is a whole number of steps from `origin`.
-base::TimeValue nextOfGrid(base::TimeValue now, base::TimeValue origin, std::int32_t step) {
+base::TimeValue nextMultiple(base::TimeValue now, base::TimeValue origin, std::int32_t step) {
     const std::int64_t steps = (std::int64_t{now.seconds()} - origin.seconds()) % step;
     return now + base::TimeSpan::fromSeconds(static_cast<std::int32_t>(steps < 0 ? -steps : step - steps));
 }
@@ -167,13 +167,13 @@ std::string describeLastRun(const ScheduledProject& entry, const base::Clock& cl
     return hasRun(entry) ? base::formatRelative(entry.lastRun, clock.now()) : never;
 }
 
-base::TimeValue phrasesHoldUntil(const ScheduledProject& entry, base::TimeValue now) {
-    base::TimeValue until = nextOfGrid(now, base::TimeValue(), quarterOfAnHour);
+base::TimeValue phrasesValidUntil(const ScheduledProject& entry, base::TimeValue now) {
+    base::TimeValue until = nextMultiple(now, base::TimeValue(), quarterOfAnHour);
     for (const base::TimeValue t : {entry.nextRun, entry.lastRun}) {
         // The number of days to a future time changes one second after the time of day, that since a past
         // time exactly at the time of day.
-        for (const std::int32_t behind : {0, 1})
-            until = std::min(until, nextOfGrid(now, t + base::TimeSpan::fromSeconds(behind), wholeDay));
+        for (const std::int32_t delay : {0, 1})
+            until = std::min(until, nextMultiple(now, t + base::TimeSpan::fromSeconds(delay), wholeDay));
     }
     return until;
 }

@@ -29,6 +29,6 @@ std::string describeLastRun(const ScheduledProject& entry, const base::Clock& cl
 
 /// Until when phrases made at `now` are valid if the entry does not change: later than `now`, by 15 minutes
 /// at most. Faster than making the phrases, because it needs no calendar.
-base::TimeValue phrasesHoldUntil(const ScheduledProject& entry, base::TimeValue now);
+base::TimeValue phrasesValidUntil(const ScheduledProject& entry, base::TimeValue now);
 
 } // namespace scheduler

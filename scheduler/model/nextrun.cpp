@@ -100,7 +100,7 @@ TimeValue NextRuns::hourly(const ScheduledProject& entry) {
 
 TimeValue NextRuns::daily(const ScheduledProject& entry) {
     const TimeSpan sinceMidnight = timeOfDay(entry.time);
-    const TimeValue today = filled(today_, startOfDay);
+    const TimeValue today = cachedStart(today_, startOfDay);
     const TimeValue candidate = today + sinceMidnight;
     const bool counted = datesCanBeCounted(today, sinceMidnight);
     // The flags start with Monday, dayOfWeek with Sunday.
@@ -124,15 +124,15 @@ TimeValue NextRuns::monthly(const ScheduledProject& entry) {
     // The day is not clamped to the month's length: day 31 of a 30-day month is the 1st of the next month. A
     // day below 1 is day 1.
     const TimeSpan offset = TimeSpan::fromDays(std::max(entry.dayOfMonth, 1) - 1) + timeOfDay(entry.time);
-    const TimeValue candidate = filled(thisMonth_, startOfMonth) + offset;
-    return candidate >= now_ ? candidate : filled(nextMonth_, startOfNextMonth) + offset;
+    const TimeValue candidate = cachedStart(thisMonth_, startOfMonth) + offset;
+    return candidate >= now_ ? candidate : cachedStart(nextMonth_, startOfNextMonth) + offset;
 }
 
 const LocalTime& NextRuns::date() {
     return date_ ? *date_ : date_.emplace(clock_.now().local());
 }
 
-TimeValue NextRuns::filled(std::optional<TimeValue>& start, TimeValue (*startOf)(const LocalTime&)) {
+TimeValue NextRuns::cachedStart(std::optional<TimeValue>& start, TimeValue (*startOf)(const LocalTime&)) {
     return start ? *start : start.emplace(startOf(date()));
 }
 

@@ -36,8 +36,8 @@ private:
 
     /// The clock's local date and time; now_ can differ.
     const base::LocalTime& date();
-    base::TimeValue filled(std::optional<base::TimeValue>& start,
-                           base::TimeValue (*startOf)(const base::LocalTime&));
+    base::TimeValue cachedStart(std::optional<base::TimeValue>& start,
+                                base::TimeValue (*startOf)(const base::LocalTime&));
 
     struct Hour {
         base::TimeValue start;

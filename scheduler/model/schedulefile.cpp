@@ -13,7 +13,7 @@ namespace scheduler {
 namespace {
 
 // Large enough that the number of system calls does not matter, small enough for the processor's cache.
-constexpr std::size_t writtenAtOnce = 128 * 1024;
+constexpr std::size_t bufferSize = 128 * 1024;
 
 std::string pathWith(const char* extension) {
     std::string path = base::windowsDirectory();
@@ -33,7 +33,7 @@ Written writeSchedule(const ScheduleList& list) {
     Written written;
     try {
         // Allocated before the file is opened: if this fails, the file keeps the last schedule.
-        std::vector<std::byte> buffer(writtenAtOnce);
+        std::vector<std::byte> buffer(bufferSize);
         base::WrittenFile file(schedulePath());
         written.begun = file.isOpen();
         static_cast<void>(encodeSchedule(
@@ -63,7 +63,7 @@ bool loadSchedule(ScheduleList& list, std::uint32_t expectedMagic) {
 
 void ScheduleFile::load(ScheduleList& list) {
     if (loadSchedule(list, scheduleMagic))
-        return noteWhole(list);
+        return chooseNextCopy(list);
     copyExtension_ = "damaged";
     const std::string path = schedulePath();
     if (base::fileExists(path))
@@ -71,11 +71,11 @@ void ScheduleFile::load(ScheduleList& list) {
 }
 
 void ScheduleFile::save(const ScheduleList& list) {
-    keepPresent();
+    copyBeforeSave();
     const Written written = writeSchedule(list);
     if (written.error == 0) {
         failing_ = false;
-        return noteWhole(list);
+        return chooseNextCopy(list);
     }
     if (written.begun)
         copyExtension_ = nullptr; // incomplete: its copy would replace a complete one
@@ -88,7 +88,7 @@ void ScheduleFile::save(const ScheduleList& list) {
     }
 }
 
-void ScheduleFile::keepPresent() {
+void ScheduleFile::copyBeforeSave() {
     if (!copyExtension_)
         return;
     try {
@@ -99,7 +99,7 @@ void ScheduleFile::keepPresent() {
     }
 }
 
-void ScheduleFile::noteWhole(const ScheduleList& list) {
+void ScheduleFile::chooseNextCopy(const ScheduleList& list) {
     copyExtension_ = "bak";
     if (!list.empty())
         return;

@@ -42,8 +42,8 @@ public:
     void save(const ScheduleList& list) override;
 
 private:
-    void keepPresent();
-    void noteWhole(const ScheduleList& list);
+    void copyBeforeSave();
+    void chooseNextCopy(const ScheduleList& list);
 
     ScheduleFileListener& listener_;
     const char* copyExtension_ = nullptr; ///< for the copy to make before the next save; null: none

@@ -17,7 +17,7 @@ constexpr const char* systemErrorText = "A system error prevented the project fr
 constexpr base::TimeSpan retryDelay = base::TimeSpan::fromSeconds(5);
 
 // During a tick the window does not respond.
-constexpr std::chrono::milliseconds longestTick(30);
+constexpr std::chrono::milliseconds maxTickTime(30);
 
 /// The outcome of a run that did not take place. Works without memory for the reason, because the entry would
 /// run for ever if its end were not recorded.
@@ -62,16 +62,16 @@ TickResult SchedulerEngine::onTimer(base::TimeValue now) {
 }
 
 TickResult SchedulerEngine::tick(base::TimeValue now) {
-    return startDue(std::exchange(unfinished_, {}).value_or(PlaceInTick{now, 0}), Cause::Schedule);
+    return startDue(std::exchange(unfinished_, {}).value_or(TickPosition{now, 0}), Cause::Schedule);
 }
 
 void SchedulerEngine::testTick() {
     startDue({services_.clock.now(), 0}, Cause::Trial);
 }
 
-TickResult SchedulerEngine::startDue(PlaceInTick place, Cause cause) {
+TickResult SchedulerEngine::startDue(TickPosition place, Cause cause) {
     const ScheduleBatch batch(entries_);
-    const std::chrono::milliseconds end = services_.clock.uptime() + longestTick;
+    const std::chrono::milliseconds end = services_.clock.uptime() + maxTickTime;
     std::size_t position = findDue(place.next, place.now);
     while (position < entries_.size()) {
         startEntry(position, place.now, cause);
@@ -132,7 +132,7 @@ void SchedulerEngine::startEntry(std::size_t position, base::TimeValue now, Caus
         return;
     }
     if (cause == Cause::User)
-        tellOfFailure();
+        showFailure();
     finishRun(position, now, notRun(systemErrorText), RunEnd::SystemError);
 }
 
@@ -145,7 +145,7 @@ bool SchedulerEngine::launch(const ScheduledProject& entry) noexcept {
     }
 }
 
-void SchedulerEngine::tellOfFailure() noexcept {
+void SchedulerEngine::showFailure() noexcept {
     try {
         services_.messages.showNotice(systemErrorText);
     } catch (const std::exception&) {

@@ -97,18 +97,18 @@ private:
         return now >= entry.nextRun && !entry.disabled && !entry.running;
     }
 
-    struct PlaceInTick {
+    struct TickPosition {
         base::TimeValue now;
         std::size_t next;
     };
 
-    TickResult startDue(PlaceInTick place, Cause cause);
+    TickResult startDue(TickPosition place, Cause cause);
     /// The first due entry from position `from`; size() if there is none.
     std::size_t findDue(std::size_t from, base::TimeValue now) const;
     void startEntry(std::size_t position, base::TimeValue now, Cause cause);
     /// False if no worker could be started.
     [[nodiscard]] bool launch(const ScheduledProject& entry) noexcept;
-    void tellOfFailure() noexcept;
+    void showFailure() noexcept;
     void waitForOthers(std::size_t position, base::TimeValue now);
     bool hasWaitedTooLong(const ScheduledProject& entry, base::TimeValue now) const;
     void markRunning(ScheduledProject& entry, base::TimeValue now);
@@ -124,7 +124,7 @@ private:
     RunPolicy& policy_;
     EngineServices services_;
     bool startupFlag_ = false;
-    std::optional<PlaceInTick> unfinished_;
+    std::optional<TickPosition> unfinished_;
     mutable std::size_t lastSeenRunning_ = 0; // where anyRunning looks first; can be out of range
 };
 

@@ -63,7 +63,7 @@ std::string outcomeOf(const FinishedRun& run, const std::string& startFailure) {
 }
 
 template<class Action>
-void unlessItFails(const Action& action) noexcept {
+void ignoringFailure(const Action& action) noexcept {
     try {
         action();
     } catch (const std::exception&) {
@@ -79,7 +79,7 @@ RunHistory::~RunHistory() {
 }
 
 void RunHistory::onRunStarted(const ScheduledProject& entry, bool manual) noexcept {
-    unlessItFails([&] {
+    ignoringFailure([&] {
         StartedRun& run = runs_[static_cast<std::uint32_t>(entry.runNumber)];
         run = {};
         run.cause = causeOf(entry, schedule_, manual);
@@ -87,7 +87,7 @@ void RunHistory::onRunStarted(const ScheduledProject& entry, bool manual) noexce
 }
 
 void RunHistory::onProcessNotStarted(std::uint32_t runNumber, std::string_view reason) noexcept {
-    unlessItFails([&] {
+    ignoringFailure([&] {
         const auto run = runs_.find(runNumber);
         if (run != runs_.end())
             run->second.startFailure = reason;
@@ -95,7 +95,7 @@ void RunHistory::onProcessNotStarted(std::uint32_t runNumber, std::string_view r
 }
 
 void RunHistory::onRunFinished(const FinishedRun& run) noexcept {
-    unlessItFails([&] {
+    ignoringFailure([&] {
         const StartedRun& started = runs_[static_cast<std::uint32_t>(run.entry.runNumber)];
         store_.append(lineOf(
             run.entry.lastRun, run.end,
@@ -105,7 +105,7 @@ void RunHistory::onRunFinished(const FinishedRun& run) noexcept {
 
 void RunHistory::note(ProgramEvent event, const std::string& path, const std::string& reason) noexcept {
     programStarted_ |= event == ProgramEvent::Started;
-    unlessItFails([&] {
+    ignoringFailure([&] {
         const base::TimeValue now = clock_.now();
         const std::string outcome =
             eventTexts.at(static_cast<std::size_t>(event)) + (reason.empty() ? reason : ": " + reason);

@@ -23,7 +23,7 @@ struct RunRequest {
 };
 
 /// 0, or the error code of a failed start.
-std::uint32_t runToItsEnd(const std::string& commandLine) {
+std::uint32_t runToCompletion(const std::string& commandLine) {
     std::uint32_t startError = ERROR_SUCCESS;
     // No time-out: the spider itself keeps the entry's time limit, and the scheduler never ends a process.
     // The exit code is ignored.
@@ -44,7 +44,7 @@ void supervise(void* argument) noexcept {
     const std::unique_ptr<const RunRequest> request(static_cast<RunRequest*>(argument));
     std::uint32_t startError = ERROR_SUCCESS;
     try {
-        startError = runToItsEnd(request->commandLine);
+        startError = runToCompletion(request->commandLine);
     } catch (...) {
         // No memory to start the process.
         startError = ERROR_NOT_ENOUGH_MEMORY;

@@ -54,7 +54,7 @@ std::string ScheduleRows::line(std::size_t row) const {
 }
 
 base::TimeValue ScheduleRows::textsValidUntil(std::size_t row, base::TimeValue now) const {
-    return phrasesHoldUntil(schedule_[order_[row]], now);
+    return phrasesValidUntil(schedule_[order_[row]], now);
 }
 
 std::string ScheduleRows::entryText(std::size_t position, ScheduleColumn column) const {

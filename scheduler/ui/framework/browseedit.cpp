@@ -28,7 +28,7 @@ CALLED_BY_PLATFORM UINT_PTR CALLBACK centreWhenReady(HWND hook, UINT id, WPARAM,
 /// Opens the dialog with `text` as the initial choice. Returns its answer; empty if nothing was chosen.
 std::string askForFiles(OPENFILENAMEA request, std::string text) {
     // The dialog changes the current directory, which started programs would inherit.
-    const base::KeptCurrentDirectory kept;
+    const base::CurrentDirectoryGuard kept;
     std::size_t size = usualAnswerSize;
     for (;;) {
         std::string answer(size, '\0');

@@ -27,7 +27,7 @@ TEST(CurrentDirectory, IsKeptThroughChangesAndExceptions) {
         ASSERT_TRUE(SetCurrentDirectoryW(directory.c_str()));
         for (const bool fails : {false, true}) {
             try {
-                const base::KeptCurrentDirectory kept;
+                const base::CurrentDirectoryGuard kept;
                 ASSERT_TRUE(SetCurrentDirectoryA(folder.path().c_str()));
                 ASSERT_NE(current(), directory);
                 if (fails)

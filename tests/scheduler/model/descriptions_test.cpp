@@ -206,7 +206,7 @@ TEST_F(Descriptions, OfTheNextAndTheLastRunHoldForAsLongAsIsSaid) {
         std::string before;
         const TimeValue end = now + TimeSpan::fromDays(5);
         for (TimeValue time = now, until; time < end; time = until) {
-            until = scheduler::phrasesHoldUntil(entry, time);
+            until = scheduler::phrasesValidUntil(entry, time);
             ASSERT_GT(until, time);
             const std::string phrases = phrasesAt(time);
             ASSERT_EQ(phrasesAt(TimeValue(until.seconds() - 1)), phrases)
