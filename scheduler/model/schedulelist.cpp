@@ -27,9 +27,9 @@ std::ptrdiff_t ScheduleList::insert(std::size_t position, ScheduledProject recor
     // Later entries move up by their move constructor, not bytewise: a short string's text is inside the
     // string object.
     entries_.insert(entries_.begin() + static_cast<std::ptrdiff_t>(position), std::move(record));
-    const bool isLast = position + 1 == entries_.size();
+    const bool appended = position + 1 == entries_.size();
     for (ScheduleObserver* const observer : observers_)
-        observer->onEntryInserted(position, isLast);
+        observer->onEntryInserted(position, appended);
     noteChange();
     return static_cast<std::ptrdiff_t>(position);
 }

@@ -21,8 +21,8 @@ public:
 
     // Called as soon as positions change, so that data stored by position stays correct.
 
-    /// The entries after `position` moved up by one; `isLast` if there are none.
-    virtual void onEntryInserted(std::size_t /*position*/, bool /*isLast*/) {}
+    /// The entries after `position` moved up by one; `appended` if there are none.
+    virtual void onEntryInserted(std::size_t /*position*/, bool /*appended*/) {}
 
     /// Entries 0 to count - 1 are new.
     virtual void onEntriesLoaded(std::size_t /*count*/) {}

@@ -30,8 +30,8 @@ private:
         if (count > room)
             throw std::bad_alloc();
     }
-    void onEntryInserted(std::size_t position, bool isLast) override {
-        note("inserted " + std::to_string(position) + (isLast ? ", the last" : ""));
+    void onEntryInserted(std::size_t position, bool appended) override {
+        note("inserted " + std::to_string(position) + (appended ? ", the last" : ""));
     }
     void onEntriesLoaded(std::size_t count) override { note("loaded " + std::to_string(count)); }
     void onEntriesRemoved(std::span<const std::size_t> positions) override {
