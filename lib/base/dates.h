@@ -23,7 +23,6 @@ public:
 
     constexpr std::int32_t seconds() const { return seconds_; }
 
-    // clang-tidy mistakes the 0 of the rewritten comparison for a null pointer.
     friend constexpr auto operator<=>(TimeSpan, TimeSpan) = default; // NOLINT(modernize-use-nullptr)
     friend constexpr TimeSpan operator+(TimeSpan a, TimeSpan b);
 
@@ -76,7 +75,7 @@ public:
     int second() const { return local().second; }
     int dayOfWeek() const { return local().dayOfWeek; }
 
-    // NOLINTNEXTLINE(modernize-use-nullptr): as above
+    // NOLINTNEXTLINE(modernize-use-nullptr): the check mistakes the comparison's 0 for a null pointer
     friend constexpr auto operator<=>(TimeValue, TimeValue) = default;
     friend constexpr TimeValue operator+(TimeValue t, TimeSpan span);
     friend constexpr TimeValue operator-(TimeValue t, TimeSpan span);

@@ -18,8 +18,7 @@ public:
     MappedFile(const MappedFile&) = delete;
     MappedFile& operator=(const MappedFile&) = delete;
 
-    /// Closes any open file first. False if a step fails or the file is empty. Others can read the file, not
-    /// write.
+    /// Closes any open file first. False if a step fails or the file is empty. Others can only read the file.
     [[nodiscard]] bool open(const std::string& path);
 
     void close();

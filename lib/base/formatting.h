@@ -20,8 +20,8 @@ std::string formatPattern(TimeValue t, const char* pattern);
 /// - counted modulo 365: on the same day of the month a year ahead, 0 again; the list's phrases rely on it
 int relativeDay(TimeValue now, TimeValue t);
 
-/// "yesterday at %s", "today at %s", "tomorrow at %s", or weekday, month, day (with another year's number)
-/// and time of day. Empty for time 0.
+/// "yesterday at %s", "today at %s", "tomorrow at %s", or weekday, month, day, the year if it is not this
+/// one, and time of day. Empty for time 0.
 std::string formatRelative(TimeValue t, TimeValue now);
 
 namespace detail {

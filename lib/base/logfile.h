@@ -13,9 +13,8 @@ struct LogFile {
     std::uint32_t sizeLimit; ///< in bytes; a line that would exceed it starts a new file
 };
 
-/// Appends `line`, which has no line break, in one write, so that a crash can truncate only this line. The
-/// line after a truncated one starts on its own line. A full log that cannot be moved keeps growing. False if
-/// the line was not written whole.
+/// Appends `line`, without a line break, in one write: a crash can truncate only this line, and the next one
+/// starts on its own line. A full log that cannot be moved keeps growing. False if not written whole.
 [[nodiscard]] bool appendLine(const LogFile& log, std::string_view line);
 
 } // namespace base

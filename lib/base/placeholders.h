@@ -5,8 +5,7 @@
 
 namespace base {
 
-/// A registered command without the placeholders %1 to %9, the empty quotes that remain of them, and
-/// surrounding white space.
+/// Removes the placeholders %1 to %9, the empty quotes that remain, and surrounding white space.
 std::string withoutPlaceholders(std::string_view command);
 
 } // namespace base

@@ -13,8 +13,7 @@ enum class CaseRule { Sensitive, Insensitive };
 /// can throw std::runtime_error if repetitions are nested; the program's own expressions have none.
 class [[nodiscard]] Expression {
 public:
-    /// The prefix "[c]" makes a pattern case-sensitive, "[i]" case-insensitive; without one `defaultRule`
-    /// applies. Throws std::runtime_error for a malformed pattern.
+    /// A leading "[c]" regards case, "[i]" ignores it. Throws std::runtime_error for a malformed pattern.
     explicit Expression(std::string_view pattern, CaseRule defaultRule = CaseRule::Sensitive);
     ~Expression();
     Expression(const Expression&) = delete;

@@ -60,7 +60,7 @@ struct ScheduledProject {
     friend bool operator==(const ScheduledProject&, const ScheduledProject&) = default;
 };
 
-/// Begins a `path` that is a command line. Case-sensitive.
+/// A `path` with this prefix is a command line. Case-sensitive.
 inline constexpr std::string_view commandLinePrefix = "run:";
 
 [[nodiscard]] inline bool isCommandLine(std::string_view path) {

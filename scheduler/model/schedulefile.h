@@ -29,8 +29,7 @@ public:
 };
 
 /// Loads and saves at schedulePath(). Before overwriting a file it keeps a copy for the user, if it can:
-/// - `schedule.bak`: a schedule that was loaded or written completely; only one with entries while there is a
-/// `schedule.damaged`
+/// - `schedule.bak`: a completely loaded or written schedule; if `schedule.damaged` exists, one with entries
 /// - `schedule.damaged`: a file that could not be loaded; replaces an earlier one
 class ScheduleFile : public ScheduleStore {
 public:

@@ -15,7 +15,7 @@ class ScheduleObserver {
 public:
     virtual ~ScheduleObserver() = default;
 
-    /// The schedule will hold `count` entries: allocate what later notices need. If that throws, nothing is
+    /// The schedule will hold `count` entries: allocate for later notices. If that throws, nothing is
     /// inserted.
     virtual void makeRoom(std::size_t /*count*/) {}
 

@@ -23,8 +23,7 @@ class DialupConnector {
 public:
     using FindEntryPoint = std::function<FARPROC(HMODULE library, const char* name)>;
 
-    /// Created by the first call; later changes to the phone book are not seen. For the user-interface
-    /// thread.
+    /// Created by the first call; later phone-book changes are not seen. For the user-interface thread.
     static const DialupConnector& instance();
 
     /// Lists the entries of a remote-access library, which stays loaded. Null: there is none.
