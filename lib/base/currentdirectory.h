@@ -13,7 +13,7 @@ public:
     ~CurrentDirectoryGuard();
 
 private:
-    std::wstring directory_; ///< wide: the name need not fit the code page; empty: unknown
+    std::wstring directory_;
 };
 
 } // namespace base

@@ -68,8 +68,7 @@ TimeValue TimeValue::fromLocal(int year, int month, int day, int hour, int minut
 }
 
 TimeValue TimeValue::fromUtc(int year, int month, int day, int hour, int minute, int second) {
-    // At the ends of the range these fields can be invalid as local time, but are valid a day earlier or
-    // later.
+    // At the ends of the range the fields can be invalid as local time: shift them by a day.
     for (const int shift : {0, 1, -1}) {
         // Without daylight saving time, mktime reads the fields as local standard time.
         const auto standard =

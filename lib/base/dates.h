@@ -44,13 +44,12 @@ struct LocalTime {
     friend bool operator==(const LocalTime&, const LocalTime&) = default;
 };
 
-/// Seconds since 1970-01-01 00:00:00 UTC. 0: no time. A negative value is invalid, without calendar fields.
+/// Seconds since 1970-01-01 00:00:00 UTC. 0: no time. A negative value is invalid; its fields are 0.
 class TimeValue {
 public:
     constexpr TimeValue() = default;
     constexpr explicit TimeValue(std::int32_t seconds) : seconds_(seconds) {}
 
-    /// Means "will not happen"; otherwise an ordinary value.
     static constexpr TimeValue never() { return TimeValue(0x7FFFFFFF); }
 
     static TimeValue now();
@@ -63,10 +62,9 @@ public:
 
     constexpr std::int32_t seconds() const { return seconds_; }
 
-    /// All calendar fields in one conversion; all 0 for a negative value.
     LocalTime local() const;
 
-    // Each call converts again: for several fields use local(). 0 for a negative value.
+    // Each call converts again: for several fields use local().
     int year() const { return local().year; }
     int month() const { return local().month; }
     int day() const { return local().day; }

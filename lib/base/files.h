@@ -43,7 +43,6 @@ public:
     WrittenFile(const WrittenFile&) = delete;
     WrittenFile& operator=(const WrittenFile&) = delete;
 
-    /// False if the file is not open or the bytes could not be written.
     [[nodiscard]] bool write(std::span<const std::byte> bytes);
 
     /// False if the file is not open or some data did not reach it.
@@ -67,7 +66,6 @@ private:
 
 [[nodiscard]] bool anyFileMatches(const std::string& pattern);
 
-/// True for a file or folder whose attributes can be read.
 [[nodiscard]] bool fileExists(const std::string& path);
 
 /// Ends in a backslash. Empty on failure.

@@ -42,7 +42,6 @@ private:
     Handle handle_ = Traits::none();
 };
 
-/// Mappings, processes, threads, mutexes.
 struct KernelHandleTraits {
     using Handle = HANDLE;
     static Handle none() { return nullptr; }

@@ -15,7 +15,6 @@ inline constexpr std::uint32_t processFailed = 0xFFFFFFFF;
                                  PROCESS_INFORMATION& processInfo, const std::string& directory,
                                  bool inheritHandles);
 
-/// Does not wait for the process. `showCommand` is one of the SW_ values.
 [[nodiscard]] bool startProcess(const std::string& commandLine, int showCommand,
                                 const std::string& directory);
 

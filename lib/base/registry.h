@@ -22,7 +22,7 @@ std::string getString(HKEY root, const std::string& path);
 
 std::uint32_t getNumber(HKEY root, const std::string& path, std::uint32_t fallback);
 
-/// Reads a REG_BINARY value. Fails as readString does.
+/// As readString, for REG_BINARY.
 [[nodiscard]] bool readBinary(HKEY root, const std::string& path, std::string& out);
 
 // Writing creates a missing key. Strings are written as REG_SZ without a terminating zero.

@@ -2,7 +2,6 @@
 
 namespace base {
 
-/// Sets a flag until the end of the scope.
 class [[nodiscard]] ScopedFlag {
 public:
     explicit ScopedFlag(bool& flag) : flag_(flag) { flag_ = true; }

@@ -33,7 +33,7 @@ private:
     static constexpr std::size_t slotCount = 16;
 
     std::array<void*, slotCount> buffers_{};
-    std::array<std::uint32_t, slotCount> sizes_{}; // in bytes
+    std::array<std::uint32_t, slotCount> sizes_{};
     std::size_t next_ = 0;
 };
 

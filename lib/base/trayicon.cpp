@@ -44,8 +44,7 @@ namespace detail {
 
 NOTIFYICONDATAA trayIconRecord(HWND window, UINT flags, HICON icon, const std::string& tip) {
     NOTIFYICONDATAA record{};
-    record.cbSize =
-        NOTIFYICONDATAA_V1_SIZE; // with this size the shell reads at most 64 characters of the tip
+    record.cbSize = NOTIFYICONDATAA_V1_SIZE; // the shell then reads no more than 64 characters of the tip
     record.hWnd = window;
     record.uFlags = flags;
     if (flags & NIF_MESSAGE)

@@ -64,7 +64,7 @@ private:
     static std::size_t at(std::int32_t index) { return static_cast<std::size_t>(index); }
 
     std::vector<std::int32_t> positions_;
-    std::vector<std::int32_t> reachedAt_; ///< per index: the first deletion that is not at a higher position
+    std::vector<std::int32_t> reachedAt_;    ///< per index: the first deletion at it or below it
     std::vector<std::int32_t> predecessors_; ///< per deletion
     std::int32_t count_;                     ///< number of entries before the first deletion
 };

@@ -170,8 +170,8 @@ std::string describeLastRun(const ScheduledProject& entry, const base::Clock& cl
 base::TimeValue phrasesValidUntil(const ScheduledProject& entry, base::TimeValue now) {
     base::TimeValue until = nextMultiple(now, base::TimeValue(), quarterOfAnHour);
     for (const base::TimeValue t : {entry.nextRun, entry.lastRun}) {
-        // The number of days to a future time changes one second after the time of day, that since a past
-        // time exactly at the time of day.
+        // The days until a future time change one second after its time of day, the days since a past time
+        // exactly at it.
         for (const std::int32_t delay : {0, 1})
             until = std::min(until, nextMultiple(now, t + base::TimeSpan::fromSeconds(delay), wholeDay));
     }

@@ -46,8 +46,7 @@ bool datesCanBeCounted(TimeValue midnight, TimeSpan sinceMidnight) {
 
 } // namespace
 
-/// For the kinds that need the calendar. If the compiler inlines this function or changes its parameters,
-/// which it may unless the function is external, the other kinds get slower.
+/// For the kinds that need the calendar. External and not inlined: otherwise the other kinds get slower.
 [[gnu::noinline]] TimeValue nextRunByCalendar(const EngineState& state, const ScheduledProject& entry,
                                               TimeValue now, const base::Clock& clock) {
     return NextRuns(state, now, clock).of(entry);

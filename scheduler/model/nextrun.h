@@ -23,7 +23,6 @@ base::TimeValue computeNextRun(const EngineState& state, const ScheduledProject&
 /// Computes next runs for one moment. Caches the clock's time and its calendar conversions, which are slow.
 class NextRuns {
 public:
-    /// The clock must outlive this object.
     NextRuns(const EngineState& state, base::TimeValue now, const base::Clock& clock)
         : state_(state), now_(now), clock_(clock) {}
 

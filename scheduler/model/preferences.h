@@ -10,7 +10,7 @@
 namespace scheduler {
 
 struct Preferences : RunPolicy {
-    base::WindowState windowState{}; ///< only the window framework knows its layout
+    base::WindowState windowState{};
     bool autostart = true;
 };
 

@@ -42,7 +42,7 @@ struct ScheduledProject {
     std::int32_t minutes = 0;    ///< after a project, at start-up: delay; hourly: minute of the hour
     std::int32_t afterIndex = 0; ///< after a project: position of the followed entry
     std::array<std::uint8_t, 7> weekdays = {1, 1, 1, 1, 1, 1, 1}; ///< daily: Monday first, 1: runs
-    std::int32_t dayOfMonth = 1;                                  ///< monthly: from 1
+    std::int32_t dayOfMonth = 1;
     RunCommand runCommand = RunCommand::RunNormally;
     std::string dialupEntry;           ///< phone-book entry; empty: none
     std::int32_t timeLimitMinutes = 0; ///< 0: no limit

@@ -17,8 +17,7 @@ constexpr std::size_t bufferSize = 128 * 1024;
 
 std::string pathWith(const char* extension) {
     std::string path = base::windowsDirectory();
-    // Without a folder the path would be relative to the current one. An empty path cannot be opened or
-    // created.
+    // Without a folder the path would be relative. An empty path cannot be opened or created.
     if (!path.empty())
         path.append("schedule.").append(extension);
     return path;
@@ -103,8 +102,7 @@ void ScheduleFile::chooseNextCopy(const ScheduleList& list) {
     copyExtension_ = "bak";
     if (!list.empty())
         return;
-    // After a load of a damaged file the list is empty, and the program saves it at exit: `schedule.bak`
-    // keeps the last entries.
+    // After a damaged file the program saves an empty list at exit: `schedule.bak` keeps the last entries.
     try {
         if (base::fileExists(pathWith("damaged")))
             copyExtension_ = nullptr;

@@ -24,7 +24,6 @@ public:
     /// The entries after `position` moved up by one; `appended` if there are none.
     virtual void onEntryInserted(std::size_t /*position*/, bool /*appended*/) {}
 
-    /// Entries 0 to count - 1 are new.
     virtual void onEntriesLoaded(std::size_t /*count*/) {}
 
     /// In descending order. The entries after each moved down by one.
@@ -53,7 +52,6 @@ public:
     bool empty() const { return entries_.empty(); }
     std::size_t capacity() const { return entries_.capacity(); }
 
-    /// `position` must be below size().
     ScheduledProject& operator[](std::size_t position) { return entries_[position]; }
     const ScheduledProject& operator[](std::size_t position) const { return entries_[position]; }
     std::span<ScheduledProject> entries() { return entries_; }

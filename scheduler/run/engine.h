@@ -103,7 +103,6 @@ private:
     };
 
     TickResult startDue(TickPosition place, Cause cause);
-    /// The first due entry from position `from`; size() if there is none.
     std::size_t findDue(std::size_t from, base::TimeValue now) const;
     void startEntry(std::size_t position, base::TimeValue now, Cause cause);
     /// False if no worker could be started.
