@@ -8,9 +8,9 @@
 
 namespace {
 
-TEST(FileDialog, IsThePlatformsOnceItsLibraryCanBeLoaded) {
+TEST(FileDialog, FailsUntilThePlatformsLibraryCanBeLoaded) {
     std::optional<test::Instead<test::GetSystemDirectoryACall>> missing([](LPSTR, UINT) { return 0U; });
-    OPENFILENAMEA request{}; // the dialog refuses its size
+    OPENFILENAMEA request{}; // the dialog rejects lStructSize 0
     EXPECT_FALSE(framework::openFileDialog(request));
     EXPECT_EQ(framework::fileDialogError(), DWORD{CDERR_INITIALIZATION});
     missing.reset();
