@@ -9,7 +9,7 @@
 namespace {
 
 TEST(FileDialog, FailsUntilThePlatformsLibraryCanBeLoaded) {
-    std::optional<test::Instead<test::GetSystemDirectoryACall>> missing([](LPSTR, UINT) { return 0U; });
+    std::optional<test::Override<test::GetSystemDirectoryACall>> missing([](LPSTR, UINT) { return 0U; });
     OPENFILENAMEA request{}; // the dialog rejects lStructSize 0
     EXPECT_FALSE(framework::openFileDialog(request));
     EXPECT_EQ(framework::fileDialogError(), DWORD{CDERR_INITIALIZATION});

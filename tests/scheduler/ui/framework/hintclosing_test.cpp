@@ -119,7 +119,8 @@ TEST_F(HintClosing, AHintWithoutAnOwnerClosesOnItsOwnInput) {
     }
     EXPECT_FALSE(HintWindow::show(nullptr, hintAt({400, 300}, "")));
     EXPECT_TRUE(HintWindow::show(nullptr, hintAt({400, 300})));
-    EXPECT_TRUE(HintWindow::show(nullptr, hintAt({400, 300}))) << "hints without an owner are not limited to one";
+    EXPECT_TRUE(HintWindow::show(nullptr, hintAt({400, 300})))
+        << "hints without an owner are not limited to one";
 }
 
 } // namespace

@@ -14,7 +14,7 @@ using framework::HintStyle;
 using test::hintAt;
 using test::HintOwner;
 using test::hints;
-using test::Instead;
+using test::Override;
 using test::placeOf;
 
 constexpr HintStyle styles[] = {HintStyle::Rounded, HintStyle::Plain};
@@ -119,7 +119,8 @@ TEST_F(HintWindow, DestroyedFromOutsidePostsNoThreadMessage) {
         DestroyWindow(shown(owner));
         SendMessageA(owner.handle(), WM_CHAR, 'x', 0);
         MSG message{};
-        EXPECT_FALSE(PeekMessageA(&message, reinterpret_cast<HWND>(-1), 0, 0, PM_REMOVE)) << "a message to the thread";
+        EXPECT_FALSE(PeekMessageA(&message, reinterpret_cast<HWND>(-1), 0, 0, PM_REMOVE))
+            << "a message to the thread";
         test::pumpUntilIdle();
     }
 }
@@ -155,11 +156,11 @@ TEST_F(HintWindow, IsDrawnInMemoryAndCopiedInOneStep) {
     const auto record = [&](const std::string& act, HDC context) {
         drawing += act + (GetObjectType(context) == OBJ_MEMDC ? " memory; " : " window; ");
     };
-    const Instead<test::FillRectCall> fill([&](HDC context, const RECT* area, HBRUSH brush) {
+    const Override<test::FillRectCall> fill([&](HDC context, const RECT* area, HBRUSH brush) {
         record("fill", context);
         return test::FillRectCall::original(context, area, brush);
     });
-    const Instead<test::BitBltCall> copy([&](HDC to, int x, int y, int width, int height, auto... from) {
+    const Override<test::BitBltCall> copy([&](HDC to, int x, int y, int width, int height, auto... from) {
         record("copy " + std::to_string(width) + "x" + std::to_string(height) + " to", to);
         return test::BitBltCall::original(to, x, y, width, height, from...);
     });
@@ -170,11 +171,12 @@ TEST_F(HintWindow, IsDrawnInMemoryAndCopiedInOneStep) {
 TEST_F(HintWindow, IsShownForSevenSecondsByDefault) {
     HintOwner owner;
     UINT timer = 0;
-    const Instead<test::SetTimerCall> timers([&](HWND window, UINT_PTR id, UINT milliseconds, TIMERPROC act) {
-        if (id == 1)
-            timer = milliseconds;
-        return test::SetTimerCall::original(window, id, milliseconds, act);
-    });
+    const Override<test::SetTimerCall> timers(
+        [&](HWND window, UINT_PTR id, UINT milliseconds, TIMERPROC act) {
+            if (id == 1)
+                timer = milliseconds;
+            return test::SetTimerCall::original(window, id, milliseconds, act);
+        });
     framework::Hint hint = hintAt({400, 300});
     hint.displayMilliseconds = framework::Hint().displayMilliseconds;
     SendMessageA(shown(owner, hint), WM_CLOSE, 0, 0);

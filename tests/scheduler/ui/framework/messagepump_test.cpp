@@ -13,7 +13,7 @@ namespace {
 
 using framework::Handled;
 using framework::Message;
-using test::Instead;
+using test::Override;
 using test::probe;
 
 class MessagePump : public testing::Test {
@@ -52,7 +52,7 @@ TEST_F(MessagePump, OnlyMessagesThatMayChangeControlsRequestAnIdlePass) {
 
 TEST_F(MessagePump, TheMainLoopHasA200MillisecondTimerAndReturnsTheExitCode) {
     std::vector<UINT> threadTimers;
-    const Instead<test::SetTimerCall> timers([&](HWND of, UINT_PTR id, UINT milliseconds, TIMERPROC act) {
+    const Override<test::SetTimerCall> timers([&](HWND of, UINT_PTR id, UINT milliseconds, TIMERPROC act) {
         if (!of)
             threadTimers.push_back(milliseconds);
         return test::SetTimerCall::original(of, id, milliseconds, act);
@@ -77,7 +77,7 @@ TEST_F(MessagePump, RunsOneIdlePassWhenTheQueueIsEmpty) {
             window.endModal(1);
         return std::nullopt;
     };
-    const Instead<test::GetMessageACall> neverEmpty([&](MSG* message, auto... rest) {
+    const Override<test::GetMessageACall> neverEmpty([&](MSG* message, auto... rest) {
         MSG waiting{};
         if (!PeekMessageA(&waiting, nullptr, 0, 0, PM_NOREMOVE))
             post(WM_USER);
@@ -110,7 +110,7 @@ TEST_F(MessagePump, AQuitMessageInAModalLoopReachesTheMainLoop) {
 
 TEST_F(MessagePump, LoopsEndWhenGetMessageFails) {
     int gets = 0;
-    const Instead<test::GetMessageACall> failing([&](auto...) { return ++gets > 1 ? 0 : -1; });
+    const Override<test::GetMessageACall> failing([&](auto...) { return ++gets > 1 ? 0 : -1; });
     pump.runMainLoop();
     EXPECT_EQ(gets, 1);
     gets = 0;

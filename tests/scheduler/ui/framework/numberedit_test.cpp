@@ -116,7 +116,8 @@ TEST_F(NumberEdit, WhenEmptiedSelectsItsLowerBoundAndLaterIdlePassesWriteNothing
     EXPECT_EQ(shown(), "[0]");
     SendMessageA(item(IDC_NUMBER), EM_SETMODIFY, TRUE, 0);
     pumpUntilIdle();
-    EXPECT_TRUE(SendMessageA(item(IDC_NUMBER), EM_GETMODIFY, 0, 0)) << "setting the text clears the modified flag";
+    EXPECT_TRUE(SendMessageA(item(IDC_NUMBER), EM_GETMODIFY, 0, 0))
+        << "setting the text clears the modified flag";
 }
 
 TEST_F(NumberEdit, AnIdlePassKeepsAValidTextAndItsCaret) {

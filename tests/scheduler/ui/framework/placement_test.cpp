@@ -70,7 +70,7 @@ TEST_F(Placement, InvalidDataAndPlacesOutsideEveryWorkAreaAreIgnored) {
 }
 
 TEST_F(Placement, IsRelativeToTheWorkArea) {
-    const test::Instead<test::GetMonitorInfoACall> taskBar([](HMONITOR monitor, MONITORINFO* info) {
+    const test::Override<test::GetMonitorInfoACall> taskBar([](HMONITOR monitor, MONITORINFO* info) {
         const BOOL known = test::GetMonitorInfoACall::original(monitor, info);
         info->rcWork.left += 200;
         return known;

@@ -27,7 +27,7 @@ protected:
 
     DWORD askedFlags = 0;
     bool ignoresPremature = false; ///< true: pages are created only when shown
-    const test::Instead<test::PropertySheetACall> sheets{[this](LPCPROPSHEETHEADERA header) {
+    const test::Override<test::PropertySheetACall> sheets{[this](LPCPROPSHEETHEADERA header) {
         askedFlags = header->dwFlags;
         std::vector<PROPSHEETPAGEA> pages(header->ppsp, header->ppsp + header->nPages);
         for (PROPSHEETPAGEA& page : pages)
