@@ -27,7 +27,7 @@ std::vector<Item> afterStart(std::vector<Item> items) {
     return items;
 }
 
-class Damage : public driver::ProgramTest {
+class DamagedSchedule : public driver::ProgramTest {
 protected:
     void SetUp() override {
         ProgramTest::SetUp();
@@ -56,7 +56,7 @@ protected:
     }
 };
 
-TEST_F(Damage, LoadsTheRightEntriesOrNone) {
+TEST_F(DamagedSchedule, LoadsTheRightEntriesOrNone) {
     const std::vector<std::byte> whole = test::encodedSchedule(test::richSchedule());
     const std::vector<std::uint32_t> seeds = test::seeds(defaultStarts);
     std::size_t withEntries = 0;

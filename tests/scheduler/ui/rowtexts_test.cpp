@@ -69,7 +69,7 @@ TEST_F(RowImages, ShowWaitingOnlyForADueEntryThatMayStart) {
     EXPECT_EQ(rows_.image(0), RowImage::None);
 }
 
-TEST_F(RowImages, BelongToTheEntryOfASortedRow) {
+TEST_F(RowImages, FollowTheirEntriesInASortedList) {
     schedule_[0].disabled = 1;
     rows_.sortBy(ScheduleColumn::Project);
     EXPECT_EQ(rows_.image(0), RowImage::None);

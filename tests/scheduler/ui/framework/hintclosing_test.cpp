@@ -60,7 +60,7 @@ TEST_F(HintClosing, OnlyItsOwnerCanDismissIt) {
     EXPECT_TRUE(HintWindow::show(&owner, hintAt({400, 300}))) << "the owner can show another hint";
 }
 
-TEST_F(HintClosing, OtherOwnerMessagesDoNotCloseIt) {
+TEST_F(HintClosing, OtherMessagesOfItsOwnerDoNotCloseIt) {
     HintOwner owner;
     const HWND window = shown(owner);
     for (const UINT other : {UINT{WM_MOUSEMOVE}, UINT{WM_KEYDOWN}, UINT{WM_KEYUP}, UINT{WM_LBUTTONUP},

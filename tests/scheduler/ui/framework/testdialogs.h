@@ -28,7 +28,7 @@
 #define IDD_LARGE_PAGE 204
 #define IDD_SMALL_PAGE 205
 
-// Lengths around that of the first read.
+// Texts with lengths around that of the first read.
 #define IDS_SHORT 500
 #define IDS_BELOW 501
 #define IDS_AT 502
