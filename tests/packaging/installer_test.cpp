@@ -1,4 +1,4 @@
-// Installs and removes the program as its user does, silently and with the installer's pages.
+// Installs and removes the program silently and through the installer's pages.
 
 #include "lib/base/files.h"
 #include "scheduler/model/schedulefile.h"
@@ -50,10 +50,10 @@ TEST_F(Installer, InstallsSilentlyAndStartsWithWindows) {
     EXPECT_EQ(base::getString(HKEY_LOCAL_MACHINE, driver::uninstallKey + "DisplayName"), "Corvane Scheduler");
     EXPECT_EQ(base::getString(HKEY_LOCAL_MACHINE, driver::uninstallKey + "DisplayVersion"), PACKAGE_VERSION);
     EXPECT_EQ(autostart(), autostart_);
-    EXPECT_EQ(FindWindowA("scheduler", nullptr), nullptr) << "nothing ran before";
+    EXPECT_EQ(FindWindowA("scheduler", nullptr), nullptr) << "only an upgrade starts the program";
 }
 
-TEST_F(Installer, RemovesSilentlyWhatItMadeAndKeepsWhatTheUserMade) {
+TEST_F(Installer, SilentRemovalDeletesTheProgramAndKeepsUserData) {
     ASSERT_EQ(runSetup("/S"), 0U);
     driver::saveEntries({driver::pendingEntry()});
     ASSERT_TRUE(installed_.start());
@@ -61,7 +61,7 @@ TEST_F(Installer, RemovesSilentlyWhatItMadeAndKeepsWhatTheUserMade) {
     base::writeString(HKEY_LOCAL_MACHINE, scheduler::outcomeKey(1) + "Result", "left behind");
     base::writeNumber(HKEY_CURRENT_USER, waitTime, 7);
 
-    // As the system's list of programs calls it: the uninstaller goes on in a copy of itself.
+    // As Windows calls it: the uninstaller starts a copy of itself, which does the work.
     const std::string command =
         base::getString(HKEY_LOCAL_MACHINE, driver::uninstallKey + "QuietUninstallString");
     ASSERT_EQ(SetupProcess(command).waitForEnd(), 0U);
@@ -73,7 +73,7 @@ TEST_F(Installer, RemovesSilentlyWhatItMadeAndKeepsWhatTheUserMade) {
     EXPECT_EQ(base::getNumber(HKEY_CURRENT_USER, waitTime, 0), 7U);
 }
 
-TEST_F(Installer, TheProgramKeepsToTheChoiceNotToStartWithWindows) {
+TEST_F(Installer, TheProgramRespectsTheChoiceNotToStartWithWindows) {
     ASSERT_EQ(runSetup("/S /AUTOSTART=0"), 0U);
     EXPECT_EQ(autostart(), "");
     ASSERT_TRUE(installed_.start());
@@ -85,20 +85,20 @@ TEST_F(Installer, TheProgramKeepsToTheChoiceNotToStartWithWindows) {
     EXPECT_EQ(autostart(), autostart_);
 }
 
-TEST_F(Installer, LeavesAnotherCopysStartWithWindowsWhenItIsRemoved) {
+TEST_F(Installer, RemovalKeepsTheAutostartOfAnotherCopy) {
     ASSERT_EQ(runSetup("/S"), 0U);
     base::writeString(HKEY_LOCAL_MACHINE, driver::autostartValue, "\"C:\\Unpacked\\scheduler.exe\" /s");
     ASSERT_EQ(SetupProcess(uninstaller(folder_, "/S")).waitForEnd(), 0U);
     EXPECT_EQ(autostart(), "\"C:\\Unpacked\\scheduler.exe\" /s");
 }
 
-TEST_F(Installer, TellsThatItsUserCancelled) {
+TEST_F(Installer, ReturnsOneWhenTheUserCancels) {
     const SetupProcess installation(setup());
     installation.press("&Next >", IDCANCEL);
     EXPECT_EQ(installation.waitForEnd(), 1U);
 }
 
-TEST_F(Installer, PagesInstallAndRemoveEverything) {
+TEST_F(Installer, ThePagesInstallAndRemoveEverything) {
     const SetupProcess installation(setup());
     installation.press("&Next >", IDOK);
     installation.press("&Install", IDOK);
@@ -122,7 +122,7 @@ TEST_F(Installer, PagesInstallAndRemoveEverything) {
     removal.press("Do you want to keep", IDNO);
     removal.press("&Close", IDOK);
     EXPECT_EQ(removal.waitForEnd(), 0U);
-    EXPECT_FALSE(IsWindow(window)) << "the copy has been closed";
+    EXPECT_FALSE(IsWindow(window)) << "the removal closed the program";
     expectNothingInstalled();
     for (const char* name : {"dat", "bak", "damaged"})
         EXPECT_FALSE(fileExists(folderOf(CSIDL_WINDOWS) + "schedule." + name)) << name;

@@ -34,7 +34,7 @@ std::string shortcutCommand(const std::string& file) {
     return *path ? path + std::string(" ") + arguments : "";
 }
 
-void killCopies() {
+void killAllInstances() {
     while (const HWND window = FindWindowA("scheduler", nullptr)) {
         DWORD id = 0;
         GetWindowThreadProcessId(window, &id);
@@ -53,11 +53,11 @@ InstallerTest::InstallerTest()
 
 void InstallerTest::TearDown() {
     installed_.kill();
-    killCopies();
+    killAllInstances();
     for (const std::string& folder : {folder_, ownFolder_})
         if (base::fileExists(folder + "uninstall.exe"))
             SetupProcess(uninstaller(folder, "/S")).waitForEnd();
-    // What installOldVersion() made, unless it was upgraded.
+    // The files of installOldVersion(), unless they were upgraded.
     for (const char* file : {"scheduler.exe", "manual.html", "uninstall.exe"})
         DeleteFileA((oldFolder_ + file).c_str());
     RemoveDirectoryA(oldFolder_.c_str());

@@ -1,4 +1,3 @@
-// What the tests of the installer begin and end with, and where the installer puts things.
 #pragma once
 
 #include "tests/packaging/setupprocess.h"
@@ -8,21 +7,20 @@
 
 namespace driver {
 
-constexpr DWORD refused = 2; ///< the exit code of an installation that did not take place
+constexpr DWORD refused = 2; ///< exit code of an installer that installed nothing
 
 inline const std::string uninstallKey =
     "Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\Corvane Scheduler\\";
 
-/// A folder of the shell by its CSIDL, with a backslash at its end.
+/// A folder of the shell by its CSIDL, with a trailing backslash.
 std::string folderOf(int id);
 
-/// A shortcut's path as it was written, a space and its arguments; empty when there is no such shortcut.
+/// A shortcut's path as written, a space and its arguments; empty when there is no such shortcut.
 std::string shortcutCommand(const std::string& file);
 
-/// Ends all copies of the program at once.
-void killCopies();
+void killAllInstances();
 
-/// Before and after the test, the program is installed for no one.
+/// Removes every installation and kills every instance after the test.
 class InstallerTest : public ProgramTest {
 protected:
     InstallerTest();
@@ -30,19 +28,19 @@ protected:
 
     static std::string setup(const std::string& switches = "");
     static DWORD runSetup(const std::string& switches) { return SetupProcess(setup(switches)).waitForEnd(); }
-    /// The uninstaller of a folder, as one process: called otherwise, it starts a copy of itself and ends.
+    /// The uninstaller of a folder. With _?= it does the work itself instead of starting a copy of itself.
     static std::string uninstaller(const std::string& folder, const std::string& switches = "");
 
-    /// The window of a copy that the installer starts; null when there is none in time.
+    /// The window of the instance that the installer starts; null after a time limit.
     static HWND waitForWindow();
 
-    /// Makes what version 1.34 installed for all users, in a folder with the window's title.
+    /// Creates what version 1.34 installed for all users, in a folder named after the program's title.
     void installOldVersion() const;
 
     const std::string folder_;    ///< for all users
     const std::string ownFolder_; ///< for one user
     const std::string oldFolder_; ///< of version 1.34
-    const std::string autostart_; ///< what starts the program at log-on
+    const std::string autostart_; ///< the value of the Run key
     SchedulerProcess installed_;
 };
 

@@ -41,7 +41,7 @@ TEST_F(InstallerForOneUser, NeedsNoAdministrator) {
     EXPECT_EQ(base::getString(HKEY_CURRENT_USER, driver::uninstallKey + "DisplayName"), "");
 }
 
-TEST_F(InstallerForOneUser, UpgradeStartsTheRunningCopyAgain) {
+TEST_F(InstallerForOneUser, AnUpgradeRestartsTheRunningInstance) {
     ASSERT_EQ(runLimited("/S"), 0U);
     driver::SchedulerProcess own(ownFolder_ + "scheduler.exe");
     ASSERT_TRUE(own.start());
@@ -52,7 +52,7 @@ TEST_F(InstallerForOneUser, UpgradeStartsTheRunningCopyAgain) {
     EXPECT_FALSE(IsWindowVisible(window));
 }
 
-TEST_F(InstallerForOneUser, DoesNotStartWithWindowsBesideTheEntryForAllUsers) {
+TEST_F(InstallerForOneUser, AddsNoAutostartIfOneForAllUsersExists) {
     base::writeString(HKEY_LOCAL_MACHINE, driver::autostartValue, autostart_);
     ASSERT_EQ(runSetup("/S /CurrentUser"), 0U);
     EXPECT_TRUE(fileExists(ownFolder_ + "scheduler.exe"));
@@ -60,20 +60,20 @@ TEST_F(InstallerForOneUser, DoesNotStartWithWindowsBesideTheEntryForAllUsers) {
     EXPECT_EQ(base::getString(HKEY_LOCAL_MACHINE, driver::autostartValue), autostart_);
 }
 
-TEST_F(InstallerForOneUser, LeavesTheStartWithWindowsOut) {
+TEST_F(InstallerForOneUser, AnUpgradeCanRemoveTheAutostart) {
     ASSERT_EQ(runSetup("/S /CurrentUser"), 0U);
     ASSERT_EQ(runSetup("/S /AUTOSTART=0"), 0U) << "an upgrade for the same user";
     EXPECT_FALSE(fileExists(folder_ + "scheduler.exe"));
     EXPECT_FALSE(fileExists(startup_));
 }
 
-TEST_F(InstallerForOneUser, WithoutAnAdministratorNothingIsInstalledForAllUsers) {
+TEST_F(InstallerForOneUser, ALimitedUserCannotInstallForAllUsers) {
     EXPECT_EQ(runLimited("/S /AllUsers"), refused);
     EXPECT_FALSE(fileExists(folder_ + "scheduler.exe"));
     EXPECT_FALSE(fileExists(ownFolder_ + "scheduler.exe"));
 }
 
-TEST_F(InstallerForOneUser, WithoutAnAdministratorAnInstallationForAllUsersStays) {
+TEST_F(InstallerForOneUser, ALimitedUserCannotUpgradeOrRemoveAnInstallationForAllUsers) {
     ASSERT_EQ(runSetup("/S"), 0U);
     EXPECT_EQ(runLimited("/S"), refused) << "an upgrade";
     EXPECT_FALSE(fileExists(ownFolder_ + "scheduler.exe"));
@@ -81,7 +81,7 @@ TEST_F(InstallerForOneUser, WithoutAnAdministratorAnInstallationForAllUsersStays
     EXPECT_TRUE(fileExists(folder_ + "scheduler.exe"));
 }
 
-TEST_F(InstallerForOneUser, InstallationForAllUsersReplacesTheUsersOwn) {
+TEST_F(InstallerForOneUser, AnInstallationForAllUsersReplacesTheUsersOwn) {
     ASSERT_EQ(runSetup("/S /CurrentUser"), 0U);
     ASSERT_EQ(runSetup("/S /AllUsers"), 0U);
     EXPECT_TRUE(fileExists(folder_ + "scheduler.exe"));
@@ -90,7 +90,7 @@ TEST_F(InstallerForOneUser, InstallationForAllUsersReplacesTheUsersOwn) {
     EXPECT_EQ(base::getString(HKEY_LOCAL_MACHINE, driver::autostartValue), autostart_);
 }
 
-TEST_F(InstallerForOneUser, PagesInstallForTheChosenUser) {
+TEST_F(InstallerForOneUser, ThePagesInstallForTheChosenUser) {
     const SetupProcess installation(setup());
     installation.click("Install just for me");
     installation.press("&Next >", IDOK);

@@ -14,7 +14,7 @@ namespace {
 
 struct ControlSearch {
     DWORD process = 0;
-    std::string text; ///< begins the control's text
+    std::string text; ///< the beginning of the control's text
     HWND found = nullptr;
 };
 
@@ -45,7 +45,7 @@ HWND findControl(DWORD process, const std::string& text) {
 base::KernelHandle limitedToken() {
     base::KernelHandle own;
     OpenProcessToken(GetCurrentProcess(), TOKEN_ALL_ACCESS, own.receive());
-    // Under Wine, an installer gets its rights back unless the token is made of the elevated one.
+    // Under Wine, an installer gets its rights back unless the token is derived from the elevated one.
     TOKEN_LINKED_TOKEN linked{};
     DWORD size = sizeof(linked);
     GetTokenInformation(own.get(), TokenLinkedToken, &linked, size, &size);

@@ -1,4 +1,3 @@
-// An installer or uninstaller that runs beside the test.
 #pragma once
 
 #include "lib/base/handles.h"
@@ -12,22 +11,22 @@ namespace driver {
 /// A token of this process without its administrator rights.
 base::KernelHandle limitedToken();
 
+/// A running installer or uninstaller, killed on destruction.
 class SetupProcess {
 public:
-    /// Runs with the rights of `token`, or with those of the test.
+    /// Runs with the rights of `token`, or with those of the test if null.
     explicit SetupProcess(const std::string& commandLine, HANDLE token = nullptr);
     ~SetupProcess();
     SetupProcess(const SetupProcess&) = delete;
     SetupProcess& operator=(const SetupProcess&) = delete;
 
-    /// Waits for a window that shows a text beginning with `text`, and presses its button with the id
-    /// `button`.
+    /// Waits for a window with a text that begins with `text` and presses its button with the id `button`.
     void press(const std::string& text, int button) const;
-    /// Waits for a control with a text beginning with `text`, and clicks on it.
+    /// Waits for a control whose text begins with `text` and clicks it.
     void click(const std::string& text) const;
-    /// Whether a control with a text beginning with `text` can be seen.
+    /// Whether a control whose text begins with `text` is visible.
     bool shows(const std::string& text) const;
-    /// The exit code; base::processFailed when the process does not end.
+    /// The exit code; base::processFailed if the process does not end.
     DWORD waitForEnd() const;
 
 private:

@@ -1,4 +1,4 @@
-// Installs over an earlier version and beside running copies.
+// Installs over an earlier version and while instances of the program run.
 
 #include "lib/base/files.h"
 #include "tests/packaging/installertest.h"
@@ -17,39 +17,39 @@ namespace {
 
 class Upgrade : public driver::InstallerTest {
 protected:
-    /// Waits for the copy that the installer starts in place of the one that it has closed.
-    static void expectHiddenCopy() {
+    /// Waits for the instance that the installer starts in place of the one that it closed.
+    static void expectHiddenInstance() {
         const HWND window = waitForWindow();
         ASSERT_NE(window, nullptr);
         EXPECT_FALSE(IsWindowVisible(window));
     }
 };
 
-TEST_F(Upgrade, EndsARunningCopyAndStartsItAgainHidden) {
+TEST_F(Upgrade, RestartsARunningInstanceHidden) {
     ASSERT_EQ(runSetup("/S"), 0U);
     for (const bool suspended : {false, true}) {
         base::writeNumber(HKEY_CURRENT_USER, driver::stateKey + "\\Suspended", suspended);
         ASSERT_TRUE(installed_.start());
         ASSERT_EQ(runSetup("/S"), 0U);
         EXPECT_TRUE(installed_.waitForExit());
-        EXPECT_EQ(installed_.exitCode(), 0U) << "it ended by itself";
-        expectHiddenCopy();
-        driver::killCopies();
+        EXPECT_EQ(installed_.exitCode(), 0U) << "it exited normally";
+        expectHiddenInstance();
+        driver::killAllInstances();
     }
 }
 
-// As Explorer's window of a folder with that name does.
-TEST_F(Upgrade, TakesNoOtherWindowWithTheTitleForTheProgram) {
+// Explorer's window of a folder with that name has the same title.
+TEST_F(Upgrade, IgnoresOtherWindowsWithTheProgramsTitle) {
     ASSERT_TRUE(scheduler_.start());
     const HWND other =
         CreateWindowExA(0, "Static", "Corvane Scheduler", 0, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr);
     EXPECT_EQ(runSetup("/S"), 0U);
     EXPECT_TRUE(scheduler_.waitForExit());
-    expectHiddenCopy();
+    expectHiddenInstance();
     DestroyWindow(other);
 }
 
-TEST_F(Upgrade, StartsNoEntryThatIsForTheStartOfWindows) {
+TEST_F(Upgrade, DoesNotStartEntriesAtStartup) {
     driver::saveEntries({driver::sleeping("run:notepad.exe")});
     ASSERT_TRUE(scheduler_.start());
     ASSERT_EQ(runSetup("/S"), 0U);
@@ -58,7 +58,7 @@ TEST_F(Upgrade, StartsNoEntryThatIsForTheStartOfWindows) {
     EXPECT_EQ(list.cell(0, 3), "next startup");
 }
 
-TEST_F(Upgrade, LeavesACopyThatItsUserKeeps) {
+TEST_F(Upgrade, StopsIfTheUserKeepsTheProgramRunning) {
     ASSERT_EQ(runSetup("/S"), 0U);
     driver::saveEntries({driver::pendingEntry()});
     ASSERT_TRUE(installed_.start());
@@ -69,7 +69,7 @@ TEST_F(Upgrade, LeavesACopyThatItsUserKeeps) {
     EXPECT_TRUE(installed_.isRunning());
 }
 
-// Another user's copy has a mutex of its own.
+// As when another user runs the program: that instance has its own mutex.
 TEST_F(Upgrade, FailsWhileTheOldProgramFileIsInUse) {
     installOldVersion();
     const std::string program = oldFolder_ + "scheduler.exe";
@@ -80,17 +80,17 @@ TEST_F(Upgrade, FailsWhileTheOldProgramFileIsInUse) {
     EXPECT_FALSE(fileExists(folder_ + "scheduler.exe"));
 }
 
-TEST_F(Upgrade, StartsTheOldCopyAgainWhenAFileCannotBeReplaced) {
+TEST_F(Upgrade, RestartsTheOldProgramWhenAFileCannotBeReplaced) {
     ASSERT_EQ(runSetup("/S"), 0U);
     ASSERT_TRUE(installed_.start());
     const base::FileHandle file(CreateFileA((folder_ + "manual.html").c_str(), GENERIC_READ, FILE_SHARE_READ,
                                             nullptr, OPEN_EXISTING, 0, nullptr));
     EXPECT_EQ(runSetup("/S"), refused);
     EXPECT_TRUE(installed_.waitForExit());
-    expectHiddenCopy();
+    expectHiddenInstance();
 }
 
-TEST_F(Upgrade, PagesMakeRoomForTheProgramsQuestion) {
+TEST_F(Upgrade, ThePagesDoNotCoverTheProgramsQuestion) {
     ASSERT_EQ(runSetup("/S"), 0U);
     driver::saveEntries({driver::pendingEntry()});
     ASSERT_TRUE(installed_.start());
@@ -106,7 +106,7 @@ TEST_F(Upgrade, PagesMakeRoomForTheProgramsQuestion) {
     EXPECT_NE(waitForWindow(), nullptr);
 }
 
-TEST_F(Upgrade, FailsWhileACopyWithMoreRightsRuns) {
+TEST_F(Upgrade, FailsWhileAnInstanceWithMoreRightsRuns) {
     SECURITY_ATTRIBUTES attributes{sizeof(attributes), nullptr, FALSE};
     ASSERT_TRUE(ConvertStringSecurityDescriptorToSecurityDescriptorA(
         "O:SYG:SYD:(A;;GA;;;SY)", SDDL_REVISION_1, &attributes.lpSecurityDescriptor, nullptr));
@@ -116,7 +116,7 @@ TEST_F(Upgrade, FailsWhileACopyWithMoreRightsRuns) {
     EXPECT_FALSE(fileExists(folder_ + "scheduler.exe"));
 }
 
-TEST_F(Upgrade, MovesTheProgramOutOfAFolderWithTheWindowsTitle) {
+TEST_F(Upgrade, MovesTheProgramOutOfAFolderNamedLikeTheWindow) {
     installOldVersion();
     driver::SchedulerProcess old(oldFolder_ + "scheduler.exe");
     ASSERT_TRUE(old.start());
@@ -125,7 +125,7 @@ TEST_F(Upgrade, MovesTheProgramOutOfAFolderWithTheWindowsTitle) {
     EXPECT_EQ(GetFileAttributesA(oldFolder_.c_str()), INVALID_FILE_ATTRIBUTES);
     EXPECT_TRUE(fileExists(folder_ + "scheduler.exe"));
     EXPECT_EQ(base::getString(HKEY_LOCAL_MACHINE, driver::autostartValue), autostart_);
-    expectHiddenCopy();
+    expectHiddenInstance();
 }
 
 TEST_F(Upgrade, KeepsAFolderThatTheUserChose) {

@@ -1,5 +1,5 @@
-// In each window of the real program, every control that takes input has a name for screen readers, is
-// reached by Tab, and has an access key of its own, if any.
+// In every window, each control that takes input has a name for screen readers, is reached by Tab and shares
+// no access key.
 
 #include "lib/base/stackalignment.h"
 #include "resources/ids.h"
@@ -43,11 +43,11 @@ std::vector<HWND> usableIn(HWND window) {
     return found;
 }
 
-std::string told(HWND control) {
+std::string describe(HWND control) {
     return classOf(control) + " " + std::to_string(GetDlgCtrlID(control)) + " \"" + textOf(control) + "\"";
 }
 
-/// The name that a screen reader reads: for edits and lists the text directly before them.
+/// The name that a screen reader reads; for edits and lists the static text directly before them.
 std::string nameOf(HWND control) {
     const std::string kind = classOf(control);
     if (kind != "edit" && kind != "combobox")
@@ -109,7 +109,7 @@ private:
         for (const HWND control : usable) {
             const bool isNamedByItsTabs = classOf(control) == "systabcontrol32";
             if (takesInput(control) && !isNamedByItsTabs) {
-                EXPECT_NE(nameOf(control), "") << told(control);
+                EXPECT_NE(nameOf(control), "") << describe(control);
             }
         }
     }
@@ -122,7 +122,7 @@ private:
             if (key == 0)
                 continue;
             const auto [owner, isNew] = owners.emplace(key, control);
-            EXPECT_TRUE(isNew) << told(control) << " and " << told(owner->second);
+            EXPECT_TRUE(isNew) << describe(control) << " and " << describe(owner->second);
         }
     }
 
@@ -132,9 +132,9 @@ private:
         const auto isStop = [&](HWND control) { return std::ranges::find(stops, control) != stops.end(); };
         for (const HWND control : usable) {
             if (isButton(control, BS_AUTORADIOBUTTON)) {
-                EXPECT_TRUE(std::ranges::any_of(groupOf(control), isStop)) << told(control);
+                EXPECT_TRUE(std::ranges::any_of(groupOf(control), isStop)) << describe(control);
             } else if (takesInput(control)) {
-                EXPECT_TRUE(isStop(control)) << told(control);
+                EXPECT_TRUE(isStop(control)) << describe(control);
             }
         }
     }
@@ -146,7 +146,7 @@ TEST_F(Accessibility, TheListHasANameAndTheFocus) {
     EXPECT_EQ(std::ranges::count_if(usableIn(window()), &takesInput), 1);
 }
 
-TEST_F(Accessibility, AllOfTheProjectPageCanBeUsedByKeyboard) {
+TEST_F(Accessibility, TheProjectPageIsUsableByKeyboard) {
     ASSERT_TRUE(editor_.openAdd());
     expectAccessible(editor_.sheet());
     editor_.choose(IDC_RUN_COMMAND, 2); // relink
@@ -154,7 +154,7 @@ TEST_F(Accessibility, AllOfTheProjectPageCanBeUsedByKeyboard) {
     expectAccessible(editor_.sheet());
 }
 
-TEST_F(Accessibility, AllOfTheSchedulePageCanBeUsedByKeyboard) {
+TEST_F(Accessibility, TheSchedulePageIsUsableByKeyboard) {
     ASSERT_TRUE(editor_.openAdd());
     editor_.turnTo(IDD_SCHEDULE_PAGE);
     for (const ScheduleKind kind : test::allKinds) {
@@ -165,13 +165,13 @@ TEST_F(Accessibility, AllOfTheSchedulePageCanBeUsedByKeyboard) {
     }
 }
 
-TEST_F(Accessibility, AllOfAMessageCanBeUsedByKeyboard) {
+TEST_F(Accessibility, AMessageBoxIsUsableByKeyboard) {
     ASSERT_TRUE(editor_.openAdd());
     editor_.press(IDOK);
     expectAccessible(dialogOver(editor_.sheet()));
 }
 
-TEST_F(Accessibility, AllOfThePreferencesCanBeUsedByKeyboard) {
+TEST_F(Accessibility, ThePreferencesAreUsableByKeyboard) {
     scheduler_.command(IDM_PREFERENCES);
     const HWND dialog = dialogOver(nullptr);
     for (const int policy : {IDC_RUN_BESIDE_FIRST, IDC_WAIT_FOR_FIRST}) {
@@ -183,7 +183,7 @@ TEST_F(Accessibility, AllOfThePreferencesCanBeUsedByKeyboard) {
     }
 }
 
-TEST_F(Accessibility, AllOfAboutAndTheExitQuestionCanBeUsedByKeyboard) {
+TEST_F(Accessibility, AboutAndTheExitQuestionAreUsableByKeyboard) {
     for (const auto& [command, button] : {std::pair{IDM_ABOUT, IDOK}, {IDM_EXIT, IDNO}}) {
         scheduler_.command(command);
         const HWND dialog = dialogOver(nullptr);

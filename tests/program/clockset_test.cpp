@@ -39,7 +39,7 @@ protected:
 
     using Runs = std::vector<std::size_t>;
 
-    /// How often each entry has run. Two ticks start all that is due, but a tick may pause in between.
+    /// How often each entry has run. Two ticks start everything that is due, because one tick may stop early.
     Runs runsAfterTwoTicks() {
         scheduler_.tick();
         scheduler_.tick();
@@ -70,7 +70,7 @@ protected:
     Runs runs_ = Runs(count);
 };
 
-TEST_F(ClockSet, ForwardsRunsOnceWhatWasPassedOver) {
+TEST_F(ClockSet, ForwardRunsSkippedEntriesOnce) {
     startWithEachKind();
     EXPECT_EQ(runsAfterTwoTicks(), (Runs{0, 0, 0, 0}));
     moveBy(hour);
@@ -83,7 +83,7 @@ TEST_F(ClockSet, ForwardsRunsOnceWhatWasPassedOver) {
     EXPECT_EQ(nextRun(once), TimeValue::never());
 }
 
-TEST_F(ClockSet, BackwardsWaitsUntilTheNextRunsComeAgain) {
+TEST_F(ClockSet, BackwardWaitsForTheUnchangedNextRuns) {
     startWithEachKind();
     moveBy(hour);
     ASSERT_EQ(runsAfterTwoTicks(), (Runs{1, 0, 0, 0}));

@@ -1,4 +1,4 @@
-// The real program starts on damaged schedules: with the entries that the file holds, or with none.
+// The program starts on damaged schedule files with the entries that the file holds, or with none.
 
 #include "scheduler/model/schedulefile.h"
 #include "tests/program/programtest.h"
@@ -14,9 +14,9 @@ using plain::Item;
 
 namespace {
 
-constexpr unsigned long startsOfAnEverydayRun = 20;
+constexpr unsigned long defaultStarts = 20;
 
-/// The entries after a start, next runs left out.
+/// The entries as they are after a start, without next runs.
 std::vector<Item> afterStart(std::vector<Item> items) {
     for (Item& item : items) {
         item.runs = 0;
@@ -27,14 +27,14 @@ std::vector<Item> afterStart(std::vector<Item> items) {
     return items;
 }
 
-class Damage : public driver::ProgramTest {
+class DamagedSchedule : public driver::ProgramTest {
 protected:
     void SetUp() override {
         ProgramTest::SetUp();
         base::writeNumber(HKEY_CURRENT_USER, driver::stateKey + "\\Suspended", 1);
     }
 
-    /// Starts and exits the program on a file, and compares what it saved. Returns the number of entries.
+    /// Starts and exits the program on a file and checks what it saves. Returns the number of entries.
     std::size_t startOn(const std::vector<std::byte>& content) {
         driver::writeText(scheduler::schedulePath(),
                           {reinterpret_cast<const char*>(content.data()), content.size()});
@@ -56,9 +56,9 @@ protected:
     }
 };
 
-TEST_F(Damage, LeavesTheProgramWithTheRightEntriesOrNone) {
+TEST_F(DamagedSchedule, LoadsTheRightEntriesOrNone) {
     const std::vector<std::byte> whole = test::encodedSchedule(test::richSchedule());
-    const std::vector<std::uint32_t> seeds = test::seeds(startsOfAnEverydayRun);
+    const std::vector<std::uint32_t> seeds = test::seeds(defaultStarts);
     std::size_t withEntries = 0;
     for (const std::uint32_t seed : seeds) {
         SCOPED_TRACE("SCHEDULER_SEED=" + std::to_string(seed));
@@ -68,7 +68,7 @@ TEST_F(Damage, LeavesTheProgramWithTheRightEntriesOrNone) {
     }
     const std::size_t starts = seeds.size();
     std::cout << starts << " starts, " << withEntries << " of them with entries\n";
-    if (starts < startsOfAnEverydayRun)
+    if (starts < defaultStarts)
         return;
     EXPECT_GT(withEntries, starts / 20);
     EXPECT_LT(withEntries, starts - starts / 20);

@@ -1,4 +1,4 @@
-// The platform's own Browse dialog in the real program.
+// The platform's Browse dialog, opened by the program's editor.
 
 #include "resources/ids.h"
 #include "scheduler/ui/framework/browselayout.h"
@@ -53,10 +53,10 @@ protected:
     driver::EditorDriver editor_{scheduler_};
 };
 
-TEST_F(Browse, ThreeFilesAreThreeEntriesWithOneSchedule) {
+TEST_F(Browse, ThreeFilesAddThreeEntriesWithTheSameSchedule) {
     ASSERT_TRUE(editor_.openAdd());
     ASSERT_NO_FATAL_FAILURE(browse());
-    open(folder_); // goes there first
+    open(folder_); // changes to that folder
     ASSERT_TRUE(waitUntil([] { return driver::textOf(nameField()).empty(); }));
     open(R"("news.kra" "shop.krb" "old.krc")");
     ASSERT_TRUE(
@@ -77,7 +77,7 @@ TEST_F(Browse, ThreeFilesAreThreeEntriesWithOneSchedule) {
     EXPECT_EQ(saved[3], wanted);
 }
 
-TEST_F(Browse, OneFileReplacesThePathFromWhichTheDialogStarts) {
+TEST_F(Browse, StartsAtThePathWhichTheChosenFileReplaces) {
     list().select({0});
     ASSERT_TRUE(editor_.openEdit());
     ASSERT_NO_FATAL_FAILURE(browse());

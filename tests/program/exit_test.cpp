@@ -19,7 +19,7 @@ protected:
     }
 };
 
-TEST_F(Exit, TheQuestionIsAskedUntilItIsAnsweredWithYes) {
+TEST_F(Exit, NoKeepsTheProgramRunningAndYesEndsIt) {
     ASSERT_NO_FATAL_FAILURE(startWith({pendingEntry()}));
     scheduler_.command(IDM_EXIT);
     const HWND box = waitForBox();
@@ -44,12 +44,12 @@ TEST_F(Exit, TheStateIsSavedWhenTheSessionEndsWhileTheQuestionIsOpen) {
     scheduler_.command(IDM_EXIT);
     const HWND box = waitForBox();
     ASSERT_NE(box, nullptr);
-    EXPECT_TRUE(driver::savedSchedule().empty()) << "asking alone saves nothing";
+    EXPECT_TRUE(driver::savedSchedule().empty()) << "the question alone saves nothing";
     EXPECT_EQ(SendMessageA(window(), WM_QUERYENDSESSION, 0, 0), 1);
     EXPECT_EQ(SendMessageA(window(), WM_ENDSESSION, TRUE, 0), 0);
-    EXPECT_EQ(scheduler_.messageBox(), box) << "the same question";
+    EXPECT_EQ(scheduler_.messageBox(), box) << "no second question";
     EXPECT_EQ(driver::savedSchedule().size(), 1U);
-    scheduler_.kill(); // as the platform does
+    scheduler_.kill(); // as the platform does at the end of a session
     ASSERT_TRUE(scheduler_.start());
     RECT place{};
     GetWindowRect(window(), &place);

@@ -1,4 +1,4 @@
-// A morning of the program, as its history tells it.
+// The history that a real program writes about its runs and itself.
 
 #include "lib/base/opsys.h"
 #include "resources/ids.h"
@@ -36,7 +36,7 @@ protected:
         for (std::string line; std::getline(content, line);) {
             EXPECT_TRUE(line.ends_with('\r')) << line;
             line.pop_back();
-            std::istringstream text(line + '\t'); // an empty last cell is one, too
+            std::istringstream text(line + '\t'); // so that an empty last cell is read, too
             rows.emplace_back();
             for (std::string cell; std::getline(text, cell, '\t');)
                 rows.back().push_back(cell);
@@ -52,7 +52,7 @@ protected:
             << rows().size();
     }
 
-    /// The time that a cell shows; 0 when it is none in the form of the history.
+    /// The time of a cell; 0 when the cell does not have the history's time format.
     static std::time_t timeOf(const std::string& cell) {
         std::tm fields{};
         std::istringstream text(cell);
@@ -69,7 +69,7 @@ private:
         std::getenv("LOCALAPPDATA") + std::string("\\Brindlewood\\Corvane Scheduler\\history.txt");
 };
 
-TEST_F(History, TellsOfEachRunAndOfTheProgram) {
+TEST_F(History, RecordsEachRunAndTheStatesOfTheProgram) {
     const TimeValue due = TimeValue::now() + TimeSpan::fromMinutes(60);
     ScheduledProject news = driver::sleeping(spider_.makeProject("news.kra"));
     news.kind = ScheduleKind::Once;
@@ -107,7 +107,7 @@ TEST_F(History, TellsOfEachRunAndOfTheProgram) {
         EXPECT_EQ(std::to_string(timeOf(cells[1]) - timeOf(cells[0])), cells[2]);
     }
     EXPECT_EQ(timeOf(table[2][0]), lastRun.seconds());
-    EXPECT_EQ(driver::savedSchedule().at(2).lastResult, "") << "the list shows it as it always did";
+    EXPECT_EQ(driver::savedSchedule().at(2).lastResult, "") << "the list does not show the reason";
 }
 
 } // namespace

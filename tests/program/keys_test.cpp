@@ -17,7 +17,7 @@ protected:
     }
 };
 
-TEST_F(Keys, EnterAndADoubleClickInTheListEditAndEnterInTheEditorIsOk) {
+TEST_F(Keys, EnterAndDoubleClickInTheListEditAndEnterInTheEditorIsOk) {
     startWith({sleeping("run:a"), sleeping("run:b")});
     const driver::EditorDriver editor(scheduler_);
     list().select({0});
@@ -56,7 +56,7 @@ TEST_F(Keys, TypingALetterSelectsTheNextProjectThatBeginsWithIt) {
     startWith(
         {sleeping("alpha.kra"), sleeping("C:\\b\\Gamma.kra"), sleeping("Beta.kra"), sleeping("beyond.kra")});
     list().select({0});
-    // One letter only: a second one must follow within a time of the platform's clock.
+    // One letter only: a second one would have to arrive within the platform's time limit.
     PostMessageA(list().handle(), WM_CHAR, 'b', 1);
     EXPECT_TRUE(waitUntil([&] { return list().focusedRow() == 2; }));
     EXPECT_THAT(list().selectedRows(), ElementsAre(2));

@@ -1,5 +1,5 @@
-// The program is killed at any moment of its life, and started again: it always comes up. The moments are
-// drawn from a seed: SCHEDULER_SEED sets it, SCHEDULER_KILLS the number of kills.
+// Kills the program at random moments and restarts it. SCHEDULER_SEED sets the seed of the random numbers,
+// SCHEDULER_KILLS the number of kills.
 
 #include "resources/ids.h"
 #include "tests/program/programtest.h"
@@ -30,14 +30,14 @@ protected:
     }
 };
 
-TEST_F(Kill, AtAnyMomentTheProgramComesUpAgain) {
+TEST_F(Kill, AtAnyMomentAllowsARestart) {
     const unsigned long seed = test::environmentNumber("SCHEDULER_SEED").value_or(1);
     const unsigned long kills = test::environmentNumber("SCHEDULER_KILLS").value_or(12);
     std::mt19937 random(static_cast<std::uint32_t>(seed));
     const driver::SampleSpider spider;
     const std::string project = spider.makeProject("quick.kra");
     std::vector<ScheduledProject> all = entries(50);
-    // Two that follow each other for ever once one of them is started.
+    // Two entries that follow each other endlessly once one of them is started.
     for (const std::int32_t position : {0, 1}) {
         ScheduledProject& entry = all[static_cast<std::size_t>(position)];
         entry.path = project;
@@ -45,12 +45,12 @@ TEST_F(Kill, AtAnyMomentTheProgramComesUpAgain) {
         entry.afterIndex = 1 - position;
         entry.disabled = 0;
     }
-    std::size_t emptied = 0;
+    std::size_t interrupted = 0;
     for (unsigned long i = 0; i < kills && !HasFailure(); ++i) {
         SCOPED_TRACE("kill " + std::to_string(i));
         driver::saveEntries(all);
         scheduler_.launch(random() % 2 ? "/s" : "");
-        // Half of them while it starts, the others while runs begin and end, questions stand or it exits.
+        // Half of the kills hit the start, the others hit runs, open dialogs or the exit.
         if (random() % 2 == 0) {
             Sleep(random() % 250);
         } else {
@@ -67,15 +67,15 @@ TEST_F(Kill, AtAnyMomentTheProgramComesUpAgain) {
         const std::size_t left = driver::savedSchedule().size();
         const std::size_t whole = left != 0 ? left : driver::savedSchedule(driver::safetyCopy("bak")).size();
         ASSERT_EQ(whole, all.size());
-        emptied += left == 0;
+        interrupted += left == 0;
         ASSERT_TRUE(scheduler_.start("/s"));
         EXPECT_EQ(list().rowCount(), static_cast<int>(left));
         scheduler_.kill();
     }
-    std::cout << kills << " kills, " << emptied << " met a save\n";
+    std::cout << kills << " kills, " << interrupted << " of them interrupted a save\n";
 }
 
-TEST_F(Kill, ARunThatOutlivesTheProgramLeavesNothingForTheNextOne) {
+TEST_F(Kill, ARunThatOutlivesTheProgramDoesNotAffectTheNextStart) {
     const driver::SampleSpider spider;
     std::vector<ScheduledProject> all = entries(1);
     all[0].path = spider.makeProject("slow.kra", spider.untilReleased() + "result=too late\n");

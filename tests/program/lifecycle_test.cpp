@@ -16,7 +16,7 @@ protected:
     }
 };
 
-TEST_F(Lifecycle, CloseEndsTheRunningCopyAndDoesNothingWithoutOne) {
+TEST_F(Lifecycle, CloseEndsARunningInstanceAndDoesNothingWithoutOne) {
     EXPECT_EQ(SchedulerProcess::runToEnd("/close"), 0U);
     EXPECT_EQ(FindWindowA(nullptr, "Corvane Scheduler"), nullptr);
     for (const std::string word : {"/CLOSE", "/closeall"}) {
@@ -27,11 +27,11 @@ TEST_F(Lifecycle, CloseEndsTheRunningCopyAndDoesNothingWithoutOne) {
     }
 }
 
-TEST_F(Lifecycle, AStartByHandHasTheKeyboardAndAStartAtLogOnIsHiddenWithoutIt) {
+TEST_F(Lifecycle, AManualStartTakesTheFocusAndAStartAtLogOnIsHidden) {
     const auto active = [this] { return driver::inputStateOf(window()).hwndActive; };
     for (const std::string word : {" /s", "/Start"}) {
         ASSERT_TRUE(scheduler_.start(word));
-        scheduler_.tick(); // answered when the start is over
+        scheduler_.tick(); // answered after the start
         EXPECT_FALSE(isVisible()) << word;
         EXPECT_EQ(active(), nullptr);
         scheduler_.kill();
@@ -43,7 +43,7 @@ TEST_F(Lifecycle, AStartByHandHasTheKeyboardAndAStartAtLogOnIsHiddenWithoutIt) {
     EXPECT_TRUE(waitUntil([&] { return scheduler_.focused() == list().handle(); }));
 }
 
-TEST_F(Lifecycle, ASecondStartShowsTheFirstCopyUnlessThatIsSuspended) {
+TEST_F(Lifecycle, ASecondStartShowsTheFirstInstanceUnlessItIsSuspended) {
     ASSERT_TRUE(scheduler_.start("/s"));
     carryOut(IDM_SUSPEND);
     EXPECT_EQ(SchedulerProcess::runToEnd(""), 0U);
@@ -79,7 +79,7 @@ TEST_F(Lifecycle, DisplayRestoresAMinimisedWindow) {
     EXPECT_TRUE(isVisible());
 }
 
-TEST_F(Lifecycle, AMissingOrForeignScheduleGivesAnEmptyOne) {
+TEST_F(Lifecycle, AMissingOrForeignFileLoadsAsAnEmptySchedule) {
     for (const std::string content : {"", "PK\x03\x04 not a schedule at all"}) {
         DeleteFileA(scheduler::schedulePath().c_str());
         if (!content.empty())
@@ -90,7 +90,7 @@ TEST_F(Lifecycle, AMissingOrForeignScheduleGivesAnEmptyOne) {
     }
 }
 
-TEST_F(Lifecycle, TheWindowComesBackWhereItWasLeftAndAsLarge) {
+TEST_F(Lifecycle, TheWindowsPlaceAndSizeAreRestored) {
     ASSERT_TRUE(scheduler_.start());
     SetWindowPos(window(), nullptr, 40, 60, 500, 300, SWP_NOZORDER);
     ASSERT_NO_FATAL_FAILURE(restart());
@@ -101,7 +101,7 @@ TEST_F(Lifecycle, TheWindowComesBackWhereItWasLeftAndAsLarge) {
     ShowWindow(window(), SW_MAXIMIZE);
     for (const std::string switches : {"/s", ""})
         ASSERT_NO_FATAL_FAILURE(restart(switches));
-    EXPECT_TRUE(IsZoomed(window())) << "kept by the start at log-on in between";
+    EXPECT_TRUE(IsZoomed(window())) << "a start at log-on in between keeps it maximised";
 }
 
 } // namespace

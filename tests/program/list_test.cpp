@@ -17,7 +17,7 @@ namespace {
 
 class List : public driver::ProgramTest {};
 
-TEST_F(List, HasARowOfCellsForEachEntry) {
+TEST_F(List, HasARowForEachEntry) {
     startWith({sleeping("C:\\Sites\\news.daily.kra"), driver::after(0, "mirror.krb")});
     EXPECT_THAT(list().headers(),
                 ElementsAre("Project", "Schedule", "Parameters", "Next Run", "Last Run", "Last Result"));
@@ -27,7 +27,7 @@ TEST_F(List, HasARowOfCellsForEachEntry) {
     EXPECT_EQ(list().cell(1, nextRunColumn), "waiting for news.daily");
 }
 
-TEST_F(List, ATextLongerThanTheControlsBufferIsCutAndNothingElse) {
+TEST_F(List, ATextLongerThanTheControlsBufferIsTruncatedOnlyThere) {
     std::vector<ScheduledProject> entries = {sleeping("a.kra"), sleeping("b.kra")};
     entries[0].lastResult = std::string(5000, 'x') + "end";
     entries[1].lastResult = "short";
@@ -36,7 +36,7 @@ TEST_F(List, ATextLongerThanTheControlsBufferIsCutAndNothingElse) {
         EXPECT_EQ(list().cell(0, lastResultColumn, size), std::string(size - 1, 'x'));
         EXPECT_EQ(list().cell(1, lastResultColumn, size), std::string("short").substr(0, size - 1));
     }
-    // The control's own buffer may limit it beyond that; the entry itself stays whole.
+    // The control's own buffer may be shorter; the entry keeps its whole text.
     const std::string whole = list().cell(0, lastResultColumn, 8000);
     EXPECT_GE(whole.size(), 259U);
     EXPECT_THAT(entries[0].lastResult, StartsWith(whole));
@@ -54,12 +54,12 @@ TEST_F(List, AnArrowShowsTheSortedColumnAndItsDirection) {
         }
 }
 
-TEST_F(List, ASortedListDeletesTheEntryOfTheRowAndLeavesTheOrderOfTheSchedule) {
+TEST_F(List, ASortedListDeletesTheRowsEntryAndKeepsTheScheduleOrder) {
     startWith({sleeping("c.kra"), sleeping("a.kra"), sleeping("b.kra")});
     list().select({0});
     list().clickHeader(0);
     EXPECT_THAT(list().selectedRows(), ElementsAre(2));
-    EXPECT_EQ(list().focusedRow(), 2) << "the keyboard stays on its entry";
+    EXPECT_EQ(list().focusedRow(), 2) << "the focus stays on its entry";
     list().select({1}); // b
     carryOut(IDM_DELETE);
     EXPECT_THAT(list().columnTexts(0), ElementsAre("a", "c"));
@@ -69,7 +69,7 @@ TEST_F(List, ASortedListDeletesTheEntryOfTheRowAndLeavesTheOrderOfTheSchedule) {
     EXPECT_THAT(list().columnTexts(0), ElementsAre("c", "a"));
 }
 
-TEST_F(List, ColumnWidthsComeBackAsTheyWereLeft) {
+TEST_F(List, ColumnWidthsAreRestored) {
     startWith({});
     for (int column = 0; column < columns; ++column)
         list().setColumnWidth(column, 40 + 10 * column);
@@ -80,13 +80,13 @@ TEST_F(List, ColumnWidthsComeBackAsTheyWereLeft) {
 
 TEST_F(List, AColumnWidthOutOfRangeIsIgnored) {
     startWith({});
-    const int usual = list().columnWidth(0);
-    EXPECT_GT(usual, 20);
+    const int defaultWidth = list().columnWidth(0);
+    EXPECT_GT(defaultWidth, 20);
     struct Case {
         std::uint32_t saved;
         int shown;
     };
-    for (const Case& width : {Case{0, 0}, {4000, 4000}, {4001, usual}, {0x80000000, usual}}) {
+    for (const Case& width : {Case{0, 0}, {4000, 4000}, {4001, defaultWidth}, {0x80000000, defaultWidth}}) {
         base::writeNumber(HKEY_CURRENT_USER, driver::stateKey + "\\Column0", width.saved);
         startWith({});
         EXPECT_EQ(list().columnWidth(0), width.shown);

@@ -8,7 +8,7 @@
 namespace driver {
 namespace {
 
-/// A block in the process of a window, for messages with a structure. Freed on destruction.
+/// Memory in the process of a window, for messages with structures.
 class RemoteMemory {
 public:
     RemoteMemory(HWND window, std::size_t size) {
@@ -121,7 +121,7 @@ void ListDriver::selectAll() const {
 
 std::vector<int> ListDriver::selectedRows() const {
     std::vector<int> rows;
-    // A list that is gone answers 0 for ever.
+    // A destroyed list always answers 0.
     for (int row = -1, next = 0; (next = ListView_GetNextItem(list_, row, LVNI_SELECTED)) > row; row = next)
         rows.push_back(next);
     return rows;

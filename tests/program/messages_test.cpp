@@ -14,7 +14,7 @@ namespace {
 constexpr std::array<DWORD, 9> oddParameters = {0,       1,          2,          0x203,     0x7FFF,
                                                 0x10000, 0x7FFFFFFF, 0x80000000, 0xFFFFFFFF};
 
-/// Messages below WM_USER that the window obeys whoever posts them. 0x118 is the system's own timer.
+/// Messages below WM_USER that have an effect when posted. 0x118 is WM_SYSTIMER.
 const std::set<UINT> effective = {WM_SETREDRAW, WM_CLOSE,      WM_QUIT,  WM_ENDSESSION, WM_HELP,
                                   WM_COMMAND,   WM_SYSCOMMAND, WM_TIMER, 0x118};
 
@@ -39,7 +39,7 @@ protected:
 
     void post(UINT message, WPARAM wParam, LPARAM lParam) {
         PostMessageA(window(), message, wParam, lParam);
-        // The platform's queues hold ten thousand messages.
+        // A message queue holds ten thousand messages.
         if (++posted_ % 5000 == 0) {
             ASSERT_TRUE(handlesAll());
         }
@@ -53,7 +53,7 @@ protected:
         post(message, second, static_cast<LPARAM>(first));
     }
 
-    /// Whether the window handles all that was posted so far: posted messages are handled in their order.
+    /// Waits until all messages posted so far are handled; false when the program does not survive them.
     bool handlesAll() const {
         scheduler_.command(IDM_CLOSE);
         waitUntil([&] { return !IsWindowVisible(window()); });
@@ -96,7 +96,7 @@ std::vector<UINT> numbersFrom(UINT first, UINT dense, UINT last) {
     return numbers;
 }
 
-TEST_F(ForeignMessages, NoNumberDoesHarm) {
+TEST_F(ForeignMessages, NoPostedMessageDoesHarm) {
     for (UINT message = 0; message < WM_USER; ++message)
         if (!isEffective(message))
             postWithOddParameters(message);
@@ -107,7 +107,7 @@ TEST_F(ForeignMessages, NoNumberDoesHarm) {
     expectUnharmed();
 }
 
-TEST_F(ForeignMessages, CommandsThatDoNotExistAreIgnored) {
+TEST_F(ForeignMessages, UnknownCommandsAreIgnored) {
     for (const UINT id : numbersFrom(0, 2000, 0xFFFF))
         if (!commands.contains(id))
             post(WM_COMMAND, MAKEWPARAM(id, id % 3),
@@ -115,7 +115,7 @@ TEST_F(ForeignMessages, CommandsThatDoNotExistAreIgnored) {
     expectUnharmed();
 }
 
-TEST_F(ForeignMessages, AllRequestsToLeaveAreOneQuestion) {
+TEST_F(ForeignMessages, SeveralRequestsToExitAskOneQuestion) {
     scheduler_.command(IDM_EXIT);
     ASSERT_TRUE(dialogsAre(1));
     for (int times = 0; times < 3; ++times) {

@@ -28,7 +28,7 @@ protected:
         ASSERT_TRUE(waitUntil([&] { return !IsWindow(dialog_) && IsWindowEnabled(window()); }));
     }
 
-    /// Autostart, RunMultiple and WaitTime; 99999 for what is not there.
+    /// Autostart, RunMultiple and WaitTime; 99999 if missing.
     static std::array<unsigned, 3> saved() {
         const auto number = [](const char* name) {
             return base::getNumber(HKEY_CURRENT_USER, driver::stateKey + "\\" + name, 99999);
@@ -39,7 +39,7 @@ protected:
     HWND dialog_ = nullptr;
 };
 
-TEST_F(PreferencesJourney, OkSavesWhatTheNextStartShowsAndExitRegisters) {
+TEST_F(PreferencesJourney, OkSavesPreferencesForTheNextStartAndExitRegistersAutostart) {
     for (const bool changed : {true, false}) {
         ASSERT_TRUE(scheduler_.start());
         open();
@@ -59,7 +59,7 @@ TEST_F(PreferencesJourney, OkSavesWhatTheNextStartShowsAndExitRegisters) {
     }
 }
 
-TEST_F(PreferencesJourney, TheEngineObeysAChangedPolicyAtOnce) {
+TEST_F(PreferencesJourney, AChangedPolicyAppliesAtOnce) {
     const driver::SampleSpider spider;
     ScheduledProject slow = driver::sleeping(spider.makeProject("slow.kra", spider.untilReleased()));
     startWith({slow, driver::sleeping(spider.makeProject("quick.kra"))}, "/s");
@@ -67,7 +67,7 @@ TEST_F(PreferencesJourney, TheEngineObeysAChangedPolicyAtOnce) {
     for (int tick = 0; tick < 3; ++tick)
         scheduler_.tick();
     EXPECT_EQ(list().cell(0, driver::nextRunColumn), "Running");
-    EXPECT_EQ(list().cell(1, driver::nextRunColumn), "Now") << "it waits for the first";
+    EXPECT_EQ(list().cell(1, driver::nextRunColumn), "Now") << "the second entry waits for the first";
 
     open();
     click(IDC_RUN_BESIDE_FIRST);

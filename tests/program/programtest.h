@@ -12,13 +12,13 @@
 
 namespace driver {
 
-// Below the current user, but for the automatic start.
+// autostartValue is below HKEY_LOCAL_MACHINE, the other keys are below HKEY_CURRENT_USER.
 inline const std::string programKey = "Software\\Brindlewood\\scheduler";
 inline const std::string stateKey = programKey + "\\State";
 inline const std::string autostartValue =
     "Software\\Microsoft\\Windows\\CurrentVersion\\Run\\Corvane Scheduler";
 
-/// Never due after a start by hand.
+/// Never due after a manual start.
 inline scheduler::ScheduledProject sleeping(const std::string& path) {
     scheduler::ScheduledProject entry;
     entry.path = path;
@@ -43,13 +43,13 @@ inline scheduler::ScheduledProject pendingEntry() {
     return entry;
 }
 
-/// The program's registry keys are deleted before and after.
+/// Deletes the program's registry keys and files before and after each test.
 class ProgramTest : public ::testing::Test {
 protected:
-    void SetUp() override { forget(); }
+    void SetUp() override { resetState(); }
     void TearDown() override {
         scheduler_.kill();
-        forget();
+        resetState();
     }
 
     void startWith(const std::vector<scheduler::ScheduledProject>& entries,
@@ -64,7 +64,7 @@ protected:
 
     void carryOut(int command) const { SendMessageA(window(), WM_COMMAND, static_cast<WPARAM>(command), 0); }
 
-    /// The only entry in the file; a default one while the file is being written.
+    /// The only entry in the file; a default one if the file is being written.
     static scheduler::ScheduledProject savedEntry() {
         const auto entries = savedSchedule();
         return entries.size() == 1 ? entries.front() : scheduler::ScheduledProject();
@@ -87,7 +87,7 @@ protected:
     SchedulerProcess scheduler_;
 
 private:
-    static void forget() {
+    static void resetState() {
         saveEntries({});
         DeleteFileA(safetyCopy("bak").c_str());
         DeleteFileA(safetyCopy("damaged").c_str());

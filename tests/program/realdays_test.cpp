@@ -1,5 +1,5 @@
-// The real program runs its entries through a whole day and through the nights on which the clock changes.
-// The clock is set to each hour, to a minute before each run, and to the second after it.
+// The program runs through a whole day and through the nights of clock changes. The tests set the clock to
+// each hour, to a minute before each run and to the second after it.
 
 #include "tests/program/programtest.h"
 #include "tests/program/settableclock.h"
@@ -16,7 +16,7 @@ using scheduler::ScheduleKind;
 
 namespace {
 
-// Less than the half hour by which a wrong run would be off, and more than what a busy machine takes.
+// Less than the half hour by which a wrong run would be off, more than the delay of a busy machine.
 constexpr TimeSpan lateness = TimeSpan::fromMinutes(15);
 
 class RealDays : public driver::ProgramTest {
@@ -45,7 +45,7 @@ protected:
         day_ = fields(year, month, day, 0, 0);
         begin_ = at(hour, minute);
     }
-    /// Local time; hours above 23 are of the next day.
+    /// Local time; hours above 23 are on the next day.
     TimeValue at(int hour, int minute) const {
         std::tm time = fields(day_.tm_year + 1900, day_.tm_mon + 1, day_.tm_mday, hour, minute);
         return TimeValue(static_cast<std::int32_t>(std::mktime(&time)));
@@ -79,7 +79,7 @@ protected:
     }
     void once(TimeValue time) { add(ScheduleKind::Once, {time}).time = time; }
 
-    /// Runtimes differ in skipped and repeated hours, so these runs are no literals.
+    /// Computes the runs, because C runtimes treat skipped and repeated hours differently.
     void expectRunsByTheRules(int hours) {
         const TimeValue end = begin_ + TimeSpan::fromMinutes(60 * hours);
         for (std::size_t i = 0; i < entries_.size(); ++i) {
@@ -93,7 +93,7 @@ protected:
         }
     }
 
-    void live(int hours) {
+    void simulate(int hours) {
         clock_.moveTo(begin_);
         ASSERT_NO_FATAL_FAILURE(startWith(entries_, "/s"));
         std::set<TimeValue> moments;
@@ -101,14 +101,14 @@ protected:
             moments.insert(begin_ + TimeSpan::fromMinutes(60 * hour));
         for (const Times& runs : expected_)
             for (const TimeValue run : runs)
-                // A daily or monthly run that ends within its very second is due again.
+                // A daily or monthly run that ends within its second is due again.
                 moments.insert({run - TimeSpan::fromMinutes(1), run + TimeSpan::fromSeconds(1)});
         std::vector<Times> seen(entries_.size());
         for (const TimeValue moment : moments) {
             if (moment > TimeValue::now())
                 clock_.moveTo(moment);
             scheduler_.tick();
-            ASSERT_TRUE(driver::waitUntil([&] { return noteRuns(seen, moment); })) << moment.seconds();
+            ASSERT_TRUE(driver::waitUntil([&] { return recordRuns(seen, moment); })) << moment.seconds();
         }
         for (std::size_t entry = 0; entry < seen.size(); ++entry) {
             SCOPED_TRACE(entries_[entry].path);
@@ -124,8 +124,8 @@ protected:
     TimeValue begin_;
 
 private:
-    /// Whether the saved schedule has all runs that were due by `now`.
-    bool noteRuns(std::vector<Times>& seen, TimeValue now) const {
+    /// Appends new runs of the saved schedule to `seen`; true when it has all runs due by `now`.
+    bool recordRuns(std::vector<Times>& seen, TimeValue now) const {
         const auto saved = driver::savedSchedule();
         if (saved.size() != entries_.size())
             return false;
@@ -146,7 +146,7 @@ private:
     std::vector<Times> expected_;
 };
 
-TEST_F(RealDays, EveryKindRunsThroughAWholeDay) {
+TEST_F(RealDays, EveryKindRunsOnTimeThroughAWholeDay) {
     beginAt(2026, 6, 10, 0, 3);
     hourly(50, 0, 24);
     daily(3, 35, {at(3, 35)});
@@ -159,7 +159,7 @@ TEST_F(RealDays, EveryKindRunsThroughAWholeDay) {
     follower.afterIndex = 1;
     follower.minutes = 90;
     daily(6, 30, {}).disabled = 1;
-    live(24);
+    simulate(24);
 }
 
 TEST_F(RealDays, TheNightOfAClockChangeFollowsTheRules) {
@@ -175,7 +175,7 @@ TEST_F(RealDays, TheNightOfAClockChangeFollowsTheRules) {
             daily(hour, 30, {});
         add(ScheduleKind::Once, {}).time = at(27, 10);
         expectRunsByTheRules(6);
-        ASSERT_NO_FATAL_FAILURE(live(6));
+        ASSERT_NO_FATAL_FAILURE(simulate(6));
     }
     EXPECT_EQ(changes, 2) << "the zone does not change its clock twice a year";
 }

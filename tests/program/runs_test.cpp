@@ -23,7 +23,7 @@ protected:
         return entry;
     }
 
-    /// Starts the program on an entry, and sets the clock to the time of those that run once.
+    /// Starts the program with an entry and sets the clock to due_.
     void runWith(const ScheduledProject& entry) {
         ASSERT_NO_FATAL_FAILURE(startWith({entry}));
         clock_.moveTo(due_);
@@ -54,7 +54,7 @@ TEST_F(Runs, ADueProjectIsStartedWithItsCommandLineAndItsOutcomeIsSaved) {
     ASSERT_NO_FATAL_FAILURE(startWith({entry}));
     SendMessageA(window(), WM_CLOSE, 0, 0);
     clock_.moveTo(due_);
-    // Its own timer starts it, while its window is hidden.
+    // The program's own timer starts the run while the window is hidden.
     ASSERT_TRUE(waitUntil([] { return savedEntry().lastResult == "3 pages are missing"; }));
 
     EXPECT_FALSE(IsWindowVisible(window()));
@@ -69,7 +69,7 @@ TEST_F(Runs, ADueProjectIsStartedWithItsCommandLineAndItsOutcomeIsSaved) {
     EXPECT_FALSE(base::readString(HKEY_LOCAL_MACHINE, scheduler::outcomeKey(1) + "Result", left));
 }
 
-TEST_F(Runs, ACommandLineRunsAsItStandsAndLeavesNoResult) {
+TEST_F(Runs, ACommandLineRunsUnchangedAndLeavesNoResult) {
     const std::string script = spider_.folder() + "mark.bat";
     driver::writeText(script, "@echo done> \"%~dp0marker.txt\"\r\n");
     runWith(once("run:cmd /c \"" + script + "\""));
@@ -78,7 +78,7 @@ TEST_F(Runs, ACommandLineRunsAsItStandsAndLeavesNoResult) {
     EXPECT_TRUE(spider_.log().empty());
 }
 
-TEST_F(Runs, WhatFallsDueWhileSuspendedIsSkipped) {
+TEST_F(Runs, EntriesDueWhileSuspendedAreSkipped) {
     base::writeNumber(HKEY_CURRENT_USER, stateKey + "\\Suspended", 2);
     runWith(once(spider_.makeProject("news.kra")));
     EXPECT_EQ(driver::textOf(window()), "Corvane Scheduler (suspended)");
@@ -91,7 +91,7 @@ TEST_F(Runs, WhatFallsDueWhileSuspendedIsSkipped) {
     EXPECT_TRUE(spider_.log().empty());
 }
 
-TEST_F(Runs, AnEditKeepsTheRunThatStartsAndEndsWhileTheEditorIsOpen) {
+TEST_F(Runs, AnEditKeepsTheRecordOfARunDuringTheEdit) {
     ScheduledProject entry = once(spider_.makeProject("due.kra", spider_.untilReleased()));
     entry.lastResult = "2 errors";
     startWith({entry});
@@ -111,7 +111,7 @@ TEST_F(Runs, AnEditKeepsTheRunThatStartsAndEndsWhileTheEditorIsOpen) {
     EXPECT_EQ(edited.timeLimitMinutes, 7);
     EXPECT_EQ(edited.running, 0);
     EXPECT_GE(edited.lastRun, due_);
-    EXPECT_EQ(edited.lastResult, "") << "the new run's";
+    EXPECT_EQ(edited.lastResult, "") << "the result of the new run";
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-// What the program leaves and tells when its schedule is damaged or cannot be saved.
+// What the program keeps and reports when its schedule is damaged or cannot be saved.
 
 #include "lib/base/stackalignment.h"
 #include "resources/ids.h"
@@ -8,8 +8,8 @@
 
 namespace {
 
-/// Stands in for the shell's taskbar, which receives what programs tell of their icons. The test's thread
-/// receives it while it waits for the scheduler's answer to a message.
+/// Replaces the taskbar, which receives the requests of notification icons. The test's thread receives them
+/// while it waits for the scheduler's answer to a message.
 class Taskbar {
 public:
     Taskbar() {
@@ -19,17 +19,17 @@ public:
         RegisterClassA(&description);
         window_ = CreateWindowExA(0, description.lpszClassName, "", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr,
                                   nullptr, nullptr);
-        EXPECT_EQ(FindWindowA(description.lpszClassName, nullptr), window_) << "the shell's own is above";
+        EXPECT_EQ(FindWindowA(description.lpszClassName, nullptr), window_) << "another taskbar is above";
         received_.clear();
     }
     Taskbar(const Taskbar&) = delete;
     Taskbar& operator=(const Taskbar&) = delete;
     ~Taskbar() { DestroyWindow(window_); }
 
-    /// How many of the notices hold the text.
+    /// The number of requests that contain `text`.
     static long count(const std::wstring& text) {
         return std::ranges::count_if(
-            received_, [&](const std::wstring& notice) { return notice.find(text) != std::wstring::npos; });
+            received_, [&](const std::wstring& request) { return request.find(text) != std::wstring::npos; });
     }
 
 private:
@@ -48,7 +48,7 @@ private:
 
 class Safety : public driver::ProgramTest {};
 
-TEST_F(Safety, AFailedSaveIsToldOnceAndTheNextSaveEndsIt) {
+TEST_F(Safety, AFailedSaveIsReportedOnceUntilASaveSucceeds) {
     startWith({driver::sleeping("C:\\Sites\\news.kra")});
     list().select({0});
     const Taskbar taskbar;
@@ -69,7 +69,7 @@ TEST_F(Safety, AFailedSaveIsToldOnceAndTheNextSaveEndsIt) {
     }
 }
 
-TEST_F(Safety, AfterADamageTheCopyBringsTheScheduleBack) {
+TEST_F(Safety, TheBackupRestoresADamagedSchedule) {
     startWith({driver::sleeping("C:\\Sites\\news.kra"), driver::sleeping("C:\\Sites\\shop.kra")});
     list().select({0});
     carryOut(IDM_ENABLE);

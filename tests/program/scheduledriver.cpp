@@ -23,7 +23,7 @@ namespace driver {
 namespace {
 
 constexpr const char* dialogClass = "#32770";
-constexpr DWORD killedCode = 1; ///< of a program that a test has killed
+constexpr DWORD killedCode = 1; ///< exit code after kill()
 
 struct WindowSearch {
     DWORD process = 0;
@@ -138,13 +138,13 @@ void SchedulerProcess::launch(const std::string& switches) {
     expectNoCrash();
     const PROCESS_INFORMATION information = startCopy(program_, switches);
     process_.reset(information.hProcess);
-    endsByItself_ = false;
+    endIsExpected_ = false;
     id_ = information.dwProcessId;
     window_ = nullptr;
 }
 
 bool SchedulerProcess::waitForWindow() {
-    // The window accepts dropped files last. The clock may run fast: an hour may take a minute.
+    // Accepting dropped files is the last step of the start. On a fast clock an hour may take a minute.
     waitUntil(
         [this] {
             window_ = findWindow(id_, "scheduler");
@@ -168,7 +168,7 @@ bool SchedulerProcess::isRunning() const {
 }
 
 bool SchedulerProcess::waitForExit() {
-    endsByItself_ = true;
+    endIsExpected_ = true;
     return waitUntil([this] { return !isRunning(); });
 }
 
@@ -179,11 +179,11 @@ DWORD SchedulerProcess::exitCode() const {
 }
 
 void SchedulerProcess::kill(bool mayHaveEnded) {
-    endsByItself_ |= mayHaveEnded;
+    endIsExpected_ |= mayHaveEnded;
     expectNoCrash();
     if (!isRunning())
         return;
-    endsByItself_ = true;
+    endIsExpected_ = true;
     TerminateProcess(process_.get(), killedCode);
     WaitForSingleObject(process_.get(), INFINITE);
 }
@@ -192,8 +192,8 @@ void SchedulerProcess::expectNoCrash() const {
     if (!process_ || isRunning())
         return;
     // The platform's debugger may end a crashed program with 0.
-    EXPECT_TRUE(endsByItself_ && (exitCode() == 0 || exitCode() == killedCode))
-        << "the program crashed or ended by itself with the exit code " << exitCode();
+    EXPECT_TRUE(endIsExpected_ && (exitCode() == 0 || exitCode() == killedCode))
+        << "the program crashed or ended unexpectedly with exit code " << exitCode();
 }
 
 void SchedulerProcess::command(int id) const {
@@ -250,7 +250,7 @@ std::string safetyCopy(const std::string& extension) {
 }
 
 std::vector<scheduler::ScheduledProject> savedSchedule(const std::string& path) {
-    // loadSchedule() shuts writers out while it reads: a save of the running scheduler would then fail.
+    // loadSchedule() locks writers out while it reads: a save of the running scheduler would fail.
     const std::string content = readBytes(path);
     scheduler::ScheduleList list;
     scheduler::decodeSchedule(std::as_bytes(std::span(content)), scheduler::scheduleMagic, list);

@@ -1,4 +1,4 @@
-// Runs the real program, with the real registry and file.
+// Drives the real program, which uses the real registry and schedule file.
 #pragma once
 
 #include "lib/base/handles.h"
@@ -20,10 +20,10 @@ namespace driver {
 bool waitUntil(const std::function<bool()>& condition,
                std::chrono::milliseconds limit = std::chrono::milliseconds(test::patience));
 
-/// The folder that holds the built program; with a backslash at its end.
+/// The folder of the built program, with a trailing backslash.
 std::string buildFolder();
 
-/// A fresh folder below the temporary one, with a backslash at its end.
+/// Creates a temporary folder; its path has a trailing backslash.
 std::string makeTestFolder();
 
 void writeText(const std::string& path, const std::string& text);
@@ -34,7 +34,7 @@ std::string textOf(HWND window);
 
 GUITHREADINFO inputStateOf(HWND window);
 
-/// One copy of scheduler.exe, killed on destruction.
+/// An instance of scheduler.exe, killed on destruction.
 class SchedulerProcess {
 public:
     SchedulerProcess();
@@ -47,7 +47,7 @@ public:
     bool start(const std::string& switches = "");
     void launch(const std::string& switches = "");
     bool waitForWindow();
-    /// Starts a copy that ends by itself; returns its exit code.
+    /// Starts an instance that ends by itself; returns its exit code.
     static DWORD runToEnd(const std::string& switches);
 
     HWND window() const { return window_; }
@@ -56,7 +56,7 @@ public:
     DWORD exitCode() const;
     void kill(bool mayHaveEnded = false);
 
-    /// Exits, answering Yes to the question if it is asked. False when the program does not end.
+    /// Exits and answers Yes if asked; false when the program does not end.
     bool exit();
 
     void command(int id) const;
@@ -64,9 +64,9 @@ public:
     /// Returns when the window has handled the tick.
     void tick() const { SendMessageA(window_, WM_TIMER, 0, 0); }
 
-    /// The open message box or dialog; null when there is none.
+    /// The open message box or dialog, or null.
     HWND messageBox() const;
-    /// The visible dialogs and message boxes, the uppermost first.
+    /// The visible dialogs and message boxes, topmost first.
     std::vector<HWND> dialogs() const;
     bool isMenuOpen() const;
     /// Null while the program is not in the foreground.
@@ -75,11 +75,11 @@ public:
     static void press(HWND box, int button);
 
 private:
-    /// Fails when the program crashed, or ended without being asked to.
+    /// Fails when the program crashed or ended unexpectedly.
     void expectNoCrash() const;
 
-    std::string program_;       ///< the built one, unless another was named
-    bool endsByItself_ = false; ///< a test has waited for the end
+    std::string program_;
+    bool endIsExpected_ = false;
     base::KernelHandle process_;
     DWORD id_ = 0;
     HWND window_ = nullptr;
@@ -91,14 +91,14 @@ std::string safetyCopy(const std::string& extension);
 std::vector<scheduler::ScheduledProject> savedSchedule(const std::string& path = scheduler::schedulePath());
 void saveEntries(const std::vector<scheduler::ScheduledProject>& entries);
 
-/// The sample spider in a folder of its own, registered.
+/// The sample spider, copied to a folder of its own and registered.
 class SampleSpider {
 public:
     SampleSpider();
 
     /// Writes a project file; returns its path.
     std::string makeProject(const std::string& fileName, const std::string& lines = "") const;
-    /// The line of a project file whose runs last until release().
+    /// A line of a project file that makes its runs last until release().
     std::string untilReleased() const { return "until=" + eventName_ + "\n"; }
     void release() const { SetEvent(event_.get()); }
     const std::string& folder() const { return folder_; }

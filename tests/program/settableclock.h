@@ -1,4 +1,3 @@
-// The clock of the machine that tools/wine --settable simulates, set while programs run.
 #pragma once
 
 #include "lib/base/dates.h"
@@ -11,12 +10,13 @@
 
 namespace driver {
 
+/// Sets the simulated clock of tools/wine --settable while programs run.
 class SettableClock {
 public:
     SettableClock() {
         const char* const path = std::getenv("SCHEDULER_CLOCK");
         if (!path)
-            throw std::runtime_error("this test needs a clock of its own: tools/wine --settable");
+            throw std::runtime_error("SCHEDULER_CLOCK is not set: run this test with tools/wine --settable");
         path_ = path;
         std::ifstream(path_) >> offset_;
     }
@@ -26,7 +26,7 @@ public:
         offset_ += seconds;
         char text[16]{};
         const int length = std::snprintf(text, sizeof(text), "%+011lld\n", offset_);
-        // Overwritten in one piece: a program may read the file at any moment.
+        // One write, because a program may read the file at any time.
         std::FILE* const file = std::fopen(path_.c_str(), "r+b");
         std::fwrite(text, 1, static_cast<std::size_t>(length), file);
         std::fclose(file);

@@ -1,4 +1,4 @@
-// For tools/soak: compares what the program holds after many runs with what it held after the first minute.
+// For tools/soak: compares the program's resources after many runs with those after the first minute.
 //
 // usage: program.soak MINUTES SPEED [windows]
 
@@ -7,7 +7,7 @@
 #include "tests/program/listdriver.h"
 #include "tests/program/scheduledriver.h"
 #include "tests/program/settableclock.h"
-#include "tests/program/witnessdriver.h"
+#include "tests/program/spydriver.h"
 
 #include <algorithm>
 #include <array>
@@ -80,7 +80,7 @@ unsigned long privateKilobytes(HANDLE process) {
     return static_cast<unsigned long>(total / 1024);
 }
 
-/// Moves the clock faster than real time. Wine does not start reliably under a clock that runs fast.
+/// Advances the clock faster than real time, because Wine does not start reliably on a fast clock.
 class FastClock {
 public:
     explicit FastClock(int speed) : speed_(speed) {}
@@ -100,33 +100,33 @@ private:
 
 using Sample = std::array<unsigned long, 5>;
 
-/// The least of many looks: a run holds a thread and some handles.
-Sample hold(HWND window, const driver::WitnessDriver& witness) {
+/// The minimum of several samples, because a run holds a thread and some handles for a while.
+Sample leastSample(HWND window, const driver::SpyDriver& spy) {
     DWORD id = 0;
     GetWindowThreadProcessId(window, &id);
     const base::KernelHandle process(OpenProcess(PROCESS_ALL_ACCESS, FALSE, id));
     Sample least;
     least.fill(~0ul);
-    for (int look = 0; look < 15; ++look) {
-        witness.fillContexts();
-        witness.count();
-        const Sample seen = {witness.userObjects(), witness.gdiObjects(), handlesOf(process.get()),
-                             threadsOf(id), privateKilobytes(process.get())};
+    for (int sample = 0; sample < 15; ++sample) {
+        spy.fillContexts();
+        spy.count();
+        const Sample seen = {spy.userObjects(), spy.gdiObjects(), handlesOf(process.get()), threadsOf(id),
+                             privateKilobytes(process.get())};
         std::ranges::transform(least, seen, least.begin(), [](auto a, auto b) { return std::min(a, b); });
         Sleep(100);
     }
     return least;
 }
 
-/// Slowly: draws all of a dialog, because the platform caches the parts of controls that it has drawn.
+/// `slowly`: draws each dialog completely, which fills the platform's cache of drawn control parts.
 void useWindows(const driver::SchedulerProcess& scheduler, const driver::ListDriver& list,
-                const driver::WitnessDriver& witness, std::size_t round, bool slowly) {
+                const driver::SpyDriver& spy, std::size_t round, bool slowly) {
     for (const int dialog : {IDM_ABOUT, IDM_PREFERENCES, IDM_ADD}) {
         scheduler.command(dialog);
         driver::waitUntil([&] { return !scheduler.dialogs().empty(); }, std::chrono::hours(1));
         if (slowly) {
-            witness.passTicks(2);
-            std::ranges::for_each(scheduler.dialogs(), driver::WitnessDriver::draw);
+            spy.passTicks(2);
+            std::ranges::for_each(scheduler.dialogs(), driver::SpyDriver::draw);
         }
         for (const HWND open : scheduler.dialogs())
             driver::SchedulerProcess::press(open, IDCANCEL);
@@ -152,10 +152,10 @@ int main(int argc, char** argv) {
     if (!scheduler.start())
         return 1;
     const driver::ListDriver list(scheduler.window());
-    const driver::WitnessDriver witness(scheduler.window());
-    // A heap keeps room for the most threads that ever ran, so the first minute is the busiest.
-    witness.settleHeaps();
-    witness.freeTexts();
+    const driver::SpyDriver spy(scheduler.window());
+    // A heap keeps memory for the maximum number of threads so far, so the first minute is the busiest.
+    spy.settleHeaps();
+    spy.freeTexts();
     list.selectAll();
 
     FastClock clock(speed);
@@ -166,31 +166,31 @@ int main(int argc, char** argv) {
             if (until == busyMinutes)
                 scheduler.command(IDM_RUN);
             if (usesWindows)
-                useWindows(scheduler, list, witness, round, until == busyMinutes);
+                useWindows(scheduler, list, spy, round, until == busyMinutes);
             clock.pass(1000);
         }
         return round;
     };
     work(busyMinutes);
-    const Sample first = hold(scheduler.window(), witness);
+    const Sample first = leastSample(scheduler.window(), spy);
     const std::size_t runsBefore = spider.logged("end run");
     const std::size_t rounds = work(minutes);
-    const Sample last = hold(scheduler.window(), witness);
+    const Sample last = leastSample(scheduler.window(), spy);
     const std::size_t runs = spider.logged("end run");
 
     constexpr std::array names = {"windows and menus", "graphics objects", "kernel handles", "threads",
                                   "private KB"};
-    // A heap may round up once more; a leak in each run is a thousand times as much.
+    // A heap may grow by one more step; a leak in each run would be a thousand times larger.
     constexpr std::array<unsigned long, 5> allowed = {0, 0, 2, 0, 128};
     bool same = scheduler.isRunning() && runs > runsBefore + rounds;
-    if (witness.freedTexts() > 0)
-        std::printf("freed in the platform's stead: the blocks of %ld texts\n", witness.freedTexts());
+    if (spy.freedTexts() > 0)
+        std::printf("freed for the platform: the blocks of %ld text controls\n", spy.freedTexts());
     std::printf("%zu runs in %d minutes at %d-fold speed\n%-18s %12s %12s\n", runs, minutes, speed, "",
                 "first minute", "end");
     for (std::size_t i = 0; i < names.size(); ++i) {
         std::printf("%-18s %12lu %12lu\n", names[i], first[i], last[i]);
         same = same && last[i] <= first[i] + allowed[i];
     }
-    std::printf("%s\n", same ? "nothing is lost" : "NOT the same");
+    std::printf("%s\n", same ? "no leaks" : "LEAK: the program holds more than after the first minute");
     return same ? 0 : 1;
 }

@@ -29,7 +29,7 @@ struct IconImage {
 std::vector<IconImage> imagesOf(int icon) {
     PackedReader group(resourceBytes(RT_GROUP_ICON, icon));
     group.read<WORD>(); // reserved
-    group.read<WORD>(); // an icon, not a cursor
+    group.read<WORD>(); // type
     std::vector<IconImage> images(group.read<WORD>());
     for (IconImage& image : images) {
         const int width = group.read<BYTE>();
@@ -50,7 +50,7 @@ HICON load(int icon, int size) {
                                          size, LR_DEFAULTCOLOR));
 }
 
-/// Which pixels of an icon are dark, row by row: what is left of it without colour.
+/// Which pixels of an icon are dark, row by row.
 std::vector<bool> darkPixels(int icon, int size) {
     ICONINFO parts{};
     const HICON loaded = load(icon, size);
@@ -74,7 +74,7 @@ std::vector<bool> darkPixels(int icon, int size) {
     return dark;
 }
 
-TEST(Icons, HaveAnImageForEverySizeThatWindowsAsksForAtTheUsualScales) {
+TEST(Icons, HaveAnImageForEachSizeAtTheUsualScales) {
     for (const int icon : {IDI_ACTIVE, IDI_SUSPENDED}) {
         std::vector<int> sizes;
         for (const IconImage& image : imagesOf(icon)) {
@@ -89,7 +89,7 @@ TEST(Icons, HaveAnImageForEverySizeThatWindowsAsksForAtTheUsualScales) {
     }
 }
 
-TEST(Icons, OfBothStatesDifferWithoutColour) {
+TEST(Icons, ForActiveAndSuspendedDifferWithoutColour) {
     for (const int size : {16, 20, 24, 28, 32, 40, 48, 64}) {
         const auto hands = darkPixels(IDI_ACTIVE, size);
         const auto bars = darkPixels(IDI_SUSPENDED, size);
@@ -102,7 +102,7 @@ TEST(Icons, OfBothStatesDifferWithoutColour) {
 
 constexpr int rowIcons[] = {IDI_ROW_RUNNING, IDI_ROW_WAITING, IDI_ROW_DISABLED, IDI_ROW_RESULT};
 
-// Which pixels stand out from a background of that brightness, without their colours.
+/// Which pixels of an icon contrast with a grey background of that brightness.
 std::vector<bool> pixelsSeenOn(BYTE background, int icon, int size) {
     const BITMAPINFO format{{sizeof(BITMAPINFOHEADER), size, size, 1, 32, BI_RGB, 0, 0, 0, 0, 0}, {}};
     void* bits = nullptr;
@@ -126,18 +126,18 @@ std::vector<bool> pixelsSeenOn(BYTE background, int icon, int size) {
     return seen;
 }
 
-TEST(Icons, OfRowsHaveAnImageForEverySizeOfASmallIcon) {
+TEST(Icons, ForRowsHaveAnImageForEachSmallSize) {
     for (const int icon : rowIcons) {
         std::vector<int> sizes;
         for (const IconImage& image : imagesOf(icon)) {
             sizes.push_back(image.size);
-            EXPECT_EQ(image.depth, 32) << "of a PNG, the only one that Windows reads";
+            EXPECT_EQ(image.depth, 32) << "Windows reads PNG images of this depth only";
         }
         EXPECT_THAT(sizes, ElementsAre(16, 20, 24, 32)) << icon;
     }
 }
 
-TEST(Icons, OfRowsAreSeenAndDifferWithoutColourOnWhiteAndOnBlack) {
+TEST(Icons, ForRowsAreVisibleAndDifferWithoutColourOnWhiteAndBlack) {
     for (const BYTE background : {BYTE{255}, BYTE{0}})
         for (const int size : {16, 20, 24, 32})
             for (const int icon : rowIcons) {

@@ -70,7 +70,7 @@ TEST(Menus, TheMainMenuHoldsFileEditAndHelp) {
                                          "  &About the Corvane Scheduler... 2011\n");
 }
 
-TEST(Menus, TheContextMenusAreTheirResourcesOnlySubmenu) {
+TEST(Menus, EachContextMenuIsTheOnlySubmenuOfItsResource) {
     EXPECT_EQ(describeContextMenu(132), "&Add... 143\n"
                                         "&Edit... 144\n"
                                         "&Delete 145\n"
@@ -100,7 +100,7 @@ TEST(Menus, TheAcceleratorsAreControlShiftTDeleteAndEnter) {
                             std::tuple(FVIRTKEY, VK_DELETE, 145), std::tuple(FVIRTKEY, VK_RETURN, 144)));
 }
 
-TEST(Menus, TheStringsAreTheDescriptionsOfTheCommands) {
+TEST(Menus, TheStringTableDescribesTheCommands) {
     std::map<UINT, std::string> found;
     for (UINT id = 0; id <= 0xFFFF; ++id)
         if (const std::string text = framework::resourceText(id); !text.empty())

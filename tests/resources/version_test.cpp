@@ -20,7 +20,7 @@ std::string manifest() {
     return std::string(test::resourceBytes(RT_MANIFEST, 1)); // a program's own manifest has number 1
 }
 
-/// What the platform is told of the program: its manifest and its version record.
+/// The program's manifest and version resource.
 class Version : public testing::Test {
 protected:
     Version() {
@@ -33,7 +33,7 @@ protected:
 
     void SetUp() override { ASSERT_TRUE(loaded_); }
 
-    /// A value of the record; null when it is not there or has another size, unless that is 0.
+    /// A value of the version resource; null if missing or of another size. Size 0 matches any size.
     const void* value(const std::string& path, UINT size = 0) const {
         void* value = nullptr;
         UINT length = 0;
@@ -49,14 +49,14 @@ protected:
     bool loaded_ = false;
 };
 
-TEST_F(Version, TheRecordNamesTheProgramAndItsMaker) {
+TEST_F(Version, NamesTheProgramAndItsCompany) {
     EXPECT_EQ(text("CompanyName"), "Brindlewood");
     EXPECT_EQ(text("FileDescription"), "Corvane Scheduler");
     EXPECT_EQ(text("ProductName"), "Corvane Scheduler");
     EXPECT_EQ(text("OriginalFilename"), "scheduler.exe");
 }
 
-TEST_F(Version, TheVersionIsTheSameInTextAndNumbers) {
+TEST_F(Version, IsTheSameInTextAndNumbers) {
     EXPECT_EQ(text("FileVersion"), PACKAGE_VERSION);
     EXPECT_EQ(text("ProductVersion"), PACKAGE_VERSION);
 
@@ -79,7 +79,7 @@ TEST_F(Version, ItsTextsAreInEnglish) {
     EXPECT_EQ(*language, DWORD{1252 << 16 | 0x0409});
 }
 
-TEST_F(Version, TheManifestAsksForThemedControlsAndTheScreensResolution) {
+TEST_F(Version, TheManifestRequestsThemedControlsAndDpiAwareness) {
     EXPECT_THAT(manifest(), HasSubstr("name=\"Microsoft.Windows.Common-Controls\" version=\"6.0.0.0\""));
     EXPECT_THAT(manifest(), HasSubstr("SMI/2005/WindowsSettings\">true</dpiAware>"));
     EXPECT_TRUE(IsProcessDPIAware());
@@ -90,8 +90,8 @@ TEST_F(Version, TheManifestAsksForThemedControlsAndTheScreensResolution) {
                                          "comctl32.dll", &data));
 }
 
-// With an execution level, Windows would no longer redirect what a limited user writes.
-TEST_F(Version, TheManifestAsksForNoExecutionLevel) {
+// With an execution level, Windows would not redirect the writes of a limited user.
+TEST_F(Version, TheManifestRequestsNoExecutionLevel) {
     EXPECT_THAT(manifest(), Not(HasSubstr("requestedExecutionLevel")));
     EXPECT_THAT(manifest(), Not(HasSubstr("trustInfo")));
 }

@@ -22,7 +22,7 @@ void closeHints() {
         SendMessageA(hint, WM_CLOSE, 0, 0);
 }
 
-std::function<void()> whileOpen; ///< what is done, once, while a menu runs
+std::function<void()> whileOpen; ///< runs once while a menu is open
 
 CALLED_BY_PLATFORM void CALLBACK actWhileOpen(HWND, UINT, UINT_PTR, DWORD) noexcept {
     if (whileOpen)
@@ -56,7 +56,7 @@ protected:
         send(WM_MOUSEHOVER, point);
     }
 
-    /// The size of a hint tells its text.
+    /// Compares sizes, because a hint window does not expose its text.
     static void expectHint(const std::string& text) {
         ASSERT_EQ(hintWindows().size(), 1U);
         RECT workArea{};
@@ -75,9 +75,9 @@ protected:
     POINT nextResult_ = placeOf(1, ScheduleColumn::LastResult);
 };
 
-TEST_F(CellHints, ACutTextIsShownWholeOnceTheMouseRestsOnIt) {
+TEST_F(CellHints, AHintShowsATruncatedTextWhenTheMouseRestsOnIt) {
     send(WM_MOUSEMOVE, result_);
-    EXPECT_TRUE(hintWindows().empty()) << "not before";
+    EXPECT_TRUE(hintWindows().empty()) << "shown before the mouse rests";
     send(WM_MOUSEHOVER, result_);
     expectHint(longResult);
     closeHints();
@@ -85,7 +85,7 @@ TEST_F(CellHints, ACutTextIsShownWholeOnceTheMouseRestsOnIt) {
     expectHint(longName);
 }
 
-TEST_F(CellHints, ATextThatIsSeenWholeHasNone) {
+TEST_F(CellHints, ATextThatFitsHasNoHint) {
     restAt(placeOf(0, ScheduleColumn::Project));
     EXPECT_TRUE(hintWindows().empty());
     restAt(result_);
@@ -99,7 +99,7 @@ TEST_F(CellHints, ATextThatIsSeenWholeHasNone) {
     EXPECT_TRUE(hintWindows().empty());
 }
 
-TEST_F(CellHints, TheImageTakesRoomFromTheFirstColumn) {
+TEST_F(CellHints, TheImageNarrowsTheTextOfTheFirstColumn) {
     const int width =
         static_cast<int>(SendMessageA(list(), LVM_GETSTRINGWIDTHA, 0, reinterpret_cast<LPARAM>("short")));
     for (const int image : {16, 0}) {
@@ -110,7 +110,7 @@ TEST_F(CellHints, TheImageTakesRoomFromTheFirstColumn) {
     }
 }
 
-TEST_F(CellHints, TheHintStaysWhileTheMouseMovesWithinItsCellAndGoesWhenItLeavesTheCell) {
+TEST_F(CellHints, AHintStaysUntilTheMouseLeavesItsCell) {
     restAt(result_);
     const std::vector<HWND> before = hintWindows();
     send(WM_MOUSEMOVE, {result_.x + 20, result_.y});
@@ -123,7 +123,7 @@ TEST_F(CellHints, TheHintStaysWhileTheMouseMovesWithinItsCellAndGoesWhenItLeaves
     expectHint(longResult + " of it");
 }
 
-TEST_F(CellHints, TheHintGoesWhenTheListMovesUnderTheMouseAndComesAgainWhenItRests) {
+TEST_F(CellHints, AHintClosesOnScrollingOrAKeyAndCanReopen) {
     const std::pair<UINT, WPARAM> moves[] = {{WM_MOUSEWHEEL, MAKEWPARAM(0, WHEEL_DELTA)},
                                              {WM_MOUSEHWHEEL, MAKEWPARAM(0, WHEEL_DELTA)},
                                              {WM_VSCROLL, SB_LINEDOWN},
@@ -140,7 +140,7 @@ TEST_F(CellHints, TheHintGoesWhenTheListMovesUnderTheMouseAndComesAgainWhenItRes
     }
 }
 
-TEST_F(CellHints, TheHintGoesWhenItsRowChanges) {
+TEST_F(CellHints, AHintClosesWhenItsRowChanges) {
     const auto staysAfter = [&](const std::function<void()>& change) {
         restAt(result_);
         UpdateWindow(list());
@@ -161,7 +161,7 @@ TEST_F(CellHints, TheHintGoesWhenItsRowChanges) {
     EXPECT_FALSE(staysAfter([&] { window_.schedule.remove(2); }));
 }
 
-TEST_F(CellHints, AHintGoesWhenThereIsNoMemoryToCompareItsText) {
+TEST_F(CellHints, AHintClosesWhenMemoryToCompareItsTextRunsOut) {
     for (const bool inBatch : {false, true}) {
         restAt(result_);
         ASSERT_EQ(hintWindows().size(), 1U);
@@ -177,7 +177,7 @@ TEST_F(CellHints, AHintGoesWhenThereIsNoMemoryToCompareItsText) {
     }
 }
 
-TEST_F(CellHints, NoneComesInFrontOfAMenu) {
+TEST_F(CellHints, NoHintOpensWhileAMenuIsOpen) {
     std::size_t shown = 99;
     whileOpen = [&] {
         restAt(result_);
@@ -194,10 +194,10 @@ TEST_F(CellHints, NoneComesInFrontOfAMenu) {
     EXPECT_TRUE(hintWindows().empty());
     send(WM_MOUSELEAVE, {});
     restAt(result_);
-    EXPECT_EQ(hintWindows().size(), 1U) << "afterwards they come again";
+    EXPECT_EQ(hintWindows().size(), 1U) << "hints open again after the menu";
 }
 
-TEST_F(CellHints, WithoutACellUnderTheMouseThereIsNone) {
+TEST_F(CellHints, NoHintOpensWithoutACellUnderTheMouse) {
     restAt({50, 250}); // below the rows
     EXPECT_TRUE(hintWindows().empty());
     send(WM_MOUSEMOVE, result_);
@@ -205,12 +205,12 @@ TEST_F(CellHints, WithoutACellUnderTheMouseThereIsNone) {
     send(WM_MOUSEHOVER, result_);
     EXPECT_TRUE(hintWindows().empty());
     restAt(result_);
-    EXPECT_FALSE(hintWindows().empty()) << "it may come back";
+    EXPECT_FALSE(hintWindows().empty()) << "the mouse has returned";
     closeHints();
     send(WM_MOUSEMOVE, nextResult_);
     window_.schedule.remove(1);
     send(WM_MOUSEHOVER, nextResult_);
-    EXPECT_TRUE(hintWindows().empty()) << "the row is gone meanwhile";
+    EXPECT_TRUE(hintWindows().empty()) << "the row was removed";
 }
 
 } // namespace

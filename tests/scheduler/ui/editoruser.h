@@ -1,4 +1,4 @@
-// A user's actions in the editor. editoruser.cpp replaces the Browse dialog and the phone book.
+// Simulates a user of the editor. editoruser.cpp replaces the Browse dialog and the phone book.
 #pragma once
 
 #include "resources/ids.h"
@@ -17,7 +17,7 @@
 
 namespace test {
 
-/// Fills in the answer of the Browse dialog; false when nothing is chosen.
+/// Replaces the Browse dialog; false if the user cancels.
 inline std::function<bool(OPENFILENAMEA&)> browseDialog;
 
 inline int phoneBookQueries = 0;
@@ -33,7 +33,7 @@ inline void press(HWND dialog, int button) {
     SendDlgItemMessageA(dialog, button, BM_CLICK, 0, 0);
 }
 
-/// `chosen` has the form of the dialog's answer.
+/// `chosen`: the dialog's answer, separated by NULs.
 inline void browse(HWND sheet, const std::string& chosen) {
     browseDialog = [&](OPENFILENAMEA& request) {
         chosen.copy(request.lpstrFile, request.nMaxFile);

@@ -25,13 +25,13 @@ protected:
     }
 
 private:
-    test::Instead<test::GetWindowsDirectoryACall> diskD_{[](LPSTR buffer, UINT) {
+    test::Override<test::GetWindowsDirectoryACall> diskD_{[](LPSTR buffer, UINT) {
         std::strcpy(buffer, "D:\\");
         return UINT{3};
     }};
 };
 
-TEST_F(FullDisk, WhatCouldNotBeSavedIsSavedByTheNextSave) {
+TEST_F(FullDisk, TheNextSaveWritesWhatAFailedSaveCouldNot) {
     tick();
     {
         const test::FullDisk full;
@@ -48,8 +48,8 @@ TEST_F(FullDisk, WhatCouldNotBeSavedIsSavedByTheNextSave) {
     EXPECT_NE(saved()[0].lastRun, base::TimeValue());
 }
 
-TEST_F(FullDisk, TheProgramEndsAndSavesTheRest) {
-    command(IDM_ENABLE); // nothing is due: no question
+TEST_F(FullDisk, TheProgramExitsAndSavesTheColumnWidths) {
+    command(IDM_ENABLE); // nothing is pending: Exit asks nothing
     ASSERT_TRUE(DeleteFileA(scheduler::schedulePath().c_str()));
     const test::FullDisk full;
     PostMessageA(handle(), WM_COMMAND, IDM_EXIT, 0);

@@ -8,7 +8,7 @@
 
 #include <set>
 
-using test::Instead;
+using test::Override;
 using testing::ElementsAre;
 
 namespace scheduler {
@@ -16,22 +16,22 @@ namespace {
 
 const std::string folder = base::directoryOf(base::executablePath());
 
-/// What is opened while only `files` of the program's folder exist.
+/// What showHelp() opens if the program's folder holds only `files`.
 std::vector<std::string> openedWith(const std::set<std::string>& files) {
     std::vector<std::string> opened;
-    const Instead<test::GetFileAttributesACall> attributes([&](LPCSTR path) {
+    const Override<test::GetFileAttributesACall> attributes([&](LPCSTR path) {
         const std::string text = path;
         return text.starts_with(folder) && files.contains(text.substr(folder.size()))
                    ? DWORD{FILE_ATTRIBUTE_NORMAL}
                    : INVALID_FILE_ATTRIBUTES;
     });
-    const Instead<test::WinHelpACall> help([&](HWND, LPCSTR file, UINT command, ULONG_PTR keyword) {
+    const Override<test::WinHelpACall> help([&](HWND, LPCSTR file, UINT command, ULONG_PTR keyword) {
         EXPECT_EQ(command, 0x0101U);
         EXPECT_STREQ(reinterpret_cast<const char*>(keyword), "Corvane Scheduler");
         opened.push_back(std::string("WinHelp ") + file);
         return TRUE;
     });
-    const Instead<test::ShellExecuteACall> shell(
+    const Override<test::ShellExecuteACall> shell(
         [&](HWND, LPCSTR verb, LPCSTR file, LPCSTR, LPCSTR, int show) {
             EXPECT_STREQ(verb, "open");
             EXPECT_EQ(show, SW_SHOWNORMAL);
@@ -43,17 +43,17 @@ std::vector<std::string> openedWith(const std::set<std::string>& files) {
     return opened;
 }
 
-TEST(HelpFile, IsOpenedByWinHelpAtTheProgramsTitle) {
+TEST(HelpFile, OpensInWinHelpAtTheProgramsTitle) {
     EXPECT_THAT(openedWith({"scheduler.hlp"}), ElementsAre("WinHelp " + folder + "scheduler.hlp"));
     EXPECT_THAT(openedWith({"scheduler.hlp", "manual.html"}),
                 ElementsAre("WinHelp " + folder + "scheduler.hlp"));
 }
 
-TEST(HelpFile, IsReplacedByTheManualWhenThereIsNone) {
+TEST(HelpFile, IsReplacedByTheManualIfMissing) {
     EXPECT_THAT(openedWith({"manual.html"}), ElementsAre("shell " + folder + "manual.html"));
 }
 
-TEST(HelpFile, IsAskedForEvenIfThereIsNoManual) {
+TEST(HelpFile, IsRequestedIfTheManualIsMissingToo) {
     EXPECT_THAT(openedWith({}), ElementsAre("WinHelp " + folder + "scheduler.hlp"));
 }
 

@@ -1,4 +1,4 @@
-// Run at several resolutions: all that the dialogs show has the room it needs.
+// Runs at several resolutions: every control fits its text and its dialog.
 
 #include "lib/base/opsys.h"
 #include "lib/base/registry.h"
@@ -39,11 +39,11 @@ std::vector<HWND> shownIn(HWND dialog) {
     return shown;
 }
 
-std::string told(HWND control) {
+std::string describe(HWND control) {
     return std::to_string(GetDlgCtrlID(control)) + " \"" + base::windowText(control) + "\"";
 }
 
-LONG besideText(HWND button) {
+LONG widthBesideText(HWND button) {
     switch (styleOf(button) & BS_TYPEMASK) {
     case BS_AUTOCHECKBOX:
     case BS_AUTORADIOBUTTON:
@@ -59,18 +59,19 @@ void expectRoomForText(HWND control) {
         return;
     const SIZE needed = framework::TextExtent(control).of(base::windowText(control));
     const RECT place = placeOf(control);
-    EXPECT_LE(needed.cx + (isText ? 0 : besideText(control)), place.right - place.left) << told(control);
-    EXPECT_LE(needed.cy, place.bottom - place.top) << told(control);
+    EXPECT_LE(needed.cx + (isText ? 0 : widthBesideText(control)), place.right - place.left)
+        << describe(control);
+    EXPECT_LE(needed.cy, place.bottom - place.top) << describe(control);
 }
 
-/// A list is too low unless its items were given the height of the font.
+/// A list's items do not get the height of the font by themselves.
 void expectRoomForItems(HWND list) {
     if (classOf(list) != "combobox")
         return;
     const LONG needed = framework::TextExtent(list).of("Xg").cy;
     constexpr WPARAM shownItem = static_cast<WPARAM>(-1);
-    EXPECT_LE(needed, SendMessageA(list, CB_GETITEMHEIGHT, shownItem, 0)) << told(list);
-    EXPECT_LE(needed, SendMessageA(list, CB_GETITEMHEIGHT, 0, 0)) << told(list);
+    EXPECT_LE(needed, SendMessageA(list, CB_GETITEMHEIGHT, shownItem, 0)) << describe(list);
+    EXPECT_LE(needed, SendMessageA(list, CB_GETITEMHEIGHT, 0, 0)) << describe(list);
 }
 
 void expectRoomForAll(HWND dialog) {
@@ -82,19 +83,20 @@ void expectRoomForAll(HWND dialog) {
     for (std::size_t i = 0; i < shown.size(); ++i) {
         const RECT place = placeOf(shown[i]);
         RECT common{};
-        EXPECT_TRUE(IntersectRect(&common, &place, &room) && EqualRect(&common, &place)) << told(shown[i]);
+        EXPECT_TRUE(IntersectRect(&common, &place, &room) && EqualRect(&common, &place))
+            << describe(shown[i]);
         expectRoomForText(shown[i]);
         expectRoomForItems(shown[i]);
         for (std::size_t j = i + 1; j < shown.size(); ++j) {
             const RECT other = placeOf(shown[j]);
             const bool isApart =
                 isGroupBox(shown[i]) || isGroupBox(shown[j]) || !IntersectRect(&common, &place, &other);
-            EXPECT_TRUE(isApart) << told(shown[i]) << " covers " << told(shown[j]);
+            EXPECT_TRUE(isApart) << describe(shown[i]) << " covers " << describe(shown[j]);
         }
     }
 }
 
-TEST(Layout, TheEditorsPagesOfEachKind) {
+TEST(Layout, TheEditorsControlsFitForEachKind) {
     scheduler::ScheduleList schedule;
     schedule.append({});
     const test::WhileOpen user([](HWND sheet) {
@@ -112,7 +114,7 @@ TEST(Layout, TheEditorsPagesOfEachKind) {
     EXPECT_FALSE(scheduler::editEntry(nullptr, {}, schedule, std::nullopt, base::systemClock()));
 }
 
-TEST(Layout, TheListsColumnsFillTheWindowAndNeedNoScrolling) {
+TEST(Layout, TheListsColumnsFillTheWindowWithoutScrolling) {
     base::deleteKey(HKEY_CURRENT_USER, "Software\\Brindlewood");
     scheduler::MainWindow window;
     ASSERT_TRUE(window.start("/s", SW_SHOW));
@@ -133,7 +135,7 @@ TEST(Layout, TheListsColumnsFillTheWindowAndNeedNoScrolling) {
     }
 }
 
-TEST(Layout, ThePreferences) {
+TEST(Layout, ThePreferencesControlsFit) {
     scheduler::Preferences preferences;
     const test::WhileOpen user([](HWND dialog) {
         expectRoomForAll(dialog);
@@ -142,7 +144,7 @@ TEST(Layout, ThePreferences) {
     EXPECT_FALSE(scheduler::editPreferences(nullptr, preferences));
 }
 
-TEST(Layout, TheAboutDialog) {
+TEST(Layout, TheAboutDialogsControlsFit) {
     const test::WhileOpen user([](HWND dialog) {
         expectRoomForAll(dialog);
         EXPECT_EQ(base::windowText(dialog), "About the Corvane Scheduler");

@@ -42,7 +42,7 @@ protected:
     int room_ = 640 - GetSystemMetrics(SM_CXVSCROLL);
 };
 
-TEST_F(ListColumns, FitTheirContentsAtFirst) {
+TEST_F(ListColumns, FitTheirContentsIfNoWidthsAreSaved) {
     window_.add("a project whose name is long");
     window_.schedule[0].kind = scheduler::ScheduleKind::AtStartup;
     restore();
@@ -53,24 +53,24 @@ TEST_F(ListColumns, FitTheirContentsAtFirst) {
     EXPECT_GE(sum(), room_ - 5);
 }
 
-TEST_F(ListColumns, FillTheListWhateverItsContents) {
-    for (int row = 0; row < 20; ++row) // more than fit: there is a scroll bar already
+TEST_F(ListColumns, FillTheListEvenWithLongTexts) {
+    for (int row = 0; row < 20; ++row) // enough for a scroll bar
         window_.add(std::string(200, 'w'), std::string(200, 'w'));
     ASSERT_TRUE(GetWindowLongA(list(), GWL_STYLE) & WS_VSCROLL);
     restore();
     EXPECT_LE(sum(), room_);
     EXPECT_GE(sum(), room_ - 5);
-    EXPECT_FALSE(isCut(0, ScheduleColumn::LastRun)) << "the widest give way";
+    EXPECT_FALSE(isCut(0, ScheduleColumn::LastRun)) << "the widest columns shrink";
 }
 
-TEST_F(ListColumns, ShowTheirHeadersOfAnEmptySchedule) {
+TEST_F(ListColumns, FitTheirHeadersIfTheScheduleIsEmpty) {
     restore();
     EXPECT_LE(sum(), room_);
     EXPECT_GE(sum(), room_ - 5);
     EXPECT_GE(width(ScheduleColumn::Project), 70);
 }
 
-TEST_F(ListColumns, AColumnWithoutAUsableWidthFitsBesideTheOthers) {
+TEST_F(ListColumns, AColumnWithAnInvalidSavedWidthFitsBesideTheOthers) {
     window_.add("news");
     for (int column = 0; column < 5; ++column)
         save(column, 60);
@@ -81,7 +81,7 @@ TEST_F(ListColumns, AColumnWithoutAUsableWidthFitsBesideTheOthers) {
     save(0, 4000);
     restore();
     EXPECT_EQ(width(ScheduleColumn::Project), 4000);
-    EXPECT_GE(width(ScheduleColumn::LastResult), 60) << "its header is seen";
+    EXPECT_GE(width(ScheduleColumn::LastResult), 60) << "its header fits";
     EXPECT_LE(width(ScheduleColumn::LastResult), 150);
 }
 

@@ -1,6 +1,6 @@
 #include "tests/scheduler/ui/framework/probewindow.h"
 #include "tests/scheduler/ui/mainwindowtest.h"
-#include "tests/scheduler/ui/paintings.h"
+#include "tests/scheduler/ui/paintcounter.h"
 #include "tests/support/eventlog.h"
 #include "tests/support/systemcolours.h"
 
@@ -15,7 +15,7 @@ using base::TimeSpan;
 using base::TimeValue;
 using scheduler::ScheduleColumn;
 using scheduler::ScheduledProject;
-using test::Instead;
+using test::Override;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -23,16 +23,16 @@ using testing::Pair;
 
 class MainWindow : public test::MainWindowTest {
 protected:
-    std::vector<std::pair<UINT_PTR, UINT>> timers; ///< of windows: ids and milliseconds
+    std::vector<std::pair<UINT_PTR, UINT>> timers; ///< of windows: id and milliseconds
     std::vector<UINT_PTR> killedTimers;
 
 private:
-    Instead<test::SetTimerCall> timers_{[this](HWND window, UINT_PTR id, UINT milliseconds, TIMERPROC act) {
+    Override<test::SetTimerCall> timers_{[this](HWND window, UINT_PTR id, UINT milliseconds, TIMERPROC act) {
         if (window)
             timers.emplace_back(id, milliseconds);
         return test::SetTimerCall::original(window, id, milliseconds, act);
     }};
-    Instead<test::KillTimerCall> killed_{[this](HWND window, UINT_PTR id) {
+    Override<test::KillTimerCall> killed_{[this](HWND window, UINT_PTR id) {
         const BOOL killed = test::KillTimerCall::original(window, id);
         if (killed)
             killedTimers.push_back(id);
@@ -42,9 +42,9 @@ private:
 
 TEST_F(MainWindow, IsCreatedVisibleAtTheDefaultPlaceAndSize) {
     int made = 0;
-    const Instead<test::CreateWindowExACall> creation([&](DWORD extendedStyle, LPCSTR name, LPCSTR title,
-                                                          DWORD style, int x, int y, int width, int height,
-                                                          auto... rest) {
+    const Override<test::CreateWindowExACall> creation([&](DWORD extendedStyle, LPCSTR name, LPCSTR title,
+                                                           DWORD style, int x, int y, int width, int height,
+                                                           auto... rest) {
         if (name == std::string("scheduler")) {
             ++made;
             EXPECT_STREQ(title, "Corvane Scheduler");
@@ -60,45 +60,45 @@ TEST_F(MainWindow, IsCreatedVisibleAtTheDefaultPlaceAndSize) {
     EXPECT_TRUE(IsWindowVisible(handle()));
 }
 
-TEST_F(MainWindow, StartsInOrder) {
+TEST_F(MainWindow, RunsTheStepsOfItsStartInOrder) {
     test::EventLog events;
-    const auto note = [&](const std::string& event) {
+    const auto record = [&](const std::string& event) {
         if (events.empty() || events.back() != event)
             events.push_back(event);
     };
-    const Instead<test::SHDeleteKeyACall> deletion([&](HKEY root, LPCSTR key) {
+    const Override<test::SHDeleteKeyACall> deletion([&](HKEY root, LPCSTR key) {
         if (root == HKEY_LOCAL_MACHINE && key == std::string("SOFTWARE\\Brindlewood\\Corvane Scheduler"))
-            note("outcomes deleted");
+            record("outcomes deleted");
         return test::SHDeleteKeyACall::original(root, key);
     });
-    const Instead<test::RegQueryValueExACall> reading([&](HKEY key, LPCSTR name, auto... rest) {
+    const Override<test::RegQueryValueExACall> reading([&](HKEY key, LPCSTR name, auto... rest) {
         if (name == std::string("WaitTime"))
-            note("preferences loaded");
+            record("preferences loaded");
         if (name == std::string("Column0"))
-            note("columns restored");
+            record("columns restored");
         return test::RegQueryValueExACall::original(key, name, rest...);
     });
-    const Instead<test::CreateFileACall> opening([&](LPCSTR name, DWORD access, DWORD share, auto... rest) {
+    const Override<test::CreateFileACall> opening([&](LPCSTR name, DWORD access, DWORD share, auto... rest) {
         if (name == scheduler::schedulePath())
-            note("schedule loaded");
+            record("schedule loaded");
         return test::CreateFileACall::original(name, access, share, rest...);
     });
-    const Instead<test::Shell_NotifyIconACall> icon([&](DWORD message, NOTIFYICONDATAA*) {
+    const Override<test::Shell_NotifyIconACall> icon([&](DWORD message, NOTIFYICONDATAA*) {
         if (message == NIM_ADD)
-            note("icon added");
+            record("icon added");
         return TRUE;
     });
-    const Instead<test::ShowWindowCall> showing([&](HWND shown, int command) {
+    const Override<test::ShowWindowCall> showing([&](HWND shown, int command) {
         if (!(GetWindowLongA(shown, GWL_STYLE) & WS_CHILD))
-            note("shown by " + std::to_string(command) + " with " +
-                 std::to_string(ListView_GetItemCount(list())) + " rows");
+            record("shown by " + std::to_string(command) + " with " +
+                   std::to_string(ListView_GetItemCount(list())) + " rows");
         return test::ShowWindowCall::original(shown, command);
     });
-    const Instead<test::DragAcceptFilesCall> accepting([&](HWND, BOOL accepts) {
+    const Override<test::DragAcceptFilesCall> accepting([&](HWND, BOOL accepts) {
         if (accepts)
-            note("files accepted");
+            record("files accepted");
     });
-    scheduler::storePreferences({}); // only an existing key is asked for its values
+    scheduler::storePreferences({}); // values are read only if the key exists
     save({entry("C:\\Sites\\news.kra"), entry("C:\\Sites\\shop.kra")});
     for (const auto& [line, shown] :
          {std::pair{"", "shown by 1 with 2 rows"}, {"/s", "shown by 0 with 2 rows"}}) {
@@ -111,20 +111,20 @@ TEST_F(MainWindow, StartsInOrder) {
     }
 }
 
-TEST_F(MainWindow, TheProgramInitialisesTheComponentLibrary) {
+TEST_F(MainWindow, WinMainInitialisesCom) {
     int initialisations = 0;
-    const Instead<test::CoInitializeCall> library([&](LPVOID reserved) {
+    const Override<test::CoInitializeCall> library([&](LPVOID reserved) {
         EXPECT_EQ(reserved, nullptr);
         ++initialisations;
-        return E_FAIL; // nothing is to be closed at the end
+        return E_FAIL; // so that CoUninitialize is not called
     });
-    const Instead<test::FindWindowACall> noCopyRuns([](LPCSTR, LPCSTR) { return nullptr; });
+    const Override<test::FindWindowACall> noOtherInstance([](LPCSTR, LPCSTR) { return nullptr; });
     std::string commandLine = "/close";
     EXPECT_EQ(WinMain(nullptr, nullptr, commandLine.data(), SW_HIDE), 0);
     EXPECT_EQ(initialisations, 1);
 }
 
-TEST_F(MainWindow, AStartAtLogOnLeavesTheKeyboardWhereItIs) {
+TEST_F(MainWindow, AStartAtLogOnDoesNotTakeTheFocus) {
     const HWND other = test::createPlain("STATIC", WS_POPUP | WS_VISIBLE, {0, 0, 50, 50});
     SetFocus(other);
     ASSERT_EQ(GetFocus(), other);
@@ -134,14 +134,14 @@ TEST_F(MainWindow, AStartAtLogOnLeavesTheKeyboardWhereItIs) {
     DestroyWindow(other);
 }
 
-TEST_F(MainWindow, ATickPaintsTheListWhenATextHasChangedOnly) {
+TEST_F(MainWindow, ATickRepaintsTheListOnlyWhenATextChanges) {
     TimeValue now = TimeValue::fromLocal(2026, 5, 20, 12, 0, 0, -1);
-    test::presentTime = [&] { return now; };
+    test::currentTime = [&] { return now; };
     ScheduledProject run = entry("run:work");
     run.lastRun = now;
     save({run});
     start("", SW_SHOWNOACTIVATE);
-    const test::Paintings paintings(list());
+    const test::PaintCounter paintings(list());
     tick();
     EXPECT_EQ(paintings.count, 0);
     EXPECT_TRUE(cell(0, ScheduleColumn::LastRun).starts_with("today"));
@@ -151,7 +151,7 @@ TEST_F(MainWindow, ATickPaintsTheListWhenATextHasChangedOnly) {
     EXPECT_TRUE(cell(0, ScheduleColumn::LastRun).starts_with("yesterday"));
 }
 
-TEST_F(MainWindow, AnEntryAtStartupRunsOnceAfterALogOn) {
+TEST_F(MainWindow, AStartupEntryRunsOnceAfterALogOn) {
     save({entry("run:work")});
     start();
     tick();
@@ -169,62 +169,62 @@ TEST_F(MainWindow, ATimerMessageWithAnyIdIsATick) {
     }
 }
 
-TEST_F(MainWindow, WhatATickChangedIsPainted) {
+TEST_F(MainWindow, ChangesOfATickAreRepainted) {
     TimeValue now = TimeValue::fromLocal(2026, 5, 20, 12, 0, 0, -1);
-    test::presentTime = [&] { return now; };
+    test::currentTime = [&] { return now; };
     scheduler::Preferences preferences;
     preferences.waitTime = 0;
     scheduler::storePreferences(preferences);
     save({entry("run:first"), entry("run:second")});
     start();
     command(IDM_DISPLAY);
-    const test::Paintings paintings(list());
+    const test::PaintCounter paintings(list());
     tick();
     EXPECT_EQ(paintings.count, 1) << "the first was started";
     EXPECT_EQ(nextRun(0), "Running");
     now = now + TimeSpan::fromMinutes(1);
     tick();
-    EXPECT_EQ(paintings.count, 2) << "the second gave up";
+    EXPECT_EQ(paintings.count, 2) << "the second stopped waiting";
     EXPECT_EQ(cell(1, ScheduleColumn::LastResult),
               "Could not run on schedule; another project was already running.");
 }
 
-TEST_F(MainWindow, AnEntryThatATickCouldNotStartIsPainted) {
+TEST_F(MainWindow, AnEntryThatATickCannotStartIsRepaintedWithoutAMessage) {
     save({entry("run:work")});
     start();
     command(IDM_DISPLAY);
     threadsStart = false;
-    const test::Paintings paintings(list());
+    const test::PaintCounter paintings(list());
     tick();
     EXPECT_EQ(paintings.count, 1);
     EXPECT_EQ(cell(0, ScheduleColumn::LastResult), "A system error prevented the project from running.");
-    EXPECT_THAT(boxes.shown, IsEmpty()) << "the user is told of manual runs only";
+    EXPECT_THAT(boxes.shown, IsEmpty()) << "only manual runs show a message";
 }
 
-TEST_F(MainWindow, ATickThatEndsByAnExceptionIsOver) {
+TEST_F(MainWindow, AnExceptionEndsATick) {
     save({entry("C:\\Sites\\news.kra")});
     start();
     command(IDM_DISPLAY);
-    threadsStart = false; // so that the run is over at once and is saved
+    threadsStart = false; // so that the run ends and is saved at once
     {
-        const Instead<test::GetWindowsDirectoryACall> unforeseen(
+        const Override<test::GetWindowsDirectoryACall> unforeseen(
             [](LPSTR, UINT) -> UINT { throw std::runtime_error("unforeseen"); });
         tick();
     }
-    EXPECT_EQ(saved().front().lastRun, TimeValue()) << "nothing was thrown";
-    const test::Paintings paintings(list());
+    EXPECT_EQ(saved().front().lastRun, TimeValue()) << "the save did not throw";
+    const test::PaintCounter paintings(list());
     command(IDM_SUSPEND);
-    EXPECT_EQ(paintings.count, 1) << "a change outside of a tick is shown at once";
+    EXPECT_EQ(paintings.count, 1) << "outside a tick a change is repainted at once";
 }
 
-TEST_F(MainWindow, AnUnfinishedTickGoesOnByATimerOfItsOwn) {
+TEST_F(MainWindow, AnUnfinishedTickContinuesByItsOwnTimer) {
     save({entry("run:first"), entry("run:second")});
     scheduler::Preferences preferences;
     preferences.runMultiple = true;
     scheduler::storePreferences(preferences);
     start();
     LONGLONG passed = 0;
-    const Instead<test::QueryPerformanceCounterCall> uptime([&](LARGE_INTEGER* counter) {
+    const Override<test::QueryPerformanceCounterCall> uptime([&](LARGE_INTEGER* counter) {
         const BOOL read = test::QueryPerformanceCounterCall::original(counter);
         counter->QuadPart += passed;
         return read;
@@ -245,7 +245,7 @@ TEST_F(MainWindow, AnUnfinishedTickGoesOnByATimerOfItsOwn) {
     EXPECT_THAT(killedTimers, ElementsAre(2U));
 }
 
-TEST_F(MainWindow, AFailedRunNowIsToldOverTheMainWindow) {
+TEST_F(MainWindow, AFailedRunNowIsReportedOverTheMainWindow) {
     save({entry("run:work")});
     start("");
     select(0);
@@ -258,7 +258,7 @@ TEST_F(MainWindow, AFailedRunNowIsToldOverTheMainWindow) {
     EXPECT_EQ(boxes.shown[0].flags, UINT{MB_OK});
 }
 
-TEST_F(MainWindow, AMissingSpiderIsAnErrorOverTheActiveWindow) {
+TEST_F(MainWindow, AMissingSpiderIsReportedOverTheActiveWindow) {
     save({entry("C:\\Sites\\news.kra")});
     start("");
     select(0);
@@ -275,12 +275,12 @@ TEST_F(MainWindow, AMissingSpiderIsAnErrorOverTheActiveWindow) {
     DestroyWindow(other);
 }
 
-TEST_F(MainWindow, TheListTakesOnTheUsersNewColours) {
+TEST_F(MainWindow, TheListFollowsChangedSystemColours) {
     start();
     const COLORREF darkBlue = RGB(0, 0, 64);
     const COLORREF yellow = RGB(255, 255, 0);
     const test::SystemColours colours{{COLOR_WINDOW, darkBlue}, {COLOR_WINDOWTEXT, yellow}};
-    send(WM_SYSCOLORCHANGE); // a system may tell it later
+    send(WM_SYSCOLORCHANGE); // Windows may send it later
     EXPECT_EQ(ListView_GetBkColor(list()), darkBlue);
     EXPECT_EQ(ListView_GetTextBkColor(list()), darkBlue);
     EXPECT_EQ(ListView_GetTextColor(list()), yellow);

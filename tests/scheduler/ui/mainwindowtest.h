@@ -33,7 +33,7 @@ protected:
     }
     ~MainWindowTest() override {
         startThread = nullptr;
-        presentTime = nullptr;
+        currentTime = nullptr;
     }
 
     /// Due at once after a log-on.

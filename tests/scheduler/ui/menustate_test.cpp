@@ -70,18 +70,18 @@ TEST_F(MenuState, FollowsTheSelection) {
     }
 }
 
-TEST_F(MenuState, TheContextCountsTheSelectedEntriesOnly) {
+TEST_F(MenuState, TheContextCountsOnlySelectedEntries) {
     scheduler::ScheduleList list;
     list.assign({entry("a.kra", false), entry("run:x", true), entry("RUN:x", true), entry("b.kra", true)});
     const MenuContext context = scheduler::menuContext(list, {0, 1, 2}, true);
     EXPECT_EQ(context.selected, 3U);
     EXPECT_EQ(context.disabled, 2U);
-    EXPECT_EQ(context.projects, 2U) << "capitals do not make a command line";
+    EXPECT_EQ(context.projects, 2U) << "upper case RUN: is no command line";
     EXPECT_TRUE(context.suspended);
     EXPECT_EQ(scheduler::menuContext(list, {}, false).selected, 0U);
 }
 
-TEST_F(MenuState, IsTakenOverByTheItemsOfAPopup) {
+TEST_F(MenuState, IsAppliedToTheItemsOfAPopupMenu) {
     const HMENU menu = CreatePopupMenu();
     AppendMenuA(menu, MF_STRING, IDM_ADD, "&Add...");
     AppendMenuA(menu, MF_STRING, IDM_EDIT, "&Edit...");

@@ -21,18 +21,18 @@ std::string numberOf(HICON icon) {
 class NotificationIcon : public test::MainWindowTest {
 protected:
     bool shellAnswers = true;
-    std::vector<std::string> calls; ///< of the shell since the last look
+    std::vector<std::string> calls; ///< of the shell since the last newCalls()
 
     std::vector<std::string> newCalls() { return std::exchange(calls, {}); }
 
-    /// While it lives, the schedule cannot be saved.
+    /// The schedule cannot be saved while this handle is open.
     static base::FileHandle heldSchedule() {
         return base::FileHandle(CreateFileA(scheduler::schedulePath().c_str(), GENERIC_READ, FILE_SHARE_READ,
                                             nullptr, OPEN_EXISTING, 0, nullptr));
     }
 
 private:
-    test::Instead<test::Shell_NotifyIconACall> shell_{[this](DWORD message, NOTIFYICONDATAA* record) {
+    test::Override<test::Shell_NotifyIconACall> shell_{[this](DWORD message, NOTIFYICONDATAA* record) {
         std::string call = message == NIM_ADD ? "add" : message == NIM_DELETE ? "delete" : "modify";
         if (record->uFlags & NIF_ICON)
             call += " " + numberOf(record->hIcon);
@@ -50,7 +50,7 @@ constexpr const char* addActive = "add 100 'Corvane Scheduler'";
 constexpr const char* showActive = "modify 100 'Corvane Scheduler'";
 constexpr const char* showSuspended = "modify 130 'Corvane Scheduler (suspended)'";
 
-TEST_F(NotificationIcon, FollowsSuspendingAndResuming) {
+TEST_F(NotificationIcon, ChangesOnSuspendAndResume) {
     for (const bool answers : {true, false}) {
         shellAnswers = answers;
         start();
@@ -66,7 +66,7 @@ TEST_F(NotificationIcon, FollowsSuspendingAndResuming) {
     }
 }
 
-TEST_F(NotificationIcon, IsSuspendedAfterASuspendedStart) {
+TEST_F(NotificationIcon, ShowsThatTheProgramStartedSuspended) {
     scheduler::Preferences preferences;
     preferences.suspended = true;
     scheduler::storePreferences(preferences);
@@ -74,7 +74,7 @@ TEST_F(NotificationIcon, IsSuspendedAfterASuspendedStart) {
     EXPECT_THAT(calls, ElementsAre(addActive, showSuspended));
 }
 
-TEST_F(NotificationIcon, ComesBackInItsStateWithTheTaskbar) {
+TEST_F(NotificationIcon, IsRestoredInItsStateWhenTheTaskbarRestarts) {
     start();
     const UINT taskbarCreated = RegisterWindowMessageA("TaskbarCreated");
     for (const char* const shown : {showActive, showSuspended}) {
@@ -85,15 +85,15 @@ TEST_F(NotificationIcon, ComesBackInItsStateWithTheTaskbar) {
     }
 }
 
-TEST_F(NotificationIcon, NoOtherMessageIsTakenForTheTaskbarsWhenThatHasNoNumber) {
-    const test::Instead<test::RegisterWindowMessageACall> none([](LPCSTR) { return 0U; });
+TEST_F(NotificationIcon, IgnoresMessageZeroIfTaskbarCreatedCannotBeRegistered) {
+    const test::Override<test::RegisterWindowMessageACall> none([](LPCSTR) { return 0U; });
     start();
     newCalls();
     send(WM_NULL);
     EXPECT_THAT(calls, IsEmpty());
 }
 
-TEST_F(NotificationIcon, WarnsOfTheFirstOfConsecutiveFailedSaves) {
+TEST_F(NotificationIcon, WarnsOnlyOfTheFirstOfConsecutiveFailedSaves) {
     save({entry("run:work")});
     for (const bool answers : {true, false}) {
         shellAnswers = answers;
@@ -120,7 +120,7 @@ TEST_F(NotificationIcon, WarnsOfTheFirstOfConsecutiveFailedSaves) {
 }
 
 TEST_F(NotificationIcon, ShowsNoWarningAfterItsRemoval) {
-    const test::Instead<test::PostQuitMessageCall> quit([](int) {});
+    const test::Override<test::PostQuitMessageCall> quit([](int) {});
     start();
     const base::FileHandle held = heldSchedule();
     command(IDM_EXIT);
@@ -128,7 +128,7 @@ TEST_F(NotificationIcon, ShowsNoWarningAfterItsRemoval) {
 }
 
 TEST_F(NotificationIcon, IsRemovedOnlyOnce) {
-    const test::Instead<test::PostQuitMessageCall> quit([](int) {});
+    const test::Override<test::PostQuitMessageCall> quit([](int) {});
     start();
     command(IDM_EXIT);
     newCalls();

@@ -39,7 +39,7 @@ protected:
     FakeClock clock{base::TimeValue::fromLocal(2026, 3, 10, 12, 34, 56, -1)};
     scheduler::ScheduleList schedule;
     scheduler::ScheduledProject record;
-    std::unique_ptr<PageHost> host; // dies after its page
+    std::unique_ptr<PageHost> host; // destroyed after its page
     std::unique_ptr<scheduler::SchedulePage> page;
 };
 

@@ -11,7 +11,7 @@
 
 namespace test {
 
-/// A page in a plain window.
+/// Hosts a page in a hidden plain window.
 class PageHost : public framework::Window {
 public:
     explicit PageHost(framework::ControlHost& page) : page_(page) {
@@ -27,7 +27,7 @@ public:
 
     HWND item(int id) const { return GetDlgItem(page_.handle(), id); }
 
-    // The windows around the item are not shown.
+    // IsWindowVisible() would be false: the host is hidden.
     bool isVisible(int id) const { return (GetWindowLongA(item(id), GWL_STYLE) & WS_VISIBLE) != 0; }
     bool isEnabled(int id) const { return IsWindowEnabled(item(id)) != FALSE; }
     bool isChecked(int id) const { return SendMessageA(item(id), BM_GETCHECK, 0, 0) == BST_CHECKED; }

@@ -19,7 +19,7 @@ std::uintptr_t beginThread(void(__cdecl* run)(void*), unsigned stackSize, void* 
 
 __time32_t timeNow(__time32_t*) {
     static const auto original = test::platformFunction<decltype(&_time32)>("msvcrt.dll", "_time32");
-    return test::presentTime ? test::presentTime().seconds() : original(nullptr);
+    return test::currentTime ? test::currentTime().seconds() : original(nullptr);
 }
 
 } // namespace

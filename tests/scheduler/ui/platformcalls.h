@@ -1,5 +1,4 @@
-// The platform's functions that tests of windows watch or have fail. platformcalls.cpp replaces their
-// imports; calls reach the platform unless a test stands in.
+// Platform functions that tests may replace by an Override; platformcalls.cpp redirects the imports.
 #pragma once
 
 #include "lib/base/dates.h"
@@ -80,10 +79,10 @@ public:
         return function(arguments...);
     }
     static Result WINAPI make(Arguments... arguments) {
-        return instead ? instead(arguments...) : original(arguments...);
+        return replacement ? replacement(arguments...) : original(arguments...);
     }
 
-    static inline Replacement instead;
+    static inline Replacement replacement;
 };
 
 #define SCHEDULER_WATCHED_CALL(library_, function_, bytes)                                                   \
@@ -95,23 +94,23 @@ public:
 SCHEDULER_WATCHED_CALLS(SCHEDULER_WATCHED_CALL)
 #undef SCHEDULER_WATCHED_CALL
 
-/// Stands in for a call until destroyed.
+/// Replaces a platform call until destroyed.
 template<class Call>
-class Instead {
+class Override {
 public:
-    explicit Instead(typename Call::Replacement call) { Call::instead = std::move(call); }
-    Instead(const Instead&) = delete;
-    Instead& operator=(const Instead&) = delete;
-    ~Instead() { Call::instead = nullptr; }
+    explicit Override(typename Call::Replacement call) { Call::replacement = std::move(call); }
+    Override(const Override&) = delete;
+    Override& operator=(const Override&) = delete;
+    ~Override() { Call::replacement = nullptr; }
 };
 
-/// While set: no worker's thread is started, and the result says whether it seems to be.
+/// Replaces the start of threads if set: starts none; false simulates a failure.
 inline std::function<bool()> startThread;
 
-/// The time of the program's clock; the platform's while not set.
-inline std::function<base::TimeValue()> presentTime;
+/// Replaces the program's clock if set.
+inline std::function<base::TimeValue()> currentTime;
 
-/// Answers message boxes.
+/// Replaces message boxes: records and answers them.
 class MessageBoxes {
 public:
     struct Box {
@@ -125,7 +124,7 @@ public:
     std::function<int(const Box&)> answer = [](const Box&) { return IDOK; };
 
 private:
-    Instead<MessageBoxACall> boxes_{[this](HWND owner, LPCSTR text, LPCSTR caption, UINT flags) {
+    Override<MessageBoxACall> boxes_{[this](HWND owner, LPCSTR text, LPCSTR caption, UINT flags) {
         shown.push_back({owner, text, caption, flags});
         return answer(Box(shown.back()));
     }};

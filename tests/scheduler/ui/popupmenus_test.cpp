@@ -9,7 +9,7 @@
 
 namespace {
 
-using test::Instead;
+using test::Override;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -26,7 +26,7 @@ protected:
 
     test::EventLog events_;
     HWND foreground_ = nullptr;
-    std::function<void()> whileOpen_ = [] {}; ///< what happens while the menu is open
+    std::function<void()> whileOpen_ = [] {}; ///< runs while the menu is open
 
     scheduler::Preferences preferences_;
     framework::WindowClass class_;
@@ -35,17 +35,17 @@ protected:
     scheduler::WindowPresence presence_{window_, preferences_};
 
 private:
-    Instead<test::SetForegroundWindowCall> setting_{[this](HWND window) {
+    Override<test::SetForegroundWindowCall> setting_{[this](HWND window) {
         events_.emplace_back(window == window_.handle() ? "main window forward" : "other window forward");
         foreground_ = window;
         return TRUE;
     }};
-    Instead<test::GetForegroundWindowCall> asking_{[this] { return foreground_; }};
-    Instead<test::GetCursorPosCall> pointer_{[](POINT* place) {
+    Override<test::GetForegroundWindowCall> asking_{[this] { return foreground_; }};
+    Override<test::GetCursorPosCall> pointer_{[](POINT* place) {
         *place = {321, 123};
         return TRUE;
     }};
-    Instead<test::TrackPopupMenuCall> menu_{
+    Override<test::TrackPopupMenuCall> menu_{
         [this](HMENU menu, UINT flags, int x, int y, int, HWND owner, const RECT*) {
             events_.emplace_back("menu");
             EXPECT_EQ(flags, UINT{TPM_RIGHTBUTTON});
@@ -64,7 +64,7 @@ TEST_F(PopupMenus, AHiddenWindowHasTheForegroundOnlyWhileTheMenuIsOpen) {
     EXPECT_FALSE(IsWindowVisible(window_.handle()));
 }
 
-TEST_F(PopupMenus, TheForegroundStaysWhereTheUserHasPutItMeanwhile) {
+TEST_F(PopupMenus, TheForegroundIsNotRestoredIfItChangedWhileTheMenuWasOpen) {
     const std::function<void()> meanwhile[] = {
         [&] { foreground_ = GetDesktopWindow(); },
         [&] { show(); },
@@ -80,13 +80,13 @@ TEST_F(PopupMenus, TheForegroundStaysWhereTheUserHasPutItMeanwhile) {
     }
 }
 
-TEST_F(PopupMenus, WithoutItsMenuAHiddenWindowDoesNotKeepTheForeground) {
-    const Instead<test::LoadMenuACall> refused([](HINSTANCE, LPCSTR) { return nullptr; });
+TEST_F(PopupMenus, AHiddenWindowReturnsTheForegroundIfTheMenuCannotBeLoaded) {
+    const Override<test::LoadMenuACall> refused([](HINSTANCE, LPCSTR) { return nullptr; });
     click(WM_RBUTTONDOWN);
     EXPECT_THAT(events_, ElementsAre("main window forward", "other window forward"));
 }
 
-TEST_F(PopupMenus, AClickBringsForwardAShownWindowOnly) {
+TEST_F(PopupMenus, AClickBringsOnlyAVisibleWindowForward) {
     click(WM_LBUTTONDOWN);
     EXPECT_THAT(events_, IsEmpty());
     show();
@@ -96,7 +96,7 @@ TEST_F(PopupMenus, AClickBringsForwardAShownWindowOnly) {
     EXPECT_THAT(events_, ElementsAre("main window forward", "main window forward", "menu"));
 }
 
-TEST_F(PopupMenus, OtherNoticesOfTheIconAreIgnored) {
+TEST_F(PopupMenus, OtherNotificationsOfTheIconAreIgnored) {
     show();
     for (const UINT message : {UINT{0}, UINT{WM_MOUSEMOVE}, UINT{WM_LBUTTONUP}, UINT{WM_RBUTTONUP},
                                UINT{WM_RBUTTONDBLCLK}, UINT{WM_CONTEXTMENU}, UINT{0xFFFF}})
@@ -104,7 +104,7 @@ TEST_F(PopupMenus, OtherNoticesOfTheIconAreIgnored) {
     EXPECT_THAT(events_, IsEmpty());
 }
 
-TEST_F(PopupMenus, AClickBringsForwardTheDialogThatIsOpenOverTheWindow) {
+TEST_F(PopupMenus, AClickBringsTheOpenDialogForward) {
     show();
     framework::WindowParameters parameters;
     parameters.style = WS_POPUP | WS_VISIBLE;

@@ -52,7 +52,7 @@ TEST_F(PreferencesDialog, ShowsThePreferencesAndStoresThemUnchanged) {
             EXPECT_EQ(isChecked(dialog, IDC_WAIT_FOR_FIRST), !flag);
             EXPECT_EQ(isChecked(dialog, IDC_RUN_BESIDE_FIRST), flag);
             EXPECT_EQ(minutes(dialog), flag ? "7" : "1440");
-            EXPECT_EQ(IsWindowEnabled(GetDlgItem(dialog, IDC_WAIT_TIME)), !flag) << "from the start";
+            EXPECT_EQ(IsWindowEnabled(GetDlgItem(dialog, IDC_WAIT_TIME)), !flag) << "when the dialog opens";
         }));
         expectPreferences(flag, flag, flag ? 7 : 1440);
     }
@@ -70,12 +70,12 @@ TEST_F(PreferencesDialog, TheMinutesAreEnabledUnlessTheSecondProjectRunsBesideTh
     });
 }
 
-TEST_F(PreferencesDialog, NoMoreMinutesThanADayHasAreStored) {
+TEST_F(PreferencesDialog, StoredMinutesAreClampedToOneDay) {
     edit([](HWND dialog) { SetDlgItemTextA(dialog, IDC_WAIT_TIME, "5000"); });
     EXPECT_EQ(preferences_.waitTime, 1440U);
 }
 
-TEST_F(PreferencesDialog, OkAloneStoresWhatIsShownAndNothingElse) {
+TEST_F(PreferencesDialog, OnlyOkStoresAndOnlyWhatTheDialogShows) {
     preferences_.suspended = true;
     preferences_.windowState.fill(std::byte{3});
     for (const int leave : {IDCANCEL, IDOK}) {

@@ -17,7 +17,7 @@
 namespace {
 
 using scheduler::ExitMode;
-using test::Instead;
+using test::Override;
 using testing::ElementsAre;
 
 const std::string runValue = "Software\\Microsoft\\Windows\\CurrentVersion\\Run\\Exit Test";
@@ -61,38 +61,38 @@ protected:
         {window_.schedule, *this, preferences_, window_.list, icon_, presence_, history_}};
 
 private:
-    Instead<test::Shell_NotifyIconACall> shell_{[this](DWORD message, NOTIFYICONDATAA*) {
+    Override<test::Shell_NotifyIconACall> shell_{[this](DWORD message, NOTIFYICONDATAA*) {
         if (message == NIM_DELETE)
             events_.emplace_back(isShown() ? "icon of a shown window removed" : "icon removed");
         return TRUE;
     }};
-    Instead<test::PostQuitMessageCall> quitting_{[this](int code) {
+    Override<test::PostQuitMessageCall> quitting_{[this](int code) {
         events_.push_back("quit " + std::to_string(code) + (autostart().empty() ? "" : " with autostart"));
     }};
 };
 
-TEST_F(ProgramExit, TakesItsStepsInOrderAndAsksNothingWhenNothingIsToRun) {
+TEST_F(ProgramExit, TakesItsStepsInOrderWithoutAskingWhenNothingIsPending) {
     exit_.exitProgram(ExitMode::AskFirst);
     EXPECT_THAT(events_,
                 ElementsAre("icon removed", "schedule saved after columns of 123", "quit 0 with autostart"));
     EXPECT_TRUE(boxes_.shown.empty());
-    EXPECT_NE(preferences_.windowState, base::WindowState{}) << "where the window was";
+    EXPECT_NE(preferences_.windowState, base::WindowState{}) << "the placement of the window";
     EXPECT_EQ(autostart(), "\"" + base::executablePath() + "\" /s");
     preferences_.autostart = false;
-    for (int time = 0; time < 2; ++time) { // the second finds nothing to delete
+    for (int time = 0; time < 2; ++time) { // the second time the value is missing
         exit_.exitProgram(ExitMode::AskFirst);
         EXPECT_EQ(events_.back(), "quit 0");
     }
 }
 
-TEST_F(ProgramExit, ARefusalOfTheRunKeyIsIgnored) {
+TEST_F(ProgramExit, ADeniedAccessToTheRunKeyIsIgnored) {
     const auto isRunKey = [](LPCSTR name) { return std::string(name).ends_with("\\CurrentVersion\\Run"); };
     int refusals = 0;
-    const Instead<test::RegCreateKeyExACall> writing([&](HKEY root, LPCSTR name, auto... rest) -> LSTATUS {
+    const Override<test::RegCreateKeyExACall> writing([&](HKEY root, LPCSTR name, auto... rest) -> LSTATUS {
         return isRunKey(name) && ++refusals ? ERROR_ACCESS_DENIED
                                             : test::RegCreateKeyExACall::original(root, name, rest...);
     });
-    const Instead<test::RegOpenKeyExACall> deleting([&](HKEY root, LPCSTR name, auto... rest) -> LSTATUS {
+    const Override<test::RegOpenKeyExACall> deleting([&](HKEY root, LPCSTR name, auto... rest) -> LSTATUS {
         return isRunKey(name) && ++refusals ? ERROR_ACCESS_DENIED
                                             : test::RegOpenKeyExACall::original(root, name, rest...);
     });
@@ -105,7 +105,7 @@ TEST_F(ProgramExit, ARefusalOfTheRunKeyIsIgnored) {
     }
 }
 
-TEST_F(ProgramExit, AsksOverTheActiveWindowWhileAnEntryIsToRun) {
+TEST_F(ProgramExit, AsksOverTheActiveWindowWhenAnEntryIsPending) {
     addPendingEntry();
     const HWND other = test::createPlain("STATIC", WS_POPUP | WS_VISIBLE, {0, 0, 50, 50}, window_.handle());
     for (const HWND active : {window_.handle(), other}) {
@@ -130,14 +130,14 @@ TEST_F(ProgramExit, AsksOverTheActiveWindowWhileAnEntryIsToRun) {
     EXPECT_EQ(events_.back(), "quit 0 with autostart");
 }
 
-TEST_F(ProgramExit, AsksNothingWhenItIsToldNotTo) {
+TEST_F(ProgramExit, DoesNotAskInWithoutAskingMode) {
     addPendingEntry();
     exit_.exitProgram(ExitMode::WithoutAsking);
     EXPECT_TRUE(boxes_.shown.empty());
     EXPECT_EQ(events_.back(), "quit 0 with autostart");
 }
 
-TEST_F(ProgramExit, AQuestionThatCannotBeAskedIsAskedByTheNextRequest) {
+TEST_F(ProgramExit, AfterAFailedQuestionTheNextRequestAsks) {
     addPendingEntry();
     boxes_.answer = [](const auto&) -> int { throw std::bad_alloc(); };
     EXPECT_THROW(exit_.exitProgram(ExitMode::AskFirst), std::bad_alloc);
@@ -146,7 +146,7 @@ TEST_F(ProgramExit, AQuestionThatCannotBeAskedIsAskedByTheNextRequest) {
     EXPECT_EQ(events_.back(), "quit 0 with autostart");
 }
 
-TEST_F(ProgramExit, TheEndOfTheSessionSavesAndIsNotedBeforeItAsks) {
+TEST_F(ProgramExit, ASessionEndSavesAndIsRecordedBeforeItAsks) {
     addPendingEntry();
     boxes_.answer = [&](const auto&) {
         EXPECT_THAT(events_, ElementsAre("schedule saved after columns of 123"));
@@ -161,7 +161,7 @@ TEST_F(ProgramExit, TheEndOfTheSessionSavesAndIsNotedBeforeItAsks) {
     EXPECT_EQ(events_.back(), "quit 0 with autostart");
 }
 
-TEST_F(ProgramExit, TheEndOfTheSessionDuringTheQuestionSavesAndAsksNoSecondOne) {
+TEST_F(ProgramExit, ASessionEndDuringTheQuestionSavesWithoutASecondQuestion) {
     addPendingEntry();
     boxes_.answer = [&](const auto&) {
         addPendingEntry();

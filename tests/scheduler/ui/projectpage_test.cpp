@@ -36,11 +36,11 @@ protected:
 
     ScheduledProject record_;
     std::vector<std::string> phoneBook_ = {"Home", "Office line"};
-    std::unique_ptr<test::PageHost> host_; // dies after its page
+    std::unique_ptr<test::PageHost> host_; // destroyed after its page
     std::unique_ptr<scheduler::ProjectPage> page_;
 };
 
-TEST_F(ProjectPage, ShowsTheRecordAndStoresItUntouched) {
+TEST_F(ProjectPage, ShowsTheRecordAndStoresItUnchanged) {
     record_ = test::filledEntry();
     open();
     EXPECT_EQ(host_->text(IDC_PROJECT_PATH), "C:\\Sites\\news.kra");
@@ -52,7 +52,7 @@ TEST_F(ProjectPage, ShowsTheRecordAndStoresItUntouched) {
     EXPECT_EQ(record_, test::filledEntry());
 }
 
-TEST_F(ProjectPage, StoresWhatWasChanged) {
+TEST_F(ProjectPage, StoresChanges) {
     open();
     host_->setText(IDC_PROJECT_PATH, "run:backup.exe");
     host_->type(IDC_TIME_LIMIT, "45");
@@ -74,7 +74,7 @@ TEST_F(ProjectPage, OffersTheRunCommandsInTheOrderOfTheirValues) {
     }
 }
 
-TEST_F(ProjectPage, OffersAnyConnectionInGrayAndThenThePhoneBookInItsOrder) {
+TEST_F(ProjectPage, OffersAnyConnectionInGrayThenThePhoneBookInItsOrder) {
     open();
     EXPECT_THAT(host_->items(IDC_AUTOCONNECT), ElementsAre("(any open connection)", "Home", "Office line"));
     for (const int item : {0, 1, 2}) {
@@ -88,7 +88,7 @@ TEST_F(ProjectPage, OffersAnyConnectionInGrayAndThenThePhoneBookInItsOrder) {
     EXPECT_THAT(host_->items(IDC_AUTOCONNECT), ElementsAre("(any open connection)"));
 }
 
-TEST_F(ProjectPage, AnEntryIsStoredByItsNameAndAnyConnectionAsNone) {
+TEST_F(ProjectPage, AConnectionIsStoredByNameAndAnyConnectionAsEmpty) {
     record_.dialupEntry = "Home";
     open();
     host_->choose(IDC_AUTOCONNECT, 2);
@@ -101,11 +101,11 @@ TEST_F(ProjectPage, AnEntryIsStoredByItsNameAndAnyConnectionAsNone) {
         phoneBook_ = phoneBook;
         open();
         EXPECT_EQ(host_->selected(IDC_AUTOCONNECT), 0)
-            << "no entry is any connection, beside a nameless one too";
+            << "empty means any connection, even if the phone book has an empty name";
     }
 }
 
-TEST_F(ProjectPage, ValuesThatAreNotOfferedAreKept) {
+TEST_F(ProjectPage, KeepsValuesThatItDoesNotOffer) {
     record_.dialupEntry = "Old line";
     record_.runCommand = static_cast<RunCommand>(9);
     open();
@@ -117,7 +117,7 @@ TEST_F(ProjectPage, ValuesThatAreNotOfferedAreKept) {
     EXPECT_EQ(record_.runCommand, static_cast<RunCommand>(9));
 }
 
-TEST_F(ProjectPage, RelinkingDisablesTheConnectionAndLeavesItsValues) {
+TEST_F(ProjectPage, RelinkingDisablesTheConnectionAndKeepsItsValues) {
     record_ = test::filledEntry();
     open();
     for (const int command : {0, 1, 3, 2}) {
@@ -129,10 +129,10 @@ TEST_F(ProjectPage, RelinkingDisablesTheConnectionAndLeavesItsValues) {
     wanted.runCommand = RunCommand::RelinkFiles;
     EXPECT_EQ(record_, wanted);
     open();
-    EXPECT_FALSE(connectionIsEnabled()) << "from the start";
+    EXPECT_FALSE(connectionIsEnabled()) << "when the page opens";
 }
 
-TEST_F(ProjectPage, TheTimeLimitGoesUpToFourNines) {
+TEST_F(ProjectPage, TheTimeLimitIsAtMost9999Minutes) {
     open();
     for (const auto& [text, shown] : {std::pair{"9999", "9999"}, {"10000", "9999"}, {"", "0"}}) {
         host_->setText(IDC_TIME_LIMIT, text);
@@ -141,7 +141,7 @@ TEST_F(ProjectPage, TheTimeLimitGoesUpToFourNines) {
     }
 }
 
-TEST_F(ProjectPage, TakesFilesThatExistCommandLinesAndQuotedFilesOnly) {
+TEST_F(ProjectPage, AcceptsOnlyExistingFilesCommandLinesAndQuotedFiles) {
     const test::TemporaryFolder folder;
     const std::string file = folder.file("news.kra");
     std::ofstream(file) << "";

@@ -1,5 +1,4 @@
-// The platform refuses calls of the main window: the program runs without the result or reports a failed
-// start.
+// Platform calls fail: the program runs without their results or reports a failed start.
 
 #include "lib/base/base.h"
 #include "resources/ids.h"
@@ -23,9 +22,9 @@ namespace {
 
 using framework::Window;
 using framework::WindowClass;
-using test::Instead;
+using test::Override;
 
-/// The call that fails, or the class of the window that cannot be created.
+/// The call that fails, or the class of the windows that cannot be created.
 std::string refused;
 int refusals = 0;
 
@@ -35,10 +34,10 @@ bool refuses(const std::string& name) {
 }
 
 template<class Call>
-class Refusable : public Instead<Call> {
+class Refusable : public Override<Call> {
 public:
     Refusable()
-        : Instead<Call>([](auto... arguments) {
+        : Override<Call>([](auto... arguments) {
               if (refuses(std::string(Call::name) + ", no memory"))
                   throw std::bad_alloc();
               return refuses(Call::name) ? decltype(Call::original(arguments...)){}
@@ -51,16 +50,16 @@ protected:
     Refusals() { base::applicationName = "Corvane Scheduler"; }
     ~Refusals() override { refused.clear(); }
 
-    /// The platform keeps what it makes once; that does not count.
+    /// The first two calls fill the platform's caches.
     template<class Action>
-    static void expectNothingLostBy(const char* name, const Action& act) {
+    static void expectNoLeak(const char* name, const Action& act) {
         SCOPED_TRACE(name);
         constexpr unsigned times = 8;
         refusals = 0;
         refused = name;
         act();
         act();
-        EXPECT_GT(refusals, 0) << "nothing was refused";
+        EXPECT_GT(refusals, 0) << "no call failed";
         const unsigned handles = test::handleCount();
         const unsigned gdiObjects = test::gdiObjectCount();
         for (unsigned time = 0; time < times; ++time)
@@ -70,7 +69,7 @@ protected:
         refused.clear();
     }
 
-    static bool live() {
+    static bool startUseAndExit() {
         scheduler::MainWindow window;
         if (!window.start("/s", SW_SHOWNORMAL))
             return false;
@@ -89,11 +88,11 @@ protected:
         boxes_.shown.clear();
     }
 
-    void expectAFailedStart() {
+    void expectFailedStart() {
         icons_ = 0;
         EXPECT_EQ(scheduler::runProgram("/s", SW_SHOWNORMAL), 1);
         expectOneBox("A system error prevented the scheduler from starting.", nullptr);
-        EXPECT_EQ(icons_, 0) << "one is left";
+        EXPECT_EQ(icons_, 0) << "an icon is left";
     }
 
     test::MessageBoxes boxes_;
@@ -106,60 +105,59 @@ private:
                Refusable<test::CreateCompatibleDCCall>, Refusable<test::CreateCompatibleBitmapCall>,
                Refusable<test::CreateRoundRectRgnCall>, Refusable<test::CreateDialogParamACall>>
         calls_;
-    Instead<test::CreateWindowExACall> windows_{[](DWORD extendedStyle, LPCSTR name, auto... rest) -> HWND {
+    Override<test::CreateWindowExACall> windows_{[](DWORD extendedStyle, LPCSTR name, auto... rest) -> HWND {
         return refuses(name) ? nullptr : test::CreateWindowExACall::original(extendedStyle, name, rest...);
     }};
-    Instead<test::Shell_NotifyIconACall> shell_{[this](DWORD message, NOTIFYICONDATAA* record) {
+    Override<test::Shell_NotifyIconACall> shell_{[this](DWORD message, NOTIFYICONDATAA* record) {
         icons_ += message == NIM_ADD ? 1 : message == NIM_DELETE ? -1 : 0;
         return refuses("Shell_NotifyIconA") ? FALSE : test::Shell_NotifyIconACall::original(message, record);
     }};
-    /// The last call before the message loop, which finds this message.
-    Instead<test::LoadAcceleratorsACall> accelerators_{[](HINSTANCE instance, LPCSTR name) {
+    /// The last call before the message loop: posts the Exit command to it.
+    Override<test::LoadAcceleratorsACall> accelerators_{[](HINSTANCE instance, LPCSTR name) {
         PostMessageA(FindWindowA(nullptr, "Corvane Scheduler"), WM_COMMAND, IDM_EXIT, 0);
         return refuses("LoadAcceleratorsA") ? nullptr : test::LoadAcceleratorsACall::original(instance, name);
     }};
-    Instead<test::CreateMutexACall> mutex_{[](auto...) {
+    Override<test::CreateMutexACall> mutex_{[](auto...) {
         SetLastError(ERROR_SUCCESS);
         return nullptr;
     }};
-    Instead<test::PropertySheetACall> sheets_{
+    Override<test::PropertySheetACall> sheets_{
         [](LPCPROPSHEETHEADERA) { return INT_PTR{refuses("PropertySheetA, -1") ? -1 : 0}; }};
 };
 
-// The first test: the font is made only once.
-TEST_F(Refusals, AStockFontStandsInForOneThatCannotBeMade) {
+// Must run first: the font is created once.
+TEST_F(Refusals, AStockFontReplacesAFontThatCannotBeCreated) {
     refused = "CreateFontIndirectA";
     refusals = 0;
     EXPECT_EQ(framework::messageFont(), GetStockObject(DEFAULT_GUI_FONT));
-    EXPECT_EQ(refusals, 1) << "another test was first";
+    EXPECT_EQ(refusals, 1) << "another test ran first";
 }
 
-TEST_F(Refusals, WithoutTheWindowItsListItsMenuOrItsTimerThereIsNoProgram) {
+TEST_F(Refusals, TheProgramDoesNotStartWithoutItsWindowListMenuOrTimer) {
     for (const char* const name : {"scheduler", WC_LISTVIEWA, "LoadMenuA", "SetTimer"}) {
-        expectNothingLostBy(name, [] { EXPECT_FALSE(live()); });
-        EXPECT_TRUE(live()) << "another attempt";
+        expectNoLeak(name, [] { EXPECT_FALSE(startUseAndExit()); });
+        EXPECT_TRUE(startUseAndExit()) << "the next attempt";
     }
 }
 
-TEST_F(Refusals, WithoutWhatIsNotNeededTheProgramRuns) {
+TEST_F(Refusals, TheProgramRunsWithoutOptionalResources) {
     for (const char* const name : {"LoadImageA", "Shell_NotifyIconA", "SetWindowsHookExA"})
-        expectNothingLostBy(name, [] { EXPECT_TRUE(live()); });
-    expectNothingLostBy("LoadAcceleratorsA",
-                        [] { EXPECT_EQ(scheduler::runProgram("/s", SW_SHOWNORMAL), 0); });
+        expectNoLeak(name, [] { EXPECT_TRUE(startUseAndExit()); });
+    expectNoLeak("LoadAcceleratorsA", [] { EXPECT_EQ(scheduler::runProgram("/s", SW_SHOWNORMAL), 0); });
     EXPECT_TRUE(boxes_.shown.empty());
 }
 
-TEST_F(Refusals, AStartThatFailsIsReportedOnce) {
+TEST_F(Refusals, AFailedStartIsReportedOnce) {
     for (const char* const name :
          {"scheduler", WC_LISTVIEWA, "LoadMenuA", "LoadMenuA, no memory", "SetTimer", "SetTimer, no memory"})
-        expectNothingLostBy(name, [this] { expectAFailedStart(); });
+        expectNoLeak(name, [this] { expectFailedStart(); });
     const test::RefusedAllocations refusing(sizeof(scheduler::MainWindow));
-    expectAFailedStart();
+    expectFailedStart();
 }
 
-TEST_F(Refusals, AHintIsShownWithoutItsPicture) {
+TEST_F(Refusals, AHintIsShownWithoutItsBitmapOrRegion) {
     for (const char* const name : {"CreateCompatibleDC", "CreateCompatibleBitmap", "CreateRoundRectRgn"})
-        expectNothingLostBy(name, [] {
+        expectNoLeak(name, [] {
             framework::Hint hint;
             hint.text = "a text";
             EXPECT_TRUE(framework::HintWindow::show(nullptr, hint));
@@ -170,9 +168,9 @@ TEST_F(Refusals, AHintIsShownWithoutItsPicture) {
         });
 }
 
-TEST_F(Refusals, AClassIsRegisteredByTheNextAttempt) {
+TEST_F(Refusals, AWindowClassIsRegisteredByTheNextAttempt) {
     WindowClass windowClass;
-    windowClass.description().style = CS_BYTEALIGNCLIENT; // nobody else's
+    windowClass.description().style = CS_BYTEALIGNCLIENT; // no other class has this style
     refused = "RegisterClassExA";
     Window first;
     EXPECT_FALSE(first.create(windowClass, {}));
@@ -181,7 +179,7 @@ TEST_F(Refusals, AClassIsRegisteredByTheNextAttempt) {
     EXPECT_TRUE(first.create(windowClass, {}));
 }
 
-TEST_F(Refusals, ADialogThatCannotBeMadeIsReportedAndItsOwnerGoesOn) {
+TEST_F(Refusals, ADialogThatCannotBeCreatedIsReportedAndItsOwnerReenabled) {
     WindowClass windowClass;
     Window owner;
     ASSERT_TRUE(owner.create(windowClass, {}));
@@ -189,14 +187,14 @@ TEST_F(Refusals, ADialogThatCannotBeMadeIsReportedAndItsOwnerGoesOn) {
     const std::function<void()> edit = [&] {
         EXPECT_FALSE(scheduler::editEntry(owner.handle(), {}, {}, std::nullopt, base::systemClock()));
     };
-    const std::function<void()> prefer = [&] {
+    const std::function<void()> editPreferences = [&] {
         EXPECT_FALSE(scheduler::editPreferences(owner.handle(), preferences));
     };
-    const std::function<void()> tellAbout = [&] { scheduler::showAbout(owner.handle()); };
+    const std::function<void()> showAbout = [&] { scheduler::showAbout(owner.handle()); };
     for (const auto& [name, act] : {std::pair{"PropertySheetA, -1", edit},
                                     {"PropertySheetA, 0", edit},
-                                    {"CreateDialogParamA", prefer},
-                                    {"CreateDialogParamA", tellAbout}}) {
+                                    {"CreateDialogParamA", editPreferences},
+                                    {"CreateDialogParamA", showAbout}}) {
         SCOPED_TRACE(name);
         refused = name;
         act();

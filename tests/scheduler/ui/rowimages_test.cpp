@@ -7,7 +7,7 @@
 
 namespace {
 
-TEST(RowImageList, AreAsLargeAsTheyWereDrawn) {
+TEST(RowImageList, UsesADrawnSizeWithoutScaling) {
     for (const auto& [wanted, drawn] :
          {std::pair{12, 16}, {16, 16}, {19, 16}, {20, 20}, {24, 24}, {28, 24}, {32, 32}, {40, 32}}) {
         const scheduler::ImageList images = scheduler::makeRowImages(wanted);
@@ -20,9 +20,9 @@ TEST(RowImageList, AreAsLargeAsTheyWereDrawn) {
     }
 }
 
-TEST(RowImageList, AreAllThereOrNone) {
+TEST(RowImageList, IsEmptyUnlessAllImagesLoad) {
     int loaded = 0;
-    const test::Instead<test::LoadImageACall> loading([&](auto... arguments) -> HANDLE {
+    const test::Override<test::LoadImageACall> loading([&](auto... arguments) -> HANDLE {
         return ++loaded == 2 ? nullptr : test::LoadImageACall::original(arguments...);
     });
     EXPECT_FALSE(scheduler::makeRowImages(16));

@@ -34,7 +34,7 @@ protected:
 
 using RowTexts = Row;
 
-TEST_F(RowTexts, AreBetweenTabsInALineThatEndsWithTheRow) {
+TEST_F(RowTexts, AreJoinedByTabsWithControlCharactersReplaced) {
     schedule_[0].lastResult = "two\r\nlines";
     schedule_[1].path = "a\tc.kra";
     rows_.sortBy(ScheduleColumn::Project);
@@ -44,7 +44,7 @@ TEST_F(RowTexts, AreBetweenTabsInALineThatEndsWithTheRow) {
 
 using RowImages = Row;
 
-TEST_F(RowImages, ShowTheStateThatMattersMost) {
+TEST_F(RowImages, ShowTheMostImportantState) {
     scheduler::ScheduledProject& entry = schedule_[0];
     EXPECT_EQ(rows_.image(0), RowImage::None);
     entry.lastResult = "3 pages are missing";
@@ -59,17 +59,17 @@ TEST_F(RowImages, ShowTheStateThatMattersMost) {
     EXPECT_EQ(rows_.image(0), RowImage::Running);
 }
 
-TEST_F(RowImages, ShowAsWaitingOnlyWhatCouldStart) {
+TEST_F(RowImages, ShowWaitingOnlyForADueEntryThatMayStart) {
     schedule_[0].waitingSince = clock_.now() - TimeSpan::fromMinutes(1);
     schedule_[0].nextRun = clock_.now() + TimeSpan::fromSeconds(1);
-    EXPECT_EQ(rows_.image(0), RowImage::None) << "not due any more";
+    EXPECT_EQ(rows_.image(0), RowImage::None) << "no longer due";
     clock_.advance(TimeSpan::fromSeconds(1));
     EXPECT_EQ(rows_.image(0), RowImage::Waiting);
     suspended_ = true;
     EXPECT_EQ(rows_.image(0), RowImage::None);
 }
 
-TEST_F(RowImages, BelongToTheEntryOfTheRow) {
+TEST_F(RowImages, FollowTheirEntriesInASortedList) {
     schedule_[0].disabled = 1;
     rows_.sortBy(ScheduleColumn::Project);
     EXPECT_EQ(rows_.image(0), RowImage::None);

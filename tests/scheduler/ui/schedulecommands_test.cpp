@@ -67,7 +67,7 @@ protected:
     test::RedrawLog redraws_{schedule_, log_};
 };
 
-TEST_F(ScheduleCommands, NothingHappensWithoutASelectionOrAProject) {
+TEST_F(ScheduleCommands, DoNothingWithoutASelectionOrAProject) {
     schedule_.assign({hourly("a.kra")});
     log_.clear();
     commands_.toggle({});
@@ -83,20 +83,20 @@ TEST_F(ScheduleCommands, NothingHappensWithoutASelectionOrAProject) {
     EXPECT_THAT(opened_, IsEmpty());
 }
 
-TEST_F(ScheduleCommands, TogglingAMixedSelectionLeavesItMixed) {
+TEST_F(ScheduleCommands, TogglingInvertsEachSelectedEntry) {
     schedule_.assign({hourly("a.kra", false), hourly("b.kra", true), hourly("c.kra", false)});
     log_.clear();
     commands_.toggle({0, 1});
     EXPECT_EQ(schedule_[0].disabled, 1);
     EXPECT_EQ(schedule_[1].disabled, 0);
     EXPECT_EQ(schedule_[2].disabled, 0);
-    EXPECT_EQ(schedule_[0].nextRun, onTheHour_) << "computed for the disabled one too";
+    EXPECT_EQ(schedule_[0].nextRun, onTheHour_) << "computed for a disabled entry, too";
     EXPECT_EQ(schedule_[1].nextRun, onTheHour_);
     EXPECT_EQ(schedule_[2].nextRun, TimeValue(7)) << "not selected";
     expectOneRedrawAndSaves(1);
 }
 
-TEST_F(ScheduleCommands, RemovalKeepsTheChains) {
+TEST_F(ScheduleCommands, RemovalKeepsChainsOfEntries) {
     schedule_.assign({hourly("a.kra"), hourly("b.kra"), following(1), following(2)});
     log_.clear();
     commands_.remove({0, 2});
@@ -106,7 +106,7 @@ TEST_F(ScheduleCommands, RemovalKeepsTheChains) {
     expectOneRedrawAndSaves(1);
 }
 
-TEST_F(ScheduleCommands, ARecordThatWasEditedToFollowTheFirstEntryFollowsTheNewFirstOne) {
+TEST_F(ScheduleCommands, AfterRemovalAFollowerOfTheFirstEntryFollowsTheNewFirstEntry) {
     schedule_.assign({hourly("a.kra"), hourly("b.kra"), hourly("c.kra"), following(1)});
     commands_.edit(2, following(0));
     commands_.remove({0});
@@ -125,7 +125,7 @@ TEST_F(ScheduleCommands, ARunningEntryCanBeRemovedAndItsEndIsIgnored) {
     EXPECT_FALSE(engine_.onRunFinished(1));
 }
 
-TEST_F(ScheduleCommands, RunNowStartsEachSelectedEntryAtOnceEvenDisabledAndWhileSuspended) {
+TEST_F(ScheduleCommands, RunNowStartsSelectedEntriesEvenIfDisabledOrSuspended) {
     schedule_.assign({hourly("a.kra", true), hourly("b.kra"), hourly("run:c")});
     engine_.setSuspended(true);
     commands_.runNow({0, 2});
@@ -135,14 +135,14 @@ TEST_F(ScheduleCommands, RunNowStartsEachSelectedEntryAtOnceEvenDisabledAndWhile
     EXPECT_EQ(schedule_[1].running, 0);
 }
 
-TEST_F(ScheduleCommands, RunNowTellsOfEachEntryThatCannotStart) {
+TEST_F(ScheduleCommands, RunNowReportsEachEntryThatCannotStart) {
     schedule_.assign({hourly("a.kra"), hourly("b.kra")});
     launcher_.threadsStart = false;
     EXPECT_CALL(messages_, showNotice("A system error prevented the project from running.")).Times(2);
     commands_.runNow({0, 1});
 }
 
-TEST_F(ScheduleCommands, DroppedProjectsAreAddedWithDefaultsAndOthersAreIgnored) {
+TEST_F(ScheduleCommands, DroppedProjectsAreAddedWithDefaultsAndOtherFilesIgnored) {
     commands_.addDropped({"C:\\S\\a.kra", "C:\\S\\b.txt", "C:\\S\\C.KRB", "C:\\S\\d.krab", "C:\\S\\kra",
                           "C:\\S\\e.xkra", "C:\\S.kra\\f", "C:\\S\\g.krc"});
     ASSERT_EQ(schedule_.size(), 3U);
@@ -150,12 +150,12 @@ TEST_F(ScheduleCommands, DroppedProjectsAreAddedWithDefaultsAndOthersAreIgnored)
     EXPECT_EQ(schedule_[2].path, "C:\\S\\g.krc");
     ScheduledProject expected;
     expected.path = "C:\\S\\a.kra";
-    expected.nextRun = TimeValue::never(); // follows entry 0, as the defaults have it
+    expected.nextRun = TimeValue::never(); // follows entry 0 by default
     EXPECT_EQ(schedule_[0], expected);
     expectOneRedrawAndSaves(3);
 }
 
-TEST_F(ScheduleCommands, ANewEntryIsAsOfTheMomentAndAddedWithItsNextRun) {
+TEST_F(ScheduleCommands, ANewEntryIsDueInAMinuteAndAddedWithItsNextRun) {
     schedule_.assign({hourly("a.kra")});
     log_.clear();
     for (const int minutes : {0, 10}) {
@@ -173,7 +173,7 @@ TEST_F(ScheduleCommands, ANewEntryIsAsOfTheMomentAndAddedWithItsNextRun) {
     expectOneRedrawAndSaves(1);
 }
 
-TEST_F(ScheduleCommands, TwoChosenFilesAreAddedAsFilesAndOneAsTheRecord) {
+TEST_F(ScheduleCommands, TwoChosenFilesAddTwoEntriesAndOneAddsTheRecord) {
     commands_.add(hourly("ignored"), std::vector<std::string>{"C:\\S\\a.kra", "b.kra"});
     ASSERT_EQ(schedule_.size(), 2U);
     EXPECT_EQ(schedule_[0].path, "C:\\S\\a.kra");
@@ -185,7 +185,7 @@ TEST_F(ScheduleCommands, TwoChosenFilesAreAddedAsFilesAndOneAsTheRecord) {
     expectOneRedrawAndSaves(1);
 }
 
-TEST_F(ScheduleCommands, AnEditIsTakenOverAndItsNextRunComputed) {
+TEST_F(ScheduleCommands, AnEditIsAppliedAndItsNextRunComputed) {
     schedule_.assign({hourly("a.kra")});
     schedule_[0].lastResult = "recorded while it was edited";
     log_.clear();

@@ -29,7 +29,7 @@ protected:
     ScheduledProject record = test::filledEntry();
 };
 
-TEST_F(ScheduleEditor, HasTheProjectPageFirstAndACaptionThatTellsAddingFromEditing) {
+TEST_F(ScheduleEditor, ShowsTheProjectPageFirstAndACaptionForAddingOrEditing) {
     schedule.append(record);
     for (const auto& [position, caption] :
          {std::pair{std::optional<std::size_t>(), "Add Scheduled Project"}, {0, "Edit Scheduled Task"}})
@@ -46,7 +46,7 @@ TEST_F(ScheduleEditor, HasTheProjectPageFirstAndACaptionThatTellsAddingFromEditi
         }));
 }
 
-TEST_F(ScheduleEditor, OkGivesTheRecordWithWhatWasChangedOnBothPages) {
+TEST_F(ScheduleEditor, OkReturnsTheRecordWithTheChangesOfBothPages) {
     const auto edited = edit(std::nullopt, [&](HWND sheet) {
         test::setPath(sheet, "run:other.exe");
         SetDlgItemTextA(schedulePageOf(sheet), IDC_MONTHLY_DAY, "15");
@@ -59,7 +59,7 @@ TEST_F(ScheduleEditor, OkGivesTheRecordWithWhatWasChangedOnBothPages) {
     EXPECT_THAT(edited->files, IsEmpty());
 }
 
-TEST_F(ScheduleEditor, SeveralFilesCanBeChosenForANewEntryOnly) {
+TEST_F(ScheduleEditor, OnlyANewEntryAllowsSeveralFiles) {
     schedule.append(record);
     for (const bool isNew : {true, false}) {
         const auto edited = edit(isNew ? std::nullopt : std::optional<std::size_t>(0), [&](HWND sheet) {
@@ -89,7 +89,7 @@ TEST_F(ScheduleEditor, FilesStayChosenWhileTheTextBeginsWithAQuote) {
          {std::pair{"\"C:\\Sites\\a.kra\"", true}, {"\"", true}, {"\"\" ", true}, {"run:\"a\"", false}}) {
         const auto edited = edit(std::nullopt, [&, text = text](HWND sheet) {
             test::browse(sheet, "C:\\Sites\0a.kra\0b.kra\0"s);
-            test::setPath(sheet, ""); // as when all of it is typed again
+            test::setPath(sheet, ""); // as when the whole text is retyped
             test::setPath(sheet, text);
             press(sheet, IDOK);
         });

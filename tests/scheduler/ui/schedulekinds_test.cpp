@@ -28,7 +28,7 @@ protected:
     }
 };
 
-TEST_F(ScheduleKinds, EachOrderOfTwoShowsTheLatter) {
+TEST_F(ScheduleKinds, SwitchingBetweenAnyTwoShowsTheControlsOfTheChosenOne) {
     for (const ScheduleKind from : allKinds)
         for (const ScheduleKind to : allKinds) {
             open(from);
@@ -40,7 +40,7 @@ TEST_F(ScheduleKinds, EachOrderOfTwoShowsTheLatter) {
         }
 }
 
-TEST_F(ScheduleKinds, WhatWasTypedUnderOneIsThereWhenTheUserComesBack) {
+TEST_F(ScheduleKinds, KeepTheirInputWhileAnotherOneIsChosen) {
     open(ScheduleKind::AfterProject);
     const std::vector<std::pair<int, std::string>> typed = {
         {IDC_AFTER_DELAY, "100"},        {IDC_STARTUP_DELAY, "200"}, {IDC_HOURLY_MINUTE, "30"},
@@ -57,22 +57,22 @@ TEST_F(ScheduleKinds, WhatWasTypedUnderOneIsThereWhenTheUserComesBack) {
     EXPECT_TRUE(host->isChecked(IDC_MONDAY));
 }
 
-TEST_F(ScheduleKinds, WaitingTakesAnotherEntry) {
+TEST_F(ScheduleKinds, AfterProjectNeedsAnotherEntry) {
     schedule.clear();
     open(ScheduleKind::AtStartup);
     EXPECT_FALSE(host->isEnabled(IDC_KIND_AFTER_PROJECT));
     open(ScheduleKind::AfterProject);
     EXPECT_FALSE(host->isEnabled(IDC_KIND_AFTER_PROJECT));
-    EXPECT_TRUE(host->isChecked(IDC_KIND_AFTER_PROJECT)) << "what the record says is still shown";
+    EXPECT_TRUE(host->isChecked(IDC_KIND_AFTER_PROJECT)) << "still shows the kind of the record";
     EXPECT_EQ(firstTabStop(), IDC_KIND_STARTUP) << "the chosen one is disabled";
     addToSchedule({"a.kra"});
     open(ScheduleKind::AtStartup);
     EXPECT_TRUE(host->isEnabled(IDC_KIND_AFTER_PROJECT));
     open(std::size_t{0});
-    EXPECT_FALSE(host->isEnabled(IDC_KIND_AFTER_PROJECT)) << "its own entry does not count";
+    EXPECT_FALSE(host->isEnabled(IDC_KIND_AFTER_PROJECT)) << "the edited entry does not count";
 }
 
-TEST_F(ScheduleKinds, AreWithinReachOfTheTabKey) {
+TEST_F(ScheduleKinds, AreReachableByTheTabKey) {
     open(ScheduleKind::Daily);
     EXPECT_EQ(firstTabStop(), IDC_KIND_DAILY);
     open(unknownKind);
@@ -81,7 +81,7 @@ TEST_F(ScheduleKinds, AreWithinReachOfTheTabKey) {
     EXPECT_EQ(firstTabStop(), IDC_KIND_MONTHLY);
 }
 
-TEST_F(ScheduleKinds, ARecordOfAnUnknownOneShowsNoneAndKeepsIt) {
+TEST_F(ScheduleKinds, AnUnknownOneIsKeptAndChecksNoButton) {
     record.minutes = 77;
     record.time = clock.now();
     open(unknownKind);
@@ -96,11 +96,11 @@ TEST_F(ScheduleKinds, ARecordOfAnUnknownOneShowsNoneAndKeepsIt) {
     EXPECT_EQ(record.kind, ScheduleKind::Daily);
 }
 
-TEST_F(ScheduleKinds, ASingleRunInThePastIsOfferedAMinuteAheadAsSoonAsTheKindIsAnother) {
+TEST_F(ScheduleKinds, APastSingleRunBecomesAMinuteAheadWhenAnotherKindIsChosen) {
     record.time = clock.now() - TimeSpan::fromDays(3);
     open(ScheduleKind::Once);
     test::pumpUntilIdle();
-    EXPECT_EQ(host->text(IDC_ONCE_TIME), "03/07/26 12:34 pm") << "it is the user's own";
+    EXPECT_EQ(host->text(IDC_ONCE_TIME), "03/07/26 12:34 pm") << "a loaded single run is not changed";
     for (const ScheduleKind other : allKinds) {
         if (other == ScheduleKind::Once)
             continue;
@@ -115,19 +115,19 @@ TEST_F(ScheduleKinds, ASingleRunInThePastIsOfferedAMinuteAheadAsSoonAsTheKindIsA
     }
 }
 
-TEST_F(ScheduleKinds, ASingleRunThatWasAheadIsAheadAgainWhenTheUserTurnsToItLater) {
+TEST_F(ScheduleKinds, AProposedSingleRunIsRenewedWhenItIsChosenLater) {
     record.time = TimeValue();
     open(ScheduleKind::Daily);
     EXPECT_EQ(host->text(IDC_ONCE_TIME), "03/10/26 12:35 pm");
-    clock.advance(TimeSpan::fromMinutes(2)); // nothing happens meanwhile
+    clock.advance(TimeSpan::fromMinutes(2)); // without an idle pass
     choose(ScheduleKind::Once);
     EXPECT_EQ(host->text(IDC_ONCE_TIME), "03/10/26 12:37 pm");
     clock.advance(TimeSpan::fromMinutes(2));
     test::pumpUntilIdle();
-    EXPECT_EQ(host->text(IDC_ONCE_TIME), "03/10/26 12:37 pm") << "from now on it is the user's own";
+    EXPECT_EQ(host->text(IDC_ONCE_TIME), "03/10/26 12:37 pm") << "once chosen, it is not changed";
 }
 
-TEST_F(ScheduleKinds, ASingleRunToComeIsLeftUntilItHasPassed) {
+TEST_F(ScheduleKinds, AFutureSingleRunIsKeptUntilItHasPassed) {
     record.time = clock.now() + TimeSpan::fromDays(2);
     open(ScheduleKind::Daily);
     choose(ScheduleKind::Hourly);

@@ -1,7 +1,7 @@
 #include "scheduler/ui/framework/clipboard.h"
 #include "scheduler/ui/schedulelistview.h"
 #include "tests/scheduler/ui/listwindow.h"
-#include "tests/scheduler/ui/paintings.h"
+#include "tests/scheduler/ui/paintcounter.h"
 #include "tests/support/clipboardtext.h"
 
 #include <gmock/gmock.h>
@@ -30,19 +30,19 @@ protected:
     test::ListWindow window_;
 };
 
-TEST_F(ScheduleListView, TheFirstSelectedEntryIsThatOfTheTopmostSelectedRow) {
+TEST_F(ScheduleListView, TheFirstSelectedEntryIsInTheTopmostSelectedRow) {
     EXPECT_EQ(window_.list.firstSelectedEntry(), std::nullopt);
     window_.select(2);
     EXPECT_EQ(window_.list.firstSelectedEntry(), 2U);
     window_.select(1);
-    EXPECT_EQ(window_.list.firstSelectedEntry(), 1U) << "whichever was selected first";
-    window_.clickHeader(ScheduleColumn::Project); // a, b, c; of these a and c are selected
-    EXPECT_EQ(window_.list.firstSelectedEntry(), 2U) << "the entry in the row, not the row";
+    EXPECT_EQ(window_.list.firstSelectedEntry(), 1U) << "the order of selection does not matter";
+    window_.clickHeader(ScheduleColumn::Project); // a, b, c; a and c are selected
+    EXPECT_EQ(window_.list.firstSelectedEntry(), 2U) << "the position of the entry, not of the row";
     window_.clickHeader(ScheduleColumn::Project);
     EXPECT_EQ(window_.list.firstSelectedEntry(), 1U);
 }
 
-TEST_F(ScheduleListView, TheSelectedEntriesAscendWhateverTheOrderOfTheRows) {
+TEST_F(ScheduleListView, SelectedEntriesAscendInASortedListToo) {
     EXPECT_THAT(window_.list.selectedEntries(), IsEmpty());
     window_.clickHeader(ScheduleColumn::Project);
     window_.select(0);
@@ -63,7 +63,7 @@ TEST_F(ScheduleListView, ARowHasTheImageOfItsState) {
     EXPECT_EQ(image(0), 0);
     EXPECT_EQ(image(1), 3);
     EXPECT_EQ(image(2), ImageList_GetImageCount(ListView_GetImageList(list(), LVSIL_SMALL)))
-        << "one that the image list lacks";
+        << "an index that the image list does not have";
 }
 
 TEST_F(ScheduleListView, AnImageDisappearsFromTheScreenWithItsState) {
@@ -118,7 +118,7 @@ TEST_F(ScheduleListView, CtrlASelectsAllRows) {
     EXPECT_THAT(window_.list.selectedEntries(), ElementsAre(0, 1, 2));
 }
 
-TEST_F(ScheduleListView, CtrlCCopiesTheSelectedRowsAsTheyStand) {
+TEST_F(ScheduleListView, CtrlCCopiesTheSelectedRowsInTheirOrder) {
     ASSERT_TRUE(framework::copyToClipboard(list(), "before"));
     SendMessageA(list(), WM_CHAR, 3, 1);
     EXPECT_EQ(test::clipboardText(), L"before") << "nothing is selected";
@@ -132,9 +132,9 @@ TEST_F(ScheduleListView, CtrlCCopiesTheSelectedRowsAsTheyStand) {
                                      L"c\twhen project b is finished\tRun normally\t(disabled)\tNever\t\r\n");
 }
 
-TEST_F(ScheduleListView, EachChangeOfTheScheduleIsPaintedAtOnceAndABatchOnce) {
+TEST_F(ScheduleListView, EachScheduleChangeRepaintsAtOnceAndABatchRepaintsOnce) {
     UpdateWindow(list());
-    const test::Paintings paintings(window_.list);
+    const test::PaintCounter paintings(window_.list);
     window_.schedule[1].lastResult = "new";
     window_.schedule.noteChange();
     EXPECT_EQ(paintings.count, 1);
@@ -155,10 +155,10 @@ TEST_F(ScheduleListView, EachChangeOfTheScheduleIsPaintedAtOnceAndABatchOnce) {
     EXPECT_EQ(ListView_GetItemCount(list()), 0);
 }
 
-TEST_F(ScheduleListView, IsPaintedOnceATextOfAShownRowMayHaveChanged) {
+TEST_F(ScheduleListView, RepaintsWhenATextOfAVisibleRowMayHaveChanged) {
     window_.schedule[1].lastRun = window_.clock.now() - base::TimeSpan::fromMinutes(1);
     window_.schedule.noteChange();
-    const test::Paintings paintings(window_.list);
+    const test::PaintCounter paintings(window_.list);
     const auto pass = [&](int seconds) {
         window_.clock.advance(base::TimeSpan::fromSeconds(seconds));
         window_.list.onTimePassed(window_.clock.now());
@@ -166,14 +166,14 @@ TEST_F(ScheduleListView, IsPaintedOnceATextOfAShownRowMayHaveChanged) {
     };
     EXPECT_EQ(pass(0), 0);
     EXPECT_EQ(pass(1), 0);
-    // Today becomes yesterday within a day; until then each row holds for a quarter of an hour at most.
+    // Until "today" becomes "yesterday", a row's texts stay valid for 15 minutes at most.
     EXPECT_EQ(pass(15 * 60), 1);
-    EXPECT_EQ(pass(0), 1) << "what is shown holds again";
+    EXPECT_EQ(pass(0), 1) << "the repainted texts are valid";
     window_.clock.set(window_.clock.now() - base::TimeSpan::fromSeconds(1));
     EXPECT_EQ(pass(0), 2) << "the clock was set back";
 }
 
-TEST_F(ScheduleListView, AHiddenListAsksForNoTextsUntilItIsShown) {
+TEST_F(ScheduleListView, AHiddenListRequestsNoTextsUntilItIsShown) {
     ShowWindow(window_.handle(), SW_HIDE);
     window_.clock.advance(base::TimeSpan::fromDays(2));
     window_.stateQueries = 0;
@@ -185,7 +185,7 @@ TEST_F(ScheduleListView, AHiddenListAsksForNoTextsUntilItIsShown) {
     EXPECT_GT(window_.stateQueries, 0);
 }
 
-TEST_F(ScheduleListView, AfterADeletionItScrollsAndPaintsWhatIsLeft) {
+TEST_F(ScheduleListView, ADeletionScrollsToAndRepaintsTheRemainingRows) {
     addMore(200);
     const auto canScroll = [&] { return (GetWindowLongA(list(), GWL_STYLE) & WS_VSCROLL) != 0; };
     ListView_EnsureVisible(list(), 202, FALSE);
@@ -202,17 +202,17 @@ TEST_F(ScheduleListView, AfterADeletionItScrollsAndPaintsWhatIsLeft) {
     EXPECT_EQ(ListView_GetTopIndex(list()), 0);
     EXPECT_EQ(ListView_GetItemCount(list()), 3);
     EXPECT_EQ(ListView_GetNextItem(list(), -1, LVNI_FOCUSED), 2);
-    EXPECT_FALSE(GetUpdateRect(list(), nullptr, FALSE)) << "all is painted";
-    // It paints again on its own account, too.
+    EXPECT_FALSE(GetUpdateRect(list(), nullptr, FALSE)) << "everything is painted";
+    // Redrawing is enabled again.
     window_.select(1);
     EXPECT_TRUE(GetUpdateRect(list(), nullptr, FALSE));
 }
 
-TEST_F(ScheduleListView, AfterADeletionTheKeyboardIsWhereTheFirstOfThemWas) {
+TEST_F(ScheduleListView, ADeletionFocusesTheRowWhereTheFirstDeletedRowWas) {
     addMore(17);
     for (int row = 5; row <= 9; ++row)
         window_.select(row);
-    ListView_SetItemState(list(), 9, LVIS_FOCUSED, LVIS_FOCUSED); // as Shift and the arrow down leave it
+    ListView_SetItemState(list(), 9, LVIS_FOCUSED, LVIS_FOCUSED); // as after Shift+Down
     window_.schedule.removeAll({9, 8, 7, 6, 5});
     EXPECT_EQ(ListView_GetNextItem(list(), -1, LVNI_FOCUSED), 5);
     EXPECT_THAT(window_.list.selectedEntries(), IsEmpty());

@@ -19,7 +19,7 @@ protected:
     }
 };
 
-/// Controls that were to get the focus, which none gets in a hidden page.
+/// Records requests for the focus, which no control of a hidden page gets.
 class FocusRequests : public framework::MessageFilter {
 public:
     framework::Handled filterMessage(framework::Window&, const framework::Message& message) override {
@@ -30,7 +30,7 @@ public:
     std::vector<HWND> asked;
 };
 
-TEST_F(SchedulePage, TheListShowsTheOtherEntriesByTheirNamesEachForItsPosition) {
+TEST_F(SchedulePage, TheListShowsOtherEntriesByNameAndStoresTheirPositions) {
     addToSchedule({"C:\\Sites\\news.kra", "run:backup.exe", "C:\\Sites\\old shop.krb"});
     record.afterIndex = 2;
     open(std::size_t{1});
@@ -43,21 +43,21 @@ TEST_F(SchedulePage, TheListShowsTheOtherEntriesByTheirNamesEachForItsPosition) 
     }
     open();
     EXPECT_THAT(host->items(IDC_AFTER_PROJECT), ElementsAre("news", "run:backup.exe", "old shop"))
-        << "a new record can follow any";
+        << "a new record can follow any entry";
     EXPECT_EQ(host->selected(IDC_AFTER_PROJECT), 2);
 }
 
-TEST_F(SchedulePage, AnEntryThatWaitsForNobodyOrItselfWaitsForTheFirstOther) {
+TEST_F(SchedulePage, AnInvalidPredecessorBecomesTheFirstOtherEntry) {
     addToSchedule({"a.kra", "b.kra", "c.kra"});
-    for (const std::int32_t lost : {0, 3, -1}) {
-        record.afterIndex = lost;
+    for (const std::int32_t invalid : {0, 3, -1}) {
+        record.afterIndex = invalid;
         open(std::size_t{0});
-        EXPECT_EQ(host->selected(IDC_AFTER_PROJECT), 0) << lost;
-        EXPECT_EQ(record.afterIndex, 1) << "from the start";
+        EXPECT_EQ(host->selected(IDC_AFTER_PROJECT), 0) << invalid;
+        EXPECT_EQ(record.afterIndex, 1) << "when the page opens";
     }
 }
 
-TEST_F(SchedulePage, WithoutOtherEntriesTheIndexIsLeft) {
+TEST_F(SchedulePage, WithoutOtherEntriesTheIndexIsKept) {
     addToSchedule({"a.kra"});
     record.afterIndex = 7;
     open(std::size_t{0});
@@ -66,7 +66,7 @@ TEST_F(SchedulePage, WithoutOtherEntriesTheIndexIsLeft) {
     EXPECT_EQ(record.afterIndex, 7);
 }
 
-TEST_F(SchedulePage, TheChosenKindsFieldsAreStored) {
+TEST_F(SchedulePage, TheFieldsOfTheChosenKindAreStored) {
     const struct {
         ScheduleKind kind;
         int minutes;
@@ -94,7 +94,7 @@ TEST_F(SchedulePage, TheChosenKindsFieldsAreStored) {
     }
 }
 
-TEST_F(SchedulePage, StoresWhatItLoadedWhenUntouched) {
+TEST_F(SchedulePage, StoresAnUntouchedRecordUnchanged) {
     addToSchedule({"a.kra", "b.kra"});
     for (const ScheduleKind kind : test::allKinds)
         for (const int minutes : {0, 1, 59, 60, 1440}) {
@@ -113,7 +113,7 @@ TEST_F(SchedulePage, StoresWhatItLoadedWhenUntouched) {
         }
 }
 
-TEST_F(SchedulePage, EveryWeekdayIsItsOwnBoxMondayFirst) {
+TEST_F(SchedulePage, EachWeekdayHasItsOwnCheckBoxStartingWithMonday) {
     constexpr int boxes[] = {1006, 1007, 1008, 1009, 1010, 1011, 1012};
     for (std::size_t day = 0; day < 7; ++day) {
         record.weekdays = {};
@@ -131,7 +131,7 @@ TEST_F(SchedulePage, EveryWeekdayIsItsOwnBoxMondayFirst) {
     }
 }
 
-TEST_F(SchedulePage, DailyAloneNeedsADayAndTheFocusGoesToMonday) {
+TEST_F(SchedulePage, OnlyDailyNeedsADayAndFocusesMondayWithoutOne) {
     const test::MessageBoxes boxes;
     record.weekdays = {};
     addToSchedule({"a.kra"});
@@ -155,7 +155,7 @@ TEST_F(SchedulePage, DailyAloneNeedsADayAndTheFocusGoesToMonday) {
     EXPECT_EQ(boxes.shown.size(), 1U);
 }
 
-TEST_F(SchedulePage, TheNumbersStayInTheirRanges) {
+TEST_F(SchedulePage, NumbersAreClampedToTheirRanges) {
     addToSchedule({"a.kra"});
     for (const auto& [kind, id, lowest, highest, above] :
          {std::tuple{ScheduleKind::AfterProject, IDC_AFTER_DELAY, "0", "1440", "1441"},
@@ -172,7 +172,7 @@ TEST_F(SchedulePage, TheNumbersStayInTheirRanges) {
     }
 }
 
-TEST_F(SchedulePage, ANumberIsCorrectedBeforeOkStoresIt) {
+TEST_F(SchedulePage, ANumberIsClampedBeforeOkStoresIt) {
     open(ScheduleKind::Monthly);
     host->setText(IDC_MONTHLY_DAY, "0");
     NMHDR okPressed{host->handle(), 0, PSN_APPLY};

@@ -56,7 +56,7 @@ TEST_F(ScheduleRows, TheColumnsHaveTheirHeaders) {
                                                                "Next Run", "Last Run", "Last Result"));
 }
 
-TEST_F(ScheduleRows, EachColumnSaysWhatItsHeaderPromises) {
+TEST_F(ScheduleRows, EachColumnShowsTheTextOfItsHeader) {
     ScheduledProject entry = project("news.daily");
     entry.minutes = 5;
     entry.nextRun = clock_.now() + TimeSpan::fromMinutes(1);
@@ -85,7 +85,7 @@ TEST_F(ScheduleRows, TextsFollowTheClockAndTheSuspension) {
     EXPECT_EQ(rows_.text(0, ScheduleColumn::NextRun), "(suspended)");
 }
 
-TEST_F(ScheduleRows, AClickSortsAscendingASecondOneReversesAndAnotherColumnAscends) {
+TEST_F(ScheduleRows, SortingAgainReversesAndAnotherColumnStartsAscending) {
     load({"c", "a", "b"});
     EXPECT_EQ(projects(), "c a b ");
     EXPECT_FALSE(rows_.sortColumn());
@@ -106,14 +106,14 @@ TEST_F(ScheduleRows, AClickSortsAscendingASecondOneReversesAndAnotherColumnAscen
     EXPECT_EQ(rows_.entryAt(2), 0U);
 }
 
-TEST_F(ScheduleRows, CapitalsSortBeforeSmallLettersAndBytesAsUnsigned) {
+TEST_F(ScheduleRows, UpperCaseSortsBeforeLowerCaseAndBytesAreUnsigned) {
     load({"b", "B", "\xE4", "a"});
     rows_.sortBy(ScheduleColumn::Project);
     EXPECT_EQ(projects(), "B a b \xE4 ");
 }
 
-// An unstable sort leaves up to 16 equal rows in their order, too.
-TEST_F(ScheduleRows, EqualTextsKeepTheSchedulesOrderBothWays) {
+// More than 16 rows, because an unstable sort keeps the order of fewer.
+TEST_F(ScheduleRows, EqualTextsKeepTheScheduleOrderInBothDirections) {
     std::vector<std::string> names;
     std::string expected;
     for (int number = 0; number < 100; ++number)
@@ -126,7 +126,7 @@ TEST_F(ScheduleRows, EqualTextsKeepTheSchedulesOrderBothWays) {
     }
 }
 
-TEST_F(ScheduleRows, NextRunSortsByItsTextNotByItsTime) {
+TEST_F(ScheduleRows, NextRunSortsByTextNotByTime) {
     load({"never", "due", "soon"});
     schedule_[1].nextRun = TimeValue(0);
     schedule_[2].nextRun = clock_.now() + TimeSpan::fromMinutes(1);
@@ -134,7 +134,7 @@ TEST_F(ScheduleRows, NextRunSortsByItsTextNotByItsTime) {
     EXPECT_EQ(projects(), "never due soon "); // "(never)", "Now", "today at ..."
 }
 
-TEST_F(ScheduleRows, ARowsTextsHoldAsLongAsThoseOfItsEntryInASortedListToo) {
+TEST_F(ScheduleRows, ASortedRowsTextsExpireWithThoseOfItsEntry) {
     load({"c", "a", "b"});
     schedule_[0].nextRun = clock_.now() + TimeSpan::fromMinutes(1);
     rows_.sortBy(ScheduleColumn::Project);
@@ -142,7 +142,7 @@ TEST_F(ScheduleRows, ARowsTextsHoldAsLongAsThoseOfItsEntryInASortedListToo) {
     EXPECT_GT(rows_.textsValidUntil(0, clock_.now()), clock_.now() + TimeSpan::fromMinutes(1));
 }
 
-TEST_F(ScheduleRows, ANewEntryComesLastWhateverTheOrder) {
+TEST_F(ScheduleRows, ANewEntryIsTheLastRowInASortedListToo) {
     load({"c", "a", "b"});
     rows_.sortBy(ScheduleColumn::Project);
     schedule_.append(project("aa"));
@@ -151,7 +151,7 @@ TEST_F(ScheduleRows, ANewEntryComesLastWhateverTheOrder) {
     EXPECT_EQ(projects(), "a b c aa first ");
 }
 
-TEST_F(ScheduleRows, WhateverIsRemovedTheRowsAreThoseThatAreLeft) {
+TEST_F(ScheduleRows, AfterAnyRemovalTheRowsAreTheRemainingEntries) {
     // Every subset of seven entries in a sorted list.
     constexpr std::size_t count = 7;
     const std::string names = "dafbgce";
@@ -185,7 +185,7 @@ TEST_F(ScheduleRows, FollowTheRemovalOfOneEntryAndOfAll) {
     EXPECT_EQ(projects(), "new ");
 }
 
-TEST_F(ScheduleRows, ARemovalFindsItsRowsWithoutMemory) {
+TEST_F(ScheduleRows, ARemovalAllocatesNoMemory) {
     load({"c", "a", "d", "b"});
     rows_.sortBy(ScheduleColumn::Project);
     const std::vector<std::size_t> descending = {2, 0};
@@ -197,8 +197,8 @@ TEST_F(ScheduleRows, ARemovalFindsItsRowsWithoutMemory) {
     EXPECT_EQ(projects(), "b ");
 }
 
-TEST_F(ScheduleRows, AnEntryThatNoRowCanBeHadForDoesNotComeIntoTheSchedule) {
-    // The schedule keeps room, so that the rows are full first.
+TEST_F(ScheduleRows, AnEntryIsNotInsertedWhenMemoryForItsRowRunsOut) {
+    // The schedule keeps its capacity, so that the rows run out of room first.
     load({"c", "a", "b"});
     while (schedule_.size() < 1000)
         schedule_.append(project("gone"));
@@ -222,7 +222,7 @@ TEST_F(ScheduleRows, AnEntryThatNoRowCanBeHadForDoesNotComeIntoTheSchedule) {
     EXPECT_EQ(rows.text(rows.size() - 1, ScheduleColumn::Project), "memory");
 }
 
-TEST_F(ScheduleRows, ALoadThatNoRowsCanBeHadForChangesNothing) {
+TEST_F(ScheduleRows, ALoadChangesNothingWhenMemoryForItsRowsRunsOut) {
     load({"c", "a"});
     rows_.sortBy(ScheduleColumn::Project);
     std::vector<ScheduledProject> entries(100, project("news"));
@@ -235,7 +235,7 @@ TEST_F(ScheduleRows, ALoadThatNoRowsCanBeHadForChangesNothing) {
     EXPECT_EQ(projects(), "a c ");
 }
 
-TEST_F(ScheduleRows, ALoadEndsTheSort) {
+TEST_F(ScheduleRows, ALoadResetsTheSortOrder) {
     load({"c", "a"});
     rows_.sortBy(ScheduleColumn::Project);
     load({"z", "y"});
@@ -243,7 +243,7 @@ TEST_F(ScheduleRows, ALoadEndsTheSort) {
     EXPECT_FALSE(rows_.sortColumn());
 }
 
-TEST_F(ScheduleRows, FindsAProjectByItsBeginningFromARowOnAndThenFromTheTop) {
+TEST_F(ScheduleRows, FindsAProjectByPrefixFromARowAndWrapsAround) {
     load({"alpha", "beta", "Alps"});
     EXPECT_EQ(rows_.findProject("al", 0), 0U);
     EXPECT_EQ(rows_.findProject("al", 1), 2U);
@@ -254,7 +254,7 @@ TEST_F(ScheduleRows, FindsAProjectByItsBeginningFromARowOnAndThenFromTheTop) {
     EXPECT_FALSE(rows_.findProject("a", 0));
 }
 
-TEST_F(ScheduleRows, ASortMakesEachTextOnce) {
+TEST_F(ScheduleRows, ASortCreatesEachTextOnce) {
     schedule_.assign(std::vector<ScheduledProject>(500, project("news")));
     stateQueries_ = 0;
     rows_.sortBy(ScheduleColumn::NextRun);

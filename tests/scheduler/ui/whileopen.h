@@ -35,7 +35,7 @@ private:
     }
 
     CALLED_BY_PLATFORM static BOOL CALLBACK findDialog(HWND window, LPARAM found) noexcept {
-        constexpr WORD dialogClass = 32770; // the platform's, whose name is its number
+        constexpr WORD dialogClass = 32770; // the class of the platform's dialogs
         if (GetClassWord(window, GCW_ATOM) != dialogClass || !IsWindowVisible(window))
             return TRUE;
         *reinterpret_cast<HWND*>(found) = window;

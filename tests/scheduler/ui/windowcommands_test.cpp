@@ -2,7 +2,7 @@
 #include "tests/scheduler/ui/editoruser.h"
 #include "tests/scheduler/ui/framework/pumping.h"
 #include "tests/scheduler/ui/mainwindowtest.h"
-#include "tests/scheduler/ui/paintings.h"
+#include "tests/scheduler/ui/paintcounter.h"
 
 #include <gmock/gmock.h>
 
@@ -13,7 +13,7 @@ namespace {
 
 using namespace std::string_literals;
 using scheduler::ScheduleColumn;
-using test::Instead;
+using test::Override;
 using test::press;
 using testing::ElementsAre;
 
@@ -71,11 +71,11 @@ TEST_F(WindowCommands, EditWithoutASelectionAddsAnEntry) {
     pump.setAccelerators(nullptr);
 }
 
-TEST_F(WindowCommands, EditTakesTheFirstOfSeveralSelectedRowsAndPaintsTheChange) {
+TEST_F(WindowCommands, EditOpensTheFirstSelectedRowAndRepaintsTheChange) {
     sortByProject();
     select(2);
     select(1);
-    std::optional<test::Paintings> paintings;
+    std::optional<test::PaintCounter> paintings;
     const test::WhileOpen user([&](HWND sheet) {
         EXPECT_EQ(base::windowText(sheet), "Edit Scheduled Task");
         EXPECT_EQ(pathIn(sheet), "run:b");
@@ -89,7 +89,7 @@ TEST_F(WindowCommands, EditTakesTheFirstOfSeveralSelectedRowsAndPaintsTheChange)
     EXPECT_EQ(saved()[0].path, "run:edited");
 }
 
-TEST_F(WindowCommands, AnEntryOfASortedListIsNotOfferedToItself) {
+TEST_F(WindowCommands, AnEntryOfASortedListCannotFollowItself) {
     sortByProject();
     select(0);
     const test::WhileOpen user([](HWND sheet) {
@@ -101,7 +101,7 @@ TEST_F(WindowCommands, AnEntryOfASortedListIsNotOfferedToItself) {
     command(IDM_EDIT);
 }
 
-TEST_F(WindowCommands, TwoChosenFilesMakeTwoEntries) {
+TEST_F(WindowCommands, TwoChosenFilesAddTwoEntries) {
     const test::WhileOpen user([](HWND sheet) {
         test::browse(sheet, "C:\\Sites\0a.kra\0b.kra\0"s);
         SetDlgItemTextA(test::schedulePageOf(sheet), IDC_AFTER_DELAY, "5");
@@ -116,7 +116,7 @@ TEST_F(WindowCommands, TwoChosenFilesMakeTwoEntries) {
     EXPECT_EQ(ListView_GetItemCount(list()), 5);
 }
 
-TEST_F(WindowCommands, ThePhoneBookIsNotAskedForBeforeAnEditorOpens) {
+TEST_F(WindowCommands, ThePhoneBookIsReadOnlyWhenAnEditorOpens) {
     const int before = test::phoneBookQueries;
     start("");
     tick();
@@ -129,11 +129,11 @@ TEST_F(WindowCommands, ThePhoneBookIsNotAskedForBeforeAnEditorOpens) {
 
 TEST_F(WindowCommands, TheMenuOfAnEntryOpensAtThePointer) {
     int menus = 0;
-    const Instead<test::GetCursorPosCall> pointer([](POINT* place) {
+    const Override<test::GetCursorPosCall> pointer([](POINT* place) {
         *place = {321, 123};
         return TRUE;
     });
-    const Instead<test::TrackPopupMenuCall> menu(
+    const Override<test::TrackPopupMenuCall> menu(
         [&](HMENU opened, UINT flags, int x, int y, int, HWND owner, const RECT*) {
             ++menus;
             EXPECT_EQ(GetMenuItemCount(opened), 7);
@@ -152,12 +152,12 @@ TEST_F(WindowCommands, TheMenuOfAnEntryOpensAtThePointer) {
     SendMessageA(list(), WM_SYSKEYDOWN, VK_F10, 1);
     keys[VK_SHIFT] = 0;
     SetKeyboardState(keys.data());
-    EXPECT_EQ(menus, 2) << "by Shift and F10";
+    EXPECT_EQ(menus, 2) << "by Shift+F10";
     send(WM_CONTEXTMENU, reinterpret_cast<WPARAM>(handle()), MAKELPARAM(9999, 9999));
-    EXPECT_EQ(menus, 2) << "over the list only";
+    EXPECT_EQ(menus, 2) << "only over the list";
 }
 
-TEST_F(WindowCommands, ARightClickOnTheTitleBarOpensTheWindowsOwnMenu) {
+TEST_F(WindowCommands, ARightClickOnTheTitleBarOpensTheSystemMenu) {
     class MenuWatch : public framework::MessageFilter {
     public:
         bool windowMenuOpened = false;
@@ -180,15 +180,16 @@ TEST_F(WindowCommands, ARightClickOnTheTitleBarOpensTheWindowsOwnMenu) {
     EXPECT_TRUE(watch.windowMenuOpened);
 }
 
-TEST_F(WindowCommands, DroppedFilesAreAddedAndTheDropIsNotReleased) {
-    const Instead<test::DragFinishCall> release([](HDROP) { ADD_FAILURE() << "the shell's drop was freed"; });
+TEST_F(WindowCommands, DroppedFilesAreAddedAndTheDropHandleIsNotFreed) {
+    const Override<test::DragFinishCall> release(
+        [](HDROP) { ADD_FAILURE() << "the shell's drop handle was freed"; });
     drop("C:\\Sites\\one.kra\0C:\\Sites\\TWO.KRB"s);
     ASSERT_EQ(saved().size(), 5U);
     EXPECT_EQ(saved()[3].path, "C:\\Sites\\one.kra");
     EXPECT_EQ(saved()[4].path, "C:\\Sites\\TWO.KRB");
 }
 
-TEST_F(WindowCommands, AKeyThatReachesAHiddenWindowDoesNothing) {
+TEST_F(WindowCommands, AnAcceleratorDoesNothingInAHiddenWindow) {
     select(0);
     command(IDM_CLOSE);
     send(WM_COMMAND, MAKEWPARAM(IDM_DELETE, 1)); // as an accelerator sends it
@@ -197,7 +198,7 @@ TEST_F(WindowCommands, AKeyThatReachesAHiddenWindowDoesNothing) {
     EXPECT_EQ(ListView_GetItemCount(list()), 2);
 }
 
-TEST_F(WindowCommands, AMenuThatOpensFollowsTheSelectionAndTheSuspension) {
+TEST_F(WindowCommands, AnOpenedMenuReflectsTheSelectionAndTheSuspension) {
     const HMENU bar = GetMenu(handle());
     const auto stateOf = [&](int id) { return GetMenuState(bar, static_cast<UINT>(id), MF_BYCOMMAND); };
     const auto openAll = [&] {
@@ -215,10 +216,10 @@ TEST_F(WindowCommands, AMenuThatOpensFollowsTheSelectionAndTheSuspension) {
     EXPECT_STREQ(text.data(), "Resume");
     const HMENU own = GetSystemMenu(handle(), FALSE);
     send(WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(own), MAKELPARAM(0, TRUE));
-    EXPECT_EQ(GetMenuDefaultItem(own, FALSE, 0), UINT{SC_CLOSE}) << "the window's own menu is left alone";
+    EXPECT_EQ(GetMenuDefaultItem(own, FALSE, 0), UINT{SC_CLOSE}) << "the system menu is not changed";
 }
 
-TEST_F(WindowCommands, ADialogIsOwnedByTheActiveWindowElseByTheMainWindow) {
+TEST_F(WindowCommands, ADialogIsOwnedByTheActiveWindowOrElseTheMainWindow) {
     select(0);
     const HWND other = test::createPlain("STATIC", WS_POPUP | WS_VISIBLE, {0, 0, 50, 50});
     for (const HWND active : {other, handle(), HWND{}})
@@ -237,7 +238,7 @@ TEST_F(WindowCommands, ADialogIsOwnedByTheActiveWindowElseByTheMainWindow) {
     DestroyWindow(other);
 }
 
-TEST_F(WindowCommands, NothingChangesTheScheduleOfADisabledWindow) {
+TEST_F(WindowCommands, ADisabledWindowDoesNotChangeTheSchedule) {
     select(0);
     EnableWindow(handle(), FALSE); // as a modal window does with its owner
     for (const int id : {IDM_ADD, IDM_EDIT, IDM_DELETE, IDM_RUN, IDM_ENABLE})
@@ -257,7 +258,7 @@ TEST_F(WindowCommands, NothingChangesTheScheduleOfADisabledWindow) {
 
 TEST_F(WindowCommands, TheHelpCommandOpensTheHelp) {
     HWND owner = nullptr;
-    const Instead<test::WinHelpACall> help([&](HWND window, LPCSTR, UINT, ULONG_PTR) {
+    const Override<test::WinHelpACall> help([&](HWND window, LPCSTR, UINT, ULONG_PTR) {
         owner = window;
         return TRUE;
     });
@@ -265,7 +266,7 @@ TEST_F(WindowCommands, TheHelpCommandOpensTheHelp) {
     EXPECT_EQ(owner, handle());
 }
 
-TEST_F(WindowCommands, ADisabledWindowIsStillSuspendedShownAndExited) {
+TEST_F(WindowCommands, ADisabledWindowStillSuspendsShowsAndExits) {
     start("/s");
     EnableWindow(handle(), FALSE);
     command(IDM_SUSPEND);
@@ -277,7 +278,7 @@ TEST_F(WindowCommands, ADisabledWindowIsStillSuspendedShownAndExited) {
     EXPECT_EQ(framework::MessagePump::instance().runMainLoop(), 0);
 }
 
-TEST_F(WindowCommands, ADisabledWindowStillStartsWhatIsDueAndRecordsItsEnd) {
+TEST_F(WindowCommands, ADisabledWindowStillStartsDueEntriesAndRecordsTheirEnd) {
     start("/s");
     EnableWindow(handle(), FALSE);
     tick();

@@ -18,10 +18,10 @@ using testing::IsEmpty;
 using testing::Not;
 using testing::StartsWith;
 
-/// What the main window tells the history.
+/// What the main window records in the history.
 class WindowHistory : public test::MainWindowTest {
 protected:
-    WindowHistory() { forget(); }
+    WindowHistory() { deleteHistory(); }
 
     /// The lines since the last call, from the project's name on.
     std::vector<std::string> newLines() {
@@ -31,17 +31,17 @@ protected:
             lines.push_back(line.substr(line.find('\t', 2 * std::size("2026-11-22 08:00:00")) + 1));
         if (!lines.empty())
             lines.erase(lines.begin()); // the header
-        forget();
+        deleteHistory();
         return lines;
     }
-    void forget() const { DeleteFileA(path_.c_str()); }
+    void deleteHistory() const { DeleteFileA(path_.c_str()); }
 
 private:
     const std::string path_ =
         std::getenv("LOCALAPPDATA") + std::string("\\Brindlewood\\Corvane Scheduler\\history.txt");
 };
 
-TEST_F(WindowHistory, TellsOfTheStartTheStatesAndTheExitOfTheProgram) {
+TEST_F(WindowHistory, RecordsTheStartSuspendResumeAndExitOfTheProgram) {
     start();
     EXPECT_THAT(newLines(), ElementsAre("Corvane Scheduler\t\tstarted\t" + base::executablePath() + "\r"));
     command(IDM_SUSPEND);
@@ -54,13 +54,13 @@ TEST_F(WindowHistory, TellsOfTheStartTheStatesAndTheExitOfTheProgram) {
     EXPECT_THAT(newLines(), ElementsAre("Corvane Scheduler\t\tresumed\t\r"));
 }
 
-TEST_F(WindowHistory, TellsOfNoExitWithoutAStart) {
+TEST_F(WindowHistory, RecordsNoExitWithoutAStart) {
     mainWindow = std::make_unique<scheduler::MainWindow>();
     mainWindow.reset();
     EXPECT_THAT(newLines(), IsEmpty());
 }
 
-TEST_F(WindowHistory, TellsOfAScheduleThatCouldNotBeReadUnlessThereIsNone) {
+TEST_F(WindowHistory, RecordsAnUnreadableScheduleButNotAMissingOne) {
     const std::string path = scheduler::schedulePath();
     ASSERT_TRUE(test::writeFile(path, "damaged"));
     start();
@@ -71,14 +71,14 @@ TEST_F(WindowHistory, TellsOfAScheduleThatCouldNotBeReadUnlessThereIsNone) {
     EXPECT_THAT(newLines(), ElementsAre(HasSubstr("exited"), HasSubstr("started")));
 }
 
-TEST_F(WindowHistory, TellsOnceOfAScheduleThatCannotBeSaved) {
+TEST_F(WindowHistory, RecordsConsecutiveFailedSavesOnce) {
     start();
     newLines();
-    const test::Instead<test::GetWindowsDirectoryACall> missing([](LPSTR buffer, UINT) {
+    const test::Override<test::GetWindowsDirectoryACall> missing([](LPSTR buffer, UINT) {
         std::strcpy(buffer, "C:\\missing");
         return UINT{10};
     });
-    const test::Instead<test::PostQuitMessageCall> quitting([](int) {});
+    const test::Override<test::PostQuitMessageCall> quitting([](int) {});
     for (int save = 0; save < 2; ++save)
         send(WM_ENDSESSION, TRUE);
     std::vector<std::string> lines = newLines();
@@ -87,7 +87,7 @@ TEST_F(WindowHistory, TellsOnceOfAScheduleThatCannotBeSaved) {
                                          Not(HasSubstr(": \t")), EndsWith("\tC:\\missing\\schedule.dat\r"))));
 }
 
-TEST_F(WindowHistory, TellsOfRunsAndWhyOneCouldNotBeStarted) {
+TEST_F(WindowHistory, RecordsRunsAndWhyOneCouldNotStart) {
     save({entry("run:first"), entry("run:second")});
     start();
     newLines();
@@ -106,10 +106,10 @@ TEST_F(WindowHistory, TellsOfRunsAndWhyOneCouldNotBeStarted) {
     EXPECT_EQ(cell(1, scheduler::ScheduleColumn::LastResult), "");
 }
 
-TEST_F(WindowHistory, TellsOfTheEndOfTheSession) {
+TEST_F(WindowHistory, RecordsTheEndOfTheSession) {
     start();
     newLines();
-    const test::Instead<test::PostQuitMessageCall> quitting([](int) {});
+    const test::Override<test::PostQuitMessageCall> quitting([](int) {});
     send(WM_ENDSESSION, FALSE);
     EXPECT_THAT(newLines(), IsEmpty());
     send(WM_ENDSESSION, TRUE);

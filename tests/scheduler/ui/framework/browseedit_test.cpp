@@ -26,7 +26,7 @@ DWORD fileError = 0;
 
 namespace framework {
 
-// These replace the platform's dialog.
+// Replacements for the platform's dialog.
 
 bool openFileDialog(OPENFILENAMEA& request) {
     return fileDialog(request);
@@ -68,7 +68,7 @@ protected:
     framework::BrowseEdit edit{dialog, IDC_BROWSE, framework::bindText(path)};
 };
 
-TEST_F(BrowseEdit, SharesItsPlaceWithAButtonBehindItInTheSameFont) {
+TEST_F(BrowseEdit, HasAButtonInTheSameFontAtItsRightEnd) {
     framework::Dialog plain(IDD_CONTROLS);
     ASSERT_TRUE(plain.open(nullptr));
     const auto placeIn = [](const framework::Dialog& host, HWND window) {
@@ -97,7 +97,7 @@ TEST_F(BrowseEdit, SharesItsPlaceWithAButtonBehindItInTheSameFont) {
     }
 }
 
-TEST_F(BrowseEdit, OnAPageInALargerFontHasAWiderButtonAndItsFileDialogInTheMiddleOfTheSheet) {
+TEST_F(BrowseEdit, WithALargerFontHasAWiderButtonAndCentresItsFileDialogOverTheSheet) {
     framework::PropertyPage page(IDD_LARGE_PAGE);
     framework::BrowseEdit large(page, IDC_TEXT);
     test::SteppedSheet sheet;
@@ -109,7 +109,7 @@ TEST_F(BrowseEdit, OnAPageInALargerFontHasAWiderButtonAndItsFileDialogInTheMiddl
         OFNOTIFYA notice{};
         notice.hdr.code = CDN_SELCHANGE;
         request.lpfnHook(hook, WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&notice));
-        EXPECT_EQ(placeOf(opened).left, 5) << "not before it is ready";
+        EXPECT_EQ(placeOf(opened).left, 5) << "moved before CDN_INITDONE";
         notice.hdr.code = CDN_INITDONE;
         request.lpfnHook(hook, WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&notice));
         return false;
@@ -117,7 +117,7 @@ TEST_F(BrowseEdit, OnAPageInALargerFontHasAWiderButtonAndItsFileDialogInTheMiddl
     sheet.steps = {[&] {
         sheet.turnTo(2);
         EXPECT_EQ(sizeOf(buttonOf(large)).cx, framework::TextExtent(large.handle()).of("...").cx + 10);
-        EXPECT_GT(sizeOf(buttonOf(large)).cx, sizeOf(buttonOf(edit)).cx) << "in the usual font";
+        EXPECT_GT(sizeOf(buttonOf(large)).cx, sizeOf(buttonOf(edit)).cx) << "wider than in the default font";
 
         SetWindowPos(sheet.handle(), nullptr, 200, 100, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
         press(large);
@@ -129,7 +129,7 @@ TEST_F(BrowseEdit, OnAPageInALargerFontHasAWiderButtonAndItsFileDialogInTheMiddl
     EXPECT_EQ(sheet.runSteps(), 2);
 }
 
-TEST_F(BrowseEdit, TheButtonAndTheLabelFollowTheEdit) {
+TEST_F(BrowseEdit, ItsButtonAndLabelFollowItsState) {
     const auto buttonIsVisible = [&] { return (test::styleOf(buttonOf(edit)) & WS_VISIBLE) != 0; };
     for (const bool on : {false, true}) {
         edit.setEnabled(on);
@@ -140,12 +140,12 @@ TEST_F(BrowseEdit, TheButtonAndTheLabelFollowTheEdit) {
     }
 }
 
-TEST_F(BrowseEdit, ATextThatIsNotAcceptableIsReported) {
+TEST_F(BrowseEdit, ReportsATextThatItsCheckRejects) {
     base::applicationName = "The Program";
     const test::MessageBoxes boxes;
     std::string asked;
     bool acceptable = false;
-    EXPECT_TRUE(edit.check()) << "without a rule every text is";
+    EXPECT_TRUE(edit.check()) << "without a check every text passes";
     const auto rule = [&](const std::string& text) { return asked = text, acceptable; };
     edit.setCheck(rule, "Not this one.");
     EXPECT_FALSE(dialog.check());
@@ -160,7 +160,7 @@ TEST_F(BrowseEdit, ATextThatIsNotAcceptableIsReported) {
     EXPECT_EQ(boxes.shown.size(), 1U);
 }
 
-TEST_F(BrowseEdit, OpensThePlatformsDialogAsDeclared) {
+TEST_F(BrowseEdit, OpensThePlatformDialogWithItsFlagsAndFilter) {
     edit.setFilter("All Files (*.*)|*.*||");
     DWORD flags = 0;
     fileDialog = [&](const OPENFILENAMEA& request) {
@@ -192,10 +192,10 @@ TEST_F(BrowseEdit, ShowsAndKeepsTheChosenFiles) {
     dialog.store();
     EXPECT_EQ(path, "\"C:\\dir\\one.kra\" \"C:\\dir\\two.kra\"");
     DestroyWindow(dialog.handle());
-    EXPECT_EQ(edit.chosen(), (Files{"C:\\dir\\one.kra", "two.kra"})) << "kept for after the dialog";
+    EXPECT_EQ(edit.chosen(), (Files{"C:\\dir\\one.kra", "two.kra"})) << "kept after the dialog has closed";
 }
 
-TEST_F(BrowseEdit, LeavesOutATextThatTheDialogRefuses) {
+TEST_F(BrowseEdit, ReopensTheFileDialogEmptyAfterItRejectsTheText) {
     SetWindowTextA(edit.handle(), "\"C:\\one.kra\" \"C:\\two.kra\"");
     std::string asked;
     fileDialog = [&](const OPENFILENAMEA& request) {
@@ -210,7 +210,7 @@ TEST_F(BrowseEdit, LeavesOutATextThatTheDialogRefuses) {
     EXPECT_EQ(asked, "<\"C:\\one.kra\" \"C:\\two.kra\"><>");
 }
 
-TEST_F(BrowseEdit, AsksAgainWithALargerBufferForAnAnswerThatIsTooLong) {
+TEST_F(BrowseEdit, RetriesWithALargerBufferWhenTheAnswerIsTooLong) {
     std::string answer = "C:\\dir\0"s;
     for (int i = 0; i < 5000; ++i)
         answer += "a project with a long name " + std::to_string(i) + ".kra" + '\0';
@@ -221,7 +221,7 @@ TEST_F(BrowseEdit, AsksAgainWithALargerBufferForAnAnswerThatIsTooLong) {
         if (request.nMaxFile > answer.size())
             return answer.copy(request.lpstrFile, answer.size()) > 0;
         fileError = FNERR_BUFFERTOOSMALL;
-        const auto needed = static_cast<WORD>(answer.size()); // as far as two bytes can tell
+        const auto needed = static_cast<WORD>(answer.size()); // truncated to 16 bits
         std::memcpy(request.lpstrFile, &needed, sizeof needed);
         return false;
     };
@@ -241,12 +241,12 @@ TEST_F(BrowseEdit, KeepsItsTextWhenAnAnswerIsTooLongForAnyBuffer) {
         return false;
     };
     press(edit);
-    EXPECT_EQ(calls, 2) << "not for ever";
+    EXPECT_EQ(calls, 2) << "it retries only once";
     EXPECT_EQ(edit.text(), "C:\\before.kra");
     EXPECT_TRUE(edit.chosen().empty());
 }
 
-TEST_F(BrowseEdit, LeavesTheProgramsFolderAsItIsWhereverTheUserBrowses) {
+TEST_F(BrowseEdit, BrowsingDoesNotChangeTheCurrentDirectory) {
     const auto current = [] {
         char directory[MAX_PATH] = {};
         GetCurrentDirectoryA(sizeof directory, directory);
@@ -265,17 +265,17 @@ TEST_F(BrowseEdit, LeavesTheProgramsFolderAsItIsWhereverTheUserBrowses) {
     press(edit);
     EXPECT_EQ(calls, 2);
     EXPECT_EQ(current(), before);
-    SetCurrentDirectoryA(before.c_str()); // the folder could not be removed otherwise
+    SetCurrentDirectoryA(before.c_str()); // the current directory cannot be deleted
 }
 
-TEST_F(BrowseEdit, AChoiceThatThereIsNoMemoryForIsNone) {
+TEST_F(BrowseEdit, IgnoresAChoiceWhenMemoryRunsOut) {
     std::string answer = "C:\\dir\0"s;
     for (const char name : {'3', '4', '5', '6', '7'})
         answer += std::string(200, name) + '\0';
     std::optional<test::RefusedAllocations> refused;
     fileDialog = [&](const OPENFILENAMEA& request) {
         answer.copy(request.lpstrFile, request.nMaxFile);
-        refused.emplace(600); // more than any of their names, less than all of them
+        refused.emplace(600); // each name is smaller, all five together are larger
         return true;
     };
     press(edit);

@@ -17,11 +17,12 @@ TEST(BrowseRules, TheButtonIsAtTheRightAndTheEditTakesTheRest) {
         int textWidth;
         RECT edit;
         RECT button;
-    } cases[] = {{{10, 20, 310, 50}, 50, {10, 20, 246, 50}, {250, 20, 310, 50}},
-                 {{10, 20, 310, 43}, 50, {10, 20, 246, 43}, {250, 20, 310, 43}}, // just high enough
-                 {{10, 20, 310, 41}, 50, {10, 20, 246, 41}, {250, 19, 310, 42}}, // two pixels short
-                 {{0, 10, 200, 29}, 9, {0, 10, 177, 29}, {181, 8, 200, 31}},     // four pixels short
-                 {{0, 10, 200, 30}, 9, {0, 10, 177, 30}, {181, 9, 200, 32}}}; // three: the odd one is below
+    } cases[] = {
+        {{10, 20, 310, 50}, 50, {10, 20, 246, 50}, {250, 20, 310, 50}},
+        {{10, 20, 310, 43}, 50, {10, 20, 246, 43}, {250, 20, 310, 43}}, // just high enough
+        {{10, 20, 310, 41}, 50, {10, 20, 246, 41}, {250, 19, 310, 42}}, // two pixels short
+        {{0, 10, 200, 29}, 9, {0, 10, 177, 29}, {181, 8, 200, 31}},     // four pixels short
+        {{0, 10, 200, 30}, 9, {0, 10, 177, 30}, {181, 9, 200, 32}}};    // three: the odd pixel goes below
     for (const auto& row : cases) {
         const framework::BrowseLayout layout = framework::layOutBrowseEdit(row.place, row.textWidth);
         EXPECT_TRUE(EqualRect(&layout.edit, &row.edit)) << &row - cases;
@@ -29,7 +30,7 @@ TEST(BrowseRules, TheButtonIsAtTheRightAndTheEditTakesTheRest) {
     }
 }
 
-TEST(BrowseRules, AFilterHasZerosForItsSeparatorsAndTwoAtItsEnd) {
+TEST(BrowseRules, AFilterGetsZerosForSeparatorsAndTwoAtItsEnd) {
     EXPECT_EQ(dialogFilter("Projects (.kra)|*.kra|All Files (*.*)|*.*||"),
               "Projects (.kra)\0*.kra\0All Files (*.*)\0*.*\0\0\0\0"s);
     EXPECT_EQ(dialogFilter("All|*.*"), "All\0*.*\0\0"s);
@@ -47,7 +48,7 @@ TEST(BrowseRules, ChosenFilesAreTakenFromTheDialogsAnswer) {
         {"C:\\a.kra", {"C:\\a.kra"}},
         {"C:\\dir\0one.kra\0two b.kra\0three.kra\0\0left from before\0"s,
          {"C:\\dir\\one.kra", "two b.kra", "three.kra"}},
-        {"C:\\dir\0one.kra\0two"s, {"C:\\dir\\one.kra", "two"}}, // a full buffer without its end
+        {"C:\\dir\0one.kra\0two"s, {"C:\\dir\\one.kra", "two"}}, // a full buffer, not terminated
         {"C:\\\0one.kra\0two.kra\0\0"s, {"C:\\one.kra", "two.kra"}},
         {"\\\\host\\share\0one.kra\0two.kra\0\0"s, {"\\\\host\\share\\one.kra", "two.kra"}},
     };

@@ -7,7 +7,7 @@ namespace {
 
 using framework::copyToClipboard;
 
-TEST(Clipboard, TakesATextInTheAnsiCodePage) {
+TEST(Clipboard, ConvertsTextFromTheAnsiCodePage) {
     ASSERT_EQ(GetACP(), 1252U);
     EXPECT_TRUE(copyToClipboard(nullptr, "first"));
     EXPECT_TRUE(copyToClipboard(nullptr, "Z\xFCrich \x80 1"));

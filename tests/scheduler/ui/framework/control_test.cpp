@@ -31,10 +31,10 @@ protected:
 TEST_F(Controls, AreFoundByTheirIdsAndSubclassed) {
     EXPECT_EQ(edit.handle(), item(IDC_TEXT));
     EXPECT_EQ(framework::Window::of(item(IDC_TEXT)), &edit);
-    EXPECT_EQ(framework::Window::of(item(IDC_LABEL)), nullptr) << "nobody declared it";
+    EXPECT_EQ(framework::Window::of(item(IDC_LABEL)), nullptr) << "no control is declared for it";
 }
 
-TEST_F(Controls, OneThatTheTemplateDoesNotHaveIsLeftOut) {
+TEST_F(Controls, OneMissingFromTheTemplateIsIgnored) {
     std::string field = "kept";
     missing.bind(framework::bindText(field));
     EXPECT_EQ(missing.handle(), nullptr);
@@ -45,11 +45,11 @@ TEST_F(Controls, OneThatTheTemplateDoesNotHaveIsLeftOut) {
     EXPECT_EQ(field, "kept");
 }
 
-TEST_F(Controls, AreLoadedFromAndStoredIntoTheFieldOfTheirLastBinding) {
+TEST_F(Controls, LoadAndStoreTheFieldOfTheirLastBinding) {
     SetWindowTextA(item(IDC_TEXT), "typed");
     dialog.load();
     dialog.store();
-    EXPECT_EQ(edit.text(), "typed") << "there is none yet";
+    EXPECT_EQ(edit.text(), "typed") << "no binding yet";
     std::string first = "first";
     std::string other = "other";
     edit.bind(framework::bindText(first));
@@ -64,11 +64,11 @@ TEST_F(Controls, AreLoadedFromAndStoredIntoTheFieldOfTheirLastBinding) {
     EXPECT_EQ(other, "typed");
 }
 
-TEST_F(Controls, TheirLabelIsTheStaticTextWithAnAccessKeyBeforeThemAndFollowsThem) {
+TEST_F(Controls, TheirLabelIsThePrecedingTextWithAnAccessKeyAndFollowsTheirState) {
     EXPECT_EQ(framework::labelOf(item(IDC_TEXT)), item(IDC_LABEL));
     EXPECT_EQ(framework::labelOf(item(IDC_SECOND_TEXT)), nullptr) << "no access key";
     EXPECT_EQ(framework::labelOf(item(IDC_SECOND_CHOICE)), nullptr) << "no static text";
-    EXPECT_EQ(framework::labelOf(item(IDC_LABEL)), nullptr) << "nothing is before the first";
+    EXPECT_EQ(framework::labelOf(item(IDC_LABEL)), nullptr) << "no control precedes it";
     edit.setEnabled(false);
     EXPECT_FALSE(isEnabled(IDC_LABEL));
     EnableWindow(item(IDC_TEXT), TRUE);
@@ -76,7 +76,7 @@ TEST_F(Controls, TheirLabelIsTheStaticTextWithAnAccessKeyBeforeThemAndFollowsThe
     EnableWindow(item(IDC_LIST), FALSE);
     second.setEnabled(false);
     EXPECT_FALSE(isEnabled(IDC_LIST_LABEL));
-    EXPECT_TRUE(isEnabled(IDC_LABEL)) << "only their own";
+    EXPECT_TRUE(isEnabled(IDC_LABEL)) << "other labels keep their state";
     EXPECT_TRUE(isEnabled(IDC_PLAIN_LABEL));
 }
 
@@ -89,7 +89,7 @@ public:
     int changes = 0;
 };
 
-TEST_F(Controls, TellTheirOwnStateInADialogThatIsNotShownAndAreTouchedOnlyWhenItChanges) {
+TEST_F(Controls, ReportTheirStateInAHiddenDialogAndSendMessagesOnlyWhenItChanges) {
     EXPECT_FALSE(IsWindowVisible(item(IDC_TEXT)));
     EXPECT_TRUE(edit.isVisible());
     EXPECT_TRUE(edit.isEnabled());
@@ -113,12 +113,12 @@ TEST_F(Controls, TellTheirOwnStateInADialogThatIsNotShownAndAreTouchedOnlyWhenIt
     edit.removeFilter(counter);
 }
 
-TEST_F(Controls, AnEditTakesAsManyCharactersAsDeclared) {
+TEST_F(Controls, AnEditLimitsItsTextToTheDeclaredLength) {
     EXPECT_EQ(SendMessageA(item(IDC_SECOND_TEXT), EM_GETLIMITTEXT, 0, 0), 3);
     EXPECT_GT(SendMessageA(item(IDC_TEXT), EM_GETLIMITTEXT, 0, 0), 1000);
 }
 
-TEST_F(Controls, ACheckBoxIsLoadedFromAndStoredIntoAFlag) {
+TEST_F(Controls, ACheckBoxLoadsAndStoresAFlag) {
     std::uint8_t field = 1;
     flag.bind(framework::bindFlag(field));
     dialog.load();
@@ -131,7 +131,7 @@ TEST_F(Controls, ACheckBoxIsLoadedFromAndStoredIntoAFlag) {
     }
 }
 
-TEST_F(Controls, ARadioGroupChecksTheButtonOfItsValueOnly) {
+TEST_F(Controls, ARadioGroupChecksOnlyTheButtonOfItsValue) {
     std::int32_t field = 0;
     choice.bind(framework::bindNumber(field));
     for (const auto& [value, checked] : {std::pair{0, 1}, {1, 2}, {2, 4}, {3, 0}, {-1, 0}}) {
@@ -156,7 +156,7 @@ TEST_F(Controls, ARadioGroupStoresTheIndexOfTheFirstCheckedButtonAndMinusOneForN
     EXPECT_EQ(checkedButtons(), 6);
 }
 
-TEST_F(Controls, ARadioGroupCanShowAFlagAndNoButtonStoresItAsSet) {
+TEST_F(Controls, ARadioGroupBoundToAFlagStoresTrueWhenNoButtonIsChecked) {
     bool field = true;
     choice.bind(framework::bindFlag(field));
     dialog.load();
@@ -171,7 +171,7 @@ TEST_F(Controls, ARadioGroupCanShowAFlagAndNoButtonStoresItAsSet) {
     }
 }
 
-TEST_F(Controls, TheTabKeyStopsAtOneButtonOfARadioGroupThatCanBeUsed) {
+TEST_F(Controls, TheTabKeyStopsAtOneEnabledButtonOfARadioGroup) {
     const auto stop = [&] {
         choice.keepTabStop();
         return GetDlgCtrlID(GetNextDlgTabItem(dialog.handle(), item(IDC_CHECK), FALSE));

@@ -1,4 +1,3 @@
-// A dialog with one of each control.
 #pragma once
 
 #include "scheduler/ui/framework/dialog.h"
@@ -8,10 +7,11 @@
 
 namespace test {
 
+/// Fixture: a dialog with one control of each kind.
 class ControlDialogTest : public testing::Test {
 protected:
     void SetUp() override { open(); }
-    /// Opens the dialog again, for controls and fields that are new.
+    /// Reopens the dialog, so that it attaches and loads new controls.
     void open() {
         DestroyWindow(dialog.handle());
         ASSERT_TRUE(dialog.open(nullptr));

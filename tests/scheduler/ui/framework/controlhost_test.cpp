@@ -38,19 +38,19 @@ protected:
     std::unique_ptr<LoggingDialog> dialog = std::make_unique<LoggingDialog>();
 };
 
-TEST_F(ControlHost, ReachesItsControlsInTheirOrderAndThenItsState) {
+TEST_F(ControlHost, LoadsStoresAndIdlesItsControlsInOrderOfDeclaration) {
     EXPECT_EQ(dialog->log, "load first; load second; load third; state; ");
     EXPECT_EQ(logOf([&] { dialog->store(); }), "store first; store second; store third; ");
     dialog->first.logsIdle = dialog->second.logsIdle = dialog->third.logsIdle = true;
     EXPECT_EQ(logOf([] { test::pumpUntilIdle(); }), "idle first; idle second; idle third; state; ");
 }
 
-TEST_F(ControlHost, WidensTextsThatAreCutAtTheStart) {
+TEST_F(ControlHost, WidensTruncatedTextsWhenItOpens) {
     const HWND label = GetDlgItem(dialog->handle(), IDC_CUT_LABEL);
     EXPECT_EQ(framework::sizeOf(label).cx, framework::TextExtent(label).of("too long for its place").cx);
 }
 
-TEST_F(ControlHost, ChecksControlsThatAreShownAndEnabledUpToTheFirstThatFails) {
+TEST_F(ControlHost, ChecksVisibleEnabledControlsUpToTheFirstFailure) {
     EXPECT_EQ(logOf([&] { EXPECT_TRUE(dialog->check()); }), "check first; check second; check third; ");
     dialog->first.passes = dialog->second.passes = false;
     dialog->first.setEnabled(false);
@@ -59,7 +59,7 @@ TEST_F(ControlHost, ChecksControlsThatAreShownAndEnabledUpToTheFirstThatFails) {
     EXPECT_EQ(logOf([&] { EXPECT_TRUE(dialog->check()); }), "check third; ");
 }
 
-TEST_F(ControlHost, ANotificationComesBackToItsControlOnceUnlessTheDialogSettlesIt) {
+TEST_F(ControlHost, ReflectsANotificationToItsControlOnceUnlessTheDialogHandlesIt) {
     int changes = 0;
     dialog->second.onChange = [&] { ++changes; };
     SetWindowTextA(dialog->second.handle(), "changed");
@@ -76,7 +76,7 @@ TEST_F(ControlHost, ANotificationComesBackToItsControlOnceUnlessTheDialogSettles
     EXPECT_EQ(changes, 1);
 }
 
-TEST_F(ControlHost, ACommandWithoutAControlIsTheDialogsOnly) {
+TEST_F(ControlHost, ACommandWithoutAControlReachesOnlyTheDialog) {
     int seen = 0;
     dialog->handler = [&](int id, UINT) {
         seen += id;
@@ -90,7 +90,7 @@ TEST_F(ControlHost, ACommandWithoutAControlIsTheDialogsOnly) {
 TEST_F(ControlHost, ADialogMayBeDestroyedInsideItsOwnHandler) {
     const HWND handle = dialog->handle();
     dialog->handler = [&](int, UINT) {
-        const auto handler = std::move(dialog->handler); // what runs outlives the dialog
+        const auto handler = std::move(dialog->handler); // keeps the running lambda alive
         dialog.reset();
         return true;
     };
@@ -110,7 +110,7 @@ TEST_F(ControlHost, ADialogMayBeDestroyedInsideAControlsHandler) {
     EXPECT_FALSE(IsWindow(edit));
 }
 
-TEST_F(ControlHost, AWindowMayDieBeforeItsObject) {
+TEST_F(ControlHost, AWindowMayBeDestroyedBeforeItsObject) {
     DestroyWindow(dialog->handle());
     EXPECT_EQ(dialog->handle(), nullptr);
     EXPECT_EQ(dialog->first.handle(), nullptr);

@@ -15,13 +15,13 @@ protected:
     test::SteppedDialog dialog;
 };
 
-TEST_F(Dialog, ACloseThatIsSentAloneEndsItAtOnce) {
-    std::thread sender; // a message from another thread arrives while the loop waits for a posted one
+TEST_F(Dialog, ASentCloseEndsItWithoutAnyPostedMessage) {
+    std::thread sender; // its message arrives while GetMessage waits for a posted one
     dialog.steps = {[&] {
         dialog.stepping = false;
-        SetFocus(GetDlgItem(dialog.handle(), IDCANCEL)); // an edit's blinking caret would wake the loop
+        SetFocus(GetDlgItem(dialog.handle(), IDCANCEL)); // a blinking caret would wake the loop
     }};
-    dialog.onRest = [&] {
+    dialog.whenIdle = [&] {
         if (!dialog.stepping && !sender.joinable())
             sender = std::thread([handle = dialog.handle()] { SendMessageA(handle, WM_CLOSE, 0, 0); });
     };
@@ -34,12 +34,12 @@ TEST_F(Dialog, ACloseDoesNotNeedTheCancelButton) {
     dialog.steps = {[&] {
         EnableWindow(GetDlgItem(dialog.handle(), IDCANCEL), FALSE);
         SendMessageA(dialog.handle(), WM_CLOSE, 0, 0);
-        EXPECT_TRUE(dialog.isModalFinished()) << "without waiting for a button's message";
+        EXPECT_TRUE(dialog.isModalFinished()) << "ended without a message of the button";
     }};
     EXPECT_EQ(dialog.runSteps(), 2);
 }
 
-TEST_F(Dialog, MouseMovesAreDispatchedPlainly) {
+TEST_F(Dialog, DoesNotTranslateMouseMoves) {
     ASSERT_TRUE(dialog.open(nullptr));
     MSG message{dialog.first.handle(), WM_MOUSEMOVE, 0, 0, 0, {}};
     EXPECT_FALSE(dialog.preTranslate(message));
@@ -48,11 +48,11 @@ TEST_F(Dialog, MouseMovesAreDispatchedPlainly) {
     EXPECT_TRUE(dialog.preTranslate(message));
 }
 
-TEST_F(Dialog, AfterAClickOnARadioButtonTheDependentFieldsChangeState) {
+TEST_F(Dialog, AClickOnARadioButtonUpdatesDependentFields) {
     const auto dependent = [&] { return IsWindowEnabled(GetDlgItem(dialog.handle(), IDC_DATE)) != FALSE; };
     bool clicked = false;
     dialog.steps = {[&] { dialog.stepping = false; }};
-    dialog.onRest = [&] {
+    dialog.whenIdle = [&] {
         if (dialog.stepping)
             return;
         EXPECT_TRUE(clicked || !dependent());
@@ -78,7 +78,7 @@ TEST_F(Dialog, IsCentredOverItsOwner) {
     dialog.runSteps(owner.handle());
 }
 
-TEST_F(Dialog, IsLeftInTheMiddleOfTheScreenWhereThePlatformCentredIt) {
+TEST_F(Dialog, WithDsCenterStaysInTheMiddleOfTheScreen) {
     test::ProbeWindow owner;
     ASSERT_TRUE(owner.open(WS_OVERLAPPEDWINDOW, {0, 0, 200, 200}));
     RECT screen{};
@@ -92,7 +92,7 @@ TEST_F(Dialog, IsLeftInTheMiddleOfTheScreenWhereThePlatformCentredIt) {
     centred.runSteps(owner.handle());
 }
 
-TEST_F(Dialog, WithoutATemplateThereIsNone) {
+TEST_F(Dialog, IsNotCreatedWithoutATemplate) {
     EXPECT_EQ(test::SteppedDialog(4711).runSteps(), framework::notCreated);
 }
 

@@ -48,7 +48,7 @@ private:
     DWORD* pixels_ = nullptr;
 };
 
-/// An item of an owner-drawn list.
+/// Canvas on which a list draws one of its owner-drawn items.
 class DrawnItem : public Canvas {
 public:
     DrawnItem() : Canvas(200, 20) {}

@@ -22,10 +22,10 @@ void expectEveryNumber() {
         EXPECT_EQ(binding->get(), value);
     }
     field = static_cast<Field>(12);
-    EXPECT_EQ(binding->get(), 12) << "the field is read anew each time";
+    EXPECT_EQ(binding->get(), 12) << "each call reads the field";
 }
 
-TEST(FieldBinding, NumbersGiveAndTakeEveryValueOf32Bits) {
+TEST(FieldBinding, NumbersCoverAll32BitValues) {
     expectEveryNumber<std::int32_t>();
     expectEveryNumber<std::uint32_t>();
     expectEveryNumber<Choice>();
@@ -44,7 +44,7 @@ void expectFlag() {
     }
 }
 
-TEST(FieldBinding, FlagsAreSetToOneByAnyValueButZeroAndGiveTheirByteAsItIs) {
+TEST(FieldBinding, FlagsStoreAnyNonzeroValueAsOneAndReturnTheirByteUnchanged) {
     expectFlag<bool>();
     expectFlag<std::uint8_t>();
     std::uint8_t field = 2;
@@ -62,7 +62,7 @@ TEST(FieldBinding, TextsAreCopiedAndAssigned) {
     EXPECT_EQ(field, "after");
 }
 
-TEST(FieldBinding, TimesOfDayAreGivenAndTakenAsTheyAreAndDatesAsTexts) {
+TEST(FieldBinding, TimesOfDayAreBoundAsTimesAndDatesAsTexts) {
     TimeValue field(1234567890);
     EXPECT_EQ(framework::bindTimeOfDay(field)->get(), TimeValue(1234567890));
     framework::bindTimeOfDay(field)->set(TimeValue(17));

@@ -8,9 +8,9 @@
 
 namespace {
 
-TEST(FileDialog, IsThePlatformsOnceItsLibraryCanBeLoaded) {
-    std::optional<test::Instead<test::GetSystemDirectoryACall>> missing([](LPSTR, UINT) { return 0U; });
-    OPENFILENAMEA request{}; // the dialog refuses its size
+TEST(FileDialog, FailsUntilThePlatformsLibraryCanBeLoaded) {
+    std::optional<test::Override<test::GetSystemDirectoryACall>> missing([](LPSTR, UINT) { return 0U; });
+    OPENFILENAMEA request{}; // the dialog rejects lStructSize 0
     EXPECT_FALSE(framework::openFileDialog(request));
     EXPECT_EQ(framework::fileDialogError(), DWORD{CDERR_INITIALIZATION});
     missing.reset();

@@ -17,7 +17,7 @@ using framework::HintStyle;
 constexpr COLORREF black = RGB(0, 0, 0);
 constexpr RECT screen{0, 0, 1024, 740};
 
-TEST(HintFace, StandsCentredBelowItsPointInsideTheWorkArea) {
+TEST(HintFace, IsCentredBelowItsPointInsideTheWorkArea) {
     constexpr RECT besideABar{60, 30, 800, 600};
     const struct {
         POINT point;
@@ -25,9 +25,9 @@ TEST(HintFace, StandsCentredBelowItsPointInsideTheWorkArea) {
         RECT workArea = screen;
         SIZE extent = {100, 13};
     } rows[] = {
-        {{500, 200}, {444, 218, 556, 235}}, // at 450..550, 220..233, grown by 6 aside, 2 above and below
+        {{500, 200}, {444, 218, 556, 235}}, // text at 450..550, 220..233; margins 6 and 2
         {{500, 200}, {444, 218, 557, 235}, screen, {101, 13}},
-        {{500, 200}, {0, 0, 2012, 904}, screen, {2000, 900}}, // too large: its beginning stays inside
+        {{500, 200}, {0, 0, 2012, 904}, screen, {2000, 900}}, // too large: the top left corner stays inside
         {{0, 0}, {60, 30, 172, 47}, besideABar},
         {{800, 600}, {688, 583, 800, 600}, besideABar},
         {{56, 200}, {0, 218, 112, 235}},
@@ -54,7 +54,7 @@ SIZE sizeOfLine(const std::string& text) {
     return size;
 }
 
-TEST(HintFace, TakesTheRoomOfItsTextInTheHintFontAndOfARoundedOnesMargins) {
+TEST(HintFace, ItsExtentIsThatOfItsTextPlusMarginsIfRounded) {
     for (const std::string text :
          {"x", "A hint & its text", "Spider project, next run tomorrow at 5:30 PM"}) {
         const SIZE plain = hintExtent(text, HintStyle::Plain, 1000);
@@ -64,10 +64,10 @@ TEST(HintFace, TakesTheRoomOfItsTextInTheHintFontAndOfARoundedOnesMargins) {
         EXPECT_EQ(rounded.cx, sizeOfLine(text).cx + 28) << text;
         EXPECT_EQ(rounded.cy, sizeOfLine(text).cy + 36) << text;
     }
-    EXPECT_EQ(framework::hintFont(), framework::hintFont()) << "made once";
+    EXPECT_EQ(framework::hintFont(), framework::hintFont()) << "the font is created once";
 }
 
-TEST(HintFace, OnlyTheRoundedStyleBreaksLines) {
+TEST(HintFace, OnlyTheRoundedStyleWrapsLines) {
     const std::string text = "several words that do not fit into one narrow line";
     EXPECT_GT(hintExtent(text, HintStyle::Plain, 140).cx, 140);
     const SIZE rounded = hintExtent(text, HintStyle::Rounded, 140);
@@ -76,7 +76,7 @@ TEST(HintFace, OnlyTheRoundedStyleBreaksLines) {
     EXPECT_EQ(hintExtent("one\ntwo\nthree", HintStyle::Rounded, 1000).cy - 36, 3 * sizeOfLine("one").cy);
 }
 
-TEST(HintFace, AMaximalRoundedHintFitsIntoTheWorkArea) {
+TEST(HintFace, ARoundedHintOfMaximumWidthFitsIntoTheWorkArea) {
     std::string words;
     for (int i = 0; i < 300; ++i)
         words += "word ";
@@ -101,10 +101,10 @@ public:
     }
     LONG inkWidth() const { return ink.right - ink.left; }
 
-    RECT ink{10000, 10000, -1, -1}; ///< what the text covers, the outline left out
+    RECT ink{10000, 10000, -1, -1}; ///< bounds of the text, without the outline
 };
 
-TEST(HintFace, PlainIsAFilledRectangleWithItsTextInTheMiddle) {
+TEST(HintFace, APlainHintIsAFilledRectangleWithCentredText) {
     const Picture picture("HxH", HintStyle::Plain, {200, 41});
     EXPECT_EQ(picture.at(100, 3), 0xDFFFFFU);
     EXPECT_EQ(picture.at(0, 0), black);
@@ -112,7 +112,7 @@ TEST(HintFace, PlainIsAFilledRectangleWithItsTextInTheMiddle) {
     EXPECT_NEAR(picture.ink.top, 41 - picture.ink.bottom, 4);
 }
 
-TEST(HintFace, RoundedHasCornersOfTenPixelsAndItsTextTwentyPixelsInside) {
+TEST(HintFace, ARoundedHintHasTenPixelCornersAndATwentyPixelMargin) {
     const Picture picture("HxH", HintStyle::Rounded, {200, 80});
     EXPECT_EQ(picture.at(100, 3), 0xDFFFFFU);
     EXPECT_EQ(picture.at(0, 40), black);
@@ -127,14 +127,14 @@ TEST(HintFace, RoundedHasCornersOfTenPixelsAndItsTextTwentyPixelsInside) {
     EXPECT_LE(picture.ink.top, 26);
 }
 
-TEST(HintFace, ShowsAmpersandsAndTheLinesOfARoundedHint) {
+TEST(HintFace, DrawsAmpersandsAndTheLinesOfARoundedHint) {
     const auto inkOf = [](const char* text, HintStyle style) { return Picture(text, style, {200, 100}).ink; };
     const RECT plain = inkOf("H", HintStyle::Plain);
     EXPECT_LT(inkOf("&H", HintStyle::Plain).left, plain.left);
     EXPECT_GT(inkOf("H\nH", HintStyle::Rounded).bottom, inkOf("H", HintStyle::Rounded).bottom + 5);
 }
 
-TEST(HintFace, TabsLeadToEveryEighthCharacter) {
+TEST(HintFace, TabStopsAreEightCharactersApart) {
     const framework::MemoryContext context(CreateCompatibleDC(nullptr));
     const framework::Selection font(context.get(), framework::hintFont());
     TEXTMETRICA metrics{};
@@ -147,7 +147,7 @@ TEST(HintFace, TabsLeadToEveryEighthCharacter) {
     }
 }
 
-TEST(HintFace, TheOutlineOfARoundedHintIsCutAsItsCornersAre) {
+TEST(HintFace, TheRegionOfARoundedHintFollowsItsCorners) {
     EXPECT_EQ(framework::hintOutline(HintStyle::Plain, {100, 50}), nullptr);
     const HRGN outline = framework::hintOutline(HintStyle::Rounded, {100, 50});
     for (const POINT outside : {POINT{0, 0}, POINT{99, 49}, POINT{6, 0}, POINT{2, 2}})

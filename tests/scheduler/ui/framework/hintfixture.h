@@ -50,11 +50,11 @@ inline framework::Hint hintAt(POINT point, const char* text = "A hint") {
     framework::Hint hint;
     hint.text = text;
     hint.point = point;
-    hint.displayMilliseconds = 2 * patience; // so that it is not its time that closes it
+    hint.displayMilliseconds = 2 * patience; // never closed by its timer
     return hint;
 }
 
-/// No hint is left behind, and the mouse begins inside the owner.
+/// Fixture: starts with the mouse inside the owner, closes all hints at the end.
 class HintTest : public testing::Test {
 protected:
     void SetUp() override { SetCursorPos(400, 300); }

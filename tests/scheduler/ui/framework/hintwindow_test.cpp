@@ -14,7 +14,7 @@ using framework::HintStyle;
 using test::hintAt;
 using test::HintOwner;
 using test::hints;
-using test::Instead;
+using test::Override;
 using test::placeOf;
 
 constexpr HintStyle styles[] = {HintStyle::Rounded, HintStyle::Plain};
@@ -26,7 +26,7 @@ protected:
     }
 };
 
-TEST_F(HintWindow, IsShownForATextAndAPointerInsideItsOwner) {
+TEST_F(HintWindow, NeedsATextAndThePointerInsideItsOwner) {
     HintOwner owner;
     EXPECT_FALSE(show(owner, hintAt({400, 300}, "")));
     for (const POINT outside : {POINT{199, 300}, POINT{600, 300}, POINT{400, 149}, POINT{400, 450}}) {
@@ -73,7 +73,7 @@ TEST_F(HintWindow, StaysInsideTheWorkAreaNearTheEdgesOfTheScreen) {
         }
 }
 
-TEST_F(HintWindow, IsTheOnlyOneOfItsOwner) {
+TEST_F(HintWindow, AnOwnerHasAtMostOne) {
     HintOwner owner;
     HintOwner other;
     const HWND window = shown(owner);
@@ -82,24 +82,24 @@ TEST_F(HintWindow, IsTheOnlyOneOfItsOwner) {
     EXPECT_TRUE(show(other)) << "another owner has its own";
     EXPECT_EQ(hints().size(), 2U);
     SendMessageA(window, WM_CLOSE, 0, 0);
-    EXPECT_TRUE(show(owner)) << "the first one is gone";
+    EXPECT_TRUE(show(owner)) << "the first one is closed";
 }
 
-TEST_F(HintWindow, DiesWithItsOwnersWindowOrObject) {
+TEST_F(HintWindow, IsDestroyedWithItsOwnersWindowOrObject) {
     const HintOwner frame;
     for (const HWND parent : {HWND{}, frame.handle()})
-        for (const bool objectDiesFirst : {false, true}) {
+        for (const bool objectIsDestroyedFirst : {false, true}) {
             auto owner = std::make_unique<HintOwner>(RECT{150, 100, 500, 400}, parent);
             const HWND window = shown(*owner);
-            if (objectDiesFirst)
+            if (objectIsDestroyedFirst)
                 owner.reset();
             else
                 DestroyWindow(owner->handle());
-            EXPECT_TRUE(test::pumpUntil([&] { return !IsWindow(window); })) << objectDiesFirst;
+            EXPECT_TRUE(test::pumpUntil([&] { return !IsWindow(window); })) << objectIsDestroyedFirst;
         }
 }
 
-TEST_F(HintWindow, DiesWhenItsOwnersObjectLetsGoOfTheWindow) {
+TEST_F(HintWindow, IsDestroyedWhenItsOwnersObjectDetaches) {
     const HintOwner frame;
     const HWND edit = test::createPlain("EDIT", WS_CHILD | WS_VISIBLE, {50, 50, 350, 250}, frame.handle());
     HWND window = nullptr;
@@ -113,20 +113,21 @@ TEST_F(HintWindow, DiesWhenItsOwnersObjectLetsGoOfTheWindow) {
     EXPECT_TRUE(IsWindow(edit));
 }
 
-TEST_F(HintWindow, DestroyedByOthersItLeavesItsOwnerInPeace) {
+TEST_F(HintWindow, DestroyedFromOutsidePostsNoThreadMessage) {
     HintOwner owner;
     for (int i = 0; i < 3; ++i) {
         DestroyWindow(shown(owner));
         SendMessageA(owner.handle(), WM_CHAR, 'x', 0);
         MSG message{};
-        EXPECT_FALSE(PeekMessageA(&message, reinterpret_cast<HWND>(-1), 0, 0, PM_REMOVE)) << "for the thread";
+        EXPECT_FALSE(PeekMessageA(&message, reinterpret_cast<HWND>(-1), 0, 0, PM_REMOVE))
+            << "a message to the thread";
         test::pumpUntilIdle();
     }
 }
 
-TEST_F(HintWindow, IsPaintedAndLeavesNoObjectsBehind) {
+TEST_F(HintWindow, PaintingLeaksNoGdiObjects) {
     HintOwner owner;
-    const auto liveOnce = [&](HintStyle style) {
+    const auto showAndPaint = [&](HintStyle style) {
         framework::Hint hint = hintAt({400, 300}, "A hint of several words");
         hint.style = style;
         const HWND window = shown(owner, hint);
@@ -136,45 +137,46 @@ TEST_F(HintWindow, IsPaintedAndLeavesNoObjectsBehind) {
         SendMessageA(window, WM_CLOSE, 0, 0);
     };
     for (const HintStyle style : styles) {
-        liveOnce(style); // makes what is made once
+        showAndPaint(style); // fills the caches
         const unsigned before = test::gdiObjectCount();
         for (int i = 0; i < 20; ++i)
-            liveOnce(style);
+            showAndPaint(style);
         EXPECT_EQ(test::gdiObjectCount(), before);
         const framework::MemoryContext counted(CreateCompatibleDC(nullptr));
-        EXPECT_GT(test::gdiObjectCount(), before) << "the count counts";
+        EXPECT_GT(test::gdiObjectCount(), before) << "the count notices a new object";
     }
 }
 
-TEST_F(HintWindow, IsDrawnInMemoryAndCopiedAtOnce) {
+TEST_F(HintWindow, IsDrawnInMemoryAndCopiedInOneStep) {
     HintOwner owner;
     const HWND window = shown(owner);
     const SIZE size = framework::sizeOf(window);
     const std::string whole = std::to_string(size.cx) + "x" + std::to_string(size.cy);
     std::string drawing;
-    const auto note = [&](const std::string& act, HDC context) {
+    const auto record = [&](const std::string& act, HDC context) {
         drawing += act + (GetObjectType(context) == OBJ_MEMDC ? " memory; " : " window; ");
     };
-    const Instead<test::FillRectCall> fill([&](HDC context, const RECT* area, HBRUSH brush) {
-        note("fill", context);
+    const Override<test::FillRectCall> fill([&](HDC context, const RECT* area, HBRUSH brush) {
+        record("fill", context);
         return test::FillRectCall::original(context, area, brush);
     });
-    const Instead<test::BitBltCall> copy([&](HDC to, int x, int y, int width, int height, auto... from) {
-        note("copy " + std::to_string(width) + "x" + std::to_string(height) + " to", to);
+    const Override<test::BitBltCall> copy([&](HDC to, int x, int y, int width, int height, auto... from) {
+        record("copy " + std::to_string(width) + "x" + std::to_string(height) + " to", to);
         return test::BitBltCall::original(to, x, y, width, height, from...);
     });
     RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
     EXPECT_EQ(drawing, "fill memory; copy " + whole + " to window; ");
 }
 
-TEST_F(HintWindow, IsShownForSevenSecondsUnlessItSaysOtherwise) {
+TEST_F(HintWindow, IsShownForSevenSecondsByDefault) {
     HintOwner owner;
     UINT timer = 0;
-    const Instead<test::SetTimerCall> timers([&](HWND window, UINT_PTR id, UINT milliseconds, TIMERPROC act) {
-        if (id == 1)
-            timer = milliseconds;
-        return test::SetTimerCall::original(window, id, milliseconds, act);
-    });
+    const Override<test::SetTimerCall> timers(
+        [&](HWND window, UINT_PTR id, UINT milliseconds, TIMERPROC act) {
+            if (id == 1)
+                timer = milliseconds;
+            return test::SetTimerCall::original(window, id, milliseconds, act);
+        });
     framework::Hint hint = hintAt({400, 300});
     hint.displayMilliseconds = framework::Hint().displayMilliseconds;
     SendMessageA(shown(owner, hint), WM_CLOSE, 0, 0);
@@ -184,7 +186,7 @@ TEST_F(HintWindow, IsShownForSevenSecondsUnlessItSaysOtherwise) {
     EXPECT_EQ(timer, 60'000U);
 }
 
-TEST_F(HintWindow, IsLetGoOfWithoutMemoryWhenItsWindowHasDied) {
+TEST_F(HintWindow, IsFreedWithoutAllocatingAfterItsWindowIsDestroyed) {
     for (int i = 0; i < 2; ++i)
         ASSERT_TRUE(framework::HintWindow::show(nullptr, hintAt({400, 300})));
     for (const HWND window : hints())
@@ -196,7 +198,7 @@ TEST_F(HintWindow, IsLetGoOfWithoutMemoryWhenItsWindowHasDied) {
         const test::RefusedAllocations refused;
         EXPECT_EQ(framework::MessagePump::instance().runMainLoop(), 7);
     }
-    EXPECT_GE(test::deallocationCount, before + 2) << "both are gone";
+    EXPECT_GE(test::deallocationCount, before + 2) << "both are freed";
 }
 
 } // namespace

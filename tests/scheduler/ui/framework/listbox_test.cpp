@@ -12,7 +12,7 @@ namespace {
 using framework::ItemList;
 using framework::ListControl;
 
-/// Simulates a platform whose font is smaller than the dialog's.
+/// Makes the list's items too low, as a platform font smaller than the dialog's does.
 class LowItems : public framework::Control {
 public:
     explicit LowItems(framework::ControlHost& host) : Control(host, IDC_LIST_LABEL) {}
@@ -51,7 +51,7 @@ protected:
     framework::ListBox list{dialog, IDC_LIST, items};
 };
 
-TEST_F(ListBox, AnItemOfASourceStandsForItsPlaceUnlessTheSourceSaysOtherwise) {
+TEST_F(ListBox, TheDefaultValueOfAnItemIsItsPosition) {
     class Plain : public framework::ListSource {
         int count() const override { return 2; }
         std::string text(int) const override { return "x"; }
@@ -64,7 +64,7 @@ TEST_F(ListBox, AnItemOfASourceStandsForItsPlaceUnlessTheSourceSaysOtherwise) {
     EXPECT_FALSE(source.equal(1, 2));
 }
 
-TEST_F(ListBox, HoldsEachTextBesideItsValueAndIsFilledAnew) {
+TEST_F(ListBox, StoresEachTextWithItsValueAndCanBeRefilled) {
     ASSERT_EQ(list.count(), 3);
     std::array<char, 64> text{};
     SendMessageA(item(IDC_LIST), CB_GETLBTEXT, 1, reinterpret_cast<LPARAM>(text.data()));
@@ -79,7 +79,7 @@ TEST_F(ListBox, HoldsEachTextBesideItsValueAndIsFilledAnew) {
     EXPECT_EQ(list.selected(), ListControl::noItem);
 }
 
-TEST_F(ListBox, ItsItemsAreAsHighAsTheFontAsksFor) {
+TEST_F(ListBox, ItsItemsAreHighEnoughForTheFont) {
     TEXTMETRICA metrics{};
     {
         const framework::Selection font(drawn.context(), reinterpret_cast<HGDIOBJ>(ask(WM_GETFONT)));
@@ -91,16 +91,16 @@ TEST_F(ListBox, ItsItemsAreAsHighAsTheFontAsksFor) {
 
 TEST_F(ListBox, TheDroppedListIsWideEnoughForItsTexts) {
     const LRESULT own = ask(CB_GETDROPPEDWIDTH);
-    EXPECT_EQ(own, framework::sizeOf(item(IDC_LIST)).cx) << "short texts leave it as it is";
+    EXPECT_EQ(own, framework::sizeOf(item(IDC_LIST)).cx) << "unchanged by short texts";
     items.add({std::string(40, 'm'), 40});
     list.refill();
     EXPECT_GT(ask(CB_GETDROPPEDWIDTH), own);
     items.add({std::string(4000, 'm'), 50});
     list.refill();
-    EXPECT_EQ(ask(CB_GETDROPPEDWIDTH), 3 * own) << "but it stays on the screen";
+    EXPECT_EQ(ask(CB_GETDROPPEDWIDTH), 3 * own) << "at most three times the width of the list";
 }
 
-TEST_F(ListBox, SelectsTheItemOfItsValueAndLeavesAFieldWhoseValueHasNone) {
+TEST_F(ListBox, SelectsTheItemOfItsValueAndKeepsAFieldWithoutAnItem) {
     std::int32_t field = 20;
     list.bind(framework::bindNumber(field));
     dialog.load();
@@ -115,7 +115,7 @@ TEST_F(ListBox, SelectsTheItemOfItsValueAndLeavesAFieldWhoseValueHasNone) {
     EXPECT_EQ(field, 4711);
 }
 
-TEST_F(ListBox, SelectsTheItemOfItsTextAndLeavesAFieldWhoseTextHasNone) {
+TEST_F(ListBox, SelectsTheItemOfItsTextAndKeepsAFieldWithoutAnItem) {
     std::string field = "other";
     framework::Dialog other(IDD_CONTROLS);
     framework::TextListBox texts(other, IDC_LIST, items, framework::bindText(field));
@@ -148,17 +148,17 @@ TEST_F(ListBox, TheSourceDecidesWhichValuesAreEqual) {
     EXPECT_EQ(numbers.selected(), 1);
 }
 
-TEST_F(ListBox, ItemsAreDrawnInTheSystemsColoursAndGrayOnesGrayUnlessTheyAreSelected) {
+TEST_F(ListBox, DrawsItemsInSystemColoursAndGrayItemsGrayUnlessSelected) {
     expectDrawn(1, 0, red, blue);
     expectDrawn(1, ODS_SELECTED, yellow, purple);
     expectDrawn(1, ODS_DISABLED, green, face);
     expectDrawn(1, ODS_DISABLED | ODS_SELECTED, green, face);
     expectDrawn(0, 0, green, blue);
     expectDrawn(0, ODS_SELECTED, yellow, purple);
-    expectDrawn(-1, 0, blue, blue); // no item is an empty place
+    expectDrawn(-1, 0, blue, blue); // no item: the field is empty
 }
 
-TEST_F(ListBox, TheFocusHasARectangleUnlessItIsNotShown) {
+TEST_F(ListBox, DrawsAFocusRectangleUnlessItIsSuppressed) {
     for (const auto& [state, isShown] :
          {std::pair{UINT{ODS_FOCUS}, true}, {UINT{ODS_FOCUS | ODS_NOFOCUSRECT}, false}, {0U, false}}) {
         drawn.draw(item(IDC_LIST), 1, state);

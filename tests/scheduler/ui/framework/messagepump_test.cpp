@@ -13,7 +13,7 @@ namespace {
 
 using framework::Handled;
 using framework::Message;
-using test::Instead;
+using test::Override;
 using test::probe;
 
 class MessagePump : public testing::Test {
@@ -41,7 +41,7 @@ protected:
     int idlePasses = 0;
 };
 
-TEST_F(MessagePump, WantsAnIdlePassAfterWhatMayChangeControlsOnly) {
+TEST_F(MessagePump, OnlyMessagesThatMayChangeControlsRequestAnIdlePass) {
     for (const UINT id : {UINT{WM_SETTEXT}, UINT{WM_NOTIFY}, UINT{WM_STYLECHANGED}, UINT{WM_CHAR},
                           UINT{WM_COMMAND}, UINT{WM_PARENTNOTIFY}, UINT{1025}, UINT{WM_APP}, UINT{0xFFFF}})
         EXPECT_TRUE(framework::wantsIdlePass(id)) << id;
@@ -50,9 +50,9 @@ TEST_F(MessagePump, WantsAnIdlePassAfterWhatMayChangeControlsOnly) {
         EXPECT_FALSE(framework::wantsIdlePass(id)) << id;
 }
 
-TEST_F(MessagePump, TheMainLoopWakesUpByATimerOfItsOwnAndEndsWithTheExitCode) {
+TEST_F(MessagePump, TheMainLoopHasA200MillisecondTimerAndReturnsTheExitCode) {
     std::vector<UINT> threadTimers;
-    const Instead<test::SetTimerCall> timers([&](HWND of, UINT_PTR id, UINT milliseconds, TIMERPROC act) {
+    const Override<test::SetTimerCall> timers([&](HWND of, UINT_PTR id, UINT milliseconds, TIMERPROC act) {
         if (!of)
             threadTimers.push_back(milliseconds);
         return test::SetTimerCall::original(of, id, milliseconds, act);
@@ -67,7 +67,7 @@ TEST_F(MessagePump, TheMainLoopWakesUpByATimerOfItsOwnAndEndsWithTheExitCode) {
     EXPECT_EQ(idlePasses, 0);
 }
 
-TEST_F(MessagePump, TheIdlePassComesOnceWhenTheQueueIsEmpty) {
+TEST_F(MessagePump, RunsOneIdlePassWhenTheQueueIsEmpty) {
     int passesAtLast = -1;
     int emptyQueues = 0;
     handler = [&](const Message& message) -> Handled {
@@ -77,7 +77,7 @@ TEST_F(MessagePump, TheIdlePassComesOnceWhenTheQueueIsEmpty) {
             window.endModal(1);
         return std::nullopt;
     };
-    const Instead<test::GetMessageACall> neverEmpty([&](MSG* message, auto... rest) {
+    const Override<test::GetMessageACall> neverEmpty([&](MSG* message, auto... rest) {
         MSG waiting{};
         if (!PeekMessageA(&waiting, nullptr, 0, 0, PM_NOREMOVE))
             post(WM_USER);
@@ -91,7 +91,7 @@ TEST_F(MessagePump, TheIdlePassComesOnceWhenTheQueueIsEmpty) {
     EXPECT_EQ(idlePasses, 1);
 }
 
-TEST_F(MessagePump, AModalLoopEndsWithItsObjectsResultAndWhatTheObjectTakesIsNotDispatched) {
+TEST_F(MessagePump, AModalLoopReturnsTheResultAndSkipsMessagesThatItsObjectTranslates) {
     window.translator = [&](MSG& message) {
         if (message.message == probe)
             window.endModal(2);
@@ -102,15 +102,15 @@ TEST_F(MessagePump, AModalLoopEndsWithItsObjectsResultAndWhatTheObjectTakesIsNot
     EXPECT_THAT(arrived, testing::Not(testing::Contains(probe)));
 }
 
-TEST_F(MessagePump, AQuitInAModalLoopIsLeftToTheMainLoop) {
+TEST_F(MessagePump, AQuitMessageInAModalLoopReachesTheMainLoop) {
     PostQuitMessage(5);
     runModalLoop();
     EXPECT_EQ(pump.runMainLoop(), 5);
 }
 
-TEST_F(MessagePump, LoopsEndWhenNoMessageCanBeHad) {
+TEST_F(MessagePump, LoopsEndWhenGetMessageFails) {
     int gets = 0;
-    const Instead<test::GetMessageACall> failing([&](auto...) { return ++gets > 1 ? 0 : -1; });
+    const Override<test::GetMessageACall> failing([&](auto...) { return ++gets > 1 ? 0 : -1; });
     pump.runMainLoop();
     EXPECT_EQ(gets, 1);
     gets = 0;
@@ -118,12 +118,12 @@ TEST_F(MessagePump, LoopsEndWhenNoMessageCanBeHad) {
     EXPECT_EQ(gets, 1);
 }
 
-TEST_F(MessagePump, AcceleratorsBecomeCommandsOfTheMessagesWindowInPlaceOfTheirKeys) {
+TEST_F(MessagePump, AcceleratorKeysBecomeCommandsOfTheirWindow) {
     handler = [&](const Message& message) -> Handled {
         if (message.id == WM_COMMAND && LOWORD(message.wParam) == 4711)
             post(WM_KEYDOWN, VK_F8);
         if (message.id == WM_KEYDOWN) {
-            EXPECT_EQ(message.wParam, WPARAM{VK_F8}) << "no accelerator";
+            EXPECT_EQ(message.wParam, WPARAM{VK_F8}) << "not an accelerator";
             window.endModal(1);
         }
         return std::nullopt;
@@ -138,7 +138,7 @@ TEST_F(MessagePump, AcceleratorsBecomeCommandsOfTheMessagesWindowInPlaceOfTheirK
     DestroyAcceleratorTable(table);
 }
 
-TEST_F(MessagePump, WhatIsOnlyEverSentDoesNotArriveWhenItIsPosted) {
+TEST_F(MessagePump, DiscardsPostedMessagesThatAreOnlyEverSent) {
     handler = [&](const Message& message) {
         if (message.id == WM_APP)
             PostQuitMessage(0);
@@ -153,7 +153,7 @@ TEST_F(MessagePump, WhatIsOnlyEverSentDoesNotArriveWhenItIsPosted) {
     EXPECT_EQ(arrived.back(), UINT{WM_NOTIFY});
 }
 
-TEST_F(MessagePump, WhatIsOnlyEverSentDoesNotArriveFromALoopOfThePlatforms) {
+TEST_F(MessagePump, PlatformLoopsDiscardPostedMessagesThatAreOnlyEverSent) {
     handler = [&](const Message& message) -> Handled {
         if (message.id == WM_APP) {
             post(WM_NOTIFY, 0, 4);
@@ -168,7 +168,7 @@ TEST_F(MessagePump, WhatIsOnlyEverSentDoesNotArriveFromALoopOfThePlatforms) {
     pump.runMainLoop();
     EXPECT_EQ(arrived, (std::vector<UINT>{WM_APP, WM_NULL}));
 
-    // A message of another thread does not come through the pump.
+    // A message sent by another thread bypasses the pump.
     arrived.clear();
     std::thread other([&] { SendMessageA(window.handle(), WM_APP, 0, 0); });
     pump.runMainLoop();

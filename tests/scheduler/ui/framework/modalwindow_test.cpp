@@ -5,7 +5,7 @@
 
 namespace {
 
-/// The parameter: whether it is a sheet.
+/// Parameter: true for a property sheet, false for a dialog.
 class ModalWindow : public testing::TestWithParam<bool> {
 protected:
     void openOwner() { ASSERT_TRUE(owner.open(WS_OVERLAPPEDWINDOW | WS_VISIBLE, {100, 50, 1000, 550})); }
@@ -31,7 +31,7 @@ private:
 
 INSTANTIATE_TEST_SUITE_P(DialogAndSheet, ModalWindow, testing::Bool());
 
-TEST_P(ModalWindow, OkAndEnterCheckAllControlsThenStoreAllAndGiveOne) {
+TEST_P(ModalWindow, OkAndEnterCheckAndStoreAllControlsAndReturnOne) {
     for (const bool byKey : {false, true}) {
         first.field = "before";
         modal.log.clear();
@@ -50,7 +50,7 @@ TEST_P(ModalWindow, OkAndEnterCheckAllControlsThenStoreAllAndGiveOne) {
     }
 }
 
-TEST_P(ModalWindow, CancelEscapeItsCaptionButtonAndItsDeathStoreNothingAndGiveTwo) {
+TEST_P(ModalWindow, CancelEscapeCloseAndDestructionStoreNothingAndReturnTwo) {
     const std::function<void()> ends[] = {
         [&] { modal.press(IDCANCEL); },
         [&] { PostMessageA(first.handle(), WM_KEYDOWN, VK_ESCAPE, 1); },
@@ -70,7 +70,7 @@ TEST_P(ModalWindow, CancelEscapeItsCaptionButtonAndItsDeathStoreNothingAndGiveTw
     }
 }
 
-TEST_P(ModalWindow, TheEndOfTheProgramCancelsItAndGoesOn) {
+TEST_P(ModalWindow, AQuitMessageCancelsItAndStaysInTheQueue) {
     modal.steps = {[&] {
         modal.stepping = false;
         PostQuitMessage(5);
@@ -88,14 +88,14 @@ TEST_P(ModalWindow, AFailingCheckKeepsItOpenAndStoresNothing) {
     modal.steps = {[&] { modal.press(IDOK); },
                    [&] {
                        EXPECT_FALSE(modal.window().isModalFinished());
-                       EXPECT_EQ(logAfterLoading(), "check first; ") << "the first that fails is the last";
+                       EXPECT_EQ(logAfterLoading(), "check first; ") << "stops at the first failure";
                        first.passes = true;
                        modal.press(IDOK);
                    }};
     EXPECT_EQ(modal.runSteps(), 1);
 }
 
-TEST_P(ModalWindow, ItsOwnerIsDisabledWhileItRunsAndTheFocusComesBack) {
+TEST_P(ModalWindow, DisablesItsOwnerAndRestoresTheFocus) {
     openOwner();
     const HWND field = test::createPlain("EDIT", WS_CHILD | WS_VISIBLE, {0, 0, 50, 20}, owner.handle());
     SetFocus(field);
@@ -112,7 +112,7 @@ TEST_P(ModalWindow, ItsOwnerIsDisabledWhileItRunsAndTheFocusComesBack) {
     EXPECT_EQ(GetFocus(), field);
 }
 
-TEST_P(ModalWindow, AnOwnerThatIsDisabledAlreadyStaysSo) {
+TEST_P(ModalWindow, AnOwnerThatWasDisabledStaysDisabled) {
     openOwner();
     EnableWindow(owner.handle(), FALSE);
     modal.steps = {[&] { modal.press(IDOK); }};
@@ -120,7 +120,7 @@ TEST_P(ModalWindow, AnOwnerThatIsDisabledAlreadyStaysSo) {
     EXPECT_FALSE(IsWindowEnabled(owner.handle()));
 }
 
-TEST_P(ModalWindow, OneThatCouldNotBeLoadedIsNotMade) {
+TEST_P(ModalWindow, IsNotCreatedWhenAControlFailsToLoad) {
     openOwner();
     second.failsToLoad = true;
     EXPECT_EQ(modal.runSteps(owner.handle()), framework::notCreated);

@@ -24,7 +24,7 @@ protected:
         ControlDialogTest::open();
     }
 
-    /// The text with the caret, or with brackets around the selection.
+    /// The text with | at the caret or [] around the selection.
     std::string shown() const {
         std::size_t from = 0;
         std::size_t to = 0;
@@ -44,12 +44,12 @@ protected:
     std::optional<framework::NumberEdit> number;
 };
 
-TEST_F(NumberEdit, HasRoomForTheDigitsOfTheUpperEnd) {
+TEST_F(NumberEdit, TakesAsManyDigitsAsItsUpperBound) {
     for (const auto& [high, digits] : {std::pair{1440, 4}, {59, 2}, {31, 2}, {9999, 4}, {9, 1}, {10, 2}})
         EXPECT_EQ(framework::digitsOf({0, high}), digits) << high;
 }
 
-TEST_F(NumberEdit, ReadsTheDigitsAtTheStart) {
+TEST_F(NumberEdit, ReadsLeadingDigits) {
     EXPECT_EQ(framework::numberFromText(""), 0);
     EXPECT_EQ(framework::numberFromText("x"), 0);
     EXPECT_EQ(framework::numberFromText("12x34"), 12);
@@ -57,11 +57,11 @@ TEST_F(NumberEdit, ReadsTheDigitsAtTheStart) {
     EXPECT_EQ(framework::numberFromText("99999999999"), 2147483647);
 }
 
-TEST_F(NumberEdit, CorrectsWhatIsOutsideTheRangeAndZero) {
+TEST_F(NumberEdit, CorrectsTextsThatAreZeroOrOutOfRange) {
     const struct {
         const char* text;
         NumberRange range;
-        std::string expected; ///< empty: the text stays
+        std::string expected; ///< empty: no correction
     } cases[] = {{"", delay, "[0]"},        {"0", delay, "[0]"},      {"000", delay, "[0]"},
                  {"1", delay, ""},          {"0001", delay, ""},      {"1440", delay, ""},
                  {"1441", delay, "1440|"},  {"9999", delay, "1440|"}, {"", dayOfMonth, "[1]"},
@@ -78,7 +78,7 @@ TEST_F(NumberEdit, CorrectsWhatIsOutsideTheRangeAndZero) {
     }
 }
 
-TEST_F(NumberEdit, LoadsItsFieldAndStoresTheNumberAsReadWhateverTheRange) {
+TEST_F(NumberEdit, LoadsItsFieldAndStoresTheNumberUnclamped) {
     open(delay);
     EXPECT_EQ(number->text(), "20");
     SetWindowTextA(item(IDC_NUMBER), "5000");
@@ -86,7 +86,7 @@ TEST_F(NumberEdit, LoadsItsFieldAndStoresTheNumberAsReadWhateverTheRange) {
     EXPECT_EQ(field, 5000);
 }
 
-TEST_F(NumberEdit, IsCorrectedWithEachKey) {
+TEST_F(NumberEdit, IsCorrectedAfterEachKey) {
     const struct {
         NumberRange range;
         const char* keys;
@@ -110,16 +110,17 @@ TEST_F(NumberEdit, IsCorrectedWithEachKey) {
     }
 }
 
-TEST_F(NumberEdit, ShowsItsLowEndSelectedWhenItIsEmptiedAndRepeatedIdlePassesWriteNothing) {
+TEST_F(NumberEdit, WhenEmptiedSelectsItsLowerBoundAndLaterIdlePassesWriteNothing) {
     open(delay);
     empty();
     EXPECT_EQ(shown(), "[0]");
     SendMessageA(item(IDC_NUMBER), EM_SETMODIFY, TRUE, 0);
     pumpUntilIdle();
-    EXPECT_TRUE(SendMessageA(item(IDC_NUMBER), EM_GETMODIFY, 0, 0)) << "writing a text clears the mark";
+    EXPECT_TRUE(SendMessageA(item(IDC_NUMBER), EM_GETMODIFY, 0, 0))
+        << "setting the text clears the modified flag";
 }
 
-TEST_F(NumberEdit, AnIdlePassLeavesAGoodTextAndItsCaretAlone) {
+TEST_F(NumberEdit, AnIdlePassKeepsAValidTextAndItsCaret) {
     open(delay);
     SendMessageA(item(IDC_NUMBER), EM_SETSEL, 1, 1);
     pumpUntilIdle();

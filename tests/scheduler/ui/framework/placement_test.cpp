@@ -43,7 +43,7 @@ protected:
     int showCommand = SW_SHOWNORMAL;
 };
 
-TEST_F(Placement, IsTheWindowsPlacementAndSeventeenZeroBytesAndComesBackAndShowsNothing) {
+TEST_F(Placement, IsAWindowPlacementPlus17ZeroBytesAndIsRestoredWithoutShowing) {
     const WindowState bytes = framework::capturePlacement(window.handle());
     WINDOWPLACEMENT placement{};
     std::memcpy(&placement, bytes.data(), sizeof(placement));
@@ -58,7 +58,7 @@ TEST_F(Placement, IsTheWindowsPlacementAndSeventeenZeroBytesAndComesBackAndShows
     EXPECT_FALSE(IsWindowVisible(window.handle()));
 }
 
-TEST_F(Placement, OneThatIsNoneOrOutsideEveryWorkAreaChangesNothing) {
+TEST_F(Placement, InvalidDataAndPlacesOutsideEveryWorkAreaAreIgnored) {
     WindowState bytes{};
     EXPECT_FALSE(apply(bytes));
     bytes.fill(std::byte{0xFF});
@@ -69,18 +69,18 @@ TEST_F(Placement, OneThatIsNoneOrOutsideEveryWorkAreaChangesNothing) {
     EXPECT_TRUE(isAt({30, 40, 330, 240}));
 }
 
-TEST_F(Placement, CountsFromTheCornerOfTheWorkArea) {
-    const test::Instead<test::GetMonitorInfoACall> taskBar([](HMONITOR monitor, MONITORINFO* info) {
+TEST_F(Placement, IsRelativeToTheWorkArea) {
+    const test::Override<test::GetMonitorInfoACall> taskBar([](HMONITOR monitor, MONITORINFO* info) {
         const BOOL known = test::GetMonitorInfoACall::original(monitor, info);
         info->rcWork.left += 200;
         return known;
     });
     EXPECT_TRUE(apply({0, 0, 150, 100})) << "beside the task bar";
     const int width = GetSystemMetrics(SM_CXSCREEN);
-    EXPECT_FALSE(apply({width - 100, 0, width, 100})) << "beyond the screen";
+    EXPECT_FALSE(apply({width - 100, 0, width, 100})) << "off the screen";
 }
 
-TEST_F(Placement, AMaximisedWindowComesBackMaximisedUnlessItIsToBeHidden) {
+TEST_F(Placement, AMaximisedWindowIsRestoredUnlessItStartsHidden) {
     for (const auto& [asked, expected] :
          {std::pair{SW_SHOWNORMAL, SW_SHOWMAXIMIZED}, {SW_SHOWMINNOACTIVE, SW_SHOWMINNOACTIVE}}) {
         showCommand = asked;
@@ -89,7 +89,7 @@ TEST_F(Placement, AMaximisedWindowComesBackMaximisedUnlessItIsToBeHidden) {
     }
 }
 
-TEST_F(Placement, AMinimisedWindowComesBackAsNormal) {
+TEST_F(Placement, AMinimisedWindowIsRestoredAsNormal) {
     EXPECT_TRUE(apply({10, 20, 210, 220}, SW_SHOWMINIMIZED));
     EXPECT_EQ(showCommand, SW_SHOWNORMAL);
     EXPECT_FALSE(IsIconic(window.handle()));

@@ -1,4 +1,3 @@
-// Windows of tests.
 #pragma once
 
 #include "scheduler/ui/framework/window.h"
@@ -11,6 +10,7 @@ namespace test {
 inline constexpr UINT probe = WM_APP + 1;
 inline constexpr UINT nested = WM_APP + 2;
 
+/// A window whose handlers the test supplies.
 class ProbeWindow : public framework::Window {
 public:
     std::function<framework::Handled(const framework::Message&)> handler;

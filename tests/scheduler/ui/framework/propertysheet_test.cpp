@@ -26,8 +26,8 @@ protected:
     }
 
     DWORD askedFlags = 0;
-    bool ignoresPremature = false; ///< as a platform that creates a page only when the sheet turns to it
-    const test::Instead<test::PropertySheetACall> sheets{[this](LPCPROPSHEETHEADERA header) {
+    bool ignoresPremature = false; ///< true: pages are created only when shown
+    const test::Override<test::PropertySheetACall> sheets{[this](LPCPROPSHEETHEADERA header) {
         askedFlags = header->dwFlags;
         std::vector<PROPSHEETPAGEA> pages(header->ppsp, header->ppsp + header->nPages);
         for (PROPSHEETPAGEA& page : pages)
@@ -39,7 +39,7 @@ protected:
     test::SteppedSheet sheet;
 };
 
-TEST_F(PropertySheets, AreMadeModelessWithTheirTitleAndTheirPagesAsDeclared) {
+TEST_F(PropertySheets, AreModelessAndShowTheirTitleAndPages) {
     whileOpen([&] {
         EXPECT_EQ(base::windowText(sheet.handle()), "The Sheet");
         EXPECT_EQ(GetWindowLongA(sheet.first.handle(), GWL_ID), IDD_FIRST_PAGE);
@@ -53,12 +53,12 @@ TEST_F(PropertySheets, AreMadeModelessWithTheirTitleAndTheirPagesAsDeclared) {
     EXPECT_EQ(framework::PropertySheetDialog().run("Without pages", nullptr), 2);
 }
 
-TEST_F(PropertySheets, HaveAllTheirPagesMadeBeforeTheyAreShown) {
+TEST_F(PropertySheets, CreateAllPagesBeforeTheyAreShown) {
     for (const bool ignores : {false, true}) {
         SCOPED_TRACE(ignores);
         ignoresPremature = ignores;
         bool wasReady = false;
-        sheet.whenShown = [&] {
+        sheet.beforeShown = [&] {
             wasReady =
                 sheet.first.isStarted() && sheet.second.isStarted() && !IsWindowVisible(sheet.handle());
         };
@@ -71,7 +71,7 @@ TEST_F(PropertySheets, HaveAllTheirPagesMadeBeforeTheyAreShown) {
     }
 }
 
-TEST_F(PropertySheets, CheckPagesThatWereNeverShownAndTurnToTheFailingOneBeforeItsMessage) {
+TEST_F(PropertySheets, CheckPagesNeverShownAndTurnToAFailingPageBeforeItsMessage) {
     bool pageWasShownWithMessage = false;
     test::MessageBoxes boxes;
     boxes.answer = [&](const auto& box) {
@@ -92,7 +92,7 @@ TEST_F(PropertySheets, CheckPagesThatWereNeverShownAndTurnToTheFailingOneBeforeI
     EXPECT_EQ(sheet.first.edit.field, "before") << "the page before the failing one was not stored either";
 }
 
-TEST_F(PropertySheets, TurnTheirPagesWithoutCheckingThemAndStayThereWhenTheyAreShownAgain) {
+TEST_F(PropertySheets, TurnPagesWithoutChecksAndKeepThePageWhenShownAgain) {
     whileOpen([&] {
         sheet.turnTo(1);
         EXPECT_TRUE(sheet.second.isShown());
@@ -103,7 +103,7 @@ TEST_F(PropertySheets, TurnTheirPagesWithoutCheckingThemAndStayThereWhenTheyAreS
     EXPECT_EQ(sheet.log, "load first; load second; ");
 }
 
-TEST_F(PropertySheets, AnIdlePassReachesThePages) {
+TEST_F(PropertySheets, PassIdlePassesOnToTheirPages) {
     whileOpen([&] {
         EXPECT_GE(sheet.second.updates, 1) << "at the start";
         sheet.first.updates = sheet.second.updates = 0;
@@ -113,14 +113,14 @@ TEST_F(PropertySheets, AnIdlePassReachesThePages) {
     });
 }
 
-TEST_F(PropertySheets, GiveAPageTheRoomThatItsFontAsksForWithTheButtonsBelowIt) {
+TEST_F(PropertySheets, FitAPageToItsFontWithTheButtonsBelowIt) {
     for (const auto& [id, units] : {std::pair{IDD_LARGE_PAGE, RECT{0, 0, 240, 120}},
                                     {IDD_SMALL_PAGE, RECT{0, 0, 240, 120}},
                                     {IDD_FIRST_PAGE, RECT{0, 0, 120, 60}}}) {
         SCOPED_TRACE(id);
         test::SteppedSheet fitted(id);
-        LONG widthWhenShown = 0;
-        fitted.whenShown = [&] { widthWhenShown = sizeOf(fitted.first.handle()).cx; };
+        LONG widthBeforeShown = 0;
+        fitted.beforeShown = [&] { widthBeforeShown = sizeOf(fitted.first.handle()).cx; };
         fitted.steps = {[&, wanted = units, isNarrow = id == IDD_FIRST_PAGE]() mutable {
             const HWND page = fitted.first.handle();
             MapDialogRect(page, &wanted);
@@ -130,7 +130,7 @@ TEST_F(PropertySheets, GiveAPageTheRoomThatItsFontAsksForWithTheButtonsBelowIt) 
                 EXPECT_GE(sizeOf(page).cx, wanted.right) << "wide enough for the sheet's buttons";
             else
                 EXPECT_EQ(sizeOf(page).cx, wanted.right);
-            EXPECT_EQ(widthWhenShown, sizeOf(page).cx);
+            EXPECT_EQ(widthBeforeShown, sizeOf(page).cx);
 
             const auto tabs = reinterpret_cast<HWND>(SendMessageA(fitted.handle(), PSM_GETTABCONTROL, 0, 0));
             RECT client{};
@@ -149,11 +149,11 @@ TEST_F(PropertySheets, GiveAPageTheRoomThatItsFontAsksForWithTheButtonsBelowIt) 
     }
 }
 
-TEST_F(PropertySheets, GiveAPageThatIsTurnedToItsRoomWhateverSizeThePlatformGivesIt) {
+TEST_F(PropertySheets, RestoreThePageSizeAfterThePlatformChangesIt) {
     whileOpen([&] {
         const RECT room = placeOf(sheet.first.handle());
         const HWND second = sheet.second.handle();
-        // Some platforms' sheets do so.
+        // Some platforms resize a page when the sheet turns to it.
         const auto cut = [&] { SetWindowPos(second, HWND_TOP, 0, 0, 50, 30, SWP_NOMOVE); };
         cut();
         sheet.turnTo(1);

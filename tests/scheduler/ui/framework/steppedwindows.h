@@ -1,4 +1,3 @@
-// A dialog and a property sheet that run the steps of a test.
 #pragma once
 
 #include "scheduler/ui/framework/dialog.h"
@@ -23,24 +22,24 @@ public:
         : Edit(host, id, framework::bindText(field)), name_(std::move(name)), log_(log) {}
 
     void load() override {
-        note("load");
+        record("load");
         if (failsToLoad)
             throw std::runtime_error("refused");
         Edit::load();
     }
     void store() override {
-        note("store");
+        record("store");
         Edit::store();
     }
     bool check() override {
-        note("check");
+        record("check");
         if (!passes && onFailure)
             onFailure();
         return passes;
     }
     void onIdle() override {
         if (logsIdle)
-            note("idle");
+            record("idle");
     }
     bool onNotification(UINT code) override {
         if (code == EN_CHANGE && onChange)
@@ -56,7 +55,7 @@ public:
     std::function<void()> onFailure;
 
 private:
-    void note(const char* event) { log_ += event + (" " + name_) + "; "; }
+    void record(const char* event) { log_ += event + (" " + name_) + "; "; }
 
     std::string name_;
     std::string& log_;
@@ -66,7 +65,7 @@ private:
 class Stepped {
 public:
     std::vector<std::function<void()>> steps;
-    bool stepping = true; ///< false: no step follows, and the queue runs empty
+    bool stepping = true; ///< false: no further step is posted
     std::string log;
 
     virtual ~Stepped() = default;
@@ -93,7 +92,7 @@ protected:
             if (window().handle() && stepping)
                 PostMessageA(window().handle(), step, message.wParam + 1, 0);
         } else if (message.id == step || (message.id == WM_TIMER && message.wParam == giveUp)) {
-            EXPECT_TRUE(message.id == step && window().isModalFinished()) << "it did not end";
+            EXPECT_TRUE(message.id == step && window().isModalFinished()) << "did not close";
             DestroyWindow(window().handle());
         } else {
             return false;
@@ -115,14 +114,14 @@ public:
     framework::Window& window() override { return *this; }
     void onIdle() override {
         Dialog::onIdle();
-        if (onRest)
-            onRest();
+        if (whenIdle)
+            whenIdle();
     }
 
     LoggingEdit first{*this, IDC_TEXT, "first", log};
     LoggingEdit second{*this, IDC_SECOND_TEXT, "second", log};
     framework::RadioGroup choice{*this, {IDC_FIRST_CHOICE, IDC_SECOND_CHOICE, IDC_THIRD_CHOICE}};
-    std::function<void()> onRest; ///< the queue has run empty
+    std::function<void()> whenIdle;
 
 protected:
     int run(HWND owner) override { return runModal(owner); }
@@ -162,7 +161,7 @@ public:
 
     SteppedPage first;
     SteppedPage second{IDD_SECOND_PAGE, IDC_SECOND_TEXT, "second", log};
-    std::function<void()> whenShown; ///< just before it is
+    std::function<void()> beforeShown;
 
 protected:
     int run(HWND owner) override { return PropertySheetDialog::run("The Sheet", owner); }
@@ -171,8 +170,8 @@ protected:
         if (handleStep(message))
             return 0;
         const framework::Handled handled = PropertySheetDialog::onMessage(message);
-        if (message.id == WM_SHOWWINDOW && message.wParam && whenShown)
-            whenShown();
+        if (message.id == WM_SHOWWINDOW && message.wParam && beforeShown)
+            beforeShown();
         return handled;
     }
 };

@@ -1,4 +1,4 @@
-// The numbers of the dialogs that the framework's tests are made of. The resource compiler reads them, too.
+// Resource ids of the framework's tests, also included by testdialogs.rc.
 #pragma once
 
 #define IDD_CONTROLS 200
@@ -21,17 +21,16 @@
 
 #define IDD_CENTRED 201
 
-// Pages of one edit each.
 #define IDD_FIRST_PAGE 202
 #define IDD_SECOND_PAGE 203
 
-// The same in a larger font, and in a smaller one.
+// The first page in a larger and a smaller font.
 #define IDD_LARGE_PAGE 204
 #define IDD_SMALL_PAGE 205
 
-// Texts: a short one, and ones that end just before, at and behind the length that is read at once.
+// Texts with lengths around that of the first read.
 #define IDS_SHORT 500
-#define IDS_BEFORE 501
+#define IDS_BELOW 501
 #define IDS_AT 502
-#define IDS_BEHIND 503
+#define IDS_ABOVE 503
 #define IDS_LONG 504

@@ -11,14 +11,14 @@ constexpr const char* longText = "minutes after the hour, and some more";
 
 using TextExtent = test::ControlDialogTest;
 
-TEST_F(TextExtent, GrowsWithTheTextButNotWithTheMarkOfAnAccessKey) {
+TEST_F(TextExtent, GrowsWithTheTextAndIgnoresAccessKeyMarks) {
     const framework::TextExtent extent(dialog.handle());
     EXPECT_EQ(extent.of("").cx, 0);
     EXPECT_GT(extent.of("mm").cx, extent.of("m").cx);
     EXPECT_EQ(extent.of("&at").cx, extent.of("at").cx);
 }
 
-TEST_F(TextExtent, TextsThatAreCutGetTheWidthThatTheyNeedAndOthersKeepTheirs) {
+TEST_F(TextExtent, OnlyTruncatedTextsAreWidened) {
     for (const int id : {IDC_PLAIN_LABEL, IDC_CHECK, IDC_FIRST_CHOICE}) {
         const HWND text = item(id);
         const SIZE before = sizeOf(text);
@@ -35,7 +35,7 @@ TEST_F(TextExtent, TextsThatAreCutGetTheWidthThatTheyNeedAndOthersKeepTheirs) {
     }
 }
 
-TEST_F(TextExtent, ATextWithRoomForSeveralLinesIsLeft) {
+TEST_F(TextExtent, MultilineTextsKeepTheirWidth) {
     const HWND label = item(IDC_PLAIN_LABEL);
     const SIZE before = sizeOf(label);
     SetWindowPos(label, nullptr, 0, 0, before.cx, 3 * before.cy, SWP_NOMOVE | SWP_NOZORDER);

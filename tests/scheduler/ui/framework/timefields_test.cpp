@@ -1,4 +1,4 @@
-// Run in several time zones.
+// Runs in several time zones.
 #include "scheduler/ui/framework/datetimeedit.h"
 #include "scheduler/ui/framework/timeofdayedit.h"
 #include "tests/scheduler/ui/framework/controldialog.h"
@@ -31,7 +31,7 @@ protected:
     framework::DateTimeEdit date{dialog, IDC_DATE, framework::bindDateTime(field)};
 };
 
-TEST_F(TimeFields, DatesSayAmBelowTwelveAndPmFromThenOn) {
+TEST_F(TimeFields, DatesShowAmBeforeNoonAndPmFromNoon) {
     EXPECT_EQ(dateTimeText(at(0, 0)), "07/23/05 12:00 am");
     EXPECT_EQ(dateTimeText(at(9, 5)), "07/23/05 09:05 am");
     EXPECT_EQ(dateTimeText(at(11, 59)), "07/23/05 11:59 am");
@@ -40,13 +40,13 @@ TEST_F(TimeFields, DatesSayAmBelowTwelveAndPmFromThenOn) {
     EXPECT_EQ(dateTimeText(TimeValue(-1)), "am") << "no calendar fields";
 }
 
-TEST_F(TimeFields, ATimeOfDayShowsItsSecondsOnlyWhenThereAreAny) {
+TEST_F(TimeFields, ATimeOfDayShowsSecondsUnlessZero) {
     EXPECT_EQ(timeOfDayText(at(19, 54)), "7:54 PM");
     EXPECT_EQ(timeOfDayText(at(19, 54, 7)), "7:54:07 PM");
     EXPECT_EQ(timeOfDayText(TimeValue()), "");
 }
 
-TEST_F(TimeFields, ATimeOfDayIsAddedInSecondsToTheLocalMidnightOfADayOfAnyLength) {
+TEST_F(TimeFields, ATimeOfDayIsAddedInSecondsToLocalMidnight) {
     for (const TimeValue now : {at(0, 0), at(12, 0, 1), at(23, 59, 59)})
         EXPECT_EQ(timeOfDayFromText("9:05 pm", now), at(21, 5));
     EXPECT_EQ(timeOfDayFromText("", at(12, 0)), at(0, 0));
@@ -59,26 +59,26 @@ TEST_F(TimeFields, ATimeOfDayIsAddedInSecondsToTheLocalMidnightOfADayOfAnyLength
     EXPECT_EQ(timeOfDayFromText("0:01", TimeValue(-5)), TimeValue(60));
 }
 
-TEST_F(TimeFields, TextsAreReadBackAsTheyWereWritten) {
+TEST_F(TimeFields, TextsSurviveARoundTrip) {
     for (int minute = 0; minute < 1440; ++minute)
         ASSERT_EQ(dateTimeFromText(dateTimeText(at(0, minute))), at(0, minute)) << minute;
     for (int second = 0; second < 86400; second += 7)
         ASSERT_EQ(timeOfDayFromText(timeOfDayText(at(0, 0, second)), at(12, 0)), at(0, 0, second)) << second;
-    // 1970 in every zone, to 2037; no clock skips or repeats noon.
+    // From 1970, in local time of every zone, to 2037. No zone skips or repeats noon.
     for (int day = 3; day <= 68 * 365 + 17; ++day) {
         const TimeValue noon = TimeValue::fromLocal(1970, 1, day, 12, 0, 0, -1);
         ASSERT_EQ(dateTimeFromText(dateTimeText(noon)), noon) << day;
     }
 }
 
-TEST_F(TimeFields, ATimeOfDayIsLoadedAndIsStoredOnTodaysDate) {
+TEST_F(TimeFields, ATimeOfDayIsStoredWithTodaysDate) {
     EXPECT_EQ(edit.text(), "9:30 AM");
     SetWindowTextA(edit.handle(), "2105");
     edit.store();
     EXPECT_EQ(field, at(21, 5));
 }
 
-TEST_F(TimeFields, ATimeOfDayTakesItsNormalFormWhenItLosesTheFocus) {
+TEST_F(TimeFields, ATimeOfDayIsNormalisedWhenItLosesTheFocus) {
     SetWindowTextA(edit.handle(), "2105");
     test::pumpUntilIdle();
     EXPECT_EQ(edit.text(), "2105");
@@ -95,7 +95,7 @@ TEST_F(TimeFields, ATimeOfDayKeepsItsSecondsWhenItLosesTheFocus) {
     EXPECT_EQ(field, at(9, 30, 7)) << "the same time, today";
 }
 
-TEST_F(TimeFields, WhatATimeOfDayShowsIsStoredOnTheDaysOnWhichTheClockIsChanged) {
+TEST_F(TimeFields, ATimeOfDayIsStoredAsShownOnDaysOfClockChanges) {
     for (const std::int32_t change : test::clockChanges()) {
         clock.set(TimeValue(change));
         field = TimeValue::fromLocal(2024, 1, 2, 9, 30, 0, -1);
@@ -114,13 +114,13 @@ TEST_F(TimeFields, WhatATimeOfDayShowsIsStoredOnTheDaysOnWhichTheClockIsChanged)
     }
 }
 
-TEST_F(TimeFields, ATimeOfDayTakesEightCharacters) {
+TEST_F(TimeFields, ATimeOfDayIsLimitedToEightCharacters) {
     SetWindowTextA(edit.handle(), "");
     test::typeInto(edit.handle(), "1234567890");
     EXPECT_EQ(edit.text(), "12345678");
 }
 
-TEST_F(TimeFields, ADateAndTimeIsLoadedStoredReadAndWritten) {
+TEST_F(TimeFields, ADateIsLoadedStoredReadAndWritten) {
     EXPECT_EQ(date.text(), "02/03/01 09:30 am");
     EXPECT_EQ(date.time(), field);
     SetWindowTextA(date.handle(), "7/23/2005 9:05 pm");

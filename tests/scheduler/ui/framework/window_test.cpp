@@ -40,7 +40,7 @@ protected:
     std::unique_ptr<ProbeWindow> filtered = std::make_unique<ProbeWindow>();
 };
 
-TEST_F(Windows, AreBoundFromTheirFirstMessageUntilTheirDeath) {
+TEST_F(Windows, AreBoundFromTheirFirstMessageUntilDestruction) {
     ProbeWindow window;
     std::vector<UINT> seen;
     window.handler = [&](const Message& message) -> Handled {
@@ -68,7 +68,7 @@ TEST_F(Windows, ARefusedCreationLeavesNoHandle) {
     EXPECT_EQ(window.attachments, 0);
 }
 
-TEST_F(Windows, AHandledMessageGivesTheHandlersResultAndAnyOtherTheDefault) {
+TEST_F(Windows, AHandledMessageReturnsTheHandlersResultAndOthersTheDefault) {
     ProbeWindow window;
     window.handler = [&](const Message& message) -> Handled {
         if (message.id == nested)
@@ -79,7 +79,7 @@ TEST_F(Windows, AHandledMessageGivesTheHandlersResultAndAnyOtherTheDefault) {
         return static_cast<LRESULT>(message.wParam) * 10 + message.lParam + inner;
     };
     ASSERT_TRUE(window.open());
-    EXPECT_EQ(SendMessageA(window.handle(), probe, 4, 2), 43) << "undisturbed by the nested message";
+    EXPECT_EQ(SendMessageA(window.handle(), probe, 4, 2), 43) << "unchanged by the nested message";
     EXPECT_EQ(SendMessageA(window.handle(), nested + 1, 40, 2), 0);
     SetWindowTextA(window.handle(), "by default");
     EXPECT_EQ(base::windowText(window.handle()), "by default");
@@ -92,7 +92,7 @@ TEST_F(Windows, AnObjectMayBeDestroyedInsideItsOwnHandlerAndInsideANestedOne) {
             if (handled.id == probe)
                 SendMessageA(window->handle(), nested, 0, 0);
             else if (handled.id == nested)
-                const auto doomed = std::move(window); // with it, this function's captures are gone
+                const auto doomed = std::move(window); // destroys this lambda's captures, too
             return std::nullopt;
         };
         ASSERT_TRUE(window->open());
@@ -102,15 +102,15 @@ TEST_F(Windows, AnObjectMayBeDestroyedInsideItsOwnHandlerAndInsideANestedOne) {
     }
 }
 
-TEST_F(Windows, AMessageWhoseHandlerThrowsGoesItsDefaultWayUnlessItIsAClose) {
+TEST_F(Windows, AMessageWhoseHandlerThrowsGetsDefaultProcessingUnlessItIsAClose) {
     ProbeWindow window;
     ASSERT_TRUE(window.open());
     window.handler = [](const Message&) -> Handled { throw std::runtime_error("refused"); };
-    SetWindowTextA(window.handle(), "set all the same");
+    SetWindowTextA(window.handle(), "set by default");
     SendMessageA(window.handle(), WM_CLOSE, 0, 0);
     ASSERT_NE(window.handle(), nullptr);
     window.handler = nullptr;
-    EXPECT_EQ(base::windowText(window.handle()), "set all the same");
+    EXPECT_EQ(base::windowText(window.handle()), "set by default");
     window.handler = [](const Message& message) -> Handled {
         return message.id == WM_NCDESTROY ? throw std::runtime_error("refused") : std::nullopt;
     };
@@ -118,10 +118,10 @@ TEST_F(Windows, AMessageWhoseHandlerThrowsGoesItsDefaultWayUnlessItIsAClose) {
     EXPECT_EQ(window.handle(), nullptr);
 }
 
-TEST_F(Windows, AnObjectAttachesToAControlAndLetsGoOfIt) {
+TEST_F(Windows, AnObjectAttachesToAControlAndDetaches) {
     const HWND edit = test::createPlain("EDIT", WS_POPUP, {0, 0, 50, 20});
     SetWindowTextA(edit, "text");
-    EXPECT_EQ(Window::of(edit), nullptr) << "a window of another class is never mistaken for ours";
+    EXPECT_EQ(Window::of(edit), nullptr) << "a window of another class has no object";
     {
         ProbeWindow window;
         ASSERT_TRUE(window.attach(edit));
@@ -133,14 +133,14 @@ TEST_F(Windows, AnObjectAttachesToAControlAndLetsGoOfIt) {
             return message.id == probe ? Handled(9) : std::nullopt;
         };
         EXPECT_EQ(SendMessageA(edit, probe, 0, 0), 9);
-        EXPECT_EQ(SendMessageA(edit, WM_GETTEXTLENGTH, 0, 0), 4) << "the control works on";
+        EXPECT_EQ(SendMessageA(edit, WM_GETTEXTLENGTH, 0, 0), 4) << "the control still works";
     }
-    ASSERT_TRUE(IsWindow(edit)) << "it was only attached to";
+    ASSERT_TRUE(IsWindow(edit)) << "detaching does not destroy the control";
     EXPECT_EQ(Window::of(edit), nullptr);
     EXPECT_EQ(SendMessageA(edit, probe, 0, 0), 0);
     EXPECT_EQ(SendMessageA(edit, WM_GETTEXTLENGTH, 0, 0), 4);
     SetWindowLongA(edit, GWL_USERDATA, 0x1234);
-    EXPECT_EQ(Window::of(edit), nullptr) << "user data of a foreign window is not taken for an object";
+    EXPECT_EQ(Window::of(edit), nullptr) << "foreign user data is not an object";
     EXPECT_FALSE(ProbeWindow().attach(edit));
     DestroyWindow(edit);
 }
@@ -169,7 +169,7 @@ bool isRegistered(const std::string& name) {
     return GetClassInfoExA(base::moduleHandle(), name.c_str(), &found);
 }
 
-TEST_F(Windows, NamelessClassesAreNamedAfterTheirAttributesAndSharedByWindowsAlike) {
+TEST_F(Windows, UnnamedClassesAreNamedAfterTheirAttributesAndShared) {
     WindowClass one;
     WindowClass other;
     for (WindowClass* described : {&one, &other}) {
@@ -180,7 +180,7 @@ TEST_F(Windows, NamelessClassesAreNamedAfterTheirAttributesAndSharedByWindowsAli
     EXPECT_EQ(one.name(), "gen:8:" + decimal(record.hCursor) + ":" + decimal(record.hbrBackground) + ":100");
     EXPECT_EQ(other.name(), one.name());
     one.registerOnce();
-    other.registerOnce(); // refused by the platform, which is ignored
+    other.registerOnce(); // a duplicate: the platform's failure is ignored
     EXPECT_TRUE(isRegistered(one.name()));
     WindowClass("a name of its own").registerOnce();
     EXPECT_TRUE(isRegistered("a name of its own"));
@@ -207,7 +207,7 @@ private:
     Act act_;
 };
 
-TEST_F(Windows, FiltersSeeAMessageBeforeTheObjectTheLastOneFirst) {
+TEST_F(Windows, FiltersSeeAMessageBeforeTheObjectAndTheLastFilterSeesItFirst) {
     LoggingFilter first(*filtered, log, "first");
     LoggingFilter second(*filtered, log, "second");
     EXPECT_EQ(asked(), "second first window");
@@ -215,19 +215,19 @@ TEST_F(Windows, FiltersSeeAMessageBeforeTheObjectTheLastOneFirst) {
     EXPECT_EQ(asked(), "first window");
 }
 
-TEST_F(Windows, FiltersAreAskedOnceWhicheverOfThemGo) {
+TEST_F(Windows, EachRemainingFilterRunsOnceWhenOthersAreRemoved) {
     LoggingFilter first(*filtered, log, "first");
     const auto removeFirst = [&] { return filtered->removeFilter(first), std::nullopt; };
     LoggingFilter second(*filtered, log, "second", removeFirst);
     LoggingFilter* last = nullptr;
     LoggingFilter third(*filtered, log, "third", [&] { return filtered->removeFilter(*last), std::nullopt; });
     last = &third;
-    EXPECT_EQ(asked(), "third second window") << "one that is gone is not asked";
-    filtered->addFilter(first); // on top of the second, which removes it once it has been asked
+    EXPECT_EQ(asked(), "third second window") << "a removed filter does not run";
+    filtered->addFilter(first); // runs before the second, which removes it
     EXPECT_EQ(asked(), "first second window");
 }
 
-TEST_F(Windows, AMessageThatAFilterHandlesHasItsResultAndGoesNoFurther) {
+TEST_F(Windows, AFiltersResultEndsTheHandlingOfAMessage) {
     LoggingFilter filter(*filtered, log, "filter", [] { return Handled(5); });
     EXPECT_EQ(SendMessageA(filtered->handle(), probe, 0, 0), 5);
     EXPECT_EQ(log, "filter ");

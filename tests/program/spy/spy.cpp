@@ -1,7 +1,7 @@
-// A library that hooks load into the scheduler's process, where it sees what no other process can ask for.
+// A DLL that hooks load into the scheduler's process to inspect it from inside.
 
 #include "lib/base/stackalignment.h"
-#include "tests/program/witness/notes.h"
+#include "tests/program/spy/sharedstate.h"
 #include "tests/support/gdiobjects.h"
 #include "tests/support/losttexts.h"
 
@@ -13,19 +13,19 @@
 
 namespace {
 
-witness::Notes* openNotes() {
-    const HANDLE memory = OpenFileMappingA(FILE_MAP_WRITE, FALSE, witness::memoryName);
-    return memory ? static_cast<witness::Notes*>(
-                        MapViewOfFile(memory, FILE_MAP_WRITE, 0, 0, sizeof(witness::Notes)))
+spy::SharedState* openState() {
+    const HANDLE memory = OpenFileMappingA(FILE_MAP_WRITE, FALSE, spy::memoryName);
+    return memory ? static_cast<spy::SharedState*>(
+                        MapViewOfFile(memory, FILE_MAP_WRITE, 0, 0, sizeof(spy::SharedState)))
                   : nullptr;
 }
 
-witness::Notes* notes() {
-    static witness::Notes* const shared = openNotes();
+spy::SharedState* state() {
+    static spy::SharedState* const shared = openState();
     return shared;
 }
 
-/// Windows and menus: tries every number that one can have where the platform counts none.
+/// Windows and menus; tries every possible handle if the platform does not count them.
 DWORD userObjectCount() {
     if (const DWORD count = GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS))
         return count;
@@ -40,14 +40,14 @@ DWORD userObjectCount() {
 }
 
 void countObjects() {
-    notes()->userObjects = userObjectCount();
-    notes()->gdiObjects = test::gdiObjectCount();
+    state()->userObjects = userObjectCount();
+    state()->gdiObjects = test::gdiObjectCount();
 }
 
-/// Asks each heap of the process for blocks of every smaller size, thousands of times, one at a time.
+/// Allocates and frees a block of each small size thousands of times in each heap.
 void settleHeaps() {
     constexpr std::size_t largest = 1536;
-    constexpr int times = 2100; // Wine's heaps begin to set room aside with the 2,050th
+    constexpr int times = 2100; // Wine's heaps start to cache blocks with the 2,050th
     std::array<HANDLE, 16> heaps{};
     const DWORD count = std::min<DWORD>(GetProcessHeaps(static_cast<DWORD>(heaps.size()), heaps.data()),
                                         static_cast<DWORD>(heaps.size()));
@@ -57,7 +57,7 @@ void settleHeaps() {
                 HeapFree(heap, 0, HeapAlloc(heap, 0, size));
 }
 
-/// With contexts that draw on nothing: all are in use at once, so that none keeps what it drew on before.
+/// Uses more contexts at once than the cache holds, so that none keeps its last bitmap.
 void fillContexts() {
     std::array<std::pair<HWND, HDC>, 80> windows{};
     for (auto& [window, context] : windows) {
@@ -70,18 +70,18 @@ void fillContexts() {
     }
 }
 
-void perform(witness::Act act, HWND window) {
-    switch (act) {
-    case witness::Act::Count:
+void perform(spy::Request request, HWND window) {
+    switch (request) {
+    case spy::Request::Count:
         return countObjects();
-    case witness::Act::SettleHeaps:
+    case spy::Request::SettleHeaps:
         return settleHeaps();
-    case witness::Act::FreeTexts:
-        notes()->freesTexts = test::textsLoseTheirBlock();
+    case spy::Request::FreeTexts:
+        state()->freesTexts = test::textsLoseTheirBlock();
         return;
-    case witness::Act::FillContexts:
+    case spy::Request::FillContexts:
         return fillContexts();
-    case witness::Act::Draw:
+    case spy::Request::Draw:
         RedrawWindow(window, nullptr, nullptr,
                      RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
     }
@@ -92,21 +92,21 @@ void perform(witness::Act act, HWND window) {
 extern "C" __declspec(dllexport) CALLED_BY_PLATFORM LRESULT CALLBACK
     onSent(int code, WPARAM wParam, LPARAM lParam) {
     const auto& message = *reinterpret_cast<const CWPSTRUCT*>(lParam);
-    static const UINT actMessage = RegisterWindowMessageA(witness::actMessage);
-    if (code == HC_ACTION && notes()) {
-        if (message.message == actMessage)
-            perform(witness::Act{message.wParam}, message.hwnd);
-        if (notes()->freesTexts && test::freeBlockOfDyingText(message))
-            ++notes()->freedTexts;
+    static const UINT requestMessage = RegisterWindowMessageA(spy::requestMessage);
+    if (code == HC_ACTION && state()) {
+        if (message.message == requestMessage)
+            perform(spy::Request{message.wParam}, message.hwnd);
+        if (state()->freesTexts && test::freeBlockOfDyingText(message))
+            ++state()->freedTexts;
     }
     return CallNextHookEx(nullptr, code, wParam, lParam);
 }
 
 extern "C" __declspec(dllexport) CALLED_BY_PLATFORM LRESULT CALLBACK
-    onTaken(int code, WPARAM wParam, LPARAM lParam) {
+    onRetrieved(int code, WPARAM wParam, LPARAM lParam) {
     const auto& message = *reinterpret_cast<const MSG*>(lParam);
-    if (code == HC_ACTION && notes() && wParam == PM_REMOVE && message.message == WM_TIMER && message.hwnd &&
+    if (code == HC_ACTION && state() && wParam == PM_REMOVE && message.message == WM_TIMER && message.hwnd &&
         !GetParent(message.hwnd))
-        ++notes()->ticks;
+        ++state()->ticks;
     return CallNextHookEx(nullptr, code, wParam, lParam);
 }

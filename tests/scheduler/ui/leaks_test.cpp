@@ -9,13 +9,13 @@
 
 namespace {
 
-struct Holding {
+struct ResourceUse {
     std::size_t heapBytes = test::heapBytesInUse();
     unsigned gdiObjects = test::gdiObjectCount();
 
-    friend bool operator==(const Holding&, const Holding&) = default;
-    friend std::ostream& operator<<(std::ostream& out, const Holding& held) {
-        return out << held.heapBytes << " bytes in heaps, " << held.gdiObjects << " graphics objects";
+    friend bool operator==(const ResourceUse&, const ResourceUse&) = default;
+    friend std::ostream& operator<<(std::ostream& out, const ResourceUse& use) {
+        return out << use.heapBytes << " bytes in heaps, " << use.gdiObjects << " graphics objects";
     }
 };
 
@@ -29,24 +29,23 @@ void drawAll(HWND window) {
     RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN);
 }
 
-class Leftovers : public testing::Test {
+class Leaks : public testing::Test {
 protected:
-    Leftovers() {
+    Leaks() {
         if (test::textsLoseTheirBlock())
             hook_ = SetWindowsHookExA(WH_CALLWNDPROC, &onSent, nullptr, GetCurrentThreadId());
     }
-    ~Leftovers() override {
+    ~Leaks() override {
         if (hook_)
             UnhookWindowsHookEx(hook_);
     }
 
-    /// The platform keeps what it made for the first dialogs; a leak grows for ever.
-    static void expectNothingIsLeft(const std::function<void()>& open,
-                                    const std::function<void(HWND dialog)>& use) {
+    /// The platform caches objects of the first dialogs; a leak grows with every batch.
+    static void expectNoLeak(const std::function<void()>& open, const std::function<void(HWND dialog)>& use) {
         constexpr int batches = 10;
-        // More than a heap sets aside at once, so that every batch shows a leak.
+        // More than a heap reserves at once, so that every batch shows a leak.
         constexpr int batch = 40;
-        Holding before;
+        ResourceUse before;
         for (int time = 0; time < batches; ++time) {
             for (int opening = 0; opening < batch; ++opening) {
                 const test::WhileOpen user([&](HWND dialog) {
@@ -55,7 +54,7 @@ protected:
                 });
                 open();
             }
-            const Holding after;
+            const ResourceUse after;
             if (after == before)
                 return;
             if (time + 1 == batches)
@@ -68,26 +67,24 @@ private:
     HHOOK hook_ = nullptr;
 };
 
-TEST_F(Leftovers, AboutLeavesNothing) {
-    expectNothingIsLeft([] { scheduler::showAbout(nullptr); },
-                        [](HWND dialog) { test::press(dialog, IDOK); });
+TEST_F(Leaks, TheAboutDialogLeaksNothing) {
+    expectNoLeak([] { scheduler::showAbout(nullptr); }, [](HWND dialog) { test::press(dialog, IDOK); });
 }
 
-TEST_F(Leftovers, ThePreferencesLeaveNothing) {
+TEST_F(Leaks, ThePreferencesLeakNothing) {
     scheduler::Preferences preferences;
-    expectNothingIsLeft([&] { scheduler::editPreferences(nullptr, preferences); },
-                        [](HWND dialog) { test::press(dialog, IDCANCEL); });
+    expectNoLeak([&] { scheduler::editPreferences(nullptr, preferences); },
+                 [](HWND dialog) { test::press(dialog, IDCANCEL); });
 }
 
-TEST_F(Leftovers, TheEditorLeavesNothing) {
+TEST_F(Leaks, TheEditorLeaksNothing) {
     const scheduler::ScheduleList schedule;
-    expectNothingIsLeft(
-        [&] { scheduler::editEntry(nullptr, {}, schedule, std::nullopt, base::systemClock()); },
-        [](HWND sheet) {
-            SendMessageA(sheet, PSM_SETCURSEL, 1, 0);
-            drawAll(sheet);
-            test::press(sheet, IDCANCEL);
-        });
+    expectNoLeak([&] { scheduler::editEntry(nullptr, {}, schedule, std::nullopt, base::systemClock()); },
+                 [](HWND sheet) {
+                     SendMessageA(sheet, PSM_SETCURSEL, 1, 0);
+                     drawAll(sheet);
+                     test::press(sheet, IDCANCEL);
+                 });
 }
 
 } // namespace

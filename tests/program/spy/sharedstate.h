@@ -1,0 +1,31 @@
+#pragma once
+
+#include <windows.h>
+
+namespace spy {
+
+/// Memory that the spy shares with the test.
+struct SharedState {
+    LONG ticks = 0; ///< timer messages that the main window has retrieved
+
+    DWORD userObjects = 0; // as of the last Request::Count
+    DWORD gdiObjects = 0;
+
+    BOOL freesTexts = FALSE; ///< as of Request::FreeTexts
+    LONG freedTexts = 0;
+};
+
+/// wParam of the registered message.
+enum class Request : WPARAM {
+    Count,       ///< counts the windows, menus and graphics objects of the process
+    SettleHeaps, ///< fills the heaps' caches of blocks, as hours of use would
+    FreeTexts,   ///< from now on frees the block that the platform leaks with each text control
+    /// Fills Wine's cache of about 65 device contexts, each of which keeps its last bitmap.
+    FillContexts,
+    Draw, ///< redraws the window at once, which no other process can do
+};
+inline constexpr const char* requestMessage = "scheduler test request";
+
+inline constexpr const char* memoryName = "scheduler test spy";
+
+} // namespace spy
