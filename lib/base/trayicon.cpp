@@ -76,8 +76,8 @@ bool showTrayBalloon(HWND window, const std::string& title, const std::string& t
     title.copy(record.szInfoTitle, sizeof(record.szInfoTitle) - 1);
     constexpr std::size_t maxLength = sizeof(record.szInfo) - 1;
     text.copy(record.szInfo, maxLength);
-    if (text.size() > maxLength)
-        std::memcpy(record.szInfo + maxLength - 3, "...", 3);
+    if (text.size() > maxLength) // the dots replace whole characters
+        std::strcpy(CharPrevA(record.szInfo, record.szInfo + maxLength - 2), "...");
     return Shell_NotifyIconA(NIM_MODIFY, &record);
 }
 

@@ -99,16 +99,8 @@ void ScheduleFile::copyBeforeSave() {
 }
 
 void ScheduleFile::chooseNextCopy(const ScheduleList& list) {
-    copyExtension_ = "bak";
-    if (!list.empty())
-        return;
     // After a damaged file the program saves an empty list at exit: `schedule.bak` keeps the last entries.
-    try {
-        if (base::fileExists(pathWith("damaged")))
-            copyExtension_ = nullptr;
-    } catch (const std::bad_alloc&) {
-        copyExtension_ = nullptr;
-    }
+    copyExtension_ = list.empty() ? nullptr : "bak";
 }
 
 } // namespace scheduler

@@ -29,8 +29,8 @@ public:
 };
 
 /// Loads and saves at schedulePath(). Before overwriting a file it keeps a copy for the user, if it can:
-/// - `schedule.bak`: a completely loaded or written schedule; if `schedule.damaged` exists, one with entries
-/// - `schedule.damaged`: a file that could not be loaded; replaces an earlier one
+/// - `schedule.bak`: a completely loaded or written schedule that has entries
+/// - `schedule.damaged`: a file with content that could not be loaded; replaces an earlier one
 class ScheduleFile : public ScheduleStore {
 public:
     /// The listener must outlive this object.

@@ -96,7 +96,9 @@ void RunHistory::onProcessNotStarted(std::uint32_t runNumber, std::string_view r
 
 void RunHistory::onRunFinished(const FinishedRun& run) noexcept {
     ignoringFailure([&] {
-        const StartedRun& started = runs_[static_cast<std::uint32_t>(run.entry.runNumber)];
+        StartedRun started;
+        if (auto known = runs_.extract(static_cast<std::uint32_t>(run.entry.runNumber)))
+            started = std::move(known.mapped());
         store_.append(lineOf(
             run.entry.lastRun, run.end,
             {displayName(run.entry), started.cause, outcomeOf(run, started.startFailure), run.entry.path}));

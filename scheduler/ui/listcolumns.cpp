@@ -5,6 +5,7 @@
 #include <commctrl.h>
 
 #include <algorithm>
+#include <array>
 #include <utility>
 #include <vector>
 
@@ -37,6 +38,32 @@ int contentWidth(HWND list, const ScheduleRows& rows, std::size_t column) {
     return widest;
 }
 
+using SavedWidths = std::array<std::optional<int>, columnCount>; // in pixels
+
+/// Columns without a saved width share the room that the others leave.
+void setWidths(HWND list, const ScheduleRows& rows, const SavedWidths& saved) {
+    RECT place{};
+    GetWindowRect(list, &place);
+    // Reserve room for the vertical scroll bar, so that it never causes a horizontal one.
+    int room = place.right - place.left - GetSystemMetrics(SM_CXVSCROLL);
+    int headers = 0;
+    std::vector<int> columns; // without a saved width
+    std::vector<int> contents;
+    for (std::size_t column = 0; column < columnCount; ++column) {
+        if (saved[column]) {
+            ListView_SetColumnWidth(list, static_cast<int>(column), *saved[column]);
+            room -= *saved[column];
+        } else {
+            columns.push_back(static_cast<int>(column));
+            contents.push_back(contentWidth(list, rows, column));
+            headers += textWidth(list, columnHeaders[column]);
+        }
+    }
+    const std::vector<int> widths = fitColumns(std::move(contents), std::max(room, headers));
+    for (std::size_t i = 0; i < columns.size(); ++i)
+        ListView_SetColumnWidth(list, columns[i], widths[i]);
+}
+
 } // namespace
 
 void insertColumns(HWND list) {
@@ -62,28 +89,19 @@ int neededWidth(HWND list, int column, const std::string& text) {
     return width;
 }
 
-void restoreColumnWidths(HWND list, const ScheduleRows& rows, base::RegistryStore& store) {
-    RECT place{};
-    GetWindowRect(list, &place);
-    // Reserve room for the vertical scroll bar, so that it never causes a horizontal one.
-    int room = place.right - place.left - GetSystemMetrics(SM_CXVSCROLL);
-    int headers = 0;
-    std::vector<int> columns; // without a saved width
-    std::vector<int> contents;
+bool restoreColumnWidths(HWND list, const ScheduleRows& rows, base::RegistryStore& store) {
+    SavedWidths saved;
     for (std::size_t column = 0; column < columnCount; ++column) {
-        std::uint32_t saved = 0;
-        if (store.readNumber(widthName(column), saved) && saved <= widestSavedColumn) {
-            ListView_SetColumnWidth(list, static_cast<int>(column), static_cast<int>(saved));
-            room -= static_cast<int>(saved);
-        } else {
-            columns.push_back(static_cast<int>(column));
-            contents.push_back(contentWidth(list, rows, column));
-            headers += textWidth(list, columnHeaders[column]);
-        }
+        std::uint32_t width = 0;
+        if (store.readNumber(widthName(column), width) && width <= widestSavedColumn)
+            saved[column] = static_cast<int>(width);
     }
-    const std::vector<int> widths = fitColumns(std::move(contents), std::max(room, headers));
-    for (std::size_t i = 0; i < columns.size(); ++i)
-        ListView_SetColumnWidth(list, columns[i], widths[i]);
+    setWidths(list, rows, saved);
+    return std::ranges::any_of(saved, [](const auto& width) { return width.has_value(); });
+}
+
+void fitColumnWidths(HWND list, const ScheduleRows& rows) {
+    setWidths(list, rows, {});
 }
 
 void saveColumnWidths(HWND list, base::RegistryStore& store) {

@@ -16,7 +16,10 @@ void insertColumns(HWND list);
 int neededWidth(HWND list, int column, const std::string& text);
 
 /// Columns without a valid saved width (pixels) fit their headers and first rows, in the remaining room.
-void restoreColumnWidths(HWND list, const ScheduleRows& rows, base::RegistryStore& store);
+/// Returns whether any width was saved.
+[[nodiscard]] bool restoreColumnWidths(HWND list, const ScheduleRows& rows, base::RegistryStore& store);
+/// Fits all columns to their headers and first rows.
+void fitColumnWidths(HWND list, const ScheduleRows& rows);
 void saveColumnWidths(HWND list, base::RegistryStore& store);
 
 /// Shows the arrow in the header of `column` only.

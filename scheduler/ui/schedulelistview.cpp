@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <new>
 
 namespace scheduler {
 namespace {
@@ -22,6 +23,19 @@ constexpr int allRows = -1; // for ListView_SetItemState
 // WM_CHAR codes of letters typed with Ctrl.
 constexpr WPARAM ctrlA = 'A' - '@';
 constexpr WPARAM ctrlC = 'C' - '@';
+
+/// Whether the header reports that the user has set the width of a column.
+bool isUserResize(const NMHDR& notification) {
+    switch (notification.code) {
+    case HDN_ENDTRACKA:
+    case HDN_ENDTRACKW:
+    case HDN_DIVIDERDBLCLICKA:
+    case HDN_DIVIDERDBLCLICKW:
+        return true;
+    default:
+        return false;
+    }
+}
 
 std::string toAnsi(const wchar_t* text) {
     std::array<char, MAX_PATH> buffer{};
@@ -78,7 +92,7 @@ bool ScheduleListView::createIn(HWND parent) {
 
 void ScheduleListView::restoreColumns(base::RegistryStore& store) {
     const RedrawPause pause(handle());
-    restoreColumnWidths(handle(), rows_, store);
+    columnsFollowRows_ = !restoreColumnWidths(handle(), rows_, store);
 }
 
 void ScheduleListView::moveTo(const RECT& area) {
@@ -136,9 +150,21 @@ void ScheduleListView::onScheduleChanged() {
         return;
     if (static_cast<std::size_t>(ListView_GetItemCount(handle())) != rows_.size()) {
         ListView_SetItemCountEx(handle(), rows_.size(), LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL);
+        fitColumns();
         hints_.onRowsMoved();
     }
     refresh();
+}
+
+void ScheduleListView::fitColumns() noexcept {
+    if (!columnsFollowRows_)
+        return;
+    const RedrawPause pause(handle());
+    try {
+        fitColumnWidths(handle(), rows_);
+    } catch (const std::bad_alloc&) {
+        return; // the next change fits them
+    }
 }
 
 void ScheduleListView::onTimePassed(base::TimeValue now) {
@@ -162,6 +188,8 @@ framework::Handled ScheduleListView::onMessage(const framework::Message& message
         return SendMessageA(GetParent(handle()), WM_COMMAND, message.wParam, 0);
     if (message.id == WM_SYSCOLORCHANGE)
         applySystemColours();
+    if (message.id == WM_NOTIFY && isUserResize(*reinterpret_cast<const NMHDR*>(message.lParam)))
+        columnsFollowRows_ = false;
     // The control would search for these as the beginning of a project's name.
     if (message.id == WM_CHAR && message.wParam == ctrlA) {
         selectAll();
@@ -252,7 +280,7 @@ LRESULT ScheduleListView::onCustomDraw(NMLVCUSTOMDRAW& draw) {
 
 /// Not for selected rows. CDIS_SELECTED cannot tell: with LVS_SHOWSELALWAYS it is set for every row.
 bool ScheduleListView::isGrey(std::size_t row) const {
-    return row < rows_.size() && rows_.image(row) == RowImage::Disabled &&
+    return row < rows_.size() && schedule_[rows_.entryAt(row)].disabled &&
            !ListView_GetItemState(handle(), static_cast<int>(row), LVIS_SELECTED);
 }
 

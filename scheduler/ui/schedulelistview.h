@@ -28,7 +28,8 @@ public:
     /// `area` is in the parent's client coordinates.
     void moveTo(const RECT& area);
 
-    /// Call after loading the schedule: widths may depend on its rows.
+    /// Call after loading the schedule. If no width was saved, the columns fit the rows until the user
+    /// resizes one.
     void restoreColumns(base::RegistryStore& store);
     void saveColumns(base::RegistryStore& store) const { saveColumnWidths(handle(), store); }
 
@@ -46,6 +47,7 @@ private:
 
     framework::Handled onMessage(const framework::Message& message) override;
     framework::Handled onReflectedNotify(const NMHDR& notification) override;
+    void fitColumns() noexcept;
     void applySystemColours() const;
     void onGetItem(LVITEMA& item) const;
     LRESULT onCustomDraw(NMLVCUSTOMDRAW& draw);
@@ -64,6 +66,7 @@ private:
     ScheduleList& schedule_;
     ScheduleRows& rows_;
     CellHints hints_;
+    bool columnsFollowRows_ = false;
     base::TimeValue paintedAt_;                             ///< latest row painted since the last refresh
     base::TimeValue validUntil_ = base::TimeValue::never(); ///< when the first of these rows is out of date
 };

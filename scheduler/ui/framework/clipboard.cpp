@@ -24,11 +24,21 @@ GlobalMemory toUnicode(const std::string& text) {
     return memory;
 }
 
+/// Other programs hold the clipboard for moments.
+bool openClipboard(HWND owner) {
+    for (int attempt = 0; attempt < 5; ++attempt) {
+        if (OpenClipboard(owner))
+            return true;
+        Sleep(20);
+    }
+    return false;
+}
+
 } // namespace
 
 bool copyToClipboard(HWND owner, const std::string& text) {
     GlobalMemory memory = toUnicode(text);
-    if (!memory || !OpenClipboard(owner))
+    if (!memory || !openClipboard(owner))
         return false;
     const bool copied = EmptyClipboard() && SetClipboardData(CF_UNICODETEXT, memory.get());
     if (copied)
