@@ -5,8 +5,6 @@
 #include "scheduler/ui/popupmenus.h"
 #include "scheduler/ui/programtexts.h"
 
-#include <utility>
-
 namespace scheduler {
 namespace {
 
@@ -46,8 +44,6 @@ void NotificationIcon::update(bool suspended) {
 void NotificationIcon::restore(bool suspended) {
     add(window_);
     update(suspended);
-    if (!unshownWarning_.empty())
-        warn(std::exchange(unshownWarning_, {}));
 }
 
 void NotificationIcon::remove() {
@@ -55,9 +51,9 @@ void NotificationIcon::remove() {
     static_cast<void>(base::removeTrayIcon(window_));
 }
 
-void NotificationIcon::warn(const std::string& text) {
-    if (added_ && !base::showTrayBalloon(window_, base::applicationName, text))
-        unshownWarning_ = text;
+void NotificationIcon::warn(const std::string& text) const {
+    if (added_)
+        static_cast<void>(base::showTrayBalloon(window_, base::applicationName, text));
 }
 
 void NotificationIcon::onMouse(UINT mouseMessage, WindowPresence& presence) {

@@ -23,8 +23,8 @@ public:
     void restore(bool suspended);
     void remove();
 
-    /// Shows a balloon; if the shell refuses, once the icon is restored. Does nothing without an icon.
-    void warn(const std::string& text);
+    /// Shows a balloon. Does nothing without an icon.
+    void warn(const std::string& text) const;
 
     /// A mouse message over the icon: shows the window, brings it forward or opens the icon's menu.
     static void onMouse(UINT mouseMessage, WindowPresence& presence);
@@ -32,7 +32,6 @@ public:
 private:
     HWND window_ = nullptr;
     bool added_ = false; // even if the shell refused
-    std::string unshownWarning_;
 };
 
 } // namespace scheduler

@@ -84,26 +84,36 @@ TEST_F(SafetyCopies, AreNotMadeOfAFileThatWasNeverLoaded) {
     EXPECT_FALSE(base::fileExists(damaged()));
 }
 
-TEST_F(SafetyCopies, AreMadeOfAnEmptySchedule) {
-    put(dat(), test::contentOf("", 0));
+TEST_F(SafetyCopies, AreNotReplacedByAnEmptySchedule) {
+    put(dat(), holding("first"));
     load();
-    save("first");
-    EXPECT_EQ(fileContent(bak()), test::contentOf("", 0));
+    file_.save({});
+    file_.save({});
+    EXPECT_EQ(fileContent(bak()), holding("first"));
+    save("second");
+    EXPECT_EQ(fileContent(bak()), holding("first"));
 }
 
-TEST_F(SafetyCopies, AreNotReplacedByAnEmptyScheduleAfterADamage) {
-    put(dat(), holding("cut").substr(0, 50));
-    put(bak(), holding("good"));
-    load();
-    file_.save({});
-    file_.save({});
-    EXPECT_EQ(fileContent(bak()), holding("good"));
-
-    ScheduleFile nextStart(*this);
-    ScheduleList list;
-    nextStart.load(list);
-    nextStart.save(list);
-    EXPECT_EQ(fileContent(bak()), holding("good"));
+TEST_F(SafetyCopies, SurviveDamageFollowedByLogOffAndRestart) {
+    const std::string whole = holding("good");
+    for (const std::string& damagedContent : {std::string(), whole.substr(0, 4), whole.substr(0, 50)}) {
+        for (const bool damagedCanBeKept : {true, false}) {
+            if (!damagedCanBeKept)
+                ASSERT_TRUE(CreateDirectoryA(damaged().c_str(), nullptr));
+            put(dat(), damagedContent);
+            put(bak(), whole);
+            for (int start = 0; start < 2; ++start) {
+                ScheduleFile file(*this);
+                ScheduleList list;
+                file.load(list);
+                file.save(list);
+                file.save(list);
+            }
+            EXPECT_EQ(fileContent(bak()), whole) << damagedContent.size() << damagedCanBeKept;
+            RemoveDirectoryA(damaged().c_str());
+            DeleteFileA(damaged().c_str());
+        }
+    }
 }
 
 TEST_F(SafetyCopies, ThatCannotBeWrittenDoNotStopTheSave) {
@@ -161,7 +171,7 @@ std::string sharingViolation() {
     char text[200] = {};
     FormatMessageA(FORMAT_MESSAGE_FROM_SYSTEM, nullptr, ERROR_SHARING_VIOLATION, 0, text, sizeof text,
                    nullptr);
-    return std::string(text).substr(0, std::string(text).find_last_not_of(".\r\n") + 1);
+    return std::string(text).substr(0, std::string(text).find_last_not_of(" \r\n") + 1);
 }
 
 TEST_F(SafetyCopies, TheFirstOfConsecutiveFailuresIsTold) {

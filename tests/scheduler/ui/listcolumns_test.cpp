@@ -70,6 +70,27 @@ TEST_F(ListColumns, FitTheirHeadersIfTheScheduleIsEmpty) {
     EXPECT_GE(width(ScheduleColumn::Project), 70);
 }
 
+TEST_F(ListColumns, FollowTheFirstEntriesUntilTheUserResizesOne) {
+    restore();
+    window_.add("a project whose name is much longer than its header");
+    EXPECT_FALSE(isCut(0, ScheduleColumn::Project));
+    EXPECT_LE(sum(), room_);
+
+    const HWND header = ListView_GetHeader(list());
+    NMHEADERA resized{{header, 0, static_cast<UINT>(HDN_ENDTRACKA)}, 0, 0, nullptr};
+    ListView_SetColumnWidth(list(), 0, 60);
+    SendMessageA(list(), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&resized));
+    window_.add("another project whose name is much longer than its header");
+    EXPECT_EQ(width(ScheduleColumn::Project), 60);
+}
+
+TEST_F(ListColumns, DoNotFollowTheEntriesIfAWidthIsSaved) {
+    save(0, 60);
+    restore();
+    window_.add("a project whose name is much longer than its header");
+    EXPECT_EQ(width(ScheduleColumn::Project), 60);
+}
+
 TEST_F(ListColumns, AColumnWithAnInvalidSavedWidthFitsBesideTheOthers) {
     window_.add("news");
     for (int column = 0; column < 5; ++column)

@@ -122,7 +122,9 @@ TEST_F(NotificationIcon, WarnsOnlyOfTheFirstOfConsecutiveFailedSaves) {
 TEST_F(NotificationIcon, ShowsNoWarningAfterItsRemoval) {
     const test::Override<test::PostQuitMessageCall> quit([](int) {});
     start();
+    save({entry("run:work")});
     const base::FileHandle held = heldSchedule();
+    ASSERT_TRUE(held);
     command(IDM_EXIT);
     EXPECT_THAT(calls, ElementsAre(addActive, "delete"));
 }

@@ -6,6 +6,10 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
+#include <memory>
+#include <new>
 #include <string>
 #include <vector>
 
@@ -54,6 +58,14 @@ protected:
 TEST_F(ScheduleRows, TheColumnsHaveTheirHeaders) {
     EXPECT_THAT(scheduler::columnHeaders, testing::ElementsAre("Project", "Schedule", "Parameters",
                                                                "Next Run", "Last Run", "Last Result"));
+}
+
+TEST_F(ScheduleRows, AreNotToldOfChangesAfterTheirEnd) {
+    alignas(scheduler::ScheduleRows) std::array<std::byte, sizeof(scheduler::ScheduleRows)> place;
+    std::destroy_at(new (place.data()) scheduler::ScheduleRows(schedule_, state_, clock_));
+    place.fill({}); // a call would crash
+    schedule_.append({});
+    EXPECT_EQ(rows_.size(), 1U);
 }
 
 TEST_F(ScheduleRows, EachColumnShowsTheTextOfItsHeader) {
