@@ -16,7 +16,7 @@ public:
     /// n is clamped to 0..25000: to go back in time, subtract a span. 24856 days and more wrap around.
     static constexpr TimeSpan fromDays(std::int32_t n);
 
-    /// Exact for s >= 0. Of a negative count, clamping keeps only the whole days.
+    /// Exact for s >= 0. A negative count loses all but its whole days.
     static constexpr TimeSpan fromSeconds(std::int32_t s);
 
     static constexpr TimeSpan fromMinutes(std::int32_t n);

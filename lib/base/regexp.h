@@ -13,7 +13,7 @@ enum class CaseRule { Sensitive, Insensitive };
 /// can throw std::runtime_error if repetitions are nested; the program's own expressions have none.
 class [[nodiscard]] Expression {
 public:
-    /// A leading "[c]" regards case, "[i]" ignores it. Throws std::runtime_error for a malformed pattern.
+    /// "[c]" first: case-sensitive; "[i]" first: case-insensitive. Throws std::runtime_error if malformed.
     explicit Expression(std::string_view pattern, CaseRule defaultRule = CaseRule::Sensitive);
     ~Expression();
     Expression(const Expression&) = delete;

@@ -22,9 +22,9 @@ public:
     ScratchRing(const ScratchRing&) = delete;
     ScratchRing& operator=(const ScratchRing&) = delete;
 
-    /// At least `size` bytes, uninitialised; null if memory runs out. A buffer above 2048 bytes is reused
-    /// only for at least two thirds of its size, so that it does not hold memory for ever. A failed slot
-    /// stays null by the same rule.
+    /// At least `size` bytes, uninitialised; null if memory runs out. A buffer above 2048 bytes serves only
+    /// requests of two thirds of its size or more, so that one large request does not hold memory for ever. A
+    /// failed slot returns null by the same rule.
     void* buffer(std::size_t size);
 
     void clear();

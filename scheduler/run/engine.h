@@ -56,7 +56,7 @@ public:
     void setStartupFlag(bool flag) { startupFlag_ = flag; }
     EngineState state() const;
 
-    /// Call after a load: clears every run state and computes every next run.
+    /// For use after a load: clears every run state and computes every next run.
     void resetAll(base::TimeValue now);
 
     /// A tick, unless suspended.
