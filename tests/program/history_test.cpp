@@ -95,8 +95,7 @@ TEST_F(History, RecordsEachRunAndTheStatesOfTheProgram) {
         {"Corvane Scheduler", "", "started", driver::buildFolder() + "scheduler.exe"},
         {"news", "schedule", "ok", news.path},
         {"shop", "after news", "3 pages are missing", shop.path},
-        {missing.path, "by hand", "could not be started: File not found.",
-         missing.path},
+        {missing.path, "by hand", "could not be started: File not found", missing.path},
         {"Corvane Scheduler", "", "suspended", ""},
         {"Corvane Scheduler", "", "resumed", ""},
         {"Corvane Scheduler", "", "exited", ""}};

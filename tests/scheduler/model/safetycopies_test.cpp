@@ -98,8 +98,9 @@ TEST_F(SafetyCopies, SurviveDamageFollowedByLogOffAndRestart) {
     const std::string whole = holding("good");
     for (const std::string& damagedContent : {std::string(), whole.substr(0, 4), whole.substr(0, 50)}) {
         for (const bool damagedCanBeKept : {true, false}) {
-            if (!damagedCanBeKept)
+            if (!damagedCanBeKept) {
                 ASSERT_TRUE(CreateDirectoryA(damaged().c_str(), nullptr));
+            }
             put(dat(), damagedContent);
             put(bak(), whole);
             for (int start = 0; start < 2; ++start) {
@@ -171,7 +172,7 @@ std::string sharingViolation() {
     char text[200] = {};
     FormatMessageA(FORMAT_MESSAGE_FROM_SYSTEM, nullptr, ERROR_SHARING_VIOLATION, 0, text, sizeof text,
                    nullptr);
-    return std::string(text).substr(0, std::string(text).find_last_not_of(" \r\n") + 1);
+    return std::string(text).substr(0, std::string(text).find_last_not_of(".\r\n") + 1);
 }
 
 TEST_F(SafetyCopies, TheFirstOfConsecutiveFailuresIsTold) {
