@@ -1,21 +1,21 @@
 # shellcheck shell=bash
-# What the scripts in this folder share; to be sourced.
+# Shared functions of the scripts; to be sourced.
 
 top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd -P)
 
-# The Wine root and its finished prefix. The name comes from the recipe, so that every clone of the same state
-# shares one root, and a changed recipe makes a new one instead of mending the old.
 # A service may run without HOME.
 home=${HOME:-$(getent passwd "$EUID" | cut -d: -f6)}
 cache=${XDG_CACHE_HOME:-$home/.cache}/corvane-scheduler
+# The folder of the Wine root and its prefix is named after a hash of the scripts that make it: clones with the same
+# scripts share one root, and changed scripts make a new one.
 recipe=$(cat "$top"/tools/{winroot,debian} | sha256sum)
-# shellcheck disable=SC2034 # for those who source this
+# shellcheck disable=SC2034 # used by the scripts that source this
 winroot=$cache/${recipe:0:12}${CORVANE_SUITE:+-$CORVANE_SUITE}
-# Boost's headers, where the machine's own are too old.
-# shellcheck disable=SC2034 # for those who source this, cmake/boost.cmake among them
+# Boost's headers if those of the machine are too old.
+# shellcheck disable=SC2034 # used by cmake/boost.cmake, too
 boost=$cache/boost/usr/include/boost
 
-# On a terminal, set-up's messages appear above the line that ninja rewrites.
+# On a terminal, first clears the line: ninja may be rewriting it.
 say() {
     local line=''
     [[ ! -t 2 ]] || line=$'\r\e[K'
@@ -27,11 +27,10 @@ die() {
     exit 1
 }
 
-# Becomes a command which sees this machine's files under their own paths, but the programs of the Wine root: only
-# /usr and /etc differ, and what people keep in /usr themselves stays in sight. It has its own processes, the first
-# of which is the command: when that ends, or this script does, nothing is left running. No rights are needed for it
-# beyond those of an ordinary user; bwrap's own --dev would put it into a second user namespace, which tools/wine could
-# not join.
+# Replaces this shell by a command in a container. It sees this machine's files under their own paths, except /usr and
+# /etc, which are those of the Wine root; /usr/local and /usr/src stay visible. The command is the first process of its
+# own process namespace: when the command or this script ends, everything in the container ends. An ordinary user may
+# do this. Without --dev, which would add a second user namespace that tools/wine could not join.
 box() { # ROOT PREFIX [BWRAP-OPTION...] -- COMMAND...
     local root=$1 prefix=$2 own=() dir
     shift 2
@@ -50,8 +49,8 @@ box() { # ROOT PREFIX [BWRAP-OPTION...] -- COMMAND...
         --setenv WINEDLLOVERRIDES winemenubuilder.exe=d "$@"
 }
 
-# Wine's server has its socket in a folder in /tmp, which only the prefix names. (With TMPDIR in its environment
-# Debian's Wine crashes.)
+# Removes the folder in /tmp with the socket of Wine's server, whose name is in the prefix. (TMPDIR cannot move it:
+# Debian's Wine crashes with TMPDIR in its environment.)
 remove_server() { # PREFIX
     local name=''
     [[ ! -s $1/wineserver ]] || read -r name < "$1/wineserver" || true
@@ -59,8 +58,8 @@ remove_server() { # PREFIX
     rm -f "$1/wineserver"
 }
 
-# A folder in the cache for one run alone, $use, until end_use. A killed run cannot remove its own: whichever is not
-# locked is nobody's.
+# Makes $use, a folder in the cache for one run, which end_use removes. Folders without a lock were left by killed runs
+# and are removed, too.
 use=''
 make_use() {
     local old
@@ -82,7 +81,7 @@ end_use() { [[ -z $use ]] || remove_use "$use"; }
 remove_use() { # FOLDER
     local tries
     remove_server "$1/prefix"
-    # A process of the prefix that is just being killed may still write into it.
+    # A process that is being killed may still write into the prefix.
     for ((tries = 0; tries < 20; tries++)); do
         rm -rf --one-file-system "$1" 2> /dev/null && return
         sleep 0.2
@@ -90,16 +89,15 @@ remove_use() { # FOLDER
     rm -rf --one-file-system "$1"
 }
 
-# Programs which this script has started beside its work; they end, the last one first, in end_helpers, and with the
-# script if that is killed.
+# Background programs. end_helpers ends them, the last one first. They also end if this script is killed.
 helpers=()
 
-# Starts a program in the background and waits until it has printed a line, $answer.
+# Starts a program in the background and waits for its first line of output, $answer.
 start_helper() { # COMMAND...
     local output
     exec {output}< <(exec 6>&- 8>&- 9>&- && exec setpriv --pdeathsig KILL "$@" 2> /dev/null)
     helpers+=($!)
-    read -r -t 30 answer <&"$output" || die "$1 did not start"
+    read -r -t 30 answer <&"$output" || die "$1 did not start within 30 seconds"
 }
 
 end_helpers() {

@@ -1,4 +1,4 @@
-"""The faults that tools/mutate puts in place of a line of C++."""
+"""The faults that tools/mutate inserts into C++ sources."""
 import itertools
 import random
 import re
@@ -9,11 +9,11 @@ binary = {'<': '<=', '<=': '<', '>': '>=', '>=': '>', '==': '!=', '!=': '==', '&
           '-': '+', '*': '/', '/': '*', '%': '*', '&': '|', '|': '&', '<<': '>>', '>>': '<<', '+=': '-=', '-=': '+='}
 words = {'true': 'false', 'false': 'true', 'min': 'max', 'max': 'min', 'break': 'continue', 'continue': 'break',
          '++': '--', '--': '++', '!': '', '-': ''}
-# An argument of a call, and the one after it.
+# An argument of a call, and the next one.
 argument = r'[^\s(),{}][^(),{}]*(?:\([^()]*\)|\{[^{}]*\})?[^(),{}]*'
 neighbours = re.compile(rf'(?:[({{]|, *)({argument})(?=(, *)({argument})[,)}}])')
 no_code = re.compile(r'\s*($|//|#|using\b|namespace\b|template\b|friend\b|static_assert\b|.*GCOV_EXCL)')
-# What does not compile without the line: most declarations.
+# Lines that cannot be removed: most declarations.
 no_statement = re.compile(r'\s*((const|constexpr|static|auto|case|default|public|private|protected|class|struct)\b|\}|'
                           r'(?!return|throw|delete)[\w:<>,]+[&*]* \w+( =|;|\{))')
 parameter = re.compile(r'(.*[\w>][ &*]+)\w+')
@@ -24,7 +24,7 @@ def without_comment(line):
 
 
 def goes_on(line):
-    """Whether a statement or declaration goes on in the next line."""
+    """Whether a statement or declaration continues on the next line."""
     code = without_comment(line)
     return code != '' and not code.startswith('#') and code[-1] not in ';{}:'
 
@@ -42,7 +42,7 @@ def changes_of(part, has_spaces):
 
 
 def faults_of(line, before, has_code):
-    """The lines to put in place of a line, each a fault; before is the line above."""
+    """The replacements of a line, each with one fault; before is the line above."""
     if no_code.match(line):
         return []
     code, found = without_comment(line), []
@@ -82,7 +82,7 @@ def all_faults(folder, files, code):
 
 
 def draw(places, seed):
-    """The faults by chance; a line at a time, so that lines full of numbers do not get most of the faults."""
+    """The faults in random order, one for each line in turn, so that lines full of numbers do not get most of them."""
     chance = random.Random(seed)
     chance.shuffle(places)
     for place in places:
@@ -91,11 +91,11 @@ def draw(places, seed):
 
 
 def read_equivalents(path):
-    """The faults that are listed as changing nothing, as (file, line, replacement)."""
+    """The listed faults that have no effect, as (file, line, replacement)."""
     text = path.read_text() if path.exists() else ''
     for paragraph in re.sub('^#.*\n', '', text, flags=re.MULTILINE).strip().split('\n\n'):
         entry = re.fullmatch(r'(.+)\n- (.+)\n\+ (.+)\n(.|\n)+', paragraph.strip())
         if entry:
             yield entry.groups()[:3]
         elif paragraph:
-            raise ValueError(f'{path} has an entry without file, line, replacement or reason:\n{paragraph}')
+            raise ValueError(f'{path}: an entry needs a file, a line, a replacement and a reason:\n{paragraph}')

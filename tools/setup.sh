@@ -1,5 +1,5 @@
 # shellcheck shell=bash
-# The steps of tools/setup, which sources this after common.sh and sets `packages`, `unpackers`, `stage` and
+# The steps of tools/setup, which sources this file and common.sh, and sets `packages`, `unpackers`, `stage` and
 # wine_is_wanted.
 # shellcheck disable=SC2154
 
@@ -12,7 +12,7 @@ boost_is_there() {
     ((${version:-0} >= 107600))
 }
 
-# Prints the package with a new enough Boost, if apt offers one. Debian 12 has two releases.
+# Prints the package with a new enough Boost, if apt offers one. Debian 12 offers two versions.
 boost_package() {
     local name version
     for name in libboost-dev libboost1.81-dev; do
@@ -24,8 +24,8 @@ boost_package() {
     done
 }
 
-# Sets `missing` to the packages that have to be installed: those of `packages` that are not, and what gives Boost. An
-# entry a|b is there when one of the two is.
+# Sets `missing` to those of `packages` that are not installed, and to the packages for Boost if needed. Of an entry a|b,
+# one suffices.
 find_missing() {
     local have entry names wanted=("${packages[@]}")
     missing=()
@@ -58,39 +58,39 @@ check_namespaces() {
             kernel.unprivileged_userns_clone=1 (Debian); $advice"
     fi
     ! command -v bwrap > /dev/null || enter=(bwrap --bind / / --dev-bind /dev /dev --proc /proc --unshare-pid)
-    # shellcheck disable=SC2086 # makes one line of the advice
-    "${enter[@]}" true > /dev/null 2>&1 || die 'this machine lets no program make namespaces, which Wine needs:' $advice
+    # shellcheck disable=SC2086 # joins the lines of the advice
+    "${enter[@]}" true > /dev/null 2>&1 || die 'this machine does not allow namespaces, which Wine needs:' $advice
 }
 
 check_machine() {
     local room=0 cache_room=0 folder=$cache unpacked
     [[ $(uname -sm) == 'Linux x86_64' ]] || die "this is $(uname -sm), and set-up needs Linux on x86-64"
-    command -v apt-get > /dev/null || die 'there is no apt-get: set-up needs Debian 12 or 13, or Ubuntu 22.04 or 24.04'
+    command -v apt-get > /dev/null || die 'apt-get is missing: set-up needs Debian 12 or 13, or Ubuntu 22.04 or 24.04'
     if ((${#missing[@]} && EUID != 0)); then
-        command -v sudo > /dev/null || die "there is no sudo: as root, run tools/setup --packages ${stage:-test}"
+        command -v sudo > /dev/null || die "sudo is missing: as root, run tools/setup --packages ${stage:-test}"
         sudo -n true 2> /dev/null || sudo -v || die "sudo refused: as root, run tools/setup --packages ${stage:-test}"
     fi
     [[ $stage == build ]] || check_namespaces
-    # Megabytes, with the downloads.
+    # Megabytes, including the downloads.
     [[ "${missing[*]}" != *mingw* ]] || room=1000
     [[ "${missing[*]}" != *imagemagick* ]] || room=$((room + 550))
     [[ "${missing[*]}" != *clang-tidy* ]] || room=$((room + 650))
-    # What an interrupted call has unpacked is used again or deleted.
+    # The files of an interrupted call are used or deleted, so their space counts as free.
     unpacked=$(du -sm "$winroot.half" 2> /dev/null | cut -f 1 || true)
-    # Wine may be left to a later call, but not to one that finds the disk full.
+    # Checked even if Wine is left to a later call, which would find the disk full.
     [[ $stage == build || -d $winroot ]] || cache_room=$((1500 - ${unpacked:-0}))
     boost_is_there || [[ "${missing[*]}" == *libboost* ]] || cache_room=$((cache_room + 400))
     until [[ -d $folder ]]; do
         folder=$(dirname "$folder")
     done
     [[ $(stat -c %d "$folder") != $(stat -c %d /usr) ]] || cache_room=$((cache_room + room)) room=0
-    check_room /usr "$room" 'delete what is not needed'
-    check_room "$folder" "$cache_room" 'delete what is not needed, or set XDG_CACHE_HOME to a folder on another disk'
+    check_room /usr "$room" 'delete files'
+    check_room "$folder" "$cache_room" 'delete files, or set XDG_CACHE_HOME to a folder on another disk'
 }
 
 # ------------------------------------------------------------------------------------------------- one set-up at a time
 
-# Locks the cache folder. --remove deletes the lock file, so a caller that waited checks that the file is still there.
+# Locks the cache folder. --remove deletes the lock file, so checks after waiting that the file is still there.
 lock() { # [FLOCK-OPTION]
     mkdir -p "$cache"
     exec 9> "$cache/setup.lock"
@@ -100,10 +100,10 @@ lock() { # [FLOCK-OPTION]
 
 # ------------------------------------------------------------------------------------------------- long steps
 
-# Runs a command, and ends it with all that it has started when standard input ends. That happens even when tools/setup
-# is killed, and also ends a command of root's, to which an ordinary user cannot send signals. The guard holds set-up's
-# lock until then. The command does not: a process that outlives it would hold the lock for ever.
-# shellcheck disable=SC2016 # the dollars are for the shell that runs it
+# Runs a command, and ends it with its child processes when standard input ends. This works even if tools/setup is
+# killed, and for root's commands, to which an ordinary user cannot send signals. The guard holds the lock of set-up until
+# then. The command does not hold it: a process that survives the command would keep the lock forever.
+# shellcheck disable=SC2016 # expanded by the shell that runs this
 guard='
     trap : INT TERM HUP
     set -m
@@ -121,7 +121,7 @@ guard='
 
 leash='' job='' become=()
 
-# Runs a long command, and shows every few seconds the time it has taken and its latest line.
+# Runs a long command, and prints its elapsed time and last line every few seconds.
 step() { # TITLE NAME COMMAND...
     local title=$1 log=$cache/logs/$2.log start=$SECONDS shown=$SECONDS status=0
     shift 2
@@ -140,14 +140,14 @@ step() { # TITLE NAME COMMAND...
     exec {leash}>&-
     leash=''
     ((status == 0)) || {
-        say "failed: $title; all of its output is in $log, which ends:"
+        say "failed: $title. All output is in $log, which ends with:"
         tail -n 12 "$log" >&2
         return 1
     }
     say "$title: done in $((SECONDS - start)) s"
 }
 
-# Ends the step that runs, if one does.
+# Ends the running step, if there is one.
 end_step() {
     trap '' INT TERM HUP
     [[ -n $leash ]] || return 0
@@ -157,7 +157,7 @@ end_step() {
 
 # ------------------------------------------------------------------------------------------------- packages
 
-# Prints the processes that hold one of apt's locks.
+# Prints the ids of the processes that hold a lock of apt.
 apt_users() {
     local device inode
     stat -c '%D %i' /var/lib/dpkg/lock{,-frontend} /var/lib/apt/lists/lock /var/cache/apt/archives/lock 2> /dev/null |
@@ -178,8 +178,8 @@ as_root() { # TITLE NAME COMMAND...
     step "$title" "$name" env DEBIAN_FRONTEND=noninteractive "$@"
 }
 
-# A source that cannot be read need not be the one that is needed.
-update() { as_root 'reading the package lists' update apt-get update || say 'going on with what could be read'; }
+# Continues after a failure: the source that cannot be read may not be needed.
+update() { as_root 'reading the package lists' update apt-get update || say 'continuing with the package lists that could be read'; }
 
 install_packages() { # PACKAGE...
     local entry name chosen=()
@@ -195,7 +195,7 @@ install_packages() { # PACKAGE...
 
 # ------------------------------------------------------------------------------------------------- removal
 
-# Renames the folder first: an interrupted removal then never leaves part of a root under its real name.
+# Renames a folder first, so that an interrupted removal never leaves an incomplete root under its real name.
 remove() { # FOLDER...
     local folder
     for folder in "$@"; do
@@ -206,7 +206,7 @@ remove() { # FOLDER...
     done
 }
 
-# Sets `old_roots` to the roots and the halves of all recipes but the present one, or with --remove of all.
+# Sets `old_roots` to the roots, complete or not, that the present scripts did not make; with --remove, to all roots.
 find_old_roots() {
     local folder
     old_roots=()
@@ -216,7 +216,7 @@ find_old_roots() {
     done
 }
 
-# A root is locked while a program runs in it.
+# Keeps roots that are in use: a program holds the lock of its root.
 remove_old_roots() {
     local folder
     find_old_roots
@@ -226,7 +226,7 @@ remove_old_roots() {
         if flock -n 8; then
             remove "$folder"
         elif [[ -n $remove ]]; then
-            say "left there: $folder, in which a program still runs"
+            say "kept: $folder, because a program still runs in it; end the program and call tools/setup --remove again"
         fi
         exec 8<&-
     done
