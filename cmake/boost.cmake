@@ -4,10 +4,10 @@ if(CMAKE_HOST_WIN32)
     find_package(Boost 1.76 REQUIRED)
     target_include_directories(boost_headers SYSTEM INTERFACE ${Boost_INCLUDE_DIRS})
 else()
-    set(BOOST_FOLDER "" CACHE PATH "Boost's headers, the folder named boost; if empty, it is looked for")
+    set(BOOST_FOLDER "" CACHE PATH "The folder boost with Boost's headers; empty: searched for")
     set(boost_folder ${BOOST_FOLDER})
     if(NOT boost_folder)
-        # Where the machine's Boost is too old, tools/setup puts another into the cache folder.
+        # If the machine's Boost is too old, tools/setup puts a newer one into the cache folder.
         execute_process(COMMAND bash -c ". \"$0/tools/common.sh\" && echo \"$boost\"" ${PROJECT_SOURCE_DIR}
             OUTPUT_VARIABLE boost_folder OUTPUT_STRIP_TRAILING_WHITESPACE)
         if(NOT EXISTS "${boost_folder}")
@@ -20,13 +20,13 @@ else()
     endif()
     string(REGEX MATCH "[0-9]+$" boost_version "${boost_line}")
     if(boost_version LESS 107600)
-        message(FATAL_ERROR "There is no Boost 1.76 or newer in ${boost_folder}: run tools/setup build, or set BOOST_FOLDER")
+        message(FATAL_ERROR "No Boost 1.76 or newer in ${boost_folder}: run tools/setup build, or set BOOST_FOLDER")
     endif()
-    # A cross build must not see the machine's other headers, so it gets a folder with a link to Boost's alone.
+    # A cross build must not see the machine's other headers: a folder with only a link to Boost.
     set(boost_link_folder ${PROJECT_BINARY_DIR}/boost-include)
     file(MAKE_DIRECTORY ${boost_link_folder})
     file(CREATE_LINK ${boost_folder} ${boost_link_folder}/boost SYMBOLIC)
     target_include_directories(boost_headers SYSTEM INTERFACE ${boost_link_folder})
 endif()
-# The character classes of the C library: those of C++ locales add 750 kB of the standard library to the program.
+# Character classes of the C library: those of C++ locales add 750 kB to the program.
 target_compile_definitions(boost_headers INTERFACE BOOST_REGEX_STANDALONE BOOST_REGEX_USE_C_LOCALE)

@@ -1,5 +1,5 @@
 # Cross build for 32-bit Windows with Debian's MinGW-w64.
-# The -posix compiler is the one whose runtime has std::thread, which the test library wants.
+# The test library needs std::thread, which only the runtime of the -posix compiler has.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR i686)
 

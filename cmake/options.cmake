@@ -1,4 +1,4 @@
-# What every target of this project is compiled and linked with: link to `project_options`.
+# Options for compiling and linking all targets: link to `project_options`.
 add_library(project_options INTERFACE)
 target_include_directories(project_options INTERFACE ${PROJECT_SOURCE_DIR})
 target_compile_options(project_options INTERFACE
@@ -11,18 +11,17 @@ target_compile_options(project_options INTERFACE
 if(WIN32)
     target_compile_definitions(project_options INTERFACE
         NOMINMAX STRICT WIN32_LEAN_AND_MEAN WINVER=0x0601 _WIN32_WINNT=0x0601 _WIN32_IE=0x0700)
-    # Wine's debugger reads no newer debugging information than that.
+    # The newest debug information that Wine's debugger reads.
     target_compile_options(project_options INTERFACE -fstack-protector-strong $<$<CONFIG:Debug>:-gdwarf-4>)
-    # One file that needs nothing beside it, with the platform's memory protections asked for; no time
-    # stamp, so that two builds of one state are the same file. Sections begin at pages in the file, too: under
-    # Wine it is then mapped, while otherwise each process has a copy of the whole of it in memory of its own.
+    # A single file with the platform's memory protections, without a time stamp so that builds are reproducible.
+    # Sections are aligned to pages in the file: otherwise Wine copies them into the memory of each process.
     target_link_options(project_options INTERFACE
         -static -fstack-protector-strong
         -Wl,--dynamicbase,--nxcompat,--large-address-aware,--no-insert-timestamp,--file-alignment,4096
         $<$<CONFIG:Release>:-s>)
     set(CMAKE_CXX_FLAGS_RELEASE "-O2 -DNDEBUG" CACHE STRING "" FORCE)
 
-    # The compiler has no runtime library for its checks on this platform: what they find ends the program.
+    # The compiler has no sanitizer runtime for this platform, so a failed check traps.
     option(CORVANE_CHECKED "Trap undefined behaviour, check iterators and containers")
     if(CORVANE_CHECKED)
         add_compile_options(-O1 -fsanitize=undefined -fsanitize-undefined-trap-on-error)
@@ -35,10 +34,10 @@ else()
         add_link_options(-fsanitize=address,undefined)
     endif()
     if(CORVANE_FUZZ)
-        # What a fuzzer runs reports which of its branches were taken, and fast.
+        # Reports branches to the fuzzer; optimised for speed.
         add_compile_options(-fsanitize=fuzzer-no-link -O1)
     else()
-        # tools/coverage reads which lines the tests reached.
+        # For tools/coverage.
         target_compile_options(project_options INTERFACE --coverage)
         target_link_options(project_options INTERFACE --coverage)
     endif()

@@ -1,16 +1,16 @@
-# GoogleTest comes as source with the package of that name, so that it is built by the compiler at hand.
+# The googletest package contains sources, which are built with the compiler in use.
 set(INSTALL_GTEST OFF)
 add_subdirectory(${GTEST_SOURCE_FOLDER} ${PROJECT_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
 
-# What every test is linked with.
+# Linked with every test.
 set(support ${PROJECT_SOURCE_DIR}/tests/support)
 add_library(test_main STATIC EXCLUDE_FROM_ALL ${support}/main.cpp)
 target_link_libraries(test_main PUBLIC project_options GTest::gmock)
 target_precompile_headers(test_main PRIVATE <gmock/gmock.h>)
-# Tests compile sooner without, and run as fast.
+# Without optimisation, tests compile sooner and run as fast.
 target_compile_options(test_main PUBLIC $<$<CONFIG:Release>:-O0>)
 
-# tools/coverage reads which lines the native tests reach, all of them together.
+# For tools/coverage: removes old line counters before the native tests run.
 if(NOT WIN32)
     add_test(NAME native.fresh COMMAND find ${PROJECT_BINARY_DIR} -name *.gcda -delete)
     set_tests_properties(native.fresh PROPERTIES FIXTURES_SETUP nothing_reached)
@@ -20,21 +20,21 @@ endif()
 add_library(counted_allocations OBJECT EXCLUDE_FROM_ALL ${support}/allocations.cpp)
 target_link_libraries(counted_allocations PRIVATE project_options)
 
-# Resolutions above the usual 96, in which fonts grow by different steps.
+# DPI values above the default of 96, at which fonts grow by different steps.
 set(CORVANE_RESOLUTIONS 120 144 192)
 
-# Zones that differ in what matters: no daylight saving, both hemispheres, offsets of half and quarter hours, both signs.
+# Zones with and without daylight saving time, in both hemispheres, with both signs and offsets of half and quarter hours.
 set(CORVANE_ZONES America/New_York Europe/Berlin Australia/Sydney Asia/Kolkata Asia/Kathmandu Pacific/Auckland
     America/St_Johns)
 set(CORVANE_UNCHANGING_ZONES Asia/Kolkata Asia/Kathmandu)
-# Under the sanitizers one on each side of Greenwich does: there is one calendar for all.
+# Under the sanitizers, one zone on each side of Greenwich suffices.
 if(NOT WIN32)
     set(CORVANE_ZONES America/St_Johns Australia/Sydney)
 endif()
 
 # corvane_test_run(NAME COMMAND command... [ZONE zone] [WINE option...] [TIMEOUT seconds])
 #
-# One test run of a test program: natively, where its name begins with "native.", or by tools/wine with its options.
+# Adds a run of a test program: natively, with the name prefix "native.", or by tools/wine with its options.
 function(corvane_test_run name)
     cmake_parse_arguments(arg "" "ZONE;TIMEOUT" "COMMAND;WINE" ${ARGN})
     if(WIN32)
@@ -54,13 +54,13 @@ function(corvane_test_run name)
     if(NOT arg_TIMEOUT)
         set(arg_TIMEOUT 300)
     endif()
-    # Checked at each step, a run takes several times as long.
+    # A checked build runs several times as long.
     if(CORVANE_CHECKED)
         math(EXPR arg_TIMEOUT "${arg_TIMEOUT} * 5")
     endif()
     set_tests_properties(${name} PROPERTIES TIMEOUT ${arg_TIMEOUT})
     if(WIN32)
-        # Wine prints that of every crash, even when the exit status gets lost.
+        # Wine prints this at every crash, even when the exit status is lost.
         set_tests_properties(${name} PROPERTIES FAIL_REGULAR_EXPRESSION "starting debugger")
     else()
         set_tests_properties(${name} PROPERTIES FIXTURES_REQUIRED nothing_reached FIXTURES_SETUP lines_reached)
@@ -69,7 +69,7 @@ function(corvane_test_run name)
         set_tests_properties(${name} PROPERTIES LABELS set-clock)
     endif()
     if(arg_ZONE)
-        # TZ is for the native runs, SCHEDULER_ZONE for the check that the zone took effect.
+        # TZ sets the zone of native runs; SCHEDULER_ZONE lets the tests check the zone.
         set_tests_properties(${name} PROPERTIES ENVIRONMENT "TZ=${arg_ZONE};SCHEDULER_ZONE=${arg_ZONE}")
     endif()
 endfunction()
@@ -80,7 +80,7 @@ function(corvane_find_suites suites)
     foreach(file IN LISTS ARGN)
         set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${file})
         file(STRINGS ${file} lines REGEX "^(TYPED_)?TEST(_[FP])?\\(")
-        # A disabled test is one that another test runs.
+        # A disabled test is run by another test.
         list(FILTER lines EXCLUDE REGEX "DISABLED_")
         list(TRANSFORM lines REPLACE "^[A-Z_]+\\( *([A-Za-z0-9_]+).*" "\\1")
         list(APPEND found ${lines})
@@ -89,8 +89,8 @@ function(corvane_find_suites suites)
     set(${suites} ${found} PARENT_SCOPE)
 endfunction()
 
-# Sets `filter` to the argument that makes a test program run SUITES alone. Values come before the name of a suite, types
-# after it.
+# Sets `filter` to the argument that makes a test program run only SUITES. In test names, values come before the suite,
+# types after it.
 function(corvane_filter filter)
     list(TRANSFORM ARGN REPLACE "(.+)" "\\1.*:*/\\1.*:\\1/*" OUTPUT_VARIABLE patterns)
     list(JOIN patterns : patterns)
@@ -100,10 +100,12 @@ endfunction()
 # corvane_tests(PROGRAM FILES file... LIBRARIES library... [ZONED suite...] [CHANGES suite...] [DPI suite...]
 #               [NEEDS target...] [WINE option...] [TIMEOUT seconds])
 #
-# Makes one test program of FILES, and a test run of each suite in them, named after the program and the suite. The suites
-# ZONED also run in each of CORVANE_ZONES, those of a zone in one run, and the suites CHANGES only in those zones that
-# change their clocks. The suites DPI also run in each of CORVANE_RESOLUTIONS. NEEDS are programs that the tests start. For
-# WINE see tools/wine.
+# Adds the test program PROGRAM.tests of FILES, and a test run PROGRAM.SUITE for each suite.
+#   ZONED    suites that also run in each of CORVANE_ZONES, one run per zone
+#   CHANGES  suites that run only in zones with daylight saving time
+#   DPI      suites that also run at each of CORVANE_RESOLUTIONS
+#   NEEDS    targets that the tests start
+#   WINE     options for tools/wine
 function(corvane_tests program)
     cmake_parse_arguments(arg "" "TIMEOUT" "FILES;LIBRARIES;ZONED;CHANGES;DPI;NEEDS;WINE" ${ARGN})
     set(target ${program}.tests)

@@ -1,5 +1,6 @@
 #include "tools/schedule/commands.h"
 
+#include "scheduler/model/schedulefile.h"
 #include "scheduler/ui/programtexts.h"
 #include "tools/schedule/sample.h"
 #include "tools/schedule/storedschedule.h"
@@ -17,24 +18,23 @@ constexpr DWORD pollInterval = 200; // milliseconds
 
 int usage() {
     std::fputs("usage: schedule sample DIR [SECONDS]\n"
-               "                                  write sample projects into DIR, and replace the schedule\n"
-               "                                  with ten entries of every kind: three are due in\n"
-               "                                  SECONDS (8) and soon after\n"
+               "                                  write sample projects into DIR and replace the schedule\n"
+               "                                  by ten entries of every kind, the first two due in\n"
+               "                                  SECONDS (default: 8)\n"
                "       schedule demo DIR [SECONDS]\n"
-               "                                  the same with these three alone\n"
+               "                                  the same with only the first three entries\n"
                "       schedule show              print the schedule\n"
-               "       schedule wait N SECONDS    wait until N entries have run, but no longer than that\n",
+               "       schedule wait N SECONDS    wait until N entries have run, for at most SECONDS\n",
                stderr);
     return Misused;
 }
 
-int fail(const char* message) {
-    std::fprintf(stderr, "schedule: %s\n", message);
+int fail(const std::string& message) {
+    std::fprintf(stderr, "schedule: %s\n", message.c_str());
     return Failed;
 }
 
-/// A running scheduler keeps its schedule in memory and would overwrite the new file. Its title differs while
-/// it is suspended.
+/// A running scheduler would overwrite the new file with its schedule. Its title differs while suspended.
 bool schedulerIsRunning() {
     return FindWindowA(nullptr, scheduler::titleFor(false).c_str()) ||
            FindWindowA(nullptr, scheduler::titleFor(true).c_str());
@@ -42,14 +42,16 @@ bool schedulerIsRunning() {
 
 int makeSample(const std::string& folder, Sample sample, unsigned seconds) {
     if (schedulerIsRunning())
-        return fail("the scheduler is running, and its schedule stays as it is");
-    return writeSample(folder, sample, seconds) ? Succeeded : fail("the sample could not be written");
+        return fail("the schedule was not replaced, because the scheduler is running: exit it first");
+    return writeSample(folder, sample, seconds)
+               ? Succeeded
+               : fail("cannot write sample projects into " + folder + ", or " + scheduler::schedulePath());
 }
 
 int show() {
     scheduler::ScheduleList list;
     if (!readStoredSchedule(list))
-        return fail("there is no schedule that can be read");
+        return fail("cannot read " + scheduler::schedulePath());
     std::fputs(scheduleTable(list, base::TimeValue::now()).c_str(), stdout);
     return Succeeded;
 }
@@ -66,7 +68,7 @@ int waitForRuns(unsigned wanted, unsigned seconds) {
             std::ranges::count_if(list, hasRun) >= static_cast<std::ptrdiff_t>(wanted))
             return Succeeded;
         if (GetTickCount64() >= end)
-            return fail("too few entries have run in that time");
+            return fail("too few entries have run within the time limit");
         Sleep(pollInterval);
     }
 }

@@ -1,4 +1,4 @@
-// What the program is told to do, in words.
+// The program's command line.
 #pragma once
 
 #include <optional>
@@ -8,9 +8,8 @@
 
 enum ExitCode : int { Succeeded = 0, Failed = 1, Misused = 2 };
 
-/// The whole word as a decimal number without a sign; nothing when it is none or too large.
+/// Parses a whole word as an unsigned decimal number; nullopt if it is not a number or too large.
 std::optional<unsigned> parseNumber(std::string_view word);
 
-/// Does what the words behind the program's name say. An ExitCode; whatever is not a success is told on
-/// standard error.
+/// Runs the command in the arguments. Returns an ExitCode and reports failures on standard error.
 int runCommand(const std::vector<std::string>& words);

@@ -1,4 +1,4 @@
-// Makes, shows and watches the schedule file of this Windows; the usage in commands.cpp tells how.
+// Writes, prints and watches the schedule file of this Windows; see the usage in commands.cpp.
 #include "tools/schedule/commands.h"
 
 // Without memory the tool ends with an error. NOLINTNEXTLINE(bugprone-exception-escape)

@@ -66,7 +66,7 @@ std::vector<ScheduledProject> sampleEntries(const std::string& folder, const bas
                                             unsigned seconds) {
     const base::TimeValue now = clock.now();
     const base::TimeValue start = now + base::TimeSpan::fromSeconds(static_cast<std::int32_t>(seconds));
-    // A whole hour, about half a day away from now.
+    // A full hour, about half a day from now.
     const base::TimeValue farHour = scheduler::hourStart(now) + base::TimeSpan::fromMinutes(12 * 60);
 
     std::vector<ScheduledProject> entries = {

@@ -1,7 +1,6 @@
-// Reads the schedule file while the scheduler may be writing it.
 #pragma once
 
 #include "scheduler/model/schedulelist.h"
 
-/// Fills `list` from the schedule file. False when there is none or when it is being written at this moment.
+/// Fills `list` from the schedule file. False if there is no file, or if the scheduler is just writing it.
 bool readStoredSchedule(scheduler::ScheduleList& list);

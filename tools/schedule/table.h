@@ -1,9 +1,8 @@
-// The schedule as text in columns.
 #pragma once
 
 #include "scheduler/model/schedulelist.h"
 
 #include <string>
 
-/// A line of headings and one per entry, each with its line end, the columns as wide as their longest cell.
+/// The schedule as a text table: a line of headings and a line for each entry, in aligned columns.
 std::string scheduleTable(const scheduler::ScheduleList& list, base::TimeValue now);

@@ -91,7 +91,7 @@ TEST_F(ScheduleTool, ASampleHasTenEntriesAndADemonstrationItsFirstThree) {
     const Result none = run({"show"});
     EXPECT_EQ(none.exitCode, 1);
     EXPECT_EQ(none.output, "");
-    EXPECT_EQ(none.errors, "schedule: there is no schedule that can be read\n");
+    EXPECT_EQ(none.errors, "schedule: cannot read " + scheduler::schedulePath() + "\n");
     const test::TemporaryFolder folder;
     for (const auto& [command, lines] : {std::pair{"sample", 11}, {"demo", 4}}) {
         EXPECT_EQ(run({command, folder.path()}).exitCode, 0);
@@ -110,7 +110,8 @@ TEST_F(ScheduleTool, ASampleThatCannotBeWrittenFails) {
     ASSERT_TRUE(test::writeFile(folder.file("file"), ""));
     const Result result = run({"sample", folder.file("file")});
     EXPECT_EQ(result.exitCode, 1);
-    EXPECT_EQ(result.errors, "schedule: the sample could not be written\n");
+    EXPECT_EQ(result.errors, "schedule: cannot write sample projects into " + folder.file("file") + ", or " +
+                                 scheduler::schedulePath() + "\n");
 }
 
 TEST_F(ScheduleTool, ARunningSchedulerKeepsItsSchedule) {
@@ -123,7 +124,9 @@ TEST_F(ScheduleTool, ARunningSchedulerKeepsItsSchedule) {
         const Result result = run({"sample", folder.path()});
         DestroyWindow(window);
         EXPECT_EQ(result.exitCode, 1);
-        EXPECT_EQ(result.errors, "schedule: the scheduler is running, and its schedule stays as it is\n");
+        EXPECT_EQ(
+            result.errors,
+            "schedule: the schedule was not replaced, because the scheduler is running: exit it first\n");
         EXPECT_EQ(run({"show"}).exitCode, 1) << "nothing was written";
     }
 }
@@ -138,7 +141,7 @@ TEST_F(ScheduleTool, WaitsUntilSoManyEntriesHaveRunOrToItsLimit) {
     EXPECT_EQ(run({"wait", "1", "0"}).exitCode, 0);
     const Result tooFew = run({"wait", "2", "60"});
     EXPECT_EQ(tooFew.exitCode, 1) << "one runs again, one never ran";
-    EXPECT_EQ(tooFew.errors, "schedule: too few entries have run in that time\n");
+    EXPECT_EQ(tooFew.errors, "schedule: too few entries have run within the time limit\n");
     EXPECT_GE(slept, 60'000U);
     EXPECT_LT(slept, 61'000U);
     DeleteFileA(scheduler::schedulePath().c_str());
