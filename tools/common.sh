@@ -114,7 +114,7 @@ start_screen() { # WIDTHxHEIGHT DPI
     start_helper openbox --sm-disable --startup 'echo ready'
 }
 
-# The picture is good when the next one is the same: everything has been painted.
+# Takes a picture when painting is complete: when two in a row are the same.
 take_picture() { # FILE WINDOW
     local before='' now=- tries
     for ((tries = 0; tries < 100; tries++)); do
@@ -124,5 +124,5 @@ take_picture() { # FILE WINDOW
         [[ $now != "$before" ]] || return 0
         sleep 0.3
     done
-    die 'the screen does not come to rest'
+    die "no picture $1: the screen keeps changing"
 }
