@@ -1,12 +1,12 @@
-; Ends a running copy of the program, and starts it again with the user's rights. The functions change $0 to $5.
+; Ends a running copy of the program and restarts it with the user's rights. The functions change $0 to $5.
 
-Var oldFolder     ; where the program is that will be replaced or removed
+Var oldFolder     ; the folder of the program to replace or remove
 Var closedProgram ; the path of the copy that was closed, or empty
 Var closedToken   ; its user and rights
 
 !macro sharedFunctions un
 
-; Puts 1 onto the stack while a copy of the program runs, else 0.
+; Pushes 1 if a copy of the program runs, else 0.
 Function ${un}isRunning
     StrCpy $5 0
     System::Call 'kernel32::OpenMutex(i 0x100000, i 0, t "${VENDOR} ${TITLE}") p .r3 ?e' ; SYNCHRONIZE
@@ -17,7 +17,7 @@ Function ${un}isRunning
     ${ElseIf} $4 = 5 ; ERROR_ACCESS_DENIED: the copy has more rights than this run
         StrCpy $5 1
     ${ElseIf} ${FileExists} "$oldFolder\scheduler.exe"
-        ; Another user's copy has a mutex of its own, but cannot be overwritten either.
+        ; A copy of another user has its own mutex, but it locks the file.
         ClearErrors
         FileOpen $3 "$oldFolder\scheduler.exe" a
         ${If} ${Errors}
@@ -28,8 +28,8 @@ Function ${un}isRunning
     Push $5
 FunctionEnd
 
-; Ends a running copy, as its Exit command does: it may ask its user first. After the answer No, or no answer within a
-; minute, the user can try again, while a silent run ends.
+; Ends a running copy by its Exit command, which may ask the user. If the answer is No or takes longer than a minute, the
+; user can try again; a silent run ends.
 Function ${un}closeProgram
     retry:
     Call ${un}isRunning
@@ -46,7 +46,7 @@ Function ${un}closeProgram
             Call rememberProgram
         !endif
         SendMessage $1 ${WM_COMMAND} 2012 0 /TIMEOUT=1000
-        ; Its question, if it asks, would stay behind the installer's window.
+        ; Otherwise the program's question could be hidden by the installer's window.
         System::Call 'user32::GetLastActivePopup(p r1) p .r2'
         System::Call 'user32::SetForegroundWindow(p r2)'
         HideWindow
@@ -62,7 +62,7 @@ Function ${un}closeProgram
         ${Loop}
         BringToFront
     ${EndIf}
-    ; The user has answered: a copy that ends needs no more than a moment.
+    ; After the answer, the program ends within moments.
     StrCpy $2 100 ; tenths of a second
     ${DoWhile} $2 > 0
         Call ${un}isRunning
@@ -85,24 +85,25 @@ FunctionEnd
 !insertmacro sharedFunctions ""
 !insertmacro sharedFunctions "un."
 
-; Through the shell, because the program must not have the installer's rights: with them it sees another Windows folder
-; and another registry.
+; Starts the program through the shell, without the installer's rights: with those it would see another Windows folder and
+; another registry.
 Function startProgram
     Exec '"$WINDIR\explorer.exe" "${PROGRAM}"'
 FunctionEnd
 
-; Keeps the path, the user and the rights of the copy with the window $1.
+; Stores path, user and rights of the copy that owns the window $1.
 Function rememberProgram
     System::Call 'user32::GetWindowThreadProcessId(p r1, *i .r2)'
     System::Call 'kernel32::OpenProcess(i 0x1000, i 0, i r2) p .r3' ; PROCESS_QUERY_LIMITED_INFORMATION
     System::Call 'kernel32::QueryFullProcessImageName(p r3, i 0, t .s, *i ${NSIS_MAX_STRLEN})'
     Pop $closedProgram
     System::Call 'advapi32::OpenProcessToken(p r3, i 2, *p .r4)' ; TOKEN_DUPLICATE
-    System::Call 'advapi32::DuplicateTokenEx(p r4, i 0x18B, p 0, i 2, i 1, *p .s)' ; with what a new process needs
+    System::Call 'advapi32::DuplicateTokenEx(p r4, i 0x18B, p 0, i 2, i 1, *p .s)' ; the rights needed to start a process
     Pop $closedToken
 FunctionEnd
 
-; Starts the program $0 hidden, as the copy that was closed ran. "/s" would also start the entries "at startup".
+; Starts the program $0 hidden, with the user and rights of the closed copy. Not with "/s", which would also start the
+; entries "at startup".
 Function startAgain
     ${If} $closedProgram == ""
         Return
