@@ -50,11 +50,11 @@ protected:
 
 class SimulatedMonths : public SimulatedTest {};
 
-TEST_P(SimulatedMonths, AreTheSameForTheProgramAndThePlainRules) {
+TEST_P(SimulatedMonths, AgreeWithThePlainRules) {
     simulate(3, false);
 }
 
-TEST_P(SimulatedMonths, AreTheSameInEverySecondOfADay) {
+TEST_P(SimulatedMonths, AgreeWithThePlainRulesEverySecondOfADay) {
     plan.length = 26 * hour;
     plan.actsPerDay = 40;
     simulate(1, true);
@@ -65,7 +65,7 @@ INSTANTIATE_TEST_SUITE_P(Policies, SimulatedMonths,
 
 class SimulatedYears : public SimulatedTest {};
 
-TEST_P(SimulatedYears, AreTheSameForTheProgramAndThePlainRules) {
+TEST_P(SimulatedYears, AgreeWithThePlainRules) {
     plan.length = 3652 * day;
     plan.entries = 500;
     plan.mix.hourlyPerThousand = 5; // each of them runs 87,000 times

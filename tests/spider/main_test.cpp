@@ -87,7 +87,7 @@ TEST_F(Spider, EndsAsItsProjectSays) {
     EXPECT_EQ(numberOf("12", "Error"), 2U);
 }
 
-TEST_F(Spider, SeveralRunAndLogUntilTheirEventIsSignalled) {
+TEST_F(Spider, SeveralInstancesRunAndLogUntilTheirEventIsSignalled) {
     const base::KernelHandle event(CreateEventA(nullptr, TRUE, FALSE, "spider test"));
     constexpr std::uint32_t runs = 8;
     const std::string endless = project("until=spider test\nerror=1");
@@ -112,7 +112,7 @@ TEST_F(Spider, SeveralRunAndLogUntilTheirEventIsSignalled) {
     EXPECT_TRUE(waitFor(" end run 13: error 1\r\n"));
 }
 
-TEST_F(Spider, OpenedByHandItLogsAndEnds) {
+TEST_F(Spider, LogsAndEndsWhenOpenedByTheUser) {
     EXPECT_EQ(run("\"C:\\a b.kra\""), 0U);
     EXPECT_THAT(log(), HasSubstr(" open run -: " + line_ + "\r\n"));
     SetEnvironmentVariableA("SCHEDULER_SPIDER_LOG", "C:\\no such folder\\a.log");

@@ -17,7 +17,7 @@ std::wstring current() {
 }
 
 // The second name has characters that the code page lacks.
-TEST(CurrentDirectory, IsKeptThroughChangesAndExceptions) {
+TEST(CurrentDirectory, IsRestoredEvenAfterAnException) {
     const test::TemporaryFolder folder;
     const std::wstring before = current();
     ASSERT_TRUE(SetCurrentDirectoryA(folder.path().c_str()));

@@ -15,7 +15,7 @@ namespace {
 
 using test::localSeconds;
 
-TEST(DateParsing, DateIsThatOfTheFirstLayoutThatFits) {
+TEST(DateParsing, FirstMatchingLayoutDecides) {
     const std::int32_t july = localSeconds(2005, 7, 23);
     const std::int32_t evening = localSeconds(2005, 7, 23, 19, 54, 28);
     const std::int32_t november = 784'111'777;
@@ -67,7 +67,7 @@ constexpr std::int32_t step = 1;
 constexpr std::int32_t step = 7; // the sanitizers are slow
 #endif
 
-TEST(DateParsing, EveryMinuteAndDayIsReadBack) {
+TEST(DateParsing, FormattedDatesParseToTheSameTime) {
     for (int minute = 0; minute < 1440; minute += step)
         ASSERT_NO_FATAL_FAILURE(expectReadBack(localSeconds(2005, 7, 23, 0, minute, 17)));
     // From 3 January 1970 to the end of 2037, at another minute each day.
@@ -77,13 +77,13 @@ TEST(DateParsing, EveryMinuteAndDayIsReadBack) {
         ASSERT_NO_FATAL_FAILURE(expectReadBack(t));
 }
 
-TEST(DateParsing, NightsInWhichTheClockChangesAreReadBack) {
+TEST(DateParsing, FormattedDatesNearClockChangesParseToTheSameTime) {
     for (const std::int32_t change : test::clockChanges())
         for (std::int32_t t = change - 3 * 3600; t < change + 3 * 3600; t += 59 * step)
             ASSERT_NO_FATAL_FAILURE(expectReadBack(t));
 }
 
-TEST(DateParsing, VeryLongTextsAreRead) {
+TEST(DateParsing, AcceptsVeryLongTexts) {
     const std::string blanks(10'000, ' ');
     const std::int32_t july = localSeconds(2005, 7, 23);
     EXPECT_EQ(parseDateTime(blanks + "7/23/2005" + blanks).seconds(), july);
@@ -92,7 +92,7 @@ TEST(DateParsing, VeryLongTextsAreRead) {
     EXPECT_EQ(parseTimeOfDay(blanks + "9" + blanks + "pm").seconds(), 75'600);
 }
 
-TEST(DateParsing, ZeroCharacterEndsItsNumberOnly) {
+TEST(DateParsing, ZeroCharacterEndsOnlyItsNumber) {
     using namespace std::string_literals;
     EXPECT_EQ(parseFreeDate("7\0"
                             "5/23/2005"s)
@@ -101,7 +101,7 @@ TEST(DateParsing, ZeroCharacterEndsItsNumberOnly) {
     EXPECT_EQ(parseDateTime("\0\0"s), TimeValue());
 }
 
-TEST(DateParsing, BuildTimeIsTheLatestOfTheRegisteredSources) {
+TEST(DateParsing, BuildTimeIsTheNewestRegisteredSourceTime) {
     const TimeValue release = buildTime();
     EXPECT_EQ(formatPattern(release, "%b %d %Y %H:%M:%S"), RELEASE_DATE) << "the library's own sources";
     EXPECT_TRUE(registerSourceFile("older.cpp", "Jul 23 2005 19:54:31"));

@@ -65,7 +65,7 @@ TEST(Dates, SpansAddAndCompare) {
     EXPECT_LT(TimeSpan::fromMinutes(1), TimeSpan::fromMinutes(2));
 }
 
-TEST(Dates, ValuesAre32BitsAndOrdered) {
+TEST(Dates, ValuesHave32BitsAndAreOrdered) {
     EXPECT_EQ(sizeof(TimeValue), 4U);
     EXPECT_EQ(sizeof(TimeSpan), 4U);
     EXPECT_EQ(TimeValue().seconds(), 0);
@@ -76,7 +76,7 @@ TEST(Dates, ValuesAre32BitsAndOrdered) {
     EXPECT_EQ(TimeValue(5), TimeValue(5));
 }
 
-TEST(Dates, SumsAndDifferencesArePlainSecondsAndWrapAround) {
+TEST(Dates, SumsAndDifferencesWrapAround) {
     EXPECT_EQ((TimeValue(1000) + TimeSpan::fromSeconds(60)).seconds(), 1060);
     EXPECT_EQ((TimeValue(1000) - TimeSpan::fromSeconds(60)).seconds(), 940);
     EXPECT_EQ((TimeValue(10) - TimeSpan::fromSeconds(60)).seconds(), -50);
@@ -87,7 +87,7 @@ TEST(Dates, SumsAndDifferencesArePlainSecondsAndWrapAround) {
     EXPECT_EQ(secondsBetween(TimeValue(smallest), TimeValue(1)), largest);
 }
 
-TEST(Dates, SystemClockIsTheRuntimesAndItsUptimeTheSteadyClocks) {
+TEST(Dates, SystemClockUsesTheRuntimeTimeAndTheSteadyClock) {
     using namespace std::chrono;
     const auto steadyNow = [] { return floor<milliseconds>(steady_clock::now().time_since_epoch()); };
     const milliseconds uptimeBefore = steadyNow();
@@ -110,7 +110,7 @@ void expectFields(TimeValue value, const LocalTime& expected) {
     ASSERT_EQ(single, expected) << value.seconds();
 }
 
-TEST(Dates, FieldsAreTheRuntimesLocalTimeOr0ForANegativeValue) {
+TEST(Dates, FieldsMatchTheRuntimesLocalTimeAndAre0ForNegativeValues) {
     for (const std::int32_t t : test::instants()) {
         const std::tm fields = test::localFields(t);
         ASSERT_NO_FATAL_FAILURE(
@@ -127,7 +127,7 @@ std::int32_t fromLocalFields(const std::tm& fields, int isDst = -1) {
         .seconds();
 }
 
-TEST(Dates, LocalFieldsGiveAnInstantOfTheSameFields) {
+TEST(Dates, LocalFieldsRoundTrip) {
     for (const std::int32_t t : test::instants()) {
         const std::tm fields = test::localFields(t);
         if (fields.tm_year < 70)
@@ -139,7 +139,7 @@ TEST(Dates, LocalFieldsGiveAnInstantOfTheSameFields) {
         EXPECT_EQ(fromLocalFields(test::localFields(t)), t);
 }
 
-TEST(Dates, RuntimeChoosesInSkippedAndRepeatedHours) {
+TEST(Dates, SkippedAndRepeatedHoursMatchTheRuntime) {
     for (const std::int32_t change : test::clockChanges()) {
         const std::tm at = test::localFields(change);
         for (int minute = -180; minute <= 180; minute += 7)
@@ -170,7 +170,7 @@ TEST(Dates, LocalFieldsOutOfRangeRollOver) {
             << year << '-' << month << '-' << day << ' ' << hour << ':' << minute << ':' << second;
 }
 
-TEST(Dates, LocalTimeOutsideTheRangeIsNoTime) {
+TEST(Dates, LocalTimesOutsideTheRangeAreEmpty) {
     std::tm fields = test::localFields(largest);
     ++fields.tm_sec;
     EXPECT_EQ(fromLocalFields(fields), 0);

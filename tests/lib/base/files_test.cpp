@@ -69,7 +69,7 @@ protected:
     const std::string path_ = folder_.file("file");
 };
 
-TEST_F(Files, AnyFileMatchesANameOrAPattern) {
+TEST_F(Files, FindsAFileByNameOrPattern) {
     make("news.krb");
     const auto search = [this] {
         for (const char* pattern : {"news.krb", "*.krb", "news.kr?", "n?ws.*", "NEWS.KRB"})
@@ -84,7 +84,7 @@ TEST_F(Files, AnyFileMatchesANameOrAPattern) {
     EXPECT_EQ(handleCount(), before);
 }
 
-TEST_F(Files, FileOrFolderExistsButNoPattern) {
+TEST_F(Files, FileExistsAcceptsFilesAndFoldersButNoPatterns) {
     EXPECT_TRUE(fileExists(make("news.krb")));
     EXPECT_TRUE(fileExists(folder_.path()));
     for (const char* name : {"news.kra", "missing\\news.krb", "*.krb"})
@@ -92,7 +92,7 @@ TEST_F(Files, FileOrFolderExistsButNoPattern) {
     EXPECT_FALSE(fileExists(""));
 }
 
-TEST_F(Files, WindowsDirectoryIsAskedForAgainWhen256CharactersAreTooFew) {
+TEST_F(Files, WindowsDirectoryRetriesWhen256CharactersAreTooFew) {
     for (const std::size_t length : {8U, 254U, 255U, 256U, 257U, 1000U}) {
         simulatedWindows = "C:\\" + std::string(length - 3, 'w');
         askedSizes.clear();
@@ -106,12 +106,12 @@ TEST_F(Files, WindowsDirectoryIsAskedForAgainWhen256CharactersAreTooFew) {
     EXPECT_EQ(windowsDirectory(), "C:\\") << "it has its backslash";
 }
 
-TEST_F(Files, LocalDataDirectoryIsThatOfTheUser) {
+TEST_F(Files, LocalDataDirectoryBelongsToTheUser) {
     EXPECT_EQ(localDataDirectory(), std::getenv("LOCALAPPDATA") + "\\"s);
     EXPECT_TRUE(fileExists(localDataDirectory()));
 }
 
-TEST_F(Files, LocalDataDirectoryIsEmptyWhenThePlatformDoesNotTell) {
+TEST_F(Files, LocalDataDirectoryIsEmptyWhenThePlatformFails) {
     platform::SHGetFolderPathA.answer = E_FAIL;
     EXPECT_EQ(localDataDirectory(), "");
     platform::SHGetFolderPathA.answer.reset();
@@ -134,7 +134,7 @@ TEST_F(Files, MappedFileShowsTheWholeFileReadOnly) {
     }
 }
 
-TEST_F(Files, MappedFileStaysEmptyWithoutAFileToRead) {
+TEST_F(Files, MappedFileStaysEmptyWhenTheFileCannotBeRead) {
     const std::string exclusive = make("exclusive");
     const std::string written = make("written");
     const FileHandle reader = openFile(exclusive, GENERIC_READ, 0);
@@ -150,7 +150,7 @@ TEST_F(Files, MappedFileStaysEmptyWithoutAFileToRead) {
     EXPECT_TRUE(isFree(empty));
 }
 
-TEST_F(Files, MappedFileMayBeReadOnlyAndLetsReadersInButNotWriters) {
+TEST_F(Files, MappedFileBlocksWritersButNotReaders) {
     const std::string path = make("file");
     ASSERT_TRUE(SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_READONLY));
     MappedFile file;
@@ -161,7 +161,7 @@ TEST_F(Files, MappedFileMayBeReadOnlyAndLetsReadersInButNotWriters) {
     EXPECT_FALSE(isFree(path));
 }
 
-TEST_F(Files, MappedFileIsReleasedByCloseDestructionAndTheNextOpen) {
+TEST_F(Files, MappedFileIsReleasedByCloseDestructionAndReopening) {
     const std::string other = make("other", "other content");
     std::optional<MappedFile> file;
     const auto open = [&] {
@@ -187,7 +187,7 @@ TEST_F(Files, MappedFileIsReleasedByCloseDestructionAndTheNextOpen) {
     EXPECT_TRUE(isFree(path_));
 }
 
-TEST_F(Files, MappedFileIsOpenedToBeReadFromStartToEnd) {
+TEST_F(Files, MappedFileIsOpenedForSequentialReading) {
     ASSERT_TRUE(writeWhole(path_, "content"));
     static std::vector<DWORD> asked;
     platform::CreateFileA.note = [](LPCSTR, DWORD access, DWORD sharing, LPSECURITY_ATTRIBUTES,
@@ -200,7 +200,7 @@ TEST_F(Files, MappedFileIsOpenedToBeReadFromStartToEnd) {
                                    FILE_ATTRIBUTE_NORMAL | FILE_FLAG_SEQUENTIAL_SCAN));
 }
 
-TEST_F(Files, MappedFileLosesNoHandleAndNoViewWhereverItFails) {
+TEST_F(Files, MappedFileLeaksNoHandleOrViewAtAnyFailure) {
     constexpr std::size_t size = 1 << 20;
     const std::string good = make("good", std::string(size, 'x'));
     const std::string empty = make("empty", "");

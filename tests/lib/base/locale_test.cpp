@@ -71,7 +71,7 @@ SYSTEMTIME converted(std::int32_t t) {
     return time;
 }
 
-TEST(Locale, DateAndTimeAreThePlatformsTextsOfTheLocalFields) {
+TEST(Locale, DateAndTimeMatchThePlatformsTextForTheLocalFields) {
     for (const std::int32_t t : test::instants()) {
         const SYSTEMTIME time = systemTimeOf(test::localFields(t));
         const SYSTEMTIME actual = converted(t);
@@ -88,14 +88,14 @@ TEST(Locale, DateAndTimeAreThePlatformsTextsOfTheLocalFields) {
     }
 }
 
-TEST(Locale, SystemTimeOfANegativeTimeIsZeros) {
+TEST(Locale, SystemTimeOfANegativeTimeIsAllZeros) {
     for (const std::int32_t t : {-1, -day, INT32_MIN}) {
         const SYSTEMTIME actual = converted(t);
         EXPECT_EQ(std::memcmp(&actual, std::array<char, sizeof actual>{}.data(), sizeof actual), 0) << t;
     }
 }
 
-TEST(Locale, TimeZeroHasNoTextAndANegativeTimeIsMidnight) {
+TEST(Locale, EmptyTimeHasNoTextAndANegativeTimeIsMidnight) {
     for (const bool first : {true, false}) {
         EXPECT_EQ(formatLocaleDate(TimeValue(), first), "");
         EXPECT_EQ(formatLocaleDate(TimeValue(-1), first), "");

@@ -67,7 +67,7 @@ protected:
     HWND window_ = CreateWindowExA(0, "EDIT", "", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr, nullptr, nullptr);
 };
 
-TEST_F(OpSys, ModuleAndExecutableAreTheProgramsOwn) {
+TEST_F(OpSys, ModuleAndExecutableBelongToTheProgram) {
     EXPECT_EQ(moduleHandle(), GetModuleHandleA(nullptr));
     EXPECT_TRUE(executablePath().ends_with("\\lib.base.opsys.tests.exe")) << executablePath();
     for (const std::size_t length : {259U, 260U, 261U, 520U, 30'000U}) {
@@ -78,7 +78,7 @@ TEST_F(OpSys, ModuleAndExecutableAreTheProgramsOwn) {
     simulatedPath.clear();
 }
 
-TEST_F(OpSys, InstanceMutexTellsTheSecondFromTheFirstAndIsOwned) {
+TEST_F(OpSys, InstanceMutexIsOwnedAndDetectsASecondInstance) {
     const std::string name = unique("instance");
     EXPECT_FALSE(createInstanceMutex(name));
     EXPECT_TRUE(createInstanceMutex(name));
@@ -91,7 +91,7 @@ TEST_F(OpSys, InstanceMutexTellsTheSecondFromTheFirstAndIsOwned) {
     EXPECT_EQ(result, DWORD{WAIT_TIMEOUT}) << "another thread cannot take it";
 }
 
-TEST_F(OpSys, InstanceMutexThatIsRefusedIsNoOtherInstance) {
+TEST_F(OpSys, RefusedInstanceMutexDoesNotCountAsAnotherInstance) {
     const std::string name = unique("not-a-mutex");
     const KernelHandle event(CreateEventA(nullptr, TRUE, FALSE, name.c_str()));
     EXPECT_FALSE(createInstanceMutex(name));
@@ -102,7 +102,7 @@ TEST_F(OpSys, InstanceMutexThatIsRefusedIsNoOtherInstance) {
     platform::CreateMutexA.answer.reset();
 }
 
-TEST_F(OpSys, AnotherInstanceIsKnownByTheMakersAndTheProgramsNames) {
+TEST_F(OpSys, InstanceMutexIsNamedAfterTheVendorAndTheProgram) {
     const std::string title = applicationName;
     applicationName = unique("Title with blanks");
     const std::string name = "Brindlewood " + applicationName;
@@ -112,7 +112,7 @@ TEST_F(OpSys, AnotherInstanceIsKnownByTheMakersAndTheProgramsNames) {
     applicationName = title;
 }
 
-TEST_F(OpSys, ComponentLibraryIsClosedAtExitUnlessItWasRefused) {
+TEST_F(OpSys, ComponentLibraryIsClosedAtExitIfItWasStarted) {
     const CLSID nobody{};
     void* component = nullptr;
     const auto create = [&] {
@@ -130,7 +130,7 @@ TEST_F(OpSys, ComponentLibraryIsClosedAtExitUnlessItWasRefused) {
     afterExit.usesComponents = true;
 }
 
-TEST_F(OpSys, WindowTextIsTheWholeText) {
+TEST_F(OpSys, WindowTextIsComplete) {
     ASSERT_NE(window_, nullptr);
     for (const std::string& text :
          {std::string(), std::string("two words"), std::string(3000, 't'), std::string()}) {
@@ -154,7 +154,7 @@ CALLED_BY_PLATFORM LRESULT CALLBACK boastingWindow(HWND window, UINT message, WP
     return DefWindowProcA(window, message, wParam, lParam);
 }
 
-TEST_F(OpSys, WindowTextHasTheLengthThatTheWindowTold) {
+TEST_F(OpSys, WindowTextHasTheLengthReportedByTheWindow) {
     SetWindowLongA(window_, GWL_WNDPROC, static_cast<LONG>(reinterpret_cast<LONG_PTR>(boastingWindow)));
     ASSERT_TRUE(SetWindowTextA(window_, "text"));
     EXPECT_EQ(windowText(window_), std::string("text") + std::string(6, '\0'));
@@ -165,7 +165,7 @@ TEST_F(OpSys, WindowTextHasTheLengthThatTheWindowTold) {
 
 // Errors
 
-TEST_F(OpSys, AnErrorHasTheSystemsText) {
+TEST_F(OpSys, ErrorTextComesFromTheSystem) {
     const std::string text = systemErrorText(ERROR_ACCESS_DENIED);
     EXPECT_TRUE(text.starts_with("Access ") && text.find("denied") != std::string::npos) << text;
     EXPECT_GT(text.back(), ' ') << "no line break";

@@ -8,7 +8,7 @@
 namespace base {
 namespace {
 
-TEST(Paths, AreTakenApart) {
+TEST(Paths, AreSplitIntoTheirParts) {
     const struct {
         const char *path, *directory, *fileName, *baseName, *extension;
     } rows[] = {
@@ -37,11 +37,11 @@ TEST(Paths, AreTakenApart) {
     }
 }
 
-TEST(Paths, ExtensionIsInLowerCaseByTheCodePage) {
+TEST(Paths, ExtensionIsLoweredByTheCodePage) {
     EXPECT_EQ(extensionOf("x.\xC4"), std::string(1, lowerCase('\xC4')));
 }
 
-TEST(Paths, DrivePathBeginsWithLetterColonBackslash) {
+TEST(Paths, DrivePathStartsWithALetterColonAndBackslash) {
     for (int code = 0; code < 256; ++code) {
         const bool letter = (code >= 'A' && code <= 'Z') || (code >= 'a' && code <= 'z');
         EXPECT_EQ(isDrivePath(static_cast<char>(code) + std::string(":\\")), letter) << code;

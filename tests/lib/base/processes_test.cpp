@@ -63,7 +63,7 @@ protected:
     }
 };
 
-TEST_F(Processes, StartAndRunShowTheWindowAndUseTheDirectoryAsTold) {
+TEST_F(Processes, StartAndRunPassTheShowCommandAndTheDirectory) {
     for (const std::string directory : {"", "C:\\"}) {
         EXPECT_TRUE(startProcess(child("0"), SW_SHOWMINNOACTIVE, directory));
         EXPECT_THAT(waits, testing::IsEmpty()) << "a start does not wait";
@@ -82,7 +82,7 @@ TEST_F(Processes, StartAndRunShowTheWindowAndUseTheDirectoryAsTold) {
     }
 }
 
-TEST_F(Processes, WhatCannotBeStartedFails) {
+TEST_F(Processes, StartAndRunFailForAMissingProgramOrDirectory) {
     for (const char* commandLine : {"C:\\missing.exe", "\"\" /s1 /r /e \"C:\\x.kra\"", ""}) {
         EXPECT_FALSE(startProcess(commandLine, SW_HIDE, "")) << commandLine;
         EXPECT_EQ(runProcessAndWait(commandLine, SW_HIDE, "", INFINITE), 0xFFFFFFFFU) << commandLine;
@@ -91,7 +91,7 @@ TEST_F(Processes, WhatCannotBeStartedFails) {
     EXPECT_EQ(runProcessAndWait(child("0"), SW_HIDE, "C:\\missing", INFINITE), processFailed);
 }
 
-TEST_F(Processes, RunTellsAStartThatFailedFromAProcessThatFailed) {
+TEST_F(Processes, RunReportsAFailedStartSeparatelyFromTheExitCode) {
     std::uint32_t startError = 77;
     EXPECT_EQ(runProcessAndWait("C:\\missing.exe", SW_HIDE, "", INFINITE, &startError), 0xFFFFFFFFU);
     EXPECT_EQ(startError, DWORD{ERROR_FILE_NOT_FOUND});
@@ -99,7 +99,7 @@ TEST_F(Processes, RunTellsAStartThatFailedFromAProcessThatFailed) {
     EXPECT_EQ(startError, DWORD{ERROR_SUCCESS});
 }
 
-TEST_F(Processes, RunGivesTheExitCode) {
+TEST_F(Processes, RunReturnsTheExitCode) {
     for (const std::uint32_t code : {0U, 1U, 42U, 259U, 0x80000000U, 0xC0000005U})
         EXPECT_EQ(run(std::to_string(code)), code);
 }
@@ -112,7 +112,7 @@ TEST_F(Processes, RunWaitsUntilTheProcessEndsOrIsKilled) {
     EXPECT_EQ(run("process test"), 77U);
 }
 
-TEST_F(Processes, NoHandleIsLostEvenByARunThatTimesOut) {
+TEST_F(Processes, LeakNoHandleEvenAfterATimeout) {
     const KernelHandle event(CreateEventA(nullptr, TRUE, FALSE, "process test"));
     const auto startAll = [] {
         EXPECT_TRUE(startProcess(child("0"), SW_HIDE, ""));
@@ -127,7 +127,7 @@ TEST_F(Processes, NoHandleIsLostEvenByARunThatTimesOut) {
     SetEvent(event.get());
 }
 
-TEST_F(Processes, RunPassesTheStandardHandlesThatThereAreButOfAHiddenOneTheInputAlone) {
+TEST_F(Processes, RunPassesTheStandardHandlesButOnlyTheInputToAHiddenProcess) {
     constexpr DWORD names[] = {STD_INPUT_HANDLE, STD_OUTPUT_HANDLE, STD_ERROR_HANDLE};
     const KernelHandle some(CreateEventA(nullptr, TRUE, FALSE, nullptr));
     std::array<HANDLE, 3> before{};
@@ -150,7 +150,7 @@ TEST_F(Processes, RunPassesTheStandardHandlesThatThereAreButOfAHiddenOneTheInput
         SetStdHandle(names[i], before[i]);
 }
 
-TEST_F(Processes, ProcessThatIsRefusedWithoutAnErrorCountsAsStarted) {
+TEST_F(Processes, RefusalWithoutAnErrorCodeCountsAsStarted) {
     static DWORD error;
     platform::CreateProcessA.note = [](auto...) { SetLastError(error); };
     platform::CreateProcessA.answer = FALSE;
@@ -162,7 +162,7 @@ TEST_F(Processes, ProcessThatIsRefusedWithoutAnErrorCountsAsStarted) {
     platform::CreateProcessA.answer.reset();
 }
 
-TEST_F(Processes, ProcessThatCannotBeWaitedForFailsAndItsHandlesStayOpen) {
+TEST_F(Processes, RunFailsAndLeavesTheHandlesOpenWhenTheWaitFails) {
     platform::WaitForSingleObject.answer = WAIT_FAILED;
     EXPECT_EQ(run("3"), processFailed);
     const unsigned before = test::handleCount();
@@ -171,7 +171,7 @@ TEST_F(Processes, ProcessThatCannotBeWaitedForFailsAndItsHandlesStayOpen) {
     platform::WaitForSingleObject.answer.reset();
 }
 
-TEST_F(Processes, ProcessWhoseExitCodeIsNotToldGives0) {
+TEST_F(Processes, RunReturns0WhenTheExitCodeIsUnavailable) {
     platform::GetExitCodeProcess.answer = FALSE;
     EXPECT_EQ(run("3"), 0U);
     platform::GetExitCodeProcess.answer.reset();

@@ -79,7 +79,7 @@ protected:
     static inline unsigned handles_ = 0;
 };
 
-TEST_F(RegistryCalls, AskForNoMoreThanTheyNeed) {
+TEST_F(RegistryCalls, RequestOnlyTheAccessTheyNeed) {
     std::string text;
     std::uint32_t number = 0;
     EXPECT_TRUE(readString(user, path("Text"), text));
@@ -99,14 +99,14 @@ TEST_F(RegistryCalls, AskForNoMoreThanTheyNeed) {
     EXPECT_THAT(created, IsEmpty());
 }
 
-TEST_F(RegistryCalls, KeyThatCannotBeOpenedIsNeitherReadNorChanged) {
+TEST_F(RegistryCalls, FailWhenTheKeyCannotBeOpened) {
     platform::RegOpenKeyExA.answer = refusal;
     expectNothingRead();
     EXPECT_FALSE(deleteValue(user, path("Text")));
     platform::RegOpenKeyExA.answer.reset();
 }
 
-TEST_F(RegistryCalls, ValueThatCannotBeAskedForIsNotRead) {
+TEST_F(RegistryCalls, ReadsFailWhenTheValueCannotBeQueried) {
     platform::RegQueryValueExA.answer = refusal;
     expectNothingRead();
     std::string text = "old";
@@ -118,7 +118,7 @@ TEST_F(RegistryCalls, ValueThatCannotBeAskedForIsNotRead) {
     platform::RegQueryValueExA.answer.reset();
 }
 
-TEST_F(RegistryCalls, ValueThatHasNoRoomInMemoryIsNotRead) {
+TEST_F(RegistryCalls, ReadsFailWithoutMemory) {
     const std::string text = path("Text"), bytes = path("Bytes");
     std::string out = "old";
     bool read = true;
@@ -130,7 +130,7 @@ TEST_F(RegistryCalls, ValueThatHasNoRoomInMemoryIsNotRead) {
     EXPECT_EQ(out, "old");
 }
 
-TEST_F(RegistryCalls, KeyThatCannotBeMadeOrValueThatCannotBeSetIsNotWritten) {
+TEST_F(RegistryCalls, WritesFailWhenTheKeyOrTheValueIsRefused) {
     platform::RegCreateKeyExA.answer = refusal;
     expectNothingWritten();
     platform::RegCreateKeyExA.answer.reset();
@@ -139,13 +139,13 @@ TEST_F(RegistryCalls, KeyThatCannotBeMadeOrValueThatCannotBeSetIsNotWritten) {
     platform::RegSetValueExA.answer.reset();
 }
 
-TEST_F(RegistryCalls, ValueThatCannotBeDeletedIsAFailure) {
+TEST_F(RegistryCalls, DeletingAValueFailsWhenThePlatformRefuses) {
     platform::RegDeleteValueA.answer = refusal;
     EXPECT_FALSE(deleteValue(user, path("Text")));
     platform::RegDeleteValueA.answer.reset();
 }
 
-TEST_F(RegistryCalls, KeyCountsAsDeletedUnlessTheAnswerIsAbove0) {
+TEST_F(RegistryCalls, KeyCountsAsDeletedUnlessTheResultIsAbove0) {
     const struct {
         DWORD answer;
         bool deleted;

@@ -47,7 +47,7 @@ TimeValue local(int year, int month, int dayOfMonth, int hourOfDay, int minute =
     return TimeValue(test::localSeconds(year, month, dayOfMonth, hourOfDay, minute, second));
 }
 
-TEST(RelativeTimes, PatternIsTheRuntimesTextOfTheLocalTime) {
+TEST(RelativeTimes, PatternGivesTheRuntimesTextForTheLocalTime) {
     const TimeValue t = local(2005, 7, 27, 21, 30, 5);
     EXPECT_EQ(formatPattern(t, "%a %b %d"), "Wed Jul 27");
     EXPECT_EQ(formatPattern(t, "%m/%d/%y %I:%M"), "07/27/05 09:30");
@@ -57,7 +57,7 @@ TEST(RelativeTimes, PatternIsTheRuntimesTextOfTheLocalTime) {
     EXPECT_EQ(formatPattern(TimeValue::never(), "%Y"), "2038");
 }
 
-TEST(RelativeTimes, PatternOfNoTimeAndOfNegativeTimesIsEmpty) {
+TEST(RelativeTimes, PatternOfAnEmptyOrNegativeTimeIsEmpty) {
     for (const std::int32_t t : {0, -1, std::numeric_limits<std::int32_t>::min()})
         EXPECT_EQ(formatPattern(TimeValue(t), "text %Y"), "") << t;
 }
@@ -68,7 +68,7 @@ TEST(RelativeTimes, PatternGivesAtMost127Characters) {
     EXPECT_LE(formatPattern(TimeValue(86400), (longest + 'x').c_str()).size(), 127U);
 }
 
-TEST(RelativeTimes, DayFollowsMidnightsWithin24HoursAndOneDayMoreFurtherOff) {
+TEST(RelativeTimes, DayChangesAtMidnightUpToTwoDaysAway) {
     for (const TimeValue now : nows())
         for (std::int32_t offset = -2 * day + 1; offset < 2 * day; offset += 607) {
             const TimeValue t = later(now, offset);
@@ -114,7 +114,7 @@ TEST(RelativeTimes, DaysAreCountedModulo365) {
     EXPECT_EQ(relativeDay(beforeLeapDay, later(beforeLeapDay, 365 * day + 2 * hour)), 1);
 }
 
-TEST(RelativeTimes, PhraseNamesTheDayOrTheDateAndTheYearWhenItDiffers) {
+TEST(RelativeTimes, PhraseNamesTheDayOrTheDateWithAnyOtherYear) {
     const struct {
         TimeValue t, now;
         const char* expected;

@@ -38,7 +38,7 @@ std::string range(char first, char last) {
     return text;
 }
 
-TEST(Tables, AlphabetsAreThoseOfTheirEncodings) {
+TEST(Tables, AlphabetsMatchTheirEncodings) {
     EXPECT_EQ(base64Alphabet, range('A', 'Z') + range('a', 'z') + range('0', '9') + "+/");
     EXPECT_EQ(uuencodeAlphabet, '`' + range('!', '_'));
     EXPECT_EQ(xxencodeAlphabet, "+-" + range('0', '9') + range('A', 'Z') + range('a', 'z'));

@@ -68,7 +68,7 @@ TEST(Threads, ThreadHasTheDefaultStackAndDoesNothingWithoutMemory) {
     EXPECT_FALSE(called);
 }
 
-TEST(Threads, ThreadThatIsRefusedLeavesNothingBehind) {
+TEST(Threads, RefusedThreadLeaksNothing) {
     const std::size_t allocated = test::allocationCount;
     const std::size_t freed = test::deallocationCount;
     platform::_beginthread.answer = threadFailed;
@@ -80,7 +80,7 @@ TEST(Threads, ThreadThatIsRefusedLeavesNothingBehind) {
     EXPECT_FALSE(called);
 }
 
-TEST(Threads, ExceptionEndsItsThreadAlone) {
+TEST(Threads, ExceptionEndsOnlyItsThread) {
     EXPECT_TRUE(runOnThread([] { throw std::runtime_error("not for the runtime"); }));
 }
 
@@ -96,7 +96,7 @@ void ask15(ScratchRing& ring) {
         ring.buffer(1);
 }
 
-TEST(Threads, RingHandsOut16BuffersInTurn) {
+TEST(Threads, RingCyclesThrough16Buffers) {
     ScratchRing ring;
     std::vector<void*> buffers;
     for (char i = 0; i < 16; ++i) {
@@ -115,7 +115,7 @@ std::size_t sizeOf(void* buffer) {
     return buffer ? _msize(buffer) : 0; // a new slot is a buffer of size 0
 }
 
-TEST(Threads, RingKeepsABufferOrReplacesItByOneOfTheSizeAskedFor) {
+TEST(Threads, RingReusesABufferOrReplacesItWithTheRequestedSize) {
     const struct {
         std::size_t first, second;
         bool kept;
@@ -135,7 +135,7 @@ TEST(Threads, RingKeepsABufferOrReplacesItByOneOfTheSizeAskedFor) {
     }
 }
 
-TEST(Threads, RingKeepsAFailedAllocationAsABufferOfThatSize) {
+TEST(Threads, RingRemembersAFailedAllocationAsABufferOfThatSize) {
     const struct {
         std::size_t second;
         std::uint32_t allocations;
@@ -150,7 +150,7 @@ TEST(Threads, RingKeepsAFailedAllocationAsABufferOfThatSize) {
     }
 }
 
-TEST(Threads, RingsFailedAllocationsLeaveItsOtherBuffersAlone) {
+TEST(Threads, RingKeepsItsOtherBuffersAfterAFailedAllocation) {
     ScratchRing ring;
     auto* const first = static_cast<char*>(ring.buffer(10));
     std::memset(first, 'a', 10);
@@ -174,7 +174,7 @@ TEST(Threads, RingFreesReplacedBuffers) {
     EXPECT_LT(committedBytes(MEM_PRIVATE), before + 8 * megabyte);
 }
 
-TEST(Threads, ClearedRingStartsAfresh) {
+TEST(Threads, ClearedRingIsEmpty) {
     ScratchRing ring;
     for (int i = 0; i < 5; ++i)
         ring.buffer(10);
@@ -188,7 +188,7 @@ TEST(Threads, ClearedRingStartsAfresh) {
     ring.clear();
 }
 
-TEST(Threads, EachThreadHasARingOfItsOwnEmptyAtItsStart) {
+TEST(Threads, EachThreadStartsWithItsOwnEmptyRing) {
     std::array<void*, 16> mine{};
     for (void*& buffer : mine) {
         buffer = scratchBuffer(100);
@@ -231,7 +231,7 @@ DWORD WINAPI otherThread(void* buffer) {
     return 0;
 }
 
-TEST(Threads, ThreadsStartedOtherwiseShareTheMainThreadsRing) {
+TEST(Threads, ForeignThreadsShareTheMainThreadsRing) {
     void* const mine = scratchBuffer(10);
     for (int i = 0; i < 15; ++i)
         scratchBuffer(10);
@@ -242,7 +242,7 @@ TEST(Threads, ThreadsStartedOtherwiseShareTheMainThreadsRing) {
     EXPECT_EQ(theirs, mine);
 }
 
-TEST(Threads, ProgramsRingIsFreedAtExit) {
+TEST(Threads, MainThreadsRingIsFreedAtExit) {
     for (int i = 0; i < 16; ++i)
         ASSERT_NE(scratchBuffer(4 * megabyte), nullptr);
     afterExit.withRing = test::committedBytes(MEM_PRIVATE);

@@ -32,7 +32,7 @@ SCHEDULER_REPLACE_IMPORT(TlsAlloc, "_TlsAlloc@0", slotUnlessRefused);
 namespace base {
 namespace {
 
-TEST(ThreadSlot, WithoutOneThreadsShareTheMainThreadsBuffers) {
+TEST(ThreadSlot, ThreadsShareTheMainThreadsBuffersWithoutASlot) {
     EXPECT_EQ(refusals, 1);
     std::set<void*> ring;
     for (int i = 0; i < 16; ++i)

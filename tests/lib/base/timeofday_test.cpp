@@ -24,7 +24,7 @@ TEST(TimeOfDay, IsSecondsAfterMidnight) {
         EXPECT_EQ(parseTimeOfDay(text).seconds(), seconds) << '"' << text << '"';
 }
 
-TEST(TimeOfDay, EveryMinuteIsReadInEveryForm) {
+TEST(TimeOfDay, EveryMinuteIsParsedInEveryForm) {
     for (int minute = 0; minute < 1440; ++minute) {
         const int hour = minute / 60;
         char text[32] = {};
@@ -45,7 +45,7 @@ TEST(TimeOfDay, EveryMinuteIsReadInEveryForm) {
     }
 }
 
-TEST(TimeOfDay, NumberBeyondTheRangeIsTheLargestAndTheSumWrapsAround) {
+TEST(TimeOfDay, NumbersSaturateAndTheSumWrapsAround) {
     EXPECT_EQ(parseTimeOfDay("0:0:99999999999999999999").seconds(), std::numeric_limits<std::int32_t>::max());
     // 21,474,836 hours, 47 minutes and 2,147,483,647 seconds wrap around to -24,855 days and a part of one.
     EXPECT_EQ(parseTimeOfDay("99999999999999999999:99999999999999999999:99999999999999999999").seconds(),

@@ -94,7 +94,7 @@ void expectSame(const NOTIFYICONDATAA& record, const NOTIFYICONDATAA& expected) 
         << record.cbSize << ' ' << record.uFlags << ' ' << record.uCallbackMessage << ' ' << record.szTip;
 }
 
-TEST_F(TrayIcon, TipIsCutTo63Characters) {
+TEST_F(TrayIcon, TipIsTruncatedTo63Characters) {
     for (const std::size_t length : {0U, 62U, 63U, 64U, 128U, 5000U}) {
         std::string tip;
         for (std::size_t i = 0; i < length; ++i)
@@ -106,7 +106,7 @@ TEST_F(TrayIcon, TipIsCutTo63Characters) {
     }
 }
 
-TEST_F(TrayIcon, LivesFromAddingToRemoval) {
+TEST_F(TrayIcon, ExistsFromAddingToRemoval) {
     EXPECT_FALSE(modifyTrayIcon(window_, firstIcon, "tip"));
     EXPECT_FALSE(removeTrayIcon(window_));
     EXPECT_TRUE(addTrayIcon(window_, firstIcon, std::string(200, 't')));
@@ -117,7 +117,7 @@ TEST_F(TrayIcon, LivesFromAddingToRemoval) {
     EXPECT_FALSE(removeTrayIcon(window_));
 }
 
-TEST_F(TrayIcon, ShellIsToldMessageIconAndTip) {
+TEST_F(TrayIcon, ShellReceivesMessageIconAndTip) {
     addTrayIcon(window_, firstIcon, "tip");
     modifyTrayIcon(window_, secondIcon, "other tip");
     removeTrayIcon(window_);
@@ -139,7 +139,7 @@ TEST_F(TrayIcon, ShellIsToldMessageIconAndTip) {
     EXPECT_NE(shellCalls[0].record.hIcon, shellCalls[1].record.hIcon);
 }
 
-TEST_F(TrayIcon, BalloonWarnsAtTheIconAndLeavesIconAndTip) {
+TEST_F(TrayIcon, BalloonShowsAWarningAndKeepsIconAndTip) {
     EXPECT_FALSE(showTrayBalloon(window_, "title", "text")) << "there is no icon";
     addTrayIcon(window_, firstIcon, "tip");
     shellCalls.clear();
@@ -156,7 +156,7 @@ TEST_F(TrayIcon, BalloonWarnsAtTheIconAndLeavesIconAndTip) {
     removeTrayIcon(window_);
 }
 
-TEST_F(TrayIcon, BalloonIsCutTo63And255Characters) {
+TEST_F(TrayIcon, BalloonIsTruncatedTo63And255Characters) {
     for (const std::size_t length : {255U, 256U, 5000U}) {
         showTrayBalloon(window_, std::string(length, 't'), std::string(length, 'x'));
         EXPECT_EQ(shellCalls.back().record.szInfoTitle, std::string(63, 't'));
@@ -165,7 +165,7 @@ TEST_F(TrayIcon, BalloonIsCutTo63And255Characters) {
     }
 }
 
-TEST_F(TrayIcon, MissingWindowOrIconIsRefusedWithoutTheShell) {
+TEST_F(TrayIcon, MissingWindowOrIconFailsWithoutCallingTheShell) {
     EXPECT_FALSE(addTrayIcon(nullptr, firstIcon, "tip"));
     EXPECT_FALSE(modifyTrayIcon(nullptr, firstIcon, "tip"));
     EXPECT_THAT(loadedIcons, IsEmpty());

@@ -52,7 +52,7 @@ std::vector<plain::Item> left(std::vector<ScheduledProject> entries, const Posit
     return itemsOf(list);
 }
 
-TEST(Deletion, LetsFollowersFollowTheDeletedEntrysPredecessor) {
+TEST(Deletion, RelinksFollowersToThePredecessor) {
     const struct {
         const char* what;
         std::vector<Entry> entries;
@@ -103,7 +103,7 @@ TEST(Deletion, LetsFollowersFollowTheDeletedEntrysPredecessor) {
             << row.what;
 }
 
-TEST(Deletion, IsShownOnceWhenTheReferencesAreRight) {
+TEST(Deletion, NotifiesOnceAfterTheReferencesAreUpdated) {
     struct View : scheduler::ScheduleObserver {
         explicit View(const ScheduleList& watched) : list(watched) {}
         const ScheduleList& list;
@@ -123,7 +123,7 @@ TEST(Deletion, IsShownOnceWhenTheReferencesAreRight) {
     EXPECT_THAT(view.shown, testing::ElementsAre(0, 0));
 }
 
-TEST(Deletion, OfSeveralIsThatOfEachFromTheHighestDown) {
+TEST(Deletion, OfSeveralEqualsDeletingEachFromLastToFirst) {
     constexpr unsigned seed = 20260104;
     std::mt19937 random(seed);
     const auto below = [&](std::size_t limit) { return static_cast<int>(random() % limit); };

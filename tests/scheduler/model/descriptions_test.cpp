@@ -31,7 +31,7 @@ protected:
     scheduler::EngineState state{.startupFlag = false, .suspended = false};
 };
 
-TEST_F(Descriptions, NameAProjectByItsTitleAndACommandLineByAllOfIt) {
+TEST_F(Descriptions, NameAProjectByItsTitleAndACommandLineInFull) {
     const struct {
         const char *path, *name;
     } rows[] = {{"C:\\Sites\\news.daily.kra", "news.daily"},
@@ -157,7 +157,7 @@ TEST_F(Descriptions, SayWhenTheNextRunIs) {
     EXPECT_EQ(nextRun(due(justAfter, once(justAfter))), "Now") << "the clock has moved on";
 }
 
-TEST_F(Descriptions, SayThatAnEntryRunsOrIsDisabledOrSuspendedInThisOrder) {
+TEST_F(Descriptions, SayRunningBeforeDisabledBeforeSuspended) {
     for (unsigned bits = 0; bits < 8; ++bits)
         for (ScheduledProject entry : {due(TimeValue(), hourly(0)), due(TimeValue::never(), hourly(0))}) {
             const std::string otherwise = entry.nextRun == TimeValue() ? "Now" : "(never)";
@@ -193,7 +193,7 @@ TEST_F(Descriptions, SayWhenTheLastRunWas) {
 }
 
 // In zones that are a quarter of an hour off, days begin at a quarter.
-TEST_F(Descriptions, OfTheNextAndTheLastRunHoldForAsLongAsIsSaid) {
+TEST_F(Descriptions, StayValidUntilTheReportedTime) {
     int changes = 0;
     int looks = 0;
     for (const std::int32_t daysAhead : {-400, -3, 0, 2, 364, 366}) {

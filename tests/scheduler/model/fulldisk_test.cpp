@@ -43,7 +43,7 @@ protected:
     void TearDown() override { EXPECT_TRUE(DeleteFileA(schedulePath().c_str())) << "no one has it open"; }
 };
 
-TEST_F(FullDiskSaves, FailHoweverSmallTheScheduleIs) {
+TEST_F(FullDiskSaves, FailAtAnySize) {
     for (const std::size_t count : {0U, 1U, 10U}) {
         ScheduleList list;
         filled(list, count);
@@ -68,7 +68,7 @@ private:
     void onSaveFailed(const std::string& path, const std::string&) override { told.push_back(path); }
 };
 
-TEST_F(FullDiskSaves, TheCopyIsWholeWhenTheSaveIsNot) {
+TEST_F(FullDiskSaves, FailedSaveLeavesACompleteCopy) {
     Failures failures;
     ScheduleFile file(failures);
     ScheduleList list;
@@ -91,7 +91,7 @@ TEST_F(FullDiskSaves, TheCopyIsWholeWhenTheSaveIsNot) {
     EXPECT_TRUE(DeleteFileA("D:\\schedule.bak"));
 }
 
-TEST_F(FullDiskSaves, ACopyWithoutRoomDoesNotStopTheSave) {
+TEST_F(FullDiskSaves, SaveContinuesWhenTheCopyHasNoRoom) {
     Failures failures;
     ScheduleFile file(failures);
     ScheduleList list;

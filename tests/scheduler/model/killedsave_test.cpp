@@ -75,7 +75,7 @@ protected:
 // A file is written in one piece, or in several.
 const std::vector<std::pair<std::size_t, std::size_t>> sizes = {{3000, 1}, {1, 3000}};
 
-TEST_F(KilledSave, TheFirstAfterALoadLosesNothing) {
+TEST_F(KilledSave, FirstSaveAfterALoadLosesNothing) {
     for (const auto& [countBefore, countAfter] : sizes) {
         const Schedule older{"older", 2};
         const Schedule before{"before", countBefore};
@@ -90,7 +90,7 @@ TEST_F(KilledSave, TheFirstAfterALoadLosesNothing) {
     }
 }
 
-TEST_F(KilledSave, ALaterOneLosesNothing) {
+TEST_F(KilledSave, LaterSaveLosesNothing) {
     for (const auto& [countBefore, countAfter] : sizes) {
         const Schedule loaded{"loaded", 2};
         const Schedule before{"before", countBefore};
@@ -101,7 +101,7 @@ TEST_F(KilledSave, ALaterOneLosesNothing) {
     }
 }
 
-TEST_F(KilledSave, TheOneAfterADamageKeepsTheDamagedFileAndTheCopy) {
+TEST_F(KilledSave, SaveAfterADamagedLoadKeepsTheDamagedFileAndTheCopy) {
     const std::string cut = Schedule{"before", 3000}.content().substr(0, 200'000);
     const Schedule good{"good", 3000};
     report(killAtEachCall(

@@ -34,7 +34,7 @@ void expectAll(const std::vector<Row>& table) {
 
 // The calendar days in these tables are in months in which none of the zones in use changes its clock.
 
-TEST(NextRun, OnlyEntriesAtStartupAreDueAtOnceAndOnlyWhileTheFlagIsSet) {
+TEST(NextRun, OnlyStartupEntriesAreDueAtOnceWhileTheFlagIsSet) {
     const TimeValue now = at(2026, 1, 5, 10, 15);
     EXPECT_FALSE(scheduler::EngineState().startupFlag || scheduler::EngineState().suspended);
     for (const int kind : {-1, 0, 1, scheduler::kindCount, 1000, int{lowest}, int{highest}})
@@ -48,7 +48,7 @@ TEST(NextRun, OnlyEntriesAtStartupAreDueAtOnceAndOnlyWhileTheFlagIsSet) {
         EXPECT_EQ(nextRun(entry, now, now, true), nextRun(entry, now, now, false));
 }
 
-TEST(NextRun, AnHourlyEntryMovesOnAtTheBeginningOfItsMinute) {
+TEST(NextRun, HourlyEntryAdvancesAtTheStartOfItsMinute) {
     expectAll({
         {"at the minute", hourly(15), at(2026, 1, 5, 10, 15), at(2026, 1, 5, 11, 15)},
         {"within the minute", hourly(15), at(2026, 1, 5, 10, 15, 59), at(2026, 1, 5, 11, 15)},
@@ -61,7 +61,7 @@ TEST(NextRun, AnHourlyEntryMovesOnAtTheBeginningOfItsMinute) {
     });
 }
 
-TEST(NextRun, ADailyEntryIsDueFromItsTimeOnTheNextDayThatIsSet) {
+TEST(NextRun, DailyEntryRunsAtItsTimeOnTheNextSelectedDay) {
     const std::string everyDay = "MTWTFSS";
     ScheduledProject oddFlag = daily(clockTime(8), ".......");
     oddFlag.weekdays[3] = 128;
@@ -87,7 +87,7 @@ TEST(NextRun, ADailyEntryIsDueFromItsTimeOnTheNextDayThatIsSet) {
     });
 }
 
-TEST(NextRun, DailyBeginsWithTheClocksDayAndComparesWithNow) {
+TEST(NextRun, DailyStartsFromTheClocksDayAndComparesWithNow) {
     const ScheduledProject entry = daily(clockTime(2), "MTWTFSS");
     EXPECT_EQ(nextRun(entry, at(2026, 1, 5, 1), at(2026, 1, 6, 1)), at(2026, 1, 6, 2)) << "clock a day ahead";
     EXPECT_EQ(nextRun(entry, at(2026, 1, 5, 23, 59, 59), at(2026, 1, 6)), at(2026, 1, 6, 2))
@@ -97,7 +97,7 @@ TEST(NextRun, DailyBeginsWithTheClocksDayAndComparesWithNow) {
         << "one day is added, however far now is ahead";
 }
 
-TEST(NextRun, AMonthlyEntryCountsItsDaysFromTheFirstEvenBeyondTheMonth) {
+TEST(NextRun, MonthlyEntryCountsDaysFromTheFirstEvenBeyondTheMonth) {
     expectAll({
         {"exactly then", monthly(clockTime(12), 15), at(2026, 1, 15, 12), at(2026, 1, 15, 12)},
         {"a second later", monthly(clockTime(12), 15), at(2025, 12, 15, 12, 0, 1), at(2026, 1, 15, 12)},
@@ -133,7 +133,7 @@ TEST(NextRun, MonthlyTakesTheMonthFromTheClockAndComparesWithNow) {
         << "the month after the clock's, however far now is ahead";
 }
 
-TEST(NextRun, OnceIsNeverFromItsTimeOn) {
+TEST(NextRun, OnceIsNeverAtOrAfterItsTime) {
     const TimeValue time = at(2026, 1, 5, 8, 0, 30);
     expectAll({
         {"a second before", once(time), time - TimeSpan::fromSeconds(1), time},
@@ -145,14 +145,14 @@ TEST(NextRun, OnceIsNeverFromItsTimeOn) {
     });
 }
 
-TEST(NextRun, OnceAndHourlyDoNotAskTheClock) {
+TEST(NextRun, OnceAndHourlyDoNotReadTheClock) {
     const TimeValue now = at(2026, 1, 5, 8);
     const TimeValue elsewhere = at(2030, 6, 7, 12, 34);
     EXPECT_EQ(nextRun(once(at(2026, 1, 6)), now, elsewhere), at(2026, 1, 6));
     EXPECT_EQ(nextRun(hourly(20), now, elsewhere), at(2026, 1, 5, 8, 20));
 }
 
-TEST(NextRun, DaysHoursAndMonthsBeginAtLocalMidnightOrOnTheHour) {
+TEST(NextRun, DaysHoursAndMonthsStartInLocalTime) {
     const TimeValue leapDay = at(2024, 2, 29, 23, 59, 59);
     EXPECT_EQ(scheduler::timeOfDay(leapDay).seconds(), 86399);
     EXPECT_EQ(scheduler::timeOfDay(at(2026, 1, 5)).seconds(), 0);
@@ -183,7 +183,7 @@ std::vector<TimeValue> noonsBeforeChanges(bool back) {
     return noons;
 }
 
-TEST(ClockChange, ADailyEntryKeepsStepsOf86400SecondsAndRunsEarlyOrLate) {
+TEST(ClockChange, DailyEntryAdvances86400SecondsAndRunsEarlyOrLate) {
     for (const bool back : {true, false})
         for (const TimeValue noon : noonsBeforeChanges(back)) {
             const TimeValue result = nextRun(daily(clockTime(8), "MTWTFSS"), noon, noon);
@@ -192,7 +192,7 @@ TEST(ClockChange, ADailyEntryKeepsStepsOf86400SecondsAndRunsEarlyOrLate) {
         }
 }
 
-TEST(ClockChange, AnEntryAfterMidnightIsDueAgainUntilTheLongDaysEnd) {
+TEST(ClockChange, EntryAfterMidnightIsDueAgainUntilTheEndOfA25HourDay) {
     for (const TimeValue noon : noonsBeforeChanges(true)) {
         const TimeValue midnight = noon + TimeSpan::fromMinutes(12 * 60);
         const TimeValue now = midnight + TimeSpan::fromMinutes(24 * 60 + 55);

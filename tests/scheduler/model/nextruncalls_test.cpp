@@ -32,7 +32,7 @@ Calls callsFor(const ScheduledProject& entry) {
     return newCalls();
 }
 
-TEST(NextRunCalls, AreMadeForTheKindsOnTheCalendarOnlyAndAsFewAsPossible) {
+TEST(NextRunCalls, AreMinimalAndOnlyForCalendarKinds) {
     for (const ScheduledProject& entry : {ofKind(0), ofKind(1), once(clockTime(12))})
         EXPECT_EQ(callsFor(entry), Calls());
     EXPECT_EQ(callsFor(hourly(30)), (Calls{0, 1, 1}));
@@ -42,7 +42,7 @@ TEST(NextRunCalls, AreMadeForTheKindsOnTheCalendarOnlyAndAsFewAsPossible) {
     EXPECT_EQ(callsFor(monthly(clockTime(0), 1)), (Calls{1, 2, 2})) << "this month's day is gone";
 }
 
-TEST(NextRunCalls, AreForTheTimeOfDayOnlyAtASecondLookAtTheSameMoment) {
+TEST(NextRunCalls, OnlyReadTheTimeOfDayOnRepeatedQueries) {
     const auto entries = {hourly(30), daily(clockTime(12), "M......"), monthly(clockTime(0), 1)};
     scheduler::NextRuns nextRuns({}, TimeValue::now(), base::systemClock());
     for (const ScheduledProject& entry : entries)

@@ -82,19 +82,19 @@ protected:
     base::RegistryStore store{user, path("State")};
 };
 
-TEST_F(PreferenceValues, HaveAKeyNamedAfterTheProgramsFileInLowerCase) {
+TEST_F(PreferenceValues, AreStoredUnderTheProgramsFileNameInLowerCase) {
     const base::RegistryStore own = scheduler::appRegistryKey("Other section");
     EXPECT_EQ(own.root(), user);
     EXPECT_EQ(own.path(), "Software\\Brindlewood\\my copy.of it\\Other section");
 }
 
-TEST_F(PreferenceValues, HaveTheirDefaultsAtAFirstStart) {
+TEST_F(PreferenceValues, HaveDefaultsAtTheFirstStart) {
     Preferences preferences;
     EXPECT_FALSE(loadPreferences(store, preferences));
     EXPECT_EQ(fieldsOf(preferences), std::tuple(false, 20U, false, true, base::WindowState{}));
 }
 
-TEST_F(PreferenceValues, ComeBackAsTheyWereSavedInTheirOrder) {
+TEST_F(PreferenceValues, RoundTripInTheirOrder) {
     platform::RegSetValueExA.note = [](HKEY, LPCSTR name, auto...) { written.emplace_back(name); };
     platform::RegQueryValueExA.note = [](HKEY, LPCSTR name, auto...) {
         if (read.empty() || read.back() != name) // a block is asked for its size first
@@ -112,7 +112,7 @@ TEST_F(PreferenceValues, ComeBackAsTheyWereSavedInTheirOrder) {
     platform::RegQueryValueExA.note = nullptr;
 }
 
-TEST_F(PreferenceValues, KeepTheSettingOfAMissingValueAndOfNoOther) {
+TEST_F(PreferenceValues, KeepOnlyTheSettingOfAMissingValue) {
     for (const std::string missing : valueNames) {
         ASSERT_TRUE(savePreferences(store, filledPreferences()));
         ASSERT_TRUE(base::deleteValue(user, missing == "State" ? path("State") : value(missing)));
@@ -120,7 +120,7 @@ TEST_F(PreferenceValues, KeepTheSettingOfAMissingValueAndOfNoOther) {
     }
 }
 
-TEST_F(PreferenceValues, TakeAnyFlagButZeroAsSetAndWriteItBackAsOne) {
+TEST_F(PreferenceValues, ReadAnyNonzeroFlagAsSetAndWriteItAsOne) {
     ASSERT_TRUE(savePreferences(store, Preferences()));
     for (const std::uint32_t number : {1U, 2U, 0x100U, 0xFFFFFFFFU}) {
         for (const char* name : {"Suspended", "RunMultiple", "Autostart"})
@@ -135,7 +135,7 @@ TEST_F(PreferenceValues, TakeAnyFlagButZeroAsSetAndWriteItBackAsOne) {
     }
 }
 
-TEST_F(PreferenceValues, TakeAWindowStateThatIsLongEnoughAndBinaryOnly) {
+TEST_F(PreferenceValues, AcceptOnlyABinaryWindowStateOfSufficientLength) {
     for (const std::size_t size : {1U, 60U, 61U, 70U}) {
         ASSERT_TRUE(savePreferences(store, filledPreferences()));
         ASSERT_TRUE(base::writeBinary(user, path("State"), std::string(size, 'w')));
@@ -147,7 +147,7 @@ TEST_F(PreferenceValues, TakeAWindowStateThatIsLongEnoughAndBinaryOnly) {
     expectLoaded(false, filledBut("State"));
 }
 
-TEST_F(PreferenceValues, AreABlockAboveTheSectionAndNumbersWithinIt) {
+TEST_F(PreferenceValues, StoreTheWindowStateAboveTheSectionAndNumbersInIt) {
     const Preferences preferences = filledPreferences();
     EXPECT_TRUE(savePreferences(store, preferences));
     const test::StoredValue state = loadValue("State");
@@ -168,7 +168,7 @@ TEST_F(PreferenceValues, AreABlockAboveTheSectionAndNumbersWithinIt) {
     }
 }
 
-TEST_F(PreferenceValues, AreWrittenButForTheOneThatCannotBeWhichIsAFailure) {
+TEST_F(PreferenceValues, WriteTheOthersAndFailWhenOneIsRefused) {
     platform::RegSetValueExA.note = [](HKEY, LPCSTR name, auto...) {
         platform::RegSetValueExA.answer.reset();
         if (refusedValue == name)

@@ -41,7 +41,7 @@ private:
     }
 };
 
-TEST_F(SafetyCopies, HoldWhatTheSaveOverwrites) {
+TEST_F(SafetyCopies, HoldTheOverwrittenSchedule) {
     put(dat(), holding("first"));
     load();
     save("second");
@@ -52,7 +52,7 @@ TEST_F(SafetyCopies, HoldWhatTheSaveOverwrites) {
     EXPECT_FALSE(base::fileExists(damaged()));
 }
 
-TEST_F(SafetyCopies, KeepADamagedFileBesideTheLastGoodOne) {
+TEST_F(SafetyCopies, KeepADamagedFileAndTheLastGoodOne) {
     put(dat(), holding("cut").substr(0, 50));
     put(bak(), holding("good"));
     put(damaged(), holding("of an earlier year"));
@@ -117,7 +117,7 @@ TEST_F(SafetyCopies, SurviveDamageFollowedByLogOffAndRestart) {
     }
 }
 
-TEST_F(SafetyCopies, ThatCannotBeWrittenDoNotStopTheSave) {
+TEST_F(SafetyCopies, DoNotStopTheSaveWhenTheyFail) {
     put(dat(), holding("first"));
     load();
     ASSERT_TRUE(CreateDirectoryA(bak().c_str(), nullptr));
@@ -136,7 +136,7 @@ TEST_F(SafetyCopies, ThatCannotBeWrittenDoNotStopTheSave) {
     EXPECT_THAT(unsaved_, IsEmpty());
 }
 
-TEST_F(SafetyCopies, CanBeWrittenAfterACopyOfAReadOnlyFile) {
+TEST_F(SafetyCopies, AreWritableEvenIfTheFileIsReadOnly) {
     put(dat(), holding("first"));
     load();
     ASSERT_TRUE(SetFileAttributesA(dat().c_str(), FILE_ATTRIBUTE_READONLY));
@@ -146,7 +146,7 @@ TEST_F(SafetyCopies, CanBeWrittenAfterACopyOfAReadOnlyFile) {
     SetFileAttributesA(dat().c_str(), FILE_ATTRIBUTE_NORMAL);
 }
 
-TEST_F(SafetyCopies, AreMadeLaterWhenTheFileCouldNotEvenBeOpened) {
+TEST_F(SafetyCopies, AreMadeLaterIfTheFileCouldNotBeOpened) {
     put(dat(), holding("first"));
     load();
     {
@@ -175,7 +175,7 @@ std::string sharingViolation() {
     return std::string(text).substr(0, std::string(text).find_last_not_of(".\r\n") + 1);
 }
 
-TEST_F(SafetyCopies, TheFirstOfConsecutiveFailuresIsTold) {
+TEST_F(SafetyCopies, FirstOfConsecutiveSaveFailuresIsReported) {
     put(dat(), holding("first"));
     load();
     const std::string told = dat() + ": " + sharingViolation();
@@ -192,7 +192,7 @@ TEST_F(SafetyCopies, TheFirstOfConsecutiveFailuresIsTold) {
     }
 }
 
-TEST_F(SafetyCopies, AFailureThatMemoryKeepsFromBeingToldIsToldNextTime) {
+TEST_F(SafetyCopies, FailureUnreportedForLackOfMemoryIsReportedNextTime) {
     put(dat(), holding("first"));
     load();
     ScheduleList list;

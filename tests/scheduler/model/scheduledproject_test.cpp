@@ -12,18 +12,18 @@ namespace {
 
 using scheduler::ScheduledProject;
 
-TEST(ScheduledProject, ANewEntryHasTheDefaults) {
+TEST(ScheduledProject, HasTheDefaultValues) {
     EXPECT_EQ(plain::itemOf(ScheduledProject()), plain::Item());
 }
 
-TEST(ScheduledProject, IsACommandLineWithTheExactPrefixOnly) {
+TEST(ScheduledProject, IsACommandLineOnlyWithTheExactPrefix) {
     for (const char* path : {"run:", "run: cmd /c exit"})
         EXPECT_TRUE(isCommandLine(test::withPath(path))) << path;
     for (const char* path : {"RUN:cmd", "Run:cmd", " run:cmd", "run", ""})
         EXPECT_FALSE(isCommandLine(test::withPath(path))) << path;
 }
 
-TEST(ScheduledProject, KeepsEverythingElseWhenItsRunStateIsReset) {
+TEST(ScheduledProject, ResettingTheRunStateKeepsTheOtherFields) {
     ScheduledProject entry = test::filledEntry();
     plain::Item expected = plain::itemOf(entry);
     expected.runs = 0;
@@ -53,7 +53,7 @@ ScheduledProject withUsersFieldsOf(ScheduledProject entry, const ScheduledProjec
     return entry;
 }
 
-TEST(ScheduledProject, TakesFromAnEditWhatAUserSetsAndNothingElse) {
+TEST(ScheduledProject, EditChangesOnlyTheUsersFields) {
     // No field of one has the value that it has in the other.
     const ScheduledProject filled = test::filledEntry();
     const ScheduledProject blank;

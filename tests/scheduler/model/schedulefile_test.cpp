@@ -99,7 +99,7 @@ TEST_F(ScheduleFileTest, IsInTheWindowsDirectory) {
     EXPECT_EQ(schedulePath(), std::string(directory.data()) + "\\schedule.dat");
 }
 
-TEST_F(ScheduleFileTest, ComesBackWithEveryFieldAndIsLetGo) {
+TEST_F(ScheduleFileTest, EveryFieldRoundTripsAndTheFileIsReleased) {
     for (const std::vector<ScheduledProject>& saved : {severalEntries(), {}}) {
         list.assign(saved);
         EXPECT_TRUE(saveSchedule(list)) << "the last load has let go of the file";
@@ -111,14 +111,14 @@ TEST_F(ScheduleFileTest, ComesBackWithEveryFieldAndIsLetGo) {
     }
 }
 
-TEST_F(ScheduleFileTest, HoldsNothingOfALongerFileThatItReplaces) {
+TEST_F(ScheduleFileTest, SaveReplacesALongerFile) {
     ASSERT_TRUE(write(std::string(100'000, 'x')));
     list.append(test::filledEntry());
     EXPECT_TRUE(saveSchedule(list));
     EXPECT_EQ(fileContent(schedulePath()), encoded({test::filledEntry()}));
 }
 
-TEST_F(ScheduleFileTest, LeavesTheScheduleAsItIsWhenItIsMissing) {
+TEST_F(ScheduleFileTest, MissingFileLeavesTheScheduleUnchanged) {
     EXPECT_FALSE(loadSchedule(list, scheduleMagic));
     EXPECT_TRUE(list.empty());
     list.append({});
@@ -127,7 +127,7 @@ TEST_F(ScheduleFileTest, LeavesTheScheduleAsItIsWhenItIsMissing) {
     EXPECT_FALSE(base::fileExists(schedulePath())) << "a load makes no file";
 }
 
-TEST_F(ScheduleFileTest, IsRefusedWhenItIsShortForeignOrDamaged) {
+TEST_F(ScheduleFileTest, ShortForeignOrDamagedFileIsRejected) {
     const std::string whole = encoded(severalEntries());
     std::string foreign = whole;
     foreign[0] = '!';
@@ -144,7 +144,7 @@ TEST_F(ScheduleFileTest, IsRefusedWhenItIsShortForeignOrDamaged) {
     EXPECT_EQ(fileContent(schedulePath()), whole);
 }
 
-TEST_F(ScheduleFileTest, CanBeLoadedAndNotSavedWhenItMayNotBeWritten) {
+TEST_F(ScheduleFileTest, LoadsButDoesNotSaveWhenReadOnly) {
     const std::string content = encoded(severalEntries());
     ASSERT_TRUE(write(content));
     bool saved = true;
@@ -161,7 +161,7 @@ TEST_F(ScheduleFileTest, CanBeLoadedAndNotSavedWhenItMayNotBeWritten) {
     EXPECT_EQ(fileContent(schedulePath()), encoded({}));
 }
 
-TEST_F(ScheduleFileTest, CanBeLoadedAndNotSavedWhileAnotherReadsIt) {
+TEST_F(ScheduleFileTest, LoadsButDoesNotSaveWhileAnotherProcessReadsIt) {
     const std::string content = encoded(severalEntries());
     ASSERT_TRUE(write(content));
     {
@@ -176,7 +176,7 @@ TEST_F(ScheduleFileTest, CanBeLoadedAndNotSavedWhileAnotherReadsIt) {
     EXPECT_TRUE(saveSchedule(list)) << "the other one is gone";
 }
 
-TEST_F(ScheduleFileTest, IsNeitherLoadedNorSavedWhenAFolderIsInItsPlace) {
+TEST_F(ScheduleFileTest, NeitherLoadsNorSavesWhenThePathIsAFolder) {
     ASSERT_TRUE(CreateDirectoryA(schedulePath().c_str(), nullptr));
     list.append(test::filledEntry());
     EXPECT_FALSE(loadSchedule(list, scheduleMagic));
@@ -184,7 +184,7 @@ TEST_F(ScheduleFileTest, IsNeitherLoadedNorSavedWhenAFolderIsInItsPlace) {
     EXPECT_EQ(entries(), std::vector{test::filledEntry()});
 }
 
-TEST_F(ScheduleFileTest, KeepsTheLastScheduleWhenASaveFindsNoMemory) {
+TEST_F(ScheduleFileTest, KeepsItsContentWhenASaveRunsOutOfMemory) {
     const std::string content = encoded(severalEntries());
     ASSERT_TRUE(write(content));
     list.append(test::filledEntry());
@@ -197,7 +197,7 @@ TEST_F(ScheduleFileTest, KeepsTheLastScheduleWhenASaveFindsNoMemory) {
     EXPECT_EQ(fileContent(schedulePath()), content);
 }
 
-TEST_F(ScheduleFileTest, TakesMemoryForAPieceOfItOnly) {
+TEST_F(ScheduleFileTest, SaveAllocatesOnlyOneBuffer) {
     list.assign(std::vector<ScheduledProject>(20'000, test::filledEntry()));
     const std::size_t before = test::allocatedBytes;
     EXPECT_TRUE(saveSchedule(list));
@@ -205,7 +205,7 @@ TEST_F(ScheduleFileTest, TakesMemoryForAPieceOfItOnly) {
     EXPECT_LT(taken, fileContent(schedulePath()).size() / 10);
 }
 
-TEST_F(ScheduleFileTest, IsNeitherLoadedNorSavedWhereWindowsIsUnknown) {
+TEST_F(ScheduleFileTest, NeitherLoadsNorSavesWithoutAWindowsDirectory) {
     const test::TemporaryFolder folder;
     const std::filesystem::path back = std::filesystem::current_path();
     std::filesystem::current_path(folder.path());

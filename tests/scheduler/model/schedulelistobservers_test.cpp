@@ -65,7 +65,7 @@ protected:
     Listener listener{list, log};
 };
 
-TEST_F(ScheduleObservers, AreToldOfPositionsThenOfTheChangeOnceItHasHappened) {
+TEST_F(ScheduleObservers, ReceivePositionsThenTheChangeAfterItHappened) {
     list.append(withPath("c"));
     EXPECT_THAT(told(), ElementsAre("inserted 0, the last: c", "changed: c"));
     list.insert(0, withPath("a"));
@@ -90,7 +90,7 @@ TEST_F(ScheduleObservers, AreToldOfPositionsThenOfTheChangeOnceItHasHappened) {
     EXPECT_THAT(told(), ElementsAre("cleared: ", "changed: "));
 }
 
-TEST_F(ScheduleObservers, AreToldInTheirOrderUntilTheyLeave) {
+TEST_F(ScheduleObservers, AreNotifiedInOrderUntilRemoved) {
     Listener other(list, log, "other ");
     list.addObserver(other);
     list.append(withPath("a"));
@@ -105,7 +105,7 @@ TEST_F(ScheduleObservers, AreToldInTheirOrderUntilTheyLeave) {
     EXPECT_THAT(told(), ElementsAre("other changed: ", "changed: "));
 }
 
-TEST_F(ScheduleObservers, KeepOutWhatTheyHaveNoRoomFor) {
+TEST_F(ScheduleObservers, PreventInsertionWhenTheyHaveNoMemory) {
     listener.room = 2;
     list.assign({withPath("a"), withPath("b")});
     told();
@@ -115,7 +115,7 @@ TEST_F(ScheduleObservers, KeepOutWhatTheyHaveNoRoomFor) {
     EXPECT_THAT(pathsOf(list), ElementsAre("a", "b"));
 }
 
-TEST_F(ScheduleObservers, AreToldOfTheChangesOfABatchOnceAtItsEnd) {
+TEST_F(ScheduleObservers, AreNotifiedOnceAtTheEndOfABatch) {
     list.noteChange(); // before the batch
     told();
     {
@@ -137,7 +137,7 @@ TEST_F(ScheduleObservers, AreToldOfTheChangesOfABatchOnceAtItsEnd) {
     EXPECT_THAT(told(), ElementsAre("changed: ")) << "without a batch at once";
 }
 
-TEST_F(ScheduleObservers, AreToldAtTheEndOfTheOutermostBatchEvenByAnException) {
+TEST_F(ScheduleObservers, AreNotifiedAtTheEndOfTheOutermostBatchEvenAfterAnException) {
     {
         const ScheduleBatch outer(list);
         {

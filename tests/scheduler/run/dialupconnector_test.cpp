@@ -53,7 +53,7 @@ struct SimulatedService {
     }
 };
 
-TEST(DialupConnector, ListsThePhoneBookWithARecordMoreUntilTheServiceHasRoom) {
+TEST(DialupConnector, ListsThePhoneBookAddingARecordUntilTheBufferFits) {
     const std::string longest(RAS_MaxEntryName, 'n');
     const struct {
         Names phoneBook;
@@ -76,7 +76,7 @@ TEST(DialupConnector, ListsThePhoneBookWithARecordMoreUntilTheServiceHasRoom) {
     }
 }
 
-TEST(DialupConnector, LeavesTheNamesOfTheRecordsSoFarWhenTheServiceFailsOrReportsMoreThanFits) {
+TEST(DialupConnector, FailureOrOverreportLeavesTheNamesReadSoFar) {
     for (int call = 1; call <= 4; ++call) {
         SimulatedService service{{"office", "Home", "abroad"}, 1, call};
         Names names;
@@ -97,7 +97,7 @@ DWORD WINAPI enumerateOneEntry(LPCSTR, LPCSTR, LPRASENTRYNAMEA records, LPDWORD,
     return ERROR_SUCCESS;
 }
 
-TEST(DialupConnector, IsAvailableAndListsTheEntriesWithAllSevenEntryPointsOnly) {
+TEST(DialupConnector, IsAvailableOnlyWithAllSevenEntryPoints) {
     const Names entryPoints{"RasEnumEntriesA", "RasEnumConnectionsA", "RasGetConnectStatusA",  "RasHangUpA",
                             "RasDialA",        "RasGetErrorStringA",  "RasGetEntryDialParamsA"};
     for (std::size_t missing = 0; missing <= entryPoints.size(); ++missing) {
@@ -124,7 +124,7 @@ TEST(DialupConnector, IsNotAvailableWithoutTheLibrary) {
     EXPECT_THAT(connector.entries(), IsEmpty());
 }
 
-TEST(DialupConnector, UsesTheSystemsLibraryAndNoOtherOfThatName) {
+TEST(DialupConnector, LoadsOnlyTheSystemsLibrary) {
     char system[MAX_PATH]{};
     GetSystemDirectoryA(system, sizeof system);
     const std::string systemFolder = system + std::string("\\");

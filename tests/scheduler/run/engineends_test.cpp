@@ -19,7 +19,7 @@ using testing::IsEmpty;
 
 class EngineEnds : public SchedulerEngineTest {};
 
-TEST_F(EngineEnds, AScheduledStartThatFailsIsAGoodRunWithTheErrorAsItsResult) {
+TEST_F(EngineEnds, FailedScheduledStartIsASuccessfulRunWithTheErrorAsResult) {
     addDue("a.kra");
     addFollower("b.kra", 0, 2);
     for (const std::exception_ptr& reason : {std::exception_ptr(), std::make_exception_ptr(std::bad_alloc()),
@@ -43,7 +43,7 @@ TEST_F(EngineEnds, AScheduledStartThatFailsIsAGoodRunWithTheErrorAsItsResult) {
     }
 }
 
-TEST_F(EngineEnds, AManualStartThatFailsIsShownFirstAndEndsWhenItBegan) {
+TEST_F(EngineEnds, FailedManualStartIsReportedAndEndsAtItsStartTime) {
     launcher.threadsStart = false;
     addIdle("a.kra", ScheduleKind::Hourly);
     addFollower("b.kra", 0, 10);
@@ -60,7 +60,7 @@ TEST_F(EngineEnds, AManualStartThatFailsIsShownFirstAndEndsWhenItBegan) {
     EXPECT_EQ(entries[1].nextRun, at(5 + 600));
 }
 
-TEST_F(EngineEnds, AnOutcomeThatIsMissingOrCannotBeReadIsAGoodOne) {
+TEST_F(EngineEnds, MissingOrUnreadableOutcomeCountsAsSuccess) {
     for (const std::exception_ptr& reason : {std::exception_ptr(), std::make_exception_ptr(std::bad_alloc()),
                                              std::make_exception_ptr(std::runtime_error("no outcome"))}) {
         entries.clear();
@@ -80,7 +80,7 @@ TEST_F(EngineEnds, AnOutcomeThatIsMissingOrCannotBeReadIsAGoodOne) {
     }
 }
 
-TEST_F(EngineEnds, AnEndGoesToTheFirstRunningEntryWithItsNumberAndElseIsIgnored) {
+TEST_F(EngineEnds, EndOfARunGoesToTheFirstRunningEntryWithItsNumberOrIsIgnored) {
     for (const std::int32_t number : {9, 1, 2, 2})
         addRunning("a.kra", number);
     addIdle("idle.kra").runNumber = 3;
@@ -95,7 +95,7 @@ TEST_F(EngineEnds, AnEndGoesToTheFirstRunningEntryWithItsNumberAndElseIsIgnored)
     EXPECT_EQ(entries[2].running, 1);
 }
 
-TEST_F(EngineEnds, AnEndIsRecordedWithItsOutcomeAndTheNextRunIsComputedFromIt) {
+TEST_F(EngineEnds, EndOfARunRecordsTheOutcomeAndComputesTheNextRun) {
     for (const auto& [kind, nextRun] : {std::pair{ScheduleKind::AfterProject, TimeValue::never()},
                                         {ScheduleKind::Hourly, at(4 * 3600)},
                                         {ScheduleKind::Once, TimeValue::never()}}) {
@@ -112,7 +112,7 @@ TEST_F(EngineEnds, AnEndIsRecordedWithItsOutcomeAndTheNextRunIsComputedFromIt) {
     }
 }
 
-TEST_F(EngineEnds, ACommandLineOfItsOwnHasAnEmptyResultAndCountsAsFailedWhileRetriesLast) {
+TEST_F(EngineEnds, CommandLineHasNoResultAndCountsAsFailedWhileRetriesRemain) {
     ScheduledProject& entry = addRunning("run:backup.exe", 1);
     entry.lastResult = "old";
     entry.retryLimit = 1;
@@ -130,7 +130,7 @@ TEST_F(EngineEnds, ACommandLineOfItsOwnHasAnEmptyResultAndCountsAsFailedWhileRet
     EXPECT_EQ(entries[1].nextRun, at(2001 + 60));
 }
 
-TEST_F(EngineEnds, ARetryIsFiveSecondsLaterThanItsIntervalUnlessTheLimitIsReached) {
+TEST_F(EngineEnds, RetryIsFiveSecondsAfterItsIntervalUntilTheLimit) {
     constexpr std::int32_t never = 0;
     const struct {
         std::uint32_t limit, done, error;
@@ -159,7 +159,7 @@ TEST_F(EngineEnds, ARetryIsFiveSecondsLaterThanItsIntervalUnlessTheLimitIsReache
     }
 }
 
-TEST_F(EngineEnds, TheListenerIsToldOfTheStartBeforeTheProcessAndOfTheEndAfterTheSave) {
+TEST_F(EngineEnds, ListenerIsNotifiedBeforeTheLaunchAndAfterTheSave) {
     runs.log = &log;
     addDue("a.kra");
     addIdle("b.kra").retryLimit = 1;
@@ -175,7 +175,7 @@ TEST_F(EngineEnds, TheListenerIsToldOfTheStartBeforeTheProcessAndOfTheEndAfterTh
     EXPECT_EQ(log.back(), "ended: b.kra as run 1 after 5 s with error 5");
 }
 
-TEST_F(EngineEnds, TheListenerIsToldOfRunsThatNeverBegan) {
+TEST_F(EngineEnds, ListenerIsNotifiedOfRunsThatNeverStarted) {
     runs.log = &log;
     launcher.threadsStart = false;
     addDue("a.kra");
@@ -192,7 +192,7 @@ TEST_F(EngineEnds, TheListenerIsToldOfRunsThatNeverBegan) {
                                  "gave up: a.kra as run 5 after 0 s with error 0", "redraw"));
 }
 
-TEST_F(EngineEnds, TheListenerIsNotToldOfTrialsNorOfEndsThatAreIgnored) {
+TEST_F(EngineEnds, ListenerIsNotNotifiedOfTestRunsOrIgnoredEnds) {
     runs.log = &log;
     addDue("a.kra");
     engine.testTick();
@@ -201,7 +201,7 @@ TEST_F(EngineEnds, TheListenerIsNotToldOfTrialsNorOfEndsThatAreIgnored) {
     EXPECT_THAT(log, IsEmpty());
 }
 
-TEST_F(EngineEnds, EveryFollowerIsWokenAndNoOtherEntry) {
+TEST_F(EngineEnds, OnlyTheFollowersAreScheduled) {
     addFollower("before.kra", 2, 1);
     addFollower("disabled.kra", 2, 10);
     entries[1].disabled = 1;

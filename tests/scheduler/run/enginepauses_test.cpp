@@ -42,7 +42,7 @@ protected:
     }
 };
 
-TEST_F(EnginePauses, ATickPausesAfterThirtyMilliseconds) {
+TEST_F(EnginePauses, TickPausesAfterThirtyMilliseconds) {
     const struct {
         int millisecondsPerStart;
         std::string started;
@@ -58,7 +58,7 @@ TEST_F(EnginePauses, ATickPausesAfterThirtyMilliseconds) {
     }
 }
 
-TEST_F(EnginePauses, EachSliceIsShownAtItsEndAndTheLastDueEntryFinishesTheTick) {
+TEST_F(EnginePauses, EachSliceRedrawsOnceAndTheLastDueEntryEndsTheTick) {
     addDueEntries({"a", "b"});
     addIdle("c");
     EXPECT_EQ(tickAt(0), paused);
@@ -68,7 +68,7 @@ TEST_F(EnginePauses, EachSliceIsShownAtItsEndAndTheLastDueEntryFinishesTheTick) 
     EXPECT_EQ(tickAt(0), TickResult());
 }
 
-TEST_F(EnginePauses, ATickPausesAfterStartsOnly) {
+TEST_F(EnginePauses, TickPausesOnlyAfterStarts) {
     launcher.threadsStart = false;
     addDueEntries({"a", "b", "c"});
     EXPECT_EQ(tickAt(0), finished) << "no start succeeds";
@@ -83,7 +83,7 @@ TEST_F(EnginePauses, ATickPausesAfterStartsOnly) {
     EXPECT_EQ(entries[2].waitingSince, at(0));
 }
 
-TEST_F(EnginePauses, ATickVisitsEachEntryOnceAndAllSlicesHaveTheMomentOfTheFirst) {
+TEST_F(EnginePauses, TickVisitsEachEntryOnceAndSlicesShareTheStartTime) {
     addFollower("follower", 1, 0);
     addDueEntries({"a", "b", "later"});
     entries[3].nextRun = at(1);
@@ -99,7 +99,7 @@ TEST_F(EnginePauses, ATickVisitsEachEntryOnceAndAllSlicesHaveTheMomentOfTheFirst
     EXPECT_EQ(entries[3].runStart, at(5));
 }
 
-TEST_F(EnginePauses, ARemovalNeitherSkipsNorRepeatsAnEntry) {
+TEST_F(EnginePauses, RemovalNeitherSkipsNorRepeatsAnEntry) {
     // The first slice starts b; c is disabled; the next entry to visit is d.
     const struct {
         const char* what;
@@ -139,7 +139,7 @@ TEST_F(EnginePauses, ARemovalNeitherSkipsNorRepeatsAnEntry) {
     }
 }
 
-TEST_F(EnginePauses, ASuspensionEndsTheTick) {
+TEST_F(EnginePauses, SuspensionEndsTheTick) {
     addDueEntries({"a", "b", "c"});
     startedAt(0);
     engine.setSuspended(true);
@@ -160,7 +160,7 @@ TEST_F(EnginePauses, ClearingTheScheduleEndsTheTick) {
     EXPECT_EQ(entries[0].runStart, at(5));
 }
 
-TEST_F(EnginePauses, WithoutSideBySideTheRestOfTheTickWaits) {
+TEST_F(EnginePauses, RestOfTheTickWaitsWhenSideBySideRunsAreTurnedOff) {
     for (const bool ended : {false, true}) {
         entries.clear();
         policy.runMultiple = true;
@@ -177,7 +177,7 @@ TEST_F(EnginePauses, WithoutSideBySideTheRestOfTheTickWaits) {
     }
 }
 
-TEST_F(EnginePauses, AManualRunMeanwhileIsNotPartOfTheTick) {
+TEST_F(EnginePauses, ManualRunDuringAPauseIsNotPartOfTheTick) {
     addDueEntries({"a", "b", "c"});
     startedAt(0);
     engine.runEntry(1, at(4), true);
@@ -186,7 +186,7 @@ TEST_F(EnginePauses, AManualRunMeanwhileIsNotPartOfTheTick) {
     EXPECT_EQ(entries[2].runStart, at(0));
 }
 
-TEST_F(EnginePauses, TheTestCommandVisitsAllEntriesWithoutAPauseAndLeavesAnUnfinishedTickAsItIs) {
+TEST_F(EnginePauses, TestCommandVisitsAllEntriesAndKeepsAnUnfinishedTick) {
     addDueEntries({"visited", "a", "b", "c"});
     entries[0].disabled = 1;
     startedAt(0);

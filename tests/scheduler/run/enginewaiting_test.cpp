@@ -14,7 +14,7 @@ using testing::IsEmpty;
 
 class EngineWaiting : public SchedulerEngineTest {};
 
-TEST_F(EngineWaiting, OfTwoDueInTheSameSecondTheFirstStartsAndTheSecondWaitsForItsEnd) {
+TEST_F(EngineWaiting, SecondOfTwoDueEntriesWaitsForTheFirstToEnd) {
     addDue("a.kra");
     addDue("b.kra");
     tickAt(5);
@@ -32,7 +32,7 @@ TEST_F(EngineWaiting, OfTwoDueInTheSameSecondTheFirstStartsAndTheSecondWaitsForI
     EXPECT_EQ(entries[1].lastRun, at(7));
 }
 
-TEST_F(EngineWaiting, AWaitEndsOneMinuteAfterTheWaitTimeAndEachTickButItsFirstIsAChange) {
+TEST_F(EngineWaiting, WaitEndsOneMinuteAfterTheWaitTimeAndRedrawsEachTickAfterTheFirst) {
     const struct {
         std::optional<std::uint32_t> minutes; ///< of the preferences; else 20
         std::int32_t end;
@@ -58,7 +58,7 @@ TEST_F(EngineWaiting, AWaitEndsOneMinuteAfterTheWaitTimeAndEachTickButItsFirstIs
     }
 }
 
-TEST_F(EngineWaiting, GivingUpIsAGoodRunThatBeganAndEndedNow) {
+TEST_F(EngineWaiting, GivingUpIsASuccessfulRunOfNoDuration) {
     addRunning("a.kra", 6);
     ScheduledProject& entry = addDue("b.kra", ScheduleKind::Hourly);
     entry.minutes = 7;
@@ -80,7 +80,7 @@ TEST_F(EngineWaiting, GivingUpIsAGoodRunThatBeganAndEndedNow) {
     EXPECT_EQ(tickAt(501), TickResult()) << "it is no longer due";
 }
 
-TEST_F(EngineWaiting, TheMinutesWaitedAreComparedUnsigned) {
+TEST_F(EngineWaiting, WaitedMinutesAreComparedUnsigned) {
     const struct {
         std::int32_t waitingSince, now;
         std::uint32_t waitTime;

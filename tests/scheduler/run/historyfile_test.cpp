@@ -48,14 +48,14 @@ protected:
     HistoryFile file_;
 };
 
-TEST_F(HistoryFiles, LinesAreBelowTheHeaderInTheProgramsFolderForLocalData) {
+TEST_F(HistoryFiles, LinesFollowTheHeaderInTheLocalDataFolder) {
     file_.append("first");
     file_.append("second");
     EXPECT_EQ(fileContent(path_), header + "first\r\nsecond\r\n");
     EXPECT_EQ(askedFolder, CSIDL_LOCAL_APPDATA | CSIDL_FLAG_CREATE);
 }
 
-TEST_F(HistoryFiles, ALineThatWouldExceedOneMegabyteBeginsANewFile) {
+TEST_F(HistoryFiles, LineOverOneMegabyteStartsANewFile) {
     file_.append("first");
     const std::string full(1024 * 1024 - 10, '\n');
     ASSERT_TRUE(writeFile(path_, full));
@@ -66,7 +66,7 @@ TEST_F(HistoryFiles, ALineThatWouldExceedOneMegabyteBeginsANewFile) {
     EXPECT_EQ(fileContent(olderPath_), full + "8 bytes.\r\n");
 }
 
-TEST_F(HistoryFiles, WithoutAFolderOrMemoryALineIsLostAndTheNextIsWritten) {
+TEST_F(HistoryFiles, LineIsLostWithoutAFolderOrMemoryAndTheNextIsWritten) {
     file_.append("first");
     const std::string known = localData;
     localData.clear();

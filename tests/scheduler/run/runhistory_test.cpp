@@ -59,7 +59,7 @@ protected:
     std::unique_ptr<RunHistory> history = std::make_unique<RunHistory>(schedule, clock, store);
 };
 
-TEST_F(RunHistories, ALineTellsAllOfARun) {
+TEST_F(RunHistories, LineDescribesTheWholeRun) {
     EXPECT_EQ(historyHeader, "Start\tEnd\tSeconds\tProject\tCause\tOutcome\tPath");
     ScheduledProject& entry = add("C:\\Sites\\news.kra");
     history->onRunStarted(entry, false);
@@ -70,7 +70,7 @@ TEST_F(RunHistories, ALineTellsAllOfARun) {
                             "C:\\Sites\\news.kra"));
 }
 
-TEST_F(RunHistories, ARunDuringWhichTheClockWasSetBackHasNegativeSeconds) {
+TEST_F(RunHistories, DurationIsNegativeWhenTheClockWasSetBack) {
     ScheduledProject& entry = add("run:backup.exe /all");
     history->onRunStarted(entry, false);
     entry.lastRun = at(60);
@@ -80,7 +80,7 @@ TEST_F(RunHistories, ARunDuringWhichTheClockWasSetBackHasNegativeSeconds) {
                             "schedule\tok\trun:backup.exe /all"));
 }
 
-TEST_F(RunHistories, TheCauseIsTheScheduleARetryTheFollowedProjectOrTheUser) {
+TEST_F(RunHistories, CauseIsTheScheduleARetryTheFollowedProjectOrTheUser) {
     add("C:\\Sites\\news.kra");
     ScheduledProject& entry = add("C:\\Sites\\shop.krb");
     EXPECT_EQ(causeOf(entry), "schedule");
@@ -93,7 +93,7 @@ TEST_F(RunHistories, TheCauseIsTheScheduleARetryTheFollowedProjectOrTheUser) {
     EXPECT_EQ(causeOf(entry, true), "by hand");
 }
 
-TEST_F(RunHistories, TheCauseIsThatOfTheStart) {
+TEST_F(RunHistories, CauseIsRecordedAtTheStart) {
     add("C:\\Sites\\news.kra");
     ScheduledProject& entry = add("C:\\Sites\\shop.krb", ScheduleKind::AfterProject);
     history->onRunStarted(entry, false);
@@ -116,7 +116,7 @@ TEST_F(RunHistories, EachOfSeveralRunsHasItsOwnCause) {
     EXPECT_EQ(cell(4), "schedule");
 }
 
-TEST_F(RunHistories, TheOutcomeIsTheResultOrTheErrorOrOk) {
+TEST_F(RunHistories, OutcomeIsTheResultOrTheErrorOrOk) {
     ScheduledProject& project = add("C:\\Sites\\news.kra");
     finish(project);
     EXPECT_EQ(outcome(), "ok");
@@ -135,7 +135,7 @@ TEST_F(RunHistories, TheOutcomeIsTheResultOrTheErrorOrOk) {
     EXPECT_EQ(outcome(), "ok") << "the error of a command line is its run number";
 }
 
-TEST_F(RunHistories, AProcessThatCouldNotBeStartedHasTheSystemsReason) {
+TEST_F(RunHistories, FailedStartHasTheSystemsReason) {
     ScheduledProject& entry = add("C:\\Sites\\news.kra");
     history->onRunStarted(entry, false);
     history->onProcessNotStarted(2, "the reason of another run");
@@ -148,7 +148,7 @@ TEST_F(RunHistories, AProcessThatCouldNotBeStartedHasTheSystemsReason) {
     EXPECT_EQ(outcome(), "ok") << "of the next run";
 }
 
-TEST_F(RunHistories, ARunWhoseEndWasIgnoredLeavesNothingToTheNextWithItsNumber) {
+TEST_F(RunHistories, IgnoredEndDoesNotAffectTheNextRunWithItsNumber) {
     ScheduledProject& entry = add("C:\\Sites\\news.kra");
     history->onRunStarted(entry, true);
     history->onProcessNotStarted(1, "File not found.");
@@ -172,7 +172,7 @@ TEST_F(RunHistories, TabsAndLineBreaksBecomeBlanks) {
 
 // The program itself
 
-TEST_F(RunHistories, EventsOfTheProgramHaveLinesInTheSameColumns) {
+TEST_F(RunHistories, ProgramEventsUseTheSameColumns) {
     history->note(ProgramEvent::Started, "C:\\Scheduler\\scheduler.exe");
     history->note(ProgramEvent::NotRead, "C:\\Windows\\schedule.dat");
     history->note(ProgramEvent::Suspended);
@@ -191,7 +191,7 @@ TEST_F(RunHistories, EventsOfTheProgramHaveLinesInTheSameColumns) {
                     later + "log-off or shutdown\t"));
 }
 
-TEST_F(RunHistories, TheEndOfTheHistoryIsTheExitOfAProgramThatHasStarted) {
+TEST_F(RunHistories, DestructionRecordsTheExitOfAStartedProgram) {
     history.reset();
     EXPECT_THAT(store.lines, IsEmpty());
     history = std::make_unique<RunHistory>(schedule, clock, store);
@@ -203,7 +203,7 @@ TEST_F(RunHistories, TheEndOfTheHistoryIsTheExitOfAProgramThatHasStarted) {
 
 // Memory
 
-TEST_F(RunHistories, WithoutMemoryLinesAreLostAndTheNextAreWritten) {
+TEST_F(RunHistories, LinesAreLostWithoutMemoryAndLaterOnesAreWritten) {
     ScheduledProject& entry = add("C:\\Sites\\a name that needs memory.kra");
     {
         const test::RefusedAllocations refused;
@@ -215,7 +215,7 @@ TEST_F(RunHistories, WithoutMemoryLinesAreLostAndTheNextAreWritten) {
     EXPECT_EQ(causeOf(entry, true), "by hand");
 }
 
-TEST_F(RunHistories, ARunWhoseCauseFoundNoMemoryHasNone) {
+TEST_F(RunHistories, CauseIsEmptyIfItsMemoryIsRefused) {
     ScheduledProject& entry = add("C:\\Sites\\news.kra");
     {
         const test::RefusedAllocations refused;
@@ -226,7 +226,7 @@ TEST_F(RunHistories, ARunWhoseCauseFoundNoMemoryHasNone) {
     EXPECT_EQ(outcome(), "ok");
 }
 
-TEST_F(RunHistories, RunsLeaveNoMemoryBehind) {
+TEST_F(RunHistories, RunsLeakNoMemory) {
     ScheduledProject& entry = add("C:\\Sites\\news.kra");
     const auto run = [&] {
         history->onRunStarted(entry, false);

@@ -121,7 +121,7 @@ protected:
     WorkerLauncher launcher;
 };
 
-TEST_F(Worker, AProcessIsStartedMinimisedInTheFolderOfItsProgram) {
+TEST_F(Worker, ProcessStartsMinimisedInItsProgramsFolder) {
     SetEvent(processes.over.get());
     base::writeString(HKEY_CLASSES_ROOT, ".kra\\", "Corvane.Test");
     base::writeString(HKEY_CLASSES_ROOT, "Corvane.Test\\shell\\open\\command\\", "C:\\Spider\\s.exe");
@@ -136,7 +136,7 @@ TEST_F(Worker, AProcessIsStartedMinimisedInTheFolderOfItsProgram) {
                             test::ProcessStart{"notepad", "", 7, TRUE}));
 }
 
-TEST_F(Worker, TheEndIsPostedOnceThereWasOneHoweverLongItTook) {
+TEST_F(Worker, EndIsPostedAfterAnUnlimitedWait) {
     platform::WaitForSingleObject.note = [](HANDLE, DWORD milliseconds) {
         limitedWaits += milliseconds != INFINITE;
     };
@@ -149,7 +149,7 @@ TEST_F(Worker, TheEndIsPostedOnceThereWasOneHoweverLongItTook) {
     EXPECT_EQ(limitedWaits, 0);
 }
 
-TEST_F(Worker, TheEndIsPostedOnceTheQueueTakesIt) {
+TEST_F(Worker, EndIsPostedAgainUntilTheQueueAcceptsIt) {
     SetEvent(processes.over.get());
     postsRefused = 2;
     platform::PostMessageA.answer = FALSE;
@@ -171,7 +171,7 @@ TEST_F(Worker, TheEndIsPostedOnceTheQueueTakesIt) {
                 ElementsAre(Posted{WM_RUN_NOT_STARTED, 6, ERROR_FILE_NOT_FOUND}, Posted{0x0401, 6, 0}));
 }
 
-TEST_F(Worker, AProcessThatCannotBeStartedHasEndedAtOnceAndTheReasonIsPostedFirst) {
+TEST_F(Worker, FailedStartPostsTheReasonAndThenTheEnd) {
     processes.canStart = false;
     ASSERT_TRUE(launch(3));
     waitForWorkers();
@@ -190,7 +190,7 @@ TEST_F(Worker, AProcessThatCannotBeStartedHasEndedAtOnceAndTheReasonIsPostedFirs
                 ElementsAre(Posted{WM_RUN_NOT_STARTED, 4, ERROR_NOT_ENOUGH_MEMORY}, Posted{0x0401, 4, 0}));
 }
 
-TEST_F(Worker, TheEndIsPostedToTheWindowOfTheLaunch) {
+TEST_F(Worker, EndIsPostedToTheWindowOfTheLaunch) {
     const MessageWindow later;
     ASSERT_TRUE(launch(1));
     launcher.reportTo(later.handle);
@@ -199,7 +199,7 @@ TEST_F(Worker, TheEndIsPostedToTheWindowOfTheLaunch) {
     EXPECT_THAT(later.ends(), IsEmpty());
 }
 
-TEST_F(Worker, AWorkerEndsWhenItsWindowIsGone) {
+TEST_F(Worker, EndsWhenItsWindowIsGone) {
     {
         const MessageWindow gone;
         launcher.reportTo(gone.handle);
@@ -218,7 +218,7 @@ TEST_F(Worker, WithoutMemoryNothingIsLaunched) {
     EXPECT_EQ(workers, 0);
 }
 
-TEST_F(Worker, RunsLeaveNoMemoryBehindWhetherTheirThreadsStartOrNot) {
+TEST_F(Worker, LeaksNoMemoryWhetherThreadsStartOrNot) {
     SetEvent(processes.over.get());
     const auto run = [this] {
         EXPECT_EQ(launch(1), threadsStart);
@@ -237,7 +237,7 @@ TEST_F(Worker, RunsLeaveNoMemoryBehindWhetherTheirThreadsStartOrNot) {
     threadsStart = true;
 }
 
-TEST_F(Worker, TwentyRunsSideBySideEndOnceEach) {
+TEST_F(Worker, TwentyParallelRunsEachEndOnce) {
     std::vector<WPARAM> numbers(20);
     std::iota(numbers.begin(), numbers.end(), WPARAM{1});
     for (const WPARAM number : numbers)

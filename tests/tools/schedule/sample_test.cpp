@@ -30,7 +30,7 @@ protected:
     base::TimeValue before;
 };
 
-TEST_F(ScheduleSample, TwoEntriesAreDueInAMomentAndTheThirdFollows) {
+TEST_F(ScheduleSample, FirstTwoEntriesAreDueSoonAndTheThirdFollows) {
     ASSERT_TRUE(write());
     ASSERT_EQ(list.size(), 10U);
     EXPECT_EQ(list[0].path, path + "\\news.kra");
@@ -60,7 +60,7 @@ TEST_F(ScheduleSample, HasEveryKindEveryCommandADisabledEntryAndAnEnabledOneWith
 }
 
 // A user sees the first three run on their own before any other.
-TEST_F(ScheduleSample, LaterEntriesAreFarOffAtEveryMinuteOfTwoMonths) {
+TEST_F(ScheduleSample, OtherEntriesAreFarInTheFutureAtEveryMinuteOfTwoMonths) {
     test::FakeClock clock(base::TimeValue::fromLocal(2026, 2, 1, 0, 0, 0, -1));
     const base::TimeValue end = base::TimeValue::fromLocal(2026, 4, 1, 0, 0, 0, -1);
     for (; clock.now() < end; clock.advance(base::TimeSpan::fromMinutes(1))) {
@@ -82,7 +82,7 @@ TEST_F(ScheduleSample, WritesItsProjects) {
     EXPECT_EQ(fileContent(path + "\\backup.bat"), "@rem Over at once.\n");
 }
 
-TEST_F(ScheduleSample, ASpiderInTheFolderIsTheCommandLine) {
+TEST_F(ScheduleSample, CommandLineUsesTheSpiderInTheFolder) {
     ASSERT_TRUE(write());
     ASSERT_TRUE(CopyFileA((path + "\\news.kra").c_str(), (path + "\\spider.exe").c_str(), TRUE));
     ASSERT_TRUE(write());
