@@ -1,4 +1,4 @@
-// What is measured of the model, the engine and the list's rows, without a window.
+// Benchmarks that need no window.
 #pragma once
 
 namespace bench {

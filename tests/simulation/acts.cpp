@@ -21,7 +21,7 @@ void Simulation::planActs() {
         const Second to = from + dice_.between(0, dice_.oneOf({1, 600, 86'400}));
         plan(from, Act::Suspend);
         plan(to, Act::Resume);
-        if (dice_.oneIn(3)) // while much is due that nobody starts
+        if (dice_.oneIn(3)) // while due entries accumulate
             plan(std::max(from, to - 1), Act::DryRun);
     }
     for (int i = 0; i < 1 + static_cast<int>(days / plan_.daysPerClockChange); ++i)
@@ -37,7 +37,7 @@ void Simulation::planActs() {
         plan(at, Act::SaveBeforeKill);
         plan(at + dice_.between(0, 20'000), Act::Kill, off);
     }
-    // What a dry run marks as running keeps the others waiting until the program is started again.
+    // Entries that a dry run marks as running block the others until the program restarts.
     for (int i = 0; i < 1 + static_cast<int>(days / plan_.daysPerDryRun); ++i) {
         const Second from = someTime();
         plan(from, Act::DryRun);
@@ -119,7 +119,7 @@ void Simulation::perform(const Act& act) {
         break;
     case Act::SaveBeforeKill:
         killable_ = engine_.keepsSaves = plain_.keepsSaves = true;
-        if (count() > 0) // an edit that changes nothing is saved all the same
+        if (count() > 0) // even an edit without a change saves
             edit(0, plain_.rules.items[0]);
         break;
     case Act::Kill:
@@ -151,7 +151,7 @@ Item Simulation::itemOfNow(int serial, int position) {
 void Simulation::add() {
     Item item = itemOfNow(serial_++, count());
     ScheduledProject record = plain::entryOf(item);
-    if (dice_.oneIn(3)) { // as the editor offers it
+    if (dice_.oneIn(3)) { // the editor's template
         const std::string path = item.path;
         item = plain_.rules.fresh(now_);
         record = engine_.program->commands.newEntry();
@@ -178,7 +178,7 @@ void Simulation::edit(int position, const Item& shown) {
 }
 
 void Simulation::remove() {
-    // As many as are added, in the long run.
+    // Keeps the count stable: removals balance additions.
     if (count() < plan_.entries * 9 / 10)
         return;
     const std::vector<int> chosen = randomSelection();
@@ -187,7 +187,7 @@ void Simulation::remove() {
     calmRings();
 }
 
-// A ring of entries that follow one another without a pause would run every second from then on.
+// A cycle of followers without a delay would run every second from then on.
 void Simulation::calmRings() {
     const auto followed = [this](int i) {
         const Item& item = plain_.rules.items[static_cast<unsigned>(i)];
@@ -223,7 +223,7 @@ void Simulation::exitAndStart(Second secondsOff) {
 }
 
 void Simulation::killAndStart(Second secondsOff) {
-    if (!killable_) // the program was started since, and its saves are not at hand
+    if (!killable_) // the program restarted, so its saves are not available
         return exitAndStart(secondsOff);
     now_ += secondsOff;
     const std::vector<Item> items = plain_.saved;

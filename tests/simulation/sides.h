@@ -1,5 +1,4 @@
-// The two sides of a simulation: the program without its windows, and the plain rules. Both note their events
-// in the same words.
+// Both sides of a simulation, the program without windows and the plain rules. They log events in the same format.
 #pragma once
 
 #include "scheduler/model/schedulecodec.h"
@@ -87,10 +86,10 @@ public:
         scheduler::ScheduleList entries;
         scheduler::SchedulerEngine engine;
         scheduler::ScheduleCommands commands;
-        std::optional<test::RedrawLog> redraws; ///< from the end of the start on
+        std::optional<test::RedrawLog> redraws; ///< set once start-up is complete
     };
 
-    /// Starts the program on the schedule that the file holds, as the main window does.
+    /// Loads the file and starts the program like the main window does.
     void start(const std::vector<std::byte>& file, bool bySystem) {
         program = std::make_unique<Program>(*this);
         scheduler::SchedulerEngine& engine = program->engine;
@@ -105,14 +104,14 @@ public:
         program->redraws.emplace(program->entries, events);
     }
 
-    /// A second of the timer. The slices of its tick follow one another at once and count as one change.
+    /// One timer tick, with all its slices as one change.
     void second() {
         const scheduler::ScheduleBatch batch(program->entries);
         while (program->engine.onTimer(clock.now()).unfinished)
             continue;
     }
 
-    /// Takes over what the editor shows, and the retries, which it does not show.
+    /// Applies the edit, and the retries, which the editor does not show.
     void edit(std::size_t position, scheduler::ScheduledProject shown) {
         scheduler::ScheduledProject& entry = program->entries[position];
         entry.retryLimit = shown.retryLimit;
@@ -122,7 +121,7 @@ public:
     }
 
     test::FakeClock clock;
-    scheduler::RunPolicy policy; ///< outlives the program, as the preferences in the registry do
+    scheduler::RunPolicy policy; ///< survives a restart, like the preferences in the registry
     test::FakeRunListener runs;
     std::unique_ptr<Program> program;
 

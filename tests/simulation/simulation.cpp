@@ -69,7 +69,7 @@ void Simulation::compare() {
         launches_ += event.starts_with("launch");
     engine_.events.clear();
     plain_.events.clear();
-    // A schedule that differs stays so, or shows in the events.
+    // Rare comparisons suffice: a difference persists or shows in the events.
     if (steps_ % plan_.stepsPerComparison != 0)
         return;
     const scheduler::ScheduleList& entries = engine_.program->entries;
@@ -78,7 +78,7 @@ void Simulation::compare() {
         ASSERT_EQ(plain::itemOf(entries[i]), plain_.rules.items[i]) << "entry " << i << " at " << now_;
 }
 
-// Whatever either side's next second is in which anything may happen; and some seconds more.
+// The next second in which either side may act, and some random ones.
 Second Simulation::nextInterestingSecond() {
     Second next = now_ + dice_.between(1, 7200);
     next = std::min({next, engine_.spiders.nextEnd(), plain_.spiders.nextEnd()});
@@ -106,7 +106,7 @@ Second Simulation::interestOf(Second nextRun, Second waitsSince, bool anotherRun
     if (nextRun > now_)
         return nextRun;
     const Second expiry = waitsSince + (Second{plain_.rules.patience} + 1) * minute;
-    // A wait that began later than now is over at once: the clock was set back.
+    // The clock was set back, so the wait ends at once.
     if (waitsSince == 0 || waitsSince > now_ || !anotherRuns || expiry <= now_ + 1)
         return now_ + 1;
     return expiry - 1;

@@ -11,14 +11,14 @@ namespace {
 
 using namespace simulation;
 
-// Under the sanitizers each step takes many times as long as on the platform.
+// The native build runs under sanitizers, which are slow.
 #ifdef _WIN32
 constexpr int partOfTheTime = 1;
 #else
 constexpr int partOfTheTime = 4;
 #endif
 
-/// Mostly such that the clock changes within the next weeks.
+/// Usually a few weeks before a clock change.
 Second randomStart(Dice& dice) {
     static const std::vector<std::int32_t> changes = test::clockChanges();
     if (changes.empty() || dice.oneIn(4))
@@ -68,7 +68,7 @@ class SimulatedYears : public SimulatedTest {};
 TEST_P(SimulatedYears, AgreeWithThePlainRules) {
     plan.length = 3652 * day;
     plan.entries = 500;
-    plan.mix.hourlyPerThousand = 5; // each of them runs 87,000 times
+    plan.mix.hourlyPerThousand = 5; // each one runs 87,000 times
     plan.mix.dailyPerThousand = 40;
     plan.mix.pausedRingMinutes = 1440;
     plan.actsPerDay = 2;

@@ -79,7 +79,7 @@ TEST_F(Spider, EndsAsItsProjectSays) {
         EXPECT_THAT(log(), HasSubstr(" start run " + number + ": " + line_ + "\r\n"));
     }
     EXPECT_THAT(log(), HasSubstr(" end run 2: error 3\r\n"));
-    EXPECT_THAT(log(), testing::Not(HasSubstr("end run 3"))) << "a crash ends its log";
+    EXPECT_THAT(log(), testing::Not(HasSubstr("end run 3"))) << "a crashed run logs no end";
     run("/s11 /r /e " + project("result-as-number=1\nerror=7"));
     EXPECT_EQ(resultOf("11"), "none");
     EXPECT_EQ(numberOf("11", "Result"), 7U);
@@ -106,7 +106,7 @@ TEST_F(Spider, SeveralInstancesRunAndLogUntilTheirEventIsSignalled) {
                 return true;
         return false;
     };
-    ASSERT_TRUE(waitFor(" start run 13: ")) << "no line overwrites another";
+    ASSERT_TRUE(waitFor(" start run 13: ")) << "lines were lost";
     EXPECT_EQ(logged("end run"), 0U);
     SetEvent(event.get());
     EXPECT_TRUE(waitFor(" end run 13: error 1\r\n"));

@@ -20,7 +20,7 @@ protected:
     void TearDown() override { EXPECT_TRUE(test::isFree(path)); }
 };
 
-TEST_F(FullDiskWrites, WritesOfAnySizeFailUntilSpaceIsFreed) {
+TEST_F(FullDiskWrites, FailAtAnySizeUntilSpaceIsFreed) {
     for (const std::size_t size : {1U, 4095U, 4096U, 4097U, 100'000U}) {
         SCOPED_TRACE(size);
         const std::string content(size, 'x');
@@ -41,7 +41,7 @@ TEST_F(FullDiskWrites, WritesOfAnySizeFailUntilSpaceIsFreed) {
     }
 }
 
-TEST_F(FullDiskWrites, PartialWritesStayInTheFile) {
+TEST_F(FullDiskWrites, KeepThePartThatFitted) {
     const FullDisk full(8 * 4096);
     WrittenFile file(path);
     EXPECT_TRUE(file.write(bytesOf(std::string(5000, 'a'))));
@@ -52,7 +52,7 @@ TEST_F(FullDiskWrites, PartialWritesStayInTheFile) {
     EXPECT_LE(fileContent(path).size(), 8U * 4096);
 }
 
-TEST_F(FullDiskWrites, FailedCopiesLeaveTheTargetUnchanged) {
+TEST_F(FullDiskWrites, LeaveTheTargetOfAFailedCopyUnchanged) {
     const std::string source = "D:\\source";
     const std::string last(5000, 'a');
     ASSERT_TRUE(test::writeFile(path, last));
