@@ -1,4 +1,3 @@
-// Benchmarks that need no window.
 #pragma once
 
 namespace bench {

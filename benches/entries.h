@@ -1,4 +1,3 @@
-// Schedules for the benchmarks.
 #pragma once
 
 #include "scheduler/model/schedulelist.h"
@@ -8,7 +7,7 @@
 
 namespace bench {
 
-/// Program start. The times of the entries lie around this time.
+/// Time of the first call. The times of the entries lie around it.
 base::TimeValue referenceTime();
 
 /// Realistic entries of all kinds. None is due until an hour after referenceTime().

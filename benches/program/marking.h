@@ -1,4 +1,3 @@
-// Schedules that run the marking spider.
 #pragma once
 
 #include "benches/program/marks.h"

@@ -1,4 +1,3 @@
-// Processes measured from outside.
 #pragma once
 
 #include "lib/base/handles.h"

@@ -1,4 +1,3 @@
-// Benchmarks of the whole program.
 #pragma once
 
 namespace bench {

@@ -1,4 +1,5 @@
-// Both sides of a simulation, the program without windows and the plain rules. They log events in the same format.
+// Both sides of a simulation, the program without windows and the plain rules. They log events in the same
+// format.
 #pragma once
 
 #include "scheduler/model/schedulecodec.h"

@@ -43,8 +43,8 @@ struct Mix {
 /// `position` is from 0 to `count`. The path contains the serial number.
 plain::Item randomItem(Dice& dice, const Mix& mix, int serial, int position, int count);
 
-/// The spiders of one side. Duration and outcome depend on the project and its run count only, so both sides see
-/// the same ends.
+/// The spiders of one side. Duration and outcome depend on the project and its run count only, so both sides
+/// see the same ends.
 class Spiders {
 public:
     explicit Spiders(std::uint64_t seed) : seed_(seed) {}

@@ -1,4 +1,4 @@
-// The rules of a schedule, told plainly and without anything of the program's own.
+// A simple reference implementation of the schedule's rules. Uses no code of the program.
 #pragma once
 
 #include "tests/support/plainitem.h"
@@ -16,17 +16,17 @@ struct Outcome {
     unsigned error = 0;
 };
 
-/// What happens outside: the answers are the world's, the questions come in the order of events.
+/// Callbacks to the environment, called in the order of events.
 struct World {
-    std::function<bool(const Item& item, Second now)> start; ///< false: no thread for it
+    std::function<bool(const Item& item, Second now)> start; ///< false if no thread could be started
     std::function<Outcome(int number)> outcome;
-    std::function<void(const Item& item)> message; ///< the user is told of a system error
+    std::function<void(const Item& item)> message; ///< reports a system error
     std::function<void()> redraw;
-    std::function<void(bool suspended)> show; ///< that the program is suspended or resumed
+    std::function<void(bool suspended)> show; ///< shows a suspension or resumption
     std::function<void()> save;
 };
 
-/// Removes one entry; what followed it follows what it followed.
+/// Removes one entry. Its followers then follow its predecessor.
 inline void removeOne(std::vector<Item>& items, int gone) {
     const int countBefore = static_cast<int>(items.size());
     int heir = items[static_cast<unsigned>(gone)].after;
@@ -164,7 +164,7 @@ public:
             world.redraw();
     }
 
-    /// Takes over what the editor shows; what a run has left in the entry stays.
+    /// Copies the fields shown by the editor and keeps the run state.
     void edit(int i, const Item& shown, Second now) {
         Item& item = at(i);
         item.kind = shown.kind;
@@ -239,7 +239,8 @@ private:
             item.waitsSince = now;
             return;
         }
-        // A clock set back to a minute or more before the wait ends it, unless the patience is endless.
+        // Setting the clock back a minute or more before the start of the wait ends it, unless waits are
+        // endless.
         const bool setBack = item.waitsSince - now >= 60;
         const bool endless = patience > 0xF0000000;
         if (setBack ? !endless : now >= item.waitsSince + (Second{patience} + 1) * 60) {

@@ -96,7 +96,7 @@ TEST(DateLayouts, FreeDateSwapsDayAndMonthIfTheFirstNumberIsNoMonth) {
 
 TEST(DateLayouts, FreeDateNeedsAThreeLetterMonthAfterTheDay) {
     const std::int32_t july = localSeconds(2005, 7, 23);
-    // In the last rows the month is the number, and the word's day is 0.
+    // In the last rows, the number is the month and the word counts as day 0.
     expectAll(parseFreeDate, {{"july 23 2005", july},
                               {"Jul  3 2005 19:54:31", localSeconds(2005, 7, 3, 19, 54, 31)},
                               {"23-JUL-05", july},
@@ -137,7 +137,7 @@ TEST(DateLayouts, FreeDateNeedsAYearFrom1970To2038) {
                               {"6/15/69", 0},
                               {"1/5/38 12:00", localSeconds(2038, 1, 5, 12)},
                               {"1/1/100", 0},
-                              {"2/1/2038", 0}, // beyond 32 bits
+                              {"2/1/2038", 0}, // exceeds 32 bits
                               {"1/1/2039", 0},
                               {"1/1/99999999999999999999", 0},
                               {" \r\n\t\f", 0}});

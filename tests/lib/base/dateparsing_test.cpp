@@ -19,7 +19,7 @@ TEST(DateParsing, FirstMatchingLayoutDecides) {
     const std::int32_t july = localSeconds(2005, 7, 23);
     const std::int32_t evening = localSeconds(2005, 7, 23, 19, 54, 28);
     const std::int32_t november = 784'111'777;
-    // asctime's layout takes the year of "23 jul 2005" for a day of July 2000.
+    // The asctime layout reads 2005 in "23 jul 2005" as a day of July 2000.
     const std::int32_t day2005 = localSeconds(2000, 7, 2005);
     const struct {
         const char* text;
@@ -41,7 +41,7 @@ TEST(DateParsing, FirstMatchingLayoutDecides) {
     }
 }
 
-/// Whether the same clock time comes twice, half an hour or an hour apart.
+/// Whether this clock time occurs twice, half an hour or an hour apart.
 bool isRepeated(TimeValue t) {
     const LocalTime fields = t.local();
     for (const TimeSpan apart : {TimeSpan::fromMinutes(30), TimeSpan::fromMinutes(60)})
@@ -70,7 +70,7 @@ constexpr std::int32_t step = 7; // the sanitizers are slow
 TEST(DateParsing, FormattedDatesParseToTheSameTime) {
     for (int minute = 0; minute < 1440; minute += step)
         ASSERT_NO_FATAL_FAILURE(expectReadBack(localSeconds(2005, 7, 23, 0, minute, 17)));
-    // From 3 January 1970 to the end of 2037, at another minute each day.
+    // From 3 January 1970 to the end of 2037, at a different minute each day.
     for (std::int32_t day = 0; day < 24'835; day += step)
         ASSERT_NO_FATAL_FAILURE(expectReadBack((day + 2) * 86400 + day * 61 % 1440 * 60 + day % 60));
     for (std::int32_t t = std::numeric_limits<std::int32_t>::max(); t > 2'147'480'000; t -= 60)

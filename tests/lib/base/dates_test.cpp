@@ -25,7 +25,7 @@ TEST(Dates, SpanOfDaysIsClamped) {
                 {-1, 0},
                 {1, 86400},
                 {24'855, 2'147'472'000},
-                // 25,000 days and more are 2,160,000,000 seconds, which wrap around.
+                // Clamped to 25,000 days, 2,160,000,000 seconds, which wrap around.
                 {25'000, -2'134'967'296},
                 {largest, -2'134'967'296}};
     for (const auto& [days, seconds] : rows)
@@ -48,7 +48,7 @@ TEST(Dates, SpanOfNegativeSecondsKeepsWholeDaysOnly) {
     }
 }
 
-// Evaluated by the compiler, which accepts no overflow on the way.
+// constexpr evaluation rejects any overflow.
 static_assert(TimeSpan::fromSeconds(largest).seconds() == largest);
 static_assert(TimeSpan::fromSeconds(smallest).seconds() == -2'147'472'000);
 
@@ -131,8 +131,8 @@ TEST(Dates, LocalFieldsRoundTrip) {
     for (const std::int32_t t : test::instants()) {
         const std::tm fields = test::localFields(t);
         if (fields.tm_year < 70)
-            continue; // the runtime may refuse a local date before 1970, where it is west of Greenwich
-        // Of a repeated hour the runtime chooses either; the fields are the same.
+            continue; // the runtime may reject local dates before 1970, west of Greenwich
+        // Compare fields: in a repeated hour, the runtime may choose either instant.
         ASSERT_EQ(TimeValue(fromLocalFields(fields)).local(), TimeValue(t).local()) << t;
     }
     for (const std::int32_t t : {largest - 1, largest})
@@ -182,7 +182,7 @@ TEST(Dates, LocalTimesOutsideTheRangeAreEmpty) {
     EXPECT_EQ(TimeValue::fromLocal(largest, largest, 1, 0, 0, 0, -1), TimeValue());
     for (const int year : {1902, 1938, 1969})
         EXPECT_LE(TimeValue::fromLocal(year, 6, 1, 0, 0, 0, -1), TimeValue()) << year;
-    // The runtime cannot tell the second before the epoch from a failure.
+    // mktime returns -1 for the second before the epoch and for failure.
     const std::int32_t west = localSeconds(1970, 1, 3, 0, 0, 0, 0) - 2 * secondsPerDay;
     EXPECT_EQ(TimeValue::fromLocal(1970, 1, 1, 0, 0, -1 - west, 0), TimeValue());
 }

@@ -20,7 +20,7 @@
 
 namespace {
 
-std::string simulatedWindows; ///< its directory
+std::string simulatedWindows; ///< the Windows directory
 std::vector<UINT> askedSizes;
 
 UINT WINAPI tellWindows(LPSTR buffer, UINT size) {
@@ -78,7 +78,7 @@ TEST_F(Files, FindsAFileByNameOrPattern) {
             EXPECT_FALSE(anyFileMatches(folder_.file(pattern))) << pattern;
         EXPECT_FALSE(anyFileMatches(""));
     };
-    search(); // the platform keeps a handle from the first time
+    search(); // the first call leaves a handle open
     const unsigned before = handleCount();
     search();
     EXPECT_EQ(handleCount(), before);
@@ -100,10 +100,10 @@ TEST_F(Files, WindowsDirectoryRetriesWhen256CharactersAreTooFew) {
         if (length < 256)
             EXPECT_THAT(askedSizes, ElementsAre(256U));
         else
-            EXPECT_THAT(askedSizes, ElementsAre(256U, length + 2)) << "the size it said, plus one";
+            EXPECT_THAT(askedSizes, ElementsAre(256U, length + 2)) << "the reported size plus one";
     }
     simulatedWindows = "C:\\";
-    EXPECT_EQ(windowsDirectory(), "C:\\") << "it has its backslash";
+    EXPECT_EQ(windowsDirectory(), "C:\\") << "no second backslash";
 }
 
 TEST_F(Files, LocalDataDirectoryBelongsToTheUser) {
@@ -225,7 +225,7 @@ TEST_F(Files, MappedFileLeaksNoHandleOrViewAtAnyFailure) {
             file.open(path);
         EXPECT_TRUE(file.isOpen());
     };
-    openAll(); // the platform keeps some from the first time
+    openAll(); // the first call leaves handles open
     const unsigned handles = handleCount();
     const std::size_t mapped = committedBytes(MEM_MAPPED);
     openAll();

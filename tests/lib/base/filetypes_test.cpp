@@ -13,7 +13,7 @@ namespace {
 
 using namespace std::string_literals;
 
-/// Lets this process alone see other classes than the system's: those the test registers.
+/// Redirects HKEY_CLASSES_ROOT for this process to a key of the test.
 class FileTypes : public testing::Test {
 protected:
     FileTypes() {

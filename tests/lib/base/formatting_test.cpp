@@ -37,7 +37,7 @@ TEST(Formatting, EstimateSaturates) {
     EXPECT_EQ(estimateFormattedLength((widest + widest).c_str(), 0), most);
     EXPECT_EQ(estimateFormattedLength((widest + widest + widest).c_str(), 0), most);
     EXPECT_EQ(estimateFormattedLength("%s", most), most);
-    // Digits beyond the type are read as its largest number.
+    // Numbers saturate.
     EXPECT_EQ(estimateFormattedLength("%99999999999999999999s", 0),
               22 + static_cast<std::size_t>(std::numeric_limits<long>::max()) + 6);
 }
@@ -49,7 +49,7 @@ TEST(Formatting, InsertsOneToFourTexts) {
     EXPECT_EQ(format("%s at %s", a, b), "one at two");
     EXPECT_EQ(format("%s,%s,%s", a, "", b), "one,,two");
     EXPECT_EQ(format("%s,%s,%s,%s", b, a, "three", "four"), "two,one,three,four");
-    // More than the conversion's allowance of six characters.
+    // Longer than the six characters estimated for a conversion.
     EXPECT_EQ(format("%s", "a rather long literal"), "a rather long literal");
 }
 

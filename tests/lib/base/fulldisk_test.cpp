@@ -28,7 +28,7 @@ TEST_F(FullDiskWrites, FailAtAnySizeUntilSpaceIsFreed) {
             const FullDisk full;
             const unsigned handles = handleCount();
             WrittenFile file(path);
-            EXPECT_EQ(file.write(bytesOf(content)), size < 4096) << "the stream keeps a little back";
+            EXPECT_EQ(file.write(bytesOf(content)), size < 4096) << "small writes stay in the stream buffer";
             EXPECT_FALSE(file.close());
             EXPECT_EQ(file.error(), DWORD{ERROR_DISK_FULL});
             EXPECT_EQ(handleCount(), handles);
@@ -64,7 +64,7 @@ TEST_F(FullDiskWrites, LeaveTheTargetOfAFailedCopyUnchanged) {
     }
     ASSERT_TRUE(test::writeFile(source, std::string(5000, 'x')));
     const FullDisk full;
-    EXPECT_TRUE(copyOver(source, path)) << "needs no room";
+    EXPECT_TRUE(copyOver(source, path)) << "needs no more space";
     EXPECT_EQ(fileContent(path), std::string(5000, 'x'));
     EXPECT_TRUE(test::isFree(source));
 }

@@ -88,7 +88,7 @@ TEST_F(Handles, PlatformHandlesAreClosedAndKnowTheirInvalidValue) {
         EXPECT_TRUE(event && file && key);
         return test::handleCount();
     };
-    useAll(); // the platform keeps some from the first time
+    useAll(); // the first call leaves handles open
     const unsigned before = test::handleCount();
     EXPECT_EQ(useAll(), before + 3);
     EXPECT_EQ(test::handleCount(), before);

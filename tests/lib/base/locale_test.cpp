@@ -59,7 +59,7 @@ TEST(Locale, LowerCaseAgreesWithThePlatformForEveryCharacter) {
         EXPECT_EQ(lowerCase(static_cast<char>(code)), text[0]) << code;
         changed += text[0] != static_cast<char>(code);
     }
-    EXPECT_GT(changed, 26) << "the code page has letters beyond ASCII";
+    EXPECT_GT(changed, 26) << "the code page must have letters beyond ASCII";
     EXPECT_EQ(lowerCase('\0'), '\0');
     EXPECT_EQ(lowerCase('Z'), 'z');
 }
@@ -126,7 +126,7 @@ std::string repeated(const std::string& text) {
     return result;
 }
 
-// "Wednesday" and the marker have nine characters, ten with the point after each.
+// "Wednesday" and the am/pm marker have nine characters, ten with the period after each.
 TEST(Locale, DateAndTimeHaveAtMost127Characters) {
     const UserFormat marker(LOCALE_S2359, "afternoon");
     {

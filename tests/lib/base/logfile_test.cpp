@@ -53,7 +53,7 @@ TEST_F(LogFiles, LineOverTheLimitRotatesTheFiles) {
     ASSERT_TRUE(append("first"));
     ASSERT_TRUE(writeFile(olderPath_, "older"));
     EXPECT_TRUE(append("second", 23));
-    EXPECT_EQ(fileContent(path_), "header\r\nfirst\r\nsecond\r\n") << "23 bytes";
+    EXPECT_EQ(fileContent(path_), "header\r\nfirst\r\nsecond\r\n") << "exactly 23 bytes";
     EXPECT_EQ(fileContent(olderPath_), "older");
 
     EXPECT_TRUE(append("3", 25));
@@ -111,7 +111,7 @@ TEST_F(LogFiles, LeaksNoHandle) {
         EXPECT_TRUE(append("first", 1));
         EXPECT_FALSE(appendLine({folder_.path(), olderPath_, "header", 1000}, "a folder is no file"));
     };
-    appendAll(); // the platform keeps some from the first time
+    appendAll(); // the first call leaves handles open
     const unsigned before = test::handleCount();
     appendAll();
     EXPECT_EQ(test::handleCount(), before);

@@ -21,7 +21,7 @@ SCHEDULER_STAND_IN("ole32.dll", CoUninitialize, "_CoUninitialize@0");
 
 namespace {
 
-std::string simulatedPath; ///< of the program's file; empty: the platform's
+std::string simulatedPath; ///< executable path; empty for the real one
 
 DWORD WINAPI tellFileName(HMODULE module, LPSTR buffer, DWORD size) {
     static const auto platform =
@@ -34,14 +34,14 @@ DWORD WINAPI tellFileName(HMODULE module, LPSTR buffer, DWORD size) {
     return static_cast<DWORD>(copied);
 }
 
-/// Looks after all of the program's own variables are gone.
+/// Checks after all other static variables are destroyed.
 struct AfterExit {
     bool usesComponents = false;
 
     ~AfterExit() {
         if (!usesComponents || platform::CoUninitialize.calls == 1)
             return;
-        std::fprintf(stderr, "At exit the component library is not closed once.\n");
+        std::fprintf(stderr, "The component library was not closed exactly once at exit.\n");
         std::_Exit(1);
     }
 } afterExit [[gnu::init_priority(101)]];
@@ -88,7 +88,7 @@ TEST_F(OpSys, InstanceMutexIsOwnedAndDetectsASecondInstance) {
     ASSERT_TRUE(mutex);
     DWORD result = WAIT_FAILED;
     ASSERT_TRUE(test::runOnThread([&] { result = WaitForSingleObject(mutex.get(), 0); }));
-    EXPECT_EQ(result, DWORD{WAIT_TIMEOUT}) << "another thread cannot take it";
+    EXPECT_EQ(result, DWORD{WAIT_TIMEOUT}) << "this thread must own the mutex";
 }
 
 TEST_F(OpSys, RefusedInstanceMutexDoesNotCountAsAnotherInstance) {
@@ -124,9 +124,9 @@ TEST_F(OpSys, ComponentLibraryIsClosedAtExitIfItWasStarted) {
     ASSERT_EQ(create(), CO_E_NOTINITIALIZED);
     startComponentLibrary();
     EXPECT_EQ(create(), REGDB_E_CLASSNOTREG);
-    EXPECT_EQ(CoInitialize(nullptr), S_FALSE) << "done already, and for a single-threaded apartment";
+    EXPECT_EQ(CoInitialize(nullptr), S_FALSE) << "already initialised as a single-threaded apartment";
     CoUninitialize();
-    EXPECT_EQ(platform::CoUninitialize.calls.exchange(0), 1) << "by this test";
+    EXPECT_EQ(platform::CoUninitialize.calls.exchange(0), 1) << "only the call in this test";
     afterExit.usesComponents = true;
 }
 
@@ -147,7 +147,7 @@ TEST_F(OpSys, WindowTextOfNoWindowIsEmpty) {
     EXPECT_EQ(windowText(destroyed), "");
 }
 
-/// Claims more text than can be had, or than it then gives.
+/// Reports a longer text than it has, or one that is too long to allocate.
 CALLED_BY_PLATFORM LRESULT CALLBACK boastingWindow(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_GETTEXTLENGTH)
         return GetPropA(window, "huge") ? 0x7FFFFFFE : 10;
@@ -159,16 +159,14 @@ TEST_F(OpSys, WindowTextHasTheLengthReportedByTheWindow) {
     ASSERT_TRUE(SetWindowTextA(window_, "text"));
     EXPECT_EQ(windowText(window_), std::string("text") + std::string(6, '\0'));
     SetPropA(window_, "huge", window_);
-    EXPECT_EQ(windowText(window_), "") << "no memory for it";
+    EXPECT_EQ(windowText(window_), "") << "out of memory";
     RemovePropA(window_, "huge");
 }
-
-// Errors
 
 TEST_F(OpSys, ErrorTextComesFromTheSystem) {
     const std::string text = systemErrorText(ERROR_ACCESS_DENIED);
     EXPECT_TRUE(text.starts_with("Access ") && text.find("denied") != std::string::npos) << text;
-    EXPECT_GT(text.back(), ' ') << "no line break";
+    EXPECT_GT(text.back(), ' ') << "ends in a line break";
 }
 
 } // namespace

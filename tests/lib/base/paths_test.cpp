@@ -16,7 +16,7 @@ TEST(Paths, AreSplitIntoTheirParts) {
         {"File.KRA", "", "File.KRA", "File", "kra"},
         {"a/b/c", "a/b/", "c", "c", ""},
         {R"(C:\Sites\News.krB)", R"(C:\Sites\)", "News.krB", "News", "krb"},
-        // The slash is no separator where there is a backslash.
+        // With a backslash present, a slash is not a separator.
         {R"(C:\a/b.c)", R"(C:\)", "a/b.c", "a/b", "c"},
         {R"(a/b\c)", R"(a/b\)", "c", "c", ""},
         {R"(\\server\share\x.y)", R"(\\server\share\)", "x.y", "x", "y"},

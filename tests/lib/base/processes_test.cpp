@@ -23,7 +23,7 @@ namespace {
 
 using testing::ElementsAre;
 
-/// A process that ends with the code, or runs until the event of the name is signalled and ends with 5.
+/// `argument` is an exit code, or the name of an event to wait for before ending with code 5.
 std::string child(const std::string& argument) {
     return "\"" + directoryOf(executablePath()) + "startedprocess.exe\" " + argument;
 }
@@ -66,7 +66,7 @@ protected:
 TEST_F(Processes, StartAndRunPassTheShowCommandAndTheDirectory) {
     for (const std::string directory : {"", "C:\\"}) {
         EXPECT_TRUE(startProcess(child("0"), SW_SHOWMINNOACTIVE, directory));
-        EXPECT_THAT(waits, testing::IsEmpty()) << "a start does not wait";
+        EXPECT_THAT(waits, testing::IsEmpty()) << "startProcess must not wait";
         EXPECT_EQ(runProcessAndWait(child("3"), SW_SHOWMINNOACTIVE, directory, INFINITE), 3U);
         EXPECT_THAT(waits, ElementsAre(INFINITE));
         waits.clear();
@@ -120,7 +120,7 @@ TEST_F(Processes, LeakNoHandleEvenAfterATimeout) {
         EXPECT_EQ(run("3"), 3U);
         EXPECT_EQ(run("process test", 1), 259U);
     };
-    startAll(); // the platform keeps some from the first time
+    startAll(); // the first call leaves handles open
     const unsigned before = test::handleCount();
     startAll();
     EXPECT_EQ(test::handleCount(), before);
@@ -167,7 +167,7 @@ TEST_F(Processes, RunFailsAndLeavesTheHandlesOpenWhenTheWaitFails) {
     EXPECT_EQ(run("3"), processFailed);
     const unsigned before = test::handleCount();
     EXPECT_EQ(run("3"), processFailed);
-    EXPECT_EQ(test::handleCount(), before + 2) << "the process's and its thread's";
+    EXPECT_EQ(test::handleCount(), before + 2) << "the process handle and the thread handle";
     platform::WaitForSingleObject.answer.reset();
 }
 

@@ -156,7 +156,7 @@ TEST(Regexp, PlaceholdersAreRemovedWithTheirQuotesAndOuterBlanks) {
         {"\"spider.exe\" \"/open:%1\"", "\"spider.exe\" \"/open:\""},
         {"spider.exe %0 %* %L %%", "spider.exe %0 %* %L %%"},
         {"spider.exe %%1", "spider.exe %"},
-        {"spider.exe \"\" x", "spider.exe  x"}, // a pair of quotes goes wherever it came from
+        {"spider.exe \"\" x", "spider.exe  x"}, // any empty pair of quotes is removed
         {"spider.exe \"\"\"", "spider.exe \""},
         {" \t\r\n\f\"spider.exe\" \f\r\n\t ", "\"spider.exe\""},
         {"\v spider.exe", "\v spider.exe"},
@@ -165,7 +165,7 @@ TEST(Regexp, PlaceholdersAreRemovedWithTheirQuotesAndOuterBlanks) {
         EXPECT_EQ(withoutPlaceholders(registered), expected) << registered;
 }
 
-// If the work grew with the square of the length, this would take longer than a test may.
+// A quadratic algorithm would exceed the time limit.
 TEST(Regexp, MillionsOfEmptyQuotesAreRemovedInLinearTime) {
     constexpr std::size_t count = 2'000'000;
     std::string command;

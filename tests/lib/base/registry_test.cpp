@@ -35,7 +35,7 @@ protected:
 };
 
 TEST_F(Registry, TextRoundTrips) {
-    ASSERT_EQ(GetACP(), 1252U) << "the characters of this test are those of Western Europe";
+    ASSERT_EQ(GetACP(), 1252U) << "this test needs the Western European code page";
     std::string codePage;
     for (int character = 0xA0; character <= 0xFF; ++character)
         codePage += static_cast<char>(character);
@@ -101,7 +101,7 @@ TEST_F(Registry, BytesRoundTrip) {
     std::string bytes;
     for (int byte = 0; byte < 256; ++byte)
         bytes += static_cast<char>(byte);
-    bytes += "\0\0\0"s; // nothing is trimmed
+    bytes += "\0\0\0"s; // must not be trimmed
     EXPECT_TRUE(writeBinary(user, path("Value"), bytes));
     EXPECT_EQ(loadValue("Value").type, DWORD{REG_BINARY});
     std::string out = "old";
@@ -183,7 +183,7 @@ TEST_F(Registry, PathWithoutAValueNameMeansTheDefaultValue) {
     EXPECT_TRUE(writeString(key.get(), "Sub", "default of Sub"));
     EXPECT_EQ(test::loadValue(user, path("Sub"), "").bytes.substr(0, 14), "default of Sub");
     EXPECT_EQ(getString(key.get(), "Sub"), "default of Sub");
-    EXPECT_NE(loadValue("Sub").status, ERROR_SUCCESS) << "no value of that name";
+    EXPECT_NE(loadValue("Sub").status, ERROR_SUCCESS) << "a value of that name exists";
 }
 
 TEST_F(Registry, NewKeysHaveTheirClass) {
@@ -263,7 +263,7 @@ TEST_F(Registry, StoreReadsAndWritesValuesAtItsPath) {
     EXPECT_EQ(number, 30U);
     EXPECT_EQ(text, "text");
     EXPECT_EQ(bytes, block);
-    EXPECT_EQ(store.path(), path("State")) << "each call leaves the path as it was";
+    EXPECT_EQ(store.path(), path("State")) << "a call changed the path";
 }
 
 } // namespace

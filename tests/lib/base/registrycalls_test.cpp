@@ -1,4 +1,4 @@
-// When the platform refuses a call, the caller's data is untouched and no handle is lost.
+// A refused call changes no data and leaks no handle.
 #include "lib/base/registry.h"
 #include "tests/support/allocations.h"
 #include "tests/support/handlecount.h"
@@ -31,17 +31,17 @@ using testing::IsEmpty;
 
 const HKEY user = HKEY_CURRENT_USER;
 constexpr LSTATUS refusal = ERROR_NO_SYSTEM_RESOURCES;
-std::vector<REGSAM> opened, created; ///< the access that each call asked for
+std::vector<REGSAM> opened, created; ///< access requested by each call
 
 class RegistryCalls : public test::RegistryTest {
 protected:
-    /// The platform keeps some handles from the first use of a predefined key and of an exception.
+    /// The first use of a predefined key and of an exception leaves handles open.
     static void SetUpTestSuite() {
         EXPECT_FALSE(deleteValue(user, "Software\\Missing"));
         EXPECT_THROW(throw std::bad_alloc(), std::bad_alloc);
         handles_ = test::handleCount();
     }
-    static void TearDownTestSuite() { EXPECT_EQ(test::handleCount(), handles_) << "a handle is lost"; }
+    static void TearDownTestSuite() { EXPECT_EQ(test::handleCount(), handles_) << "a handle leaked"; }
 
     void SetUp() override {
         ASSERT_TRUE(writeString(user, path("Text"), std::string(100, 't')));
@@ -91,7 +91,7 @@ TEST_F(RegistryCalls, RequestOnlyTheAccessTheyNeed) {
     EXPECT_TRUE(writeString(user, path("Text"), "new"));
     EXPECT_TRUE(writeNumber(user, path("Number"), 1));
     EXPECT_TRUE(writeBinary(user, path("Bytes"), "new"));
-    EXPECT_THAT(created, ElementsAre(0x2001F, 0x2001F, 0x2001F)) << "reading and writing";
+    EXPECT_THAT(created, ElementsAre(0x2001F, 0x2001F, 0x2001F)) << "KEY_READ | KEY_WRITE";
     EXPECT_THAT(opened, IsEmpty());
     created.clear();
     EXPECT_TRUE(deleteValue(user, path("Text")));
@@ -110,7 +110,7 @@ TEST_F(RegistryCalls, ReadsFailWhenTheValueCannotBeQueried) {
     platform::RegQueryValueExA.answer = refusal;
     expectNothingRead();
     std::string text = "old";
-    platform::RegQueryValueExA.callsBeforeAnswer = 1; // it goes away after its length was told
+    platform::RegQueryValueExA.callsBeforeAnswer = 1; // the value disappears after its length was queried
     EXPECT_FALSE(readString(user, path("Text"), text));
     platform::RegQueryValueExA.callsBeforeAnswer = 1;
     EXPECT_FALSE(readBinary(user, path("Bytes"), text));

@@ -29,14 +29,14 @@ SCHEDULER_STAND_IN("msvcrt.dll", _beginthread, "__beginthread");
 
 namespace {
 
-/// Looks after all of the program's own variables are gone.
+/// Checks after all other static variables are destroyed.
 struct AfterExit {
-    std::size_t withRing = 0; ///< bytes of the program while its ring holds 64 MB
+    std::size_t withRing = 0; ///< committed bytes while the ring holds 64 MB
 
     ~AfterExit() {
         if (withRing == 0 || test::committedBytes(MEM_PRIVATE) < withRing - (60U << 20))
             return;
-        std::fprintf(stderr, "At exit the program's ring of scratch buffers is not freed.\n");
+        std::fprintf(stderr, "The main thread's ring of scratch buffers was not freed at exit.\n");
         std::_Exit(1);
     }
 } afterExit [[gnu::init_priority(101)]];
@@ -63,7 +63,7 @@ TEST(Threads, ThreadHasTheDefaultStackAndDoesNothingWithoutMemory) {
     }
     EXPECT_EQ(stackSize, 0U);
     EXPECT_NE(thread, threadFailed);
-    // Signalled, or closed by the runtime already: the thread is over.
+    // Anything but a timeout means that the thread ended. The runtime may have closed the handle.
     EXPECT_NE(WaitForSingleObject(reinterpret_cast<HANDLE>(thread), patience), DWORD{WAIT_TIMEOUT});
     EXPECT_FALSE(called);
 }
@@ -90,7 +90,7 @@ std::uint32_t allocationsOf(const std::function<void()>& work) {
     return scratchAllocationCount() - before;
 }
 
-/// Asks for so many small ones, which brings a ring back to the slot before the last.
+/// Advances the ring by 15 of its 16 slots.
 void ask15(ScratchRing& ring) {
     for (int i = 0; i < 15; ++i)
         ring.buffer(1);
@@ -107,12 +107,12 @@ TEST(Threads, RingCyclesThrough16Buffers) {
     for (char i = 0; i < 16; ++i) {
         void* const buffer = ring.buffer(100);
         EXPECT_EQ(buffer, buffers[static_cast<std::size_t>(i)]);
-        EXPECT_EQ(std::string(static_cast<char*>(buffer), 100), std::string(100, i)) << "it is as it was";
+        EXPECT_EQ(std::string(static_cast<char*>(buffer), 100), std::string(100, i)) << "the content changed";
     }
 }
 
 std::size_t sizeOf(void* buffer) {
-    return buffer ? _msize(buffer) : 0; // a new slot is a buffer of size 0
+    return buffer ? _msize(buffer) : 0; // an unused slot counts as size 0
 }
 
 TEST(Threads, RingReusesABufferOrReplacesItWithTheRequestedSize) {
@@ -207,7 +207,7 @@ TEST(Threads, EachThreadStartsWithItsOwnEmptyRing) {
         }));
     for (void* const buffer : mine) {
         EXPECT_EQ(std::string(static_cast<const char*>(buffer), 100), std::string(100, 'm'));
-        EXPECT_EQ(scratchBuffer(100), buffer) << "the other threads did not move the ring on";
+        EXPECT_EQ(scratchBuffer(100), buffer) << "another thread advanced this ring";
     }
 }
 

@@ -33,7 +33,7 @@ TEST(TimeOfDay, EveryMinuteIsParsedInEveryForm) {
             ASSERT_EQ(parseTimeOfDay(text).seconds(), minute * 60) << text;
         }
         for (const char* pattern : {"%d:%02d %s", "%02d%02d %s"}) {
-            // 12:05 am is not 1205 am alone: below 1:00 the compact form needs its 12.
+            // The compact form before 1:00 am needs the 12: 12:05 am is "1205".
             snprintf(text, sizeof(text), pattern, hour % 12 == 0 ? 12 : hour % 12, minute % 60,
                      hour < 12 ? "am" : "pm");
             ASSERT_EQ(parseTimeOfDay(text).seconds(), minute * 60) << text;
@@ -47,7 +47,7 @@ TEST(TimeOfDay, EveryMinuteIsParsedInEveryForm) {
 
 TEST(TimeOfDay, NumbersSaturateAndTheSumWrapsAround) {
     EXPECT_EQ(parseTimeOfDay("0:0:99999999999999999999").seconds(), std::numeric_limits<std::int32_t>::max());
-    // 21,474,836 hours, 47 minutes and 2,147,483,647 seconds wrap around to -24,855 days and a part of one.
+    // 21,474,836 hours, 47 minutes and 2,147,483,647 seconds wrap around to a negative span.
     EXPECT_EQ(parseTimeOfDay("99999999999999999999:99999999999999999999:99999999999999999999").seconds(),
               -2'147'472'000);
 }

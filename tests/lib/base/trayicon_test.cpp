@@ -31,7 +31,7 @@ struct ShellCall {
     NOTIFYICONDATAA record;
 };
 std::vector<ShellCall> shellCalls;
-std::vector<std::uintptr_t> loadedIcons; ///< by resource number
+std::vector<std::uintptr_t> loadedIcons; ///< resource ids
 
 constexpr std::uint16_t firstIcon = 101;
 constexpr std::uint16_t secondIcon = 102;
@@ -41,7 +41,7 @@ constexpr std::uint16_t noIcon = 999;
 class TrayIcon : public testing::Test {
 protected:
     TrayIcon() {
-        // With the shell's window comes its notification area.
+        // The notification area exists once the shell's window does.
         for (unsigned waited = 0; waited < test::patience && !FindWindowA("Shell_TrayWnd", nullptr);
              waited += 20)
             Sleep(20);
@@ -50,8 +50,8 @@ protected:
     }
     ~TrayIcon() override { DestroyWindow(window_); }
 
-    /// Handlers at exit run in reverse order, and the cache registers its end when it is first used: between
-    /// these two nothing but the cache is destroyed.
+    /// Exit handlers run in reverse order and the cache registers its own on first use, so only the cache is
+    /// destroyed between these two.
     static void SetUpTestSuite() {
         platform::Shell_NotifyIconA.note = [](DWORD message, NOTIFYICONDATAA* record) {
             shellCalls.push_back({message, *record});
@@ -66,7 +66,7 @@ protected:
         std::atexit([] {
             if (heldWithCache_ == test::heldBlocks() + 3)
                 return;
-            std::fprintf(stderr, "At exit the cache of three icons is not emptied.\n");
+            std::fprintf(stderr, "The cache of three icons was not emptied at exit.\n");
             std::_Exit(1);
         });
         for (const std::uint16_t icon : {firstIcon, secondIcon, keptIcon})
@@ -80,7 +80,7 @@ protected:
         CreateWindowExA(0, "STATIC", "", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr, nullptr, nullptr);
 };
 
-/// The record's first form is all that is used of it.
+/// Uses the oldest version of the structure, 88 bytes.
 NOTIFYICONDATAA emptyRecord(HWND window) {
     NOTIFYICONDATAA record;
     std::memset(&record, 0, sizeof record);
@@ -140,7 +140,7 @@ TEST_F(TrayIcon, ShellReceivesMessageIconAndTip) {
 }
 
 TEST_F(TrayIcon, BalloonShowsAWarningAndKeepsIconAndTip) {
-    EXPECT_FALSE(showTrayBalloon(window_, "title", "text")) << "there is no icon";
+    EXPECT_FALSE(showTrayBalloon(window_, "title", "text")) << "the window has no icon";
     addTrayIcon(window_, firstIcon, "tip");
     shellCalls.clear();
     EXPECT_TRUE(showTrayBalloon(window_, "title", "text"));
@@ -172,7 +172,7 @@ TEST_F(TrayIcon, MissingWindowOrIconFailsWithoutCallingTheShell) {
     EXPECT_FALSE(addTrayIcon(window_, noIcon, "tip"));
     EXPECT_FALSE(modifyTrayIcon(window_, noIcon, "tip"));
     EXPECT_THAT(shellCalls, IsEmpty());
-    EXPECT_THAT(loadedIcons, ElementsAre(noIcon, noIcon)) << "a failure is not kept";
+    EXPECT_THAT(loadedIcons, ElementsAre(noIcon, noIcon)) << "failures must not be cached";
     EXPECT_FALSE(removeTrayIcon(nullptr));
 }
 
@@ -182,7 +182,7 @@ TEST_F(TrayIcon, IconsAreLoadedOnceAndNeverDestroyed) {
         modifyTrayIcon(window_, keptIcon, "tip");
         removeTrayIcon(window_);
     }
-    EXPECT_THAT(loadedIcons, IsEmpty()) << "the set-up has loaded it";
+    EXPECT_THAT(loadedIcons, IsEmpty()) << "SetUpTestSuite already loaded it";
     ICONINFO icon{};
     ASSERT_TRUE(GetIconInfo(shellCalls.front().record.hIcon, &icon));
     DeleteObject(icon.hbmMask);

@@ -38,7 +38,7 @@ TEST_F(WrittenFiles, WriteReplacesTheContentAndReleasesTheFile) {
         EXPECT_TRUE(writeWhole(path_, content));
         EXPECT_TRUE(fileExists(path_));
         EXPECT_EQ(fileContent(path_), content);
-        EXPECT_TRUE(openFile(path_, GENERIC_READ | GENERIC_WRITE, 0)) << "no one else has it";
+        EXPECT_TRUE(openFile(path_, GENERIC_READ | GENERIC_WRITE, 0)) << "the file is still open";
     }
 }
 
@@ -53,7 +53,7 @@ TEST_F(WrittenFiles, PiecesAreAppendedAndTheDestructorClosesTheFile) {
     EXPECT_TRUE(isFree(path_));
 }
 
-/// The descriptor of the file that is opened next: the lowest that is free.
+/// The lowest free descriptor, which the next opened file gets.
 int nextDescriptor() {
     const int descriptor = _dup(_fileno(stderr));
     _close(descriptor);
@@ -98,7 +98,7 @@ TEST_F(WrittenFiles, FileIsReleasedWhenTheStreamCannotBeCreated) {
     EXPECT_FALSE(writeWhole(path_, "content"));
     platform::_fdopen.answer.reset();
     EXPECT_EQ(handleCount(), handles);
-    EXPECT_TRUE(openFile(path_, GENERIC_WRITE, 0)) << "no one else has it";
+    EXPECT_TRUE(openFile(path_, GENERIC_WRITE, 0)) << "the file is still open";
     EXPECT_TRUE(writeWhole(path_, "again"));
 }
 
@@ -159,7 +159,7 @@ TEST_F(WrittenFiles, CopyIsFlushedToDisk) {
     ASSERT_TRUE(writeWhole(path_, "content"));
     static unsigned flushes = 0;
     platform::FlushFileBuffers.note = [](HANDLE file) {
-        EXPECT_EQ(GetFileSize(file, nullptr), 7U) << "all of it is written";
+        EXPECT_EQ(GetFileSize(file, nullptr), 7U) << "flushed before everything was written";
         ++flushes;
     };
     EXPECT_TRUE(copyOver(path_, copy_));

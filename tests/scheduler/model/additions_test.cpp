@@ -25,7 +25,7 @@ protected:
         addEntries(list, pattern, names, state, clock, store);
     }
 
-    FakeClock clock{TimeValue(1'800'000'030)}; // 30 seconds into a minute
+    FakeClock clock{TimeValue(1'800'000'030)}; // 30 seconds past the minute
     const TimeValue inAnHour = clock.now() + TimeSpan::fromMinutes(60);
     scheduler::EngineState state;
     EventLog log;

@@ -59,41 +59,38 @@ TEST(Deletion, RelinksFollowersToThePredecessor) {
         Positions positions;
         std::vector<Entry> left;
     } table[] = {
-        {"the follower of entry 2 of a chain",
+        {"middle of a chain",
          {{"A", 5, 0}, {"B", 5, 0}, {"C", 0, 1}, {"D", 0, 2}},
          {2},
          {{"A", 5, 0}, {"B", 5, 0}, {"D", 0, 1}}},
-        {"entry 0's followers follow the new first",
+        {"followers of entry 0 follow the new first entry",
          {{"A", 5, 0}, {"B", 5, 0}, {"C", 0, 0}},
          {0},
          {{"B", 5, 0}, {"C", 0, 0}}},
-        {"a follower that becomes the first runs at start-up",
+        {"a follower that becomes first runs at start-up",
          {{"A", 5, 0}, {"B", 0, 0}, {"C", 0, 1}},
          {0},
          {{"B", 1, 0}, {"C", 0, 0}}},
-        {"nothing is deleted, and nothing mended",
-         {{"A", 0, 0}, {"B", 0, 1}},
-         {},
-         {{"A", 0, 0}, {"B", 0, 1}}},
+        {"without positions, nothing changes", {{"A", 0, 0}, {"B", 0, 1}}, {}, {{"A", 0, 0}, {"B", 0, 1}}},
         {"all, in any order", {{"A", 1, 0}, {"B", 0, 0}, {"C", 0, 1}}, {1, 0, 2}, {}},
-        {"two that followed one another", {{"A", 0, 1}, {"B", 0, 0}}, {1}, {{"A", 1, 0}}},
-        {"a whole chain but its ends",
+        {"two entries that follow each other", {{"A", 0, 1}, {"B", 0, 0}}, {1}, {{"A", 1, 0}}},
+        {"a whole chain except its ends",
          {{"A", 1, 0}, {"B", 0, 0}, {"C", 0, 1}, {"D", 0, 2}},
          {2, 1},
          {{"A", 1, 0}, {"D", 0, 0}}},
-        {"other kinds' references move as well",
+        {"references of other kinds also move",
          {{"A", 5, 0}, {"B", 3, 2}, {"C", 2, 2}},
          {0},
          {{"B", 3, 1}, {"C", 2, 1}}},
-        {"an unknown kind that names itself keeps its kind",
+        {"an unknown kind that follows itself keeps its kind",
          {{"A", 5, 0}, {"B", 77, 0}},
          {0},
          {{"B", 77, 0}}},
-        {"a reference beyond the end becomes the former count",
+        {"a reference beyond the end becomes the previous count",
          {{"A", 0, 100}, {"B", 5, 0}},
          {1},
          {{"A", 0, 2}}},
-        {"references below 0 stay",
+        {"negative references stay",
          {{"A", 0, -1}, {"B", 5, 0}, {"C", 0, lowest}},
          {1},
          {{"A", 0, -1}, {"C", 0, lowest}}},
@@ -143,7 +140,7 @@ TEST(Deletion, OfSeveralEqualsDeletingEachFromLastToFirst) {
         std::vector<plain::Item> expected = itemsOf(filledEntries(told));
         plain::removeAll(expected, {positions.begin(), positions.end()});
         ASSERT_EQ(left(filledEntries(told), positions), expected)
-            << "seed " << seed << ", round " << round << ", those at " << testing::PrintToString(positions);
+            << "seed " << seed << ", round " << round << ", positions " << testing::PrintToString(positions);
     }
 }
 

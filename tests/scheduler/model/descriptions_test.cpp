@@ -134,12 +134,12 @@ TEST_F(Descriptions, SayWhenTheNextRunIs) {
     const TimeValue justAfter = now + TimeSpan::fromSeconds(1);
     const Schedule table[] = {
         {due(never, after(1)), "waiting for news.daily"},
-        {due(justAfter, after(1)), "waiting for news.daily"}, // its time is set already
+        {due(justAfter, after(1)), "waiting for news.daily"}, // although its time is set
         {due(now, after(1)), "Now"},
         {due(never, after(3)), "waiting for (unknown)"},
         {due(never, after(-1)), "waiting for (unknown)"},
         {due(never, ofKind(1)), "next startup"},
-        {due(justAfter, ofKind(1)), "next startup"}, // a retry is ahead
+        {due(justAfter, ofKind(1)), "next startup"}, // a retry is pending
         {due(TimeValue(), ofKind(1)), "Now"},        // until it starts
         {due(never, once(justBefore)), "(never)"},
         {due(never, ofKind(scheduler::kindCount)), "(never)"},
@@ -154,7 +154,7 @@ TEST_F(Descriptions, SayWhenTheNextRunIs) {
         EXPECT_EQ(nextRun(row.entry), row.phrase) << "kind " << static_cast<int>(row.entry.kind);
 
     clock.advance(TimeSpan::fromSeconds(1));
-    EXPECT_EQ(nextRun(due(justAfter, once(justAfter))), "Now") << "the clock has moved on";
+    EXPECT_EQ(nextRun(due(justAfter, once(justAfter))), "Now") << "the clock moved on";
 }
 
 TEST_F(Descriptions, SayRunningBeforeDisabledBeforeSuspended) {
@@ -192,7 +192,7 @@ TEST_F(Descriptions, SayWhenTheLastRunWas) {
     EXPECT_EQ(describeLastRun(entry, clock), "Mon Jan 05 at 8:00 PM");
 }
 
-// In zones that are a quarter of an hour off, days begin at a quarter.
+// In zones offset by a quarter of an hour, days start at a quarter of an hour.
 TEST_F(Descriptions, StayValidUntilTheReportedTime) {
     int changes = 0;
     int looks = 0;
@@ -217,7 +217,7 @@ TEST_F(Descriptions, StayValidUntilTheReportedTime) {
         }
     }
     EXPECT_GE(changes, 6 * 3 + 1 + 3) << "today, yesterday, earlier; now; tomorrow, today, now";
-    EXPECT_LT(looks, 6 * 5 * (96 + 4 + 1)) << "quarters of an hour and two times a day";
+    EXPECT_LT(looks, 6 * 5 * (96 + 4 + 1)) << "at most one check per quarter of an hour, plus a few per day";
 }
 
 } // namespace

@@ -40,7 +40,7 @@ protected:
         return list;
     }
 
-    void TearDown() override { EXPECT_TRUE(DeleteFileA(schedulePath().c_str())) << "no one has it open"; }
+    void TearDown() override { EXPECT_TRUE(DeleteFileA(schedulePath().c_str())) << "the file is still open"; }
 };
 
 TEST_F(FullDiskSaves, FailAtAnySize) {
@@ -53,7 +53,7 @@ TEST_F(FullDiskSaves, FailAtAnySize) {
             EXPECT_FALSE(saveSchedule(list)) << count;
             EXPECT_EQ(test::handleCount(), handles);
         }
-        EXPECT_TRUE(saveSchedule(list)) << "there is room again";
+        EXPECT_TRUE(saveSchedule(list)) << "space is available again";
         EXPECT_EQ(fileContent(schedulePath()), encoded(list));
         ASSERT_TRUE(count == 10 || DeleteFileA(schedulePath().c_str()));
     }
@@ -98,14 +98,14 @@ TEST_F(FullDiskSaves, SaveContinuesWhenTheCopyHasNoRoom) {
     file.save(filled(list, 10));
     {
         const FullDisk full;
-        file.save(filled(list, 5)); // has the room of the file that it replaces
+        file.save(filled(list, 5)); // fits in the space of the replaced file
         EXPECT_EQ(fileContent(schedulePath()), encoded(list));
         EXPECT_TRUE(failures.told.empty());
         file.save(filled(list, 2000));
         EXPECT_EQ(failures.told.size(), 1U);
     }
     file.save(list);
-    EXPECT_EQ(fileContent("D:\\schedule.bak"), "") << "a cut file is not copied";
+    EXPECT_EQ(fileContent("D:\\schedule.bak"), "") << "a truncated file must not be copied";
     file.save({});
     EXPECT_EQ(fileContent("D:\\schedule.bak"), encoded(list));
     EXPECT_TRUE(DeleteFileA("D:\\schedule.bak"));

@@ -1,4 +1,4 @@
-// A process is killed at each system call of a save. What it leaves holds the schedule before or after the
+// Kills a process at each system call of a save. The files must still hold the schedule before or after the
 // save.
 
 #include "lib/base/files.h"
@@ -31,10 +31,10 @@ class KilledSave : public test::ScheduleFolder {
 protected:
     struct Kills {
         unsigned count = 0;
-        unsigned cutFiles = 0; ///< how many of them left an incomplete schedule.dat
+        unsigned cutFiles = 0; ///< kills that left a truncated schedule.dat
     };
 
-    /// Kills a process that saves one after the other, at each call of its last save, until one gets through.
+    /// Runs the saves in a process and kills it at each call of the last save, until one run completes.
     template<class Prepare, class Expect>
     static Kills killAtEachCall(const std::vector<Schedule>& saves, const Prepare& prepare,
                                 const Expect& expectNothingLost) {
@@ -67,12 +67,12 @@ protected:
     }
 
     static void report(const Kills& kills) {
-        EXPECT_GT(kills.cutFiles, 0U) << "no kill met the write";
-        std::cout << kills.count << " kills, " << kills.cutFiles << " left a cut file\n";
+        EXPECT_GT(kills.cutFiles, 0U) << "no kill happened during the write";
+        std::cout << kills.count << " kills, " << kills.cutFiles << " left a truncated file\n";
     }
 };
 
-// A file is written in one piece, or in several.
+// Files written in one piece and in several.
 const std::vector<std::pair<std::size_t, std::size_t>> sizes = {{3000, 1}, {1, 3000}};
 
 TEST_F(KilledSave, FirstSaveAfterALoadLosesNothing) {
@@ -86,7 +86,7 @@ TEST_F(KilledSave, FirstSaveAfterALoadLosesNothing) {
                 put(bak(), older.content());
                 put(dat(), before.content());
             },
-            [&] { EXPECT_TRUE(holds(bak(), before) || holds(dat(), before)) << "lost"; }));
+            [&] { EXPECT_TRUE(holds(bak(), before) || holds(dat(), before)) << "schedule lost"; }));
     }
 }
 
@@ -97,7 +97,7 @@ TEST_F(KilledSave, LaterSaveLosesNothing) {
         const Schedule after{"after", countAfter};
         report(killAtEachCall(
             {before, after}, [&] { put(dat(), loaded.content()); },
-            [&] { EXPECT_TRUE(holds(bak(), before) || holds(dat(), before)) << "lost"; }));
+            [&] { EXPECT_TRUE(holds(bak(), before) || holds(dat(), before)) << "schedule lost"; }));
     }
 }
 
@@ -112,7 +112,7 @@ TEST_F(KilledSave, SaveAfterADamagedLoadKeepsTheDamagedFileAndTheCopy) {
         },
         [&] {
             EXPECT_TRUE(holds(bak(), good));
-            EXPECT_TRUE(fileContent(damaged()) == cut || fileContent(dat()) == cut) << "lost";
+            EXPECT_TRUE(fileContent(damaged()) == cut || fileContent(dat()) == cut) << "schedule lost";
         }));
 }
 

@@ -24,7 +24,7 @@ using testing::ElementsAre;
 
 const std::string longName = "a name that is too long to lie within its string";
 
-/// Counts without taking memory, which a mock does.
+/// Counts without allocating, unlike a mock.
 struct Counter : scheduler::ScheduleObserver {
     std::size_t inserted = 0;
     std::size_t removed = 0;
@@ -63,7 +63,7 @@ TEST_F(Memory, FailedInsertLeavesTheListUnchanged) {
     EXPECT_EQ(list.capacity(), 2U);
     EXPECT_EQ(counter.inserted, 0U);
     EXPECT_EQ(firstResult, ScheduleList::noMemory);
-    EXPECT_EQ(empty.append(ScheduledProject()), 0) << "memory is back";
+    EXPECT_EQ(empty.append(ScheduledProject()), 0) << "memory is available again";
 }
 
 TEST_F(Memory, IsNotAllocatedForInsertsWithinCapacityOrNotifications) {
@@ -104,7 +104,7 @@ TEST_F(Memory, FailedAdditionIsNotSaved) {
         addEntries(list, {}, names, {}, clock, store);
     }
     EXPECT_THAT(pathsOf(list), ElementsAre("C:\\a.kra", "C:\\\\c.kra"))
-        << "one file does not keep the others out";
+        << "one failure must not stop the other files";
     EXPECT_EQ(store.saved.size(), 2U);
 
     ScheduleList empty;
@@ -144,10 +144,10 @@ TEST_F(Memory, LoadReservesTheCountUnlessItExceedsTheFileSize) {
 TEST_F(Memory, DamagedFileUsesNoMoreThanItsSizeAllows) {
     Bytes content(1'000'000);
     putNumber(content, 0, scheduler::scheduleMagic);
-    putNumber(content, countOffset, 999'999); // the largest count that is smaller than the file
+    putNumber(content, countOffset, 999'999); // the largest count below the file size
     const std::size_t before = allocatedBytes;
     EXPECT_FALSE(decode(content));
-    // One array for the entries that the content can hold, and two more while the array grows.
+    // The largest possible array, and two more while it grows.
     EXPECT_LE(allocatedBytes - before, (content.size() / emptyRecordSize + 1) * 3 * sizeof(ScheduledProject));
 }
 

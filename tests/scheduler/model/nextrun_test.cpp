@@ -32,7 +32,7 @@ void expectAll(const std::vector<Row>& table) {
         EXPECT_EQ(nextRun(row.entry, row.now, row.now), row.expected) << row.what;
 }
 
-// The calendar days in these tables are in months in which none of the zones in use changes its clock.
+// None of the tested zones changes its clock in the months of these tables.
 
 TEST(NextRun, OnlyStartupEntriesAreDueAtOnceWhileTheFlagIsSet) {
     const TimeValue now = at(2026, 1, 5, 10, 15);
@@ -89,12 +89,13 @@ TEST(NextRun, DailyEntryRunsAtItsTimeOnTheNextSelectedDay) {
 
 TEST(NextRun, DailyStartsFromTheClocksDayAndComparesWithNow) {
     const ScheduledProject entry = daily(clockTime(2), "MTWTFSS");
-    EXPECT_EQ(nextRun(entry, at(2026, 1, 5, 1), at(2026, 1, 6, 1)), at(2026, 1, 6, 2)) << "clock a day ahead";
+    EXPECT_EQ(nextRun(entry, at(2026, 1, 5, 1), at(2026, 1, 6, 1)), at(2026, 1, 6, 2))
+        << "clock one day ahead";
     EXPECT_EQ(nextRun(entry, at(2026, 1, 5, 23, 59, 59), at(2026, 1, 6)), at(2026, 1, 6, 2))
-        << "over midnight";
+        << "across midnight";
     EXPECT_EQ(nextRun(entry, at(2026, 1, 6, 3), at(2026, 1, 6, 1)), at(2026, 1, 7, 2)) << "clock behind";
     EXPECT_EQ(nextRun(entry, at(2026, 1, 9, 3), at(2026, 1, 5, 1)), at(2026, 1, 6, 2))
-        << "one day is added, however far now is ahead";
+        << "adds only one day even if now is far ahead";
 }
 
 TEST(NextRun, MonthlyEntryCountsDaysFromTheFirstEvenBeyondTheMonth) {
@@ -117,7 +118,7 @@ TEST(NextRun, MonthlyDay31ComputedOn5AprilIs1May) {
     const TimeValue now = at(2026, 4, 5, 12);
     const TimeValue result = nextRun(monthly(clockTime(7, 30), 31), now, now);
     EXPECT_EQ(result, thirtyDaysOn);
-    // South of the equator the clock changes in April, and the fixed days end an hour off.
+    // In the southern hemisphere the clock changes in April, so the result is an hour off.
     if (at(2026, 4, 1) + TimeSpan::fromDays(30) == at(2026, 5, 1)) {
         EXPECT_EQ(result, at(2026, 5, 1, 7, 30));
     }
@@ -126,11 +127,11 @@ TEST(NextRun, MonthlyDay31ComputedOn5AprilIs1May) {
 TEST(NextRun, MonthlyTakesTheMonthFromTheClockAndComparesWithNow) {
     const ScheduledProject entry = monthly(clockTime(7), 10);
     EXPECT_EQ(nextRun(entry, at(2025, 12, 31, 23, 59, 59), at(2026, 1, 1)), at(2026, 1, 10, 7))
-        << "over the year's end";
+        << "across the end of the year";
     EXPECT_EQ(nextRun(entry, at(2025, 11, 5), at(2026, 1, 20)), at(2026, 1, 10, 7))
-        << "later than now, though earlier than the clock";
+        << "later than now but earlier than the clock";
     EXPECT_EQ(nextRun(entry, at(2026, 7, 1), at(2026, 1, 20)), at(2026, 2, 10, 7))
-        << "the month after the clock's, however far now is ahead";
+        << "the month after the clock's even if now is far ahead";
 }
 
 TEST(NextRun, OnceIsNeverAtOrAfterItsTime) {
@@ -179,7 +180,7 @@ std::vector<TimeValue> noonsBeforeChanges(bool back) {
             const std::tm date = localFields(change - 86400);
             noons.push_back(at(date.tm_year + 1900, date.tm_mon + 1, date.tm_mday, 12));
         }
-    EXPECT_EQ(noons.size(), 3U) << "this zone does not change its clock";
+    EXPECT_EQ(noons.size(), 3U) << "this zone must change its clock";
     return noons;
 }
 
@@ -196,7 +197,7 @@ TEST(ClockChange, EntryAfterMidnightIsDueAgainUntilTheEndOfA25HourDay) {
     for (const TimeValue noon : noonsBeforeChanges(true)) {
         const TimeValue midnight = noon + TimeSpan::fromMinutes(12 * 60);
         const TimeValue now = midnight + TimeSpan::fromMinutes(24 * 60 + 55);
-        // The day has more than 86400 seconds, and one day is added once.
+        // The day has more than 86,400 seconds, but the rule adds 86,400 once.
         EXPECT_EQ(nextRun(daily(clockTime(0, 10), "MTWTFSS"), now, now),
                   midnight + TimeSpan::fromMinutes(24 * 60 + 10));
     }

@@ -25,7 +25,7 @@ Calls newCalls() {
 }
 
 Calls callsFor(const ScheduledProject& entry) {
-    // Not the very second at which a month begins.
+    // Avoids the first second of a month.
     const TimeValue now = TimeValue::now() + base::TimeSpan::fromMinutes(1);
     newCalls();
     computeNextRun({}, entry, now, base::systemClock());
@@ -39,7 +39,7 @@ TEST(NextRunCalls, AreMinimalAndOnlyForCalendarKinds) {
     for (const char* days : {"MTWTFSS", "M......", "......."})
         EXPECT_EQ(callsFor(daily(clockTime(12), days)), (Calls{1, 2, 1})) << days;
     EXPECT_EQ(callsFor(monthly(clockTime(12), 40)), (Calls{1, 2, 1}));
-    EXPECT_EQ(callsFor(monthly(clockTime(0), 1)), (Calls{1, 2, 2})) << "this month's day is gone";
+    EXPECT_EQ(callsFor(monthly(clockTime(0), 1)), (Calls{1, 2, 2})) << "the day of this month has passed";
 }
 
 TEST(NextRunCalls, OnlyReadTheTimeOfDayOnRepeatedQueries) {

@@ -19,7 +19,7 @@ using scheduler::ScheduledProject;
 
 constexpr std::int32_t day = 86400;
 
-// The sanitizers are slow. 7 divides no other number here.
+// Fewer cases, because the sanitizers are slow. 7 is coprime to the other steps.
 #ifdef _WIN32
 constexpr int casesPerLook = 1;
 #else

@@ -50,7 +50,7 @@ Preferences filledPreferences() {
     preferences.runMultiple = true;
     preferences.autostart = false;
     for (std::size_t i = 0; i < preferences.windowState.size(); ++i)
-        preferences.windowState[i] = static_cast<std::byte>(i * 5); // zeros and high bytes within
+        preferences.windowState[i] = static_cast<std::byte>(i * 5); // includes zeros and high bytes
     return preferences;
 }
 
@@ -76,7 +76,7 @@ protected:
         Preferences preferences;
         EXPECT_EQ(loadPreferences(store, preferences), whole);
         EXPECT_EQ(fieldsOf(preferences), fieldsOf(expected));
-        EXPECT_EQ(store.path(), path("State")) << "the store is left as it was";
+        EXPECT_EQ(store.path(), path("State")) << "the path of the store must not change";
     }
 
     base::RegistryStore store{user, path("State")};
@@ -97,7 +97,7 @@ TEST_F(PreferenceValues, HaveDefaultsAtTheFirstStart) {
 TEST_F(PreferenceValues, RoundTripInTheirOrder) {
     platform::RegSetValueExA.note = [](HKEY, LPCSTR name, auto...) { written.emplace_back(name); };
     platform::RegQueryValueExA.note = [](HKEY, LPCSTR name, auto...) {
-        if (read.empty() || read.back() != name) // a block is asked for its size first
+        if (read.empty() || read.back() != name) // the size of a block is queried first
             read.emplace_back(name);
     };
     for (const Preferences& saved : {filledPreferences(), Preferences()}) {

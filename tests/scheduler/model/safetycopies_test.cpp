@@ -1,4 +1,4 @@
-// What is left of a schedule when its file is damaged or a save fails, and who is told.
+// Copies and notifications when the schedule file is damaged or a save fails.
 
 #include "lib/base/files.h"
 #include "tests/scheduler/model/schedulefolder.h"
@@ -58,7 +58,7 @@ TEST_F(SafetyCopies, KeepADamagedFileAndTheLastGoodOne) {
     put(damaged(), holding("of an earlier year"));
     load();
     EXPECT_THAT(unreadable_, ElementsAre(dat()));
-    EXPECT_EQ(fileContent(damaged()), holding("of an earlier year")) << "a load copies nothing";
+    EXPECT_EQ(fileContent(damaged()), holding("of an earlier year")) << "a load must not copy";
     save("first");
     EXPECT_EQ(fileContent(damaged()), holding("cut").substr(0, 50));
     EXPECT_EQ(fileContent(bak()), holding("good"));
@@ -132,7 +132,7 @@ TEST_F(SafetyCopies, DoNotStopTheSaveWhenTheyFail) {
         save("fourth");
     }
     EXPECT_EQ(fileContent(dat()), holding("fourth"));
-    EXPECT_EQ(fileContent(bak()), holding("second")) << "the last copy is whole";
+    EXPECT_EQ(fileContent(bak()), holding("second")) << "the last copy must be complete";
     EXPECT_THAT(unsaved_, IsEmpty());
 }
 

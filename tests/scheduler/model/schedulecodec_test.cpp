@@ -59,7 +59,7 @@ TEST_F(ScheduleCodec, WritesTheExactBytesOfHeaderAndRecords) {
 TEST_F(ScheduleCodec, WritesPiecesThatFormTheWholeFile) {
     std::vector<ScheduledProject> entries = several;
     entries.push_back(filledEntry());
-    entries.back().lastResult = std::string(300, 'x'); // longer than every buffer but the last
+    entries.back().lastResult = std::string(300, 'x'); // longer than any buffer but the last
     const Bytes whole = encodedSchedule(entries);
     for (const std::size_t size : {8U, 64U, 255U, 100000U}) {
         Bytes buffer(size);

@@ -34,7 +34,7 @@ TEST(ScheduledProject, ResettingTheRunStateKeepsTheOtherFields) {
     EXPECT_EQ(plain::itemOf(entry), expected);
 }
 
-/// Names every field, so that a new one has to be put on one side.
+/// Names every field, so that a new field does not compile until it is added here.
 ScheduledProject withUsersFieldsOf(ScheduledProject entry, const ScheduledProject& user) {
     auto& [path, lastResult, lastRun, kind, time, minutes, afterIndex, weekdays, dayOfMonth, runCommand,
            dialupEntry, timeLimitMinutes, disconnectWhenDone, disabled, running, waitingSince, runStart,
@@ -54,7 +54,7 @@ ScheduledProject withUsersFieldsOf(ScheduledProject entry, const ScheduledProjec
 }
 
 TEST(ScheduledProject, EditChangesOnlyTheUsersFields) {
-    // No field of one has the value that it has in the other.
+    // These two differ in every field.
     const ScheduledProject filled = test::filledEntry();
     const ScheduledProject blank;
     for (const auto& [entry, edited] : {std::pair{filled, blank}, std::pair{blank, filled}}) {

@@ -51,8 +51,7 @@ int openUnlessForbidden(const char* path, int mode, ...) {
     return original(path, mode, _S_IREAD | _S_IWRITE);
 }
 
-/// As long as it lives no file may be opened for writing. A read-only attribute would not do: some platforms
-/// leave it to the machine beneath, whose administrator may write all the same.
+/// Makes opening any file for writing fail. A read-only attribute does not stop an administrator under Wine.
 class WritingForbidden {
 public:
     WritingForbidden() { writingIsForbidden = true; }
@@ -61,7 +60,7 @@ public:
     ~WritingForbidden() { writingIsForbidden = false; }
 };
 
-/// The machine's own schedule, moved out of the way while a test lasts.
+/// Renames the machine's own schedule during a test.
 class ScheduleFileTest : public testing::Test {
 protected:
     ScheduleFileTest() { MoveFileExA(schedulePath().c_str(), aside().c_str(), MOVEFILE_REPLACE_EXISTING); }
@@ -102,12 +101,12 @@ TEST_F(ScheduleFileTest, IsInTheWindowsDirectory) {
 TEST_F(ScheduleFileTest, EveryFieldRoundTripsAndTheFileIsReleased) {
     for (const std::vector<ScheduledProject>& saved : {severalEntries(), {}}) {
         list.assign(saved);
-        EXPECT_TRUE(saveSchedule(list)) << "the last load has let go of the file";
+        EXPECT_TRUE(saveSchedule(list)) << "the last load must release the file";
         EXPECT_EQ(fileContent(schedulePath()), encoded(saved));
         list.append({});
         EXPECT_TRUE(loadSchedule(list, scheduleMagic));
         EXPECT_TRUE(DeleteFileA(schedulePath().c_str()));
-        EXPECT_EQ(entries(), saved) << "the entries do not live in the file";
+        EXPECT_EQ(entries(), saved) << "the entries must not refer to the file";
     }
 }
 
@@ -124,7 +123,7 @@ TEST_F(ScheduleFileTest, MissingFileLeavesTheScheduleUnchanged) {
     list.append({});
     EXPECT_FALSE(loadSchedule(list, scheduleMagic));
     EXPECT_EQ(list.size(), 1u);
-    EXPECT_FALSE(base::fileExists(schedulePath())) << "a load makes no file";
+    EXPECT_FALSE(base::fileExists(schedulePath())) << "a load must not create a file";
 }
 
 TEST_F(ScheduleFileTest, ShortForeignOrDamagedFileIsRejected) {
@@ -138,9 +137,9 @@ TEST_F(ScheduleFileTest, ShortForeignOrDamagedFileIsRejected) {
         EXPECT_TRUE(list.empty()) << content.size();
     }
     ASSERT_TRUE(write(foreign));
-    EXPECT_TRUE(loadSchedule(list, 0)) << "any magic will do";
+    EXPECT_TRUE(loadSchedule(list, 0)) << "0 accepts any magic";
     EXPECT_EQ(entries(), severalEntries());
-    EXPECT_TRUE(saveSchedule(list)) << "the next save overwrites it";
+    EXPECT_TRUE(saveSchedule(list)) << "the next save must overwrite the file";
     EXPECT_EQ(fileContent(schedulePath()), whole);
 }
 
@@ -157,7 +156,7 @@ TEST_F(ScheduleFileTest, LoadsButDoesNotSaveWhenReadOnly) {
     }
     EXPECT_FALSE(saved);
     EXPECT_EQ(fileContent(schedulePath()), content);
-    EXPECT_TRUE(saveSchedule(list)) << "it may be again";
+    EXPECT_TRUE(saveSchedule(list)) << "writing is allowed again";
     EXPECT_EQ(fileContent(schedulePath()), encoded({}));
 }
 
@@ -173,7 +172,7 @@ TEST_F(ScheduleFileTest, LoadsButDoesNotSaveWhileAnotherProcessReadsIt) {
         EXPECT_FALSE(saveSchedule(list));
         EXPECT_EQ(fileContent(schedulePath()), content);
     }
-    EXPECT_TRUE(saveSchedule(list)) << "the other one is gone";
+    EXPECT_TRUE(saveSchedule(list)) << "the other handle is closed";
 }
 
 TEST_F(ScheduleFileTest, NeitherLoadsNorSavesWhenThePathIsAFolder) {
@@ -211,7 +210,7 @@ TEST_F(ScheduleFileTest, NeitherLoadsNorSavesWithoutAWindowsDirectory) {
     std::filesystem::current_path(folder.path());
     windowsIsNotTold = true;
     const bool saved = saveSchedule(list);
-    EXPECT_EQ(fileContent("schedule.dat"), "") << "the current folder's is another's";
+    EXPECT_EQ(fileContent("schedule.dat"), "") << "must not write to the current folder";
     std::ofstream("schedule.dat", std::ios::binary) << encoded(severalEntries());
     const bool loaded = loadSchedule(list, scheduleMagic);
     const std::string path = schedulePath();

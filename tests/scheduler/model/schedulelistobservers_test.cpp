@@ -97,7 +97,7 @@ TEST_F(ScheduleObservers, AreNotifiedInOrderUntilRemoved) {
     EXPECT_THAT(told(), ElementsAre("inserted 0, the last: a", "other inserted 0, the last: a", "changed: a",
                                     "other changed: a"));
     list.removeObserver(listener);
-    list.removeObserver(listener); // once more: nothing happens
+    list.removeObserver(listener); // a second removal has no effect
     list.clear();
     EXPECT_THAT(told(), ElementsAre("other cleared: ", "other changed: "));
     list.addObserver(listener);
@@ -125,16 +125,17 @@ TEST_F(ScheduleObservers, AreNotifiedOnceAtTheEndOfABatch) {
         EXPECT_TRUE(batch.hasChanges());
         list.remove(0);
         list.noteChange();
-        EXPECT_THAT(told(), ElementsAre("inserted 0, the last: a", "removed 0: ")) << "positions at once";
+        EXPECT_THAT(told(), ElementsAre("inserted 0, the last: a", "removed 0: "))
+            << "positions must be sent at once";
     }
     EXPECT_THAT(told(), ElementsAre("changed: "));
     {
         const ScheduleBatch batch(list);
-        EXPECT_FALSE(batch.hasChanges()) << "each batch begins without changes";
+        EXPECT_FALSE(batch.hasChanges()) << "a new batch must have no changes";
     }
     EXPECT_THAT(told(), ElementsAre());
     list.noteChange();
-    EXPECT_THAT(told(), ElementsAre("changed: ")) << "without a batch at once";
+    EXPECT_THAT(told(), ElementsAre("changed: ")) << "without a batch, at once";
 }
 
 TEST_F(ScheduleObservers, AreNotifiedAtTheEndOfTheOutermostBatchEvenAfterAnException) {

@@ -122,7 +122,7 @@ TEST_F(Engine, ResetClearsOnlyTheRunState) {
 
 TEST_F(Engine, StartupEntryRunsAtTheFirstTickAfterLogOnWithoutDelay) {
     addIdle("a.kra", ScheduleKind::AtStartup).minutes = 30;
-    EXPECT_EQ(engine.state().startupFlag, false) << "started by hand";
+    EXPECT_EQ(engine.state().startupFlag, false) << "not started at log-on";
     engine.resetAll(at(0));
     EXPECT_EQ(entries[0].nextRun, TimeValue::never());
     engine.setStartupFlag(true);
@@ -195,12 +195,12 @@ TEST_F(Engine, TestCommandShowsADueEntryAsRunningUntilTheProgramRestarts) {
     EXPECT_EQ(entries[0].running, 0);
     clock.set(at(2));
     engine.testTick();
-    EXPECT_THAT(log, ElementsAre("redraw")) << "nothing is launched or saved";
+    EXPECT_THAT(log, ElementsAre("redraw")) << "must not launch or save";
     EXPECT_EQ(entries[0].running, 1);
     EXPECT_EQ(entries[0].runNumber, 1);
     EXPECT_EQ(entries[0].runStart, at(2));
     EXPECT_EQ(entries[1].running, 0);
-    EXPECT_EQ(entries[2].waitingSince, at(2)) << "the rules of conflicts hold";
+    EXPECT_EQ(entries[2].waitingSince, at(2)) << "conflict rules apply";
 
     policy.suspended = false;
     tickAt(100);

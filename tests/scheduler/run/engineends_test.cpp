@@ -37,9 +37,9 @@ TEST_F(EngineEnds, FailedScheduledStartIsASuccessfulRunWithTheErrorAsResult) {
         EXPECT_EQ(entries[0].running, 0);
         EXPECT_EQ(entries[0].lastRun, at(5));
         EXPECT_EQ(entries[0].lastResult, systemError);
-        EXPECT_EQ(entries[0].retriesDone, 0u) << "it is not retried";
+        EXPECT_EQ(entries[0].retriesDone, 0u) << "must not be retried";
         EXPECT_EQ(entries[0].nextRun, TimeValue::never());
-        EXPECT_EQ(entries[1].nextRun, at(5 + 120)) << "the chain goes on";
+        EXPECT_EQ(entries[1].nextRun, at(5 + 120)) << "the follower must be scheduled";
     }
 }
 
@@ -87,7 +87,7 @@ TEST_F(EngineEnds, EndOfARunGoesToTheFirstRunningEntryWithItsNumberOrIsIgnored) 
     entries.remove(0);
     for (const std::uint32_t number : {0u, 3u, 9u, 0xFFFFFFFFu}) {
         EXPECT_FALSE(finishAt(1, number, {"foreign", 1})) << number;
-        EXPECT_THAT(log, IsEmpty()) << "its outcome is not even read";
+        EXPECT_THAT(log, IsEmpty()) << "must not read the outcome";
     }
     EXPECT_TRUE(finishAt(1, 2, {"the second", 0}));
     EXPECT_EQ(entries[0].running, 1);
@@ -106,7 +106,7 @@ TEST_F(EngineEnds, EndOfARunRecordsTheOutcomeAndComputesTheNextRun) {
         EXPECT_THAT(log, ElementsAre("take outcome 1", "redraw", "save"));
         ASSERT_EQ(entries.size(), 1u);
         EXPECT_EQ(entries[0].running, 0);
-        EXPECT_EQ(entries[0].lastRun, at(10)) << "the run's start";
+        EXPECT_EQ(entries[0].lastRun, at(10)) << "must be the start of the run";
         EXPECT_EQ(entries[0].lastResult, "7 pages");
         EXPECT_EQ(entries[0].nextRun, nextRun);
     }
@@ -118,11 +118,11 @@ TEST_F(EngineEnds, CommandLineHasNoResultAndCountsAsFailedWhileRetriesRemain) {
     entry.retryLimit = 1;
     addFollower("b.kra", 0, 1);
     EXPECT_TRUE(finishAt(4, 1, {"never read", 0}));
-    EXPECT_THAT(log, ElementsAre("redraw", "save")) << "no outcome is read";
+    EXPECT_THAT(log, ElementsAre("redraw", "save")) << "must not read an outcome";
     EXPECT_EQ(entries[0].lastResult, "");
     EXPECT_EQ(entries[0].retriesDone, 1u);
     EXPECT_EQ(entries[0].nextRun, at(4 + 15 * 60 + 5));
-    EXPECT_EQ(entries[1].nextRun, TimeValue::never()) << "the chain sleeps while a run is retried";
+    EXPECT_EQ(entries[1].nextRun, TimeValue::never()) << "must wait for the retries";
     tickAt(2000);
     EXPECT_TRUE(finishAt(2001, 1));
     EXPECT_EQ(entries[0].retriesDone, 0u);
@@ -144,7 +144,7 @@ TEST_F(EngineEnds, RetryIsFiveSecondsAfterItsIntervalUntilTheLimit) {
         {2, 1, 0, 15, 0, never},
         {0xFFFFFFFF, 0x80000000, 0x80000000, 1, 0x80000001, 65},
         {1, 0xFFFFFFFF, 1, 1, 0, never},
-        {1, 0, 1, highest, 1, -55}, // it wraps around
+        {1, 0, 1, highest, 1, -55}, // wraps around
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(testing::PrintToString(row.limit) + " " + testing::PrintToString(row.done));
@@ -220,7 +220,7 @@ TEST_F(EngineEnds, OnlyTheFollowersAreScheduled) {
     for (std::size_t i = 0; i < entries.size(); ++i)
         EXPECT_EQ(entries[i].nextRun, expected[i]) << entries[i].path;
     EXPECT_TRUE(finishAt(60, 8));
-    EXPECT_EQ(entries[6].nextRun, TimeValue::never()) << "until the end of the entry that it follows";
+    EXPECT_EQ(entries[6].nextRun, TimeValue::never()) << "must wait for the entry that it follows";
 }
 
 } // namespace

@@ -14,7 +14,7 @@
 
 namespace {
 
-std::string localData; ///< without a backslash at its end; empty: the platform does not tell
+std::string localData; ///< no trailing backslash; empty: the platform call fails
 int askedFolder = 0;
 
 HRESULT WINAPI tellFolder(HWND, int folder, HANDLE, DWORD, LPSTR path) {
@@ -72,7 +72,7 @@ TEST_F(HistoryFiles, LineIsLostWithoutAFolderOrMemoryAndTheNextIsWritten) {
     localData.clear();
     char current[MAX_PATH] = {};
     GetCurrentDirectoryA(sizeof current, current);
-    SetCurrentDirectoryA(known.c_str()); // no folder at all is not the current one
+    SetCurrentDirectoryA(known.c_str()); // an empty folder name must not mean the current folder
     file_.append("lost");
     SetCurrentDirectoryA(current);
     localData = known;

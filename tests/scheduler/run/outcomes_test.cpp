@@ -16,7 +16,7 @@ namespace {
 
 const std::string allOutcomes = "SOFTWARE\\Brindlewood\\Corvane Scheduler\\";
 
-/// Works on the keys that the program uses, in a Windows that belongs to this test program alone.
+/// Uses the program's real keys, because each test program has its own Windows.
 class Outcomes : public testing::Test {
 protected:
     Outcomes() { base::deleteKey(HKEY_LOCAL_MACHINE, "SOFTWARE\\Brindlewood"); }

@@ -20,7 +20,7 @@ void associate(const std::string& extension, const std::string& command) {
     ASSERT_TRUE(base::writeString(HKEY_CLASSES_ROOT, "Corvane.Test\\shell\\open\\command\\", command));
 }
 
-/// With a program that is there, in a Windows that belongs to this test program alone.
+/// Provides an existing program. Each test program has its own Windows.
 class ProjectLaunch : public testing::Test {
 protected:
     ProjectLaunch() {
@@ -53,8 +53,8 @@ TEST_F(ProjectLaunch, CommandLineHasTheAssociatedProgramAndItsFixedArguments) {
 
 TEST_F(ProjectLaunch, SpiderExistsIfItsPathExistsOrAFileMatchesItsPattern) {
     EXPECT_TRUE(spiderExists(program));
-    EXPECT_TRUE(spiderExists(" \t\r\n\f" + program + "\f \t\r\n")) << "white space is trimmed";
-    EXPECT_TRUE(spiderExists(folder.path())) << "a folder has attributes, too";
+    EXPECT_TRUE(spiderExists(" \t\r\n\f" + program + "\f \t\r\n")) << "white space must be trimmed";
+    EXPECT_TRUE(spiderExists(folder.path())) << "a folder also has attributes";
     for (const std::string& missing :
          {folder.file("missing.exe"), '"' + program + '"', std::string(), std::string(" ")})
         EXPECT_FALSE(spiderExists(missing)) << missing;

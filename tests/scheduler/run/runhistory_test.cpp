@@ -17,7 +17,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// So many seconds after eight in the morning of 22 November 2026.
+/// Seconds after 8:00 local time on 22 November 2026.
 base::TimeValue at(std::int32_t seconds) {
     return base::TimeValue::fromLocal(2026, 11, 22, 8, 0, seconds, -1);
 }
@@ -38,7 +38,7 @@ protected:
         entry.lastRun = at(5);
         history->onRunFinished({entry, at(5), errorCode, how});
     }
-    /// The cell in a column of the last line.
+    /// A cell of the last line. Columns count from 0.
     std::string cell(int column) const {
         const std::string& line = store.lines.back();
         std::size_t begin = 0;
@@ -132,7 +132,7 @@ TEST_F(RunHistories, OutcomeIsTheResultOrTheErrorOrOk) {
     finish(project, 0, RunEnd::SystemError);
     EXPECT_EQ(outcome(), "system error");
     finish(add("run:backup.exe"), 7);
-    EXPECT_EQ(outcome(), "ok") << "the error of a command line is its run number";
+    EXPECT_EQ(outcome(), "ok") << "a command line's error is only its run number";
 }
 
 TEST_F(RunHistories, FailedStartHasTheSystemsReason) {
@@ -145,7 +145,7 @@ TEST_F(RunHistories, FailedStartHasTheSystemsReason) {
     EXPECT_EQ(cell(4), "schedule");
     history->onRunStarted(entry, false);
     finish(entry);
-    EXPECT_EQ(outcome(), "ok") << "of the next run";
+    EXPECT_EQ(outcome(), "ok") << "the reason must not affect the next run";
 }
 
 TEST_F(RunHistories, IgnoredEndDoesNotAffectTheNextRunWithItsNumber) {
@@ -169,8 +169,6 @@ TEST_F(RunHistories, TabsAndLineBreaksBecomeBlanks) {
                 ElementsAre("2026-11-22 08:00:05\t2026-11-22 08:00:05\t0\trun:a b  c  d\xE4\tafter a b\t"
                             "two lines\trun:a b  c  d\xE4"));
 }
-
-// The program itself
 
 TEST_F(RunHistories, ProgramEventsUseTheSameColumns) {
     history->note(ProgramEvent::Started, "C:\\Scheduler\\scheduler.exe");
@@ -200,8 +198,6 @@ TEST_F(RunHistories, DestructionRecordsTheExitOfAStartedProgram) {
     EXPECT_EQ(outcome(), "exited");
     EXPECT_EQ(store.lines.size(), 2U);
 }
-
-// Memory
 
 TEST_F(RunHistories, LinesAreLostWithoutMemoryAndLaterOnesAreWritten) {
     ScheduledProject& entry = add("C:\\Sites\\a name that needs memory.kra");

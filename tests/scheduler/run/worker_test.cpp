@@ -19,12 +19,12 @@
 
 namespace {
 
-std::atomic<int> workers = 0;            ///< threads that have not ended
-void (*workerFunction)(void*) = nullptr; ///< the function of each
-SRWLOCK workersMayBegin = SRWLOCK_INIT;  ///< while it is not held exclusively
+std::atomic<int> workers = 0;            ///< running threads
+void (*workerFunction)(void*) = nullptr; ///< their thread function
+SRWLOCK workersMayBegin = SRWLOCK_INIT;  ///< held exclusively to delay the workers
 bool threadsStart = true;
 std::atomic<int> limitedWaits = 0;
-std::atomic<int> postsRefused = 0; ///< so many more
+std::atomic<int> postsRefused = 0; ///< remaining refusals
 
 void countedWorker(void* argument) {
     AcquireSRWLockShared(&workersMayBegin);
@@ -57,7 +57,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::UnorderedElementsAreArray;
 
-/// Until all workers have ended.
+/// Returns once all workers have ended.
 void waitForWorkers() {
     for (const ULONGLONG last = GetTickCount64() + test::patience; workers > 0 && GetTickCount64() < last;)
         Sleep(1);
@@ -76,7 +76,7 @@ class MessageWindow {
 public:
     ~MessageWindow() { DestroyWindow(handle); }
 
-    /// All that has been posted since the last call.
+    /// Messages since the last call.
     std::vector<Posted> posted() const {
         std::vector<Posted> messages;
         for (MSG message{}; PeekMessageA(&message, handle, 0, 0, PM_REMOVE);)
@@ -84,7 +84,7 @@ public:
         return messages;
     }
 
-    /// The run numbers of the ends that have been posted since the last call, alone.
+    /// Run numbers of the ends since the last call. Fails on other messages.
     std::vector<WPARAM> ends() const {
         std::vector<WPARAM> numbers;
         for (const Posted& message : posted()) {
@@ -185,7 +185,7 @@ TEST_F(Worker, FailedStartPostsTheReasonAndThenTheEnd) {
         ReleaseSRWLockExclusive(&workersMayBegin);
         waitForWorkers();
     }
-    EXPECT_EQ(processes.starts.size(), 1U) << "without memory, not even tried";
+    EXPECT_EQ(processes.starts.size(), 1U) << "without memory, must not start";
     EXPECT_THAT(window.posted(),
                 ElementsAre(Posted{WM_RUN_NOT_STARTED, 4, ERROR_NOT_ENOUGH_MEMORY}, Posted{0x0401, 4, 0}));
 }
@@ -210,7 +210,7 @@ TEST_F(Worker, EndsWhenItsWindowIsGone) {
 
 TEST_F(Worker, WithoutMemoryNothingIsLaunched) {
     ScheduledProject entry;
-    entry.path = "run:\"C:\\Spider\\spider.exe\" /s1"; // long enough to take memory
+    entry.path = "run:\"C:\\Spider\\spider.exe\" /s1"; // long enough to need an allocation
     {
         const test::RefusedAllocations refused;
         EXPECT_THROW(static_cast<void>(launcher.launch(entry)), std::bad_alloc);

@@ -20,7 +20,7 @@ using testing::internal::GetCapturedStderr;
 using testing::internal::GetCapturedStdout;
 
 std::atomic<ULONGLONG> slept = 0; ///< milliseconds
-int sleepUntilARun = -1;          ///< so many calls of Sleep
+int sleepUntilARun = -1;          ///< calls of Sleep until an entry has run; -1 for never
 
 ULONGLONG WINAPI simulatedTicks() {
     return slept;
@@ -36,7 +36,7 @@ void WINAPI simulatedSleep(DWORD milliseconds) {
     EXPECT_TRUE(scheduler::saveSchedule(list));
 }
 
-/// Runs with no schedule there. The Windows whose schedule this is belongs to the test program alone.
+/// Starts without a schedule. Each test program has its own Windows.
 class ScheduleTool : public testing::Test {
 protected:
     ScheduleTool() { DeleteFileA(scheduler::schedulePath().c_str()); }
@@ -124,7 +124,7 @@ TEST_F(ScheduleTool, DoesNotReplaceTheScheduleOfARunningScheduler) {
         DestroyWindow(window);
         EXPECT_EQ(result.exitCode, 1);
         EXPECT_EQ(result.errors, "schedule: the scheduler is running, and its schedule stays as it is\n");
-        EXPECT_EQ(run({"show"}).exitCode, 1) << "nothing was written";
+        EXPECT_EQ(run({"show"}).exitCode, 1) << "must not write";
     }
 }
 
@@ -137,7 +137,7 @@ TEST_F(ScheduleTool, WaitsForTheGivenNumberOfRunsOrItsTimeLimit) {
     EXPECT_EQ(run({"wait", "0", "0"}).exitCode, 0);
     EXPECT_EQ(run({"wait", "1", "0"}).exitCode, 0);
     const Result tooFew = run({"wait", "2", "60"});
-    EXPECT_EQ(tooFew.exitCode, 1) << "one runs again, one never ran";
+    EXPECT_EQ(tooFew.exitCode, 1) << "one entry is running again, another never ran";
     EXPECT_EQ(tooFew.errors, "schedule: too few entries have run in that time\n");
     EXPECT_GE(slept, 60'000U);
     EXPECT_LT(slept, 61'000U);
