@@ -35,9 +35,9 @@ public:
 private:
     void watch(HWND window) {
         while (!ending_) {
-            const Moment asked = momentNow();
+            const Moment sent = momentNow();
             SendMessageA(window, WM_NULL, 0, 0);
-            answers_.push_back(secondsBetween(asked, momentNow()));
+            answers_.push_back(secondsBetween(sent, momentNow()));
             Sleep(5);
         }
     }

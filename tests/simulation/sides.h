@@ -28,7 +28,7 @@ class Side {
 public:
     explicit Side(std::uint64_t seed) : spiders(seed) {}
 
-    void noteEnd(bool matched, int number) {
+    void logEnd(bool matched, int number) {
         events.push_back((matched ? "end of " : "unmatched end of ") + std::to_string(number));
     }
 
@@ -38,13 +38,13 @@ public:
     Saved saved;
 
 protected:
-    bool launchNoted(const std::string& path, int number, Second now) {
+    bool launchLogged(const std::string& path, int number, Second now) {
         events.push_back("launch " + path + " as " + std::to_string(number));
         return spiders.launch(path, number, now);
     }
-    void noteMessage(const std::string& path) { events.push_back("message for " + path); }
-    void noteSuspended(bool suspended) { events.push_back(suspended ? "show suspended" : "show resumed"); }
-    void noteSave(auto&& toSave) {
+    void logMessage(const std::string& path) { events.push_back("message for " + path); }
+    void logSuspended(bool suspended) { events.push_back(suspended ? "show suspended" : "show resumed"); }
+    void logSave(auto&& toSave) {
         events.push_back("save");
         if (keepsSaves)
             saved = toSave();
@@ -56,12 +56,12 @@ public:
     explicit PlainSide(std::uint64_t seed)
         : Side(seed),
           rules({[this](const plain::Item& item, Second now) {
-                     return launchNoted(item.path, item.number, now);
+                     return launchLogged(item.path, item.number, now);
                  },
                  [this](int number) { return spiders.take(number); },
-                 [this](const plain::Item& item) { noteMessage(item.path); },
-                 [this] { events.push_back("redraw"); }, [this](bool suspended) { noteSuspended(suspended); },
-                 [this] { noteSave([this] { return rules.items; }); }}) {}
+                 [this](const plain::Item& item) { logMessage(item.path); },
+                 [this] { events.push_back("redraw"); }, [this](bool suspended) { logSuspended(suspended); },
+                 [this] { logSave([this] { return rules.items; }); }}) {}
     PlainSide(const PlainSide&) = delete;
     PlainSide& operator=(const PlainSide&) = delete;
 
@@ -129,17 +129,17 @@ public:
 private:
     bool launch(const scheduler::ScheduledProject& entry) override {
         lastLaunched_ = entry.path;
-        return launchNoted(entry.path, entry.runNumber, clock.now().seconds());
+        return launchLogged(entry.path, entry.runNumber, clock.now().seconds());
     }
     scheduler::RunOutcome take(std::uint32_t runNumber) override {
         const plain::Outcome outcome = spiders.take(static_cast<int>(runNumber));
         return {outcome.text, outcome.error};
     }
-    void onSuspendedChanged(bool suspended) override { noteSuspended(suspended); }
+    void onSuspendedChanged(bool suspended) override { logSuspended(suspended); }
     void showError(const std::string&) override {}
-    void showNotice(const std::string&) override { noteMessage(lastLaunched_); }
+    void showNotice(const std::string&) override { logMessage(lastLaunched_); }
     void save(const scheduler::ScheduleList& list) override {
-        noteSave([&] { return test::encodedSchedule(list.entries()); });
+        logSave([&] { return test::encodedSchedule(list.entries()); });
     }
 
     std::string lastLaunched_;

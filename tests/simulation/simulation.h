@@ -67,18 +67,18 @@ private:
 
     void planActs();
     Act randomAct();
-    Second someTime();
+    Second randomTime();
     void plan(Second at, Act::What what, Second argument = 0) { acts_.emplace(at, Act{what, argument}); }
 
     void step();
     void deliverEnds();
     void perform(const Act& act);
-    plain::Item itemOfNow(int serial, int position);
+    plain::Item randomItemNow(int serial, int position);
     void add();
     void drop();
     void edit(int position, const plain::Item& shown);
     void remove();
-    void calmRings();
+    void slowDownCycles();
     void changePolicy();
     void exitAndStart(Second secondsOff);
     void killAndStart(Second secondsOff);
@@ -89,8 +89,8 @@ private:
     std::vector<int> randomSelection();
     base::TimeValue engineNow() const { return base::TimeValue(static_cast<std::int32_t>(now_)); }
 
-    Second nextInterestingSecond();
-    Second interestOf(Second nextRun, Second waitsSince, bool anotherRuns) const;
+    Second nextEventSecond();
+    Second nextEventOf(Second nextRun, Second waitsSince, bool anotherRuns) const;
 
     Dice dice_;
     Plan plan_;

@@ -13,9 +13,9 @@ using namespace simulation;
 
 // The native build runs under sanitizers, which are slow.
 #ifdef _WIN32
-constexpr int partOfTheTime = 1;
+constexpr int timeDivisor = 1;
 #else
-constexpr int partOfTheTime = 4;
+constexpr int timeDivisor = 4;
 #endif
 
 /// Usually a few weeks before a clock change.
@@ -32,7 +32,7 @@ protected:
     SimulatedTest() { plan.conflicts = GetParam(); }
 
     void simulate(unsigned long usualNumber, bool everySecond) {
-        plan.length /= partOfTheTime;
+        plan.length /= timeDivisor;
         for (const std::uint64_t seed : test::seeds(usualNumber)) {
             Dice dice(seed ^ 0x5EED);
             plan.start = randomStart(dice);
@@ -70,7 +70,7 @@ TEST_P(SimulatedYears, AgreeWithThePlainRules) {
     plan.entries = 500;
     plan.mix.hourlyPerThousand = 5; // each one runs 87,000 times
     plan.mix.dailyPerThousand = 40;
-    plan.mix.pausedRingMinutes = 1440;
+    plan.mix.minCycleMinutes = 1440;
     plan.actsPerDay = 2;
     plan.daysPerRestart = 20;
     plan.daysPerSuspension = 20;

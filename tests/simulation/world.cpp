@@ -57,7 +57,7 @@ Item randomItem(Dice& dice, const Mix& mix, int serial, int position, int count)
     item.minutes = item.kind == 2 ? dice.oneOf({dice.upTo(59), dice.upTo(59), dice.upTo(59), 0, 60, 90})
                                   : dice.oneOf({0, 0, 1, 5, 10, 60, 1440});
     if (item.kind == 0 && item.after >= position)
-        item.minutes = dice.between(mix.pausedRingMinutes, 20 * mix.pausedRingMinutes);
+        item.minutes = dice.between(mix.minCycleMinutes, 20 * mix.minCycleMinutes);
     const bool never = dice.oneIn(30);
     for (unsigned char& runsThen : item.days)
         runsThen = !never && dice.oneIn(2);

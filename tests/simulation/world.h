@@ -35,8 +35,8 @@ private:
 struct Mix {
     int hourlyPerThousand = 30;
     int dailyPerThousand = 230;
-    int pausedRingMinutes = 30; ///< shortest delay within a cycle of followers
-    Second from = 0;            ///< start of the period for entries that run once
+    int minCycleMinutes = 30; ///< shortest delay within a cycle of followers
+    Second from = 0;          ///< start of the period for entries that run once
     Second to = 0;
 };
 

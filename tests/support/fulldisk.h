@@ -15,7 +15,7 @@ namespace test {
 class FullDisk {
 public:
     explicit FullDisk(LONG room = 0) {
-        if (!isTheTests()) {
+        if (!isTestDisk()) {
             ADD_FAILURE() << "drive D: is not a small test disk; run this test with --disk";
             return;
         }
@@ -35,7 +35,7 @@ private:
     static constexpr std::array<char, 65536> zeros{};
     static constexpr ULONGLONG largest = 4 << 20; ///< bytes; smaller than any real disk
 
-    static bool isTheTests() {
+    static bool isTestDisk() {
         ULARGE_INTEGER total{};
         return GetDiskFreeSpaceExA("D:\\", nullptr, &total, nullptr) && total.QuadPart <= largest;
     }

@@ -29,12 +29,12 @@ struct World {
 /// Removes one entry. Its followers then follow its predecessor.
 inline void removeOne(std::vector<Item>& items, int gone) {
     const int countBefore = static_cast<int>(items.size());
-    int heir = items[static_cast<unsigned>(gone)].after;
-    if (gone <= heir && heir != 0)
-        --heir;
+    int predecessor = items[static_cast<unsigned>(gone)].after;
+    if (gone <= predecessor && predecessor != 0)
+        --predecessor;
     for (Item& item : items) {
         if (item.after == gone)
-            item.after = heir;
+            item.after = predecessor;
         else if (item.after > gone)
             item.after = item.after - 1 < countBefore ? item.after - 1 : countBefore;
     }
@@ -60,7 +60,7 @@ public:
     std::vector<Item> items;
     bool suspended = false;
     bool sideBySide = false;
-    unsigned patience = 20; // minutes
+    unsigned waitMinutes = 20;
     bool atLogOn = false;
 
     Second nextRunOf(const Item& item, Second now) const { return plain::nextRunOf(item, now, now, atLogOn); }
@@ -82,12 +82,12 @@ public:
 
     void second(Second now) {
         if (!suspended)
-            lookAtAll(now, false);
+            checkAll(now, false);
     }
 
-    void dryRun(Second now) { lookAtAll(now, true); }
+    void dryRun(Second now) { checkAll(now, true); }
 
-    void byHand(int i, Second now) {
+    void runManually(int i, Second now) {
         begin(at(i), now);
         if (world.start(at(i), now)) {
             world.redraw();
@@ -209,7 +209,7 @@ private:
         return number;
     }
 
-    void lookAtAll(Second now, bool dry) {
+    void checkAll(Second now, bool dry) {
         bool changed = false;
         for (int i = 0; i < count(); ++i) {
             const Item& item = at(i);
@@ -242,8 +242,8 @@ private:
         // Setting the clock back a minute or more before the start of the wait ends it, unless waits are
         // endless.
         const bool setBack = item.waitsSince - now >= 60;
-        const bool endless = patience > 0xF0000000;
-        if (setBack ? !endless : now >= item.waitsSince + (Second{patience} + 1) * 60) {
+        const bool endless = waitMinutes > 0xF0000000;
+        if (setBack ? !endless : now >= item.waitsSince + (Second{waitMinutes} + 1) * 60) {
             begin(item, now);
             end(i, now, {"Could not run on schedule; another project was already running.", 0}, now);
             world.save();

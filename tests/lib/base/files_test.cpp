@@ -21,10 +21,10 @@
 namespace {
 
 std::string simulatedWindows; ///< the Windows directory
-std::vector<UINT> askedSizes;
+std::vector<UINT> requestedSizes;
 
-UINT WINAPI tellWindows(LPSTR buffer, UINT size) {
-    askedSizes.push_back(size);
+UINT WINAPI simulatedWindowsDirectory(LPSTR buffer, UINT size) {
+    requestedSizes.push_back(size);
     if (size <= simulatedWindows.size())
         return static_cast<UINT>(simulatedWindows.size() + 1);
     buffer[simulatedWindows.copy(buffer, size)] = '\0';
@@ -38,7 +38,7 @@ SCHEDULER_STAND_IN("kernel32.dll", CreateFileMappingA, "_CreateFileMappingA@24")
 SCHEDULER_STAND_IN("kernel32.dll", MapViewOfFile, "_MapViewOfFile@20");
 SCHEDULER_STAND_IN("kernel32.dll", GetFileSize, "_GetFileSize@8");
 SCHEDULER_STAND_IN("shell32.dll", SHGetFolderPathA, "_SHGetFolderPathA@20");
-SCHEDULER_REPLACE_IMPORT(GetWindowsDirectoryA, "_GetWindowsDirectoryA@8", tellWindows);
+SCHEDULER_REPLACE_IMPORT(GetWindowsDirectoryA, "_GetWindowsDirectoryA@8", simulatedWindowsDirectory);
 
 namespace base {
 namespace {
@@ -95,12 +95,12 @@ TEST_F(Files, FileExistsAcceptsFilesAndFoldersButNoPatterns) {
 TEST_F(Files, WindowsDirectoryRetriesWhen256CharactersAreTooFew) {
     for (const std::size_t length : {8U, 254U, 255U, 256U, 257U, 1000U}) {
         simulatedWindows = "C:\\" + std::string(length - 3, 'w');
-        askedSizes.clear();
+        requestedSizes.clear();
         EXPECT_EQ(windowsDirectory(), simulatedWindows + "\\") << length;
         if (length < 256)
-            EXPECT_THAT(askedSizes, ElementsAre(256U));
+            EXPECT_THAT(requestedSizes, ElementsAre(256U));
         else
-            EXPECT_THAT(askedSizes, ElementsAre(256U, length + 2)) << "the reported size plus one";
+            EXPECT_THAT(requestedSizes, ElementsAre(256U, length + 2)) << "the reported size plus one";
     }
     simulatedWindows = "C:\\";
     EXPECT_EQ(windowsDirectory(), "C:\\") << "no second backslash";
@@ -189,15 +189,15 @@ TEST_F(Files, MappedFileIsReleasedByCloseDestructionAndReopening) {
 
 TEST_F(Files, MappedFileIsOpenedForSequentialReading) {
     ASSERT_TRUE(writeWhole(path_, "content"));
-    static std::vector<DWORD> asked;
+    static std::vector<DWORD> requested;
     platform::CreateFileA.note = [](LPCSTR, DWORD access, DWORD sharing, LPSECURITY_ATTRIBUTES,
                                     DWORD disposition, DWORD flags, HANDLE) {
-        asked = {access, sharing, disposition, flags};
+        requested = {access, sharing, disposition, flags};
     };
     EXPECT_TRUE(MappedFile().open(path_));
     platform::CreateFileA.note = nullptr;
-    EXPECT_THAT(asked, ElementsAre(GENERIC_READ, FILE_SHARE_READ, OPEN_EXISTING,
-                                   FILE_ATTRIBUTE_NORMAL | FILE_FLAG_SEQUENTIAL_SCAN));
+    EXPECT_THAT(requested, ElementsAre(GENERIC_READ, FILE_SHARE_READ, OPEN_EXISTING,
+                                       FILE_ATTRIBUTE_NORMAL | FILE_FLAG_SEQUENTIAL_SCAN));
 }
 
 TEST_F(Files, MappedFileLeaksNoHandleOrViewAtAnyFailure) {

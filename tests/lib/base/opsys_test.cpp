@@ -23,7 +23,7 @@ namespace {
 
 std::string simulatedPath; ///< executable path; empty for the real one
 
-DWORD WINAPI tellFileName(HMODULE module, LPSTR buffer, DWORD size) {
+DWORD WINAPI simulatedFileName(HMODULE module, LPSTR buffer, DWORD size) {
     static const auto platform =
         test::platformFunction<decltype(&GetModuleFileNameA)>("kernel32.dll", "GetModuleFileNameA");
     if (simulatedPath.empty())
@@ -48,7 +48,7 @@ struct AfterExit {
 
 } // namespace
 
-SCHEDULER_REPLACE_IMPORT(GetModuleFileNameA, "_GetModuleFileNameA@12", tellFileName);
+SCHEDULER_REPLACE_IMPORT(GetModuleFileNameA, "_GetModuleFileNameA@12", simulatedFileName);
 
 namespace base {
 namespace {
@@ -113,10 +113,10 @@ TEST_F(OpSys, InstanceMutexIsNamedAfterTheVendorAndTheProgram) {
 }
 
 TEST_F(OpSys, ComponentLibraryIsClosedAtExitIfItWasStarted) {
-    const CLSID nobody{};
+    const CLSID unregistered{};
     void* component = nullptr;
     const auto create = [&] {
-        return CoCreateInstance(nobody, nullptr, CLSCTX_INPROC_SERVER, IID_IUnknown, &component);
+        return CoCreateInstance(unregistered, nullptr, CLSCTX_INPROC_SERVER, IID_IUnknown, &component);
     };
     platform::CoInitialize.answer = E_OUTOFMEMORY;
     startComponentLibrary();
@@ -148,14 +148,16 @@ TEST_F(OpSys, WindowTextOfNoWindowIsEmpty) {
 }
 
 /// Reports a longer text than it has, or one that is too long to allocate.
-CALLED_BY_PLATFORM LRESULT CALLBACK boastingWindow(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+CALLED_BY_PLATFORM LRESULT CALLBACK windowWithWrongLength(HWND window, UINT message, WPARAM wParam,
+                                                          LPARAM lParam) {
     if (message == WM_GETTEXTLENGTH)
         return GetPropA(window, "huge") ? 0x7FFFFFFE : 10;
     return DefWindowProcA(window, message, wParam, lParam);
 }
 
 TEST_F(OpSys, WindowTextHasTheLengthReportedByTheWindow) {
-    SetWindowLongA(window_, GWL_WNDPROC, static_cast<LONG>(reinterpret_cast<LONG_PTR>(boastingWindow)));
+    SetWindowLongA(window_, GWL_WNDPROC,
+                   static_cast<LONG>(reinterpret_cast<LONG_PTR>(windowWithWrongLength)));
     ASSERT_TRUE(SetWindowTextA(window_, "text"));
     EXPECT_EQ(windowText(window_), std::string("text") + std::string(6, '\0'));
     SetPropA(window_, "huge", window_);

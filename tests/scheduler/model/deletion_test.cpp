@@ -26,12 +26,12 @@ struct Entry {
     std::int32_t after;
 };
 
-std::vector<ScheduledProject> filledEntries(const std::vector<Entry>& told) {
-    std::vector<ScheduledProject> entries(told.size(), filledEntry());
-    for (std::size_t i = 0; i < told.size(); ++i) {
-        entries[i].path = told[i].name;
-        entries[i].kind = static_cast<scheduler::ScheduleKind>(told[i].kind);
-        entries[i].afterIndex = told[i].after;
+std::vector<ScheduledProject> filledEntries(const std::vector<Entry>& links) {
+    std::vector<ScheduledProject> entries(links.size(), filledEntry());
+    for (std::size_t i = 0; i < links.size(); ++i) {
+        entries[i].path = links[i].name;
+        entries[i].kind = static_cast<scheduler::ScheduleKind>(links[i].kind);
+        entries[i].afterIndex = links[i].after;
     }
     return entries;
 }
@@ -45,7 +45,7 @@ std::vector<plain::Item> itemsOf(const Entries& entries) {
     return items;
 }
 
-std::vector<plain::Item> left(std::vector<ScheduledProject> entries, const Positions& positions) {
+std::vector<plain::Item> remaining(std::vector<ScheduledProject> entries, const Positions& positions) {
     ScheduleList list;
     list.assign(std::move(entries));
     deleteEntries(list, positions);
@@ -96,7 +96,7 @@ TEST(Deletion, RelinksFollowersToThePredecessor) {
          {{"A", 0, -1}, {"C", 0, lowest}}},
     };
     for (const auto& row : table)
-        EXPECT_EQ(left(filledEntries(row.entries), row.positions), itemsOf(filledEntries(row.left)))
+        EXPECT_EQ(remaining(filledEntries(row.entries), row.positions), itemsOf(filledEntries(row.left)))
             << row.what;
 }
 
@@ -126,20 +126,20 @@ TEST(Deletion, OfSeveralEqualsDeletingEachFromLastToFirst) {
     const auto below = [&](std::size_t limit) { return static_cast<int>(random() % limit); };
     const std::int32_t strange[] = {-1, lowest, highest, 12, 13, 14, 1000};
     for (int round = 0; round < 4'000; ++round) {
-        std::vector<Entry> told(1 + random() % 12);
-        for (Entry& entry : told) {
-            entry.name = std::string(1, static_cast<char>('A' + (&entry - told.data())));
+        std::vector<Entry> links(1 + random() % 12);
+        for (Entry& entry : links) {
+            entry.name = std::string(1, static_cast<char>('A' + (&entry - links.data())));
             entry.kind = below(3) == 0 ? below(7) : 0;
-            entry.after = below(20) == 0 ? strange[below(std::size(strange))] : below(told.size() + 2);
+            entry.after = below(20) == 0 ? strange[below(std::size(strange))] : below(links.size() + 2);
         }
         Positions positions;
-        for (std::size_t position = 0; position < told.size(); ++position)
+        for (std::size_t position = 0; position < links.size(); ++position)
             if (below(3) == 0)
                 positions.push_back(position);
         std::ranges::shuffle(positions, random);
-        std::vector<plain::Item> expected = itemsOf(filledEntries(told));
+        std::vector<plain::Item> expected = itemsOf(filledEntries(links));
         plain::removeAll(expected, {positions.begin(), positions.end()});
-        ASSERT_EQ(left(filledEntries(told), positions), expected)
+        ASSERT_EQ(remaining(filledEntries(links), positions), expected)
             << "seed " << seed << ", round " << round << ", positions " << testing::PrintToString(positions);
     }
 }

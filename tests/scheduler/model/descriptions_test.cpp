@@ -195,7 +195,7 @@ TEST_F(Descriptions, SayWhenTheLastRunWas) {
 // In zones offset by a quarter of an hour, days start at a quarter of an hour.
 TEST_F(Descriptions, StayValidUntilTheReportedTime) {
     int changes = 0;
-    int looks = 0;
+    int checks = 0;
     for (const std::int32_t daysAhead : {-400, -3, 0, 2, 364, 366}) {
         ScheduledProject entry = due(TimeValue(now.seconds() + daysAhead * 86400 + 4711), once(now));
         entry.lastRun = TimeValue(now.seconds() - 815);
@@ -212,12 +212,12 @@ TEST_F(Descriptions, StayValidUntilTheReportedTime) {
             ASSERT_EQ(phrasesAt(TimeValue(until.seconds() - 1)), phrases)
                 << daysAhead << ' ' << time.seconds();
             changes += phrases != before;
-            ++looks;
+            ++checks;
             before = phrases;
         }
     }
     EXPECT_GE(changes, 6 * 3 + 1 + 3) << "today, yesterday, earlier; now; tomorrow, today, now";
-    EXPECT_LT(looks, 6 * 5 * (96 + 4 + 1)) << "at most one check per quarter of an hour, plus a few per day";
+    EXPECT_LT(checks, 6 * 5 * (96 + 4 + 1)) << "at most one check per quarter of an hour, plus a few per day";
 }
 
 } // namespace

@@ -61,11 +61,11 @@ TEST_F(FullDiskSaves, FailAtAnySize) {
 
 class Failures : public ScheduleFileListener {
 public:
-    std::vector<std::string> told;
+    std::vector<std::string> paths;
 
 private:
     void onLoadFailed(const std::string&) override {}
-    void onSaveFailed(const std::string& path, const std::string&) override { told.push_back(path); }
+    void onSaveFailed(const std::string& path, const std::string&) override { paths.push_back(path); }
 };
 
 TEST_F(FullDiskSaves, FailedSaveLeavesACompleteCopy) {
@@ -77,7 +77,7 @@ TEST_F(FullDiskSaves, FailedSaveLeavesACompleteCopy) {
     {
         const FullDisk full(160 * 1024);
         file.save(filled(list, 2000));
-        EXPECT_EQ(failures.told, std::vector{schedulePath()});
+        EXPECT_EQ(failures.paths, std::vector{schedulePath()});
         EXPECT_LT(fileContent(schedulePath()).size(), encoded(list).size());
         EXPECT_EQ(fileContent("D:\\schedule.bak"), before);
         file.save(list);
@@ -87,7 +87,7 @@ TEST_F(FullDiskSaves, FailedSaveLeavesACompleteCopy) {
     EXPECT_EQ(fileContent(schedulePath()), encoded(list));
     file.save(filled(list, 1));
     EXPECT_EQ(fileContent(schedulePath()), before);
-    EXPECT_EQ(failures.told.size(), 1U);
+    EXPECT_EQ(failures.paths.size(), 1U);
     EXPECT_TRUE(DeleteFileA("D:\\schedule.bak"));
 }
 
@@ -100,9 +100,9 @@ TEST_F(FullDiskSaves, SaveContinuesWhenTheCopyHasNoRoom) {
         const FullDisk full;
         file.save(filled(list, 5)); // fits in the space of the replaced file
         EXPECT_EQ(fileContent(schedulePath()), encoded(list));
-        EXPECT_TRUE(failures.told.empty());
+        EXPECT_TRUE(failures.paths.empty());
         file.save(filled(list, 2000));
-        EXPECT_EQ(failures.told.size(), 1U);
+        EXPECT_EQ(failures.paths.size(), 1U);
     }
     file.save(list);
     EXPECT_EQ(fileContent("D:\\schedule.bak"), "") << "a truncated file must not be copied";

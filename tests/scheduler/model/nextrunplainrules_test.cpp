@@ -21,9 +21,9 @@ constexpr std::int32_t day = 86400;
 
 // Fewer cases, because the sanitizers are slow. 7 is coprime to the other steps.
 #ifdef _WIN32
-constexpr int casesPerLook = 1;
+constexpr int casesPerCheck = 1;
 #else
-constexpr int casesPerLook = 7;
+constexpr int casesPerCheck = 7;
 #endif
 
 std::vector<ScheduledProject> variousEntries() {
@@ -43,7 +43,7 @@ std::vector<ScheduledProject> variousEntries() {
 
 bool agrees(const ScheduledProject& entry, std::int32_t now, std::int32_t clock) {
     static int cases = 0;
-    if (++cases % casesPerLook != 0)
+    if (++cases % casesPerCheck != 0)
         return true;
     const FakeClock fakeClock{TimeValue(clock)};
     const plain::Second expected = plain::nextRunOf(plain::itemOf(entry), now, clock, false);

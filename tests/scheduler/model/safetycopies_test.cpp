@@ -178,17 +178,17 @@ std::string sharingViolation() {
 TEST_F(SafetyCopies, FirstOfConsecutiveSaveFailuresIsReported) {
     put(dat(), holding("first"));
     load();
-    const std::string told = dat() + ": " + sharingViolation();
+    const std::string expected = dat() + ": " + sharingViolation();
     for (int series = 0; series < 2; ++series) {
         unsaved_.clear();
         base::FileHandle other = hold(dat(), FILE_SHARE_READ);
         save("second");
-        EXPECT_THAT(unsaved_, ElementsAre(told));
+        EXPECT_THAT(unsaved_, ElementsAre(expected));
         save("third");
-        EXPECT_THAT(unsaved_, ElementsAre(told));
+        EXPECT_THAT(unsaved_, ElementsAre(expected));
         other.reset();
         save("fourth");
-        EXPECT_THAT(unsaved_, ElementsAre(told));
+        EXPECT_THAT(unsaved_, ElementsAre(expected));
     }
 }
 

@@ -33,13 +33,13 @@ using scheduler::scheduleMagic;
 using scheduler::schedulePath;
 using test::fileContent;
 
-bool windowsIsNotTold = false;
+bool windowsIsUnknown = false;
 bool writingIsForbidden = false;
 
-UINT WINAPI windowsDirectoryUnlessNotTold(LPSTR buffer, UINT size) {
+UINT WINAPI windowsDirectoryUnlessUnknown(LPSTR buffer, UINT size) {
     static const auto original =
         test::platformFunction<decltype(&GetWindowsDirectoryA)>("kernel32.dll", "GetWindowsDirectoryA");
-    return windowsIsNotTold ? 0 : original(buffer, size);
+    return windowsIsUnknown ? 0 : original(buffer, size);
 }
 
 int openUnlessForbidden(const char* path, int mode, ...) {
@@ -63,14 +63,16 @@ public:
 /// Renames the machine's own schedule during a test.
 class ScheduleFileTest : public testing::Test {
 protected:
-    ScheduleFileTest() { MoveFileExA(schedulePath().c_str(), aside().c_str(), MOVEFILE_REPLACE_EXISTING); }
+    ScheduleFileTest() {
+        MoveFileExA(schedulePath().c_str(), renamedPath().c_str(), MOVEFILE_REPLACE_EXISTING);
+    }
     ~ScheduleFileTest() override {
         DeleteFileA(schedulePath().c_str());
         RemoveDirectoryA(schedulePath().c_str());
-        MoveFileExA(aside().c_str(), schedulePath().c_str(), 0);
+        MoveFileExA(renamedPath().c_str(), schedulePath().c_str(), 0);
     }
 
-    static std::string aside() { return schedulePath() + ".aside"; }
+    static std::string renamedPath() { return schedulePath() + ".renamedPath"; }
     static bool write(const std::string& content) { return test::writeFile(schedulePath(), content); }
     static base::FileHandle open(DWORD access, DWORD sharing) {
         return base::FileHandle(
@@ -208,13 +210,13 @@ TEST_F(ScheduleFileTest, NeitherLoadsNorSavesWithoutAWindowsDirectory) {
     const test::TemporaryFolder folder;
     const std::filesystem::path back = std::filesystem::current_path();
     std::filesystem::current_path(folder.path());
-    windowsIsNotTold = true;
+    windowsIsUnknown = true;
     const bool saved = saveSchedule(list);
     EXPECT_EQ(fileContent("schedule.dat"), "") << "must not write to the current folder";
     std::ofstream("schedule.dat", std::ios::binary) << encoded(severalEntries());
     const bool loaded = loadSchedule(list, scheduleMagic);
     const std::string path = schedulePath();
-    windowsIsNotTold = false;
+    windowsIsUnknown = false;
     std::filesystem::current_path(back);
 
     EXPECT_FALSE(saved);
@@ -225,5 +227,5 @@ TEST_F(ScheduleFileTest, NeitherLoadsNorSavesWithoutAWindowsDirectory) {
 
 } // namespace
 
-SCHEDULER_REPLACE_IMPORT(GetWindowsDirectoryA, "_GetWindowsDirectoryA@8", windowsDirectoryUnlessNotTold);
+SCHEDULER_REPLACE_IMPORT(GetWindowsDirectoryA, "_GetWindowsDirectoryA@8", windowsDirectoryUnlessUnknown);
 SCHEDULER_REPLACE_IMPORT(_open, "__open", openUnlessForbidden);

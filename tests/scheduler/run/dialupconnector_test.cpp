@@ -101,17 +101,17 @@ TEST(DialupConnector, IsAvailableOnlyWithAllSevenEntryPoints) {
     const Names entryPoints{"RasEnumEntriesA", "RasEnumConnectionsA", "RasGetConnectStatusA",  "RasHangUpA",
                             "RasDialA",        "RasGetErrorStringA",  "RasGetEntryDialParamsA"};
     for (std::size_t missing = 0; missing <= entryPoints.size(); ++missing) {
-        Names asked;
+        Names requested;
         const DialupConnector connector(GetModuleHandleA(nullptr), [&](HMODULE library, const char* name) {
             EXPECT_EQ(library, GetModuleHandleA(nullptr));
-            asked.emplace_back(name);
-            return asked.size() == missing + 1 ? nullptr : std::bit_cast<FARPROC>(&enumerateOneEntry);
+            requested.emplace_back(name);
+            return requested.size() == missing + 1 ? nullptr : std::bit_cast<FARPROC>(&enumerateOneEntry);
         });
         const bool available = missing == entryPoints.size();
         EXPECT_EQ(connector.available(), available) << missing;
         EXPECT_EQ(connector.entries(), available ? Names{"office"} : Names{});
-        EXPECT_EQ(asked, Names(entryPoints.begin(),
-                               entryPoints.begin() + static_cast<int>(missing) + (available ? 0 : 1)));
+        EXPECT_EQ(requested, Names(entryPoints.begin(),
+                                   entryPoints.begin() + static_cast<int>(missing) + (available ? 0 : 1)));
     }
 }
 

@@ -105,7 +105,7 @@ TEST_F(EnginePauses, RemovalNeitherSkipsNorRepeatsAnEntry) {
         const char* what;
         std::vector<std::size_t> positions; // descending
         std::vector<std::string> startedNext;
-        bool goesOn; // whether one more slice starts an entry
+        bool nextSliceStartsE;
     } table[] = {
         {"none", {}, {"d"}, true},
         {"the last started entry", {1}, {"d"}, true},
@@ -132,7 +132,7 @@ TEST_F(EnginePauses, RemovalNeitherSkipsNorRepeatsAnEntry) {
             if (!oneByOne)
                 entries.removeAll(row.positions);
             EXPECT_EQ(startedAt(0), row.startedNext);
-            if (row.goesOn) {
+            if (row.nextSliceStartsE) {
                 EXPECT_THAT(startedAt(0), ElementsAre("e"));
             }
         }

@@ -15,17 +15,17 @@
 namespace {
 
 std::string localData; ///< no trailing backslash; empty: the platform call fails
-int askedFolder = 0;
+int requestedFolder = 0;
 
-HRESULT WINAPI tellFolder(HWND, int folder, HANDLE, DWORD, LPSTR path) {
-    askedFolder = folder;
+HRESULT WINAPI simulatedFolder(HWND, int folder, HANDLE, DWORD, LPSTR path) {
+    requestedFolder = folder;
     path[localData.copy(path, MAX_PATH - 1)] = '\0';
     return localData.empty() ? E_FAIL : S_OK;
 }
 
 } // namespace
 
-SCHEDULER_REPLACE_IMPORT(SHGetFolderPathA, "_SHGetFolderPathA@20", tellFolder);
+SCHEDULER_REPLACE_IMPORT(SHGetFolderPathA, "_SHGetFolderPathA@20", simulatedFolder);
 
 namespace scheduler {
 namespace {
@@ -52,7 +52,7 @@ TEST_F(HistoryFiles, LinesFollowTheHeaderInTheLocalDataFolder) {
     file_.append("first");
     file_.append("second");
     EXPECT_EQ(fileContent(path_), header + "first\r\nsecond\r\n");
-    EXPECT_EQ(askedFolder, CSIDL_LOCAL_APPDATA | CSIDL_FLAG_CREATE);
+    EXPECT_EQ(requestedFolder, CSIDL_LOCAL_APPDATA | CSIDL_FLAG_CREATE);
 }
 
 TEST_F(HistoryFiles, LineOverOneMegabyteStartsANewFile) {
