@@ -1,5 +1,4 @@
-// Both sides of a simulation, the program without windows and the plain rules. They log events in the same
-// format.
+// Both sides of a simulation, the program without windows and the plain rules, with the same log format.
 #pragma once
 
 #include "scheduler/model/schedulecodec.h"

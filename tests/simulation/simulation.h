@@ -35,8 +35,7 @@ class Simulation {
 public:
     Simulation(std::uint64_t seed, const Plan& plan);
 
-    /// Visits every second, or only those in which something may happen. Stops with a fatal failure at the
-    /// first difference.
+    /// Visits every second or only those with possible events. Fails fatally at the first difference.
     void run(bool everySecond);
 
     int steps() const { return steps_; }

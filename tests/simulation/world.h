@@ -43,8 +43,7 @@ struct Mix {
 /// `position` is from 0 to `count`. The path contains the serial number.
 plain::Item randomItem(Dice& dice, const Mix& mix, int serial, int position, int count);
 
-/// The spiders of one side. Duration and outcome depend on the project and its run count only, so both sides
-/// see the same ends.
+/// The spiders of one side. Each run depends only on its project and run count, as on the other side.
 class Spiders {
 public:
     explicit Spiders(std::uint64_t seed) : seed_(seed) {}

@@ -1,5 +1,4 @@
-// The sample spider, described in README.md. It shares no code with the program, because a shared bug would
-// stay hidden.
+// The sample spider (see README.md). Shares no code with the program: a shared bug would stay hidden.
 #include <windows.h>
 
 #include <cstdlib>

@@ -12,8 +12,7 @@ inline std::tm localFields(std::int32_t seconds) {
     return *std::localtime(&t);
 }
 
-/// The last quarter of an hour before each clock change of the zone from 2024 to 2026. Queried from the
-/// runtime, because runtimes differ in their rules.
+/// The last quarter of an hour before each clock change from 2024 to 2026, by the rules of this runtime.
 inline std::vector<std::int32_t> clockChanges() {
     std::vector<std::int32_t> changes;
     constexpr std::int32_t quarter = 900;

@@ -8,8 +8,7 @@
 
 namespace test {
 
-/// The block in which a text control of common controls 6 keeps its font under Wine, or null. Only controls
-/// with an icon free it.
+/// Where Wine's newer text controls keep their font; null if absent. Only controls with an icon free it.
 inline void* blockOfText(HWND text) {
     void* const block = reinterpret_cast<void*>(static_cast<std::uintptr_t>(GetWindowLongA(text, 0)));
     return block && HeapValidate(GetProcessHeap(), 0, block) ? block : nullptr;

@@ -30,8 +30,7 @@ int minutesEastOfUtc(std::int32_t seconds) {
            utc.tm_min;
 }
 
-/// Fails unless the runtime uses the zone named by SCHEDULER_ZONE. Runtimes silently use UTC for an unknown
-/// zone.
+/// Fails unless the runtime uses the zone SCHEDULER_ZONE. Runtimes silently replace unknown zones by UTC.
 class ZoneOfTheRun : public testing::Environment {
     void SetUp() override {
         const char* const name = std::getenv("SCHEDULER_ZONE");

@@ -50,8 +50,7 @@ protected:
     }
     ~TrayIcon() override { DestroyWindow(window_); }
 
-    /// Exit handlers run in reverse order and the cache registers its own on first use, so only the cache is
-    /// destroyed between these two.
+    /// Exit handlers run in reverse order. Only the cache registers its own between these two.
     static void SetUpTestSuite() {
         platform::Shell_NotifyIconA.note = [](DWORD message, NOTIFYICONDATAA* record) {
             shellCalls.push_back({message, *record});

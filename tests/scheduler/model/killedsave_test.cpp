@@ -1,5 +1,4 @@
-// Kills a process at each system call of a save. The files must still hold the schedule before or after the
-// save.
+// Kills a process at each system call of a save. No kill may lose both the old and the new schedule.
 
 #include "lib/base/files.h"
 #include "lib/base/opsys.h"
