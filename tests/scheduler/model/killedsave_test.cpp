@@ -1,4 +1,4 @@
-// Kills a process at each system call of a save. No kill may lose both the old and the new schedule.
+// Kills a process at each system call of a save. No kill may lose the previous schedule.
 
 #include "lib/base/files.h"
 #include "lib/base/opsys.h"
