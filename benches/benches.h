@@ -1,4 +1,3 @@
-// What is measured of the model, the engine and the list's rows, without a window.
 #pragma once
 
 namespace bench {

@@ -1,4 +1,4 @@
-// The texts of the list's cells, column by column, over entries of all kinds.
+// Texts of the list's cells, by column.
 #include "benches/benches.h"
 #include "benches/comparison.h"
 #include "benches/entries.h"

@@ -10,7 +10,7 @@ namespace bench {
 namespace {
 
 constexpr int rounds = 15;
-// So long each one is repeated within a round: shorter times are lost in the noise.
+// Minimum measured time per round. Shorter times are lost in the noise.
 constexpr double secondsPerRound = 0.05;
 constexpr int mostRepetitions = 10000;
 
@@ -28,14 +28,14 @@ double averageOf(const Timed& timed, int repetitions) {
 } // namespace
 
 void compare(const Comparison& comparison, const Timed& subject, const Timed& limit) {
-    // The first ones also warm up caches and heap.
+    // Also warms up the caches and the heap.
     const int repetitions = repetitionsFor(std::min(subject(), limit()));
     std::vector<double> subjects;
     std::vector<double> limits;
     std::vector<double> ratios;
     for (int round = 0; round < rounds; ++round) {
         std::pair<double, double> times;
-        // Whoever comes second finds the caches and the heap as the other left them.
+        // Alternates the order because each one changes the caches and the heap for the next.
         if (round % 2 == 0)
             times.first = averageOf(subject, repetitions);
         times.second = averageOf(limit, repetitions);

@@ -1,4 +1,4 @@
-// Times something and what bounds it, in turns: what else the machine does meanwhile meets both alike.
+// Measures a subject and its lower bound in turns, so that other load affects both alike.
 #pragma once
 
 #include <chrono>
@@ -8,11 +8,9 @@
 
 namespace bench {
 
-/// Something that is done once and says how many seconds it took: what it sets up and clears away is not
-/// counted.
+/// Runs once and returns the seconds taken, without set-up and clean-up.
 using Timed = std::function<double()>;
 
-/// Seconds that `act` takes.
 template<class Act>
 double secondsOf(Act&& act) {
     const auto begin = std::chrono::steady_clock::now();
@@ -20,7 +18,7 @@ double secondsOf(Act&& act) {
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
 }
 
-/// Keeps the compiler from leaving out what computes `value`.
+/// Keeps the compiler from removing the computation of `value`.
 template<class Value>
 void keep(const Value& value) {
     asm volatile("" : : "g"(&value) : "memory");
@@ -28,14 +26,14 @@ void keep(const Value& value) {
 
 struct Comparison {
     std::string what;
-    std::size_t count; ///< of the things that are done in one go
+    std::size_t count; ///< things per run
     std::string things;
     std::string limit;
     double wanted;
-    Timed allowance = {}; ///< what is taken off the subject's time before it is held against the limit
+    Timed allowance = {}; ///< subtracted from the subject's time before the comparison
 };
 
-/// Runs both in turns, prints the row. The ratio is the median of the rounds' own ratios.
+/// Prints one row. The ratio is the median of the ratios of all rounds.
 void compare(const Comparison& comparison, const Timed& subject, const Timed& limit);
 
 } // namespace bench

@@ -1,4 +1,3 @@
-// Schedules to measure with.
 #pragma once
 
 #include "scheduler/model/schedulelist.h"
@@ -8,14 +7,13 @@
 
 namespace bench {
 
-/// The moment that the entries' times lie around.
+/// Time of the first call. The times of the entries lie around it.
 base::TimeValue referenceTime();
 
-/// Entries of all kinds, with paths, results and dial-up entries as users have them. None is due at
-/// referenceTime() or for an hour after it.
+/// Realistic entries of all kinds. None is due until an hour after referenceTime().
 std::vector<scheduler::ScheduledProject> manyEntries(std::size_t count);
 
-/// Saves to the schedule file. Throws when that fails: nothing could be measured then.
+/// Saves to the schedule file. Throws when that fails.
 void saveForBench(const scheduler::ScheduleList& list);
 
 } // namespace bench

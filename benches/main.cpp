@@ -1,4 +1,4 @@
-// Prints the rows of all benches, or of those named.
+// usage: bench.model [NAME...]
 #include "benches/benches.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// The next run of an entry of each kind.
+// Next run of an entry of each kind.
 #include "benches/benches.h"
 #include "benches/comparison.h"
 #include "benches/entries.h"
@@ -17,8 +17,7 @@ using scheduler::ScheduleKind;
 
 constexpr std::size_t calls = 100000;
 
-// The runtime's share of each rule, and nothing else. `now` moves on with each call, as it does from entry to
-// entry.
+// Only the runtime calls of each rule. `now` changes with each call, as it does from entry to entry.
 std::time_t localTime(std::time_t t) {
     return std::localtime(&t)->tm_mday;
 }
@@ -37,12 +36,12 @@ std::time_t makeTime(int hour) {
     return localTime(now) + makeTime(13);
 }
 
-/// The clock's date, the beginning of its day or month, and the entry's time of day.
+/// Calls for the current date, the start of its day or month, and the entry's time of day.
 [[gnu::noinline]] std::time_t clockCalls(std::time_t now) {
     return localTime(std::time(nullptr)) + makeTime(0) + localTime(now);
 }
 
-/// The choice of the rule, and those rules that need no call, with the parameters of computeNextRun.
+/// Dispatch by kind, and the rules without runtime calls. Same parameters as computeNextRun.
 [[gnu::noipa]] std::time_t noCalls(const scheduler::EngineState& state, const ScheduledProject& entry,
                                    std::time_t now, const base::Clock& /*clock*/) {
     switch (entry.kind) {
@@ -88,8 +87,8 @@ void benchRule(const char* what, const char* limitName, const ScheduledProject& 
 void benchNextRuns() {
     ScheduledProject entry;
     entry.minutes = 30;
-    entry.dayOfMonth = 40; // always a candidate of this month that is to come
-    // Noon: close to midnight a daily entry asks the calendar once more.
+    entry.dayOfMonth = 40; // so that the day in this month is always in the future
+    // Noon, because a daily entry near midnight needs one more calendar call.
     entry.time = TimeValue::fromLocal(2037, 6, 15, 12, 0, 0, -1);
     const scheduler::EngineState state;
     const base::Clock& clock = base::systemClock();

@@ -1,4 +1,4 @@
-// A cell's text by the runtime and locale calls that it cannot do without, each once, and nothing else.
+// Lower bound for a cell's text: each necessary runtime and locale call, made once.
 #pragma once
 
 #include "scheduler/ui/schedulerows.h"
@@ -8,7 +8,7 @@
 
 namespace bench {
 
-/// Of an entry as manyEntries() makes them.
+/// For entries made by manyEntries() only.
 std::string plainText(const scheduler::ScheduleList& list, std::size_t position,
                       scheduler::ScheduleColumn column);
 

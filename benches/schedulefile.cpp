@@ -1,4 +1,4 @@
-// Loading and saving the schedule, the file's opening and closing included.
+// Loads and saves the schedule, including opening and closing the file.
 #include "scheduler/model/schedulefile.h"
 
 #include "benches/benches.h"
@@ -21,7 +21,7 @@ namespace {
 
 constexpr std::array<std::size_t, 3> counts = {1000, 100000, 1000000};
 
-/// What stands in the file, apart from what it means.
+/// A record's raw content.
 struct PlainRecord {
     std::string path;
     std::string lastResult;
@@ -86,7 +86,7 @@ void benchLoading() {
             list.assign(manyEntries(count));
             saveForBench(list);
         }
-        // What is loaded is given back outside the time taken.
+        // Freeing the loaded entries is not measured.
         const auto subject = [] {
             scheduler::ScheduleList list;
             return secondsOf([&] { scheduler::loadSchedule(list, scheduler::scheduleMagic); });
@@ -118,7 +118,7 @@ void benchSaving() {
 
         IgnoredFailures failures;
         scheduler::ScheduleFile file(failures);
-        file.save(list); // copied from now on
+        file.save(list); // later saves make a copy first
         const std::string copy = base::windowsDirectory() + "copy.dat";
         const auto saving = [&] { return secondsOf([&] { file.save(list); }); };
         const auto writingAndCopying = [&] {

@@ -1,4 +1,4 @@
-// Sorting the list by each of its columns.
+// Sorts the list by each column.
 #include "benches/benches.h"
 #include "benches/comparison.h"
 #include "benches/entries.h"
@@ -31,7 +31,7 @@ void benchSorting() {
         const auto column = static_cast<ScheduleColumn>(i);
         const std::vector<std::string> texts =
             textsOf(scheduler::ScheduleRows(list, state, base::systemClock()), column);
-        // Each time in the schedule's order, sorted for the first time.
+        // New rows each time, so that they are in the schedule's order.
         const auto subject = [&] {
             scheduler::ScheduleRows rows(list, state, base::systemClock());
             return secondsOf([&] { rows.sortBy(column); });
@@ -45,7 +45,7 @@ void benchSorting() {
             return secondsOf([&] { keep(textsOf(rows, column)); });
         };
         compare({std::string("sort by ") + scheduler::columnHeaders[i], count, "rows",
-                 "std::sort of the texts; making them is taken off", 1.5, allowance},
+                 "std::sort of the texts; creating them is subtracted", 1.5, allowance},
                 subject, limit);
     }
 }

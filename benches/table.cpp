@@ -7,7 +7,7 @@
 namespace bench {
 namespace {
 
-/// The value with a prefix that leaves one to three digits before the point.
+/// Seconds get an SI prefix that leaves one to three digits before the point.
 std::string scaled(double value, const std::string& unit) {
     static constexpr std::array<const char*, 4> prefixes = {"", "m", "u", "n"};
     std::size_t prefix = 0;
@@ -18,7 +18,7 @@ std::string scaled(double value, const std::string& unit) {
     return text.data();
 }
 
-/// The value below which a part of the sorted ones lies.
+/// `part` is from 0 to 1.
 double quantile(const std::vector<double>& sorted, double part) {
     const double place = part * static_cast<double>(sorted.size() - 1);
     const auto below = static_cast<std::size_t>(place);

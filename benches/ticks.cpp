@@ -1,4 +1,4 @@
-// The engine's timer when nothing is due.
+// The engine's timer with nothing due.
 #include "benches/benches.h"
 #include "benches/comparison.h"
 #include "benches/entries.h"
@@ -7,7 +7,7 @@
 namespace bench {
 namespace {
 
-/// What an engine that starts nothing never asks.
+/// Services that an engine without due entries never calls.
 class NothingAround : public scheduler::RunLauncher,
                       public scheduler::OutcomeSource,
                       public scheduler::ScheduleStore,

@@ -1,4 +1,4 @@
-// Five hundred runs at once: whether each is recorded, and whether the window answers meanwhile.
+// 500 runs at once: whether each one is recorded and how fast the window responds.
 #include "benches/program/marking.h"
 #include "benches/program/processes.h"
 #include "benches/program/programbenches.h"
@@ -20,12 +20,12 @@ constexpr int runs = 500;
 constexpr double wantedAnswer = 0.1;
 constexpr DWORD patienceMilliseconds = 300'000;
 
-/// Asks a window for an answer again and again, on a thread of its own.
+/// Measures the response time of a window repeatedly, on its own thread.
 class AnswerWatch {
 public:
     explicit AnswerWatch(HWND window) : thread_([this, window] { watch(window); }) {}
 
-    /// Ends the watch; how long each answer took, in seconds.
+    /// Stops measuring. Returns each response time in seconds.
     std::vector<double> end() {
         ending_ = true;
         thread_.join();
@@ -35,9 +35,9 @@ public:
 private:
     void watch(HWND window) {
         while (!ending_) {
-            const Moment asked = momentNow();
+            const Moment sent = momentNow();
             SendMessageA(window, WM_NULL, 0, 0);
-            answers_.push_back(secondsBetween(asked, momentNow()));
+            answers_.push_back(secondsBetween(sent, momentNow()));
             Sleep(5);
         }
     }
@@ -58,8 +58,7 @@ std::string milliseconds(double seconds) {
     return std::to_string(static_cast<int>(seconds * 1000 + 1)) + " ms";
 }
 
-/// `emptyAnswers` are those of a window that has nothing to do with the runs: how long the machine, which has
-/// them to serve, keeps any program from answering.
+/// `emptyAnswers` come from an unrelated window and show the delay that the load causes for any program.
 void printAnswers(const char* when, const std::vector<double>& answers,
                   const std::vector<double>& emptyAnswers) {
     const double longest = std::ranges::max(answers);

@@ -11,7 +11,7 @@ namespace {
 
 const std::string processes = "Z:\\proc\\";
 
-/// The folders in one whose names are numbers.
+/// Subfolders with numeric names.
 std::vector<std::string> numberedFolders(const std::string& folder) {
     std::vector<std::string> found;
     WIN32_FIND_DATAA entry{};
@@ -37,7 +37,7 @@ std::string textOfFile(const std::string& path) {
 HostProcess::HostProcess(const std::string& programName) {
     for (const std::string& folder : numberedFolders(processes)) {
         const std::string commandLine = textOfFile(folder + "cmdline");
-        // Its own words only: the command line of who started it may name it, too.
+        // The first word only: a parent process may name the program in its arguments.
         if (commandLine.substr(0, commandLine.find('\0')).find(programName) != std::string::npos)
             folder_ = folder;
     }

@@ -1,4 +1,4 @@
-// A Windows process as the Linux beneath sees it: Wine tells of other processes neither time nor memory.
+// Reads a Windows process from /proc: Wine reports neither time nor memory of other processes.
 #pragma once
 
 #include <string>
@@ -7,17 +7,16 @@ namespace bench {
 
 class HostProcess {
 public:
-    /// The one whose command line names this program; there must be one only.
+    /// Exactly one process of this program must run.
     explicit HostProcess(const std::string& programName);
 
-    /// Processor time of all its threads so far, in seconds.
+    /// Seconds, over all threads.
     double processorTime() const;
 
-    /// Memory that is its alone and in use, in megabytes.
     double privateMegabytes() const;
 
 private:
-    std::string folder_; ///< in /proc, with a backslash at its end
+    std::string folder_; ///< in /proc, with a trailing backslash
 };
 
 } // namespace bench

@@ -1,4 +1,4 @@
-// Doing nothing for minutes, beside an empty program that does the same at the same time.
+// Idles for minutes, compared with an empty program at the same time.
 #include "benches/entries.h"
 #include "benches/program/hostprocess.h"
 #include "benches/program/processes.h"
@@ -16,7 +16,7 @@ constexpr std::size_t entryCount = 1000;
 constexpr double wantedTime = 1.5;
 constexpr double wantedMemory = 1.2;
 
-/// None falls due meanwhile, whenever it is.
+/// None becomes due during the benchmark.
 std::vector<scheduler::ScheduledProject> idleEntries() {
     std::vector<scheduler::ScheduledProject> entries = manyEntries(entryCount);
     for (scheduler::ScheduledProject& entry : entries) {
@@ -29,13 +29,13 @@ std::vector<scheduler::ScheduledProject> idleEntries() {
 }
 
 void idle(const std::string& how, const std::string& switches, WORD emptyShow, int seconds) {
-    // Under Wine a window asks several times a second where the pointer is while it rests there.
+    // Under Wine, a window below the pointer polls its position several times a second.
     SetCursorPos(GetSystemMetrics(SM_CXSCREEN) - 1, GetSystemMetrics(SM_CYSCREEN) - 1);
     WindowProcess program(schedulerCommand() + switches, schedulerClass);
     WindowProcess empty(emptyProgramCommand(entryCount), emptyProgramClass, emptyShow);
     program.waitUntilThere();
     empty.waitUntilThere();
-    // What the start leaves to do is not idling.
+    // Lets the start-up work finish.
     Sleep(3000);
     const HostProcess host("scheduler.exe");
     const HostProcess emptyHost("emptyprogram.exe");

@@ -1,4 +1,4 @@
-// From an entry's falling due to its process, and from the process's end to the saved outcome.
+// Time from due to process start, and from process end to saved outcome.
 #include "benches/program/marking.h"
 #include "benches/program/marks.h"
 #include "benches/program/processes.h"
@@ -16,7 +16,7 @@ namespace {
 using base::TimeSpan;
 using base::TimeValue;
 
-// The first entry falls due so long after the entries have been made.
+// From the creation of the entries to the first due time.
 constexpr int secondsToStart = 4;
 constexpr double wantedMedian = 0.6;
 constexpr double wantedLongest = 1.1;
@@ -26,19 +26,19 @@ struct Latencies {
     std::vector<double> toSave;
 };
 
-/// The platform counts from 1601.
+/// A Moment counts from 1601.
 Moment momentOf(TimeValue t) {
     return (t.seconds() + Moment{11644473600}) * 10000000;
 }
 
-/// Lets the program's timer begin its seconds at this part of the clock's.
+/// Waits until this fraction of a clock second, which sets the phase of the program's timer.
 void waitForPhase(double phase) {
     const auto sinceSecond = [] { return static_cast<double>(momentNow() % 10000000) * 1e-7; };
     while (sinceSecond() < phase || sinceSecond() > phase + 0.02)
         Sleep(1);
 }
 
-/// Each moment at which the schedule has been saved, until `runs` of them have been seen.
+/// Returns the times of the next `runs` saves of the schedule.
 std::vector<Moment> watchSaves(int runs) {
     std::vector<Moment> saves;
     const Moment from = savedAt();
@@ -46,7 +46,7 @@ std::vector<Moment> watchSaves(int runs) {
     for (Moment last = from; std::ssize(saves) < runs && momentNow() < end; Sleep(1))
         if (const Moment now = savedAt(); now != last) {
             last = now;
-            // A file that is being rewritten changes more than once.
+            // One save can change the file time more than once.
             if (!saves.empty() && secondsBetween(saves.back(), now) < 0.1)
                 saves.back() = now;
             else
@@ -72,7 +72,7 @@ void measureOneStart(double phase, int runs, Latencies& latencies) {
         if (!marks)
             continue;
         latencies.toStart.push_back(secondsBetween(momentOf(entry.time), marks->started));
-        // The file system's clock is a few milliseconds behind.
+        // File times lag a few milliseconds behind the clock.
         const auto saved = std::ranges::lower_bound(saves, marks->ended - 100000);
         if (saved != saves.end())
             latencies.toSave.push_back(secondsBetween(marks->ended, *saved));

@@ -1,6 +1,5 @@
 // usage: bench.program [--all] [NAME...]
-//
-// Prints the rows of all benches, or of those named; the long ones only with --all.
+// Without names, runs all benchmarks, the long ones only with --all.
 #include "benches/program/programbenches.h"
 
 #include <algorithm>

@@ -1,4 +1,3 @@
-// Schedules whose runs are those of the marking spider.
 #pragma once
 
 #include "benches/program/marks.h"
@@ -9,12 +8,11 @@
 
 namespace bench {
 
-/// The marking spider, registered for projects in a fresh folder.
+/// Registers the marking spider for projects in a new folder.
 class MarkingSpider {
 public:
     MarkingSpider();
 
-    /// An entry that is due once.
     scheduler::ScheduledProject makeEntry(int number, base::TimeValue due) const;
 
 private:
@@ -23,7 +21,7 @@ private:
 
 void saveEntries(const std::vector<scheduler::ScheduledProject>& entries);
 
-/// When the schedule's file was written last.
+/// Time of the last write to the schedule file.
 Moment savedAt();
 
 } // namespace bench

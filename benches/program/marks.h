@@ -1,4 +1,4 @@
-// What the marking spider notes of its run: moments of the system's clock.
+// Times that the marking spider records for its run.
 #pragma once
 
 #include <cstdint>
@@ -7,24 +7,24 @@
 
 namespace bench {
 
-/// In units of 100 ns, as the platform's FILETIME.
+/// In units of 100 ns since 1601, like FILETIME.
 using Moment = std::int64_t;
 
 Moment momentNow();
 double secondsBetween(Moment from, Moment to);
 
 struct Marks {
-    Moment started = 0; ///< the process, as the platform tells
-    Moment ended = 0;   ///< just before the process ends
+    Moment started = 0; ///< process start
+    Moment ended = 0;   ///< just before process exit
 };
 
-/// A file beside the project file.
+/// Stored in a file next to the project file.
 void writeMarks(const std::string& project, const Marks& marks);
 std::optional<Marks> readMarks(const std::string& project);
 
-/// Set by the bench to let the runs end that wait for each other; without it a run ends at once.
+/// If the event exists, runs wait for it before they end.
 inline constexpr const char* endTogetherEvent = "bench: runs may end";
-/// Released once by each run that has begun.
+/// Each run releases the semaphore once when it starts.
 inline constexpr const char* begunSemaphore = "bench: runs begun";
 
 } // namespace bench

@@ -1,5 +1,4 @@
-// Stands in for the spider: notes when its process was started and ended, and leaves its project's path as
-// its result.
+// Replaces the spider: records its start and end times and leaves its project's path as the result.
 #include "benches/program/marks.h"
 #include "lib/base/handles.h"
 #include "lib/base/registry.h"

@@ -1,4 +1,3 @@
-// The processes that are measured from outside.
 #pragma once
 
 #include "lib/base/handles.h"
@@ -9,18 +8,17 @@
 
 namespace bench {
 
-/// A program with one main window, ended when it goes.
+/// A program with one main window. The destructor ends it.
 class WindowProcess {
 public:
-    /// `showCommand` is one of the platform's SW_ values.
     WindowProcess(const std::string& commandLine, std::string windowClass, WORD showCommand = SW_SHOWNORMAL);
     ~WindowProcess();
     WindowProcess(const WindowProcess&) = delete;
     WindowProcess& operator=(const WindowProcess&) = delete;
 
-    /// Waits until the window is visible and, having painted itself, answers.
+    /// Waits until the window is visible and painted. False after a timeout.
     bool waitUntilShown();
-    /// Waits until it answers, visible or not.
+    /// Also accepts a hidden window.
     bool waitUntilThere();
 
     HWND window() const { return window_; }
@@ -33,14 +31,13 @@ private:
     HWND window_ = nullptr;
 };
 
-/// The built scheduler and the empty program beside it, as command lines.
 std::string schedulerCommand();
 std::string emptyProgramCommand(std::size_t rows);
 
 inline constexpr const char* schedulerClass = "scheduler";
 inline constexpr const char* emptyProgramClass = "empty program";
 
-/// Gives an undisturbed start: no schedule but this, no preferences.
+/// Deletes the preferences, so that the next start uses the defaults.
 void clearPreferences();
 
 } // namespace bench

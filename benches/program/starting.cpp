@@ -1,4 +1,4 @@
-// From the start of the process to its window, painted.
+// Time from process start to painted window.
 #include "benches/comparison.h"
 #include "benches/entries.h"
 #include "benches/program/processes.h"
@@ -33,7 +33,7 @@ void benchStarting() {
         const auto start = [] { return secondsToShow(schedulerCommand(), schedulerClass); };
         const std::string empty = emptyProgramCommand(count);
         compare({"start to window shown", count, "entries",
-                 "an empty program with such a list; loading is taken off", 1.2, load},
+                 "an empty program with the same list; loading is subtracted", 1.2, load},
                 start, [&] { return secondsToShow(empty, emptyProgramClass); });
         compare({"start to window shown", count, "entries", "the same with a notification icon", 1.2, load},
                 start, [&] { return secondsToShow(empty + " icon", emptyProgramClass); });

@@ -1,4 +1,4 @@
-// Any text as the command that the system runs for a project, and the spider's command line built on it.
+// Fuzzes the registered command of a project and the spider's command line built from it.
 #include "lib/base/placeholders.h"
 #include "scheduler/run/commandline.h"
 #include "tests/fuzz/fuzzing.h"

@@ -1,4 +1,4 @@
-// Any text as a command line: its words, and the folder of its program.
+// Fuzzes the words of a command line and the folder of its program.
 #include "lib/base/expressions.h"
 #include "scheduler/run/workingdirectory.h"
 #include "tests/fuzz/fuzzing.h"
@@ -16,7 +16,7 @@ bool isBlank(char character) {
     return blanks.find(character) != std::string_view::npos;
 }
 
-/// From the left, the longer of a run of characters that are not blank and a text in quotes.
+/// From the left, a run of non-blank characters or a quoted text, whichever is longer.
 std::vector<std::string> plainWords(std::string_view text) {
     std::vector<std::string> words;
     std::size_t at = 0;

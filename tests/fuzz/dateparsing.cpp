@@ -1,4 +1,4 @@
-// Any text as a date.
+// Fuzzes date parsing.
 #include "lib/base/dateparsing.h"
 
 #include "tests/fuzz/fuzzing.h"

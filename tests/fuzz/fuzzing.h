@@ -9,15 +9,15 @@
 
 namespace fuzzing {
 
-/// Ends the fuzzer, which keeps what it was given, unless `holds`.
+/// Aborts unless `holds`. The fuzzer then keeps the input.
 inline void require(bool holds, const char* what) {
     if (holds)
         return;
-    std::fprintf(stderr, "does not hold: %s\n", what);
+    std::fprintf(stderr, "requirement failed: %s\n", what);
     std::abort();
 }
 
-/// Takes what a fuzzer was given apart, from its beginning; what is missing is 0 or empty.
+/// Reads values from the start of a fuzzer's input. Values past the end are 0 or empty.
 class Input {
 public:
     Input(const std::uint8_t* data, std::size_t size) : rest_(reinterpret_cast<const char*>(data), size) {}

@@ -1,4 +1,4 @@
-// Any bytes as a schedule file.
+// Fuzzes schedule files.
 #include "scheduler/model/schedulecodec.h"
 
 #include "tests/fuzz/fuzzing.h"
@@ -14,8 +14,7 @@ using scheduler::ScheduleList;
 
 namespace {
 
-/// One array for the entries that the content can hold, one more while it grows by the last, damaged one, and
-/// the texts, which are parts of the content.
+/// The largest possible entry array, a second one while it grows for the damaged last entry, and the texts.
 std::size_t memoryFor(std::size_t contentSize) {
     return (contentSize / 82 + 1) * 3 * sizeof(scheduler::ScheduledProject) + 2 * contentSize + 3 * 64;
 }

@@ -1,4 +1,4 @@
-// Any text as a time of day, compared with the rule told once more by itself.
+// Fuzzes the time of day against a second implementation of the rule.
 #include "lib/base/dateparsing.h"
 #include "tests/fuzz/fuzzing.h"
 
@@ -54,7 +54,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view text(reinterpret_cast<const char*>(data), size);
     const std::int32_t seconds = base::parseTimeOfDay(text).seconds();
     const std::int64_t expected = plainly(text);
-    // Beyond the type the sum wraps around.
+    // The sum wraps around.
     if (expected <= largest)
         fuzzing::require(seconds == expected, "the seconds after midnight are those of the rule");
     return 0;

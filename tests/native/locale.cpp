@@ -1,4 +1,4 @@
-// A plain English locale for the native build, which has no platform to ask.
+// A plain English locale for the native build.
 
 #include "lib/base/locale.h"
 
@@ -21,7 +21,7 @@ char lowerCase(char character) {
 }
 
 std::string formatLocaleDate(TimeValue t, bool longForm) {
-    // A negative time has no date to show, but a time of day: that of fields which are all 0.
+    // A negative time has no date, but its time of day is midnight.
     if (t.seconds() <= 0)
         return {};
     const LocalTime local = t.local();

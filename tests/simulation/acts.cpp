@@ -8,28 +8,28 @@ namespace simulation {
 using plain::Item;
 using scheduler::ScheduledProject;
 
-Second Simulation::someTime() {
+Second Simulation::randomTime() {
     return plan_.start + dice_.between(1, static_cast<int>(plan_.length));
 }
 
 void Simulation::planActs() {
     const double days = static_cast<double>(plan_.length) / static_cast<double>(day);
     for (int i = 0; i < static_cast<int>(days * plan_.actsPerDay); ++i)
-        acts_.emplace(someTime(), randomAct());
+        acts_.emplace(randomTime(), randomAct());
     for (int i = 0; i < 1 + static_cast<int>(days / plan_.daysPerSuspension); ++i) {
-        const Second from = someTime();
+        const Second from = randomTime();
         const Second to = from + dice_.between(0, dice_.oneOf({1, 600, 86'400}));
         plan(from, Act::Suspend);
         plan(to, Act::Resume);
-        if (dice_.oneIn(3)) // while much is due that nobody starts
+        if (dice_.oneIn(3)) // while due entries accumulate
             plan(std::max(from, to - 1), Act::DryRun);
     }
     for (int i = 0; i < 1 + static_cast<int>(days / plan_.daysPerClockChange); ++i)
-        plan(someTime(), Act::MoveClock,
+        plan(randomTime(), Act::MoveClock,
              dice_.oneOf({-86'400, -3600, -61, -30, -1, 30, 3600, 86'400, 8 * 86'400}));
     for (int i = 0; i < 1 + static_cast<int>(days / plan_.daysPerRestart); ++i) {
         const Second off = dice_.oneOf({0, 1, 600, 86'400, 3 * 86'400});
-        const Second at = someTime();
+        const Second at = randomTime();
         if (dice_.oneIn(2)) {
             plan(at, Act::Restart, off);
             continue;
@@ -37,9 +37,9 @@ void Simulation::planActs() {
         plan(at, Act::SaveBeforeKill);
         plan(at + dice_.between(0, 20'000), Act::Kill, off);
     }
-    // What a dry run marks as running keeps the others waiting until the program is started again.
+    // Entries that a dry run marks as running block the others until the program restarts.
     for (int i = 0; i < 1 + static_cast<int>(days / plan_.daysPerDryRun); ++i) {
-        const Second from = someTime();
+        const Second from = randomTime();
         plan(from, Act::DryRun);
         plan(from + dice_.between(1, 20'000), Act::Restart);
     }
@@ -69,7 +69,7 @@ void Simulation::perform(const Act& act) {
         const std::vector<int> chosen = randomSelection();
         engine_.program->commands.runNow({chosen.begin(), chosen.end()});
         for (const int position : chosen)
-            plain_.rules.byHand(position, now_);
+            plain_.rules.runManually(position, now_);
         break;
     }
     case Act::SwitchOnOrOff: {
@@ -82,8 +82,8 @@ void Simulation::perform(const Act& act) {
     case Act::ForeignEnd: {
         const int number = static_cast<int>(act.argument);
         const bool matched = engine.onRunFinished(static_cast<std::uint32_t>(number));
-        engine_.noteEnd(matched, number);
-        plain_.noteEnd(plain_.rules.processEnded(number, now_), number);
+        engine_.logEnd(matched, number);
+        plain_.logEnd(plain_.rules.processEnded(number, now_), number);
         break;
     }
     case Act::Add:
@@ -95,8 +95,8 @@ void Simulation::perform(const Act& act) {
     case Act::Edit:
         if (count() > 0) {
             const int position = dice_.upTo(count() - 1);
-            edit(position, itemOfNow(0, position));
-            calmRings();
+            edit(position, randomItemNow(0, position));
+            slowDownCycles();
         }
         break;
     case Act::Remove:
@@ -119,7 +119,7 @@ void Simulation::perform(const Act& act) {
         break;
     case Act::SaveBeforeKill:
         killable_ = engine_.keepsSaves = plain_.keepsSaves = true;
-        if (count() > 0) // an edit that changes nothing is saved all the same
+        if (count() > 0) // even an edit without a change saves
             edit(0, plain_.rules.items[0]);
         break;
     case Act::Kill:
@@ -141,7 +141,7 @@ std::vector<int> Simulation::randomSelection() {
     return chosen;
 }
 
-Item Simulation::itemOfNow(int serial, int position) {
+Item Simulation::randomItemNow(int serial, int position) {
     Item item = randomItem(dice_, plan_.mix, serial, position, count());
     if (dice_.oneIn(4))
         item.time = now_ + dice_.between(-1, 1);
@@ -149,9 +149,9 @@ Item Simulation::itemOfNow(int serial, int position) {
 }
 
 void Simulation::add() {
-    Item item = itemOfNow(serial_++, count());
+    Item item = randomItemNow(serial_++, count());
     ScheduledProject record = plain::entryOf(item);
-    if (dice_.oneIn(3)) { // as the editor offers it
+    if (dice_.oneIn(3)) { // the editor's template
         const std::string path = item.path;
         item = plain_.rules.fresh(now_);
         record = engine_.program->commands.newEntry();
@@ -159,7 +159,7 @@ void Simulation::add() {
     }
     engine_.program->commands.add(record, {});
     plain_.rules.add(item, now_);
-    calmRings();
+    slowDownCycles();
 }
 
 void Simulation::drop() {
@@ -169,7 +169,7 @@ void Simulation::drop() {
             files.push_back("C:\\Dropped\\d" + std::to_string(serial_++) + extension);
     engine_.program->commands.addDropped(files);
     plain_.rules.drop(files, now_);
-    calmRings();
+    slowDownCycles();
 }
 
 void Simulation::edit(int position, const Item& shown) {
@@ -178,17 +178,17 @@ void Simulation::edit(int position, const Item& shown) {
 }
 
 void Simulation::remove() {
-    // As many as are added, in the long run.
+    // Keeps the count stable: removals balance additions.
     if (count() < plan_.entries * 9 / 10)
         return;
     const std::vector<int> chosen = randomSelection();
     engine_.program->commands.remove({chosen.begin(), chosen.end()});
     plain_.rules.remove(chosen);
-    calmRings();
+    slowDownCycles();
 }
 
-// A ring of entries that follow one another without a pause would run every second from then on.
-void Simulation::calmRings() {
+// A cycle of followers without a delay would run every second from then on.
+void Simulation::slowDownCycles() {
     const auto followed = [this](int i) {
         const Item& item = plain_.rules.items[static_cast<unsigned>(i)];
         return item.kind == 0 && item.after >= 0 && item.after < count() ? item.after : -1;
@@ -201,19 +201,19 @@ void Simulation::calmRings() {
         if (i < 0 || seenFrom[static_cast<unsigned>(i)] != first)
             continue;
         Item shown = plain_.rules.items[static_cast<unsigned>(i)];
-        if (shown.minutes < plan_.mix.pausedRingMinutes) {
-            shown.minutes = plan_.mix.pausedRingMinutes;
+        if (shown.minutes < plan_.mix.minCycleMinutes) {
+            shown.minutes = plan_.mix.minCycleMinutes;
             edit(i, shown);
         }
     }
 }
 
 void Simulation::changePolicy() {
-    plain_.rules.patience = static_cast<unsigned>(dice_.oneOf({0, 1, 5, 20, 60, -1}));
+    plain_.rules.waitMinutes = static_cast<unsigned>(dice_.oneOf({0, 1, 5, 20, 60, -1}));
     if (plan_.conflicts == Conflicts::Changing)
         plain_.rules.sideBySide = dice_.oneIn(2);
     engine_.policy.runMultiple = plain_.rules.sideBySide;
-    engine_.policy.waitTime = plain_.rules.patience;
+    engine_.policy.waitTime = plain_.rules.waitMinutes;
 }
 
 void Simulation::exitAndStart(Second secondsOff) {
@@ -223,7 +223,7 @@ void Simulation::exitAndStart(Second secondsOff) {
 }
 
 void Simulation::killAndStart(Second secondsOff) {
-    if (!killable_) // the program was started since, and its saves are not at hand
+    if (!killable_) // the program restarted, so its saves are not available
         return exitAndStart(secondsOff);
     now_ += secondsOff;
     const std::vector<Item> items = plain_.saved;
@@ -234,7 +234,7 @@ void Simulation::start(const std::vector<std::byte>& file, const std::vector<Ite
     killable_ = engine_.keepsSaves = plain_.keepsSaves = false;
     const bool bySystem = dice_.oneIn(2);
     engine_.clock.set(engineNow());
-    engine_.policy = {plain_.rules.suspended, plain_.rules.patience, plain_.rules.sideBySide};
+    engine_.policy = {plain_.rules.suspended, plain_.rules.waitMinutes, plain_.rules.sideBySide};
     engine_.start(file, bySystem);
     plain_.spiders.forgetAll();
     std::vector<Item> loaded = items;

@@ -1,5 +1,4 @@
-// The two sides of a simulation: the program without its windows, and the plain rules. Both note their events
-// in the same words.
+// Both sides of a simulation, the program without windows and the plain rules, with the same log format.
 #pragma once
 
 #include "scheduler/model/schedulecodec.h"
@@ -28,7 +27,7 @@ class Side {
 public:
     explicit Side(std::uint64_t seed) : spiders(seed) {}
 
-    void noteEnd(bool matched, int number) {
+    void logEnd(bool matched, int number) {
         events.push_back((matched ? "end of " : "unmatched end of ") + std::to_string(number));
     }
 
@@ -38,13 +37,13 @@ public:
     Saved saved;
 
 protected:
-    bool launchNoted(const std::string& path, int number, Second now) {
+    bool launchLogged(const std::string& path, int number, Second now) {
         events.push_back("launch " + path + " as " + std::to_string(number));
         return spiders.launch(path, number, now);
     }
-    void noteMessage(const std::string& path) { events.push_back("message for " + path); }
-    void noteSuspended(bool suspended) { events.push_back(suspended ? "show suspended" : "show resumed"); }
-    void noteSave(auto&& toSave) {
+    void logMessage(const std::string& path) { events.push_back("message for " + path); }
+    void logSuspended(bool suspended) { events.push_back(suspended ? "show suspended" : "show resumed"); }
+    void logSave(auto&& toSave) {
         events.push_back("save");
         if (keepsSaves)
             saved = toSave();
@@ -56,12 +55,12 @@ public:
     explicit PlainSide(std::uint64_t seed)
         : Side(seed),
           rules({[this](const plain::Item& item, Second now) {
-                     return launchNoted(item.path, item.number, now);
+                     return launchLogged(item.path, item.number, now);
                  },
                  [this](int number) { return spiders.take(number); },
-                 [this](const plain::Item& item) { noteMessage(item.path); },
-                 [this] { events.push_back("redraw"); }, [this](bool suspended) { noteSuspended(suspended); },
-                 [this] { noteSave([this] { return rules.items; }); }}) {}
+                 [this](const plain::Item& item) { logMessage(item.path); },
+                 [this] { events.push_back("redraw"); }, [this](bool suspended) { logSuspended(suspended); },
+                 [this] { logSave([this] { return rules.items; }); }}) {}
     PlainSide(const PlainSide&) = delete;
     PlainSide& operator=(const PlainSide&) = delete;
 
@@ -87,10 +86,10 @@ public:
         scheduler::ScheduleList entries;
         scheduler::SchedulerEngine engine;
         scheduler::ScheduleCommands commands;
-        std::optional<test::RedrawLog> redraws; ///< from the end of the start on
+        std::optional<test::RedrawLog> redraws; ///< set once start-up is complete
     };
 
-    /// Starts the program on the schedule that the file holds, as the main window does.
+    /// Loads the file and starts the program like the main window does.
     void start(const std::vector<std::byte>& file, bool bySystem) {
         program = std::make_unique<Program>(*this);
         scheduler::SchedulerEngine& engine = program->engine;
@@ -105,14 +104,14 @@ public:
         program->redraws.emplace(program->entries, events);
     }
 
-    /// A second of the timer. The slices of its tick follow one another at once and count as one change.
+    /// One timer tick, with all its slices as one change.
     void second() {
         const scheduler::ScheduleBatch batch(program->entries);
         while (program->engine.onTimer(clock.now()).unfinished)
             continue;
     }
 
-    /// Takes over what the editor shows, and the retries, which it does not show.
+    /// Applies the edit, and the retries, which the editor does not show.
     void edit(std::size_t position, scheduler::ScheduledProject shown) {
         scheduler::ScheduledProject& entry = program->entries[position];
         entry.retryLimit = shown.retryLimit;
@@ -122,24 +121,24 @@ public:
     }
 
     test::FakeClock clock;
-    scheduler::RunPolicy policy; ///< outlives the program, as the preferences in the registry do
+    scheduler::RunPolicy policy; ///< survives a restart, like the preferences in the registry
     test::FakeRunListener runs;
     std::unique_ptr<Program> program;
 
 private:
     bool launch(const scheduler::ScheduledProject& entry) override {
         lastLaunched_ = entry.path;
-        return launchNoted(entry.path, entry.runNumber, clock.now().seconds());
+        return launchLogged(entry.path, entry.runNumber, clock.now().seconds());
     }
     scheduler::RunOutcome take(std::uint32_t runNumber) override {
         const plain::Outcome outcome = spiders.take(static_cast<int>(runNumber));
         return {outcome.text, outcome.error};
     }
-    void onSuspendedChanged(bool suspended) override { noteSuspended(suspended); }
+    void onSuspendedChanged(bool suspended) override { logSuspended(suspended); }
     void showError(const std::string&) override {}
-    void showNotice(const std::string&) override { noteMessage(lastLaunched_); }
+    void showNotice(const std::string&) override { logMessage(lastLaunched_); }
     void save(const scheduler::ScheduleList& list) override {
-        noteSave([&] { return test::encodedSchedule(list.entries()); });
+        logSave([&] { return test::encodedSchedule(list.entries()); });
     }
 
     std::string lastLaunched_;

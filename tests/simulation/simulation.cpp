@@ -21,7 +21,7 @@ Simulation::Simulation(std::uint64_t seed, const Plan& plan)
     plan_.mix.from = plan.start;
     plan_.mix.to = end_;
     plain_.rules.sideBySide = plan.conflicts == Conflicts::SideBySide;
-    plain_.rules.patience = static_cast<unsigned>(dice_.oneOf({0, 1, 20, 90}));
+    plain_.rules.waitMinutes = static_cast<unsigned>(dice_.oneOf({0, 1, 20, 90}));
     for (; serial_ < plan.entries; ++serial_)
         plain_.rules.items.push_back(randomItem(dice_, plan_.mix, serial_, serial_, plan.entries));
     planActs();
@@ -32,11 +32,11 @@ void Simulation::run(bool everySecond) {
     for (const Item& item : plain_.rules.items)
         entries.push_back(plain::entryOf(item));
     start(test::encodedSchedule(entries), plain_.rules.items);
-    calmRings();
+    slowDownCycles();
     while (now_ < end_ && !testing::Test::HasFatalFailure()) {
         step();
         compare();
-        now_ = everySecond ? now_ + 1 : nextInterestingSecond();
+        now_ = everySecond ? now_ + 1 : nextEventSecond();
         ++steps_;
     }
 }
@@ -57,10 +57,10 @@ void Simulation::step() {
 void Simulation::deliverEnds() {
     while (const int number = engine_.spiders.nextEnded(now_)) {
         const bool matched = engine_.program->engine.onRunFinished(static_cast<std::uint32_t>(number));
-        engine_.noteEnd(matched, number);
+        engine_.logEnd(matched, number);
     }
     while (const int number = plain_.spiders.nextEnded(now_))
-        plain_.noteEnd(plain_.rules.processEnded(number, now_), number);
+        plain_.logEnd(plain_.rules.processEnded(number, now_), number);
 }
 
 void Simulation::compare() {
@@ -69,7 +69,7 @@ void Simulation::compare() {
         launches_ += event.starts_with("launch");
     engine_.events.clear();
     plain_.events.clear();
-    // A schedule that differs stays so, or shows in the events.
+    // Rare comparisons suffice: a difference persists or shows in the events.
     if (steps_ % plan_.stepsPerComparison != 0)
         return;
     const scheduler::ScheduleList& entries = engine_.program->entries;
@@ -78,8 +78,8 @@ void Simulation::compare() {
         ASSERT_EQ(plain::itemOf(entries[i]), plain_.rules.items[i]) << "entry " << i << " at " << now_;
 }
 
-// Whatever either side's next second is in which anything may happen; and some seconds more.
-Second Simulation::nextInterestingSecond() {
+// The next second in which either side may act, and some random ones.
+Second Simulation::nextEventSecond() {
     Second next = now_ + dice_.between(1, 7200);
     next = std::min({next, engine_.spiders.nextEnd(), plain_.spiders.nextEnd()});
     if (!acts_.empty())
@@ -92,21 +92,21 @@ Second Simulation::nextInterestingSecond() {
     for (const ScheduledProject& entry : engine_.program->entries.entries()) {
         if (!entry.disabled && !entry.running)
             next = std::min(next,
-                            interestOf(entry.nextRun.seconds(), entry.waitingSince.seconds(), anotherRuns));
+                            nextEventOf(entry.nextRun.seconds(), entry.waitingSince.seconds(), anotherRuns));
     }
     anotherRuns = std::ranges::any_of(plain_.rules.items, [](const Item& item) { return item.runs; });
     for (const Item& item : plain_.rules.items) {
         if (!item.off && !item.runs)
-            next = std::min(next, interestOf(item.next, item.waitsSince, anotherRuns));
+            next = std::min(next, nextEventOf(item.next, item.waitsSince, anotherRuns));
     }
     return next;
 }
 
-Second Simulation::interestOf(Second nextRun, Second waitsSince, bool anotherRuns) const {
+Second Simulation::nextEventOf(Second nextRun, Second waitsSince, bool anotherRuns) const {
     if (nextRun > now_)
         return nextRun;
-    const Second expiry = waitsSince + (Second{plain_.rules.patience} + 1) * minute;
-    // A wait that began later than now is over at once: the clock was set back.
+    const Second expiry = waitsSince + (Second{plain_.rules.waitMinutes} + 1) * minute;
+    // The clock was set back, so the wait ends at once.
     if (waitsSince == 0 || waitsSince > now_ || !anotherRuns || expiry <= now_ + 1)
         return now_ + 1;
     return expiry - 1;

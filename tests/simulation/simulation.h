@@ -1,4 +1,4 @@
-// The program and the plain rules through the same days: events and schedules have to be the same.
+// Simulates days with the program and with the plain rules and compares events and schedules.
 #pragma once
 
 #include "tests/simulation/sides.h"
@@ -28,15 +28,14 @@ struct Plan {
     double daysPerSuspension = 8;
     double daysPerDryRun = 15;
     double daysPerClockChange = 40;
-    int stepsPerComparison = 8; ///< of the schedules; the events are compared at each step
+    int stepsPerComparison = 8; ///< for schedules; events are compared at each step
 };
 
 class Simulation {
 public:
     Simulation(std::uint64_t seed, const Plan& plan);
 
-    /// Steps from one second at which something may happen to the next, or through each of them. Ends at the
-    /// first difference, which is a fatal failure of the test.
+    /// Visits every second or only those with possible events. Fails fatally at the first difference.
     void run(bool everySecond);
 
     int steps() const { return steps_; }
@@ -57,7 +56,7 @@ private:
             Resume,
             DryRun,
             Restart,
-            SaveBeforeKill, ///< from now on each save is kept, to be found after the kill
+            SaveBeforeKill, ///< keep saves from now on, to load after the kill
             Kill,
             MoveClock,
         };
@@ -67,18 +66,18 @@ private:
 
     void planActs();
     Act randomAct();
-    Second someTime();
+    Second randomTime();
     void plan(Second at, Act::What what, Second argument = 0) { acts_.emplace(at, Act{what, argument}); }
 
     void step();
     void deliverEnds();
     void perform(const Act& act);
-    plain::Item itemOfNow(int serial, int position);
+    plain::Item randomItemNow(int serial, int position);
     void add();
     void drop();
     void edit(int position, const plain::Item& shown);
     void remove();
-    void calmRings();
+    void slowDownCycles();
     void changePolicy();
     void exitAndStart(Second secondsOff);
     void killAndStart(Second secondsOff);
@@ -89,8 +88,8 @@ private:
     std::vector<int> randomSelection();
     base::TimeValue engineNow() const { return base::TimeValue(static_cast<std::int32_t>(now_)); }
 
-    Second nextInterestingSecond();
-    Second interestOf(Second nextRun, Second waitsSince, bool anotherRuns) const;
+    Second nextEventSecond();
+    Second nextEventOf(Second nextRun, Second waitsSince, bool anotherRuns) const;
 
     Dice dice_;
     Plan plan_;
@@ -98,7 +97,7 @@ private:
     Second end_;
     EngineSide engine_;
     PlainSide plain_;
-    std::multimap<Second, Act> acts_; // still to come
+    std::multimap<Second, Act> acts_; // pending
     int serial_ = 0;
     bool killable_ = false;
     int steps_ = 0;

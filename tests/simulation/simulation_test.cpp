@@ -11,14 +11,14 @@ namespace {
 
 using namespace simulation;
 
-// Under the sanitizers each step takes many times as long as on the platform.
+// The native build runs under sanitizers, which are slow.
 #ifdef _WIN32
-constexpr int partOfTheTime = 1;
+constexpr int timeDivisor = 1;
 #else
-constexpr int partOfTheTime = 4;
+constexpr int timeDivisor = 4;
 #endif
 
-/// Mostly such that the clock changes within the next weeks.
+/// Usually a few weeks before a clock change.
 Second randomStart(Dice& dice) {
     static const std::vector<std::int32_t> changes = test::clockChanges();
     if (changes.empty() || dice.oneIn(4))
@@ -32,7 +32,7 @@ protected:
     SimulatedTest() { plan.conflicts = GetParam(); }
 
     void simulate(unsigned long usualNumber, bool everySecond) {
-        plan.length /= partOfTheTime;
+        plan.length /= timeDivisor;
         for (const std::uint64_t seed : test::seeds(usualNumber)) {
             Dice dice(seed ^ 0x5EED);
             plan.start = randomStart(dice);
@@ -50,11 +50,11 @@ protected:
 
 class SimulatedMonths : public SimulatedTest {};
 
-TEST_P(SimulatedMonths, AreTheSameForTheProgramAndThePlainRules) {
+TEST_P(SimulatedMonths, AgreeWithThePlainRules) {
     simulate(3, false);
 }
 
-TEST_P(SimulatedMonths, AreTheSameInEverySecondOfADay) {
+TEST_P(SimulatedMonths, AgreeWithThePlainRulesEverySecondOfADay) {
     plan.length = 26 * hour;
     plan.actsPerDay = 40;
     simulate(1, true);
@@ -65,12 +65,12 @@ INSTANTIATE_TEST_SUITE_P(Policies, SimulatedMonths,
 
 class SimulatedYears : public SimulatedTest {};
 
-TEST_P(SimulatedYears, AreTheSameForTheProgramAndThePlainRules) {
+TEST_P(SimulatedYears, AgreeWithThePlainRules) {
     plan.length = 3652 * day;
     plan.entries = 500;
-    plan.mix.hourlyPerThousand = 5; // each of them runs 87,000 times
+    plan.mix.hourlyPerThousand = 5; // each one runs 87,000 times
     plan.mix.dailyPerThousand = 40;
-    plan.mix.pausedRingMinutes = 1440;
+    plan.mix.minCycleMinutes = 1440;
     plan.actsPerDay = 2;
     plan.daysPerRestart = 20;
     plan.daysPerSuspension = 20;

@@ -47,7 +47,7 @@ Item randomItem(Dice& dice, const Mix& mix, int serial, int position, int count)
         item.time = mix.from + dice.between(-10'000, static_cast<int>(mix.to - mix.from));
     else
         item.time = mix.from + dice.between(-100'000'000, 100'000'000);
-    if (dice.oneIn(3)) // several at the same moment
+    if (dice.oneIn(3)) // several at the same time
         item.time -= item.time % 3600;
     if (dice.oneIn(50))
         item.time = dice.oneOf({-1, -1'000'000, 0});
@@ -57,7 +57,7 @@ Item randomItem(Dice& dice, const Mix& mix, int serial, int position, int count)
     item.minutes = item.kind == 2 ? dice.oneOf({dice.upTo(59), dice.upTo(59), dice.upTo(59), 0, 60, 90})
                                   : dice.oneOf({0, 0, 1, 5, 10, 60, 1440});
     if (item.kind == 0 && item.after >= position)
-        item.minutes = dice.between(mix.pausedRingMinutes, 20 * mix.pausedRingMinutes);
+        item.minutes = dice.between(mix.minCycleMinutes, 20 * mix.minCycleMinutes);
     const bool never = dice.oneIn(30);
     for (unsigned char& runsThen : item.days)
         runsThen = !never && dice.oneIn(2);

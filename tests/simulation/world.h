@@ -1,4 +1,4 @@
-// What the program does not decide: chance, the entries that it makes, and the runs of the spiders.
+// The simulation's random numbers, random entries and spider runs.
 #pragma once
 
 #include "tests/support/plainrules.h"
@@ -14,7 +14,7 @@ namespace simulation {
 
 using plain::Second;
 
-/// Random numbers that are the same on every platform, which those of the standard's distributions are not.
+/// Random numbers that are the same on every platform, unlike the standard distributions.
 class Dice {
 public:
     explicit Dice(std::uint64_t seed) : engine_(seed) {}
@@ -35,24 +35,23 @@ private:
 struct Mix {
     int hourlyPerThousand = 30;
     int dailyPerThousand = 230;
-    int pausedRingMinutes = 30; ///< no ring of entries that follow one another goes round faster
-    Second from = 0;            ///< entries that run once do so in this time
+    int minCycleMinutes = 30; ///< shortest delay within a cycle of followers
+    Second from = 0;          ///< start of the period for entries that run once
     Second to = 0;
 };
 
-/// An entry for one of the positions 0 to count, named by its serial number.
+/// `position` is from 0 to `count`. The path contains the serial number.
 plain::Item randomItem(Dice& dice, const Mix& mix, int serial, int position, int count);
 
-/// The spiders of one side. How long a run takes and what it leaves depends on its project and on how often
-/// it ran before, so that two sides which start the same runs see the same ends.
+/// The spiders of one side. Each run depends only on its project and run count, as on the other side.
 class Spiders {
 public:
     explicit Spiders(std::uint64_t seed) : seed_(seed) {}
 
-    /// False when the system cannot start the run.
+    /// False when the run cannot be started.
     bool launch(const std::string& path, int number, Second now);
 
-    /// The number of the next run that has ended by now, its outcome being left; 0: none has.
+    /// Number of the next run that ended by now, or 0. Stores its outcome for take().
     int nextEnded(Second now);
 
     Second nextEnd() const { return ends_.empty() ? plain::never : ends_.begin()->first; }
@@ -70,7 +69,7 @@ private:
 
     std::uint64_t seed_;
     std::unordered_map<std::string, std::uint64_t> runsOf_;
-    std::multimap<Second, End> ends_; // equal keys stay in the order of their coming
+    std::multimap<Second, End> ends_; // equal keys keep their order of insertion
     std::map<int, plain::Outcome> left_;
 };
 

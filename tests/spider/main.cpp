@@ -1,5 +1,4 @@
-// The sample spider; README.md tells what it does. It shares no code with the program: a fault of the
-// program's own would cancel out here.
+// The sample spider (see README.md). Shares no code with the program: a shared bug would stay hidden.
 #include <windows.h>
 
 #include <cstdlib>
@@ -12,7 +11,7 @@ namespace {
 
 struct Project {
     DWORD milliseconds = 0;
-    std::string event; ///< the run lasts until it is signalled; empty: no event
+    std::string event; ///< name of the event that ends the run; may be empty
     std::string result;
     DWORD error = 0;
     bool resultIsNumber = false;
@@ -65,7 +64,7 @@ std::string logPath() {
 
 /// Appends a line with the local time. False when that fails.
 bool log(const std::string& text) {
-    // One spider at a time: under Wine, lines appended at the same moment overwrite each other.
+    // Under Wine, concurrent appends overwrite each other.
     const HANDLE turn = CreateMutexA(nullptr, FALSE, "Corvane sample spider's log");
     WaitForSingleObject(turn, INFINITE);
     std::ofstream file(logPath(), std::ios::app);

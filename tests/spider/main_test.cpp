@@ -79,7 +79,7 @@ TEST_F(Spider, EndsAsItsProjectSays) {
         EXPECT_THAT(log(), HasSubstr(" start run " + number + ": " + line_ + "\r\n"));
     }
     EXPECT_THAT(log(), HasSubstr(" end run 2: error 3\r\n"));
-    EXPECT_THAT(log(), testing::Not(HasSubstr("end run 3"))) << "a crash ends its log";
+    EXPECT_THAT(log(), testing::Not(HasSubstr("end run 3"))) << "a crashed run logs no end";
     run("/s11 /r /e " + project("result-as-number=1\nerror=7"));
     EXPECT_EQ(resultOf("11"), "none");
     EXPECT_EQ(numberOf("11", "Result"), 7U);
@@ -87,7 +87,7 @@ TEST_F(Spider, EndsAsItsProjectSays) {
     EXPECT_EQ(numberOf("12", "Error"), 2U);
 }
 
-TEST_F(Spider, SeveralRunAndLogUntilTheirEventIsSignalled) {
+TEST_F(Spider, SeveralInstancesRunAndLogUntilTheirEventIsSignalled) {
     const base::KernelHandle event(CreateEventA(nullptr, TRUE, FALSE, "spider test"));
     constexpr std::uint32_t runs = 8;
     const std::string endless = project("until=spider test\nerror=1");
@@ -106,13 +106,13 @@ TEST_F(Spider, SeveralRunAndLogUntilTheirEventIsSignalled) {
                 return true;
         return false;
     };
-    ASSERT_TRUE(waitFor(" start run 13: ")) << "no line overwrites another";
+    ASSERT_TRUE(waitFor(" start run 13: ")) << "lines were lost";
     EXPECT_EQ(logged("end run"), 0U);
     SetEvent(event.get());
     EXPECT_TRUE(waitFor(" end run 13: error 1\r\n"));
 }
 
-TEST_F(Spider, OpenedByHandItLogsAndEnds) {
+TEST_F(Spider, LogsAndEndsWhenOpenedByTheUser) {
     EXPECT_EQ(run("\"C:\\a b.kra\""), 0U);
     EXPECT_THAT(log(), HasSubstr(" open run -: " + line_ + "\r\n"));
     SetEnvironmentVariableA("SCHEDULER_SPIDER_LOG", "C:\\no such folder\\a.log");

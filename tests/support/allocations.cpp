@@ -3,7 +3,7 @@
 #include <cstdlib>
 #include <new>
 
-// Inlined, the pairs would look mismatched to the compiler.
+// If inlined, the compiler would warn about mismatched pairs.
 [[gnu::noinline]] void* operator new(std::size_t size) {
     ++test::allocationCount;
     test::allocatedBytes += size;
@@ -13,7 +13,7 @@
     return memory;
 }
 
-// The runtime's own would do the same, a sanitizer's would not.
+// Needed for sanitizers, whose own version does not call the operator above.
 [[gnu::noinline]] void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
     try {
         return operator new(size);

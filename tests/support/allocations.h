@@ -1,4 +1,4 @@
-// Counts the program's allocations, and refuses them on demand. For programs that link `counted_allocations`.
+// Counts and refuses allocations. For programs that link `counted_allocations`.
 #pragma once
 
 #include <atomic>
@@ -7,7 +7,7 @@
 namespace test {
 
 inline std::atomic<std::size_t> allocationCount = 0;
-inline std::atomic<std::size_t> allocatedBytes = 0; ///< in total, including what was freed since
+inline std::atomic<std::size_t> allocatedBytes = 0; ///< total, including freed memory
 inline std::atomic<std::size_t> deallocationCount = 0;
 inline constexpr std::size_t nothingRefused = static_cast<std::size_t>(-1);
 inline std::atomic<std::size_t> refusedSize = nothingRefused; ///< allocations of this size or more fail
@@ -16,7 +16,7 @@ inline std::size_t heldBlocks() {
     return allocationCount - deallocationCount;
 }
 
-/// While one lives, every allocation of at least so many bytes fails.
+/// Makes allocations of at least this many bytes fail during its lifetime.
 class RefusedAllocations {
 public:
     explicit RefusedAllocations(std::size_t bytes = 0) { refusedSize = bytes; }

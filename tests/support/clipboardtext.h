@@ -1,4 +1,3 @@
-// What is on the clipboard.
 #pragma once
 
 #include <windows.h>
@@ -7,7 +6,7 @@
 
 namespace test {
 
-/// Empty when the clipboard holds no text.
+/// Empty if the clipboard holds no text.
 inline std::wstring clipboardText() {
     std::wstring text;
     if (!OpenClipboard(nullptr))

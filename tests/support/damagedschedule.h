@@ -1,4 +1,4 @@
-// A schedule that holds something of everything, and what may become of its file. The same on every platform.
+// A varied schedule and random damage to its file. The same on every platform.
 #pragma once
 
 #include "tests/support/filledentry.h"
@@ -49,7 +49,7 @@ private:
         const auto to = from + static_cast<std::ptrdiff_t>(length);
         const std::vector<std::byte> block(from, to);
         switch (below(8)) {
-        case 0: // a bit
+        case 0: // flipped bit
             *from ^= static_cast<std::byte>(1u << below(8));
             break;
         case 1:
@@ -58,19 +58,19 @@ private:
         case 2: // magic or count
             putNumber(below(2) * 4);
             break;
-        case 3: // the end is missing
+        case 3: // truncated
             content_.erase(from, content_.end());
             break;
         case 4:
             content_.erase(from, to);
             break;
-        case 5: // twice the same
+        case 5: // duplicated block
             content_.insert(from, block.begin(), block.end());
             break;
-        case 6: // a block that was never written
+        case 6: // zeroed block
             std::fill(from, to, std::byte{0});
             break;
-        default: // something after it
+        default: // trailing bytes
             content_.insert(content_.end(), length, static_cast<std::byte>(below(256)));
         }
     }

@@ -1,4 +1,4 @@
-// A dialog template taken apart. Plain templates only, not the extended form.
+// Parses a dialog template. Does not support the extended form.
 #pragma once
 
 #include "tests/support/moduleresources.h"
@@ -13,13 +13,13 @@
 namespace test {
 
 struct TemplateItem {
-    int id = 0;       ///< -1 for what the program never asks for
-    std::string kind; ///< class name in small letters
-    std::string text; ///< "#" and the number for a resource
+    int id = 0;       ///< -1 if unused by the program
+    std::string kind; ///< class name in lower case
+    std::string text; ///< "#" and the id for a resource
     int x = 0, y = 0; ///< dialog units
     int width = 0;    ///< dialog units
     int height = 0;   ///< dialog units
-    DWORD style = 0;  ///< without WS_CHILD, which all have
+    DWORD style = 0;  ///< without WS_CHILD
 
     bool operator==(const TemplateItem&) const = default;
 };
@@ -80,7 +80,7 @@ inline DialogTemplate readDialogTemplate(int id) {
     dialog.style = reader.read<DWORD>();
     reader.read<DWORD>(); // extended style
     dialog.items.resize(reader.read<WORD>());
-    reader.take(2 * sizeof(WORD)); // place
+    reader.take(2 * sizeof(WORD)); // position
     dialog.width = reader.read<short>();
     dialog.height = reader.read<short>();
     detail::readNamed(reader); // menu

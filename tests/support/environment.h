@@ -1,5 +1,4 @@
-// What the caller says to a test through the environment. SCHEDULER_SEED has a test draw its cases from that
-// seed alone, SCHEDULER_SEEDS from so many instead of the usual number.
+// Settings from the environment: SCHEDULER_SEED is the only seed to use, SCHEDULER_SEEDS the number of seeds.
 #pragma once
 
 #include <cstdint>
@@ -10,7 +9,7 @@
 
 namespace test {
 
-/// Nothing when there is no text, or no number at its beginning.
+/// Empty if the text is null or does not start with a number.
 inline std::optional<unsigned long> numberIn(const char* text) {
     if (!text)
         return std::nullopt;
@@ -23,7 +22,7 @@ inline std::optional<unsigned long> environmentNumber(const char* variable) {
     return numberIn(std::getenv(variable));
 }
 
-/// The one that is asked for, which may be 0, or else those from 1 to the number.
+/// Only `alone` if set, otherwise 1 to `number`.
 inline std::vector<std::uint32_t> seedsFor(std::optional<unsigned long> alone, unsigned long number) {
     if (alone)
         return {static_cast<std::uint32_t>(*alone)};

@@ -18,8 +18,8 @@ public:
     void set(base::TimeValue now) { now_ = now; }
     void advance(base::TimeSpan span) { now_ = now_ + span; }
 
-    std::chrono::milliseconds uptimeStep{0}; ///< how much passes between two looks at the uptime
-    mutable int reads = 0;                   ///< of the time
+    std::chrono::milliseconds uptimeStep{0}; ///< added at each call of uptime()
+    mutable int reads = 0;                   ///< calls of now()
 
 private:
     base::TimeValue now_;

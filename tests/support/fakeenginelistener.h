@@ -1,4 +1,4 @@
-// Notes what a view would show of the engine.
+// Logs engine notifications.
 #pragma once
 
 #include "scheduler/run/engine.h"

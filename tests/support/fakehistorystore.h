@@ -1,4 +1,4 @@
-// Keeps the lines of a history in memory.
+// Keeps history lines in memory.
 #pragma once
 
 #include "scheduler/run/runhistory.h"

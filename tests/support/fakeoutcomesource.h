@@ -1,4 +1,4 @@
-// Outcomes that a test leaves instead of a spider.
+// Outcomes left by the test instead of a spider.
 #pragma once
 
 #include "scheduler/run/outcomesource.h"
@@ -17,7 +17,7 @@ public:
     explicit FakeOutcomeSource(EventLog& log) : log_(log) {}
 
     std::map<std::uint32_t, scheduler::RunOutcome> left;
-    std::exception_ptr failure; ///< thrown instead of reading an outcome, when there is one
+    std::exception_ptr failure; ///< if set, thrown by take()
 
     scheduler::RunOutcome take(std::uint32_t runNumber) override {
         log_.push_back("take outcome " + std::to_string(runNumber));

@@ -1,4 +1,4 @@
-// Starts no process: keeps what it was asked to start.
+// Records runs without starting a process.
 #pragma once
 
 #include "scheduler/run/runlauncher.h"
@@ -22,7 +22,7 @@ public:
 
     std::vector<Run> launched;
     bool threadsStart = true;
-    std::exception_ptr failure; ///< thrown instead of launching, when there is one
+    std::exception_ptr failure; ///< if set, thrown by launch()
 
     bool launch(const scheduler::ScheduledProject& entry) override {
         log_.push_back("launch " + entry.path + " as run " + std::to_string(entry.runNumber));

@@ -1,4 +1,4 @@
-// Notes what it is told of runs.
+// Logs run notifications.
 #pragma once
 
 #include "scheduler/run/runlistener.h"
@@ -11,7 +11,7 @@ namespace test {
 
 class FakeRunListener : public scheduler::RunListener {
 public:
-    EventLog* log = nullptr; ///< none: nothing is noted
+    EventLog* log = nullptr; ///< null for no log
 
     void onRunStarted(const scheduler::ScheduledProject& entry, bool manual) noexcept override {
         if (log)

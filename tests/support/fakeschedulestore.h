@@ -1,4 +1,4 @@
-// Keeps each saved schedule instead of writing it.
+// Keeps saved schedules in memory.
 #pragma once
 
 #include "scheduler/model/schedulelist.h"
@@ -13,7 +13,7 @@ class FakeScheduleStore : public scheduler::ScheduleStore {
 public:
     explicit FakeScheduleStore(EventLog* log = nullptr) : log_(log) {}
 
-    std::vector<std::vector<scheduler::ScheduledProject>> saved; ///< what each save was given
+    std::vector<std::vector<scheduler::ScheduledProject>> saved; ///< one schedule per save
 
     void save(const scheduler::ScheduleList& list) override {
         saved.emplace_back(list.begin(), list.end());

@@ -1,4 +1,4 @@
-// A file's bytes, read and written by other means than the program's own.
+// Reads and writes files independently of the program's code.
 #pragma once
 
 #include <fstream>

@@ -1,4 +1,4 @@
-// A disk without room: drive D:, which a test has to itself when it is listed with DISK.
+// A full disk: drive D:, which tests run with `--disk` have to themselves.
 #pragma once
 
 #include "lib/base/handles.h"
@@ -11,12 +11,12 @@
 
 namespace test {
 
-/// As long as it lives nothing more has room on drive D: than so many bytes, in whole pages of 4096.
+/// Leaves `room` bytes free on drive D: during its lifetime. A multiple of 4096.
 class FullDisk {
 public:
     explicit FullDisk(LONG room = 0) {
-        if (!isTheTests()) {
-            ADD_FAILURE() << "drive D is none made for this test: nothing is written to it";
+        if (!isTestDisk()) {
+            ADD_FAILURE() << "drive D: is not a small test disk; run this test with --disk";
             return;
         }
         filler_.reset(CreateFileA("D:\\filler", GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
@@ -33,9 +33,9 @@ public:
 
 private:
     static constexpr std::array<char, 65536> zeros{};
-    static constexpr ULONGLONG largest = 4 << 20; ///< in bytes; nobody's own disk is as small
+    static constexpr ULONGLONG largest = 4 << 20; ///< bytes; smaller than any real disk
 
-    static bool isTheTests() {
+    static bool isTestDisk() {
         ULARGE_INTEGER total{};
         return GetDiskFreeSpaceExA("D:\\", nullptr, &total, nullptr) && total.QuadPart <= largest;
     }

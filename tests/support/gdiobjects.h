@@ -6,7 +6,7 @@
 
 namespace test {
 
-/// Tries every index of the platform's table, as Wine's GetGuiResources says 0.
+/// Falls back to trying every table index, because Wine's GetGuiResources returns 0.
 inline unsigned gdiObjectCount() {
     if (const DWORD count = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS))
         return count;

@@ -1,6 +1,5 @@
-// Replaces a function of the platform for a whole test program, by a function or by an object that is told
-// the answers. Calls go through a pointer that the linker takes from an import library unless the program has
-// it:
+// Replaces a platform function in a whole test program, with a function or with an object that returns set
+// answers. Defines the import pointer, which the linker otherwise takes from an import library:
 //
 //     SCHEDULER_REPLACE_IMPORT(GetTickCount, "_GetTickCount@0", simulatedTickCount);
 //     SCHEDULER_STAND_IN("kernel32.dll", GetFileSize, "_GetFileSize@8");
@@ -31,7 +30,7 @@
 
 namespace test {
 
-/// The platform's own function, for a replacement to pass a call on.
+/// The original function, for replacements that forward calls.
 template<class Function>
 Function platformFunction(const char* library, const char* name) {
     return std::bit_cast<Function>(
@@ -45,7 +44,7 @@ public:
 
     std::atomic<int> calls = 0;
     void (*note)(Arguments...) = nullptr; ///< called first
-    /// In place of the platform's.
+    /// If set, returned instead of calling the platform, after `callsBeforeAnswer` calls.
     std::optional<std::conditional_t<std::is_void_v<Result>, bool, Result>> answer;
     int callsBeforeAnswer = 0;
 
@@ -67,7 +66,7 @@ private:
     std::atomic<Function> platform_ = nullptr;
 };
 
-/// Passes calls on to the platform, or answers in its place.
+/// Forwards calls to the platform or returns `answer`.
 template<class Function>
 class StandIn;
 

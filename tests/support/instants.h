@@ -1,4 +1,4 @@
-// Instants at which calendar code tends to err, in the zone of the test run.
+// Times that are difficult for calendar code, in the zone of the test run.
 #pragma once
 
 #include <cstdint>
@@ -12,8 +12,7 @@ inline std::tm localFields(std::int32_t seconds) {
     return *std::localtime(&t);
 }
 
-/// The last quarters of an hour before the zone's clock is put forward or back in the years 2024 to 2026.
-/// Asked of the runtime, because runtimes know different rules.
+/// The last quarter of an hour before each clock change from 2024 to 2026, by the rules of this runtime.
 inline std::vector<std::int32_t> clockChanges() {
     std::vector<std::int32_t> changes;
     constexpr std::int32_t quarter = 900;
@@ -29,10 +28,10 @@ inline std::vector<std::int32_t> clockChanges() {
     return changes;
 }
 
-/// Ends of days, months, leap Februaries, years and of the range, as UTC has them.
+/// Last UTC seconds of days, months, leap Februaries and years.
 inline std::vector<std::int32_t> calendarEnds() {
     return {
-        951'782'399,   // 2000-02-28 23:59:59, a leap year that is divisible by 100
+        951'782'399,   // 2000-02-28 23:59:59, a leap year divisible by 100
         951'868'799,   // 2000-02-29 23:59:59
         1'104'537'599, // 2004-12-31 23:59:59
         1'109'635'199, // 2005-02-28 23:59:59

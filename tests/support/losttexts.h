@@ -1,4 +1,4 @@
-// What the platform's text controls lose, so that it is not taken for the program's loss.
+// Frees memory that Wine's text controls leak, so that leak tests measure only the program.
 #pragma once
 
 #include <windows.h>
@@ -8,14 +8,13 @@
 
 namespace test {
 
-/// Wine's text controls of the newer kind keep their font in a block of memory, which only those that show an
-/// icon free. The block of a text; null when it is gone, or never was.
+/// Where Wine's newer text controls keep their font; null if absent. Only controls with an icon free it.
 inline void* blockOfText(HWND text) {
     void* const block = reinterpret_cast<void*>(static_cast<std::uintptr_t>(GetWindowLongA(text, 0)));
     return block && HeapValidate(GetProcessHeap(), 0, block) ? block : nullptr;
 }
 
-/// Whether a text's death leaves that block.
+/// Whether destroyed text controls leak this block.
 inline bool textsLoseTheirBlock() {
     const HWND text =
         CreateWindowExA(0, "Static", "", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr);
@@ -28,7 +27,7 @@ inline bool textsLoseTheirBlock() {
     return true;
 }
 
-/// Call for each message sent, when texts lose their block. True when it freed one.
+/// Call for each sent message if textsLoseTheirBlock(). True if it freed a block.
 inline bool freeBlockOfDyingText(const CWPSTRUCT& message) {
     if (message.message != WM_NCDESTROY)
         return false;

@@ -13,7 +13,7 @@ namespace {
 struct Zone {
     std::string_view name;
     int january; ///< minutes east of UTC
-    int july;    ///< the same as in January where the clock never changes
+    int july;    ///< equals `january` if the clock never changes
 };
 
 constexpr Zone zones[] = {
@@ -30,8 +30,7 @@ int minutesEastOfUtc(std::int32_t seconds) {
            utc.tm_min;
 }
 
-/// Fails the run unless the runtime uses the zone that SCHEDULER_ZONE names. A runtime that does not know a
-/// zone silently uses UTC.
+/// Fails unless the runtime uses the zone SCHEDULER_ZONE. Runtimes silently replace unknown zones by UTC.
 class ZoneOfTheRun : public testing::Environment {
     void SetUp() override {
         const char* const name = std::getenv("SCHEDULER_ZONE");

@@ -7,7 +7,7 @@
 
 namespace test {
 
-/// Bytes of one type of memory: MEM_PRIVATE for what was allocated, MEM_MAPPED for views of files.
+/// Bytes of one type: MEM_PRIVATE for allocated memory, MEM_MAPPED for mapped files.
 inline std::size_t committedBytes(DWORD type) {
     std::size_t total = 0;
     MEMORY_BASIC_INFORMATION region{};
@@ -17,7 +17,7 @@ inline std::size_t committedBytes(DWORD type) {
             total += region.RegionSize;
         const char* const next = static_cast<const char*>(region.BaseAddress) + region.RegionSize;
         if (reinterpret_cast<std::uintptr_t>(next) <= reinterpret_cast<std::uintptr_t>(at))
-            break; // around the end
+            break; // wrapped around the address space
         at = next;
     }
     return total;

@@ -1,4 +1,4 @@
-// The raw resources of the test program itself, and a reader for the packed structures that they hold.
+// The test program's raw resources and a reader for their packed structures.
 #pragma once
 
 #include <windows.h>
@@ -24,7 +24,7 @@ class PackedReader {
 public:
     explicit PackedReader(std::string_view bytes) : bytes_(bytes) {}
 
-    /// One value as it lies in the bytes. Reading past their end throws, which fails the test.
+    /// Throws past the end, which fails the test.
     template<class Value>
     Value read() {
         const std::string_view source = take(sizeof(Value));
@@ -33,7 +33,7 @@ public:
         return value;
     }
 
-    /// Text up to and without its terminating zero. All texts here are plain ASCII.
+    /// Reads a zero-terminated text. ASCII only.
     std::string readWideText() {
         std::string text;
         while (const auto character = read<WORD>())
@@ -45,7 +45,7 @@ public:
 
     std::string_view take(std::size_t size) {
         if (size > bytes_.size() || at_ > bytes_.size() - size)
-            throw std::out_of_range("the resource is shorter than what it says it holds");
+            throw std::out_of_range("the resource is shorter than its structure");
         const std::string_view taken = bytes_.substr(at_, size);
         at_ += size;
         return taken;

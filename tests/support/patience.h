@@ -2,7 +2,7 @@
 
 namespace test {
 
-/// Milliseconds; generous, because the machine may be busy.
+/// Timeout in milliseconds. Generous, because the machine may be busy.
 inline constexpr unsigned patience = 120'000;
 
 } // namespace test

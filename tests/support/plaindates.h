@@ -1,4 +1,4 @@
-// The three layouts of a date told as plainly as they can be, with the runtime's own calendar.
+// The three date layouts, implemented as simply as possible with the runtime's calendar.
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,4 @@
-// The program's entries as plain items, and back.
+// Converts between the program's entries and plain items.
 #pragma once
 
 #include "scheduler/model/scheduledproject.h"
@@ -35,7 +35,7 @@ inline Item itemOf(const scheduler::ScheduledProject& entry) {
     return item;
 }
 
-/// What a user sets in an entry; nothing of a run.
+/// Copies the fields that users set, not the run state.
 inline scheduler::ScheduledProject entryOf(const Item& item) {
     scheduler::ScheduledProject entry;
     entry.path = item.path;

@@ -1,4 +1,4 @@
-// An entry and its next run, told plainly: the calendar is the C runtime's, nothing is the program's.
+// A simple reference entry and its next run. Uses the C runtime's calendar and no code of the program.
 #pragma once
 
 #include <algorithm>
@@ -15,12 +15,12 @@ using Second = std::int64_t;
 constexpr Second never = 2147483647;
 constexpr Second secondsOfDay = 24 * 3600;
 
-/// What is left of a number in the 32 bits that the schedule has for a second.
+/// Wraps to the 32 bits that the schedule stores.
 constexpr Second wrapped(Second second) {
     return static_cast<std::int32_t>(static_cast<std::uint32_t>(second));
 }
 
-/// Local time. A negative second is none: its year, month and all else are 0.
+/// Local time. For a negative second, the calendar year, the month and all other values are 0.
 inline std::tm fieldsOf(Second second) {
     std::tm none{};
     none.tm_year = -1900;
@@ -29,7 +29,7 @@ inline std::tm fieldsOf(Second second) {
     return second < 0 ? none : *std::localtime(&time);
 }
 
-/// Year and month count as in std::tm. 0 for what 32 bits cannot hold.
+/// Year and month as in std::tm. 0 if the result exceeds 32 bits.
 inline Second secondOf(int year, int month, int day, int hour) {
     std::tm fields{};
     fields.tm_year = year;
@@ -88,7 +88,7 @@ struct Item {
     }
 };
 
-/// The clock may differ from the moment at which the schedule is looked at.
+/// `now` is the time of evaluation. `clock` may differ from it.
 inline Second nextRunOf(const Item& item, Second now, Second clock, bool atLogOn) {
     const std::tm today = fieldsOf(clock);
     switch (item.kind) {

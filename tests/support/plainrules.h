@@ -1,4 +1,4 @@
-// The rules of a schedule, told plainly and without anything of the program's own.
+// A simple reference implementation of the schedule's rules. Uses no code of the program.
 #pragma once
 
 #include "tests/support/plainitem.h"
@@ -16,25 +16,25 @@ struct Outcome {
     unsigned error = 0;
 };
 
-/// What happens outside: the answers are the world's, the questions come in the order of events.
+/// Callbacks to the environment, called in the order of events.
 struct World {
-    std::function<bool(const Item& item, Second now)> start; ///< false: no thread for it
+    std::function<bool(const Item& item, Second now)> start; ///< false if no thread could be started
     std::function<Outcome(int number)> outcome;
-    std::function<void(const Item& item)> message; ///< the user is told of a system error
+    std::function<void(const Item& item)> message; ///< reports a system error
     std::function<void()> redraw;
-    std::function<void(bool suspended)> show; ///< that the program is suspended or resumed
+    std::function<void(bool suspended)> show; ///< shows a suspension or resumption
     std::function<void()> save;
 };
 
-/// Removes one entry; what followed it follows what it followed.
+/// Removes one entry. Its followers then follow its predecessor.
 inline void removeOne(std::vector<Item>& items, int gone) {
     const int countBefore = static_cast<int>(items.size());
-    int heir = items[static_cast<unsigned>(gone)].after;
-    if (gone <= heir && heir != 0)
-        --heir;
+    int predecessor = items[static_cast<unsigned>(gone)].after;
+    if (gone <= predecessor && predecessor != 0)
+        --predecessor;
     for (Item& item : items) {
         if (item.after == gone)
-            item.after = heir;
+            item.after = predecessor;
         else if (item.after > gone)
             item.after = item.after - 1 < countBefore ? item.after - 1 : countBefore;
     }
@@ -60,7 +60,7 @@ public:
     std::vector<Item> items;
     bool suspended = false;
     bool sideBySide = false;
-    unsigned patience = 20; // minutes
+    unsigned waitMinutes = 20;
     bool atLogOn = false;
 
     Second nextRunOf(const Item& item, Second now) const { return plain::nextRunOf(item, now, now, atLogOn); }
@@ -82,12 +82,12 @@ public:
 
     void second(Second now) {
         if (!suspended)
-            lookAtAll(now, false);
+            checkAll(now, false);
     }
 
-    void dryRun(Second now) { lookAtAll(now, true); }
+    void dryRun(Second now) { checkAll(now, true); }
 
-    void byHand(int i, Second now) {
+    void runManually(int i, Second now) {
         begin(at(i), now);
         if (world.start(at(i), now)) {
             world.redraw();
@@ -164,7 +164,7 @@ public:
             world.redraw();
     }
 
-    /// Takes over what the editor shows; what a run has left in the entry stays.
+    /// Copies the fields shown by the editor and keeps the run state.
     void edit(int i, const Item& shown, Second now) {
         Item& item = at(i);
         item.kind = shown.kind;
@@ -209,7 +209,7 @@ private:
         return number;
     }
 
-    void lookAtAll(Second now, bool dry) {
+    void checkAll(Second now, bool dry) {
         bool changed = false;
         for (int i = 0; i < count(); ++i) {
             const Item& item = at(i);
@@ -239,10 +239,10 @@ private:
             item.waitsSince = now;
             return;
         }
-        // A clock set back to a minute or more before the wait ends it, unless the patience is endless.
+        // A clock set back to a minute or more before the wait ends it, unless waits are endless.
         const bool setBack = item.waitsSince - now >= 60;
-        const bool endless = patience > 0xF0000000;
-        if (setBack ? !endless : now >= item.waitsSince + (Second{patience} + 1) * 60) {
+        const bool endless = waitMinutes > 0xF0000000;
+        if (setBack ? !endless : now >= item.waitsSince + (Second{waitMinutes} + 1) * 60) {
             begin(item, now);
             end(i, now, {"Could not run on schedule; another project was already running.", 0}, now);
             world.save();

@@ -1,4 +1,4 @@
-// The schedule file's format told as plainly as it can be, to compare the program's reading with.
+// A simple reference reader for schedule files.
 #pragma once
 
 #include "tests/support/plainitem.h"
@@ -11,7 +11,7 @@
 
 namespace plain {
 
-/// What a load makes of the schedule that was there before.
+/// Effect of a load on the current schedule.
 enum class Load { Untouched, Emptied, Replaced };
 
 class File {
@@ -37,7 +37,7 @@ public:
         return Load::Replaced;
     }
 
-    std::vector<Item> items; ///< none unless the file is whole
+    std::vector<Item> items; ///< empty unless the file is complete
 
 private:
     Item readItem() {

@@ -1,4 +1,4 @@
-// A registry key of a test's own, looked at by other means than the program's.
+// A registry key for one test, accessed independently of the program's code.
 #pragma once
 
 #include "lib/base/handles.h"
@@ -13,10 +13,10 @@
 
 namespace test {
 
-/// Gone with the last test that uses it.
+/// Deleted with its last subkey.
 inline constexpr char testsKey[] = "Software\\Brindlewood\\tests";
 
-/// A key below the current user's that no other test has; deleted with this object.
+/// A unique key below HKEY_CURRENT_USER. The destructor deletes it.
 class OwnKey {
 public:
     OwnKey()
@@ -36,7 +36,7 @@ private:
     std::string path_;
 };
 
-/// Stores bytes as they are: the platform's functions for texts may add a zero.
+/// Stores bytes unchanged. The platform's text functions may add a zero.
 inline void storeValue(HKEY root, const std::string& subkey, const char* name, DWORD type,
                        const std::string& bytes) {
     base::RegistryKey key;

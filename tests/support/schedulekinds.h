@@ -1,4 +1,4 @@
-// The kinds of schedules, and what the Schedule page shows of each.
+// Schedule kinds and their controls on the Schedule page.
 #pragma once
 
 #include "resources/ids.h"
@@ -22,11 +22,11 @@ inline constexpr auto unknownKind = static_cast<scheduler::ScheduleKind>(schedul
 
 struct KindControls {
     int button = 0;
-    std::vector<int> fields; ///< in the order of the Tab key
+    std::vector<int> fields; ///< in tab order
     std::vector<int> texts;
 };
 
-/// What the page shows of a kind. No other kind shows it, except for the list of projects.
+/// Controls for one kind only, except for the list of projects.
 constexpr KindControls controlsOf(scheduler::ScheduleKind kind) {
     switch (kind) {
     case scheduler::ScheduleKind::AfterProject:

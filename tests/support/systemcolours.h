@@ -8,10 +8,10 @@
 
 namespace test {
 
-/// Sets system colours while it lives. They belong to the whole session, so they are put back.
+/// Sets system colours during its lifetime, for the whole session.
 class SystemColours {
 public:
-    /// Each a COLOR_... and its colour.
+    /// Pairs of a COLOR_ constant and its colour.
     explicit SystemColours(std::initializer_list<std::pair<int, COLORREF>> colours) {
         std::vector<COLORREF> now;
         for (const auto& [element, colour] : colours) {

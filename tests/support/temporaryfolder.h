@@ -8,7 +8,7 @@
 
 namespace test {
 
-/// An empty folder that exists as long as this object does.
+/// An empty folder. The destructor deletes it.
 class TemporaryFolder {
 public:
     TemporaryFolder() {
@@ -26,7 +26,7 @@ public:
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
-    /// With a backslash at its end.
+    /// With a trailing backslash.
     const std::string& path() const { return path_; }
     std::string file(const std::string& name) const { return path_ + name; }
 

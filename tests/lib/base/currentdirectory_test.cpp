@@ -16,8 +16,8 @@ std::wstring current() {
     return directory;
 }
 
-// The second name has characters that the code page lacks.
-TEST(CurrentDirectory, IsKeptThroughChangesAndExceptions) {
+// The second name has characters outside the code page.
+TEST(CurrentDirectory, IsRestoredEvenAfterAnException) {
     const test::TemporaryFolder folder;
     const std::wstring before = current();
     ASSERT_TRUE(SetCurrentDirectoryA(folder.path().c_str()));

@@ -34,7 +34,7 @@ TEST(DateLayouts, InternetDateInGmtIsTheSameInstantInEveryZone) {
                                   {"Mon, 18 Jan 2038 00:00:00 GMT", 2'147'385'600}});
 }
 
-TEST(DateLayouts, InternetDateNotEndingInGmtIsLocalStandardTimeEvenInSummer) {
+TEST(DateLayouts, InternetDateWithoutGmtIsLocalStandardTimeEvenInSummer) {
     EXPECT_EQ(parseInternetDate("Sun, 23 Jan 2005 19:54:28").seconds(),
               localSeconds(2005, 1, 23, 19, 54, 28, 0));
     for (const char* end : {"", " EST", " +0200 (CEST)", " (GMT)"})
@@ -52,7 +52,7 @@ TEST(DateLayouts, InternetDateNeedsADayFrom1To31AndAMonthName) {
         EXPECT_EQ(parseInternetDate(text), TimeValue()) << text;
 }
 
-TEST(DateLayouts, AsctimeDateIsLocalTimeAndItsDayHasNoLimit) {
+TEST(DateLayouts, AsctimeDateIsLocalTimeAndAcceptsAnyDayNumber) {
     const std::int32_t july = localSeconds(2005, 7, 23, 19, 54, 28);
     expectAll(parseAsctimeDate, {{"Sun Nov 6 08:49:37 1994", localSeconds(1994, 11, 6, 8, 49, 37)},
                                  {"\tSat JULY 23 19:54:28 05\r\n", july},
@@ -61,13 +61,13 @@ TEST(DateLayouts, AsctimeDateIsLocalTimeAndItsDayHasNoLimit) {
                                  {"Sun Nov -1 08:49:37 1994", localSeconds(1994, 10, 30, 8, 49, 37)}});
 }
 
-TEST(DateLayouts, AsctimeDateNeedsADayAfterASingleBlankAndAMonthName) {
+TEST(DateLayouts, AsctimeDateNeedsAMonthNameAndADayAfterOneBlank) {
     for (const char* text : {"Sun Nov  6 08:49:37 1994", "Sun Nov 0 08:49:37 1994", "Sun Nov x 08:49:37 1994",
                              "Sun 11 6 08:49:37 1994", "Sun,Nov,6,08:49:37,1994", "Sun Nov", "Sun", ""})
         EXPECT_EQ(parseAsctimeDate(text), TimeValue()) << text;
 }
 
-TEST(DateLayouts, HeaderYearsBelow100AreWidened) {
+TEST(DateLayouts, YearsBelow70Are20xxAndBelow100Are19xx) {
     const struct {
         const char* text;
         int year;
@@ -82,7 +82,7 @@ TEST(DateLayouts, HeaderYearsBelow100AreWidened) {
     }
 }
 
-TEST(DateLayouts, FreeDateHasTheMonthFirstUnlessItCannotBeOne) {
+TEST(DateLayouts, FreeDateSwapsDayAndMonthIfTheFirstNumberIsNoMonth) {
     expectAll(parseFreeDate, {{"13/1/2005", localSeconds(2005, 1, 13)},
                               {"1/13/2005", localSeconds(2005, 1, 13)},
                               {"12/11/2005", localSeconds(2005, 12, 11)},
@@ -94,9 +94,9 @@ TEST(DateLayouts, FreeDateHasTheMonthFirstUnlessItCannotBeOne) {
                               {"3", localSeconds(2000, 2, 29)}});
 }
 
-TEST(DateLayouts, FreeDateTakesOnlyThreeLettersOfAMonthAfterItsDay) {
+TEST(DateLayouts, FreeDateNeedsAThreeLetterMonthAfterTheDay) {
     const std::int32_t july = localSeconds(2005, 7, 23);
-    // In the last rows the month is the number, and the word's day is 0.
+    // In the last rows, the number is the month and the word counts as day 0.
     expectAll(parseFreeDate, {{"july 23 2005", july},
                               {"Jul  3 2005 19:54:31", localSeconds(2005, 7, 3, 19, 54, 31)},
                               {"23-JUL-05", july},
@@ -117,7 +117,7 @@ TEST(DateLayouts, FreeDateReadsAnUnknownWordAsMonth13AndSwapsIt) {
                               {"0/5/2005", localSeconds(2005, 5, 13)}});
 }
 
-TEST(DateLayouts, FreeDateFollowsTheHalfOfTheDay) {
+TEST(DateLayouts, FreeDateAppliesAmAndPm) {
     const struct {
         const char* clock;
         int hour, minute;
@@ -130,14 +130,14 @@ TEST(DateLayouts, FreeDateFollowsTheHalfOfTheDay) {
             << clock;
 }
 
-TEST(DateLayouts, FreeDateHasAYearFrom1970To2038) {
+TEST(DateLayouts, FreeDateNeedsAYearFrom1970To2038) {
     expectAll(parseFreeDate, {{"6/15/05", localSeconds(2005, 6, 15)},
                               {"6/15/70", localSeconds(1970, 6, 15)},
                               {"6/15/", localSeconds(2000, 6, 15)},
                               {"6/15/69", 0},
                               {"1/5/38 12:00", localSeconds(2038, 1, 5, 12)},
                               {"1/1/100", 0},
-                              {"2/1/2038", 0}, // beyond 32 bits
+                              {"2/1/2038", 0}, // exceeds 32 bits
                               {"1/1/2039", 0},
                               {"1/1/99999999999999999999", 0},
                               {" \r\n\t\f", 0}});
@@ -181,7 +181,7 @@ private:
     std::mt19937 random_;
 };
 
-TEST(DateLayouts, AreThosePlainlyTold) {
+TEST(DateLayouts, AgreeWithThePlainRules) {
     Writer writer(20260105);
     int dates = 0;
     for (int i = 0; i < 5000; ++i) {

@@ -15,11 +15,11 @@ namespace {
 
 using test::localSeconds;
 
-TEST(DateParsing, DateIsThatOfTheFirstLayoutThatFits) {
+TEST(DateParsing, FirstMatchingLayoutDecides) {
     const std::int32_t july = localSeconds(2005, 7, 23);
     const std::int32_t evening = localSeconds(2005, 7, 23, 19, 54, 28);
     const std::int32_t november = 784'111'777;
-    // asctime's layout takes the year of "23 jul 2005" for a day of July 2000.
+    // The asctime layout reads 2005 in "23 jul 2005" as a day of July 2000.
     const std::int32_t day2005 = localSeconds(2000, 7, 2005);
     const struct {
         const char* text;
@@ -41,7 +41,7 @@ TEST(DateParsing, DateIsThatOfTheFirstLayoutThatFits) {
     }
 }
 
-/// Whether the same clock time comes twice, half an hour or an hour apart.
+/// Whether this clock time occurs twice, half an hour or an hour apart.
 bool isRepeated(TimeValue t) {
     const LocalTime fields = t.local();
     for (const TimeSpan apart : {TimeSpan::fromMinutes(30), TimeSpan::fromMinutes(60)})
@@ -67,23 +67,23 @@ constexpr std::int32_t step = 1;
 constexpr std::int32_t step = 7; // the sanitizers are slow
 #endif
 
-TEST(DateParsing, EveryMinuteAndDayIsReadBack) {
+TEST(DateParsing, FormattedDatesParseToTheSameTime) {
     for (int minute = 0; minute < 1440; minute += step)
         ASSERT_NO_FATAL_FAILURE(expectReadBack(localSeconds(2005, 7, 23, 0, minute, 17)));
-    // From 3 January 1970 to the end of 2037, at another minute each day.
+    // From 3 January 1970 to the end of 2037, at a different minute each day.
     for (std::int32_t day = 0; day < 24'835; day += step)
         ASSERT_NO_FATAL_FAILURE(expectReadBack((day + 2) * 86400 + day * 61 % 1440 * 60 + day % 60));
     for (std::int32_t t = std::numeric_limits<std::int32_t>::max(); t > 2'147'480'000; t -= 60)
         ASSERT_NO_FATAL_FAILURE(expectReadBack(t));
 }
 
-TEST(DateParsing, NightsInWhichTheClockChangesAreReadBack) {
+TEST(DateParsing, FormattedDatesNearClockChangesParseToTheSameTime) {
     for (const std::int32_t change : test::clockChanges())
         for (std::int32_t t = change - 3 * 3600; t < change + 3 * 3600; t += 59 * step)
             ASSERT_NO_FATAL_FAILURE(expectReadBack(t));
 }
 
-TEST(DateParsing, VeryLongTextsAreRead) {
+TEST(DateParsing, AcceptsVeryLongTexts) {
     const std::string blanks(10'000, ' ');
     const std::int32_t july = localSeconds(2005, 7, 23);
     EXPECT_EQ(parseDateTime(blanks + "7/23/2005" + blanks).seconds(), july);
@@ -92,7 +92,7 @@ TEST(DateParsing, VeryLongTextsAreRead) {
     EXPECT_EQ(parseTimeOfDay(blanks + "9" + blanks + "pm").seconds(), 75'600);
 }
 
-TEST(DateParsing, ZeroCharacterEndsItsNumberOnly) {
+TEST(DateParsing, ZeroCharacterEndsOnlyItsNumber) {
     using namespace std::string_literals;
     EXPECT_EQ(parseFreeDate("7\0"
                             "5/23/2005"s)
@@ -101,7 +101,7 @@ TEST(DateParsing, ZeroCharacterEndsItsNumberOnly) {
     EXPECT_EQ(parseDateTime("\0\0"s), TimeValue());
 }
 
-TEST(DateParsing, BuildTimeIsTheLatestOfTheRegisteredSources) {
+TEST(DateParsing, BuildTimeIsTheNewestRegisteredSourceTime) {
     const TimeValue release = buildTime();
     EXPECT_EQ(formatPattern(release, "%b %d %Y %H:%M:%S"), RELEASE_DATE) << "the library's own sources";
     EXPECT_TRUE(registerSourceFile("older.cpp", "Jul 23 2005 19:54:31"));

@@ -25,7 +25,7 @@ TEST(Dates, SpanOfDaysIsClamped) {
                 {-1, 0},
                 {1, 86400},
                 {24'855, 2'147'472'000},
-                // 25,000 days and more are 2,160,000,000 seconds, which wrap around.
+                // Clamped to 25,000 days, 2,160,000,000 seconds, which wrap around.
                 {25'000, -2'134'967'296},
                 {largest, -2'134'967'296}};
     for (const auto& [days, seconds] : rows)
@@ -48,7 +48,7 @@ TEST(Dates, SpanOfNegativeSecondsKeepsWholeDaysOnly) {
     }
 }
 
-// Evaluated by the compiler, which accepts no overflow on the way.
+// constexpr evaluation rejects any overflow.
 static_assert(TimeSpan::fromSeconds(largest).seconds() == largest);
 static_assert(TimeSpan::fromSeconds(smallest).seconds() == -2'147'472'000);
 
@@ -65,7 +65,7 @@ TEST(Dates, SpansAddAndCompare) {
     EXPECT_LT(TimeSpan::fromMinutes(1), TimeSpan::fromMinutes(2));
 }
 
-TEST(Dates, ValuesAre32BitsAndOrdered) {
+TEST(Dates, ValuesHave32BitsAndAreOrdered) {
     EXPECT_EQ(sizeof(TimeValue), 4U);
     EXPECT_EQ(sizeof(TimeSpan), 4U);
     EXPECT_EQ(TimeValue().seconds(), 0);
@@ -76,7 +76,7 @@ TEST(Dates, ValuesAre32BitsAndOrdered) {
     EXPECT_EQ(TimeValue(5), TimeValue(5));
 }
 
-TEST(Dates, SumsAndDifferencesArePlainSecondsAndWrapAround) {
+TEST(Dates, SumsAndDifferencesWrapAround) {
     EXPECT_EQ((TimeValue(1000) + TimeSpan::fromSeconds(60)).seconds(), 1060);
     EXPECT_EQ((TimeValue(1000) - TimeSpan::fromSeconds(60)).seconds(), 940);
     EXPECT_EQ((TimeValue(10) - TimeSpan::fromSeconds(60)).seconds(), -50);
@@ -87,7 +87,7 @@ TEST(Dates, SumsAndDifferencesArePlainSecondsAndWrapAround) {
     EXPECT_EQ(secondsBetween(TimeValue(smallest), TimeValue(1)), largest);
 }
 
-TEST(Dates, SystemClockIsTheRuntimesAndItsUptimeTheSteadyClocks) {
+TEST(Dates, SystemClockUsesTheRuntimeTimeAndTheSteadyClock) {
     using namespace std::chrono;
     const auto steadyNow = [] { return floor<milliseconds>(steady_clock::now().time_since_epoch()); };
     const milliseconds uptimeBefore = steadyNow();
@@ -110,7 +110,7 @@ void expectFields(TimeValue value, const LocalTime& expected) {
     ASSERT_EQ(single, expected) << value.seconds();
 }
 
-TEST(Dates, FieldsAreTheRuntimesLocalTimeOr0ForANegativeValue) {
+TEST(Dates, FieldsMatchTheRuntimesLocalTimeAndAre0ForNegativeValues) {
     for (const std::int32_t t : test::instants()) {
         const std::tm fields = test::localFields(t);
         ASSERT_NO_FATAL_FAILURE(
@@ -127,19 +127,19 @@ std::int32_t fromLocalFields(const std::tm& fields, int isDst = -1) {
         .seconds();
 }
 
-TEST(Dates, LocalFieldsGiveAnInstantOfTheSameFields) {
+TEST(Dates, LocalFieldsRoundTrip) {
     for (const std::int32_t t : test::instants()) {
         const std::tm fields = test::localFields(t);
         if (fields.tm_year < 70)
-            continue; // the runtime may refuse a local date before 1970, where it is west of Greenwich
-        // Of a repeated hour the runtime chooses either; the fields are the same.
+            continue; // the runtime may reject local dates before 1970, west of Greenwich
+        // Compare fields: in a repeated hour, the runtime may choose either instant.
         ASSERT_EQ(TimeValue(fromLocalFields(fields)).local(), TimeValue(t).local()) << t;
     }
     for (const std::int32_t t : {largest - 1, largest})
         EXPECT_EQ(fromLocalFields(test::localFields(t)), t);
 }
 
-TEST(Dates, RuntimeChoosesInSkippedAndRepeatedHours) {
+TEST(Dates, SkippedAndRepeatedHoursMatchTheRuntime) {
     for (const std::int32_t change : test::clockChanges()) {
         const std::tm at = test::localFields(change);
         for (int minute = -180; minute <= 180; minute += 7)
@@ -170,7 +170,7 @@ TEST(Dates, LocalFieldsOutOfRangeRollOver) {
             << year << '-' << month << '-' << day << ' ' << hour << ':' << minute << ':' << second;
 }
 
-TEST(Dates, LocalTimeOutsideTheRangeIsNoTime) {
+TEST(Dates, LocalTimesOutsideTheRangeAreEmpty) {
     std::tm fields = test::localFields(largest);
     ++fields.tm_sec;
     EXPECT_EQ(fromLocalFields(fields), 0);
@@ -182,7 +182,7 @@ TEST(Dates, LocalTimeOutsideTheRangeIsNoTime) {
     EXPECT_EQ(TimeValue::fromLocal(largest, largest, 1, 0, 0, 0, -1), TimeValue());
     for (const int year : {1902, 1938, 1969})
         EXPECT_LE(TimeValue::fromLocal(year, 6, 1, 0, 0, 0, -1), TimeValue()) << year;
-    // The runtime cannot tell the second before the epoch from a failure.
+    // mktime returns -1 for the second before the epoch and for failure.
     const std::int32_t west = localSeconds(1970, 1, 3, 0, 0, 0, 0) - 2 * secondsPerDay;
     EXPECT_EQ(TimeValue::fromLocal(1970, 1, 1, 0, 0, -1 - west, 0), TimeValue());
 }

@@ -16,7 +16,7 @@ inline std::span<const std::byte> bytesOf(std::string_view text) {
     return std::as_bytes(std::span(text.data(), text.size()));
 }
 
-/// Opens the file, writes the content and closes it again. False when any of them failed.
+/// False when opening, writing or closing fails.
 inline bool writeWhole(const std::string& path, std::string_view content) {
     base::WrittenFile file(path);
     const bool written = file.write(bytesOf(content));
@@ -28,7 +28,7 @@ inline base::FileHandle openFile(const std::string& path, DWORD access, DWORD sh
         CreateFileA(path.c_str(), access, sharing, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
 }
 
-/// Whether no one has the file open: deletes it.
+/// Whether no handle to the file is open. Deletes the file to find out.
 inline bool isFree(const std::string& path) {
     return DeleteFileA(path.c_str());
 }

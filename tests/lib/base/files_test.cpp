@@ -20,11 +20,11 @@
 
 namespace {
 
-std::string simulatedWindows; ///< its directory
-std::vector<UINT> askedSizes;
+std::string simulatedWindows; ///< the Windows directory
+std::vector<UINT> requestedSizes;
 
-UINT WINAPI tellWindows(LPSTR buffer, UINT size) {
-    askedSizes.push_back(size);
+UINT WINAPI simulatedWindowsDirectory(LPSTR buffer, UINT size) {
+    requestedSizes.push_back(size);
     if (size <= simulatedWindows.size())
         return static_cast<UINT>(simulatedWindows.size() + 1);
     buffer[simulatedWindows.copy(buffer, size)] = '\0';
@@ -38,7 +38,7 @@ SCHEDULER_STAND_IN("kernel32.dll", CreateFileMappingA, "_CreateFileMappingA@24")
 SCHEDULER_STAND_IN("kernel32.dll", MapViewOfFile, "_MapViewOfFile@20");
 SCHEDULER_STAND_IN("kernel32.dll", GetFileSize, "_GetFileSize@8");
 SCHEDULER_STAND_IN("shell32.dll", SHGetFolderPathA, "_SHGetFolderPathA@20");
-SCHEDULER_REPLACE_IMPORT(GetWindowsDirectoryA, "_GetWindowsDirectoryA@8", tellWindows);
+SCHEDULER_REPLACE_IMPORT(GetWindowsDirectoryA, "_GetWindowsDirectoryA@8", simulatedWindowsDirectory);
 
 namespace base {
 namespace {
@@ -69,7 +69,7 @@ protected:
     const std::string path_ = folder_.file("file");
 };
 
-TEST_F(Files, AnyFileMatchesANameOrAPattern) {
+TEST_F(Files, FindsAFileByNameOrPattern) {
     make("news.krb");
     const auto search = [this] {
         for (const char* pattern : {"news.krb", "*.krb", "news.kr?", "n?ws.*", "NEWS.KRB"})
@@ -78,13 +78,13 @@ TEST_F(Files, AnyFileMatchesANameOrAPattern) {
             EXPECT_FALSE(anyFileMatches(folder_.file(pattern))) << pattern;
         EXPECT_FALSE(anyFileMatches(""));
     };
-    search(); // the platform keeps a handle from the first time
+    search(); // the first call leaves a handle open
     const unsigned before = handleCount();
     search();
     EXPECT_EQ(handleCount(), before);
 }
 
-TEST_F(Files, FileOrFolderExistsButNoPattern) {
+TEST_F(Files, FileExistsAcceptsFilesAndFoldersButNoPatterns) {
     EXPECT_TRUE(fileExists(make("news.krb")));
     EXPECT_TRUE(fileExists(folder_.path()));
     for (const char* name : {"news.kra", "missing\\news.krb", "*.krb"})
@@ -92,26 +92,26 @@ TEST_F(Files, FileOrFolderExistsButNoPattern) {
     EXPECT_FALSE(fileExists(""));
 }
 
-TEST_F(Files, WindowsDirectoryIsAskedForAgainWhen256CharactersAreTooFew) {
+TEST_F(Files, WindowsDirectoryRetriesWhen256CharactersAreTooFew) {
     for (const std::size_t length : {8U, 254U, 255U, 256U, 257U, 1000U}) {
         simulatedWindows = "C:\\" + std::string(length - 3, 'w');
-        askedSizes.clear();
+        requestedSizes.clear();
         EXPECT_EQ(windowsDirectory(), simulatedWindows + "\\") << length;
         if (length < 256)
-            EXPECT_THAT(askedSizes, ElementsAre(256U));
+            EXPECT_THAT(requestedSizes, ElementsAre(256U));
         else
-            EXPECT_THAT(askedSizes, ElementsAre(256U, length + 2)) << "the size it said, plus one";
+            EXPECT_THAT(requestedSizes, ElementsAre(256U, length + 2)) << "the reported size plus one";
     }
     simulatedWindows = "C:\\";
-    EXPECT_EQ(windowsDirectory(), "C:\\") << "it has its backslash";
+    EXPECT_EQ(windowsDirectory(), "C:\\") << "no second backslash";
 }
 
-TEST_F(Files, LocalDataDirectoryIsThatOfTheUser) {
+TEST_F(Files, LocalDataDirectoryBelongsToTheUser) {
     EXPECT_EQ(localDataDirectory(), std::getenv("LOCALAPPDATA") + "\\"s);
     EXPECT_TRUE(fileExists(localDataDirectory()));
 }
 
-TEST_F(Files, LocalDataDirectoryIsEmptyWhenThePlatformDoesNotTell) {
+TEST_F(Files, LocalDataDirectoryIsEmptyWhenThePlatformFails) {
     platform::SHGetFolderPathA.answer = E_FAIL;
     EXPECT_EQ(localDataDirectory(), "");
     platform::SHGetFolderPathA.answer.reset();
@@ -134,7 +134,7 @@ TEST_F(Files, MappedFileShowsTheWholeFileReadOnly) {
     }
 }
 
-TEST_F(Files, MappedFileStaysEmptyWithoutAFileToRead) {
+TEST_F(Files, MappedFileStaysEmptyWhenTheFileCannotBeRead) {
     const std::string exclusive = make("exclusive");
     const std::string written = make("written");
     const FileHandle reader = openFile(exclusive, GENERIC_READ, 0);
@@ -150,7 +150,7 @@ TEST_F(Files, MappedFileStaysEmptyWithoutAFileToRead) {
     EXPECT_TRUE(isFree(empty));
 }
 
-TEST_F(Files, MappedFileMayBeReadOnlyAndLetsReadersInButNotWriters) {
+TEST_F(Files, MappedFileBlocksWritersButNotReaders) {
     const std::string path = make("file");
     ASSERT_TRUE(SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_READONLY));
     MappedFile file;
@@ -161,7 +161,7 @@ TEST_F(Files, MappedFileMayBeReadOnlyAndLetsReadersInButNotWriters) {
     EXPECT_FALSE(isFree(path));
 }
 
-TEST_F(Files, MappedFileIsReleasedByCloseDestructionAndTheNextOpen) {
+TEST_F(Files, MappedFileIsReleasedByCloseDestructionAndReopening) {
     const std::string other = make("other", "other content");
     std::optional<MappedFile> file;
     const auto open = [&] {
@@ -187,20 +187,20 @@ TEST_F(Files, MappedFileIsReleasedByCloseDestructionAndTheNextOpen) {
     EXPECT_TRUE(isFree(path_));
 }
 
-TEST_F(Files, MappedFileIsOpenedToBeReadFromStartToEnd) {
+TEST_F(Files, MappedFileIsOpenedForSequentialReading) {
     ASSERT_TRUE(writeWhole(path_, "content"));
-    static std::vector<DWORD> asked;
+    static std::vector<DWORD> requested;
     platform::CreateFileA.note = [](LPCSTR, DWORD access, DWORD sharing, LPSECURITY_ATTRIBUTES,
                                     DWORD disposition, DWORD flags, HANDLE) {
-        asked = {access, sharing, disposition, flags};
+        requested = {access, sharing, disposition, flags};
     };
     EXPECT_TRUE(MappedFile().open(path_));
     platform::CreateFileA.note = nullptr;
-    EXPECT_THAT(asked, ElementsAre(GENERIC_READ, FILE_SHARE_READ, OPEN_EXISTING,
-                                   FILE_ATTRIBUTE_NORMAL | FILE_FLAG_SEQUENTIAL_SCAN));
+    EXPECT_THAT(requested, ElementsAre(GENERIC_READ, FILE_SHARE_READ, OPEN_EXISTING,
+                                       FILE_ATTRIBUTE_NORMAL | FILE_FLAG_SEQUENTIAL_SCAN));
 }
 
-TEST_F(Files, MappedFileLosesNoHandleAndNoViewWhereverItFails) {
+TEST_F(Files, MappedFileLeaksNoHandleOrViewAtAnyFailure) {
     constexpr std::size_t size = 1 << 20;
     const std::string good = make("good", std::string(size, 'x'));
     const std::string empty = make("empty", "");
@@ -225,7 +225,7 @@ TEST_F(Files, MappedFileLosesNoHandleAndNoViewWhereverItFails) {
             file.open(path);
         EXPECT_TRUE(file.isOpen());
     };
-    openAll(); // the platform keeps some from the first time
+    openAll(); // the first call leaves handles open
     const unsigned handles = handleCount();
     const std::size_t mapped = committedBytes(MEM_MAPPED);
     openAll();

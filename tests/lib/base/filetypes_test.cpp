@@ -13,7 +13,7 @@ namespace {
 
 using namespace std::string_literals;
 
-/// Lets this process alone see other classes than the system's: those the test registers.
+/// Redirects HKEY_CLASSES_ROOT for this process to a key of the test.
 class FileTypes : public testing::Test {
 protected:
     FileTypes() {
@@ -48,7 +48,7 @@ TEST_F(FileTypes, TypeIsTheDefaultValueOfTheExtensionsKey) {
         EXPECT_EQ(fileTypeOf(file), "") << file;
 }
 
-TEST_F(FileTypes, CommandIsEmptyWhenAnythingIsMissing) {
+TEST_F(FileTypes, CommandIsEmptyWhenAnyPartIsMissing) {
     EXPECT_EQ(associatedCommand(file_, "open"), "");
     registerType();
     EXPECT_EQ(associatedCommand(file_, "open"), "");
@@ -58,7 +58,7 @@ TEST_F(FileTypes, CommandIsEmptyWhenAnythingIsMissing) {
     EXPECT_EQ(associatedCommand("", "open"), "");
 }
 
-TEST_F(FileTypes, CommandIsItsVerbsWithoutPlaceholdersAndNotExpanded) {
+TEST_F(FileTypes, CommandLosesPlaceholdersAndKeepsVariables) {
     registerType();
     registerCommand("open", "\"C:\\Spider Home\\spider.exe\" \"%1\"");
     registerCommand("print", "  printer.exe \"%1\" /print %2 ");

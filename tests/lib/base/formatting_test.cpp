@@ -32,34 +32,34 @@ TEST(Formatting, EstimateAddsWidthAnd6ForEachConversion) {
 
 const std::string widest = '%' + std::to_string(std::numeric_limits<long>::max()) + 's';
 
-TEST(Formatting, EstimateBeyondItsTypeIsTheLargest) {
+TEST(Formatting, EstimateSaturates) {
     constexpr std::size_t most = std::numeric_limits<std::size_t>::max();
     EXPECT_EQ(estimateFormattedLength((widest + widest).c_str(), 0), most);
     EXPECT_EQ(estimateFormattedLength((widest + widest + widest).c_str(), 0), most);
     EXPECT_EQ(estimateFormattedLength("%s", most), most);
-    // Digits beyond the type are read as its largest number.
+    // Numbers saturate.
     EXPECT_EQ(estimateFormattedLength("%99999999999999999999s", 0),
               22 + static_cast<std::size_t>(std::numeric_limits<long>::max()) + 6);
 }
 
-TEST(Formatting, ComposesOneToFourTexts) {
+TEST(Formatting, InsertsOneToFourTexts) {
     const std::string a = "one";
     const char* const b = "two";
     EXPECT_EQ(format("[%s]", a), "[one]");
     EXPECT_EQ(format("%s at %s", a, b), "one at two");
     EXPECT_EQ(format("%s,%s,%s", a, "", b), "one,,two");
     EXPECT_EQ(format("%s,%s,%s,%s", b, a, "three", "four"), "two,one,three,four");
-    // More than the conversion's allowance of six characters.
+    // Longer than the six characters estimated for a conversion.
     EXPECT_EQ(format("%s", "a rather long literal"), "a rather long literal");
 }
 
-TEST(Formatting, MissingTextsAreEmptyAndTextsAreNoPatterns) {
+TEST(Formatting, MissingTextsAreEmptyAndTextsAreNotFormatted) {
     EXPECT_EQ(format("%s|%s|%s|%s|", std::string("abc")), "abc||||");
     EXPECT_EQ(format("[%5.2s]100%%", std::string("abc")), "[   ab]100%");
     EXPECT_EQ(format("%s", "%s %d"), "%s %d");
 }
 
-TEST(Formatting, GivesThePlatformsTextWithinItsEstimate) {
+TEST(Formatting, MatchesThePlatformsTextWithinTheEstimate) {
     std::mt19937 random(20260106);
     const char* const pieces[] = {"%s", "%-10s", "%.3s", "%250s", "%-77.5s", "%%", "text", "\xE4", "7"};
     for (int i = 0; i < 5000; ++i) {
@@ -78,7 +78,7 @@ TEST(Formatting, GivesThePlatformsTextWithinItsEstimate) {
     }
 }
 
-TEST(Formatting, LongTextsReplaceTheTextBefore) {
+TEST(Formatting, LongResultsReplaceThePreviousText) {
     const std::string longText(100'000, 'x');
     std::string out = "before";
     EXPECT_TRUE(formatInto(out, "<%s|%s>", longText, longText));
@@ -87,7 +87,7 @@ TEST(Formatting, LongTextsReplaceTheTextBefore) {
     EXPECT_EQ(out, "x");
 }
 
-TEST(Formatting, TextThatNoStringOrAddressSpaceHoldsIsEmpty) {
+TEST(Formatting, ResultIsEmptyWhenItIsTooLargeForAString) {
     for (const std::string& pattern : {widest, widest + widest, widest + widest + widest,
                                        std::string(sizeof(void*) == 4 ? "%2147480000s" : widest)}) {
         std::string out = "before";
@@ -96,7 +96,7 @@ TEST(Formatting, TextThatNoStringOrAddressSpaceHoldsIsEmpty) {
     }
 }
 
-TEST(Formatting, IntoEnoughCapacityAllocatesNothing) {
+TEST(Formatting, DoesNotAllocateWhenTheCapacityIsSufficient) {
     const std::string text(50, 'x');
     std::string out;
     out.reserve(200);
@@ -107,7 +107,7 @@ TEST(Formatting, IntoEnoughCapacityAllocatesNothing) {
     EXPECT_EQ(out, text + " and " + text);
 }
 
-TEST(Formatting, TextIsEmptyWithoutMemory) {
+TEST(Formatting, ResultIsEmptyWithoutMemory) {
     const std::string text(200, 'x');
     std::string out = "before";
     std::string fresh = "before";

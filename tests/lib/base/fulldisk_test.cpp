@@ -20,7 +20,7 @@ protected:
     void TearDown() override { EXPECT_TRUE(test::isFree(path)); }
 };
 
-TEST_F(FullDiskWrites, FailHoweverLittleTheyAreAndSucceedOnceThereIsRoom) {
+TEST_F(FullDiskWrites, FailAtAnySizeUntilSpaceIsFreed) {
     for (const std::size_t size : {1U, 4095U, 4096U, 4097U, 100'000U}) {
         SCOPED_TRACE(size);
         const std::string content(size, 'x');
@@ -28,7 +28,7 @@ TEST_F(FullDiskWrites, FailHoweverLittleTheyAreAndSucceedOnceThereIsRoom) {
             const FullDisk full;
             const unsigned handles = handleCount();
             WrittenFile file(path);
-            EXPECT_EQ(file.write(bytesOf(content)), size < 4096) << "the stream keeps a little back";
+            EXPECT_EQ(file.write(bytesOf(content)), size < 4096) << "small writes stay in the stream buffer";
             EXPECT_FALSE(file.close());
             EXPECT_EQ(file.error(), DWORD{ERROR_DISK_FULL});
             EXPECT_EQ(handleCount(), handles);
@@ -41,7 +41,7 @@ TEST_F(FullDiskWrites, FailHoweverLittleTheyAreAndSucceedOnceThereIsRoom) {
     }
 }
 
-TEST_F(FullDiskWrites, LeaveInTheFileWhatHadRoom) {
+TEST_F(FullDiskWrites, KeepThePartThatFitted) {
     const FullDisk full(8 * 4096);
     WrittenFile file(path);
     EXPECT_TRUE(file.write(bytesOf(std::string(5000, 'a'))));
@@ -52,7 +52,7 @@ TEST_F(FullDiskWrites, LeaveInTheFileWhatHadRoom) {
     EXPECT_LE(fileContent(path).size(), 8U * 4096);
 }
 
-TEST_F(FullDiskWrites, OfACopyThatCannotGrowChangeNothing) {
+TEST_F(FullDiskWrites, LeaveTheTargetOfAFailedCopyUnchanged) {
     const std::string source = "D:\\source";
     const std::string last(5000, 'a');
     ASSERT_TRUE(test::writeFile(path, last));
@@ -64,7 +64,7 @@ TEST_F(FullDiskWrites, OfACopyThatCannotGrowChangeNothing) {
     }
     ASSERT_TRUE(test::writeFile(source, std::string(5000, 'x')));
     const FullDisk full;
-    EXPECT_TRUE(copyOver(source, path)) << "needs no room";
+    EXPECT_TRUE(copyOver(source, path)) << "needs no more space";
     EXPECT_EQ(fileContent(path), std::string(5000, 'x'));
     EXPECT_TRUE(test::isFree(source));
 }

@@ -34,7 +34,7 @@ protected:
     std::optional<FakeHandle> handle_ = FakeHandle(7);
 };
 
-TEST_F(Handles, HandleIsClosedOnceUnlessItIsNoneOrReleased) {
+TEST_F(Handles, HandleIsClosedOnceUnlessEmptyOrReleased) {
     EXPECT_TRUE(*handle_);
     EXPECT_EQ(handle_->get(), 7);
     handle_.reset();
@@ -49,7 +49,7 @@ TEST_F(Handles, HandleIsClosedOnceUnlessItIsNoneOrReleased) {
     EXPECT_THAT(closed, ElementsAre(7, 0));
 }
 
-TEST_F(Handles, ResetAndReceiveCloseTheOldOne) {
+TEST_F(Handles, ResetAndReceiveCloseTheOldHandle) {
     handle_->reset(8);
     EXPECT_EQ(handle_->get(), 8);
     handle_->reset();
@@ -62,7 +62,7 @@ TEST_F(Handles, ResetAndReceiveCloseTheOldOne) {
     EXPECT_EQ(handle_->get(), 10);
 }
 
-TEST_F(Handles, MoveHandsOverAndClosesTheOldOneOfAnother) {
+TEST_F(Handles, MoveTransfersTheHandleAndClosesTheTargetsOldOne) {
     FakeHandle second(std::move(*handle_));
     handle_.reset();
     EXPECT_TRUE(closed.empty());
@@ -76,7 +76,7 @@ TEST_F(Handles, MoveHandsOverAndClosesTheOldOneOfAnother) {
     EXPECT_EQ(third.get(), 7);
 }
 
-TEST_F(Handles, PlatformHandlesKnowTheirNoneAndAreClosed) {
+TEST_F(Handles, PlatformHandlesAreClosedAndKnowTheirInvalidValue) {
     EXPECT_FALSE(KernelHandle(nullptr) || FileHandle(INVALID_HANDLE_VALUE) || RegistryKey(nullptr));
     EXPECT_FALSE(KernelHandle() || FileHandle() || RegistryKey());
     const auto useAll = [] {
@@ -88,7 +88,7 @@ TEST_F(Handles, PlatformHandlesKnowTheirNoneAndAreClosed) {
         EXPECT_TRUE(event && file && key);
         return test::handleCount();
     };
-    useAll(); // the platform keeps some from the first time
+    useAll(); // the first call leaves handles open
     const unsigned before = test::handleCount();
     EXPECT_EQ(useAll(), before + 3);
     EXPECT_EQ(test::handleCount(), before);

@@ -59,7 +59,7 @@ TEST(Locale, LowerCaseAgreesWithThePlatformForEveryCharacter) {
         EXPECT_EQ(lowerCase(static_cast<char>(code)), text[0]) << code;
         changed += text[0] != static_cast<char>(code);
     }
-    EXPECT_GT(changed, 26) << "the code page has letters beyond ASCII";
+    EXPECT_GT(changed, 26) << "the code page must have letters beyond ASCII";
     EXPECT_EQ(lowerCase('\0'), '\0');
     EXPECT_EQ(lowerCase('Z'), 'z');
 }
@@ -71,7 +71,7 @@ SYSTEMTIME converted(std::int32_t t) {
     return time;
 }
 
-TEST(Locale, DateAndTimeAreThePlatformsTextsOfTheLocalFields) {
+TEST(Locale, DateAndTimeMatchThePlatformsTextForTheLocalFields) {
     for (const std::int32_t t : test::instants()) {
         const SYSTEMTIME time = systemTimeOf(test::localFields(t));
         const SYSTEMTIME actual = converted(t);
@@ -88,14 +88,14 @@ TEST(Locale, DateAndTimeAreThePlatformsTextsOfTheLocalFields) {
     }
 }
 
-TEST(Locale, SystemTimeOfANegativeTimeIsZeros) {
+TEST(Locale, SystemTimeOfANegativeTimeIsAllZeros) {
     for (const std::int32_t t : {-1, -day, INT32_MIN}) {
         const SYSTEMTIME actual = converted(t);
         EXPECT_EQ(std::memcmp(&actual, std::array<char, sizeof actual>{}.data(), sizeof actual), 0) << t;
     }
 }
 
-TEST(Locale, TimeZeroHasNoTextAndANegativeTimeIsMidnight) {
+TEST(Locale, EmptyTimeHasNoTextAndANegativeTimeIsMidnight) {
     for (const bool first : {true, false}) {
         EXPECT_EQ(formatLocaleDate(TimeValue(), first), "");
         EXPECT_EQ(formatLocaleDate(TimeValue(-1), first), "");
@@ -126,7 +126,7 @@ std::string repeated(const std::string& text) {
     return result;
 }
 
-// "Wednesday" and the marker have nine characters, ten with the point after each.
+// "Wednesday" and the am/pm marker have nine characters, ten with the period after each.
 TEST(Locale, DateAndTimeHaveAtMost127Characters) {
     const UserFormat marker(LOCALE_S2359, "afternoon");
     {

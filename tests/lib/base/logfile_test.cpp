@@ -26,14 +26,14 @@ protected:
     const std::string olderPath_ = folder_.file("one\\two\\log.1.txt");
 };
 
-TEST_F(LogFiles, TheFirstLineCreatesTheFolderAndTheHeaderAndTheOthersFollow) {
+TEST_F(LogFiles, FirstLineCreatesTheFolderAndTheHeader) {
     EXPECT_TRUE(append("first"));
     EXPECT_EQ(fileContent(path_), "header\r\nfirst\r\n");
     EXPECT_TRUE(append("second"));
     EXPECT_EQ(fileContent(path_), "header\r\nfirst\r\nsecond\r\n");
 }
 
-TEST_F(LogFiles, ALineAfterACutOneBeginsOnALineOfItsOwn) {
+TEST_F(LogFiles, LineAfterATruncatedLineStartsOnItsOwnLine) {
     ASSERT_TRUE(append("first"));
     for (const std::string cut : {"header\r\nfir", "header\r\nfirst\r"}) {
         ASSERT_TRUE(writeFile(path_, cut));
@@ -42,18 +42,18 @@ TEST_F(LogFiles, ALineAfterACutOneBeginsOnALineOfItsOwn) {
     }
 }
 
-TEST_F(LogFiles, AnEmptyFileGetsTheHeader) {
+TEST_F(LogFiles, EmptyFileGetsTheHeader) {
     ASSERT_TRUE(append("first"));
     ASSERT_TRUE(writeFile(path_, ""));
     EXPECT_TRUE(append("second"));
     EXPECT_EQ(fileContent(path_), "header\r\nsecond\r\n");
 }
 
-TEST_F(LogFiles, ALineThatWouldExceedTheLimitReplacesTheOlderFileByTheFullOne) {
+TEST_F(LogFiles, LineOverTheLimitRotatesTheFiles) {
     ASSERT_TRUE(append("first"));
     ASSERT_TRUE(writeFile(olderPath_, "older"));
     EXPECT_TRUE(append("second", 23));
-    EXPECT_EQ(fileContent(path_), "header\r\nfirst\r\nsecond\r\n") << "23 bytes";
+    EXPECT_EQ(fileContent(path_), "header\r\nfirst\r\nsecond\r\n") << "exactly 23 bytes";
     EXPECT_EQ(fileContent(olderPath_), "older");
 
     EXPECT_TRUE(append("3", 25));
@@ -61,7 +61,7 @@ TEST_F(LogFiles, ALineThatWouldExceedTheLimitReplacesTheOlderFileByTheFullOne) {
     EXPECT_EQ(fileContent(olderPath_), "header\r\nfirst\r\nsecond\r\n");
 }
 
-TEST_F(LogFiles, ALineLongerThanTheLimitHasAFileOfItsOwn) {
+TEST_F(LogFiles, LineLongerThanTheLimitGetsItsOwnFile) {
     const std::string line(100, 'x');
     ASSERT_TRUE(append("first"));
     EXPECT_TRUE(append(line, 50));
@@ -69,7 +69,7 @@ TEST_F(LogFiles, ALineLongerThanTheLimitHasAFileOfItsOwn) {
     EXPECT_EQ(fileContent(olderPath_), "header\r\nfirst\r\n");
 }
 
-TEST_F(LogFiles, AFullFileThatCannotBeMovedGrows) {
+TEST_F(LogFiles, FullFileGrowsWhenItCannotBeRenamed) {
     ASSERT_TRUE(append("first"));
     ASSERT_TRUE(writeFile(olderPath_, "older"));
     {
@@ -82,7 +82,7 @@ TEST_F(LogFiles, AFullFileThatCannotBeMovedGrows) {
     EXPECT_EQ(fileContent(path_), "header\r\nthird\r\n");
 }
 
-TEST_F(LogFiles, ALineForALockedFileIsLostAndTheNextIsWritten) {
+TEST_F(LogFiles, LineForALockedFileIsLostAndTheNextIsWritten) {
     ASSERT_TRUE(append("first"));
     {
         const FileHandle locked = test::openFile(path_, GENERIC_READ, 0);
@@ -92,7 +92,7 @@ TEST_F(LogFiles, ALineForALockedFileIsLostAndTheNextIsWritten) {
     EXPECT_EQ(fileContent(path_), "header\r\nfirst\r\nthird\r\n");
 }
 
-TEST_F(LogFiles, ALineIsWrittenWhileOthersReadAndWriteTheFile) {
+TEST_F(LogFiles, LineIsWrittenWhileOtherProcessesHaveTheFileOpen) {
     ASSERT_TRUE(append("first"));
     const FileHandle other =
         test::openFile(path_, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE);
@@ -100,18 +100,18 @@ TEST_F(LogFiles, ALineIsWrittenWhileOthersReadAndWriteTheFile) {
     EXPECT_EQ(fileContent(path_), "header\r\nfirst\r\nsecond\r\n");
 }
 
-TEST_F(LogFiles, ALineIsLostWhereNoFolderCanBe) {
+TEST_F(LogFiles, LineIsLostWhenTheFolderCannotBeCreated) {
     ASSERT_TRUE(writeFile(folder_.file("one"), "a file in place of the folder"));
     EXPECT_FALSE(append("lost"));
     EXPECT_FALSE(appendLine({"", "", "header", 1000}, "lost"));
 }
 
-TEST_F(LogFiles, NoHandleIsLost) {
+TEST_F(LogFiles, LeaksNoHandle) {
     const auto appendAll = [this] {
         EXPECT_TRUE(append("first", 1));
         EXPECT_FALSE(appendLine({folder_.path(), olderPath_, "header", 1000}, "a folder is no file"));
     };
-    appendAll(); // the platform keeps some from the first time
+    appendAll(); // the first call leaves handles open
     const unsigned before = test::handleCount();
     appendAll();
     EXPECT_EQ(test::handleCount(), before);

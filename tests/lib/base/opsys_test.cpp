@@ -21,9 +21,9 @@ SCHEDULER_STAND_IN("ole32.dll", CoUninitialize, "_CoUninitialize@0");
 
 namespace {
 
-std::string simulatedPath; ///< of the program's file; empty: the platform's
+std::string simulatedPath; ///< executable path; empty for the real one
 
-DWORD WINAPI tellFileName(HMODULE module, LPSTR buffer, DWORD size) {
+DWORD WINAPI simulatedFileName(HMODULE module, LPSTR buffer, DWORD size) {
     static const auto platform =
         test::platformFunction<decltype(&GetModuleFileNameA)>("kernel32.dll", "GetModuleFileNameA");
     if (simulatedPath.empty())
@@ -34,21 +34,21 @@ DWORD WINAPI tellFileName(HMODULE module, LPSTR buffer, DWORD size) {
     return static_cast<DWORD>(copied);
 }
 
-/// Looks after all of the program's own variables are gone.
+/// Checks after all other static variables are destroyed.
 struct AfterExit {
     bool usesComponents = false;
 
     ~AfterExit() {
         if (!usesComponents || platform::CoUninitialize.calls == 1)
             return;
-        std::fprintf(stderr, "At exit the component library is not closed once.\n");
+        std::fprintf(stderr, "The component library was not closed exactly once at exit.\n");
         std::_Exit(1);
     }
 } afterExit [[gnu::init_priority(101)]];
 
 } // namespace
 
-SCHEDULER_REPLACE_IMPORT(GetModuleFileNameA, "_GetModuleFileNameA@12", tellFileName);
+SCHEDULER_REPLACE_IMPORT(GetModuleFileNameA, "_GetModuleFileNameA@12", simulatedFileName);
 
 namespace base {
 namespace {
@@ -67,7 +67,7 @@ protected:
     HWND window_ = CreateWindowExA(0, "EDIT", "", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr, nullptr, nullptr);
 };
 
-TEST_F(OpSys, ModuleAndExecutableAreTheProgramsOwn) {
+TEST_F(OpSys, ModuleAndExecutableBelongToTheProgram) {
     EXPECT_EQ(moduleHandle(), GetModuleHandleA(nullptr));
     EXPECT_TRUE(executablePath().ends_with("\\lib.base.opsys.tests.exe")) << executablePath();
     for (const std::size_t length : {259U, 260U, 261U, 520U, 30'000U}) {
@@ -78,7 +78,7 @@ TEST_F(OpSys, ModuleAndExecutableAreTheProgramsOwn) {
     simulatedPath.clear();
 }
 
-TEST_F(OpSys, InstanceMutexTellsTheSecondFromTheFirstAndIsOwned) {
+TEST_F(OpSys, InstanceMutexIsOwnedAndDetectsASecondInstance) {
     const std::string name = unique("instance");
     EXPECT_FALSE(createInstanceMutex(name));
     EXPECT_TRUE(createInstanceMutex(name));
@@ -88,10 +88,10 @@ TEST_F(OpSys, InstanceMutexTellsTheSecondFromTheFirstAndIsOwned) {
     ASSERT_TRUE(mutex);
     DWORD result = WAIT_FAILED;
     ASSERT_TRUE(test::runOnThread([&] { result = WaitForSingleObject(mutex.get(), 0); }));
-    EXPECT_EQ(result, DWORD{WAIT_TIMEOUT}) << "another thread cannot take it";
+    EXPECT_EQ(result, DWORD{WAIT_TIMEOUT}) << "this thread must own the mutex";
 }
 
-TEST_F(OpSys, InstanceMutexThatIsRefusedIsNoOtherInstance) {
+TEST_F(OpSys, RefusedInstanceMutexDoesNotCountAsAnotherInstance) {
     const std::string name = unique("not-a-mutex");
     const KernelHandle event(CreateEventA(nullptr, TRUE, FALSE, name.c_str()));
     EXPECT_FALSE(createInstanceMutex(name));
@@ -102,7 +102,7 @@ TEST_F(OpSys, InstanceMutexThatIsRefusedIsNoOtherInstance) {
     platform::CreateMutexA.answer.reset();
 }
 
-TEST_F(OpSys, AnotherInstanceIsKnownByTheMakersAndTheProgramsNames) {
+TEST_F(OpSys, InstanceMutexIsNamedAfterTheVendorAndTheProgram) {
     const std::string title = applicationName;
     applicationName = unique("Title with blanks");
     const std::string name = "Brindlewood " + applicationName;
@@ -112,11 +112,11 @@ TEST_F(OpSys, AnotherInstanceIsKnownByTheMakersAndTheProgramsNames) {
     applicationName = title;
 }
 
-TEST_F(OpSys, ComponentLibraryIsClosedAtExitUnlessItWasRefused) {
-    const CLSID nobody{};
+TEST_F(OpSys, ComponentLibraryIsClosedAtExitIfItWasStarted) {
+    const CLSID unregistered{};
     void* component = nullptr;
     const auto create = [&] {
-        return CoCreateInstance(nobody, nullptr, CLSCTX_INPROC_SERVER, IID_IUnknown, &component);
+        return CoCreateInstance(unregistered, nullptr, CLSCTX_INPROC_SERVER, IID_IUnknown, &component);
     };
     platform::CoInitialize.answer = E_OUTOFMEMORY;
     startComponentLibrary();
@@ -124,13 +124,13 @@ TEST_F(OpSys, ComponentLibraryIsClosedAtExitUnlessItWasRefused) {
     ASSERT_EQ(create(), CO_E_NOTINITIALIZED);
     startComponentLibrary();
     EXPECT_EQ(create(), REGDB_E_CLASSNOTREG);
-    EXPECT_EQ(CoInitialize(nullptr), S_FALSE) << "done already, and for a single-threaded apartment";
+    EXPECT_EQ(CoInitialize(nullptr), S_FALSE) << "already initialised as a single-threaded apartment";
     CoUninitialize();
-    EXPECT_EQ(platform::CoUninitialize.calls.exchange(0), 1) << "by this test";
+    EXPECT_EQ(platform::CoUninitialize.calls.exchange(0), 1) << "only the call in this test";
     afterExit.usesComponents = true;
 }
 
-TEST_F(OpSys, WindowTextIsTheWholeText) {
+TEST_F(OpSys, WindowTextIsComplete) {
     ASSERT_NE(window_, nullptr);
     for (const std::string& text :
          {std::string(), std::string("two words"), std::string(3000, 't'), std::string()}) {
@@ -147,28 +147,28 @@ TEST_F(OpSys, WindowTextOfNoWindowIsEmpty) {
     EXPECT_EQ(windowText(destroyed), "");
 }
 
-/// Claims more text than can be had, or than it then gives.
-CALLED_BY_PLATFORM LRESULT CALLBACK boastingWindow(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+/// Reports a longer text than it has, or one that is too long to allocate.
+CALLED_BY_PLATFORM LRESULT CALLBACK windowWithWrongLength(HWND window, UINT message, WPARAM wParam,
+                                                          LPARAM lParam) {
     if (message == WM_GETTEXTLENGTH)
         return GetPropA(window, "huge") ? 0x7FFFFFFE : 10;
     return DefWindowProcA(window, message, wParam, lParam);
 }
 
-TEST_F(OpSys, WindowTextHasTheLengthThatTheWindowTold) {
-    SetWindowLongA(window_, GWL_WNDPROC, static_cast<LONG>(reinterpret_cast<LONG_PTR>(boastingWindow)));
+TEST_F(OpSys, WindowTextHasTheLengthReportedByTheWindow) {
+    SetWindowLongA(window_, GWL_WNDPROC,
+                   static_cast<LONG>(reinterpret_cast<LONG_PTR>(windowWithWrongLength)));
     ASSERT_TRUE(SetWindowTextA(window_, "text"));
     EXPECT_EQ(windowText(window_), std::string("text") + std::string(6, '\0'));
     SetPropA(window_, "huge", window_);
-    EXPECT_EQ(windowText(window_), "") << "no memory for it";
+    EXPECT_EQ(windowText(window_), "") << "out of memory";
     RemovePropA(window_, "huge");
 }
 
-// Errors
-
-TEST_F(OpSys, AnErrorHasTheSystemsText) {
+TEST_F(OpSys, ErrorTextComesFromTheSystem) {
     const std::string text = systemErrorText(ERROR_ACCESS_DENIED);
     EXPECT_TRUE(text.starts_with("Access ") && text.find("denied") != std::string::npos) << text;
-    EXPECT_GT(text.back(), ' ') << "no line break";
+    EXPECT_GT(text.back(), ' ') << "ends in a line break";
 }
 
 } // namespace

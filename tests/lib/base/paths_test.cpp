@@ -8,7 +8,7 @@
 namespace base {
 namespace {
 
-TEST(Paths, AreTakenApart) {
+TEST(Paths, AreSplitIntoTheirParts) {
     const struct {
         const char *path, *directory, *fileName, *baseName, *extension;
     } rows[] = {
@@ -16,7 +16,7 @@ TEST(Paths, AreTakenApart) {
         {"File.KRA", "", "File.KRA", "File", "kra"},
         {"a/b/c", "a/b/", "c", "c", ""},
         {R"(C:\Sites\News.krB)", R"(C:\Sites\)", "News.krB", "News", "krb"},
-        // The slash is no separator where there is a backslash.
+        // With a backslash present, a slash is not a separator.
         {R"(C:\a/b.c)", R"(C:\)", "a/b.c", "a/b", "c"},
         {R"(a/b\c)", R"(a/b\)", "c", "c", ""},
         {R"(\\server\share\x.y)", R"(\\server\share\)", "x.y", "x", "y"},
@@ -37,11 +37,11 @@ TEST(Paths, AreTakenApart) {
     }
 }
 
-TEST(Paths, ExtensionIsInLowerCaseByTheCodePage) {
+TEST(Paths, ExtensionIsLoweredByTheCodePage) {
     EXPECT_EQ(extensionOf("x.\xC4"), std::string(1, lowerCase('\xC4')));
 }
 
-TEST(Paths, DrivePathBeginsWithLetterColonBackslash) {
+TEST(Paths, DrivePathStartsWithALetterColonAndBackslash) {
     for (int code = 0; code < 256; ++code) {
         const bool letter = (code >= 'A' && code <= 'Z') || (code >= 'a' && code <= 'z');
         EXPECT_EQ(isDrivePath(static_cast<char>(code) + std::string(":\\")), letter) << code;

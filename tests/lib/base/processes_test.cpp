@@ -23,7 +23,7 @@ namespace {
 
 using testing::ElementsAre;
 
-/// A process that ends with the code, or runs until the event of the name is signalled and ends with 5.
+/// `argument` is an exit code, or the name of an event to wait for before ending with code 5.
 std::string child(const std::string& argument) {
     return "\"" + directoryOf(executablePath()) + "startedprocess.exe\" " + argument;
 }
@@ -63,10 +63,10 @@ protected:
     }
 };
 
-TEST_F(Processes, StartAndRunShowTheWindowAndUseTheDirectoryAsTold) {
+TEST_F(Processes, StartAndRunPassTheShowCommandAndTheDirectory) {
     for (const std::string directory : {"", "C:\\"}) {
         EXPECT_TRUE(startProcess(child("0"), SW_SHOWMINNOACTIVE, directory));
-        EXPECT_THAT(waits, testing::IsEmpty()) << "a start does not wait";
+        EXPECT_THAT(waits, testing::IsEmpty()) << "startProcess must not wait";
         EXPECT_EQ(runProcessAndWait(child("3"), SW_SHOWMINNOACTIVE, directory, INFINITE), 3U);
         EXPECT_THAT(waits, ElementsAre(INFINITE));
         waits.clear();
@@ -82,7 +82,7 @@ TEST_F(Processes, StartAndRunShowTheWindowAndUseTheDirectoryAsTold) {
     }
 }
 
-TEST_F(Processes, WhatCannotBeStartedFails) {
+TEST_F(Processes, StartAndRunFailForAMissingProgramOrDirectory) {
     for (const char* commandLine : {"C:\\missing.exe", "\"\" /s1 /r /e \"C:\\x.kra\"", ""}) {
         EXPECT_FALSE(startProcess(commandLine, SW_HIDE, "")) << commandLine;
         EXPECT_EQ(runProcessAndWait(commandLine, SW_HIDE, "", INFINITE), 0xFFFFFFFFU) << commandLine;
@@ -91,7 +91,7 @@ TEST_F(Processes, WhatCannotBeStartedFails) {
     EXPECT_EQ(runProcessAndWait(child("0"), SW_HIDE, "C:\\missing", INFINITE), processFailed);
 }
 
-TEST_F(Processes, RunTellsAStartThatFailedFromAProcessThatFailed) {
+TEST_F(Processes, RunReportsAFailedStartSeparatelyFromTheExitCode) {
     std::uint32_t startError = 77;
     EXPECT_EQ(runProcessAndWait("C:\\missing.exe", SW_HIDE, "", INFINITE, &startError), 0xFFFFFFFFU);
     EXPECT_EQ(startError, DWORD{ERROR_FILE_NOT_FOUND});
@@ -99,7 +99,7 @@ TEST_F(Processes, RunTellsAStartThatFailedFromAProcessThatFailed) {
     EXPECT_EQ(startError, DWORD{ERROR_SUCCESS});
 }
 
-TEST_F(Processes, RunGivesTheExitCode) {
+TEST_F(Processes, RunReturnsTheExitCode) {
     for (const std::uint32_t code : {0U, 1U, 42U, 259U, 0x80000000U, 0xC0000005U})
         EXPECT_EQ(run(std::to_string(code)), code);
 }
@@ -112,7 +112,7 @@ TEST_F(Processes, RunWaitsUntilTheProcessEndsOrIsKilled) {
     EXPECT_EQ(run("process test"), 77U);
 }
 
-TEST_F(Processes, NoHandleIsLostEvenByARunThatTimesOut) {
+TEST_F(Processes, LeakNoHandleEvenAfterATimeout) {
     const KernelHandle event(CreateEventA(nullptr, TRUE, FALSE, "process test"));
     const auto startAll = [] {
         EXPECT_TRUE(startProcess(child("0"), SW_HIDE, ""));
@@ -120,14 +120,14 @@ TEST_F(Processes, NoHandleIsLostEvenByARunThatTimesOut) {
         EXPECT_EQ(run("3"), 3U);
         EXPECT_EQ(run("process test", 1), 259U);
     };
-    startAll(); // the platform keeps some from the first time
+    startAll(); // the first call leaves handles open
     const unsigned before = test::handleCount();
     startAll();
     EXPECT_EQ(test::handleCount(), before);
     SetEvent(event.get());
 }
 
-TEST_F(Processes, RunPassesTheStandardHandlesThatThereAreButOfAHiddenOneTheInputAlone) {
+TEST_F(Processes, RunPassesTheStandardHandlesButOnlyTheInputToAHiddenProcess) {
     constexpr DWORD names[] = {STD_INPUT_HANDLE, STD_OUTPUT_HANDLE, STD_ERROR_HANDLE};
     const KernelHandle some(CreateEventA(nullptr, TRUE, FALSE, nullptr));
     std::array<HANDLE, 3> before{};
@@ -150,7 +150,7 @@ TEST_F(Processes, RunPassesTheStandardHandlesThatThereAreButOfAHiddenOneTheInput
         SetStdHandle(names[i], before[i]);
 }
 
-TEST_F(Processes, ProcessThatIsRefusedWithoutAnErrorCountsAsStarted) {
+TEST_F(Processes, RefusalWithoutAnErrorCodeCountsAsStarted) {
     static DWORD error;
     platform::CreateProcessA.note = [](auto...) { SetLastError(error); };
     platform::CreateProcessA.answer = FALSE;
@@ -162,16 +162,16 @@ TEST_F(Processes, ProcessThatIsRefusedWithoutAnErrorCountsAsStarted) {
     platform::CreateProcessA.answer.reset();
 }
 
-TEST_F(Processes, ProcessThatCannotBeWaitedForFailsAndItsHandlesStayOpen) {
+TEST_F(Processes, RunFailsAndLeavesTheHandlesOpenWhenTheWaitFails) {
     platform::WaitForSingleObject.answer = WAIT_FAILED;
     EXPECT_EQ(run("3"), processFailed);
     const unsigned before = test::handleCount();
     EXPECT_EQ(run("3"), processFailed);
-    EXPECT_EQ(test::handleCount(), before + 2) << "the process's and its thread's";
+    EXPECT_EQ(test::handleCount(), before + 2) << "the process handle and the thread handle";
     platform::WaitForSingleObject.answer.reset();
 }
 
-TEST_F(Processes, ProcessWhoseExitCodeIsNotToldGives0) {
+TEST_F(Processes, RunReturns0WhenTheExitCodeIsUnavailable) {
     platform::GetExitCodeProcess.answer = FALSE;
     EXPECT_EQ(run("3"), 0U);
     platform::GetExitCodeProcess.answer.reset();

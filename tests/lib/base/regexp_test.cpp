@@ -24,7 +24,7 @@ TEST(Regexp, MatchesWholeTextsOnly) {
         EXPECT_FALSE(extension.matches(text)) << text;
 }
 
-TEST(Regexp, CaseRuleIsThePrefixsOrElseTheDefault) {
+TEST(Regexp, PrefixOverridesTheDefaultCaseRule) {
     constexpr auto sensitive = CaseRule::Sensitive;
     constexpr auto insensitive = CaseRule::Insensitive;
     const struct {
@@ -51,7 +51,7 @@ TEST(Regexp, MalformedPatternThrows) {
         EXPECT_THROW(Expression{pattern}, std::runtime_error) << pattern;
 }
 
-TEST(Regexp, MatchesAreTheLeftmostLongestInOrder) {
+TEST(Regexp, FindsTheLeftmostLongestMatchesInOrder) {
     EXPECT_THAT(Expression("jul|july|ju").matchesIn("xjulyx"), ElementsAre("july"));
     EXPECT_THAT(Expression("a|ab|abc").matchesIn("abcab"), ElementsAre("abc", "ab"));
     EXPECT_THAT(Expression("[0-9]+").matchesIn("9:05, 17"), ElementsAre("9", "05", "17"));
@@ -64,7 +64,7 @@ TEST(Regexp, MatchesAreRemoved) {
     EXPECT_EQ(Expression("x").removeFrom("xxx"), "");
 }
 
-TEST(Regexp, EmptyMatchesEndAndCutEachCharacter) {
+TEST(Regexp, EmptyMatchesEndTheSearchAndSplitEachCharacter) {
     const Expression maybeX("x*");
     EXPECT_THAT(maybeX.matchesIn("axxb"), ElementsAre("", "xx", "", ""));
     EXPECT_EQ(maybeX.removeFrom("axxb"), "ab");
@@ -75,7 +75,7 @@ TEST(Regexp, EmptyMatchesEndAndCutEachCharacter) {
     EXPECT_THAT(Expression("").matchesIn("ab"), ElementsAre("", "", ""));
 }
 
-TEST(Regexp, MatchingThrowsWhenItsWorkExplodes) {
+TEST(Regexp, MatchingThrowsWhenItBecomesTooComplex) {
     EXPECT_THROW(Expression("(a|aa)+b").matches(std::string(100, 'a')), std::runtime_error);
 }
 
@@ -95,7 +95,7 @@ TEST(Regexp, BytesAboveAsciiAreOrdinaryCharacters) {
     EXPECT_EQ(Expression("\xFF+").removeFrom("a\xFF\xFF\xFE"), "a\xFE");
 }
 
-TEST(Regexp, LongTextsAreMatched) {
+TEST(Regexp, MatchesLongTexts) {
     const std::string word(200'000, 'a');
     EXPECT_EQ(piece(word + ' ' + word, 1, Expression("[ ]+")), word);
     const std::string quoted = '"' + word + ' ' + word + '"';
@@ -110,7 +110,7 @@ void expectPieces(std::string_view text, const Expression& separator, std::vecto
     EXPECT_THAT(pieces, ElementsAreArray(expected)) << text;
 }
 
-TEST(Regexp, PiecesAreCutAtEveryMatch) {
+TEST(Regexp, SplitsAtEveryMatch) {
     const Expression blanks("[ ]+");
     expectPieces("a  bc d", blanks, {"a", "bc", "d"});
     expectPieces("abc", blanks, {"abc"});
@@ -119,7 +119,7 @@ TEST(Regexp, PiecesAreCutAtEveryMatch) {
     EXPECT_EQ(piece("a b", 1'000'000, blanks), "");
 }
 
-TEST(Regexp, WhitespaceRunAndLineBreakCutTheirTexts) {
+TEST(Regexp, SplitsAtWhitespaceAndLineBreaks) {
     expectPieces("a \r\n\t\fb\vc", whitespaceRun, {"a", "b\vc"});
     expectPieces("rntf\\", whitespaceRun, {"rntf\\"});
     expectPieces("one\ntwo\r\nthree\r\r\n\nlast\rone", lineBreak, {"one", "two", "three", "", "last\rone"});
@@ -146,7 +146,7 @@ TEST(Regexp, CommandTokenIsAWordOrAQuotedTextWhicheverIsLonger) {
         EXPECT_EQ(commandToken.matchesIn(text), words) << text;
 }
 
-TEST(Regexp, PlaceholdersGoWithTheQuotesAndBlanksTheyLeave) {
+TEST(Regexp, PlaceholdersAreRemovedWithTheirQuotesAndOuterBlanks) {
     const struct {
         const char *registered, *expected;
     } rows[] = {
@@ -156,7 +156,7 @@ TEST(Regexp, PlaceholdersGoWithTheQuotesAndBlanksTheyLeave) {
         {"\"spider.exe\" \"/open:%1\"", "\"spider.exe\" \"/open:\""},
         {"spider.exe %0 %* %L %%", "spider.exe %0 %* %L %%"},
         {"spider.exe %%1", "spider.exe %"},
-        {"spider.exe \"\" x", "spider.exe  x"}, // a pair of quotes goes wherever it came from
+        {"spider.exe \"\" x", "spider.exe  x"}, // any empty pair of quotes is removed
         {"spider.exe \"\"\"", "spider.exe \""},
         {" \t\r\n\f\"spider.exe\" \f\r\n\t ", "\"spider.exe\""},
         {"\v spider.exe", "\v spider.exe"},
@@ -165,8 +165,8 @@ TEST(Regexp, PlaceholdersGoWithTheQuotesAndBlanksTheyLeave) {
         EXPECT_EQ(withoutPlaceholders(registered), expected) << registered;
 }
 
-// If the work grew with the square of the length, this would take longer than a test may.
-TEST(Regexp, MillionsOfEmptyQuotesGoAtOnce) {
+// A quadratic algorithm would exceed the time limit.
+TEST(Regexp, MillionsOfEmptyQuotesAreRemovedInLinearTime) {
     constexpr std::size_t count = 2'000'000;
     std::string command;
     for (std::size_t i = 0; i < count; ++i)

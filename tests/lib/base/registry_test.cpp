@@ -34,8 +34,8 @@ protected:
     }
 };
 
-TEST_F(Registry, TextComesBackAsItWasWritten) {
-    ASSERT_EQ(GetACP(), 1252U) << "the characters of this test are those of Western Europe";
+TEST_F(Registry, TextRoundTrips) {
+    ASSERT_EQ(GetACP(), 1252U) << "this test needs the Western European code page";
     std::string codePage;
     for (int character = 0xA0; character <= 0xFF; ++character)
         codePage += static_cast<char>(character);
@@ -52,7 +52,7 @@ TEST_F(Registry, TextComesBackAsItWasWritten) {
     EXPECT_EQ(getString(user, path("Value")), "two");
 }
 
-TEST_F(Registry, TextOfEachTextTypeIsReadWithoutItsZerosAndNotExpanded) {
+TEST_F(Registry, TextIsReadFromAnyTextTypeWithoutTrailingZerosOrExpansion) {
     const struct {
         DWORD type;
         std::string stored, expected;
@@ -71,7 +71,7 @@ TEST_F(Registry, TextOfEachTextTypeIsReadWithoutItsZerosAndNotExpanded) {
     }
 }
 
-TEST_F(Registry, TextsAndBytesAreReadOfTheirTypesOnly) {
+TEST_F(Registry, TextsAndBytesAreReadFromTheirOwnTypesOnly) {
     for (const auto type : {REG_NONE, REG_SZ, REG_EXPAND_SZ, REG_BINARY, REG_DWORD, REG_DWORD_BIG_ENDIAN,
                             REG_LINK, REG_MULTI_SZ, REG_QWORD}) {
         storeValue("Value", static_cast<DWORD>(type), "12345678"s);
@@ -85,7 +85,7 @@ TEST_F(Registry, TextsAndBytesAreReadOfTheirTypesOnly) {
     }
 }
 
-TEST_F(Registry, EmptyTextsAndBytesAreStoredWithLength0ButNotRead) {
+TEST_F(Registry, EmptyTextsAndBytesAreStoredButNotRead) {
     ASSERT_TRUE(writeString(user, path("Text"), "not empty"));
     EXPECT_TRUE(writeString(user, path("Text"), ""));
     EXPECT_TRUE(writeBinary(user, path("Bytes"), {}));
@@ -97,11 +97,11 @@ TEST_F(Registry, EmptyTextsAndBytesAreStoredWithLength0ButNotRead) {
     EXPECT_EQ(out, "old");
 }
 
-TEST_F(Registry, BytesComeBackAsTheyWereWritten) {
+TEST_F(Registry, BytesRoundTrip) {
     std::string bytes;
     for (int byte = 0; byte < 256; ++byte)
         bytes += static_cast<char>(byte);
-    bytes += "\0\0\0"s; // nothing is trimmed
+    bytes += "\0\0\0"s; // must not be trimmed
     EXPECT_TRUE(writeBinary(user, path("Value"), bytes));
     EXPECT_EQ(loadValue("Value").type, DWORD{REG_BINARY});
     std::string out = "old";
@@ -109,7 +109,7 @@ TEST_F(Registry, BytesComeBackAsTheyWereWritten) {
     EXPECT_EQ(out, bytes);
 }
 
-TEST_F(Registry, NumberComesBackAsItWasWritten) {
+TEST_F(Registry, NumberRoundTrips) {
     for (const std::uint32_t number : {0U, 1U, 20U, 0x12345678U, 0x80000000U, 0xFFFFFFFFU}) {
         EXPECT_TRUE(writeNumber(user, path("Value"), number));
         std::uint32_t out = 99;
@@ -120,7 +120,7 @@ TEST_F(Registry, NumberComesBackAsItWasWritten) {
     expectStored("Value", REG_DWORD, 4);
 }
 
-TEST_F(Registry, NumberIsReadFromAtMostFourBytesOfAnyType) {
+TEST_F(Registry, NumberIsReadFromUpToFourBytesOfAnyType) {
     const struct {
         DWORD type;
         std::string bytes;
@@ -143,7 +143,7 @@ TEST_F(Registry, NumberIsReadFromAtMostFourBytesOfAnyType) {
     }
 }
 
-TEST_F(Registry, MissingValueOrKeyIsNotReadNorMade) {
+TEST_F(Registry, MissingValueOrKeyIsNeitherReadNorCreated) {
     const auto expectMissing = [this](const std::string& where) {
         std::string text = "old";
         std::uint32_t number = 7;
@@ -164,14 +164,14 @@ TEST_F(Registry, MissingValueOrKeyIsNotReadNorMade) {
     expectMissing(path(""));
 }
 
-TEST_F(Registry, PathIsSplitAtItsLastBackslash) {
+TEST_F(Registry, PathIsSplitAtTheLastBackslash) {
     EXPECT_TRUE(writeNumber(user, path("Deeper\\Still\\Value"), 5));
     EXPECT_EQ(test::loadValue(user, path("Deeper\\Still"), "Value").bytes, "\x05\0\0\0"s);
     EXPECT_EQ(getNumber(user, path("Deeper\\Still\\Value"), 0), 5U);
     EXPECT_EQ(getNumber(user, path("Deeper\\Value"), 99), 99U);
 }
 
-TEST_F(Registry, PathWithNothingAfterABackslashOrWithoutOneNamesADefaultValue) {
+TEST_F(Registry, PathWithoutAValueNameMeansTheDefaultValue) {
     EXPECT_TRUE(writeString(user, path(""), "default"));
     EXPECT_EQ(loadValue("").bytes.substr(0, 7), "default");
     EXPECT_EQ(getString(user, path("")), "default");
@@ -183,10 +183,10 @@ TEST_F(Registry, PathWithNothingAfterABackslashOrWithoutOneNamesADefaultValue) {
     EXPECT_TRUE(writeString(key.get(), "Sub", "default of Sub"));
     EXPECT_EQ(test::loadValue(user, path("Sub"), "").bytes.substr(0, 14), "default of Sub");
     EXPECT_EQ(getString(key.get(), "Sub"), "default of Sub");
-    EXPECT_NE(loadValue("Sub").status, ERROR_SUCCESS) << "no value of that name";
+    EXPECT_NE(loadValue("Sub").status, ERROR_SUCCESS) << "a value of that name exists";
 }
 
-TEST_F(Registry, KeysAreMadeWithTheirClass) {
+TEST_F(Registry, NewKeysHaveTheirClass) {
     ASSERT_TRUE(writeNumber(user, path("Value"), 5));
     RegistryKey key;
     ASSERT_EQ(RegOpenKeyExA(user, key_.path().c_str(), 0, KEY_READ, key.receive()), ERROR_SUCCESS);
@@ -198,14 +198,14 @@ TEST_F(Registry, KeysAreMadeWithTheirClass) {
     EXPECT_STREQ(keyClass, "REG_SZ");
 }
 
-TEST_F(Registry, WriteFailsWhereNoKeyCanBe) {
+TEST_F(Registry, WriteFailsWhenTheKeyCannotBeCreated) {
     const std::string tooLong = path(std::string(300, 'k') + "\\Value");
     EXPECT_FALSE(writeString(user, tooLong, "text"));
     EXPECT_FALSE(writeNumber(user, tooLong, 1));
     EXPECT_FALSE(writeBinary(user, tooLong, "bytes"));
 }
 
-TEST_F(Registry, ValueIsDeletedAlone) {
+TEST_F(Registry, DeletingAValueKeepsTheOthers) {
     for (const char* name : {"Gone", "Kept"})
         storeValue(name, REG_SZ, "text\0"s);
     EXPECT_TRUE(deleteValue(user, path("Gone")));
@@ -213,7 +213,7 @@ TEST_F(Registry, ValueIsDeletedAlone) {
     EXPECT_EQ(loadValue("Kept").status, ERROR_SUCCESS);
 }
 
-TEST_F(Registry, KeyIsDeletedWithAllBelowIt) {
+TEST_F(Registry, DeletingAKeyDeletesItsSubkeys) {
     for (const char* end : {"", "\\"}) {
         ASSERT_TRUE(writeNumber(user, path("Outcomes\\1\\Error"), 1));
         ASSERT_TRUE(writeNumber(user, path("Outcomes\\2\\Deeper\\Error"), 1));
@@ -224,7 +224,7 @@ TEST_F(Registry, KeyIsDeletedWithAllBelowIt) {
     }
 }
 
-TEST_F(Registry, StoreEntersAndLeavesNames) {
+TEST_F(Registry, StoreAppendsAndRemovesPathParts) {
     const struct {
         const char *path, *name, *entered, *left;
     } rows[] = {{"Software\\x", "Value", "Software\\x\\Value", "Software\\x"},
@@ -243,7 +243,7 @@ TEST_F(Registry, StoreEntersAndLeavesNames) {
     }
 }
 
-TEST_F(Registry, StoreReadsAndWritesTheValuesOfItsPathAndThatOfItsOwnName) {
+TEST_F(Registry, StoreReadsAndWritesValuesAtItsPath) {
     RegistryStore store(user, path("State"));
     const std::string block(61, '\0');
     EXPECT_TRUE(store.writeBinaryHere(block));
@@ -263,7 +263,7 @@ TEST_F(Registry, StoreReadsAndWritesTheValuesOfItsPathAndThatOfItsOwnName) {
     EXPECT_EQ(number, 30U);
     EXPECT_EQ(text, "text");
     EXPECT_EQ(bytes, block);
-    EXPECT_EQ(store.path(), path("State")) << "each call leaves the path as it was";
+    EXPECT_EQ(store.path(), path("State")) << "a call changed the path";
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-// When the platform refuses a call, the caller's data is untouched and no handle is lost.
+// A refused call changes no data and leaks no handle.
 #include "lib/base/registry.h"
 #include "tests/support/allocations.h"
 #include "tests/support/handlecount.h"
@@ -31,17 +31,17 @@ using testing::IsEmpty;
 
 const HKEY user = HKEY_CURRENT_USER;
 constexpr LSTATUS refusal = ERROR_NO_SYSTEM_RESOURCES;
-std::vector<REGSAM> opened, created; ///< the access that each call asked for
+std::vector<REGSAM> opened, created; ///< access requested by each call
 
 class RegistryCalls : public test::RegistryTest {
 protected:
-    /// The platform keeps some handles from the first use of a predefined key and of an exception.
+    /// The first use of a predefined key and of an exception leaves handles open.
     static void SetUpTestSuite() {
         EXPECT_FALSE(deleteValue(user, "Software\\Missing"));
         EXPECT_THROW(throw std::bad_alloc(), std::bad_alloc);
         handles_ = test::handleCount();
     }
-    static void TearDownTestSuite() { EXPECT_EQ(test::handleCount(), handles_) << "a handle is lost"; }
+    static void TearDownTestSuite() { EXPECT_EQ(test::handleCount(), handles_) << "a handle leaked"; }
 
     void SetUp() override {
         ASSERT_TRUE(writeString(user, path("Text"), std::string(100, 't')));
@@ -79,7 +79,7 @@ protected:
     static inline unsigned handles_ = 0;
 };
 
-TEST_F(RegistryCalls, AskForNoMoreThanTheyNeed) {
+TEST_F(RegistryCalls, RequestOnlyTheAccessTheyNeed) {
     std::string text;
     std::uint32_t number = 0;
     EXPECT_TRUE(readString(user, path("Text"), text));
@@ -91,7 +91,7 @@ TEST_F(RegistryCalls, AskForNoMoreThanTheyNeed) {
     EXPECT_TRUE(writeString(user, path("Text"), "new"));
     EXPECT_TRUE(writeNumber(user, path("Number"), 1));
     EXPECT_TRUE(writeBinary(user, path("Bytes"), "new"));
-    EXPECT_THAT(created, ElementsAre(0x2001F, 0x2001F, 0x2001F)) << "reading and writing";
+    EXPECT_THAT(created, ElementsAre(0x2001F, 0x2001F, 0x2001F)) << "KEY_READ | KEY_WRITE";
     EXPECT_THAT(opened, IsEmpty());
     created.clear();
     EXPECT_TRUE(deleteValue(user, path("Text")));
@@ -99,18 +99,18 @@ TEST_F(RegistryCalls, AskForNoMoreThanTheyNeed) {
     EXPECT_THAT(created, IsEmpty());
 }
 
-TEST_F(RegistryCalls, KeyThatCannotBeOpenedIsNeitherReadNorChanged) {
+TEST_F(RegistryCalls, FailWhenTheKeyCannotBeOpened) {
     platform::RegOpenKeyExA.answer = refusal;
     expectNothingRead();
     EXPECT_FALSE(deleteValue(user, path("Text")));
     platform::RegOpenKeyExA.answer.reset();
 }
 
-TEST_F(RegistryCalls, ValueThatCannotBeAskedForIsNotRead) {
+TEST_F(RegistryCalls, ReadsFailWhenTheValueCannotBeQueried) {
     platform::RegQueryValueExA.answer = refusal;
     expectNothingRead();
     std::string text = "old";
-    platform::RegQueryValueExA.callsBeforeAnswer = 1; // it goes away after its length was told
+    platform::RegQueryValueExA.callsBeforeAnswer = 1; // the value disappears after its length was queried
     EXPECT_FALSE(readString(user, path("Text"), text));
     platform::RegQueryValueExA.callsBeforeAnswer = 1;
     EXPECT_FALSE(readBinary(user, path("Bytes"), text));
@@ -118,7 +118,7 @@ TEST_F(RegistryCalls, ValueThatCannotBeAskedForIsNotRead) {
     platform::RegQueryValueExA.answer.reset();
 }
 
-TEST_F(RegistryCalls, ValueThatHasNoRoomInMemoryIsNotRead) {
+TEST_F(RegistryCalls, ReadsFailWithoutMemory) {
     const std::string text = path("Text"), bytes = path("Bytes");
     std::string out = "old";
     bool read = true;
@@ -130,7 +130,7 @@ TEST_F(RegistryCalls, ValueThatHasNoRoomInMemoryIsNotRead) {
     EXPECT_EQ(out, "old");
 }
 
-TEST_F(RegistryCalls, KeyThatCannotBeMadeOrValueThatCannotBeSetIsNotWritten) {
+TEST_F(RegistryCalls, WritesFailWhenTheKeyOrTheValueIsRefused) {
     platform::RegCreateKeyExA.answer = refusal;
     expectNothingWritten();
     platform::RegCreateKeyExA.answer.reset();
@@ -139,13 +139,13 @@ TEST_F(RegistryCalls, KeyThatCannotBeMadeOrValueThatCannotBeSetIsNotWritten) {
     platform::RegSetValueExA.answer.reset();
 }
 
-TEST_F(RegistryCalls, ValueThatCannotBeDeletedIsAFailure) {
+TEST_F(RegistryCalls, DeletingAValueFailsWhenThePlatformRefuses) {
     platform::RegDeleteValueA.answer = refusal;
     EXPECT_FALSE(deleteValue(user, path("Text")));
     platform::RegDeleteValueA.answer.reset();
 }
 
-TEST_F(RegistryCalls, KeyCountsAsDeletedUnlessTheAnswerIsAbove0) {
+TEST_F(RegistryCalls, KeyCountsAsDeletedUnlessTheResultIsAbove0) {
     const struct {
         DWORD answer;
         bool deleted;

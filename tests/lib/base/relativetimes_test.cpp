@@ -47,7 +47,7 @@ TimeValue local(int year, int month, int dayOfMonth, int hourOfDay, int minute =
     return TimeValue(test::localSeconds(year, month, dayOfMonth, hourOfDay, minute, second));
 }
 
-TEST(RelativeTimes, PatternIsTheRuntimesTextOfTheLocalTime) {
+TEST(RelativeTimes, PatternGivesTheRuntimesTextForTheLocalTime) {
     const TimeValue t = local(2005, 7, 27, 21, 30, 5);
     EXPECT_EQ(formatPattern(t, "%a %b %d"), "Wed Jul 27");
     EXPECT_EQ(formatPattern(t, "%m/%d/%y %I:%M"), "07/27/05 09:30");
@@ -57,7 +57,7 @@ TEST(RelativeTimes, PatternIsTheRuntimesTextOfTheLocalTime) {
     EXPECT_EQ(formatPattern(TimeValue::never(), "%Y"), "2038");
 }
 
-TEST(RelativeTimes, PatternOfNoTimeAndOfNegativeTimesIsEmpty) {
+TEST(RelativeTimes, PatternOfAnEmptyOrNegativeTimeIsEmpty) {
     for (const std::int32_t t : {0, -1, std::numeric_limits<std::int32_t>::min()})
         EXPECT_EQ(formatPattern(TimeValue(t), "text %Y"), "") << t;
 }
@@ -68,13 +68,13 @@ TEST(RelativeTimes, PatternGivesAtMost127Characters) {
     EXPECT_LE(formatPattern(TimeValue(86400), (longest + 'x').c_str()).size(), 127U);
 }
 
-TEST(RelativeTimes, DayFollowsMidnightsWithin24HoursAndOneDayMoreFurtherOff) {
+TEST(RelativeTimes, DayChangesAtMidnightUpToTwoDaysAway) {
     for (const TimeValue now : nows())
         for (std::int32_t offset = -2 * day + 1; offset < 2 * day; offset += 607) {
             const TimeValue t = later(now, offset);
             const bool sameDay = isSameDay(t, now);
             if (offset <= -day && sameDay)
-                continue; // on a day of 25 hours
+                continue; // a day of 25 hours
             const bool nextDay = offset < day ? !sameDay : isSameDay(t, later(now, day));
             const int expected = offset <= -day  ? -2
                                  : offset >= day ? (nextDay ? 1 : 2)
@@ -109,12 +109,12 @@ TEST(RelativeTimes, DaysAreCountedModulo365) {
     const TimeValue now = local(2026, 7, 10, 12);
     EXPECT_EQ(relativeDay(now, later(now, -365 * day - 2 * hour)), 0);
     EXPECT_EQ(relativeDay(now, later(now, -365 * day - 13 * hour)), -1);
-    // Across 29 February the year ahead ends on another day of the month.
+    // Across 29 February, 365 days end on a different day of the month.
     const TimeValue beforeLeapDay = local(2027, 7, 10, 12);
     EXPECT_EQ(relativeDay(beforeLeapDay, later(beforeLeapDay, 365 * day + 2 * hour)), 1);
 }
 
-TEST(RelativeTimes, PhraseNamesTheDayOrTheDateAndTheYearWhenItDiffers) {
+TEST(RelativeTimes, PhraseNamesTheDayOrTheDateWithAnyOtherYear) {
     const struct {
         TimeValue t, now;
         const char* expected;
@@ -123,16 +123,16 @@ TEST(RelativeTimes, PhraseNamesTheDayOrTheDateAndTheYearWhenItDiffers) {
         {local(2005, 7, 28, 0, 30), local(2005, 7, 27, 12), "tomorrow at 12:30 AM"},
         {local(2006, 1, 1, 0, 30), local(2005, 12, 31, 23, 59), "tomorrow at 12:30 AM"},
         {local(2005, 7, 26, 13), local(2005, 7, 27, 12), "yesterday at 1:00 PM"},
-        // Over a day ahead is tomorrow until midnight.
+        // More than 24 hours ahead is still tomorrow until midnight.
         {local(2005, 7, 29, 23, 59), local(2005, 7, 28, 12), "tomorrow at 11:59 PM"},
         {local(2005, 7, 30, 0), local(2005, 7, 28, 12), "Sat Jul 30 at 12:00 AM"},
-        // Over a day ago has a date, though it was yesterday by the calendar.
+        // More than 24 hours ago gets a date, even if it was yesterday.
         {local(2005, 7, 31, 22), local(2005, 8, 1, 23), "Sun Jul 31 at 10:00 PM"},
         {local(2005, 7, 27, 6), local(2005, 7, 28, 12), "Wed Jul 27 at 6:00 AM"},
         {local(2005, 7, 27, 21, 30), local(2005, 1, 1, 0), "Wed Jul 27 at 9:30 PM"},
         {local(2006, 1, 2, 21, 30), local(2005, 12, 30, 12), "Mon Jan 02, 2006 at 9:30 PM"},
         {local(2004, 12, 31, 8), local(2005, 1, 3, 0), "Fri Dec 31, 2004 at 8:00 AM"},
-        // A negative time has fields of 0.
+        // All fields of a negative time are 0.
         {TimeValue(-1), TimeValue(100 * day), " at 12:00 AM"},
         {TimeValue(), local(2005, 7, 27, 12), ""},
     };

@@ -1,4 +1,4 @@
-// Expected instants: the runtime's for local fields, the calendar's for UTC.
+// Expected times, computed by the runtime for local fields and by the calendar for UTC.
 #pragma once
 
 #include "tests/support/instants.h"
@@ -10,7 +10,7 @@
 
 namespace test {
 
-/// The runtime's answer, which rolls over fields out of range; 0 when it has none in 32 bits.
+/// Rolls over fields out of range, like the runtime. 0 if the result exceeds 32 bits.
 inline std::int32_t localSeconds(int year, int month, int day, int hour = 0, int minute = 0, int second = 0,
                                  int isDst = -1) {
     std::tm fields{};
@@ -31,7 +31,7 @@ inline std::int32_t utcSeconds(int year, unsigned month, unsigned day) {
     return static_cast<std::int32_t>(duration_cast<seconds>(date.time_since_epoch()).count());
 }
 
-/// Both ends of the range, ends of days and months in every zone, and sweeps across the changes of the clock.
+/// Both ends of the range, ends of days and months in every zone, and times around clock changes.
 inline std::vector<std::int32_t> instants() {
     std::vector<std::int32_t> result = {1, 2 * 86400, 68'169'599, 784'111'777, INT32_MAX - 1, INT32_MAX};
     for (const std::int32_t end : calendarEnds())

@@ -1,5 +1,5 @@
-// For the tests to start: ends with the code that the arguments are, or with 5 once an event of that name is
-// signalled.
+// A process for the tests. usage: startedprocess EXITCODE | EVENTNAME
+// With an event name, waits for the event and ends with code 5.
 #include "tests/support/patience.h"
 
 #include <windows.h>

@@ -13,7 +13,7 @@
 namespace base {
 namespace {
 
-TEST(Strings, TrimTakesTheSetFromItsEnds) {
+TEST(Strings, TrimRemovesTheSetFromBothEnds) {
     const struct {
         const char *text, *set, *left, *right, *both;
     } rows[] = {
@@ -36,7 +36,7 @@ TEST(Strings, TrimTakesTheSetFromItsEnds) {
     }
 }
 
-TEST(Strings, ToLowerTakesEveryCharacterFromTheCodePage) {
+TEST(Strings, ToLowerFollowsTheCodePage) {
     std::string text = "C:\\AbC@[`{Z9.KRA";
     toLower(text);
     EXPECT_EQ(text, "c:\\abc@[`{z9.kra");
@@ -49,7 +49,7 @@ TEST(Strings, ToLowerTakesEveryCharacterFromTheCodePage) {
     EXPECT_EQ(all, expected);
 }
 
-TEST(Strings, ToIntegerReadsTheNumberAtTheStartAndWrapsAround) {
+TEST(Strings, ToIntegerReadsTheLeadingNumberAndWrapsAround) {
     const struct {
         const char* text;
         int base;
@@ -74,7 +74,7 @@ int digitIn36(int code) {
     return code >= 'A' && code <= 'Z' ? code - 'A' + 10 : 99;
 }
 
-TEST(Strings, ToIntegerTakesTheDigitsOfTheBase) {
+TEST(Strings, ToIntegerAcceptsTheDigitsOfTheBase) {
     for (int base = 2; base <= 36; ++base)
         for (int code = 0; code < 256; ++code) {
             const std::string text = std::string("1") + static_cast<char>(code) + "1";
@@ -107,7 +107,7 @@ TEST(Strings, FillOverwritesAndAppendsUpToTheCount) {
     }
 }
 
-TEST(Strings, PieceAtCutsAtEachSeparator) {
+TEST(Strings, PieceAtSplitsAtEachSeparator) {
     const struct {
         const char* text;
         std::uint32_t n;
@@ -125,7 +125,7 @@ int sign(int number) {
     return (number > 0) - (number < 0);
 }
 
-TEST(Strings, CompareNoCaseComparesLoweredCharactersAndSortsAPrefixFirst) {
+TEST(Strings, CompareNoCaseIgnoresCaseAndSortsAPrefixFirst) {
     const struct {
         std::string a, b;
         int expected;
@@ -140,7 +140,7 @@ TEST(Strings, CompareNoCaseComparesLoweredCharactersAndSortsAPrefixFirst) {
         EXPECT_EQ(sign(compareNoCase(a, b)), expected) << a << ' ' << b;
 }
 
-TEST(Strings, EveryByteIsComparedAsUnsignedAndLowered) {
+TEST(Strings, ComparesLoweredUnsignedBytes) {
     for (int a = 0; a < 256; ++a)
         for (int b = 0; b < 256; ++b) {
             const std::string x(1, static_cast<char>(a));
@@ -172,7 +172,7 @@ TEST(Strings, StartsAndEndsAreComparedWithoutCase) {
     }
 }
 
-TEST(Strings, FindNoCaseGivesTheFirstPositionFromOneToBelowALimit) {
+TEST(Strings, FindNoCaseReturnsTheFirstPositionInTheGivenRange) {
     EXPECT_EQ(notFound, 0xFFFFFFFFU);
     EXPECT_EQ(findNoCase(std::string("X\0B", 3), "b"), 2U);
     const struct {

@@ -24,7 +24,7 @@ TEST(Tables, Crc32GivesTheStandardsCheckValue) {
     EXPECT_EQ(crc32Table[255], 0x2D02EF8DU);
 }
 
-// With the linearity the entries of the eight powers of two decide about all of them.
+// With linearity, checking the eight powers of two covers every entry.
 TEST(Tables, Crc32IsLinear) {
     for (std::uint32_t a = 0; a < 256; ++a)
         for (std::uint32_t b = 0; b < 256; ++b)
@@ -38,7 +38,7 @@ std::string range(char first, char last) {
     return text;
 }
 
-TEST(Tables, AlphabetsAreThoseOfTheirEncodings) {
+TEST(Tables, AlphabetsMatchTheirEncodings) {
     EXPECT_EQ(base64Alphabet, range('A', 'Z') + range('a', 'z') + range('0', '9') + "+/");
     EXPECT_EQ(uuencodeAlphabet, '`' + range('!', '_'));
     EXPECT_EQ(xxencodeAlphabet, "+-" + range('0', '9') + range('A', 'Z') + range('a', 'z'));

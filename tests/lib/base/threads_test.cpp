@@ -29,14 +29,14 @@ SCHEDULER_STAND_IN("msvcrt.dll", _beginthread, "__beginthread");
 
 namespace {
 
-/// Looks after all of the program's own variables are gone.
+/// Checks after all other static variables are destroyed.
 struct AfterExit {
-    std::size_t withRing = 0; ///< bytes of the program while its ring holds 64 MB
+    std::size_t withRing = 0; ///< committed bytes while the ring holds 64 MB
 
     ~AfterExit() {
         if (withRing == 0 || test::committedBytes(MEM_PRIVATE) < withRing - (60U << 20))
             return;
-        std::fprintf(stderr, "At exit the program's ring of scratch buffers is not freed.\n");
+        std::fprintf(stderr, "The main thread's ring of scratch buffers was not freed at exit.\n");
         std::_Exit(1);
     }
 } afterExit [[gnu::init_priority(101)]];
@@ -63,12 +63,12 @@ TEST(Threads, ThreadHasTheDefaultStackAndDoesNothingWithoutMemory) {
     }
     EXPECT_EQ(stackSize, 0U);
     EXPECT_NE(thread, threadFailed);
-    // Signalled, or closed by the runtime already: the thread is over.
+    // Anything but a timeout means that the thread ended. The runtime may have closed the handle.
     EXPECT_NE(WaitForSingleObject(reinterpret_cast<HANDLE>(thread), patience), DWORD{WAIT_TIMEOUT});
     EXPECT_FALSE(called);
 }
 
-TEST(Threads, ThreadThatIsRefusedLeavesNothingBehind) {
+TEST(Threads, RefusedThreadLeaksNothing) {
     const std::size_t allocated = test::allocationCount;
     const std::size_t freed = test::deallocationCount;
     platform::_beginthread.answer = threadFailed;
@@ -80,7 +80,7 @@ TEST(Threads, ThreadThatIsRefusedLeavesNothingBehind) {
     EXPECT_FALSE(called);
 }
 
-TEST(Threads, ExceptionEndsItsThreadAlone) {
+TEST(Threads, ExceptionEndsOnlyItsThread) {
     EXPECT_TRUE(runOnThread([] { throw std::runtime_error("not for the runtime"); }));
 }
 
@@ -90,13 +90,13 @@ std::uint32_t allocationsOf(const std::function<void()>& work) {
     return scratchAllocationCount() - before;
 }
 
-/// Asks for so many small ones, which brings a ring back to the slot before the last.
+/// Advances the ring by 15 of its 16 slots.
 void ask15(ScratchRing& ring) {
     for (int i = 0; i < 15; ++i)
         ring.buffer(1);
 }
 
-TEST(Threads, RingHandsOut16BuffersInTurn) {
+TEST(Threads, RingCyclesThrough16Buffers) {
     ScratchRing ring;
     std::vector<void*> buffers;
     for (char i = 0; i < 16; ++i) {
@@ -107,15 +107,15 @@ TEST(Threads, RingHandsOut16BuffersInTurn) {
     for (char i = 0; i < 16; ++i) {
         void* const buffer = ring.buffer(100);
         EXPECT_EQ(buffer, buffers[static_cast<std::size_t>(i)]);
-        EXPECT_EQ(std::string(static_cast<char*>(buffer), 100), std::string(100, i)) << "it is as it was";
+        EXPECT_EQ(std::string(static_cast<char*>(buffer), 100), std::string(100, i)) << "the content changed";
     }
 }
 
 std::size_t sizeOf(void* buffer) {
-    return buffer ? _msize(buffer) : 0; // a new slot is a buffer of size 0
+    return buffer ? _msize(buffer) : 0; // an unused slot counts as size 0
 }
 
-TEST(Threads, RingKeepsABufferOrReplacesItByOneOfTheSizeAskedFor) {
+TEST(Threads, RingReusesABufferOrReplacesItWithTheRequestedSize) {
     const struct {
         std::size_t first, second;
         bool kept;
@@ -135,7 +135,7 @@ TEST(Threads, RingKeepsABufferOrReplacesItByOneOfTheSizeAskedFor) {
     }
 }
 
-TEST(Threads, RingKeepsAFailedAllocationAsABufferOfThatSize) {
+TEST(Threads, RingRemembersAFailedAllocationAsABufferOfThatSize) {
     const struct {
         std::size_t second;
         std::uint32_t allocations;
@@ -150,7 +150,7 @@ TEST(Threads, RingKeepsAFailedAllocationAsABufferOfThatSize) {
     }
 }
 
-TEST(Threads, RingsFailedAllocationsLeaveItsOtherBuffersAlone) {
+TEST(Threads, RingKeepsItsOtherBuffersAfterAFailedAllocation) {
     ScratchRing ring;
     auto* const first = static_cast<char*>(ring.buffer(10));
     std::memset(first, 'a', 10);
@@ -174,7 +174,7 @@ TEST(Threads, RingFreesReplacedBuffers) {
     EXPECT_LT(committedBytes(MEM_PRIVATE), before + 8 * megabyte);
 }
 
-TEST(Threads, ClearedRingStartsAfresh) {
+TEST(Threads, ClearedRingIsEmpty) {
     ScratchRing ring;
     for (int i = 0; i < 5; ++i)
         ring.buffer(10);
@@ -188,7 +188,7 @@ TEST(Threads, ClearedRingStartsAfresh) {
     ring.clear();
 }
 
-TEST(Threads, EachThreadHasARingOfItsOwnEmptyAtItsStart) {
+TEST(Threads, EachThreadStartsWithItsOwnEmptyRing) {
     std::array<void*, 16> mine{};
     for (void*& buffer : mine) {
         buffer = scratchBuffer(100);
@@ -207,7 +207,7 @@ TEST(Threads, EachThreadHasARingOfItsOwnEmptyAtItsStart) {
         }));
     for (void* const buffer : mine) {
         EXPECT_EQ(std::string(static_cast<const char*>(buffer), 100), std::string(100, 'm'));
-        EXPECT_EQ(scratchBuffer(100), buffer) << "the other threads did not move the ring on";
+        EXPECT_EQ(scratchBuffer(100), buffer) << "another thread advanced this ring";
     }
 }
 
@@ -231,7 +231,7 @@ DWORD WINAPI otherThread(void* buffer) {
     return 0;
 }
 
-TEST(Threads, ThreadsStartedOtherwiseShareTheMainThreadsRing) {
+TEST(Threads, ForeignThreadsShareTheMainThreadsRing) {
     void* const mine = scratchBuffer(10);
     for (int i = 0; i < 15; ++i)
         scratchBuffer(10);
@@ -242,7 +242,7 @@ TEST(Threads, ThreadsStartedOtherwiseShareTheMainThreadsRing) {
     EXPECT_EQ(theirs, mine);
 }
 
-TEST(Threads, ProgramsRingIsFreedAtExit) {
+TEST(Threads, MainThreadsRingIsFreedAtExit) {
     for (int i = 0; i < 16; ++i)
         ASSERT_NE(scratchBuffer(4 * megabyte), nullptr);
     afterExit.withRing = test::committedBytes(MEM_PRIVATE);

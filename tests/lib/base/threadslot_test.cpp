@@ -9,7 +9,7 @@
 
 namespace {
 
-/// The runtime library needs slots: only the first request after this variable's initialisation is refused.
+/// Refuses only the first request after its initialisation, because the runtime library needs slots, too.
 bool refuses = false;
 int refusals = 0;
 struct Refusal {
@@ -17,7 +17,7 @@ struct Refusal {
 } armed [[gnu::init_priority(65534)]];
 
 DWORD WINAPI slotUnlessRefused() {
-    // Not static: the initialisation would need a slot.
+    // Not static, because a static initialiser would need a slot.
     const auto original = test::platformFunction<decltype(&TlsAlloc)>("kernel32.dll", "TlsAlloc");
     if (!std::exchange(refuses, false))
         return original();
@@ -32,7 +32,7 @@ SCHEDULER_REPLACE_IMPORT(TlsAlloc, "_TlsAlloc@0", slotUnlessRefused);
 namespace base {
 namespace {
 
-TEST(ThreadSlot, WithoutOneThreadsShareTheMainThreadsBuffers) {
+TEST(ThreadSlot, ThreadsShareTheMainThreadsBuffersWithoutASlot) {
     EXPECT_EQ(refusals, 1);
     std::set<void*> ring;
     for (int i = 0; i < 16; ++i)

@@ -24,7 +24,7 @@ TEST(TimeOfDay, IsSecondsAfterMidnight) {
         EXPECT_EQ(parseTimeOfDay(text).seconds(), seconds) << '"' << text << '"';
 }
 
-TEST(TimeOfDay, EveryMinuteIsReadInEveryForm) {
+TEST(TimeOfDay, EveryMinuteIsParsedInEveryForm) {
     for (int minute = 0; minute < 1440; ++minute) {
         const int hour = minute / 60;
         char text[32] = {};
@@ -33,7 +33,7 @@ TEST(TimeOfDay, EveryMinuteIsReadInEveryForm) {
             ASSERT_EQ(parseTimeOfDay(text).seconds(), minute * 60) << text;
         }
         for (const char* pattern : {"%d:%02d %s", "%02d%02d %s"}) {
-            // 12:05 am is not 1205 am alone: below 1:00 the compact form needs its 12.
+            // The compact form before 1:00 am needs the 12: "1205 am".
             snprintf(text, sizeof(text), pattern, hour % 12 == 0 ? 12 : hour % 12, minute % 60,
                      hour < 12 ? "am" : "pm");
             ASSERT_EQ(parseTimeOfDay(text).seconds(), minute * 60) << text;
@@ -45,9 +45,9 @@ TEST(TimeOfDay, EveryMinuteIsReadInEveryForm) {
     }
 }
 
-TEST(TimeOfDay, NumberBeyondTheRangeIsTheLargestAndTheSumWrapsAround) {
+TEST(TimeOfDay, NumbersSaturateAndTheSumWrapsAround) {
     EXPECT_EQ(parseTimeOfDay("0:0:99999999999999999999").seconds(), std::numeric_limits<std::int32_t>::max());
-    // 21,474,836 hours, 47 minutes and 2,147,483,647 seconds wrap around to -24,855 days and a part of one.
+    // 21,474,836 hours, 47 minutes and 2,147,483,647 seconds wrap around to a negative span.
     EXPECT_EQ(parseTimeOfDay("99999999999999999999:99999999999999999999:99999999999999999999").seconds(),
               -2'147'472'000);
 }

@@ -31,7 +31,7 @@ struct ShellCall {
     NOTIFYICONDATAA record;
 };
 std::vector<ShellCall> shellCalls;
-std::vector<std::uintptr_t> loadedIcons; ///< by resource number
+std::vector<std::uintptr_t> loadedIcons; ///< resource ids
 
 constexpr std::uint16_t firstIcon = 101;
 constexpr std::uint16_t secondIcon = 102;
@@ -41,7 +41,7 @@ constexpr std::uint16_t noIcon = 999;
 class TrayIcon : public testing::Test {
 protected:
     TrayIcon() {
-        // With the shell's window comes its notification area.
+        // The notification area exists once the shell's window does.
         for (unsigned waited = 0; waited < test::patience && !FindWindowA("Shell_TrayWnd", nullptr);
              waited += 20)
             Sleep(20);
@@ -50,8 +50,7 @@ protected:
     }
     ~TrayIcon() override { DestroyWindow(window_); }
 
-    /// Handlers at exit run in reverse order, and the cache registers its end when it is first used: between
-    /// these two nothing but the cache is destroyed.
+    /// Exit handlers run in reverse order. Only the cache registers its own between these two.
     static void SetUpTestSuite() {
         platform::Shell_NotifyIconA.note = [](DWORD message, NOTIFYICONDATAA* record) {
             shellCalls.push_back({message, *record});
@@ -66,7 +65,7 @@ protected:
         std::atexit([] {
             if (heldWithCache_ == test::heldBlocks() + 3)
                 return;
-            std::fprintf(stderr, "At exit the cache of three icons is not emptied.\n");
+            std::fprintf(stderr, "The cache of three icons was not emptied at exit.\n");
             std::_Exit(1);
         });
         for (const std::uint16_t icon : {firstIcon, secondIcon, keptIcon})
@@ -80,7 +79,7 @@ protected:
         CreateWindowExA(0, "STATIC", "", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr, nullptr, nullptr);
 };
 
-/// The record's first form is all that is used of it.
+/// Uses the oldest version of the structure, 88 bytes.
 NOTIFYICONDATAA emptyRecord(HWND window) {
     NOTIFYICONDATAA record;
     std::memset(&record, 0, sizeof record);
@@ -94,7 +93,7 @@ void expectSame(const NOTIFYICONDATAA& record, const NOTIFYICONDATAA& expected) 
         << record.cbSize << ' ' << record.uFlags << ' ' << record.uCallbackMessage << ' ' << record.szTip;
 }
 
-TEST_F(TrayIcon, TipIsCutTo63Characters) {
+TEST_F(TrayIcon, TipIsTruncatedTo63Characters) {
     for (const std::size_t length : {0U, 62U, 63U, 64U, 128U, 5000U}) {
         std::string tip;
         for (std::size_t i = 0; i < length; ++i)
@@ -106,7 +105,7 @@ TEST_F(TrayIcon, TipIsCutTo63Characters) {
     }
 }
 
-TEST_F(TrayIcon, LivesFromAddingToRemoval) {
+TEST_F(TrayIcon, ExistsFromAddingToRemoval) {
     EXPECT_FALSE(modifyTrayIcon(window_, firstIcon, "tip"));
     EXPECT_FALSE(removeTrayIcon(window_));
     EXPECT_TRUE(addTrayIcon(window_, firstIcon, std::string(200, 't')));
@@ -117,7 +116,7 @@ TEST_F(TrayIcon, LivesFromAddingToRemoval) {
     EXPECT_FALSE(removeTrayIcon(window_));
 }
 
-TEST_F(TrayIcon, ShellIsToldMessageIconAndTip) {
+TEST_F(TrayIcon, ShellReceivesMessageIconAndTip) {
     addTrayIcon(window_, firstIcon, "tip");
     modifyTrayIcon(window_, secondIcon, "other tip");
     removeTrayIcon(window_);
@@ -139,8 +138,8 @@ TEST_F(TrayIcon, ShellIsToldMessageIconAndTip) {
     EXPECT_NE(shellCalls[0].record.hIcon, shellCalls[1].record.hIcon);
 }
 
-TEST_F(TrayIcon, BalloonWarnsAtTheIconAndLeavesIconAndTip) {
-    EXPECT_FALSE(showTrayBalloon(window_, "title", "text")) << "there is no icon";
+TEST_F(TrayIcon, BalloonShowsAWarningAndKeepsIconAndTip) {
+    EXPECT_FALSE(showTrayBalloon(window_, "title", "text")) << "the window has no icon";
     addTrayIcon(window_, firstIcon, "tip");
     shellCalls.clear();
     EXPECT_TRUE(showTrayBalloon(window_, "title", "text"));
@@ -156,7 +155,7 @@ TEST_F(TrayIcon, BalloonWarnsAtTheIconAndLeavesIconAndTip) {
     removeTrayIcon(window_);
 }
 
-TEST_F(TrayIcon, BalloonIsCutTo63And255Characters) {
+TEST_F(TrayIcon, BalloonIsTruncatedTo63And255Characters) {
     for (const std::size_t length : {255U, 256U, 5000U}) {
         showTrayBalloon(window_, std::string(length, 't'), std::string(length, 'x'));
         EXPECT_EQ(shellCalls.back().record.szInfoTitle, std::string(63, 't'));
@@ -165,14 +164,14 @@ TEST_F(TrayIcon, BalloonIsCutTo63And255Characters) {
     }
 }
 
-TEST_F(TrayIcon, MissingWindowOrIconIsRefusedWithoutTheShell) {
+TEST_F(TrayIcon, MissingWindowOrIconFailsWithoutCallingTheShell) {
     EXPECT_FALSE(addTrayIcon(nullptr, firstIcon, "tip"));
     EXPECT_FALSE(modifyTrayIcon(nullptr, firstIcon, "tip"));
     EXPECT_THAT(loadedIcons, IsEmpty());
     EXPECT_FALSE(addTrayIcon(window_, noIcon, "tip"));
     EXPECT_FALSE(modifyTrayIcon(window_, noIcon, "tip"));
     EXPECT_THAT(shellCalls, IsEmpty());
-    EXPECT_THAT(loadedIcons, ElementsAre(noIcon, noIcon)) << "a failure is not kept";
+    EXPECT_THAT(loadedIcons, ElementsAre(noIcon, noIcon)) << "failures must not be cached";
     EXPECT_FALSE(removeTrayIcon(nullptr));
 }
 
@@ -182,7 +181,7 @@ TEST_F(TrayIcon, IconsAreLoadedOnceAndNeverDestroyed) {
         modifyTrayIcon(window_, keptIcon, "tip");
         removeTrayIcon(window_);
     }
-    EXPECT_THAT(loadedIcons, IsEmpty()) << "the set-up has loaded it";
+    EXPECT_THAT(loadedIcons, IsEmpty()) << "SetUpTestSuite already loaded it";
     ICONINFO icon{};
     ASSERT_TRUE(GetIconInfo(shellCalls.front().record.hIcon, &icon));
     DeleteObject(icon.hbmMask);

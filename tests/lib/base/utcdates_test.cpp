@@ -34,11 +34,11 @@ void expectExact(std::int32_t from, std::int32_t to, std::int32_t step) {
         ASSERT_EQ(throughUtcFields(static_cast<std::int32_t>(t)), t);
 }
 
-TEST(UtcDates, AreExactInEverySeasonAcrossChangesOfTheClockAndAtBothEndsOfTheRange) {
+TEST(UtcDates, AreExactAcrossSeasonsClockChangesAndBothEndsOfTheRange) {
     EXPECT_EQ(TimeValue::fromUtc(2005, 7, 23, 19, 54, 28).seconds(), 1'122'148'468);
     expectExact(utcSeconds(2004, 1, 1), utcSeconds(2006, 1, 1), 7 * 3600 + 1);
     expectExact(utcSeconds(2024, 1, 1), utcSeconds(2027, 1, 1), 7 * 3600 + 1);
-    // The fields are first taken for local ones, so the zone's offset widens the range to look at.
+    // fromUtc first treats the fields as local, so the zone's offset widens the range.
     for (const std::int32_t change : test::clockChanges())
         expectExact(change - 16 * 3600, change + 16 * 3600, 601);
     constexpr std::int32_t around = 26 * 3600;
@@ -47,7 +47,7 @@ TEST(UtcDates, AreExactInEverySeasonAcrossChangesOfTheClockAndAtBothEndsOfTheRan
     expectExact(largest, largest, 1);
 }
 
-TEST(UtcDates, BeyondTheRangeAreNoTime) {
+TEST(UtcDates, OutsideTheRangeAreEmpty) {
     for (const int beyond : {1, 2, 3599, 3600, 5 * 3600, 13 * 3600, 86400, 86401, 2 * 86400}) {
         EXPECT_EQ(TimeValue::fromUtc(1970, 1, 1, 0, 0, -beyond), TimeValue()) << beyond;
         EXPECT_EQ(TimeValue::fromUtc(2038, 1, 19, 3, 14, 7 + beyond), TimeValue()) << beyond;
@@ -61,7 +61,7 @@ TEST(UtcDates, RollOverFieldsOutOfRange) {
     EXPECT_EQ(TimeValue::fromUtc(2005, 14, 1, 24, 0, 0).seconds(), utcSeconds(2006, 2, 2));
 }
 
-// East of Greenwich the fields of this instant are those that second 0, which is no time, has in local time.
+// East of Greenwich, the UTC fields of this instant equal the local fields of second 0, the empty time.
 TEST(UtcDates, InstantWhoseFieldsAreSecond0InLocalTimeIsExact) {
     const std::int32_t t = std::abs(test::localSeconds(1970, 1, 3, 0, 0, 0, 0) - 2 * 86400);
     EXPECT_EQ(throughUtcFields(t), t);

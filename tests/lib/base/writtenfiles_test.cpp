@@ -32,17 +32,17 @@ protected:
     const std::string copy_ = folder_.file("copy");
 };
 
-TEST_F(WrittenFiles, FileReplacesTheBytesAndIsReleased) {
+TEST_F(WrittenFiles, WriteReplacesTheContentAndReleasesTheFile) {
     for (const std::string& content :
          {"a\nb\r\nc\0d\x1a\xff"s, std::string(1'500'001, '\n'), "short"s, ""s, "again"s}) {
         EXPECT_TRUE(writeWhole(path_, content));
         EXPECT_TRUE(fileExists(path_));
         EXPECT_EQ(fileContent(path_), content);
-        EXPECT_TRUE(openFile(path_, GENERIC_READ | GENERIC_WRITE, 0)) << "no one else has it";
+        EXPECT_TRUE(openFile(path_, GENERIC_READ | GENERIC_WRITE, 0)) << "the file is still open";
     }
 }
 
-TEST_F(WrittenFiles, FileTakesPiecesAndIsClosedByItsDestruction) {
+TEST_F(WrittenFiles, PiecesAreAppendedAndTheDestructorClosesTheFile) {
     {
         WrittenFile file(path_);
         EXPECT_TRUE(file.write(bytesOf("one")));
@@ -53,14 +53,14 @@ TEST_F(WrittenFiles, FileTakesPiecesAndIsClosedByItsDestruction) {
     EXPECT_TRUE(isFree(path_));
 }
 
-/// The descriptor of the file that is opened next: the lowest that is free.
+/// The lowest free descriptor, which the next opened file gets.
 int nextDescriptor() {
     const int descriptor = _dup(_fileno(stderr));
     _close(descriptor);
     return descriptor;
 }
 
-TEST_F(WrittenFiles, FileIsNotInheritedAndFailsWhenItCannotBeClosed) {
+TEST_F(WrittenFiles, HandleIsNotInheritedAndAFailedCloseIsReported) {
     const int descriptor = nextDescriptor();
     WrittenFile file(path_);
     const auto handle = reinterpret_cast<HANDLE>(_get_osfhandle(descriptor));
@@ -71,7 +71,7 @@ TEST_F(WrittenFiles, FileIsNotInheritedAndFailsWhenItCannotBeClosed) {
     EXPECT_FALSE(file.close());
 }
 
-TEST_F(WrittenFiles, FileTakesNothingUnlessItIsOpen) {
+TEST_F(WrittenFiles, WritesFailUnlessTheFileIsOpen) {
     WrittenFile closed(path_);
     EXPECT_TRUE(closed.close());
     EXPECT_FALSE(closed.write(bytesOf("content")));
@@ -83,7 +83,7 @@ TEST_F(WrittenFiles, FileTakesNothingUnlessItIsOpen) {
     }
 }
 
-TEST_F(WrittenFiles, FileFailsOnAFileThatAnotherKeeps) {
+TEST_F(WrittenFiles, WriteFailsWhileTheFileIsLocked) {
     ASSERT_TRUE(writeFile(path_, "content"));
     const FileHandle other = openFile(path_, GENERIC_READ, FILE_SHARE_READ);
     ASSERT_TRUE(other);
@@ -91,18 +91,18 @@ TEST_F(WrittenFiles, FileFailsOnAFileThatAnotherKeeps) {
     EXPECT_EQ(fileContent(path_), "content");
 }
 
-TEST_F(WrittenFiles, FileWithoutAStreamIsReleased) {
+TEST_F(WrittenFiles, FileIsReleasedWhenTheStreamCannotBeCreated) {
     ASSERT_TRUE(writeWhole(path_, "first"));
     const unsigned handles = handleCount();
     platform::_fdopen.answer = nullptr;
     EXPECT_FALSE(writeWhole(path_, "content"));
     platform::_fdopen.answer.reset();
     EXPECT_EQ(handleCount(), handles);
-    EXPECT_TRUE(openFile(path_, GENERIC_WRITE, 0)) << "no one else has it";
+    EXPECT_TRUE(openFile(path_, GENERIC_WRITE, 0)) << "the file is still open";
     EXPECT_TRUE(writeWhole(path_, "again"));
 }
 
-TEST_F(WrittenFiles, FileKeepsTheErrorOfTheFirstStepThatFailed) {
+TEST_F(WrittenFiles, FirstErrorIsKept) {
     WrittenFile good(path_);
     EXPECT_TRUE(good.write(bytesOf("content")));
     EXPECT_TRUE(good.close());
@@ -120,7 +120,7 @@ TEST_F(WrittenFiles, FileKeepsTheErrorOfTheFirstStepThatFailed) {
     }
 }
 
-TEST_F(WrittenFiles, CopyHoldsTheWholeSource) {
+TEST_F(WrittenFiles, CopyHasTheWholeSource) {
     for (const std::string& content : {std::string("a\r\n\0\x1A", 5), std::string("last cop?"),
                                        std::string(300'001, '\n'), std::string("x")}) {
         ASSERT_TRUE(writeFile(path_, content));
@@ -132,7 +132,7 @@ TEST_F(WrittenFiles, CopyHoldsTheWholeSource) {
     EXPECT_TRUE(isFree(path_) && isFree(copy_));
 }
 
-TEST_F(WrittenFiles, CopyStaysAsItIsWithoutASource) {
+TEST_F(WrittenFiles, CopyIsUnchangedWhenTheSourceCannotBeRead) {
     EXPECT_FALSE(copyOver(path_, copy_));
     ASSERT_TRUE(writeFile(path_, ""));
     EXPECT_FALSE(copyOver(path_, copy_));
@@ -142,7 +142,7 @@ TEST_F(WrittenFiles, CopyStaysAsItIsWithoutASource) {
     EXPECT_EQ(fileContent(copy_), "last copy");
 }
 
-TEST_F(WrittenFiles, CopyStaysAsItIsWhenItCannotBeWritten) {
+TEST_F(WrittenFiles, CopyIsUnchangedWhenItCannotBeWritten) {
     ASSERT_TRUE(writeFile(path_, "content"));
     {
         const FileHandle other = openFile(copy_, GENERIC_READ, FILE_SHARE_READ);
@@ -155,11 +155,11 @@ TEST_F(WrittenFiles, CopyStaysAsItIsWhenItCannotBeWritten) {
     EXPECT_FALSE(copyOver(path_, subfolder));
 }
 
-TEST_F(WrittenFiles, CopyIsOnTheDiskWhenItSucceeds) {
+TEST_F(WrittenFiles, CopyIsFlushedToDisk) {
     ASSERT_TRUE(writeWhole(path_, "content"));
     static unsigned flushes = 0;
     platform::FlushFileBuffers.note = [](HANDLE file) {
-        EXPECT_EQ(GetFileSize(file, nullptr), 7U) << "all of it is written";
+        EXPECT_EQ(GetFileSize(file, nullptr), 7U) << "flushed before everything was written";
         ++flushes;
     };
     EXPECT_TRUE(copyOver(path_, copy_));

@@ -25,7 +25,7 @@ protected:
         addEntries(list, pattern, names, state, clock, store);
     }
 
-    FakeClock clock{TimeValue(1'800'000'030)}; // 30 seconds into a minute
+    FakeClock clock{TimeValue(1'800'000'030)}; // 30 seconds past the minute
     const TimeValue inAnHour = clock.now() + TimeSpan::fromMinutes(60);
     scheduler::EngineState state;
     EventLog log;
@@ -33,7 +33,7 @@ protected:
     scheduler::ScheduleList list;
 };
 
-TEST_F(Additions, BeginWithARecordThatRunsAtStartupOrFollowsTheLastEntry) {
+TEST_F(Additions, NewEntryRunsAtStartupOrAfterTheLastEntry) {
     ScheduledProject expected;
     expected.kind = scheduler::ScheduleKind::AtStartup;
     expected.time = TimeValue(1'800'000'060);
@@ -46,7 +46,7 @@ TEST_F(Additions, BeginWithARecordThatRunsAtStartupOrFollowsTheLastEntry) {
     }
 }
 
-TEST_F(Additions, BeginWithTheWholeMinuteAMinuteAhead) {
+TEST_F(Additions, NewEntryStartsAtTheNextWholeMinute) {
     const std::pair<std::int32_t, std::int32_t> rows[] = {{1'800'000'000, 1'800'000'060},
                                                           {1'800'000'001, 1'800'000'060},
                                                           {1'800'000'059, 1'800'000'060},
@@ -79,7 +79,7 @@ TEST_F(Additions, ComputeTheNextRunWithTheClockAndTheStartupFlag) {
     EXPECT_EQ(list[2].nextRun, TimeValue());
 }
 
-TEST_F(Additions, OfSeveralFilesAreCopiesOfThePatternEachWithItsSaveAndShownOnce) {
+TEST_F(Additions, SeveralFilesCopyTheTemplateSaveEachTimeAndRedrawOnce) {
     const RedrawLog redraws(list, log);
     ScheduledProject pattern = filledEntry();
     pattern.kind = scheduler::ScheduleKind::Once;
@@ -98,7 +98,7 @@ TEST_F(Additions, OfSeveralFilesAreCopiesOfThePatternEachWithItsSaveAndShownOnce
     EXPECT_THAT(log, ElementsAre("save", "save", "save", "redraw"));
 }
 
-TEST_F(Additions, JoinLaterNamesToTheFirstOnesFolderByOneMoreBackslash) {
+TEST_F(Additions, LaterNamesGetTheFirstFilesFolderAndAnExtraBackslash) {
     const std::pair<const char*, const char*> rows[] = {{"C:\\a.kra", "C:\\\\n"},
                                                         {"C:/x/a.kra", "C:/x/\\n"},
                                                         {"C:/x\\y/a.kra", "C:/x\\\\n"},

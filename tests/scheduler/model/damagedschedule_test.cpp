@@ -36,19 +36,19 @@ protected:
     const Bytes whole = encodedSchedule(std::vector{ScheduledProject(), filledEntry(), ScheduledProject()});
 };
 
-TEST_F(DamagedSchedule, IsWhatWasWrittenUnlessItIsDamaged) {
+TEST_F(DamagedSchedule, RoundTripsWhenUndamaged) {
     EXPECT_EQ(check(encodedSchedule(richSchedule())), Load::Replaced);
     EXPECT_EQ(entriesOf(list), richSchedule());
 }
 
-TEST_F(DamagedSchedule, HasNoEntriesWhenItsEndIsMissing) {
+TEST_F(DamagedSchedule, HasNoEntriesWhenTruncated) {
     for (std::size_t size = 0; size < whole.size(); ++size) {
         const Bytes content(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(size));
         EXPECT_EQ(check(content), size < headerSize ? Load::Untouched : Load::Emptied) << size;
     }
 }
 
-TEST_F(DamagedSchedule, HasTheRightEntriesOrNoneWhenABitIsChanged) {
+TEST_F(DamagedSchedule, HasTheExpectedEntriesOrNoneAfterABitFlip) {
     for (std::size_t bit = 0; bit < 8 * whole.size(); ++bit) {
         Bytes content = whole;
         content[bit / 8] ^= static_cast<std::byte>(1U << bit % 8);
@@ -57,7 +57,7 @@ TEST_F(DamagedSchedule, HasTheRightEntriesOrNoneWhenABitIsChanged) {
     }
 }
 
-TEST_F(DamagedSchedule, HasTheRightEntriesOrNoneAfterUpToThreePiecesOfDamage) {
+TEST_F(DamagedSchedule, HasTheExpectedEntriesOrNoneAfterUpToThreeChanges) {
     const std::vector<std::uint32_t> seeds = test::seeds(2000);
     const Bytes rich = encodedSchedule(richSchedule());
     std::map<Load, int> results;

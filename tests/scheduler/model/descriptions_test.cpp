@@ -31,7 +31,7 @@ protected:
     scheduler::EngineState state{.startupFlag = false, .suspended = false};
 };
 
-TEST_F(Descriptions, NameAProjectByItsTitleAndACommandLineByAllOfIt) {
+TEST_F(Descriptions, NameAProjectByItsTitleAndACommandLineInFull) {
     const struct {
         const char *path, *name;
     } rows[] = {{"C:\\Sites\\news.daily.kra", "news.daily"},
@@ -134,12 +134,12 @@ TEST_F(Descriptions, SayWhenTheNextRunIs) {
     const TimeValue justAfter = now + TimeSpan::fromSeconds(1);
     const Schedule table[] = {
         {due(never, after(1)), "waiting for news.daily"},
-        {due(justAfter, after(1)), "waiting for news.daily"}, // its time is set already
+        {due(justAfter, after(1)), "waiting for news.daily"}, // although its time is set
         {due(now, after(1)), "Now"},
         {due(never, after(3)), "waiting for (unknown)"},
         {due(never, after(-1)), "waiting for (unknown)"},
         {due(never, ofKind(1)), "next startup"},
-        {due(justAfter, ofKind(1)), "next startup"}, // a retry is ahead
+        {due(justAfter, ofKind(1)), "next startup"}, // a retry is pending
         {due(TimeValue(), ofKind(1)), "Now"},        // until it starts
         {due(never, once(justBefore)), "(never)"},
         {due(never, ofKind(scheduler::kindCount)), "(never)"},
@@ -154,10 +154,10 @@ TEST_F(Descriptions, SayWhenTheNextRunIs) {
         EXPECT_EQ(nextRun(row.entry), row.phrase) << "kind " << static_cast<int>(row.entry.kind);
 
     clock.advance(TimeSpan::fromSeconds(1));
-    EXPECT_EQ(nextRun(due(justAfter, once(justAfter))), "Now") << "the clock has moved on";
+    EXPECT_EQ(nextRun(due(justAfter, once(justAfter))), "Now") << "the clock moved on";
 }
 
-TEST_F(Descriptions, SayThatAnEntryRunsOrIsDisabledOrSuspendedInThisOrder) {
+TEST_F(Descriptions, SayRunningBeforeDisabledBeforeSuspended) {
     for (unsigned bits = 0; bits < 8; ++bits)
         for (ScheduledProject entry : {due(TimeValue(), hourly(0)), due(TimeValue::never(), hourly(0))}) {
             const std::string otherwise = entry.nextRun == TimeValue() ? "Now" : "(never)";
@@ -192,10 +192,10 @@ TEST_F(Descriptions, SayWhenTheLastRunWas) {
     EXPECT_EQ(describeLastRun(entry, clock), "Mon Jan 05 at 8:00 PM");
 }
 
-// In zones that are a quarter of an hour off, days begin at a quarter.
-TEST_F(Descriptions, OfTheNextAndTheLastRunHoldForAsLongAsIsSaid) {
+// In zones offset by a quarter of an hour, days start at a quarter of an hour.
+TEST_F(Descriptions, StayValidUntilTheReportedTime) {
     int changes = 0;
-    int looks = 0;
+    int checks = 0;
     for (const std::int32_t daysAhead : {-400, -3, 0, 2, 364, 366}) {
         ScheduledProject entry = due(TimeValue(now.seconds() + daysAhead * 86400 + 4711), once(now));
         entry.lastRun = TimeValue(now.seconds() - 815);
@@ -212,12 +212,12 @@ TEST_F(Descriptions, OfTheNextAndTheLastRunHoldForAsLongAsIsSaid) {
             ASSERT_EQ(phrasesAt(TimeValue(until.seconds() - 1)), phrases)
                 << daysAhead << ' ' << time.seconds();
             changes += phrases != before;
-            ++looks;
+            ++checks;
             before = phrases;
         }
     }
     EXPECT_GE(changes, 6 * 3 + 1 + 3) << "today, yesterday, earlier; now; tomorrow, today, now";
-    EXPECT_LT(looks, 6 * 5 * (96 + 4 + 1)) << "quarters of an hour and two times a day";
+    EXPECT_LT(checks, 6 * 5 * (96 + 4 + 1)) << "at most one check per quarter of an hour, plus a few per day";
 }
 
 } // namespace

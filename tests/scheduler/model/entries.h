@@ -15,13 +15,13 @@ namespace test {
 inline constexpr std::int32_t lowest = std::numeric_limits<std::int32_t>::min();
 inline constexpr std::int32_t highest = std::numeric_limits<std::int32_t>::max();
 
-/// A local date and time, found without the program's calendar.
+/// Local date and time. Independent of the program's calendar.
 inline base::TimeValue at(int year, int month, int day, int hour = 0, int minute = 0, int second = 0) {
     const plain::Second hourStart = plain::secondOf(year - 1900, month - 1, day, hour);
     return base::TimeValue(static_cast<std::int32_t>(hourStart) + minute * 60 + second);
 }
 
-/// A time of day, as the entries have it: with some date of long ago.
+/// A time of day on an arbitrary old date, as entries store it.
 inline base::TimeValue clockTime(int hour, int minute = 0, int second = 0) {
     return at(2003, 1, 15, hour, minute, second);
 }
@@ -61,7 +61,7 @@ inline scheduler::ScheduledProject hourly(std::int32_t minutes) {
     return ofKind(2, minutes);
 }
 
-/// `days` has a mark for each day from Monday to Sunday: a point for a day without a run.
+/// `days` has one character per day, Monday first: "." for a day without a run.
 inline scheduler::ScheduledProject daily(base::TimeValue time, std::string_view days) {
     scheduler::ScheduledProject entry = ofKind(3, 0, time);
     for (std::size_t i = 0; i < entry.weekdays.size(); ++i)

@@ -40,10 +40,10 @@ protected:
         return list;
     }
 
-    void TearDown() override { EXPECT_TRUE(DeleteFileA(schedulePath().c_str())) << "no one has it open"; }
+    void TearDown() override { EXPECT_TRUE(DeleteFileA(schedulePath().c_str())) << "the file is still open"; }
 };
 
-TEST_F(FullDiskSaves, FailHoweverSmallTheScheduleIs) {
+TEST_F(FullDiskSaves, FailAtAnySize) {
     for (const std::size_t count : {0U, 1U, 10U}) {
         ScheduleList list;
         filled(list, count);
@@ -53,7 +53,7 @@ TEST_F(FullDiskSaves, FailHoweverSmallTheScheduleIs) {
             EXPECT_FALSE(saveSchedule(list)) << count;
             EXPECT_EQ(test::handleCount(), handles);
         }
-        EXPECT_TRUE(saveSchedule(list)) << "there is room again";
+        EXPECT_TRUE(saveSchedule(list)) << "space is available again";
         EXPECT_EQ(fileContent(schedulePath()), encoded(list));
         ASSERT_TRUE(count == 10 || DeleteFileA(schedulePath().c_str()));
     }
@@ -61,14 +61,14 @@ TEST_F(FullDiskSaves, FailHoweverSmallTheScheduleIs) {
 
 class Failures : public ScheduleFileListener {
 public:
-    std::vector<std::string> told;
+    std::vector<std::string> paths;
 
 private:
     void onLoadFailed(const std::string&) override {}
-    void onSaveFailed(const std::string& path, const std::string&) override { told.push_back(path); }
+    void onSaveFailed(const std::string& path, const std::string&) override { paths.push_back(path); }
 };
 
-TEST_F(FullDiskSaves, TheCopyIsWholeWhenTheSaveIsNot) {
+TEST_F(FullDiskSaves, FailedSaveLeavesACompleteCopy) {
     Failures failures;
     ScheduleFile file(failures);
     ScheduleList list;
@@ -77,7 +77,7 @@ TEST_F(FullDiskSaves, TheCopyIsWholeWhenTheSaveIsNot) {
     {
         const FullDisk full(160 * 1024);
         file.save(filled(list, 2000));
-        EXPECT_EQ(failures.told, std::vector{schedulePath()});
+        EXPECT_EQ(failures.paths, std::vector{schedulePath()});
         EXPECT_LT(fileContent(schedulePath()).size(), encoded(list).size());
         EXPECT_EQ(fileContent("D:\\schedule.bak"), before);
         file.save(list);
@@ -87,25 +87,25 @@ TEST_F(FullDiskSaves, TheCopyIsWholeWhenTheSaveIsNot) {
     EXPECT_EQ(fileContent(schedulePath()), encoded(list));
     file.save(filled(list, 1));
     EXPECT_EQ(fileContent(schedulePath()), before);
-    EXPECT_EQ(failures.told.size(), 1U);
+    EXPECT_EQ(failures.paths.size(), 1U);
     EXPECT_TRUE(DeleteFileA("D:\\schedule.bak"));
 }
 
-TEST_F(FullDiskSaves, ACopyWithoutRoomDoesNotStopTheSave) {
+TEST_F(FullDiskSaves, SaveContinuesWhenTheCopyHasNoRoom) {
     Failures failures;
     ScheduleFile file(failures);
     ScheduleList list;
     file.save(filled(list, 10));
     {
         const FullDisk full;
-        file.save(filled(list, 5)); // has the room of the file that it replaces
+        file.save(filled(list, 5)); // fits in the space of the replaced file
         EXPECT_EQ(fileContent(schedulePath()), encoded(list));
-        EXPECT_TRUE(failures.told.empty());
+        EXPECT_TRUE(failures.paths.empty());
         file.save(filled(list, 2000));
-        EXPECT_EQ(failures.told.size(), 1U);
+        EXPECT_EQ(failures.paths.size(), 1U);
     }
     file.save(list);
-    EXPECT_EQ(fileContent("D:\\schedule.bak"), "") << "a cut file is not copied";
+    EXPECT_EQ(fileContent("D:\\schedule.bak"), "") << "a truncated file must not be copied";
     file.save({});
     EXPECT_EQ(fileContent("D:\\schedule.bak"), encoded(list));
     EXPECT_TRUE(DeleteFileA("D:\\schedule.bak"));

@@ -1,5 +1,4 @@
-// A process is killed at each system call of a save. What it leaves holds the schedule before or after the
-// save.
+// Kills a process at each system call of a save. No kill may lose the previous schedule.
 
 #include "lib/base/files.h"
 #include "lib/base/opsys.h"
@@ -31,10 +30,10 @@ class KilledSave : public test::ScheduleFolder {
 protected:
     struct Kills {
         unsigned count = 0;
-        unsigned cutFiles = 0; ///< how many of them left an incomplete schedule.dat
+        unsigned cutFiles = 0; ///< kills that left a truncated schedule.dat
     };
 
-    /// Kills a process that saves one after the other, at each call of its last save, until one gets through.
+    /// Runs the saves in a process and kills it at each call of the last save, until one run completes.
     template<class Prepare, class Expect>
     static Kills killAtEachCall(const std::vector<Schedule>& saves, const Prepare& prepare,
                                 const Expect& expectNothingLost) {
@@ -67,15 +66,15 @@ protected:
     }
 
     static void report(const Kills& kills) {
-        EXPECT_GT(kills.cutFiles, 0U) << "no kill met the write";
-        std::cout << kills.count << " kills, " << kills.cutFiles << " left a cut file\n";
+        EXPECT_GT(kills.cutFiles, 0U) << "no kill happened during the write";
+        std::cout << kills.count << " kills, " << kills.cutFiles << " left a truncated file\n";
     }
 };
 
-// A file is written in one piece, or in several.
+// Files written in one piece and in several.
 const std::vector<std::pair<std::size_t, std::size_t>> sizes = {{3000, 1}, {1, 3000}};
 
-TEST_F(KilledSave, TheFirstAfterALoadLosesNothing) {
+TEST_F(KilledSave, FirstSaveAfterALoadLosesNothing) {
     for (const auto& [countBefore, countAfter] : sizes) {
         const Schedule older{"older", 2};
         const Schedule before{"before", countBefore};
@@ -86,22 +85,22 @@ TEST_F(KilledSave, TheFirstAfterALoadLosesNothing) {
                 put(bak(), older.content());
                 put(dat(), before.content());
             },
-            [&] { EXPECT_TRUE(holds(bak(), before) || holds(dat(), before)) << "lost"; }));
+            [&] { EXPECT_TRUE(holds(bak(), before) || holds(dat(), before)) << "schedule lost"; }));
     }
 }
 
-TEST_F(KilledSave, ALaterOneLosesNothing) {
+TEST_F(KilledSave, LaterSaveLosesNothing) {
     for (const auto& [countBefore, countAfter] : sizes) {
         const Schedule loaded{"loaded", 2};
         const Schedule before{"before", countBefore};
         const Schedule after{"after", countAfter};
         report(killAtEachCall(
             {before, after}, [&] { put(dat(), loaded.content()); },
-            [&] { EXPECT_TRUE(holds(bak(), before) || holds(dat(), before)) << "lost"; }));
+            [&] { EXPECT_TRUE(holds(bak(), before) || holds(dat(), before)) << "schedule lost"; }));
     }
 }
 
-TEST_F(KilledSave, TheOneAfterADamageKeepsTheDamagedFileAndTheCopy) {
+TEST_F(KilledSave, SaveAfterADamagedLoadKeepsTheDamagedFileAndTheCopy) {
     const std::string cut = Schedule{"before", 3000}.content().substr(0, 200'000);
     const Schedule good{"good", 3000};
     report(killAtEachCall(
@@ -112,7 +111,7 @@ TEST_F(KilledSave, TheOneAfterADamageKeepsTheDamagedFileAndTheCopy) {
         },
         [&] {
             EXPECT_TRUE(holds(bak(), good));
-            EXPECT_TRUE(fileContent(damaged()) == cut || fileContent(dat()) == cut) << "lost";
+            EXPECT_TRUE(fileContent(damaged()) == cut || fileContent(dat()) == cut) << "schedule lost";
         }));
 }
 

@@ -24,7 +24,7 @@ using testing::ElementsAre;
 
 const std::string longName = "a name that is too long to lie within its string";
 
-/// Counts without taking memory, which a mock does.
+/// Counts without allocating, unlike a mock.
 struct Counter : scheduler::ScheduleObserver {
     std::size_t inserted = 0;
     std::size_t removed = 0;
@@ -48,7 +48,7 @@ protected:
     Counter counter;
 };
 
-TEST_F(Memory, AnInsertWithoutItLeavesTheListAsItWas) {
+TEST_F(Memory, FailedInsertLeavesTheListUnchanged) {
     ScheduleList empty;
     ScheduledProject record = withPath(longName);
     std::ptrdiff_t result = 0;
@@ -63,10 +63,10 @@ TEST_F(Memory, AnInsertWithoutItLeavesTheListAsItWas) {
     EXPECT_EQ(list.capacity(), 2U);
     EXPECT_EQ(counter.inserted, 0U);
     EXPECT_EQ(firstResult, ScheduleList::noMemory);
-    EXPECT_EQ(empty.append(ScheduledProject()), 0) << "memory is back";
+    EXPECT_EQ(empty.append(ScheduledProject()), 0) << "memory is available again";
 }
 
-TEST_F(Memory, IsNotNeededForAnInsertThatHasRoomNorToTellOfChanges) {
+TEST_F(Memory, IsNotAllocatedForInsertsWithinCapacityOrNotifications) {
     list.append(withPath("c"));
     ASSERT_LT(list.size(), list.capacity());
     const std::vector<std::size_t> descending = {3, 1};
@@ -85,7 +85,7 @@ TEST_F(Memory, IsNotNeededForAnInsertThatHasRoomNorToTellOfChanges) {
     EXPECT_EQ(counter.changes, 5);
 }
 
-TEST_F(Memory, AnEditTakesNone) {
+TEST_F(Memory, IsNotAllocatedForAnEdit) {
     ScheduledProject edited = filledEntry();
     edited.path = longName;
     {
@@ -95,7 +95,7 @@ TEST_F(Memory, AnEditTakesNone) {
     EXPECT_EQ(list[0].path, longName);
 }
 
-TEST_F(Memory, AnEntryWithoutItIsNeitherAddedNorSaved) {
+TEST_F(Memory, FailedAdditionIsNotSaved) {
     constexpr std::size_t muchMemory = 10'000;
     const std::vector<std::string> names = {"C:\\a.kra", std::string(muchMemory, 'b'), "c.kra"};
     list.clear();
@@ -104,7 +104,7 @@ TEST_F(Memory, AnEntryWithoutItIsNeitherAddedNorSaved) {
         addEntries(list, {}, names, {}, clock, store);
     }
     EXPECT_THAT(pathsOf(list), ElementsAre("C:\\a.kra", "C:\\\\c.kra"))
-        << "one file does not keep the others out";
+        << "one failure must not stop the other files";
     EXPECT_EQ(store.saved.size(), 2U);
 
     ScheduleList empty;
@@ -116,7 +116,7 @@ TEST_F(Memory, AnEntryWithoutItIsNeitherAddedNorSaved) {
     EXPECT_EQ(store.saved.size(), 2U);
 }
 
-TEST_F(Memory, ALoadWithoutItLeavesNoEntries) {
+TEST_F(Memory, FailedLoadLeavesNoEntries) {
     const Bytes content = encodedSchedule(richSchedule());
     bool decoded = true;
     {
@@ -127,7 +127,7 @@ TEST_F(Memory, ALoadWithoutItLeavesNoEntries) {
     EXPECT_TRUE(list.empty());
 }
 
-TEST_F(Memory, ALoadSizesItsArrayToTheCountAtOnceIfItIsSmallerThanTheFile) {
+TEST_F(Memory, LoadReservesTheCountUnlessItExceedsTheFileSize) {
     Bytes content = encodedSchedule(std::vector<ScheduledProject>(1000));
     std::size_t before = allocationCount;
     EXPECT_TRUE(decode(content));
@@ -141,13 +141,13 @@ TEST_F(Memory, ALoadSizesItsArrayToTheCountAtOnceIfItIsSmallerThanTheFile) {
     }
 }
 
-TEST_F(Memory, ADamagedFileTakesNoMoreThanItsSizeSuggests) {
+TEST_F(Memory, DamagedFileUsesNoMoreThanItsSizeAllows) {
     Bytes content(1'000'000);
     putNumber(content, 0, scheduler::scheduleMagic);
-    putNumber(content, countOffset, 999'999); // the largest count that is smaller than the file
+    putNumber(content, countOffset, 999'999); // the largest count below the file size
     const std::size_t before = allocatedBytes;
     EXPECT_FALSE(decode(content));
-    // One array for the entries that the content can hold, and two more while the array grows.
+    // The largest possible array, and two more while it grows.
     EXPECT_LE(allocatedBytes - before, (content.size() / emptyRecordSize + 1) * 3 * sizeof(ScheduledProject));
 }
 

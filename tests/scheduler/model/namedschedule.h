@@ -1,4 +1,4 @@
-// Schedules that are told apart by a name.
+// Schedules identified by a name.
 #pragma once
 
 #include "tests/support/encodedschedule.h"
@@ -14,7 +14,7 @@ inline std::vector<scheduler::ScheduledProject> entriesOf(const std::string& nam
     return std::vector(count, entry);
 }
 
-/// The bytes of a file that holds entriesOf(name, count).
+/// The file content for entriesOf(name, count).
 inline std::string contentOf(const std::string& name, std::size_t count) {
     const auto content = encodedSchedule(entriesOf(name, count));
     return {reinterpret_cast<const char*>(content.data()), content.size()};

@@ -32,9 +32,9 @@ void expectAll(const std::vector<Row>& table) {
         EXPECT_EQ(nextRun(row.entry, row.now, row.now), row.expected) << row.what;
 }
 
-// The calendar days in these tables are in months in which none of the zones in use changes its clock.
+// None of the tested zones changes its clock in the months of these tables.
 
-TEST(NextRun, OnlyEntriesAtStartupAreDueAtOnceAndOnlyWhileTheFlagIsSet) {
+TEST(NextRun, OnlyStartupEntriesAreDueAtOnceWhileTheFlagIsSet) {
     const TimeValue now = at(2026, 1, 5, 10, 15);
     EXPECT_FALSE(scheduler::EngineState().startupFlag || scheduler::EngineState().suspended);
     for (const int kind : {-1, 0, 1, scheduler::kindCount, 1000, int{lowest}, int{highest}})
@@ -48,7 +48,7 @@ TEST(NextRun, OnlyEntriesAtStartupAreDueAtOnceAndOnlyWhileTheFlagIsSet) {
         EXPECT_EQ(nextRun(entry, now, now, true), nextRun(entry, now, now, false));
 }
 
-TEST(NextRun, AnHourlyEntryMovesOnAtTheBeginningOfItsMinute) {
+TEST(NextRun, HourlyEntryAdvancesAtTheStartOfItsMinute) {
     expectAll({
         {"at the minute", hourly(15), at(2026, 1, 5, 10, 15), at(2026, 1, 5, 11, 15)},
         {"within the minute", hourly(15), at(2026, 1, 5, 10, 15, 59), at(2026, 1, 5, 11, 15)},
@@ -61,7 +61,7 @@ TEST(NextRun, AnHourlyEntryMovesOnAtTheBeginningOfItsMinute) {
     });
 }
 
-TEST(NextRun, ADailyEntryIsDueFromItsTimeOnTheNextDayThatIsSet) {
+TEST(NextRun, DailyEntryRunsAtItsTimeOnTheNextSelectedDay) {
     const std::string everyDay = "MTWTFSS";
     ScheduledProject oddFlag = daily(clockTime(8), ".......");
     oddFlag.weekdays[3] = 128;
@@ -87,17 +87,18 @@ TEST(NextRun, ADailyEntryIsDueFromItsTimeOnTheNextDayThatIsSet) {
     });
 }
 
-TEST(NextRun, DailyBeginsWithTheClocksDayAndComparesWithNow) {
+TEST(NextRun, DailyStartsFromTheClocksDayAndComparesWithNow) {
     const ScheduledProject entry = daily(clockTime(2), "MTWTFSS");
-    EXPECT_EQ(nextRun(entry, at(2026, 1, 5, 1), at(2026, 1, 6, 1)), at(2026, 1, 6, 2)) << "clock a day ahead";
+    EXPECT_EQ(nextRun(entry, at(2026, 1, 5, 1), at(2026, 1, 6, 1)), at(2026, 1, 6, 2))
+        << "clock one day ahead";
     EXPECT_EQ(nextRun(entry, at(2026, 1, 5, 23, 59, 59), at(2026, 1, 6)), at(2026, 1, 6, 2))
-        << "over midnight";
+        << "across midnight";
     EXPECT_EQ(nextRun(entry, at(2026, 1, 6, 3), at(2026, 1, 6, 1)), at(2026, 1, 7, 2)) << "clock behind";
     EXPECT_EQ(nextRun(entry, at(2026, 1, 9, 3), at(2026, 1, 5, 1)), at(2026, 1, 6, 2))
-        << "one day is added, however far now is ahead";
+        << "adds only one day even if now is far ahead";
 }
 
-TEST(NextRun, AMonthlyEntryCountsItsDaysFromTheFirstEvenBeyondTheMonth) {
+TEST(NextRun, MonthlyEntryCountsDaysFromTheFirstEvenBeyondTheMonth) {
     expectAll({
         {"exactly then", monthly(clockTime(12), 15), at(2026, 1, 15, 12), at(2026, 1, 15, 12)},
         {"a second later", monthly(clockTime(12), 15), at(2025, 12, 15, 12, 0, 1), at(2026, 1, 15, 12)},
@@ -117,7 +118,7 @@ TEST(NextRun, MonthlyDay31ComputedOn5AprilIs1May) {
     const TimeValue now = at(2026, 4, 5, 12);
     const TimeValue result = nextRun(monthly(clockTime(7, 30), 31), now, now);
     EXPECT_EQ(result, thirtyDaysOn);
-    // South of the equator the clock changes in April, and the fixed days end an hour off.
+    // In the southern hemisphere the clock changes in April, so the result is an hour off.
     if (at(2026, 4, 1) + TimeSpan::fromDays(30) == at(2026, 5, 1)) {
         EXPECT_EQ(result, at(2026, 5, 1, 7, 30));
     }
@@ -126,14 +127,14 @@ TEST(NextRun, MonthlyDay31ComputedOn5AprilIs1May) {
 TEST(NextRun, MonthlyTakesTheMonthFromTheClockAndComparesWithNow) {
     const ScheduledProject entry = monthly(clockTime(7), 10);
     EXPECT_EQ(nextRun(entry, at(2025, 12, 31, 23, 59, 59), at(2026, 1, 1)), at(2026, 1, 10, 7))
-        << "over the year's end";
+        << "across the end of the year";
     EXPECT_EQ(nextRun(entry, at(2025, 11, 5), at(2026, 1, 20)), at(2026, 1, 10, 7))
-        << "later than now, though earlier than the clock";
+        << "later than now but earlier than the clock";
     EXPECT_EQ(nextRun(entry, at(2026, 7, 1), at(2026, 1, 20)), at(2026, 2, 10, 7))
-        << "the month after the clock's, however far now is ahead";
+        << "the month after the clock's even if now is far ahead";
 }
 
-TEST(NextRun, OnceIsNeverFromItsTimeOn) {
+TEST(NextRun, OnceIsNeverAtOrAfterItsTime) {
     const TimeValue time = at(2026, 1, 5, 8, 0, 30);
     expectAll({
         {"a second before", once(time), time - TimeSpan::fromSeconds(1), time},
@@ -145,14 +146,14 @@ TEST(NextRun, OnceIsNeverFromItsTimeOn) {
     });
 }
 
-TEST(NextRun, OnceAndHourlyDoNotAskTheClock) {
+TEST(NextRun, OnceAndHourlyDoNotReadTheClock) {
     const TimeValue now = at(2026, 1, 5, 8);
     const TimeValue elsewhere = at(2030, 6, 7, 12, 34);
     EXPECT_EQ(nextRun(once(at(2026, 1, 6)), now, elsewhere), at(2026, 1, 6));
     EXPECT_EQ(nextRun(hourly(20), now, elsewhere), at(2026, 1, 5, 8, 20));
 }
 
-TEST(NextRun, DaysHoursAndMonthsBeginAtLocalMidnightOrOnTheHour) {
+TEST(NextRun, DaysHoursAndMonthsStartInLocalTime) {
     const TimeValue leapDay = at(2024, 2, 29, 23, 59, 59);
     EXPECT_EQ(scheduler::timeOfDay(leapDay).seconds(), 86399);
     EXPECT_EQ(scheduler::timeOfDay(at(2026, 1, 5)).seconds(), 0);
@@ -179,11 +180,11 @@ std::vector<TimeValue> noonsBeforeChanges(bool back) {
             const std::tm date = localFields(change - 86400);
             noons.push_back(at(date.tm_year + 1900, date.tm_mon + 1, date.tm_mday, 12));
         }
-    EXPECT_EQ(noons.size(), 3U) << "this zone does not change its clock";
+    EXPECT_EQ(noons.size(), 3U) << "this zone must change its clock";
     return noons;
 }
 
-TEST(ClockChange, ADailyEntryKeepsStepsOf86400SecondsAndRunsEarlyOrLate) {
+TEST(ClockChange, DailyEntryAdvances86400SecondsAndRunsEarlyOrLate) {
     for (const bool back : {true, false})
         for (const TimeValue noon : noonsBeforeChanges(back)) {
             const TimeValue result = nextRun(daily(clockTime(8), "MTWTFSS"), noon, noon);
@@ -192,11 +193,11 @@ TEST(ClockChange, ADailyEntryKeepsStepsOf86400SecondsAndRunsEarlyOrLate) {
         }
 }
 
-TEST(ClockChange, AnEntryAfterMidnightIsDueAgainUntilTheLongDaysEnd) {
+TEST(ClockChange, EntryAfterMidnightIsDueAgainUntilTheEndOfA25HourDay) {
     for (const TimeValue noon : noonsBeforeChanges(true)) {
         const TimeValue midnight = noon + TimeSpan::fromMinutes(12 * 60);
         const TimeValue now = midnight + TimeSpan::fromMinutes(24 * 60 + 55);
-        // The day has more than 86400 seconds, and one day is added once.
+        // The day has more than 86,400 seconds, but the rule adds 86,400 once.
         EXPECT_EQ(nextRun(daily(clockTime(0, 10), "MTWTFSS"), now, now),
                   midnight + TimeSpan::fromMinutes(24 * 60 + 10));
     }

@@ -25,24 +25,24 @@ Calls newCalls() {
 }
 
 Calls callsFor(const ScheduledProject& entry) {
-    // Not the very second at which a month begins.
+    // Avoids the first second of a month.
     const TimeValue now = TimeValue::now() + base::TimeSpan::fromMinutes(1);
     newCalls();
     computeNextRun({}, entry, now, base::systemClock());
     return newCalls();
 }
 
-TEST(NextRunCalls, AreMadeForTheKindsOnTheCalendarOnlyAndAsFewAsPossible) {
+TEST(NextRunCalls, AreMinimalAndOnlyForCalendarKinds) {
     for (const ScheduledProject& entry : {ofKind(0), ofKind(1), once(clockTime(12))})
         EXPECT_EQ(callsFor(entry), Calls());
     EXPECT_EQ(callsFor(hourly(30)), (Calls{0, 1, 1}));
     for (const char* days : {"MTWTFSS", "M......", "......."})
         EXPECT_EQ(callsFor(daily(clockTime(12), days)), (Calls{1, 2, 1})) << days;
     EXPECT_EQ(callsFor(monthly(clockTime(12), 40)), (Calls{1, 2, 1}));
-    EXPECT_EQ(callsFor(monthly(clockTime(0), 1)), (Calls{1, 2, 2})) << "this month's day is gone";
+    EXPECT_EQ(callsFor(monthly(clockTime(0), 1)), (Calls{1, 2, 2})) << "the day of this month has passed";
 }
 
-TEST(NextRunCalls, AreForTheTimeOfDayOnlyAtASecondLookAtTheSameMoment) {
+TEST(NextRunCalls, OnlyReadTheTimeOfDayOnRepeatedQueries) {
     const auto entries = {hourly(30), daily(clockTime(12), "M......"), monthly(clockTime(0), 1)};
     scheduler::NextRuns nextRuns({}, TimeValue::now(), base::systemClock());
     for (const ScheduledProject& entry : entries)

@@ -50,7 +50,7 @@ Preferences filledPreferences() {
     preferences.runMultiple = true;
     preferences.autostart = false;
     for (std::size_t i = 0; i < preferences.windowState.size(); ++i)
-        preferences.windowState[i] = static_cast<std::byte>(i * 5); // zeros and high bytes within
+        preferences.windowState[i] = static_cast<std::byte>(i * 5); // includes zeros and high bytes
     return preferences;
 }
 
@@ -76,28 +76,28 @@ protected:
         Preferences preferences;
         EXPECT_EQ(loadPreferences(store, preferences), whole);
         EXPECT_EQ(fieldsOf(preferences), fieldsOf(expected));
-        EXPECT_EQ(store.path(), path("State")) << "the store is left as it was";
+        EXPECT_EQ(store.path(), path("State")) << "the path of the store must not change";
     }
 
     base::RegistryStore store{user, path("State")};
 };
 
-TEST_F(PreferenceValues, HaveAKeyNamedAfterTheProgramsFileInLowerCase) {
+TEST_F(PreferenceValues, AreStoredUnderTheProgramsFileNameInLowerCase) {
     const base::RegistryStore own = scheduler::appRegistryKey("Other section");
     EXPECT_EQ(own.root(), user);
     EXPECT_EQ(own.path(), "Software\\Brindlewood\\my copy.of it\\Other section");
 }
 
-TEST_F(PreferenceValues, HaveTheirDefaultsAtAFirstStart) {
+TEST_F(PreferenceValues, HaveDefaultsAtTheFirstStart) {
     Preferences preferences;
     EXPECT_FALSE(loadPreferences(store, preferences));
     EXPECT_EQ(fieldsOf(preferences), std::tuple(false, 20U, false, true, base::WindowState{}));
 }
 
-TEST_F(PreferenceValues, ComeBackAsTheyWereSavedInTheirOrder) {
+TEST_F(PreferenceValues, RoundTripInTheirOrder) {
     platform::RegSetValueExA.note = [](HKEY, LPCSTR name, auto...) { written.emplace_back(name); };
     platform::RegQueryValueExA.note = [](HKEY, LPCSTR name, auto...) {
-        if (read.empty() || read.back() != name) // a block is asked for its size first
+        if (read.empty() || read.back() != name) // the size of a block is queried first
             read.emplace_back(name);
     };
     for (const Preferences& saved : {filledPreferences(), Preferences()}) {
@@ -112,7 +112,7 @@ TEST_F(PreferenceValues, ComeBackAsTheyWereSavedInTheirOrder) {
     platform::RegQueryValueExA.note = nullptr;
 }
 
-TEST_F(PreferenceValues, KeepTheSettingOfAMissingValueAndOfNoOther) {
+TEST_F(PreferenceValues, KeepOnlyTheSettingOfAMissingValue) {
     for (const std::string missing : valueNames) {
         ASSERT_TRUE(savePreferences(store, filledPreferences()));
         ASSERT_TRUE(base::deleteValue(user, missing == "State" ? path("State") : value(missing)));
@@ -120,7 +120,7 @@ TEST_F(PreferenceValues, KeepTheSettingOfAMissingValueAndOfNoOther) {
     }
 }
 
-TEST_F(PreferenceValues, TakeAnyFlagButZeroAsSetAndWriteItBackAsOne) {
+TEST_F(PreferenceValues, ReadAnyNonzeroFlagAsSetAndWriteItAsOne) {
     ASSERT_TRUE(savePreferences(store, Preferences()));
     for (const std::uint32_t number : {1U, 2U, 0x100U, 0xFFFFFFFFU}) {
         for (const char* name : {"Suspended", "RunMultiple", "Autostart"})
@@ -135,7 +135,7 @@ TEST_F(PreferenceValues, TakeAnyFlagButZeroAsSetAndWriteItBackAsOne) {
     }
 }
 
-TEST_F(PreferenceValues, TakeAWindowStateThatIsLongEnoughAndBinaryOnly) {
+TEST_F(PreferenceValues, AcceptOnlyABinaryWindowStateOfSufficientLength) {
     for (const std::size_t size : {1U, 60U, 61U, 70U}) {
         ASSERT_TRUE(savePreferences(store, filledPreferences()));
         ASSERT_TRUE(base::writeBinary(user, path("State"), std::string(size, 'w')));
@@ -147,7 +147,7 @@ TEST_F(PreferenceValues, TakeAWindowStateThatIsLongEnoughAndBinaryOnly) {
     expectLoaded(false, filledBut("State"));
 }
 
-TEST_F(PreferenceValues, AreABlockAboveTheSectionAndNumbersWithinIt) {
+TEST_F(PreferenceValues, StoreTheWindowStateAboveTheSectionAndNumbersInIt) {
     const Preferences preferences = filledPreferences();
     EXPECT_TRUE(savePreferences(store, preferences));
     const test::StoredValue state = loadValue("State");
@@ -168,7 +168,7 @@ TEST_F(PreferenceValues, AreABlockAboveTheSectionAndNumbersWithinIt) {
     }
 }
 
-TEST_F(PreferenceValues, AreWrittenButForTheOneThatCannotBeWhichIsAFailure) {
+TEST_F(PreferenceValues, WriteTheOthersAndFailWhenOneIsRefused) {
     platform::RegSetValueExA.note = [](HKEY, LPCSTR name, auto...) {
         platform::RegSetValueExA.answer.reset();
         if (refusedValue == name)

@@ -1,4 +1,4 @@
-// What is left of a schedule when its file is damaged or a save fails, and who is told.
+// Copies and notifications when the schedule file is damaged or a save fails.
 
 #include "lib/base/files.h"
 #include "tests/scheduler/model/schedulefolder.h"
@@ -41,7 +41,7 @@ private:
     }
 };
 
-TEST_F(SafetyCopies, HoldWhatTheSaveOverwrites) {
+TEST_F(SafetyCopies, HoldTheOverwrittenSchedule) {
     put(dat(), holding("first"));
     load();
     save("second");
@@ -52,13 +52,13 @@ TEST_F(SafetyCopies, HoldWhatTheSaveOverwrites) {
     EXPECT_FALSE(base::fileExists(damaged()));
 }
 
-TEST_F(SafetyCopies, KeepADamagedFileBesideTheLastGoodOne) {
+TEST_F(SafetyCopies, KeepADamagedFileAndTheLastGoodOne) {
     put(dat(), holding("cut").substr(0, 50));
     put(bak(), holding("good"));
     put(damaged(), holding("of an earlier year"));
     load();
     EXPECT_THAT(unreadable_, ElementsAre(dat()));
-    EXPECT_EQ(fileContent(damaged()), holding("of an earlier year")) << "a load copies nothing";
+    EXPECT_EQ(fileContent(damaged()), holding("of an earlier year")) << "a load must not copy";
     save("first");
     EXPECT_EQ(fileContent(damaged()), holding("cut").substr(0, 50));
     EXPECT_EQ(fileContent(bak()), holding("good"));
@@ -117,7 +117,7 @@ TEST_F(SafetyCopies, SurviveDamageFollowedByLogOffAndRestart) {
     }
 }
 
-TEST_F(SafetyCopies, ThatCannotBeWrittenDoNotStopTheSave) {
+TEST_F(SafetyCopies, DoNotStopTheSaveWhenTheyFail) {
     put(dat(), holding("first"));
     load();
     ASSERT_TRUE(CreateDirectoryA(bak().c_str(), nullptr));
@@ -132,11 +132,11 @@ TEST_F(SafetyCopies, ThatCannotBeWrittenDoNotStopTheSave) {
         save("fourth");
     }
     EXPECT_EQ(fileContent(dat()), holding("fourth"));
-    EXPECT_EQ(fileContent(bak()), holding("second")) << "the last copy is whole";
+    EXPECT_EQ(fileContent(bak()), holding("second")) << "the last copy must be complete";
     EXPECT_THAT(unsaved_, IsEmpty());
 }
 
-TEST_F(SafetyCopies, CanBeWrittenAfterACopyOfAReadOnlyFile) {
+TEST_F(SafetyCopies, AreWritableEvenIfTheFileIsReadOnly) {
     put(dat(), holding("first"));
     load();
     ASSERT_TRUE(SetFileAttributesA(dat().c_str(), FILE_ATTRIBUTE_READONLY));
@@ -146,7 +146,7 @@ TEST_F(SafetyCopies, CanBeWrittenAfterACopyOfAReadOnlyFile) {
     SetFileAttributesA(dat().c_str(), FILE_ATTRIBUTE_NORMAL);
 }
 
-TEST_F(SafetyCopies, AreMadeLaterWhenTheFileCouldNotEvenBeOpened) {
+TEST_F(SafetyCopies, AreMadeLaterIfTheFileCouldNotBeOpened) {
     put(dat(), holding("first"));
     load();
     {
@@ -175,24 +175,24 @@ std::string sharingViolation() {
     return std::string(text).substr(0, std::string(text).find_last_not_of(".\r\n") + 1);
 }
 
-TEST_F(SafetyCopies, TheFirstOfConsecutiveFailuresIsTold) {
+TEST_F(SafetyCopies, FirstOfConsecutiveSaveFailuresIsReported) {
     put(dat(), holding("first"));
     load();
-    const std::string told = dat() + ": " + sharingViolation();
+    const std::string expected = dat() + ": " + sharingViolation();
     for (int series = 0; series < 2; ++series) {
         unsaved_.clear();
         base::FileHandle other = hold(dat(), FILE_SHARE_READ);
         save("second");
-        EXPECT_THAT(unsaved_, ElementsAre(told));
+        EXPECT_THAT(unsaved_, ElementsAre(expected));
         save("third");
-        EXPECT_THAT(unsaved_, ElementsAre(told));
+        EXPECT_THAT(unsaved_, ElementsAre(expected));
         other.reset();
         save("fourth");
-        EXPECT_THAT(unsaved_, ElementsAre(told));
+        EXPECT_THAT(unsaved_, ElementsAre(expected));
     }
 }
 
-TEST_F(SafetyCopies, AFailureThatMemoryKeepsFromBeingToldIsToldNextTime) {
+TEST_F(SafetyCopies, FailureUnreportedForLackOfMemoryIsReportedNextTime) {
     put(dat(), holding("first"));
     load();
     ScheduleList list;

@@ -1,5 +1,4 @@
-// The process that a test ends while it saves. Its arguments are the system call of the last save at which it
-// ends, and a name and a count of entries for each save.
+// Saves schedules and ends at a system call of the last save. usage: savingprocess CALL (NAME COUNT)...
 
 #include "scheduler/model/schedulefile.h"
 #include "tests/scheduler/model/namedschedule.h"

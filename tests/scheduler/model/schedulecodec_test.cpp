@@ -47,7 +47,7 @@ constexpr std::string_view filledRecord = "\x11\0\0\0C:\\Sites\\news.kra" // pat
                                           "\xE4\xE3\xE2\xE1"      // retriesDone
                                           "\x74\x73\x72\x71"sv;   // retryIntervalMinutes
 
-TEST_F(ScheduleCodec, WritesTheHeaderAndTheRecordsByteByByte) {
+TEST_F(ScheduleCodec, WritesTheExactBytesOfHeaderAndRecords) {
     const std::string magic("\x1C\xC7\x46\0", 4);
     EXPECT_EQ(text(encodedSchedule({})), magic + std::string(4, '\0'));
     EXPECT_EQ(encodedSchedule(std::vector<ScheduledProject>(5)).size(), headerSize + 5 * emptyRecordSize);
@@ -56,10 +56,10 @@ TEST_F(ScheduleCodec, WritesTheHeaderAndTheRecordsByteByByte) {
               two + std::string(filledRecord) + std::string(filledRecord));
 }
 
-TEST_F(ScheduleCodec, WritesPiecesThatTogetherAreTheWhole) {
+TEST_F(ScheduleCodec, WritesPiecesThatFormTheWholeFile) {
     std::vector<ScheduledProject> entries = several;
     entries.push_back(filledEntry());
-    entries.back().lastResult = std::string(300, 'x'); // longer than every buffer but the last
+    entries.back().lastResult = std::string(300, 'x'); // longer than any buffer but the last
     const Bytes whole = encodedSchedule(entries);
     for (const std::size_t size : {8U, 64U, 255U, 100000U}) {
         Bytes buffer(size);
@@ -72,7 +72,7 @@ TEST_F(ScheduleCodec, WritesPiecesThatTogetherAreTheWhole) {
     }
 }
 
-TEST_F(ScheduleCodec, EndsAtThePieceThatIsRefused) {
+TEST_F(ScheduleCodec, StopsAtTheFirstRefusedPiece) {
     // A buffer larger than a record and one smaller.
     for (const std::size_t size : {100U, 8U})
         for (const std::size_t count : {1000U, 0U})
@@ -87,7 +87,7 @@ TEST_F(ScheduleCodec, EndsAtThePieceThatIsRefused) {
             }
 }
 
-TEST_F(ScheduleCodec, IsReadWithTheMagicAskedForOrWithAnyForZero) {
+TEST_F(ScheduleCodec, ReadsOnlyTheGivenMagicOrAnyForZero) {
     EXPECT_FALSE(decode(encodedSchedule(several), 1));
     EXPECT_TRUE(list.empty());
     Bytes foreign = encodedSchedule(several);
@@ -96,7 +96,7 @@ TEST_F(ScheduleCodec, IsReadWithTheMagicAskedForOrWithAnyForZero) {
     EXPECT_EQ(entriesOf(list), several);
 }
 
-TEST_F(ScheduleCodec, TellsObserversOfASuccessOnly) {
+TEST_F(ScheduleCodec, NotifiesObserversOfSuccessOnly) {
     struct Counter : scheduler::ScheduleObserver {
         std::vector<std::size_t> loads;
         void onEntryInserted(std::size_t, bool) override { ADD_FAILURE(); }

@@ -12,18 +12,18 @@ namespace {
 
 using scheduler::ScheduledProject;
 
-TEST(ScheduledProject, ANewEntryHasTheDefaults) {
+TEST(ScheduledProject, HasTheDefaultValues) {
     EXPECT_EQ(plain::itemOf(ScheduledProject()), plain::Item());
 }
 
-TEST(ScheduledProject, IsACommandLineWithTheExactPrefixOnly) {
+TEST(ScheduledProject, IsACommandLineOnlyWithTheExactPrefix) {
     for (const char* path : {"run:", "run: cmd /c exit"})
         EXPECT_TRUE(isCommandLine(test::withPath(path))) << path;
     for (const char* path : {"RUN:cmd", "Run:cmd", " run:cmd", "run", ""})
         EXPECT_FALSE(isCommandLine(test::withPath(path))) << path;
 }
 
-TEST(ScheduledProject, KeepsEverythingElseWhenItsRunStateIsReset) {
+TEST(ScheduledProject, ResettingTheRunStateKeepsTheOtherFields) {
     ScheduledProject entry = test::filledEntry();
     plain::Item expected = plain::itemOf(entry);
     expected.runs = 0;
@@ -34,7 +34,7 @@ TEST(ScheduledProject, KeepsEverythingElseWhenItsRunStateIsReset) {
     EXPECT_EQ(plain::itemOf(entry), expected);
 }
 
-/// Names every field, so that a new one has to be put on one side.
+/// Names every field, so that a new field does not compile until it is added here.
 ScheduledProject withUsersFieldsOf(ScheduledProject entry, const ScheduledProject& user) {
     auto& [path, lastResult, lastRun, kind, time, minutes, afterIndex, weekdays, dayOfMonth, runCommand,
            dialupEntry, timeLimitMinutes, disconnectWhenDone, disabled, running, waitingSince, runStart,
@@ -53,8 +53,8 @@ ScheduledProject withUsersFieldsOf(ScheduledProject entry, const ScheduledProjec
     return entry;
 }
 
-TEST(ScheduledProject, TakesFromAnEditWhatAUserSetsAndNothingElse) {
-    // No field of one has the value that it has in the other.
+TEST(ScheduledProject, EditChangesOnlyTheUsersFields) {
+    // These two differ in every field.
     const ScheduledProject filled = test::filledEntry();
     const ScheduledProject blank;
     for (const auto& [entry, edited] : {std::pair{filled, blank}, std::pair{blank, filled}}) {

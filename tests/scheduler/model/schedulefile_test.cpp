@@ -33,13 +33,13 @@ using scheduler::scheduleMagic;
 using scheduler::schedulePath;
 using test::fileContent;
 
-bool windowsIsNotTold = false;
+bool windowsIsUnknown = false;
 bool writingIsForbidden = false;
 
-UINT WINAPI windowsDirectoryUnlessNotTold(LPSTR buffer, UINT size) {
+UINT WINAPI windowsDirectoryUnlessUnknown(LPSTR buffer, UINT size) {
     static const auto original =
         test::platformFunction<decltype(&GetWindowsDirectoryA)>("kernel32.dll", "GetWindowsDirectoryA");
-    return windowsIsNotTold ? 0 : original(buffer, size);
+    return windowsIsUnknown ? 0 : original(buffer, size);
 }
 
 int openUnlessForbidden(const char* path, int mode, ...) {
@@ -51,8 +51,7 @@ int openUnlessForbidden(const char* path, int mode, ...) {
     return original(path, mode, _S_IREAD | _S_IWRITE);
 }
 
-/// As long as it lives no file may be opened for writing. A read-only attribute would not do: some platforms
-/// leave it to the machine beneath, whose administrator may write all the same.
+/// Makes opening any file for writing fail. A read-only attribute does not stop an administrator under Wine.
 class WritingForbidden {
 public:
     WritingForbidden() { writingIsForbidden = true; }
@@ -61,17 +60,19 @@ public:
     ~WritingForbidden() { writingIsForbidden = false; }
 };
 
-/// The machine's own schedule, moved out of the way while a test lasts.
+/// Renames the machine's own schedule during a test.
 class ScheduleFileTest : public testing::Test {
 protected:
-    ScheduleFileTest() { MoveFileExA(schedulePath().c_str(), aside().c_str(), MOVEFILE_REPLACE_EXISTING); }
+    ScheduleFileTest() {
+        MoveFileExA(schedulePath().c_str(), renamedPath().c_str(), MOVEFILE_REPLACE_EXISTING);
+    }
     ~ScheduleFileTest() override {
         DeleteFileA(schedulePath().c_str());
         RemoveDirectoryA(schedulePath().c_str());
-        MoveFileExA(aside().c_str(), schedulePath().c_str(), 0);
+        MoveFileExA(renamedPath().c_str(), schedulePath().c_str(), 0);
     }
 
-    static std::string aside() { return schedulePath() + ".aside"; }
+    static std::string renamedPath() { return schedulePath() + ".renamedPath"; }
     static bool write(const std::string& content) { return test::writeFile(schedulePath(), content); }
     static base::FileHandle open(DWORD access, DWORD sharing) {
         return base::FileHandle(
@@ -99,35 +100,35 @@ TEST_F(ScheduleFileTest, IsInTheWindowsDirectory) {
     EXPECT_EQ(schedulePath(), std::string(directory.data()) + "\\schedule.dat");
 }
 
-TEST_F(ScheduleFileTest, ComesBackWithEveryFieldAndIsLetGo) {
+TEST_F(ScheduleFileTest, EveryFieldRoundTripsAndTheFileIsReleased) {
     for (const std::vector<ScheduledProject>& saved : {severalEntries(), {}}) {
         list.assign(saved);
-        EXPECT_TRUE(saveSchedule(list)) << "the last load has let go of the file";
+        EXPECT_TRUE(saveSchedule(list)) << "the last load must release the file";
         EXPECT_EQ(fileContent(schedulePath()), encoded(saved));
         list.append({});
         EXPECT_TRUE(loadSchedule(list, scheduleMagic));
         EXPECT_TRUE(DeleteFileA(schedulePath().c_str()));
-        EXPECT_EQ(entries(), saved) << "the entries do not live in the file";
+        EXPECT_EQ(entries(), saved) << "the entries must not refer to the file";
     }
 }
 
-TEST_F(ScheduleFileTest, HoldsNothingOfALongerFileThatItReplaces) {
+TEST_F(ScheduleFileTest, SaveReplacesALongerFile) {
     ASSERT_TRUE(write(std::string(100'000, 'x')));
     list.append(test::filledEntry());
     EXPECT_TRUE(saveSchedule(list));
     EXPECT_EQ(fileContent(schedulePath()), encoded({test::filledEntry()}));
 }
 
-TEST_F(ScheduleFileTest, LeavesTheScheduleAsItIsWhenItIsMissing) {
+TEST_F(ScheduleFileTest, MissingFileLeavesTheScheduleUnchanged) {
     EXPECT_FALSE(loadSchedule(list, scheduleMagic));
     EXPECT_TRUE(list.empty());
     list.append({});
     EXPECT_FALSE(loadSchedule(list, scheduleMagic));
     EXPECT_EQ(list.size(), 1u);
-    EXPECT_FALSE(base::fileExists(schedulePath())) << "a load makes no file";
+    EXPECT_FALSE(base::fileExists(schedulePath())) << "a load must not create a file";
 }
 
-TEST_F(ScheduleFileTest, IsRefusedWhenItIsShortForeignOrDamaged) {
+TEST_F(ScheduleFileTest, ShortForeignOrDamagedFileIsRejected) {
     const std::string whole = encoded(severalEntries());
     std::string foreign = whole;
     foreign[0] = '!';
@@ -138,13 +139,13 @@ TEST_F(ScheduleFileTest, IsRefusedWhenItIsShortForeignOrDamaged) {
         EXPECT_TRUE(list.empty()) << content.size();
     }
     ASSERT_TRUE(write(foreign));
-    EXPECT_TRUE(loadSchedule(list, 0)) << "any magic will do";
+    EXPECT_TRUE(loadSchedule(list, 0)) << "0 accepts any magic";
     EXPECT_EQ(entries(), severalEntries());
-    EXPECT_TRUE(saveSchedule(list)) << "the next save overwrites it";
+    EXPECT_TRUE(saveSchedule(list)) << "the next save must overwrite the file";
     EXPECT_EQ(fileContent(schedulePath()), whole);
 }
 
-TEST_F(ScheduleFileTest, CanBeLoadedAndNotSavedWhenItMayNotBeWritten) {
+TEST_F(ScheduleFileTest, LoadsButDoesNotSaveWhenReadOnly) {
     const std::string content = encoded(severalEntries());
     ASSERT_TRUE(write(content));
     bool saved = true;
@@ -157,11 +158,11 @@ TEST_F(ScheduleFileTest, CanBeLoadedAndNotSavedWhenItMayNotBeWritten) {
     }
     EXPECT_FALSE(saved);
     EXPECT_EQ(fileContent(schedulePath()), content);
-    EXPECT_TRUE(saveSchedule(list)) << "it may be again";
+    EXPECT_TRUE(saveSchedule(list)) << "writing is allowed again";
     EXPECT_EQ(fileContent(schedulePath()), encoded({}));
 }
 
-TEST_F(ScheduleFileTest, CanBeLoadedAndNotSavedWhileAnotherReadsIt) {
+TEST_F(ScheduleFileTest, LoadsButDoesNotSaveWhileAnotherProcessReadsIt) {
     const std::string content = encoded(severalEntries());
     ASSERT_TRUE(write(content));
     {
@@ -173,10 +174,10 @@ TEST_F(ScheduleFileTest, CanBeLoadedAndNotSavedWhileAnotherReadsIt) {
         EXPECT_FALSE(saveSchedule(list));
         EXPECT_EQ(fileContent(schedulePath()), content);
     }
-    EXPECT_TRUE(saveSchedule(list)) << "the other one is gone";
+    EXPECT_TRUE(saveSchedule(list)) << "the other handle is closed";
 }
 
-TEST_F(ScheduleFileTest, IsNeitherLoadedNorSavedWhenAFolderIsInItsPlace) {
+TEST_F(ScheduleFileTest, NeitherLoadsNorSavesWhenThePathIsAFolder) {
     ASSERT_TRUE(CreateDirectoryA(schedulePath().c_str(), nullptr));
     list.append(test::filledEntry());
     EXPECT_FALSE(loadSchedule(list, scheduleMagic));
@@ -184,7 +185,7 @@ TEST_F(ScheduleFileTest, IsNeitherLoadedNorSavedWhenAFolderIsInItsPlace) {
     EXPECT_EQ(entries(), std::vector{test::filledEntry()});
 }
 
-TEST_F(ScheduleFileTest, KeepsTheLastScheduleWhenASaveFindsNoMemory) {
+TEST_F(ScheduleFileTest, KeepsItsContentWhenASaveRunsOutOfMemory) {
     const std::string content = encoded(severalEntries());
     ASSERT_TRUE(write(content));
     list.append(test::filledEntry());
@@ -197,7 +198,7 @@ TEST_F(ScheduleFileTest, KeepsTheLastScheduleWhenASaveFindsNoMemory) {
     EXPECT_EQ(fileContent(schedulePath()), content);
 }
 
-TEST_F(ScheduleFileTest, TakesMemoryForAPieceOfItOnly) {
+TEST_F(ScheduleFileTest, SaveAllocatesOnlyOneBuffer) {
     list.assign(std::vector<ScheduledProject>(20'000, test::filledEntry()));
     const std::size_t before = test::allocatedBytes;
     EXPECT_TRUE(saveSchedule(list));
@@ -205,17 +206,17 @@ TEST_F(ScheduleFileTest, TakesMemoryForAPieceOfItOnly) {
     EXPECT_LT(taken, fileContent(schedulePath()).size() / 10);
 }
 
-TEST_F(ScheduleFileTest, IsNeitherLoadedNorSavedWhereWindowsIsUnknown) {
+TEST_F(ScheduleFileTest, NeitherLoadsNorSavesWithoutAWindowsDirectory) {
     const test::TemporaryFolder folder;
     const std::filesystem::path back = std::filesystem::current_path();
     std::filesystem::current_path(folder.path());
-    windowsIsNotTold = true;
+    windowsIsUnknown = true;
     const bool saved = saveSchedule(list);
-    EXPECT_EQ(fileContent("schedule.dat"), "") << "the current folder's is another's";
+    EXPECT_EQ(fileContent("schedule.dat"), "") << "must not write to the current folder";
     std::ofstream("schedule.dat", std::ios::binary) << encoded(severalEntries());
     const bool loaded = loadSchedule(list, scheduleMagic);
     const std::string path = schedulePath();
-    windowsIsNotTold = false;
+    windowsIsUnknown = false;
     std::filesystem::current_path(back);
 
     EXPECT_FALSE(saved);
@@ -226,5 +227,5 @@ TEST_F(ScheduleFileTest, IsNeitherLoadedNorSavedWhereWindowsIsUnknown) {
 
 } // namespace
 
-SCHEDULER_REPLACE_IMPORT(GetWindowsDirectoryA, "_GetWindowsDirectoryA@8", windowsDirectoryUnlessNotTold);
+SCHEDULER_REPLACE_IMPORT(GetWindowsDirectoryA, "_GetWindowsDirectoryA@8", windowsDirectoryUnlessUnknown);
 SCHEDULER_REPLACE_IMPORT(_open, "__open", openUnlessForbidden);

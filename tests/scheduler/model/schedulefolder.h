@@ -1,4 +1,3 @@
-// The schedule's file with its safety copies.
 #pragma once
 
 #include "scheduler/model/schedulefile.h"
@@ -13,7 +12,7 @@
 
 namespace test {
 
-/// No schedule and no copies, before and after each test.
+/// Deletes the schedule file and its copies before and after each test.
 class ScheduleFolder : public testing::Test {
 protected:
     ScheduleFolder() { clear(); }

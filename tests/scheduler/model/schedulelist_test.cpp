@@ -22,7 +22,7 @@ protected:
     scheduler::ScheduleList list;
 };
 
-TEST_F(ScheduleList, GrowsToTwiceThenHalfAgainThenAQuarterAgain) {
+TEST_F(ScheduleList, GrowsByFactorsTwoThenOneAndAHalfThenOneAndAQuarter) {
     const struct {
         std::size_t needed, recordSize, capacity;
     } rows[] = {{1, 100, 2},       {3, 100, 6},         {163, 100, 326},     {164, 100, 246},
@@ -34,7 +34,7 @@ TEST_F(ScheduleList, GrowsToTwiceThenHalfAgainThenAQuarterAgain) {
             << row.needed << " records of " << row.recordSize;
 }
 
-TEST_F(ScheduleList, GrowsByTheRuleWheneverItIsFull) {
+TEST_F(ScheduleList, GrowsWheneverItIsFull) {
     std::size_t capacity = 0;
     for (std::size_t count = 1; count <= 3000; ++count) {
         if (count > capacity)
@@ -44,7 +44,7 @@ TEST_F(ScheduleList, GrowsByTheRuleWheneverItIsFull) {
     }
 }
 
-TEST_F(ScheduleList, InsertsBeforeThePositionWhichIsClampedToTheCount) {
+TEST_F(ScheduleList, InsertsBeforeThePositionClampedToTheCount) {
     EXPECT_EQ(list.insert(7, withPath("b")), 0);
     EXPECT_EQ(list.insert(0, withPath("a")), 0);
     EXPECT_EQ(list.insert(2, withPath("d")), 2);
@@ -54,7 +54,7 @@ TEST_F(ScheduleList, InsertsBeforeThePositionWhichIsClampedToTheCount) {
     EXPECT_THAT(pathsOf(list), ElementsAre("a", "b", "c", "d", "e", "f"));
 }
 
-TEST_F(ScheduleList, IsReadReplacedRemovedAndClearedByPosition) {
+TEST_F(ScheduleList, ReadsReplacesRemovesAndClears) {
     for (const char* name : {"a", "b", "c", "d"})
         list.append(withPath(name));
     list.replace(1, filledEntry());
@@ -75,7 +75,7 @@ TEST_F(ScheduleList, IsReadReplacedRemovedAndClearedByPosition) {
     EXPECT_EQ(list.size(), 0u);
 }
 
-TEST_F(ScheduleList, RemovesManyInOnePassOverTheEntries) {
+TEST_F(ScheduleList, RemovesManyEntriesInLinearTime) {
     constexpr std::size_t count = 100'000;
     std::vector<ScheduledProject> entries(count);
     std::vector<std::size_t> everySecond;
@@ -84,7 +84,7 @@ TEST_F(ScheduleList, RemovesManyInOnePassOverTheEntries) {
     for (std::size_t position = count - 1; position < count; position -= 2)
         everySecond.push_back(position);
     list.assign(std::move(entries));
-    // One by one this moves five billion records.
+    // Removing one by one would move five billion records.
     list.removeAll(everySecond);
     ASSERT_EQ(list.size(), count / 2);
     for (std::size_t i = 0; i < list.size(); ++i)

@@ -31,19 +31,19 @@ private:
             throw std::bad_alloc();
     }
     void onEntryInserted(std::size_t position, bool appended) override {
-        note("inserted " + std::to_string(position) + (appended ? ", the last" : ""));
+        record("inserted " + std::to_string(position) + (appended ? ", the last" : ""));
     }
-    void onEntriesLoaded(std::size_t count) override { note("loaded " + std::to_string(count)); }
+    void onEntriesLoaded(std::size_t count) override { record("loaded " + std::to_string(count)); }
     void onEntriesRemoved(std::span<const std::size_t> positions) override {
         std::string what = "removed";
         for (const std::size_t position : positions)
             what += " " + std::to_string(position);
-        note(what);
+        record(what);
     }
-    void onCleared() override { note("cleared"); }
-    void onScheduleChanged() override { note("changed"); }
+    void onCleared() override { record("cleared"); }
+    void onScheduleChanged() override { record("changed"); }
 
-    void note(const std::string& what) {
+    void record(const std::string& what) {
         log_.push_back(name_ + what + ": ");
         for (const ScheduledProject& entry : list_)
             log_.back() += entry.path;
@@ -58,66 +58,66 @@ class ScheduleObservers : public testing::Test {
 protected:
     ScheduleObservers() { list.addObserver(listener); }
 
-    EventLog told() { return std::exchange(log, {}); }
+    EventLog newEvents() { return std::exchange(log, {}); }
 
     scheduler::ScheduleList list;
     EventLog log;
     Listener listener{list, log};
 };
 
-TEST_F(ScheduleObservers, AreToldOfPositionsThenOfTheChangeOnceItHasHappened) {
+TEST_F(ScheduleObservers, ReceivePositionsThenTheChangeAfterItHappened) {
     list.append(withPath("c"));
-    EXPECT_THAT(told(), ElementsAre("inserted 0, the last: c", "changed: c"));
+    EXPECT_THAT(newEvents(), ElementsAre("inserted 0, the last: c", "changed: c"));
     list.insert(0, withPath("a"));
-    EXPECT_THAT(told(), ElementsAre("inserted 0: ac", "changed: ac"));
+    EXPECT_THAT(newEvents(), ElementsAre("inserted 0: ac", "changed: ac"));
     list.insert(1, withPath("b"));
-    EXPECT_THAT(told(), ElementsAre("inserted 1: abc", "changed: abc"));
+    EXPECT_THAT(newEvents(), ElementsAre("inserted 1: abc", "changed: abc"));
     list.insert(99, withPath("d"));
-    EXPECT_THAT(told(), ElementsAre("inserted 3, the last: abcd", "changed: abcd"));
+    EXPECT_THAT(newEvents(), ElementsAre("inserted 3, the last: abcd", "changed: abcd"));
     list.replace(0, withPath("e"));
-    EXPECT_THAT(told(), ElementsAre("changed: ebcd"));
+    EXPECT_THAT(newEvents(), ElementsAre("changed: ebcd"));
     list.remove(1);
-    EXPECT_THAT(told(), ElementsAre("removed 1: ecd", "changed: ecd"));
+    EXPECT_THAT(newEvents(), ElementsAre("removed 1: ecd", "changed: ecd"));
     list.removeAll({2, 0});
-    EXPECT_THAT(told(), ElementsAre("removed 2 0: c", "changed: c"));
+    EXPECT_THAT(newEvents(), ElementsAre("removed 2 0: c", "changed: c"));
     list.removeAll({});
-    EXPECT_THAT(told(), ElementsAre());
+    EXPECT_THAT(newEvents(), ElementsAre());
     list.noteChange();
-    EXPECT_THAT(told(), ElementsAre("changed: c"));
+    EXPECT_THAT(newEvents(), ElementsAre("changed: c"));
     list.assign({withPath("f"), withPath("g")});
-    EXPECT_THAT(told(), ElementsAre("loaded 2: fg", "changed: fg"));
+    EXPECT_THAT(newEvents(), ElementsAre("loaded 2: fg", "changed: fg"));
     list.clear();
-    EXPECT_THAT(told(), ElementsAre("cleared: ", "changed: "));
+    EXPECT_THAT(newEvents(), ElementsAre("cleared: ", "changed: "));
 }
 
-TEST_F(ScheduleObservers, AreToldInTheirOrderUntilTheyLeave) {
+TEST_F(ScheduleObservers, AreNotifiedInOrderUntilRemoved) {
     Listener other(list, log, "other ");
     list.addObserver(other);
     list.append(withPath("a"));
-    EXPECT_THAT(told(), ElementsAre("inserted 0, the last: a", "other inserted 0, the last: a", "changed: a",
-                                    "other changed: a"));
+    EXPECT_THAT(newEvents(), ElementsAre("inserted 0, the last: a", "other inserted 0, the last: a",
+                                         "changed: a", "other changed: a"));
     list.removeObserver(listener);
-    list.removeObserver(listener); // once more: nothing happens
+    list.removeObserver(listener); // a second removal has no effect
     list.clear();
-    EXPECT_THAT(told(), ElementsAre("other cleared: ", "other changed: "));
+    EXPECT_THAT(newEvents(), ElementsAre("other cleared: ", "other changed: "));
     list.addObserver(listener);
     list.noteChange();
-    EXPECT_THAT(told(), ElementsAre("other changed: ", "changed: "));
+    EXPECT_THAT(newEvents(), ElementsAre("other changed: ", "changed: "));
 }
 
-TEST_F(ScheduleObservers, KeepOutWhatTheyHaveNoRoomFor) {
+TEST_F(ScheduleObservers, PreventInsertionWhenTheyHaveNoMemory) {
     listener.room = 2;
     list.assign({withPath("a"), withPath("b")});
-    told();
+    newEvents();
     EXPECT_EQ(list.append(withPath("c")), scheduler::ScheduleList::noMemory);
     EXPECT_FALSE(list.assign(std::vector<ScheduledProject>(3)));
-    EXPECT_THAT(told(), ElementsAre());
+    EXPECT_THAT(newEvents(), ElementsAre());
     EXPECT_THAT(pathsOf(list), ElementsAre("a", "b"));
 }
 
-TEST_F(ScheduleObservers, AreToldOfTheChangesOfABatchOnceAtItsEnd) {
+TEST_F(ScheduleObservers, AreNotifiedOnceAtTheEndOfABatch) {
     list.noteChange(); // before the batch
-    told();
+    newEvents();
     {
         const ScheduleBatch batch(list);
         EXPECT_FALSE(batch.hasChanges());
@@ -125,19 +125,20 @@ TEST_F(ScheduleObservers, AreToldOfTheChangesOfABatchOnceAtItsEnd) {
         EXPECT_TRUE(batch.hasChanges());
         list.remove(0);
         list.noteChange();
-        EXPECT_THAT(told(), ElementsAre("inserted 0, the last: a", "removed 0: ")) << "positions at once";
+        EXPECT_THAT(newEvents(), ElementsAre("inserted 0, the last: a", "removed 0: "))
+            << "positions must be sent at once";
     }
-    EXPECT_THAT(told(), ElementsAre("changed: "));
+    EXPECT_THAT(newEvents(), ElementsAre("changed: "));
     {
         const ScheduleBatch batch(list);
-        EXPECT_FALSE(batch.hasChanges()) << "each batch begins without changes";
+        EXPECT_FALSE(batch.hasChanges()) << "a new batch must have no changes";
     }
-    EXPECT_THAT(told(), ElementsAre());
+    EXPECT_THAT(newEvents(), ElementsAre());
     list.noteChange();
-    EXPECT_THAT(told(), ElementsAre("changed: ")) << "without a batch at once";
+    EXPECT_THAT(newEvents(), ElementsAre("changed: ")) << "without a batch, at once";
 }
 
-TEST_F(ScheduleObservers, AreToldAtTheEndOfTheOutermostBatchEvenByAnException) {
+TEST_F(ScheduleObservers, AreNotifiedAtTheEndOfTheOutermostBatchEvenAfterAnException) {
     {
         const ScheduleBatch outer(list);
         {
@@ -146,19 +147,19 @@ TEST_F(ScheduleObservers, AreToldAtTheEndOfTheOutermostBatchEvenByAnException) {
         }
         EXPECT_TRUE(outer.hasChanges());
         { const ScheduleBatch withoutChanges(list); }
-        EXPECT_THAT(told(), ElementsAre());
+        EXPECT_THAT(newEvents(), ElementsAre());
     }
-    EXPECT_THAT(told(), ElementsAre("changed: "));
+    EXPECT_THAT(newEvents(), ElementsAre("changed: "));
     try {
         const ScheduleBatch outer(list);
         const ScheduleBatch inner(list);
         list.noteChange();
         throw std::bad_alloc();
     } catch (const std::bad_alloc&) {
-        EXPECT_THAT(told(), ElementsAre("changed: "));
+        EXPECT_THAT(newEvents(), ElementsAre("changed: "));
     }
     list.noteChange();
-    EXPECT_THAT(told(), ElementsAre("changed: "));
+    EXPECT_THAT(newEvents(), ElementsAre("changed: "));
 }
 
 } // namespace

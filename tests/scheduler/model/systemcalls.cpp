@@ -12,19 +12,19 @@
 namespace test {
 namespace {
 
-unsigned callsLeft = 0; ///< until the end; 0: no end
+unsigned callsLeft = 0; ///< calls until the process ends; 0 for no limit
 
-extern "C" CALLED_BY_PLATFORM void noteSystemCall() {
+extern "C" CALLED_BY_PLATFORM void countSystemCall() {
     if (callsLeft != 0 && --callsLeft == 0)
         TerminateProcess(GetCurrentProcess(), 1);
 }
 
-/// Machine code that calls noteSystemCall and then goes on with the system call. It changes no register.
+/// Machine code that calls countSystemCall, restores all registers and continues with the system call.
 class Detour {
 public:
     explicit Detour(void* const& systemCall) : original_(systemCall) {
         const std::uintptr_t end = reinterpret_cast<std::uintptr_t>(call_ + sizeof call_);
-        const std::uintptr_t distance = reinterpret_cast<std::uintptr_t>(&noteSystemCall) - end;
+        const std::uintptr_t distance = reinterpret_cast<std::uintptr_t>(&countSystemCall) - end;
         std::memcpy(call_ + 1, &distance, sizeof distance);
         void* const target = &original_;
         std::memcpy(jump_ + 2, &target, sizeof target);
@@ -55,7 +55,7 @@ bool isSystemCall(HMODULE module, const IMAGE_THUNK_DATA& name) {
            std::string_view(at<IMAGE_IMPORT_BY_NAME>(module, name.u1.AddressOfData)->Name).starts_with("Nt");
 }
 
-/// Of what the module imports from ntdll.dll, the functions that begin with "Nt" are the system's calls.
+/// Redirects all functions that the module imports from ntdll.dll and that start with "Nt".
 void detourSystemCalls(HMODULE module) {
     for (const auto* from = importsOf(module); from->Name != 0; ++from) {
         if (lstrcmpiA(at<char>(module, from->Name), "ntdll.dll") != 0)
@@ -79,7 +79,7 @@ void detourSystemCalls(HMODULE module) {
 } // namespace
 
 void endAtSystemCall(unsigned number) {
-    // The C runtime and the program itself call these two.
+    // The C runtime and the program call the system through these two.
     for (const char* const name : {"kernelbase.dll", "kernel32.dll"})
         detourSystemCalls(GetModuleHandleA(name));
     callsLeft = number;

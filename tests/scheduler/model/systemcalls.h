@@ -1,9 +1,8 @@
-// Ends this process at one of its system calls, as a crash or a user may.
 #pragma once
 
 namespace test {
 
-/// The process ends with exit code 1 in place of its call number `number`, counted from 1 and from now on.
+/// Simulates a crash: ends this process with exit code 1 at its `number`th next system call (1 or more).
 void endAtSystemCall(unsigned number);
 
 } // namespace test

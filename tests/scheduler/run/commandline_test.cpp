@@ -38,7 +38,7 @@ std::string lineOf(int command, const Options& options = {}, std::int32_t runNum
     return composeCommandLine(entry, program);
 }
 
-TEST(CommandLine, AnAssociationIsSplitAfterItsQuotedProgram) {
+TEST(CommandLine, AssociationIsSplitAfterTheQuotedProgram) {
     const struct {
         const char *association, *program, *arguments;
     } rows[] = {{"\"C:\\My Spider\\s.exe\" -x /y", "C:\\My Spider\\s.exe", " -x /y"},
@@ -53,7 +53,7 @@ TEST(CommandLine, AnAssociationIsSplitAfterItsQuotedProgram) {
     }
 }
 
-TEST(CommandLine, ItsSwitchesAreThoseOfTheRunCommandAndTheOptionsThatAreSet) {
+TEST(CommandLine, SwitchesFollowTheRunCommandAndTheOptions) {
     constexpr std::int32_t lowest = std::numeric_limits<std::int32_t>::min();
     const std::string all = " \"/aOffice line\" /d /t30 /e";
     EXPECT_EQ(lineOf(0), program + " /s1 /r /e" + project);
@@ -70,7 +70,7 @@ TEST(CommandLine, ItsSwitchesAreThoseOfTheRunCommandAndTheOptionsThatAreSet) {
               program + " /s2147483647 /r /t-2147483648 /e" + project);
 }
 
-TEST(CommandLine, TheProgramIsQuotedOnceAndItsFixedArgumentsFollowIt) {
+TEST(CommandLine, ProgramIsQuotedOnceBeforeItsFixedArguments) {
     const ScheduledProject entry = entryOf("x.kra");
     EXPECT_EQ(composeCommandLine(entry, "C:\\Program Files\\Spider\\spider.exe"),
               program + " /s1 /r /e \"x.kra\"");
@@ -79,7 +79,7 @@ TEST(CommandLine, TheProgramIsQuotedOnceAndItsFixedArgumentsFollowIt) {
     EXPECT_EQ(composeCommandLine(entry, ""), "\"\" /s1 /r /e \"x.kra\"");
 }
 
-TEST(CommandLine, AfterThePrefixInSmallLettersItIsUsedAsItIs) {
+TEST(CommandLine, TextAfterTheLowerCasePrefixIsUsedUnchanged) {
     ScheduledProject entry = entryOf("run:  notepad \"a b\" /x ");
     entry.dialupEntry = "Office line";
     EXPECT_EQ(composeCommandLine(entry, program), "  notepad \"a b\" /x ");
@@ -88,7 +88,7 @@ TEST(CommandLine, AfterThePrefixInSmallLettersItIsUsedAsItIs) {
         EXPECT_EQ(composeCommandLine(entryOf(path), program), program + " /s1 /r /e \"" + path + '"');
 }
 
-TEST(CommandLine, TheWorkingDirectoryIsTheFolderOfItsFirstWord) {
+TEST(CommandLine, WorkingDirectoryIsTheFolderOfTheFirstWord) {
     const struct {
         const char *commandLine, *directory;
     } rows[] = {
@@ -110,7 +110,7 @@ TEST(CommandLine, TheWorkingDirectoryIsTheFolderOfItsFirstWord) {
         EXPECT_EQ(workingDirectoryOf(line), "") << line;
 }
 
-TEST(CommandLine, TheExtensionTellsTheEditionInAnyCase) {
+TEST(CommandLine, ExtensionGivesTheEditionIgnoringCase) {
     const struct {
         int edition;
         const char* name;

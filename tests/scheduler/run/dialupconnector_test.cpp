@@ -19,17 +19,17 @@ using Names = std::vector<std::string>;
 
 struct SimulatedService {
     Names phoneBook;
-    std::size_t spareRecords = 1; ///< how many records beyond its entries it wants room for
-    int failingCall = 0;          ///< the call that ends with an error; 0 for none
-    DWORD reportedBeyond = 0;     ///< how many entries more than the buffer has room for it reports
+    std::size_t spareRecords = 1; ///< records that it requires beyond its entries
+    int failingCall = 0;          ///< number of the call that fails; 0 for none
+    DWORD reportedBeyond = 0;     ///< entries reported beyond the buffer size
     int calls = 0;
 
     DWORD operator()(const char* reserved, const char* path, RASENTRYNAMEA* records, DWORD* size,
                      DWORD* count) {
         ++calls;
         EXPECT_EQ(reserved, nullptr);
-        EXPECT_EQ(path, nullptr) << "the default phone book";
-        EXPECT_EQ(*size, static_cast<DWORD>(calls) * 532) << "one record more with each call";
+        EXPECT_EQ(path, nullptr) << "must use the default phone book";
+        EXPECT_EQ(*size, static_cast<DWORD>(calls) * 532) << "must add one record per call";
         EXPECT_TRUE(isPrepared(records[calls - 1]));
         if (calls == failingCall)
             return ERROR_NOT_ENOUGH_MEMORY;
@@ -53,7 +53,7 @@ struct SimulatedService {
     }
 };
 
-TEST(DialupConnector, ListsThePhoneBookWithARecordMoreUntilTheServiceHasRoom) {
+TEST(DialupConnector, ListsThePhoneBookAddingARecordUntilTheBufferFits) {
     const std::string longest(RAS_MaxEntryName, 'n');
     const struct {
         Names phoneBook;
@@ -76,12 +76,12 @@ TEST(DialupConnector, ListsThePhoneBookWithARecordMoreUntilTheServiceHasRoom) {
     }
 }
 
-TEST(DialupConnector, LeavesTheNamesOfTheRecordsSoFarWhenTheServiceFailsOrReportsMoreThanFits) {
+TEST(DialupConnector, FailureOrOverreportLeavesTheNamesReadSoFar) {
     for (int call = 1; call <= 4; ++call) {
         SimulatedService service{{"office", "Home", "abroad"}, 1, call};
         Names names;
         EXPECT_FALSE(scheduler::listEntries(std::ref(service), names));
-        EXPECT_EQ(service.calls, call) << "no other try";
+        EXPECT_EQ(service.calls, call) << "must not retry";
         EXPECT_EQ(names, Names(static_cast<std::size_t>(call)));
     }
     SimulatedService service{{"office", "Home"}, 1, 0, 1};
@@ -97,38 +97,38 @@ DWORD WINAPI enumerateOneEntry(LPCSTR, LPCSTR, LPRASENTRYNAMEA records, LPDWORD,
     return ERROR_SUCCESS;
 }
 
-TEST(DialupConnector, IsAvailableAndListsTheEntriesWithAllSevenEntryPointsOnly) {
+TEST(DialupConnector, IsAvailableOnlyWithAllSevenEntryPoints) {
     const Names entryPoints{"RasEnumEntriesA", "RasEnumConnectionsA", "RasGetConnectStatusA",  "RasHangUpA",
                             "RasDialA",        "RasGetErrorStringA",  "RasGetEntryDialParamsA"};
     for (std::size_t missing = 0; missing <= entryPoints.size(); ++missing) {
-        Names asked;
+        Names requested;
         const DialupConnector connector(GetModuleHandleA(nullptr), [&](HMODULE library, const char* name) {
             EXPECT_EQ(library, GetModuleHandleA(nullptr));
-            asked.emplace_back(name);
-            return asked.size() == missing + 1 ? nullptr : std::bit_cast<FARPROC>(&enumerateOneEntry);
+            requested.emplace_back(name);
+            return requested.size() == missing + 1 ? nullptr : std::bit_cast<FARPROC>(&enumerateOneEntry);
         });
         const bool available = missing == entryPoints.size();
         EXPECT_EQ(connector.available(), available) << missing;
         EXPECT_EQ(connector.entries(), available ? Names{"office"} : Names{});
-        EXPECT_EQ(asked, Names(entryPoints.begin(),
-                               entryPoints.begin() + static_cast<int>(missing) + (available ? 0 : 1)));
+        EXPECT_EQ(requested, Names(entryPoints.begin(),
+                                   entryPoints.begin() + static_cast<int>(missing) + (available ? 0 : 1)));
     }
 }
 
 TEST(DialupConnector, IsNotAvailableWithoutTheLibrary) {
     const DialupConnector connector(nullptr, [](HMODULE, const char* name) -> FARPROC {
-        ADD_FAILURE() << "looks for " << name << " in no library";
+        ADD_FAILURE() << "looked for " << name << " without a library";
         return nullptr;
     });
     EXPECT_FALSE(connector.available());
     EXPECT_THAT(connector.entries(), IsEmpty());
 }
 
-TEST(DialupConnector, UsesTheSystemsLibraryAndNoOtherOfThatName) {
+TEST(DialupConnector, LoadsOnlyTheSystemsLibrary) {
     char system[MAX_PATH]{};
     GetSystemDirectoryA(system, sizeof system);
     const std::string systemFolder = system + std::string("\\");
-    // A library that lies where others are looked for first.
+    // A wrong library in the folder that is searched first.
     const test::TemporaryFolder folder;
     ASSERT_TRUE(CopyFileA((systemFolder + "version.dll").c_str(), folder.file("rasapi32.dll").c_str(), TRUE));
     SetDllDirectoryA(folder.path().c_str());
@@ -136,7 +136,8 @@ TEST(DialupConnector, UsesTheSystemsLibraryAndNoOtherOfThatName) {
     SetDllDirectoryA(nullptr);
 
     char path[MAX_PATH]{};
-    ASSERT_NE(GetModuleFileNameA(GetModuleHandleA("RASAPI32"), path, sizeof path), 0U) << "it stays loaded";
+    ASSERT_NE(GetModuleFileNameA(GetModuleHandleA("RASAPI32"), path, sizeof path), 0U)
+        << "the library must stay loaded";
     EXPECT_THAT(path, StrCaseEq(systemFolder + "rasapi32.dll"));
     EXPECT_TRUE(connector.available());
     EXPECT_EQ(&connector, &DialupConnector::instance());

@@ -21,7 +21,7 @@ using testing::IsEmpty;
 
 class Engine : public SchedulerEngineTest {};
 
-TEST_F(Engine, AnEntryIsDueFromTheSecondOfItsNextRunOn) {
+TEST_F(Engine, EntryIsDueAtAndAfterItsNextRun) {
     const struct {
         std::int32_t now, nextRun;
         bool due;
@@ -44,7 +44,7 @@ TEST_F(Engine, DisabledAndRunningEntriesAreNotDue) {
     EXPECT_FALSE(engine.isDue(1, at(0)));
 }
 
-TEST_F(Engine, AnyRunningFollowsTheEntries) {
+TEST_F(Engine, AnyRunningReflectsTheEntries) {
     addIdle("a.kra");
     addIdle("b.kra");
     EXPECT_FALSE(engine.anyRunning());
@@ -58,7 +58,7 @@ TEST_F(Engine, AnyRunningFollowsTheEntries) {
     EXPECT_FALSE(engine.anyRunning());
 }
 
-TEST_F(Engine, ATickStartsADueEntryOnceAndWithoutASave) {
+TEST_F(Engine, TickStartsADueEntryOnceWithoutSaving) {
     addDue("a.kra");
     EXPECT_EQ(tickAt(-1), TickResult());
     EXPECT_THAT(log, IsEmpty());
@@ -73,7 +73,7 @@ TEST_F(Engine, ATickStartsADueEntryOnceAndWithoutASave) {
     EXPECT_THAT(log, IsEmpty());
 }
 
-TEST_F(Engine, ARunNumberIsOneMoreThanTheHighestRunningOne) {
+TEST_F(Engine, RunNumberIsOneAboveTheHighestRunningOne) {
     const struct {
         std::vector<std::int32_t> running;
         std::int32_t next;
@@ -91,7 +91,7 @@ TEST_F(Engine, ARunNumberIsOneMoreThanTheHighestRunningOne) {
     }
 }
 
-TEST_F(Engine, AManualRunStartsADisabledOrRunningEntryBesideOthersAndTheLastOfItsRunsEndsIt) {
+TEST_F(Engine, ManualRunStartsEvenADisabledOrRunningEntryBesideOthers) {
     addRunning("a.kra", 1);
     addIdle("b.kra").disabled = 1;
     engine.runEntry(1, at(4), true);
@@ -103,7 +103,7 @@ TEST_F(Engine, AManualRunStartsADisabledOrRunningEntryBesideOthersAndTheLastOfIt
     EXPECT_EQ(entries[1].running, 0);
 }
 
-TEST_F(Engine, AResetClearsTheRunStateAndNothingElse) {
+TEST_F(Engine, ResetClearsOnlyTheRunState) {
     ScheduledProject& entry = addIdle("a.kra");
     entry.lastResult = "result";
     entry.lastRun = at(-5);
@@ -120,9 +120,9 @@ TEST_F(Engine, AResetClearsTheRunStateAndNothingElse) {
     EXPECT_THAT(log, ElementsAre("redraw"));
 }
 
-TEST_F(Engine, AnEntryAtStartupRunsOnTheFirstTickAfterALogOnWithoutItsDelay) {
+TEST_F(Engine, StartupEntryRunsAtTheFirstTickAfterLogOnWithoutDelay) {
     addIdle("a.kra", ScheduleKind::AtStartup).minutes = 30;
-    EXPECT_EQ(engine.state().startupFlag, false) << "started by hand";
+    EXPECT_EQ(engine.state().startupFlag, false) << "not started at log-on";
     engine.resetAll(at(0));
     EXPECT_EQ(entries[0].nextRun, TimeValue::never());
     engine.setStartupFlag(true);
@@ -135,7 +135,7 @@ TEST_F(Engine, AnEntryAtStartupRunsOnTheFirstTickAfterALogOnWithoutItsDelay) {
     EXPECT_EQ(entries[0].nextRun, TimeValue::never());
 }
 
-TEST_F(Engine, ASweepOverTheScheduleReadsTheClockOnce) {
+TEST_F(Engine, RecomputingAllEntriesReadsTheClockOnce) {
     addIdle("a.kra", ScheduleKind::Daily);
     addIdle("b.kra", ScheduleKind::Monthly);
     clock.reads = 0;
@@ -145,7 +145,7 @@ TEST_F(Engine, ASweepOverTheScheduleReadsTheClockOnce) {
     EXPECT_EQ(clock.reads, 2);
 }
 
-TEST_F(Engine, AfterItsEndItIsNotToldOfRemovals) {
+TEST_F(Engine, DestroyedEngineNoLongerObservesTheSchedule) {
     addIdle("a.kra");
     alignas(SchedulerEngine) std::array<std::byte, sizeof(SchedulerEngine)> place;
     const EngineServices services{clock, launcher, outcomes, store, messages, listener, runs};
@@ -155,7 +155,7 @@ TEST_F(Engine, AfterItsEndItIsNotToldOfRemovals) {
     EXPECT_TRUE(entries.empty());
 }
 
-TEST_F(Engine, SuspendedNothingStartsAndResumingSkipsWhatWasMissed) {
+TEST_F(Engine, SuspensionStartsNothingAndResumingSkipsMissedRuns) {
     addIdle("a.kra", ScheduleKind::Hourly);
     engine.recomputeAll(at(0));
     EXPECT_EQ(entries[0].nextRun, at(3600));
@@ -175,7 +175,7 @@ TEST_F(Engine, SuspendedNothingStartsAndResumingSkipsWhatWasMissed) {
     EXPECT_EQ(entries[0].nextRun, at(7200));
 }
 
-TEST_F(Engine, SuspendingLeavesRunningEntriesAloneAndTheirEndsAreRecorded) {
+TEST_F(Engine, RunningEntriesEndNormallyWhileSuspended) {
     addDue("a.kra");
     addRunning("b.kra", 1).nextRun = at(3);
     engine.setSuspended(true);
@@ -185,7 +185,7 @@ TEST_F(Engine, SuspendingLeavesRunningEntriesAloneAndTheirEndsAreRecorded) {
     EXPECT_EQ(entries[1].lastResult, "done");
 }
 
-TEST_F(Engine, TheTestCommandShowsADueEntryAsRunningUntilTheProgramIsStartedAgain) {
+TEST_F(Engine, TestCommandShowsADueEntryAsRunningUntilTheProgramRestarts) {
     addDue("a.kra");
     addIdle("b.kra");
     addDue("c.kra");
@@ -195,12 +195,12 @@ TEST_F(Engine, TheTestCommandShowsADueEntryAsRunningUntilTheProgramIsStartedAgai
     EXPECT_EQ(entries[0].running, 0);
     clock.set(at(2));
     engine.testTick();
-    EXPECT_THAT(log, ElementsAre("redraw")) << "nothing is launched or saved";
+    EXPECT_THAT(log, ElementsAre("redraw")) << "must not launch or save";
     EXPECT_EQ(entries[0].running, 1);
     EXPECT_EQ(entries[0].runNumber, 1);
     EXPECT_EQ(entries[0].runStart, at(2));
     EXPECT_EQ(entries[1].running, 0);
-    EXPECT_EQ(entries[2].waitingSince, at(2)) << "the rules of conflicts hold";
+    EXPECT_EQ(entries[2].waitingSince, at(2)) << "conflict rules apply";
 
     policy.suspended = false;
     tickAt(100);
@@ -213,7 +213,7 @@ TEST_F(Engine, TheTestCommandShowsADueEntryAsRunningUntilTheProgramIsStartedAgai
     EXPECT_THAT(log, ElementsAre("launch a.kra as run 1", "redraw"));
 }
 
-TEST_F(Engine, NoValueOfAnyFieldIsTooOdd) {
+TEST_F(Engine, AcceptsExtremeValuesInEveryField) {
     std::mt19937 random(20261121);
     const std::int32_t odd[] = {lowest, lowest + 1, -60, -1, 0, 1, 59, 60, highest - 1, highest};
     const auto pick = [&] { return odd[random() % std::size(odd)]; };

@@ -19,7 +19,7 @@ using testing::IsEmpty;
 
 class EngineEnds : public SchedulerEngineTest {};
 
-TEST_F(EngineEnds, AScheduledStartThatFailsIsAGoodRunWithTheErrorAsItsResult) {
+TEST_F(EngineEnds, FailedScheduledStartIsASuccessfulRunWithTheErrorAsResult) {
     addDue("a.kra");
     addFollower("b.kra", 0, 2);
     for (const std::exception_ptr& reason : {std::exception_ptr(), std::make_exception_ptr(std::bad_alloc()),
@@ -37,13 +37,13 @@ TEST_F(EngineEnds, AScheduledStartThatFailsIsAGoodRunWithTheErrorAsItsResult) {
         EXPECT_EQ(entries[0].running, 0);
         EXPECT_EQ(entries[0].lastRun, at(5));
         EXPECT_EQ(entries[0].lastResult, systemError);
-        EXPECT_EQ(entries[0].retriesDone, 0u) << "it is not retried";
+        EXPECT_EQ(entries[0].retriesDone, 0u) << "must not be retried";
         EXPECT_EQ(entries[0].nextRun, TimeValue::never());
-        EXPECT_EQ(entries[1].nextRun, at(5 + 120)) << "the chain goes on";
+        EXPECT_EQ(entries[1].nextRun, at(5 + 120)) << "the follower must be scheduled";
     }
 }
 
-TEST_F(EngineEnds, AManualStartThatFailsIsShownFirstAndEndsWhenItBegan) {
+TEST_F(EngineEnds, FailedManualStartIsReportedAndEndsAtItsStartTime) {
     launcher.threadsStart = false;
     addIdle("a.kra", ScheduleKind::Hourly);
     addFollower("b.kra", 0, 10);
@@ -60,7 +60,7 @@ TEST_F(EngineEnds, AManualStartThatFailsIsShownFirstAndEndsWhenItBegan) {
     EXPECT_EQ(entries[1].nextRun, at(5 + 600));
 }
 
-TEST_F(EngineEnds, AnOutcomeThatIsMissingOrCannotBeReadIsAGoodOne) {
+TEST_F(EngineEnds, MissingOrUnreadableOutcomeCountsAsSuccess) {
     for (const std::exception_ptr& reason : {std::exception_ptr(), std::make_exception_ptr(std::bad_alloc()),
                                              std::make_exception_ptr(std::runtime_error("no outcome"))}) {
         entries.clear();
@@ -80,14 +80,14 @@ TEST_F(EngineEnds, AnOutcomeThatIsMissingOrCannotBeReadIsAGoodOne) {
     }
 }
 
-TEST_F(EngineEnds, AnEndGoesToTheFirstRunningEntryWithItsNumberAndElseIsIgnored) {
+TEST_F(EngineEnds, EndOfARunGoesToTheFirstRunningEntryWithItsNumberOrIsIgnored) {
     for (const std::int32_t number : {9, 1, 2, 2})
         addRunning("a.kra", number);
     addIdle("idle.kra").runNumber = 3;
     entries.remove(0);
     for (const std::uint32_t number : {0u, 3u, 9u, 0xFFFFFFFFu}) {
         EXPECT_FALSE(finishAt(1, number, {"foreign", 1})) << number;
-        EXPECT_THAT(log, IsEmpty()) << "its outcome is not even read";
+        EXPECT_THAT(log, IsEmpty()) << "must not read the outcome";
     }
     EXPECT_TRUE(finishAt(1, 2, {"the second", 0}));
     EXPECT_EQ(entries[0].running, 1);
@@ -95,7 +95,7 @@ TEST_F(EngineEnds, AnEndGoesToTheFirstRunningEntryWithItsNumberAndElseIsIgnored)
     EXPECT_EQ(entries[2].running, 1);
 }
 
-TEST_F(EngineEnds, AnEndIsRecordedWithItsOutcomeAndTheNextRunIsComputedFromIt) {
+TEST_F(EngineEnds, EndOfARunRecordsTheOutcomeAndComputesTheNextRun) {
     for (const auto& [kind, nextRun] : {std::pair{ScheduleKind::AfterProject, TimeValue::never()},
                                         {ScheduleKind::Hourly, at(4 * 3600)},
                                         {ScheduleKind::Once, TimeValue::never()}}) {
@@ -106,23 +106,23 @@ TEST_F(EngineEnds, AnEndIsRecordedWithItsOutcomeAndTheNextRunIsComputedFromIt) {
         EXPECT_THAT(log, ElementsAre("take outcome 1", "redraw", "save"));
         ASSERT_EQ(entries.size(), 1u);
         EXPECT_EQ(entries[0].running, 0);
-        EXPECT_EQ(entries[0].lastRun, at(10)) << "the run's start";
+        EXPECT_EQ(entries[0].lastRun, at(10)) << "must be the start of the run";
         EXPECT_EQ(entries[0].lastResult, "7 pages");
         EXPECT_EQ(entries[0].nextRun, nextRun);
     }
 }
 
-TEST_F(EngineEnds, ACommandLineOfItsOwnHasAnEmptyResultAndCountsAsFailedWhileRetriesLast) {
+TEST_F(EngineEnds, CommandLineHasNoResultAndCountsAsFailedWhileRetriesRemain) {
     ScheduledProject& entry = addRunning("run:backup.exe", 1);
     entry.lastResult = "old";
     entry.retryLimit = 1;
     addFollower("b.kra", 0, 1);
     EXPECT_TRUE(finishAt(4, 1, {"never read", 0}));
-    EXPECT_THAT(log, ElementsAre("redraw", "save")) << "no outcome is read";
+    EXPECT_THAT(log, ElementsAre("redraw", "save")) << "must not read an outcome";
     EXPECT_EQ(entries[0].lastResult, "");
     EXPECT_EQ(entries[0].retriesDone, 1u);
     EXPECT_EQ(entries[0].nextRun, at(4 + 15 * 60 + 5));
-    EXPECT_EQ(entries[1].nextRun, TimeValue::never()) << "the chain sleeps while a run is retried";
+    EXPECT_EQ(entries[1].nextRun, TimeValue::never()) << "must wait for the retries";
     tickAt(2000);
     EXPECT_TRUE(finishAt(2001, 1));
     EXPECT_EQ(entries[0].retriesDone, 0u);
@@ -130,7 +130,7 @@ TEST_F(EngineEnds, ACommandLineOfItsOwnHasAnEmptyResultAndCountsAsFailedWhileRet
     EXPECT_EQ(entries[1].nextRun, at(2001 + 60));
 }
 
-TEST_F(EngineEnds, ARetryIsFiveSecondsLaterThanItsIntervalUnlessTheLimitIsReached) {
+TEST_F(EngineEnds, RetryIsFiveSecondsAfterItsIntervalUntilTheLimit) {
     constexpr std::int32_t never = 0;
     const struct {
         std::uint32_t limit, done, error;
@@ -144,7 +144,7 @@ TEST_F(EngineEnds, ARetryIsFiveSecondsLaterThanItsIntervalUnlessTheLimitIsReache
         {2, 1, 0, 15, 0, never},
         {0xFFFFFFFF, 0x80000000, 0x80000000, 1, 0x80000001, 65},
         {1, 0xFFFFFFFF, 1, 1, 0, never},
-        {1, 0, 1, highest, 1, -55}, // it wraps around
+        {1, 0, 1, highest, 1, -55}, // wraps around
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(testing::PrintToString(row.limit) + " " + testing::PrintToString(row.done));
@@ -159,7 +159,7 @@ TEST_F(EngineEnds, ARetryIsFiveSecondsLaterThanItsIntervalUnlessTheLimitIsReache
     }
 }
 
-TEST_F(EngineEnds, TheListenerIsToldOfTheStartBeforeTheProcessAndOfTheEndAfterTheSave) {
+TEST_F(EngineEnds, ListenerIsNotifiedBeforeTheLaunchAndAfterTheSave) {
     runs.log = &log;
     addDue("a.kra");
     addIdle("b.kra").retryLimit = 1;
@@ -175,7 +175,7 @@ TEST_F(EngineEnds, TheListenerIsToldOfTheStartBeforeTheProcessAndOfTheEndAfterTh
     EXPECT_EQ(log.back(), "ended: b.kra as run 1 after 5 s with error 5");
 }
 
-TEST_F(EngineEnds, TheListenerIsToldOfRunsThatNeverBegan) {
+TEST_F(EngineEnds, ListenerIsNotifiedOfRunsThatNeverStarted) {
     runs.log = &log;
     launcher.threadsStart = false;
     addDue("a.kra");
@@ -192,7 +192,7 @@ TEST_F(EngineEnds, TheListenerIsToldOfRunsThatNeverBegan) {
                                  "gave up: a.kra as run 5 after 0 s with error 0", "redraw"));
 }
 
-TEST_F(EngineEnds, TheListenerIsNotToldOfTrialsNorOfEndsThatAreIgnored) {
+TEST_F(EngineEnds, ListenerIsNotNotifiedOfTestRunsOrIgnoredEnds) {
     runs.log = &log;
     addDue("a.kra");
     engine.testTick();
@@ -201,7 +201,7 @@ TEST_F(EngineEnds, TheListenerIsNotToldOfTrialsNorOfEndsThatAreIgnored) {
     EXPECT_THAT(log, IsEmpty());
 }
 
-TEST_F(EngineEnds, EveryFollowerIsWokenAndNoOtherEntry) {
+TEST_F(EngineEnds, OnlyTheFollowersAreScheduled) {
     addFollower("before.kra", 2, 1);
     addFollower("disabled.kra", 2, 10);
     entries[1].disabled = 1;
@@ -220,7 +220,7 @@ TEST_F(EngineEnds, EveryFollowerIsWokenAndNoOtherEntry) {
     for (std::size_t i = 0; i < entries.size(); ++i)
         EXPECT_EQ(entries[i].nextRun, expected[i]) << entries[i].path;
     EXPECT_TRUE(finishAt(60, 8));
-    EXPECT_EQ(entries[6].nextRun, TimeValue::never()) << "until the end of the entry that it follows";
+    EXPECT_EQ(entries[6].nextRun, TimeValue::never()) << "must wait for the entry that it follows";
 }
 
 } // namespace

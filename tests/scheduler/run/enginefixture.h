@@ -24,22 +24,22 @@ inline const std::string systemError = "A system error prevented the project fro
 inline constexpr std::int32_t lowest = std::numeric_limits<std::int32_t>::min();
 inline constexpr std::int32_t highest = std::numeric_limits<std::int32_t>::max();
 
-/// So many seconds after noon of a day in June, in the zone of the test run.
+/// Seconds after noon, local time, of 15 June 2026.
 inline base::TimeValue at(std::int32_t seconds) {
     return base::TimeValue(base::TimeValue::fromLocal(2026, 6, 15, 12, 0, 0, -1).seconds() + seconds);
 }
 
-/// Takes no memory.
+/// Allocates no memory for the schedule.
 struct LoggingStore : ScheduleStore {
     test::EventLog& log;
     explicit LoggingStore(test::EventLog& events) : log(events) {}
     void save(const ScheduleList&) override { log.push_back("save"); }
 };
 
-/// The engine between fakes of all that it reaches, whose calls are noted in `log` in their order.
+/// The engine with fakes that record their calls in `log`.
 class SchedulerEngineTest : public testing::Test {
 protected:
-    /// An entry after another project follows nothing, so that nothing but a test makes it due.
+    /// AfterProject entries follow no entry, so only the test can make them due.
     ScheduledProject& addIdle(const std::string& path, ScheduleKind kind = ScheduleKind::AfterProject) {
         ScheduledProject entry;
         entry.path = path;

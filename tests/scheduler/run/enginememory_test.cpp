@@ -17,7 +17,7 @@ using testing::ElementsAre;
 
 class EngineMemory : public SchedulerEngineTest {};
 
-TEST_F(EngineMemory, WithoutMemoryForItsResultARunEndsNevertheless) {
+TEST_F(EngineMemory, RunEndsWithoutMemoryForItsResult) {
     policy.waitTime = 1;
     launcher.failure = std::make_exception_ptr(std::bad_alloc());
     addDue("a.kra");
@@ -39,7 +39,7 @@ TEST_F(EngineMemory, WithoutMemoryForItsResultARunEndsNevertheless) {
     }
 }
 
-TEST_F(EngineMemory, WithoutMemoryForItsNoticeAFailedManualRunEndsNevertheless) {
+TEST_F(EngineMemory, FailedManualRunEndsWithoutMemoryForItsNotice) {
     launcher.threadsStart = false;
     EXPECT_CALL(messages, showNotice(_)).WillOnce([](const std::string&) { throw std::bad_alloc(); });
     addIdle("a.kra");
@@ -48,14 +48,14 @@ TEST_F(EngineMemory, WithoutMemoryForItsNoticeAFailedManualRunEndsNevertheless) 
     EXPECT_EQ(entries[0].lastResult, systemError);
 }
 
-TEST_F(EngineMemory, ATickWithNothingDueTakesNone) {
+TEST_F(EngineMemory, IsNotAllocatedByATickWithNothingDue) {
     addIdle("idle");
     const std::size_t before = test::allocationCount;
     engine.onTimer(at(0));
     EXPECT_EQ(test::allocationCount, before);
 }
 
-TEST_F(EngineMemory, RunsLeaveNoneBehind) {
+TEST_F(EngineMemory, IsNotLeakedByRuns) {
     addDue("C:\\Projects\\one with a name that needs memory.kra");
     const auto run = [this](std::int32_t second) {
         entries[0].nextRun = at(second);

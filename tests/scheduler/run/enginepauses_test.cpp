@@ -18,7 +18,7 @@ using testing::IsEmpty;
 constexpr TickResult paused{.changed = true, .unfinished = true};
 constexpr TickResult finished{.changed = true, .unfinished = false};
 
-/// Projects may run side by side, and each start takes as long as a tick may.
+/// Projects run side by side, and each start uses up the time of a slice.
 class EnginePauses : public SchedulerEngineTest {
 protected:
     EnginePauses() {
@@ -42,7 +42,7 @@ protected:
     }
 };
 
-TEST_F(EnginePauses, ATickPausesAfterThirtyMilliseconds) {
+TEST_F(EnginePauses, TickPausesAfterThirtyMilliseconds) {
     const struct {
         int millisecondsPerStart;
         std::string started;
@@ -58,7 +58,7 @@ TEST_F(EnginePauses, ATickPausesAfterThirtyMilliseconds) {
     }
 }
 
-TEST_F(EnginePauses, EachSliceIsShownAtItsEndAndTheLastDueEntryFinishesTheTick) {
+TEST_F(EnginePauses, EachSliceRedrawsOnceAndTheLastDueEntryEndsTheTick) {
     addDueEntries({"a", "b"});
     addIdle("c");
     EXPECT_EQ(tickAt(0), paused);
@@ -68,10 +68,10 @@ TEST_F(EnginePauses, EachSliceIsShownAtItsEndAndTheLastDueEntryFinishesTheTick) 
     EXPECT_EQ(tickAt(0), TickResult());
 }
 
-TEST_F(EnginePauses, ATickPausesAfterStartsOnly) {
+TEST_F(EnginePauses, TickPausesOnlyAfterStarts) {
     launcher.threadsStart = false;
     addDueEntries({"a", "b", "c"});
-    EXPECT_EQ(tickAt(0), finished) << "no start succeeds";
+    EXPECT_EQ(tickAt(0), finished) << "every start fails";
     EXPECT_THAT(log, ElementsAre("launch a as run 1", "save", "launch b as run 1", "save",
                                  "launch c as run 1", "save", "redraw"));
     launcher.threadsStart = true;
@@ -83,13 +83,13 @@ TEST_F(EnginePauses, ATickPausesAfterStartsOnly) {
     EXPECT_EQ(entries[2].waitingSince, at(0));
 }
 
-TEST_F(EnginePauses, ATickVisitsEachEntryOnceAndAllSlicesHaveTheMomentOfTheFirst) {
+TEST_F(EnginePauses, TickVisitsEachEntryOnceAndSlicesShareTheStartTime) {
     addFollower("follower", 1, 0);
     addDueEntries({"a", "b", "later"});
     entries[3].nextRun = at(1);
     EXPECT_THAT(startedAt(0), ElementsAre("a"));
     ASSERT_TRUE(finishAt(0, 1));
-    ASSERT_TRUE(engine.isDue(0, at(0))) << "it was woken";
+    ASSERT_TRUE(engine.isDue(0, at(0))) << "the end must schedule the follower";
     addDue("added");
     for (const char* const next : {"b", "added"})
         EXPECT_THAT(startedAt(5), ElementsAre(next));
@@ -99,21 +99,21 @@ TEST_F(EnginePauses, ATickVisitsEachEntryOnceAndAllSlicesHaveTheMomentOfTheFirst
     EXPECT_EQ(entries[3].runStart, at(5));
 }
 
-TEST_F(EnginePauses, ARemovalNeitherSkipsNorRepeatsAnEntry) {
-    // The first slice starts b; c is disabled; the next entry to visit is d.
+TEST_F(EnginePauses, RemovalNeitherSkipsNorRepeatsAnEntry) {
+    // The first slice starts b. c is disabled. The next entry to visit is d.
     const struct {
         const char* what;
         std::vector<std::size_t> positions; // descending
         std::vector<std::string> startedNext;
-        bool goesOn; // whether the slice after that starts another
+        bool nextSliceStartsE;
     } table[] = {
-        {"nothing", {}, {"d"}, true},
-        {"the last visited", {1}, {"d"}, true},
-        {"between the last started and the place", {2}, {"d"}, true},
-        {"all visited", {2, 1, 0}, {"d"}, true},
-        {"at the place and before", {3, 0}, {"e"}, false},
+        {"none", {}, {"d"}, true},
+        {"the last started entry", {1}, {"d"}, true},
+        {"between the last started and the next entry", {2}, {"d"}, true},
+        {"all visited entries", {2, 1, 0}, {"d"}, true},
+        {"the next entry and an earlier one", {3, 0}, {"e"}, false},
         {"on both sides", {4, 2, 0}, {"d"}, false},
-        {"all that is left", {4, 3}, {}, false},
+        {"all remaining entries", {4, 3}, {}, false},
     };
     for (const bool oneByOne : {false, true}) {
         for (const auto& row : table) {
@@ -123,7 +123,7 @@ TEST_F(EnginePauses, ARemovalNeitherSkipsNorRepeatsAnEntry) {
             addDueEntries({"b", "c", "d", "e"});
             entries[2].disabled = 1;
             ASSERT_THAT(startedAt(0), ElementsAre("b"));
-            // Due from now on, but visited already.
+            // Due now, but already visited.
             entries[0].nextRun = at(0);
             entries[2].disabled = 0;
             for (const std::size_t position : row.positions)
@@ -132,14 +132,14 @@ TEST_F(EnginePauses, ARemovalNeitherSkipsNorRepeatsAnEntry) {
             if (!oneByOne)
                 entries.removeAll(row.positions);
             EXPECT_EQ(startedAt(0), row.startedNext);
-            if (row.goesOn) {
+            if (row.nextSliceStartsE) {
                 EXPECT_THAT(startedAt(0), ElementsAre("e"));
             }
         }
     }
 }
 
-TEST_F(EnginePauses, ASuspensionEndsTheTick) {
+TEST_F(EnginePauses, SuspensionEndsTheTick) {
     addDueEntries({"a", "b", "c"});
     startedAt(0);
     engine.setSuspended(true);
@@ -147,7 +147,7 @@ TEST_F(EnginePauses, ASuspensionEndsTheTick) {
     engine.setSuspended(false);
     ASSERT_TRUE(finishAt(1, 1));
     entries[0].nextRun = entries[1].nextRun = at(0);
-    EXPECT_THAT(startedAt(2), ElementsAre("a")) << "a new tick begins at the first entry";
+    EXPECT_THAT(startedAt(2), ElementsAre("a")) << "a new tick must begin at the first entry";
     EXPECT_EQ(entries[0].runStart, at(2));
 }
 
@@ -160,7 +160,7 @@ TEST_F(EnginePauses, ClearingTheScheduleEndsTheTick) {
     EXPECT_EQ(entries[0].runStart, at(5));
 }
 
-TEST_F(EnginePauses, WithoutSideBySideTheRestOfTheTickWaits) {
+TEST_F(EnginePauses, RestOfTheTickWaitsWhenSideBySideRunsAreTurnedOff) {
     for (const bool ended : {false, true}) {
         entries.clear();
         policy.runMultiple = true;
@@ -177,7 +177,7 @@ TEST_F(EnginePauses, WithoutSideBySideTheRestOfTheTickWaits) {
     }
 }
 
-TEST_F(EnginePauses, AManualRunMeanwhileIsNotPartOfTheTick) {
+TEST_F(EnginePauses, ManualRunDuringAPauseIsNotPartOfTheTick) {
     addDueEntries({"a", "b", "c"});
     startedAt(0);
     engine.runEntry(1, at(4), true);
@@ -186,7 +186,7 @@ TEST_F(EnginePauses, AManualRunMeanwhileIsNotPartOfTheTick) {
     EXPECT_EQ(entries[2].runStart, at(0));
 }
 
-TEST_F(EnginePauses, TheTestCommandVisitsAllEntriesWithoutAPauseAndLeavesAnUnfinishedTickAsItIs) {
+TEST_F(EnginePauses, TestCommandVisitsAllEntriesAndKeepsAnUnfinishedTick) {
     addDueEntries({"visited", "a", "b", "c"});
     entries[0].disabled = 1;
     startedAt(0);
@@ -196,7 +196,7 @@ TEST_F(EnginePauses, TheTestCommandVisitsAllEntriesWithoutAPauseAndLeavesAnUnfin
     engine.testTick();
     EXPECT_EQ(entries[0].runStart, at(6));
     EXPECT_EQ(entries[2].runStart, at(6));
-    EXPECT_THAT(log, ElementsAre("launch a as run 1", "redraw", "redraw")) << "nothing is launched";
+    EXPECT_THAT(log, ElementsAre("launch a as run 1", "redraw", "redraw")) << "must not launch";
 
     entries[0].running = 0;
     entries[3].disabled = 0;

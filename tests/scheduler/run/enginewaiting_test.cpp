@@ -14,27 +14,27 @@ using testing::IsEmpty;
 
 class EngineWaiting : public SchedulerEngineTest {};
 
-TEST_F(EngineWaiting, OfTwoDueInTheSameSecondTheFirstStartsAndTheSecondWaitsForItsEnd) {
+TEST_F(EngineWaiting, SecondOfTwoDueEntriesWaitsForTheFirstToEnd) {
     addDue("a.kra");
     addDue("b.kra");
     tickAt(5);
     EXPECT_THAT(log, ElementsAre("launch a.kra as run 1", "redraw"));
     EXPECT_EQ(entries[1].running, 0);
     EXPECT_EQ(entries[1].waitingSince, at(5));
-    EXPECT_TRUE(engine.isDue(1, at(5))) << "it stays due";
+    EXPECT_TRUE(engine.isDue(1, at(5))) << "must stay due";
     EXPECT_TRUE(finishAt(6, 1));
-    EXPECT_EQ(entries[1].running, 0) << "the next tick starts it";
+    EXPECT_EQ(entries[1].running, 0) << "must wait for the next tick";
     tickAt(7);
     EXPECT_THAT(log, ElementsAre("launch b.kra as run 1", "redraw"));
-    EXPECT_EQ(entries[1].waitingSince, at(5)) << "kept until the run's end";
+    EXPECT_EQ(entries[1].waitingSince, at(5)) << "must be kept until the end of the run";
     EXPECT_TRUE(finishAt(9, 1));
     EXPECT_EQ(entries[1].waitingSince, TimeValue());
     EXPECT_EQ(entries[1].lastRun, at(7));
 }
 
-TEST_F(EngineWaiting, AWaitEndsOneMinuteAfterTheWaitTimeAndEachTickButItsFirstIsAChange) {
+TEST_F(EngineWaiting, WaitEndsOneMinuteAfterTheWaitTimeAndRedrawsEachTickAfterTheFirst) {
     const struct {
-        std::optional<std::uint32_t> minutes; ///< of the preferences; else 20
+        std::optional<std::uint32_t> minutes; ///< from the preferences; 20 if none
         std::int32_t end;
     } rows[] = {{{}, 1260}, {0, 60}, {1, 120}, {600, 36'060}};
     for (const auto& row : rows) {
@@ -58,7 +58,7 @@ TEST_F(EngineWaiting, AWaitEndsOneMinuteAfterTheWaitTimeAndEachTickButItsFirstIs
     }
 }
 
-TEST_F(EngineWaiting, GivingUpIsAGoodRunThatBeganAndEndedNow) {
+TEST_F(EngineWaiting, GivingUpIsASuccessfulRunOfNoDuration) {
     addRunning("a.kra", 6);
     ScheduledProject& entry = addDue("b.kra", ScheduleKind::Hourly);
     entry.minutes = 7;
@@ -68,35 +68,35 @@ TEST_F(EngineWaiting, GivingUpIsAGoodRunThatBeganAndEndedNow) {
     policy.waitTime = 0;
     tickAt(0);
     EXPECT_EQ(tickAt(500), (TickResult{.changed = true}));
-    EXPECT_THAT(log, ElementsAre("save", "redraw")) << "nothing is started, no outcome is read";
+    EXPECT_THAT(log, ElementsAre("save", "redraw")) << "must not launch or read an outcome";
     EXPECT_EQ(entries[1].running, 0);
     EXPECT_EQ(entries[1].runNumber, 7);
     EXPECT_EQ(entries[1].runStart, at(500));
     EXPECT_EQ(entries[1].lastRun, at(500));
     EXPECT_EQ(entries[1].lastResult, conflict);
-    EXPECT_EQ(entries[1].retriesDone, 0u) << "it is not retried";
+    EXPECT_EQ(entries[1].retriesDone, 0u) << "must not be retried";
     EXPECT_EQ(entries[1].nextRun, at(3600 + 7 * 60));
-    EXPECT_EQ(entries[2].nextRun, at(500 + 600)) << "the chain goes on";
-    EXPECT_EQ(tickAt(501), TickResult()) << "it is no longer due";
+    EXPECT_EQ(entries[2].nextRun, at(500 + 600)) << "the follower must be scheduled";
+    EXPECT_EQ(tickAt(501), TickResult()) << "must no longer be due";
 }
 
-TEST_F(EngineWaiting, TheMinutesWaitedAreComparedUnsigned) {
+TEST_F(EngineWaiting, WaitedMinutesAreComparedUnsigned) {
     const struct {
         std::int32_t waitingSince, now;
         std::uint32_t waitTime;
         bool givesUp;
     } rows[] = {
-        // The clock was set back: less than a minute is no minute, a minute is enormously many.
+        // The clock was set back: under a minute counts as 0 minutes, a minute or more as a huge number.
         {1000, 941, 0, false},
         {1000, 940, 0, true},
         {1000, 940, 0xFFFFFFFE, true},
         {1000, 940, 0xFFFFFFFF, false},
         {highest, 1, 35'791'393, true},
-        // Endless waits.
+        // Waits without a practical limit.
         {1, highest, 0x7FFFFFFF, false},
         {1, highest, 35'791'394, false},
         {1, highest, 35'791'393, true},
-        // A damaged file's time, so far back that the difference wraps around.
+        // A time from a damaged file, so old that the difference wraps around.
         {lowest, highest, 0xFFFFFFFF, false},
         {lowest, highest, 0, false},
         {lowest, 0, 0x7FFFFFFF, true},

@@ -14,18 +14,18 @@
 
 namespace {
 
-std::string localData; ///< without a backslash at its end; empty: the platform does not tell
-int askedFolder = 0;
+std::string localData; ///< no trailing backslash; empty: the platform call fails
+int requestedFolder = 0;
 
-HRESULT WINAPI tellFolder(HWND, int folder, HANDLE, DWORD, LPSTR path) {
-    askedFolder = folder;
+HRESULT WINAPI simulatedFolder(HWND, int folder, HANDLE, DWORD, LPSTR path) {
+    requestedFolder = folder;
     path[localData.copy(path, MAX_PATH - 1)] = '\0';
     return localData.empty() ? E_FAIL : S_OK;
 }
 
 } // namespace
 
-SCHEDULER_REPLACE_IMPORT(SHGetFolderPathA, "_SHGetFolderPathA@20", tellFolder);
+SCHEDULER_REPLACE_IMPORT(SHGetFolderPathA, "_SHGetFolderPathA@20", simulatedFolder);
 
 namespace scheduler {
 namespace {
@@ -48,14 +48,14 @@ protected:
     HistoryFile file_;
 };
 
-TEST_F(HistoryFiles, LinesAreBelowTheHeaderInTheProgramsFolderForLocalData) {
+TEST_F(HistoryFiles, LinesFollowTheHeaderInTheLocalDataFolder) {
     file_.append("first");
     file_.append("second");
     EXPECT_EQ(fileContent(path_), header + "first\r\nsecond\r\n");
-    EXPECT_EQ(askedFolder, CSIDL_LOCAL_APPDATA | CSIDL_FLAG_CREATE);
+    EXPECT_EQ(requestedFolder, CSIDL_LOCAL_APPDATA | CSIDL_FLAG_CREATE);
 }
 
-TEST_F(HistoryFiles, ALineThatWouldExceedOneMegabyteBeginsANewFile) {
+TEST_F(HistoryFiles, LineOverOneMegabyteStartsANewFile) {
     file_.append("first");
     const std::string full(1024 * 1024 - 10, '\n');
     ASSERT_TRUE(writeFile(path_, full));
@@ -66,13 +66,13 @@ TEST_F(HistoryFiles, ALineThatWouldExceedOneMegabyteBeginsANewFile) {
     EXPECT_EQ(fileContent(olderPath_), full + "8 bytes.\r\n");
 }
 
-TEST_F(HistoryFiles, WithoutAFolderOrMemoryALineIsLostAndTheNextIsWritten) {
+TEST_F(HistoryFiles, LineIsLostWithoutAFolderOrMemoryAndTheNextIsWritten) {
     file_.append("first");
     const std::string known = localData;
     localData.clear();
     char current[MAX_PATH] = {};
     GetCurrentDirectoryA(sizeof current, current);
-    SetCurrentDirectoryA(known.c_str()); // no folder at all is not the current one
+    SetCurrentDirectoryA(known.c_str()); // an empty folder name must not mean the current folder
     file_.append("lost");
     SetCurrentDirectoryA(current);
     localData = known;

@@ -16,7 +16,7 @@ namespace {
 
 const std::string allOutcomes = "SOFTWARE\\Brindlewood\\Corvane Scheduler\\";
 
-/// Works on the keys that the program uses, in a Windows that belongs to this test program alone.
+/// Uses the program's real keys, because each test program has its own Windows.
 class Outcomes : public testing::Test {
 protected:
     Outcomes() { base::deleteKey(HKEY_LOCAL_MACHINE, "SOFTWARE\\Brindlewood"); }
@@ -43,7 +43,7 @@ protected:
     RegistryOutcomes source;
 };
 
-TEST_F(Outcomes, AreReadFromTheKeyOfTheRunNumberWhichAloneIsThenDeleted) {
+TEST_F(Outcomes, AreReadFromTheRunNumbersKeyWhichIsThenDeleted) {
     const std::string numbers[] = {"1", "120", "4294967295"};
     for (const std::string& number : numbers) {
         leaveText("Schedule" + number + "\\Result", number + " pages");
@@ -56,7 +56,7 @@ TEST_F(Outcomes, AreReadFromTheKeyOfTheRunNumberWhichAloneIsThenDeleted) {
     }
 }
 
-TEST_F(Outcomes, MissingOnesAreEmptyAndZeroAndSoAreThoseOfAnotherType) {
+TEST_F(Outcomes, AreEmptyAndZeroWhenMissingOrOfAnotherType) {
     leaveText("Schedule4\\Result", "only a text");
     expectOutcome("4", "only a text", 0);
     leaveNumber("Schedule4\\Error", 0xFFFFFFFF);
@@ -69,7 +69,7 @@ TEST_F(Outcomes, MissingOnesAreEmptyAndZeroAndSoAreThoseOfAnotherType) {
     expectOutcome("6", "text", 0);
 }
 
-TEST_F(Outcomes, AreDeletedAlsoWhenReadingThemFails) {
+TEST_F(Outcomes, AreDeletedEvenIfReadingFails) {
     static std::string unreadable;
     platform::RegQueryValueExA.note = [](HKEY, LPCSTR name, auto...) {
         if (unreadable == name)
@@ -86,7 +86,7 @@ TEST_F(Outcomes, AreDeletedAlsoWhenReadingThemFails) {
     platform::RegQueryValueExA.note = nullptr;
 }
 
-TEST_F(Outcomes, AreDiscardedAllAtOnceAndNothingElseIs) {
+TEST_F(Outcomes, AreDiscardedTogetherWithoutOtherKeys) {
     leaveText("Schedule1\\Result", "one");
     leaveText("Schedule700\\Result", "seven hundred");
     leaveText("Value", "x");

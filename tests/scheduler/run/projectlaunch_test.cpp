@@ -20,7 +20,7 @@ void associate(const std::string& extension, const std::string& command) {
     ASSERT_TRUE(base::writeString(HKEY_CLASSES_ROOT, "Corvane.Test\\shell\\open\\command\\", command));
 }
 
-/// With a program that is there, in a Windows that belongs to this test program alone.
+/// Provides an existing program. Each test program has its own Windows.
 class ProjectLaunch : public testing::Test {
 protected:
     ProjectLaunch() {
@@ -36,7 +36,7 @@ protected:
     testing::StrictMock<test::MockUserMessages> messages;
 };
 
-TEST_F(ProjectLaunch, TheCommandLineNamesTheAssociatedProgramAndItsFixedArguments) {
+TEST_F(ProjectLaunch, CommandLineHasTheAssociatedProgramAndItsFixedArguments) {
     const auto lineOf = [](const std::string& path) {
         ScheduledProject entry;
         entry.path = path;
@@ -51,10 +51,10 @@ TEST_F(ProjectLaunch, TheCommandLineNamesTheAssociatedProgramAndItsFixedArgument
     EXPECT_EQ(lineOf("C:\\NEWS.KRB"), "\"C:\\spider.exe\" -quiet /s3 /r /e \"C:\\NEWS.KRB\"");
 }
 
-TEST_F(ProjectLaunch, ASpiderExistsWhenItsAttributesCanBeReadOrAFileMatchesItsPattern) {
+TEST_F(ProjectLaunch, SpiderExistsIfItsPathExistsOrAFileMatchesItsPattern) {
     EXPECT_TRUE(spiderExists(program));
-    EXPECT_TRUE(spiderExists(" \t\r\n\f" + program + "\f \t\r\n")) << "white space is trimmed";
-    EXPECT_TRUE(spiderExists(folder.path())) << "a folder has attributes, too";
+    EXPECT_TRUE(spiderExists(" \t\r\n\f" + program + "\f \t\r\n")) << "white space must be trimmed";
+    EXPECT_TRUE(spiderExists(folder.path())) << "a folder also has attributes";
     for (const std::string& missing :
          {folder.file("missing.exe"), '"' + program + '"', std::string(), std::string(" ")})
         EXPECT_FALSE(spiderExists(missing)) << missing;
@@ -75,7 +75,7 @@ TEST_F(ProjectLaunch, OpeningDoesNothingForACommandLineOrAnotherType) {
     EXPECT_THAT(test::processes.starts, IsEmpty());
 }
 
-TEST_F(ProjectLaunch, OpeningStartsTheProgramAloneWithTheProjectAndShowsItNormally) {
+TEST_F(ProjectLaunch, OpeningStartsTheProgramWithTheProjectInANormalWindow) {
     for (const std::string& association :
          {'"' + program + "\" \"%1\"", '"' + program + "\" -fixed \"%1\"", program}) {
         test::processes.starts.clear();
@@ -86,13 +86,13 @@ TEST_F(ProjectLaunch, OpeningStartsTheProgramAloneWithTheProjectAndShowsItNormal
     }
 }
 
-TEST_F(ProjectLaunch, ASpiderThatCannotBeStartedIsAFailureWithoutAMessage) {
+TEST_F(ProjectLaunch, OpeningFailsSilentlyWhenTheSpiderCannotBeStarted) {
     test::processes.canStart = false;
     associate("kra", program);
     EXPECT_FALSE(openProject("C:\\news.kra", messages));
 }
 
-TEST_F(ProjectLaunch, TheUserIsToldOfAMissingSpiderByItsEdition) {
+TEST_F(ProjectLaunch, MissingSpiderIsReportedByItsEdition) {
     const std::string rest = " must be installed on this computer in order to open or run this project.";
     EXPECT_CALL(messages, showError("Cannot find Corvane Delta!  Corvane Delta" + rest)).Times(2);
     EXPECT_CALL(messages, showError("Cannot find Corvane Sigma!  Corvane Sigma" + rest));

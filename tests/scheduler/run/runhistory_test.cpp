@@ -17,7 +17,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// So many seconds after eight in the morning of 22 November 2026.
+/// Seconds after 8:00 local time on 22 November 2026.
 base::TimeValue at(std::int32_t seconds) {
     return base::TimeValue::fromLocal(2026, 11, 22, 8, 0, seconds, -1);
 }
@@ -38,7 +38,7 @@ protected:
         entry.lastRun = at(5);
         history->onRunFinished({entry, at(5), errorCode, how});
     }
-    /// The cell in a column of the last line.
+    /// A cell of the last line. Columns count from 0.
     std::string cell(int column) const {
         const std::string& line = store.lines.back();
         std::size_t begin = 0;
@@ -59,7 +59,7 @@ protected:
     std::unique_ptr<RunHistory> history = std::make_unique<RunHistory>(schedule, clock, store);
 };
 
-TEST_F(RunHistories, ALineTellsAllOfARun) {
+TEST_F(RunHistories, LineDescribesTheWholeRun) {
     EXPECT_EQ(historyHeader, "Start\tEnd\tSeconds\tProject\tCause\tOutcome\tPath");
     ScheduledProject& entry = add("C:\\Sites\\news.kra");
     history->onRunStarted(entry, false);
@@ -70,7 +70,7 @@ TEST_F(RunHistories, ALineTellsAllOfARun) {
                             "C:\\Sites\\news.kra"));
 }
 
-TEST_F(RunHistories, ARunDuringWhichTheClockWasSetBackHasNegativeSeconds) {
+TEST_F(RunHistories, DurationIsNegativeWhenTheClockWasSetBack) {
     ScheduledProject& entry = add("run:backup.exe /all");
     history->onRunStarted(entry, false);
     entry.lastRun = at(60);
@@ -80,7 +80,7 @@ TEST_F(RunHistories, ARunDuringWhichTheClockWasSetBackHasNegativeSeconds) {
                             "schedule\tok\trun:backup.exe /all"));
 }
 
-TEST_F(RunHistories, TheCauseIsTheScheduleARetryTheFollowedProjectOrTheUser) {
+TEST_F(RunHistories, CauseIsTheScheduleARetryTheFollowedProjectOrTheUser) {
     add("C:\\Sites\\news.kra");
     ScheduledProject& entry = add("C:\\Sites\\shop.krb");
     EXPECT_EQ(causeOf(entry), "schedule");
@@ -93,7 +93,7 @@ TEST_F(RunHistories, TheCauseIsTheScheduleARetryTheFollowedProjectOrTheUser) {
     EXPECT_EQ(causeOf(entry, true), "by hand");
 }
 
-TEST_F(RunHistories, TheCauseIsThatOfTheStart) {
+TEST_F(RunHistories, CauseIsRecordedAtTheStart) {
     add("C:\\Sites\\news.kra");
     ScheduledProject& entry = add("C:\\Sites\\shop.krb", ScheduleKind::AfterProject);
     history->onRunStarted(entry, false);
@@ -116,7 +116,7 @@ TEST_F(RunHistories, EachOfSeveralRunsHasItsOwnCause) {
     EXPECT_EQ(cell(4), "schedule");
 }
 
-TEST_F(RunHistories, TheOutcomeIsTheResultOrTheErrorOrOk) {
+TEST_F(RunHistories, OutcomeIsTheResultOrTheErrorOrOk) {
     ScheduledProject& project = add("C:\\Sites\\news.kra");
     finish(project);
     EXPECT_EQ(outcome(), "ok");
@@ -132,10 +132,10 @@ TEST_F(RunHistories, TheOutcomeIsTheResultOrTheErrorOrOk) {
     finish(project, 0, RunEnd::SystemError);
     EXPECT_EQ(outcome(), "system error");
     finish(add("run:backup.exe"), 7);
-    EXPECT_EQ(outcome(), "ok") << "the error of a command line is its run number";
+    EXPECT_EQ(outcome(), "ok") << "a command line's error is only its run number";
 }
 
-TEST_F(RunHistories, AProcessThatCouldNotBeStartedHasTheSystemsReason) {
+TEST_F(RunHistories, FailedStartHasTheSystemsReason) {
     ScheduledProject& entry = add("C:\\Sites\\news.kra");
     history->onRunStarted(entry, false);
     history->onProcessNotStarted(2, "the reason of another run");
@@ -145,10 +145,10 @@ TEST_F(RunHistories, AProcessThatCouldNotBeStartedHasTheSystemsReason) {
     EXPECT_EQ(cell(4), "schedule");
     history->onRunStarted(entry, false);
     finish(entry);
-    EXPECT_EQ(outcome(), "ok") << "of the next run";
+    EXPECT_EQ(outcome(), "ok") << "the reason must not affect the next run";
 }
 
-TEST_F(RunHistories, ARunWhoseEndWasIgnoredLeavesNothingToTheNextWithItsNumber) {
+TEST_F(RunHistories, IgnoredEndDoesNotAffectTheNextRunWithItsNumber) {
     ScheduledProject& entry = add("C:\\Sites\\news.kra");
     history->onRunStarted(entry, true);
     history->onProcessNotStarted(1, "File not found.");
@@ -170,9 +170,7 @@ TEST_F(RunHistories, TabsAndLineBreaksBecomeBlanks) {
                             "two lines\trun:a b  c  d\xE4"));
 }
 
-// The program itself
-
-TEST_F(RunHistories, EventsOfTheProgramHaveLinesInTheSameColumns) {
+TEST_F(RunHistories, ProgramEventsUseTheSameColumns) {
     history->note(ProgramEvent::Started, "C:\\Scheduler\\scheduler.exe");
     history->note(ProgramEvent::NotRead, "C:\\Windows\\schedule.dat");
     history->note(ProgramEvent::Suspended);
@@ -191,7 +189,7 @@ TEST_F(RunHistories, EventsOfTheProgramHaveLinesInTheSameColumns) {
                     later + "log-off or shutdown\t"));
 }
 
-TEST_F(RunHistories, TheEndOfTheHistoryIsTheExitOfAProgramThatHasStarted) {
+TEST_F(RunHistories, DestructionRecordsTheExitOfAStartedProgram) {
     history.reset();
     EXPECT_THAT(store.lines, IsEmpty());
     history = std::make_unique<RunHistory>(schedule, clock, store);
@@ -201,9 +199,7 @@ TEST_F(RunHistories, TheEndOfTheHistoryIsTheExitOfAProgramThatHasStarted) {
     EXPECT_EQ(store.lines.size(), 2U);
 }
 
-// Memory
-
-TEST_F(RunHistories, WithoutMemoryLinesAreLostAndTheNextAreWritten) {
+TEST_F(RunHistories, LinesAreLostWithoutMemoryAndLaterOnesAreWritten) {
     ScheduledProject& entry = add("C:\\Sites\\a name that needs memory.kra");
     {
         const test::RefusedAllocations refused;
@@ -215,7 +211,7 @@ TEST_F(RunHistories, WithoutMemoryLinesAreLostAndTheNextAreWritten) {
     EXPECT_EQ(causeOf(entry, true), "by hand");
 }
 
-TEST_F(RunHistories, ARunWhoseCauseFoundNoMemoryHasNone) {
+TEST_F(RunHistories, CauseIsEmptyIfItsMemoryIsRefused) {
     ScheduledProject& entry = add("C:\\Sites\\news.kra");
     {
         const test::RefusedAllocations refused;
@@ -226,7 +222,7 @@ TEST_F(RunHistories, ARunWhoseCauseFoundNoMemoryHasNone) {
     EXPECT_EQ(outcome(), "ok");
 }
 
-TEST_F(RunHistories, RunsLeaveNoMemoryBehind) {
+TEST_F(RunHistories, RunsLeakNoMemory) {
     ScheduledProject& entry = add("C:\\Sites\\news.kra");
     const auto run = [&] {
         history->onRunStarted(entry, false);

@@ -1,5 +1,4 @@
-// Processes that are events: a start is noted, and all of them have ended once a test says so. For one source
-// file of a test program.
+// Simulated processes: records each start. All end when `over` is signalled. Include in one source file only.
 #pragma once
 
 #include "lib/base/handles.h"
@@ -16,7 +15,7 @@ namespace test {
 
 struct ProcessStart {
     std::string commandLine;
-    std::string directory; ///< empty: the caller's own
+    std::string directory; ///< empty for the caller's directory
     DWORD showCommand;
     BOOL inheritsHandles;
 

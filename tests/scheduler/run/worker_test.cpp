@@ -19,12 +19,12 @@
 
 namespace {
 
-std::atomic<int> workers = 0;            ///< threads that have not ended
-void (*workerFunction)(void*) = nullptr; ///< the function of each
-SRWLOCK workersMayBegin = SRWLOCK_INIT;  ///< while it is not held exclusively
+std::atomic<int> workers = 0;            ///< running threads
+void (*workerFunction)(void*) = nullptr; ///< their thread function
+SRWLOCK workersMayBegin = SRWLOCK_INIT;  ///< held exclusively to delay the workers
 bool threadsStart = true;
 std::atomic<int> limitedWaits = 0;
-std::atomic<int> postsRefused = 0; ///< so many more
+std::atomic<int> postsRefused = 0; ///< remaining refusals
 
 void countedWorker(void* argument) {
     AcquireSRWLockShared(&workersMayBegin);
@@ -57,7 +57,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::UnorderedElementsAreArray;
 
-/// Until all workers have ended.
+/// Returns once all workers have ended.
 void waitForWorkers() {
     for (const ULONGLONG last = GetTickCount64() + test::patience; workers > 0 && GetTickCount64() < last;)
         Sleep(1);
@@ -76,7 +76,7 @@ class MessageWindow {
 public:
     ~MessageWindow() { DestroyWindow(handle); }
 
-    /// All that has been posted since the last call.
+    /// Messages since the last call.
     std::vector<Posted> posted() const {
         std::vector<Posted> messages;
         for (MSG message{}; PeekMessageA(&message, handle, 0, 0, PM_REMOVE);)
@@ -84,7 +84,7 @@ public:
         return messages;
     }
 
-    /// The run numbers of the ends that have been posted since the last call, alone.
+    /// Run numbers of the ends since the last call. Fails on other messages.
     std::vector<WPARAM> ends() const {
         std::vector<WPARAM> numbers;
         for (const Posted& message : posted()) {
@@ -121,7 +121,7 @@ protected:
     WorkerLauncher launcher;
 };
 
-TEST_F(Worker, AProcessIsStartedMinimisedInTheFolderOfItsProgram) {
+TEST_F(Worker, ProcessStartsMinimisedInItsProgramsFolder) {
     SetEvent(processes.over.get());
     base::writeString(HKEY_CLASSES_ROOT, ".kra\\", "Corvane.Test");
     base::writeString(HKEY_CLASSES_ROOT, "Corvane.Test\\shell\\open\\command\\", "C:\\Spider\\s.exe");
@@ -136,7 +136,7 @@ TEST_F(Worker, AProcessIsStartedMinimisedInTheFolderOfItsProgram) {
                             test::ProcessStart{"notepad", "", 7, TRUE}));
 }
 
-TEST_F(Worker, TheEndIsPostedOnceThereWasOneHoweverLongItTook) {
+TEST_F(Worker, EndIsPostedAfterAnUnlimitedWait) {
     platform::WaitForSingleObject.note = [](HANDLE, DWORD milliseconds) {
         limitedWaits += milliseconds != INFINITE;
     };
@@ -149,7 +149,7 @@ TEST_F(Worker, TheEndIsPostedOnceThereWasOneHoweverLongItTook) {
     EXPECT_EQ(limitedWaits, 0);
 }
 
-TEST_F(Worker, TheEndIsPostedOnceTheQueueTakesIt) {
+TEST_F(Worker, EndIsPostedAgainUntilTheQueueAcceptsIt) {
     SetEvent(processes.over.get());
     postsRefused = 2;
     platform::PostMessageA.answer = FALSE;
@@ -171,7 +171,7 @@ TEST_F(Worker, TheEndIsPostedOnceTheQueueTakesIt) {
                 ElementsAre(Posted{WM_RUN_NOT_STARTED, 6, ERROR_FILE_NOT_FOUND}, Posted{0x0401, 6, 0}));
 }
 
-TEST_F(Worker, AProcessThatCannotBeStartedHasEndedAtOnceAndTheReasonIsPostedFirst) {
+TEST_F(Worker, FailedStartPostsTheReasonAndThenTheEnd) {
     processes.canStart = false;
     ASSERT_TRUE(launch(3));
     waitForWorkers();
@@ -185,12 +185,12 @@ TEST_F(Worker, AProcessThatCannotBeStartedHasEndedAtOnceAndTheReasonIsPostedFirs
         ReleaseSRWLockExclusive(&workersMayBegin);
         waitForWorkers();
     }
-    EXPECT_EQ(processes.starts.size(), 1U) << "without memory, not even tried";
+    EXPECT_EQ(processes.starts.size(), 1U) << "without memory, must not start";
     EXPECT_THAT(window.posted(),
                 ElementsAre(Posted{WM_RUN_NOT_STARTED, 4, ERROR_NOT_ENOUGH_MEMORY}, Posted{0x0401, 4, 0}));
 }
 
-TEST_F(Worker, TheEndIsPostedToTheWindowOfTheLaunch) {
+TEST_F(Worker, EndIsPostedToTheWindowOfTheLaunch) {
     const MessageWindow later;
     ASSERT_TRUE(launch(1));
     launcher.reportTo(later.handle);
@@ -199,7 +199,7 @@ TEST_F(Worker, TheEndIsPostedToTheWindowOfTheLaunch) {
     EXPECT_THAT(later.ends(), IsEmpty());
 }
 
-TEST_F(Worker, AWorkerEndsWhenItsWindowIsGone) {
+TEST_F(Worker, EndsWhenItsWindowIsGone) {
     {
         const MessageWindow gone;
         launcher.reportTo(gone.handle);
@@ -210,7 +210,7 @@ TEST_F(Worker, AWorkerEndsWhenItsWindowIsGone) {
 
 TEST_F(Worker, WithoutMemoryNothingIsLaunched) {
     ScheduledProject entry;
-    entry.path = "run:\"C:\\Spider\\spider.exe\" /s1"; // long enough to take memory
+    entry.path = "run:\"C:\\Spider\\spider.exe\" /s1"; // long enough to need an allocation
     {
         const test::RefusedAllocations refused;
         EXPECT_THROW(static_cast<void>(launcher.launch(entry)), std::bad_alloc);
@@ -218,7 +218,7 @@ TEST_F(Worker, WithoutMemoryNothingIsLaunched) {
     EXPECT_EQ(workers, 0);
 }
 
-TEST_F(Worker, RunsLeaveNoMemoryBehindWhetherTheirThreadsStartOrNot) {
+TEST_F(Worker, LeaksNoMemoryWhetherThreadsStartOrNot) {
     SetEvent(processes.over.get());
     const auto run = [this] {
         EXPECT_EQ(launch(1), threadsStart);
@@ -237,7 +237,7 @@ TEST_F(Worker, RunsLeaveNoMemoryBehindWhetherTheirThreadsStartOrNot) {
     threadsStart = true;
 }
 
-TEST_F(Worker, TwentyRunsSideBySideEndOnceEach) {
+TEST_F(Worker, TwentyParallelRunsEachEndOnce) {
     std::vector<WPARAM> numbers(20);
     std::iota(numbers.begin(), numbers.end(), WPARAM{1});
     for (const WPARAM number : numbers)

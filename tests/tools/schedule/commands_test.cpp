@@ -20,7 +20,7 @@ using testing::internal::GetCapturedStderr;
 using testing::internal::GetCapturedStdout;
 
 std::atomic<ULONGLONG> slept = 0; ///< milliseconds
-int sleepUntilARun = -1;          ///< so many calls of Sleep
+int sleepUntilARun = -1;          ///< calls of Sleep until an entry has run; -1 for never
 
 ULONGLONG WINAPI simulatedTicks() {
     return slept;
@@ -36,7 +36,7 @@ void WINAPI simulatedSleep(DWORD milliseconds) {
     EXPECT_TRUE(scheduler::saveSchedule(list));
 }
 
-/// Runs with no schedule there. The Windows whose schedule this is belongs to the test program alone.
+/// Starts without a schedule. Each test program has its own Windows.
 class ScheduleTool : public testing::Test {
 protected:
     ScheduleTool() { DeleteFileA(scheduler::schedulePath().c_str()); }
@@ -56,7 +56,7 @@ protected:
     }
 };
 
-TEST_F(ScheduleTool, ANumberIsAWholeDecimalWord) {
+TEST_F(ScheduleTool, ParsesOnlyWholeDecimalNumbers) {
     EXPECT_EQ(parseNumber("0"), 0u);
     EXPECT_EQ(parseNumber("180"), 180u);
     EXPECT_EQ(parseNumber("007"), 7u);
@@ -65,7 +65,7 @@ TEST_F(ScheduleTool, ANumberIsAWholeDecimalWord) {
         EXPECT_EQ(parseNumber(word), std::nullopt) << '"' << word << '"';
 }
 
-TEST_F(ScheduleTool, WhateverIsNoCommandShowsTheUsage) {
+TEST_F(ScheduleTool, UnknownCommandShowsTheUsage) {
     const std::vector<std::string> misuses[] = {
         {},
         {"help"},
@@ -87,7 +87,7 @@ TEST_F(ScheduleTool, WhateverIsNoCommandShowsTheUsage) {
     EXPECT_NE(run({}).errors.find("replace the schedule"), std::string::npos);
 }
 
-TEST_F(ScheduleTool, ASampleHasTenEntriesAndADemonstrationItsFirstThree) {
+TEST_F(ScheduleTool, SampleHasTenEntriesAndDemonstrationItsFirstThree) {
     const Result none = run({"show"});
     EXPECT_EQ(none.exitCode, 1);
     EXPECT_EQ(none.output, "");
@@ -105,7 +105,7 @@ TEST_F(ScheduleTool, ASampleHasTenEntriesAndADemonstrationItsFirstThree) {
     }
 }
 
-TEST_F(ScheduleTool, ASampleThatCannotBeWrittenFails) {
+TEST_F(ScheduleTool, SampleFailsWhenItCannotBeWritten) {
     const test::TemporaryFolder folder;
     ASSERT_TRUE(test::writeFile(folder.file("file"), ""));
     const Result result = run({"sample", folder.file("file")});
@@ -114,7 +114,7 @@ TEST_F(ScheduleTool, ASampleThatCannotBeWrittenFails) {
                                  scheduler::schedulePath() + "\n");
 }
 
-TEST_F(ScheduleTool, ARunningSchedulerKeepsItsSchedule) {
+TEST_F(ScheduleTool, DoesNotReplaceTheScheduleOfARunningScheduler) {
     const test::TemporaryFolder folder;
     for (const bool suspended : {false, true}) {
         const HWND window =
@@ -131,7 +131,7 @@ TEST_F(ScheduleTool, ARunningSchedulerKeepsItsSchedule) {
     }
 }
 
-TEST_F(ScheduleTool, WaitsUntilSoManyEntriesHaveRunOrToItsLimit) {
+TEST_F(ScheduleTool, WaitsForTheGivenNumberOfRunsOrItsTimeLimit) {
     scheduler::ScheduleList list;
     list.assign(std::vector<scheduler::ScheduledProject>(3));
     list[0].lastRun = list[1].lastRun = base::TimeValue(1);

@@ -25,12 +25,12 @@ protected:
     }
 
     test::TemporaryFolder folder;
-    std::string path = folder.file("new\\projects"); ///< not there yet
+    std::string path = folder.file("new\\projects"); ///< does not exist yet
     scheduler::ScheduleList list;
     base::TimeValue before;
 };
 
-TEST_F(ScheduleSample, TwoEntriesAreDueInAMomentAndTheThirdFollows) {
+TEST_F(ScheduleSample, FirstTwoEntriesAreDueSoonAndTheThirdFollows) {
     ASSERT_TRUE(write());
     ASSERT_EQ(list.size(), 10U);
     EXPECT_EQ(list[0].path, path + "\\news.kra");
@@ -59,8 +59,8 @@ TEST_F(ScheduleSample, HasEveryKindEveryCommandADisabledEntryAndAnEnabledOneWith
         list, [](const auto& entry) { return entry.disabled == 0 && entry.lastResult != ""; }));
 }
 
-// A user sees the first three run on their own before any other.
-TEST_F(ScheduleSample, LaterEntriesAreFarOffAtEveryMinuteOfTwoMonths) {
+// No other entry disturbs the demonstration of the first three.
+TEST_F(ScheduleSample, OtherEntriesAreFarInTheFutureAtEveryMinuteOfTwoMonths) {
     test::FakeClock clock(base::TimeValue::fromLocal(2026, 2, 1, 0, 0, 0, -1));
     const base::TimeValue end = base::TimeValue::fromLocal(2026, 4, 1, 0, 0, 0, -1);
     for (; clock.now() < end; clock.advance(base::TimeSpan::fromMinutes(1))) {
@@ -82,12 +82,12 @@ TEST_F(ScheduleSample, WritesItsProjects) {
     EXPECT_EQ(fileContent(path + "\\backup.bat"), "@rem Over at once.\n");
 }
 
-TEST_F(ScheduleSample, ASpiderInTheFolderIsTheCommandLine) {
+TEST_F(ScheduleSample, CommandLineUsesTheSpiderInTheFolder) {
     ASSERT_TRUE(write());
     ASSERT_TRUE(CopyFileA((path + "\\news.kra").c_str(), (path + "\\spider.exe").c_str(), TRUE));
     ASSERT_TRUE(write());
     EXPECT_EQ(list[1].path, "run:\"" + path + "\\spider.exe\" /s99 /e \"" + path + "\\report.kra\"");
-    EXPECT_FALSE(writeSample(path + "\\news.kra", Sample::Whole)) << "no folder";
+    EXPECT_FALSE(writeSample(path + "\\news.kra", Sample::Whole)) << "the folder does not exist";
 }
 
 } // namespace

@@ -6,12 +6,12 @@ namespace {
 
 const base::TimeValue now(1'781'500'000);
 
-TEST(ScheduleTable, AnEmptyScheduleIsItsHeadings) {
+TEST(ScheduleTable, EmptyScheduleShowsOnlyTheHeadings) {
     EXPECT_EQ(scheduleTable(scheduler::ScheduleList(), now),
               "Project  When  Last Run  Last Result  Next Run\n");
 }
 
-TEST(ScheduleTable, ColumnsAreTwoBlanksWiderThanTheirLongestCellAndNoLineEndsInBlanks) {
+TEST(ScheduleTable, ColumnsAreTwoBlanksWiderThanTheirLongestCellWithoutTrailingBlanks) {
     scheduler::ScheduledProject entry;
     entry.afterIndex = -1;
     entry.nextRun = base::TimeValue::never();
