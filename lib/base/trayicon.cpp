@@ -77,7 +77,7 @@ bool showTrayBalloon(HWND window, const std::string& title, const std::string& t
     constexpr std::size_t maxLength = sizeof(record.szInfo) - 1;
     text.copy(record.szInfo, maxLength);
     if (text.size() > maxLength) // the dots replace whole characters
-        std::strcpy(CharPrevA(record.szInfo, record.szInfo + maxLength - 2), "...");
+        std::memcpy(CharPrevA(record.szInfo, record.szInfo + maxLength - 2), "...", sizeof("..."));
     return Shell_NotifyIconA(NIM_MODIFY, &record);
 }
 
