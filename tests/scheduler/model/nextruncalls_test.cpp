@@ -32,6 +32,8 @@ Calls callsFor(const ScheduledProject& entry) {
     return newCalls();
 }
 
+static_assert(scheduler::kindCount == 6, "count the calls for the new kind, too");
+
 TEST(NextRunCalls, AreMinimalAndOnlyForCalendarKinds) {
     for (const ScheduledProject& entry : {ofKind(0), ofKind(1), once(clockTime(12))})
         EXPECT_EQ(callsFor(entry), Calls());

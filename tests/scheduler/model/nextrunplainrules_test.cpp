@@ -26,6 +26,8 @@ constexpr int casesPerCheck = 1;
 constexpr int casesPerCheck = 7;
 #endif
 
+static_assert(scheduler::kindCount == 6, "add entries of the new kind to variousEntries");
+
 std::vector<ScheduledProject> variousEntries() {
     std::vector<ScheduledProject> entries;
     for (const std::int32_t minutes : {0, 1, 29, 30, 59, 90, -7})

@@ -40,6 +40,8 @@ TEST_F(ScheduleKinds, SwitchingBetweenAnyTwoShowsTheControlsOfTheChosenOne) {
         }
 }
 
+static_assert(scheduler::kindCount == 6, "type into the fields of the new kind, too");
+
 TEST_F(ScheduleKinds, KeepTheirInputWhileAnotherOneIsChosen) {
     open(ScheduleKind::AfterProject);
     const std::vector<std::pair<int, std::string>> typed = {
