@@ -23,8 +23,8 @@ public:
     ScratchRing& operator=(const ScratchRing&) = delete;
 
     /// At least `size` bytes, uninitialised; null if memory runs out. A buffer above 2048 bytes serves only
-    /// requests of two thirds of its size or more, so that one large request does not hold memory for ever. A
-    /// failed slot returns null by the same rule.
+    /// requests of two thirds of its size or more, so that one large request does not hold memory for ever.
+    /// A slot whose allocation failed returns null by the same rule.
     void* buffer(std::size_t size);
 
     void clear();

@@ -26,8 +26,8 @@ using ContentSink = std::function<bool(std::span<const std::byte>)>;
 
 /// Fills `list` from a file's content. A damaged count costs no more memory than the content's size allows.
 /// - False, `list` unchanged: fewer than 8 bytes, or a magic other than `expectedMagic` (0: any).
-/// - False, `list` empty: a count or string length not below the content's size, a truncated record or
-///   no memory.
+/// - False, `list` empty: a count or string length not below the content's size, a truncated record, or
+///   memory runs out.
 [[nodiscard]] bool decodeSchedule(std::span<const std::byte> content, std::uint32_t expectedMagic,
                                   ScheduleList& list);
 

@@ -14,7 +14,7 @@ namespace {
 // follows the name.
 static_assert(sizeof(RASENTRYNAMEA) == 532 && offsetof(RASENTRYNAMEA, szEntryName) == 4);
 
-// Only the first is called here. Dialling needs the others: without them the service is useless.
+// Only the first function is called here. Dialling needs the others, so the service is useless without them.
 constexpr std::array entryPointNames{
     "RasEnumEntriesA", "RasEnumConnectionsA", "RasGetConnectStatusA",   "RasHangUpA",
     "RasDialA",        "RasGetErrorStringA",  "RasGetEntryDialParamsA",
