@@ -16,7 +16,7 @@ namespace {
 
 [[maybe_unused]] const bool registered = registerSourceFile(__FILE__, RELEASE_DATE);
 
-/// As relativeDay(), for a known day of the month.
+/// Like relativeDay(), if the day of the month of `t` is known.
 int daysUntil(TimeValue t, int dayOfMonth, TimeValue now) {
     // On purpose: the same day of the month a year ahead counts as today.
     const int days = secondsBetween(t, now) / 86400 % 365;

@@ -38,7 +38,7 @@ private:
 };
 
 /// A buffer of the calling thread's ring. Threads that startThread did not start share the main thread's
-/// ring, without a lock; so do all threads if no thread-local slot was free at the program's start.
+/// ring, without a lock. If no thread-local slot was free at the program's start, all threads share it.
 void* scratchBuffer(std::size_t size);
 
 std::uint32_t scratchAllocationCount();

@@ -10,7 +10,7 @@
 namespace scheduler {
 namespace {
 
-// The service tells the versions of its record apart by their sizes. In this one, the phone book's path
+// The service distinguishes the versions of its record by size. In this version, the phone book's path
 // follows the name.
 static_assert(sizeof(RASENTRYNAMEA) == 532 && offsetof(RASENTRYNAMEA, szEntryName) == 4);
 

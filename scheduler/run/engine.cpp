@@ -207,7 +207,7 @@ bool SchedulerEngine::onRunFinished(std::uint32_t runNumber) {
 
 RunOutcome SchedulerEngine::outcomeOf(const ScheduledProject& entry) const {
     const std::uint32_t runNumber = runNumberOf(entry);
-    // A command line leaves no outcome. Its error code is the run number, on purpose: it is never 0, so the
+    // A command line leaves no outcome. On purpose, its error code is the run number. That is never 0, so the
     // run counts as failed and is repeated until its retries are used up.
     if (isCommandLine(entry))
         return {{}, runNumber};

@@ -16,7 +16,7 @@ using scheduler::ScheduleKind;
 
 namespace {
 
-// A wrong run would be off by half an hour or more, a run on a busy machine by less than this.
+// A wrong run would be off by half an hour or more. A busy machine delays runs by less than this.
 constexpr TimeSpan lateness = TimeSpan::fromMinutes(15);
 
 class RealDays : public driver::ProgramTest {

@@ -112,7 +112,7 @@ void BrowseEdit::browse() {
     request.hwndOwner = GetParent(handle());
     request.lpstrFilter = filter_.empty() ? nullptr : filter_.c_str();
     request.lpstrTitle = "Browse";
-    // Only a dialog of the Explorer type tells a hook that it is ready.
+    // Only a dialog of the Explorer type notifies its hook when the dialog is ready.
     request.Flags = flags_ | OFN_EXPLORER | OFN_ENABLEHOOK;
     request.lpfnHook = &centreWhenReady;
     std::vector<std::string> files = chosenFiles(askForFiles(request, text()));

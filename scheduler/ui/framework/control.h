@@ -9,7 +9,7 @@ namespace framework {
 class ControlHost;
 
 /// Base of all controls, each bound to a dialog's control by its id. Declare controls as members of their
-/// dialog or page, which must outlive them. They are loaded, stored and checked in this order.
+/// dialog or page, which must outlive them. They are loaded, stored and checked in order of declaration.
 class Control : public Window {
 public:
     Control(ControlHost& host, int id);

@@ -16,7 +16,7 @@ constexpr UINT_PTR displayTimer = 1;
 
 using Hints = std::vector<std::unique_ptr<HintWindow>>;
 
-/// Includes, until the next message, hints whose windows were just destroyed.
+/// Hints whose windows were just destroyed remain in this list until the next message.
 Hints& shownHints() {
     static Hints hints;
     return hints;

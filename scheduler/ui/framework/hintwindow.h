@@ -16,9 +16,9 @@ struct Hint {
     UINT displayMilliseconds = 7000;
 };
 
-/// A tool tip of our own, transparent to the mouse if it has an owner. Closes after a time, or on keys, mouse
-/// buttons or the mouse leaving: in the owner and its children or, without an owner, in the hint. The class
-/// owns all hints. Each one lives until its window closes or its owner's window or object is destroyed.
+/// A tool tip of our own, transparent to the mouse if it has an owner. Closes after a time, on keys or mouse
+/// buttons, and when the mouse leaves. (It watches the owner and its children or, without an owner, itself.)
+/// The class owns all hints. Each lives until its window closes or its owner's window or object is destroyed.
 class HintWindow : public Window, private MessageFilter {
 public:
     ~HintWindow() override;
