@@ -99,7 +99,7 @@ void ScheduleFile::copyBeforeSave() {
 }
 
 void ScheduleFile::chooseNextCopy(const ScheduleList& list) {
-    // Never copy an empty list: the program saves one at exit if the file it loaded was damaged.
+    // An empty list must not replace `schedule.bak`: after loading a damaged file, the program saves one.
     copyExtension_ = list.empty() ? nullptr : "bak";
 }
 
