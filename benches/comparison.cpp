@@ -35,7 +35,7 @@ void compare(const Comparison& comparison, const Timed& subject, const Timed& li
     std::vector<double> ratios;
     for (int round = 0; round < rounds; ++round) {
         std::pair<double, double> times;
-        // Alternates the order because each one changes the caches and the heap for the next.
+        // Alternates the order, because each measurement changes the caches and the heap for the next one.
         if (round % 2 == 0)
             times.first = averageOf(subject, repetitions);
         times.second = averageOf(limit, repetitions);

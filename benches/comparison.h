@@ -26,7 +26,7 @@ void keep(const Value& value) {
 
 struct Comparison {
     std::string what;
-    std::size_t count; ///< things per run
+    std::size_t count; ///< items per run
     std::string things;
     std::string limit;
     double wanted;

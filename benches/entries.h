@@ -7,7 +7,7 @@
 
 namespace bench {
 
-/// Time of the first call. The times of the entries lie around it.
+/// The time of its first call. The times of the entries are before and after it.
 base::TimeValue referenceTime();
 
 /// Realistic entries of all kinds. None is due until an hour after referenceTime().

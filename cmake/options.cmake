@@ -13,7 +13,7 @@ if(WIN32)
         NOMINMAX STRICT WIN32_LEAN_AND_MEAN WINVER=0x0601 _WIN32_WINNT=0x0601 _WIN32_IE=0x0700)
     # The newest debug information that Wine's debugger reads.
     target_compile_options(project_options INTERFACE -fstack-protector-strong $<$<CONFIG:Debug>:-gdwarf-4>)
-    # A single file with the platform's memory protections, without a time stamp so that builds are reproducible.
+    # A single file with the platform's memory protections. Has no time stamp, so that builds are reproducible.
     # Sections are aligned to pages in the file: otherwise Wine copies them into the memory of each process.
     target_link_options(project_options INTERFACE
         -static -fstack-protector-strong

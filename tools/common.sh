@@ -30,7 +30,7 @@ die() {
 # Replaces this shell by a command in a container. It sees this machine's files under their own paths, except /usr and
 # /etc, which are those of the Wine root; /usr/local and /usr/src stay visible. The command is the first process of its
 # own process namespace: when the command or this script ends, everything in the container ends. An ordinary user may
-# do this. Without --dev, which would add a second user namespace that tools/wine could not join.
+# do this. Does not use --dev, which would add a second user namespace that tools/wine could not join.
 box() { # ROOT PREFIX [BWRAP-OPTION...] -- COMMAND...
     local root=$1 prefix=$2 own=() dir
     shift 2

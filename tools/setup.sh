@@ -24,8 +24,8 @@ boost_package() {
     done
 }
 
-# Sets `missing` to those of `packages` that are not installed, and to the packages for Boost if needed. Of an entry a|b,
-# one suffices.
+# Sets `missing` to the packages in `packages` that are not installed, and adds those for Boost if needed. For an entry
+# a|b, either package suffices.
 find_missing() {
     local have entry names wanted=("${packages[@]}")
     missing=()
@@ -75,9 +75,9 @@ check_machine() {
     [[ "${missing[*]}" != *mingw* ]] || room=1000
     [[ "${missing[*]}" != *imagemagick* ]] || room=$((room + 550))
     [[ "${missing[*]}" != *clang-tidy* ]] || room=$((room + 650))
-    # The files of an interrupted call are used or deleted, so their space counts as free.
+    # The files of an interrupted run are used or deleted, so their space counts as free.
     unpacked=$(du -sm "$winroot.half" 2> /dev/null | cut -f 1 || true)
-    # Checked even if Wine is left to a later call, which would find the disk full.
+    # Checked even if Wine is left to a later run: that run would find the disk full.
     [[ $stage == build || -d $winroot ]] || cache_room=$((1500 - ${unpacked:-0}))
     boost_is_there || [[ "${missing[*]}" == *libboost* ]] || cache_room=$((cache_room + 400))
     until [[ -d $folder ]]; do
@@ -90,7 +90,7 @@ check_machine() {
 
 # ------------------------------------------------------------------------------------------------- one set-up at a time
 
-# Locks the cache folder. --remove deletes the lock file, so checks after waiting that the file is still there.
+# Locks the cache folder. --remove may delete the lock file meanwhile, so the lock is taken again if the file has gone.
 lock() { # [FLOCK-OPTION]
     mkdir -p "$cache"
     exec 9> "$cache/setup.lock"
@@ -206,7 +206,7 @@ remove() { # FOLDER...
     done
 }
 
-# Sets `old_roots` to the roots, complete or not, that the present scripts did not make; with --remove, to all roots.
+# Sets `old_roots` to the roots, complete or not, that other versions of the scripts made; with --remove, to all roots.
 find_old_roots() {
     local folder
     old_roots=()

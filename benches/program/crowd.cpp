@@ -58,7 +58,7 @@ std::string milliseconds(double seconds) {
     return std::to_string(static_cast<int>(seconds * 1000 + 1)) + " ms";
 }
 
-/// `emptyAnswers` come from an unrelated window and show the delay that the load causes for any program.
+/// `emptyAnswers` are response times of an unrelated window: the delay that the load causes for any program.
 void printAnswers(const char* when, const std::vector<double>& answers,
                   const std::vector<double>& emptyAnswers) {
     const double longest = std::ranges::max(answers);

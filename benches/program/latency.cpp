@@ -1,4 +1,4 @@
-// Time from due to process start, and from process end to saved outcome.
+// The delay from an entry's due time to its process's start, and from the process's end to the saved outcome.
 #include "benches/program/marking.h"
 #include "benches/program/marks.h"
 #include "benches/program/processes.h"

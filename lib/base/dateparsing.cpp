@@ -18,7 +18,7 @@ constexpr std::string_view monthNames = "janfebmaraprmayjunjulaugsepoctnovdec";
 constexpr std::size_t monthNameLength = 3;
 constexpr int monthCount = 12;
 
-/// The word names no month. Above every month, so that parseFreeDate() takes the word for the day.
+/// Stands for a word that names no month. Above 12, so that parseFreeDate() takes the word for the day.
 constexpr int noMonth = monthCount + 1;
 
 // Constant-initialised: other sources register before this file's dynamic initialisation.
@@ -52,7 +52,7 @@ const Expression& anySeparator() {
 }
 
 int toNumber(const std::string& text) {
-    // Clamped to the target's 32-bit `long`, also where `long` is wider.
+    // Clamped to 32 bits, like the target's `long`: in native builds, `long` can be wider.
     using Limits = std::numeric_limits<std::int32_t>;
     return static_cast<int>(
         std::clamp<long>(std::strtol(text.c_str(), nullptr, 10), Limits::min(), Limits::max()));
@@ -134,7 +134,7 @@ TimeValue parseInternetDate(std::string_view text) {
 
 TimeValue parseAsctimeDate(std::string_view text) {
     const std::string trimmed = trim(text, whitespace);
-    // asctime pads a one-digit day with a second blank: the empty piece before it reads as day 0 and fails.
+    // asctime pads a one-digit day with a second space. The empty piece between the two is day 0 and fails.
     // The day has no upper limit, so "23 jul 2005" matches this layout.
     const int day = toNumber(pieceAt(trimmed, 2, ' '));
     if (day == 0)
@@ -159,8 +159,8 @@ TimeValue parseFreeDate(std::string_view text) {
     int day = toNumber(second);
     if (month > monthCount && day <= monthCount)
         std::swap(month, day);
-    // A day before the month's name was swapped with the 0 that the name reads as. Only the three-letter name
-    // counts here: "23 july 2005" is no date, and "5 january 2005", not swapped, is day 0 of May.
+    // If the day comes before the month's name, the name has been read as 0 and swapped with the day. In this
+    // layout only three-letter names count: "23 july 2005" is no date, "5 january 2005" is day 0 of May.
     if (month == 0)
         month = monthByName(second);
     const int year = fullUserYear(numberAt(trimmed, 2, anySeparator()));

@@ -16,7 +16,7 @@ TimeValue parseDateTime(std::string_view text);
 /// local standard time, even in summer.
 TimeValue parseInternetDate(std::string_view text);
 
-/// "Sun Nov 6 08:49:37 1994", local time. A day that `asctime` padded with a second blank is rejected.
+/// "Sun Nov 6 08:49:37 1994", local time. A day that `asctime` padded with a second space is rejected.
 TimeValue parseAsctimeDate(std::string_view text);
 
 /// "7/23/2005 7:54 pm", "23.7.05", "jul 23 2005", "23 jul 2005 19:54:28", local time, 1970 to 2038. The month

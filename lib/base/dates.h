@@ -1,5 +1,5 @@
-// Points in time and time spans: signed 32-bit counts of seconds, as wide as in the schedule file and in the
-// platform's 32-bit time_t. Arithmetic wraps around. Calendar fields are in local time.
+// Points in time and time spans: signed 32-bit counts of seconds, as in the schedule file and the platform's
+// 32-bit time_t. Arithmetic wraps around. Calendar fields are in local time.
 #pragma once
 
 #include <chrono>
@@ -16,7 +16,7 @@ public:
     /// n is clamped to 0..25000: to go back in time, subtract a span. 24856 days and more wrap around.
     static constexpr TimeSpan fromDays(std::int32_t n);
 
-    /// Exact for s >= 0. A negative count loses all but its whole days.
+    /// Exact for s >= 0. A negative count keeps only its whole days.
     static constexpr TimeSpan fromSeconds(std::int32_t s);
 
     static constexpr TimeSpan fromMinutes(std::int32_t n);
@@ -54,7 +54,7 @@ public:
 
     static TimeValue now();
 
-    /// As `mktime`: fields out of range roll over; isDst is 0, 1 or -1 (the runtime decides). 0 on failure.
+    /// Like `mktime`: fields out of range roll over; isDst is 0, 1 or -1 (the runtime decides). 0 on failure.
     static TimeValue fromLocal(int year, int month, int day, int hour, int minute, int second, int isDst);
 
     /// Fields out of range roll over. 0 before 1970-01-01 00:00:00 and after 2038-01-19 03:14:07.

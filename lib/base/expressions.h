@@ -6,7 +6,7 @@
 namespace base {
 
 extern const Expression whitespaceRun;
-extern const Expression lineBreak;    ///< also after carriage returns
+extern const Expression lineBreak;    ///< includes any carriage returns before it
 extern const Expression commandToken; ///< a word of a command line; text in quotes is one word
 
 } // namespace base

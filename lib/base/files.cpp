@@ -29,7 +29,7 @@ std::FILE* openForWriting(const std::string& path) {
     return file;
 }
 
-/// The system's error code of the last runtime call. It is 0 if the disk had room for only part of the data.
+/// A failed runtime call's error code. The runtime sets none if the disk had room for only part of the data.
 std::uint32_t runtimeError() {
     return _doserrno != 0 ? _doserrno : ERROR_DISK_FULL;
 }
@@ -92,7 +92,7 @@ WrittenFile::WrittenFile(const std::string& path) {
 }
 
 bool WrittenFile::write(std::span<const std::byte> bytes) {
-    // An empty span can have a null address, which fwrite must not get.
+    // An empty span's address can be null, which fwrite does not allow.
     return stream_ && (bytes.empty() || attempt([&] {
                            return std::fwrite(bytes.data(), 1, bytes.size(), stream_) == bytes.size();
                        }));
@@ -102,7 +102,7 @@ bool WrittenFile::close() {
     std::FILE* const stream = std::exchange(stream_, nullptr);
     if (!stream)
         return false;
-    // Not on every platform does fclose report that the last data found no room.
+    // On some platforms fclose does not report that the disk was too full for the last data.
     const bool flushed = attempt([stream] { return std::fflush(stream) == 0; });
     return attempt([stream] { return std::fclose(stream) == 0; }) && flushed;
 }
@@ -145,7 +145,7 @@ std::string windowsDirectory() {
         directory.resize(length + 1);
         length = ask();
     }
-    // Longer than the size just reported: treated as a failure.
+    // A path longer than the length reported before counts as a failure.
     directory.resize(length < directory.size() ? length : 0);
     if (!directory.empty() && !directory.ends_with('\\'))
         directory += '\\';

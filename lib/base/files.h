@@ -18,7 +18,7 @@ public:
     MappedFile(const MappedFile&) = delete;
     MappedFile& operator=(const MappedFile&) = delete;
 
-    /// Closes any open file first. False if a step fails or the file is empty. Others can only read the file.
+    /// Closes any open file first. False if a step fails or the file is empty. Locks out writers until close.
     [[nodiscard]] bool open(const std::string& path);
 
     void close();
@@ -35,7 +35,7 @@ private:
     std::uint32_t size_ = 0;
 };
 
-/// Truncates and writes a file. Child processes do not inherit the handle, which would keep the file locked.
+/// Truncates and writes a file. Child processes do not inherit the handle: they would keep the file locked.
 class [[nodiscard]] WrittenFile {
 public:
     explicit WrittenFile(const std::string& path);
@@ -60,8 +60,8 @@ private:
     std::uint32_t error_ = 0;
 };
 
-/// Copies a file over `copy`, created if missing, and waits until the disk has the data. False if a step
-/// fails or `source` is empty. If the disk is full, `copy` keeps its content.
+/// Copies `source` over `copy`, which is created if missing, and waits until the disk has the data. False if
+/// a step fails or `source` is empty. If the disk is full, `copy` keeps its content.
 [[nodiscard]] bool copyOver(const std::string& source, const std::string& copy);
 
 [[nodiscard]] bool anyFileMatches(const std::string& pattern);

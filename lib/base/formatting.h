@@ -16,12 +16,12 @@ std::string formatPattern(TimeValue t, const char* pattern);
 /// The signed number of days from `now` to `t`, as the relative phrases count them:
 /// - today: 0
 /// - less than 24 hours away: 1 after the next midnight, -1 before the last one
-/// - 24 to 48 hours ago: -2
-/// - counted modulo 365: on the same day of the month a year ahead, 0 again; the list's phrases rely on it
+/// - longer ago: each started period of 24 hours counts, so 24 to 48 hours ago is -2, 48 to 72 is -3
+/// - modulo 365: the same day of the month, 365 days ahead, is 0 again; the list's phrases rely on this
 int relativeDay(TimeValue now, TimeValue t);
 
-/// "yesterday at %s", "today at %s", "tomorrow at %s", or weekday, month, day, the year if it is not this
-/// one, and time of day. Empty for time 0.
+/// "yesterday at %s", "today at %s", "tomorrow at %s", or the weekday, month, day, year (unless it is the
+/// current one) and time of day. Empty for time 0.
 std::string formatRelative(TimeValue t, TimeValue now);
 
 namespace detail {
@@ -36,22 +36,22 @@ struct FormatText {
 
 using FormatTexts = std::array<FormatText, 4>;
 
-/// Characters to reserve: the pattern's length, each conversion's width plus 6, and `textsLength`. Saturates.
+/// Characters to reserve: the pattern's length + `textsLength` + (width + 6) per conversion. Saturates.
 std::size_t estimateFormattedLength(const char* pattern, std::size_t textsLength);
 
 [[nodiscard]] bool formatTexts(std::string& out, const char* pattern, const FormatTexts& texts);
 } // namespace detail
 
-/// Formats one to four texts (std::string or zero-terminated) into `out`, which must not be one of them and
-/// whose capacity is reused. The pattern's conversions are "%s" with optional flags, width and precision; one
-/// without a text gets an empty one. False, and an empty `out`, if memory runs out.
+/// Formats one to four texts (std::string or zero-terminated) into `out`, reusing its capacity. `out` must
+/// not be one of the texts. The pattern's conversions are "%s" with optional flags, width and precision;
+/// those beyond the last text get an empty text. False, with `out` empty, if memory runs out.
 template<class... Texts>
 [[nodiscard]] bool formatInto(std::string& out, const char* pattern, const Texts&... texts) {
     static_assert(sizeof...(Texts) >= 1 && sizeof...(Texts) <= std::tuple_size_v<detail::FormatTexts>);
     return detail::formatTexts(out, pattern, {texts...});
 }
 
-/// As formatInto; empty if memory runs out.
+/// Like formatInto; empty if memory runs out.
 template<class... Texts>
 std::string format(const char* pattern, const Texts&... texts) {
     std::string out;

@@ -32,7 +32,7 @@ public:
             Traits::close(old);
     }
 
-    /// For calls that return a handle through a pointer. Closes the current handle first.
+    /// For functions that return a handle through a pointer. Closes the current handle first.
     Handle* receive() {
         reset();
         return &handle_;

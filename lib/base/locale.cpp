@@ -13,7 +13,7 @@ namespace {
 
 using LocaleText = std::array<char, 128>;
 
-/// `count` is the platform's result: it includes the terminating zero, and 0 is a failure.
+/// `count` is the platform's result: it includes the terminating zero, and 0 means failure.
 std::string textOf(const LocaleText& buffer, int count) {
     return count > 0 ? std::string(buffer.data(), static_cast<std::size_t>(count - 1)) : std::string();
 }
@@ -21,7 +21,7 @@ std::string textOf(const LocaleText& buffer, int count) {
 } // namespace
 
 char lowerCase(char character) {
-    // A "pointer" below 0x10000 is a single character; the platform returns the result in the same form.
+    // The platform takes a "pointer" below 0x10000 as a single character and returns its result in this form.
     const auto code = static_cast<UINT_PTR>(static_cast<unsigned char>(character));
     return static_cast<char>(reinterpret_cast<UINT_PTR>(CharLowerA(reinterpret_cast<LPSTR>(code))));
 }

@@ -48,7 +48,7 @@ HMODULE loadSystemLibrary(const std::string& name) {
     const UINT length = GetSystemDirectoryA(folder.data(), static_cast<UINT>(folder.size()));
     if (length == 0 || length >= folder.size())
         return nullptr;
-    // By its full path: a Windows 7 without updates does not support LOAD_LIBRARY_SEARCH_SYSTEM32.
+    // Needs the full path: Windows 7 without updates does not support LOAD_LIBRARY_SEARCH_SYSTEM32.
     const std::string path = folder.data() + ('\\' + name);
     return LoadLibraryExA(path.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
 }

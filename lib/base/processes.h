@@ -10,7 +10,7 @@ namespace base {
 inline constexpr std::uint32_t processFailed = 0xFFFFFFFF;
 
 /// Starts `commandLine` in `directory` (empty: the current one). The caller closes the handles in
-/// `processInfo`. On failure: true if the last error is 0, else false.
+/// `processInfo`. Also true if starting fails without an error code.
 [[nodiscard]] bool createProcess(const std::string& commandLine, STARTUPINFOA& startupInfo,
                                  PROCESS_INFORMATION& processInfo, const std::string& directory,
                                  bool inheritHandles);
@@ -20,8 +20,8 @@ inline constexpr std::uint32_t processFailed = 0xFFFFFFFF;
 
 /// Starts `commandLine` with the program's standard handles and waits until it ends or `timeoutMs`
 /// milliseconds have passed (INFINITE: no limit). Returns the exit code, STILL_ACTIVE (259) after a time-out,
-/// or processFailed, which can also be an exit code, if starting or waiting failed. A failed wait leaves the
-/// process's handles open. `startError`, if given, receives the error code of a failed start, else 0.
+/// or processFailed if starting or waiting failed; an exit code can have that value, too. A failed wait
+/// leaves the process's handles open. `startError`, if given, receives a failed start's error code, else 0.
 std::uint32_t runProcessAndWait(const std::string& commandLine, int showCommand, const std::string& directory,
                                 std::uint32_t timeoutMs, std::uint32_t* startError = nullptr);
 

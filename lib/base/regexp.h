@@ -13,7 +13,7 @@ enum class CaseRule { Sensitive, Insensitive };
 /// can throw std::runtime_error if repetitions are nested; the program's own expressions have none.
 class [[nodiscard]] Expression {
 public:
-    /// "[c]" first: case-sensitive; "[i]" first: case-insensitive. Throws std::runtime_error if malformed.
+    /// Starts with "[c]" if case-sensitive, "[i]" if not. Throws std::runtime_error if malformed.
     explicit Expression(std::string_view pattern, CaseRule defaultRule = CaseRule::Sensitive);
     ~Expression();
     Expression(const Expression&) = delete;
@@ -26,7 +26,7 @@ public:
 
     std::string removeFrom(std::string_view text) const;
 
-    /// Piece `n`, from 0, of `text` split at each match of `separator`; empty if there is none.
+    /// Piece `n`, counted from 0, of `text` split at each `separator` match; empty if there is no such piece.
     friend std::string piece(std::string_view text, std::size_t n, const Expression& separator);
 
 private:

@@ -129,7 +129,7 @@ bool deleteValue(HKEY root, const std::string& path) {
 }
 
 bool deleteKey(HKEY root, const std::string& subkey) {
-    // The header declares the signed status as unsigned. Negative values are not failures.
+    // The status is signed, although the header declares it unsigned. Negative values are not failures.
     return static_cast<LSTATUS>(SHDeleteKeyA(root, subkey.c_str())) <= ERROR_SUCCESS;
 }
 

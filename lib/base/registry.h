@@ -14,7 +14,7 @@ namespace base {
 /// zeros. False, `out` unchanged, if the value is missing, empty or of another type.
 [[nodiscard]] bool readString(HKEY root, const std::string& path, std::string& out);
 
-/// As readString; empty on failure.
+/// Like readString; empty on failure.
 std::string getString(HKEY root, const std::string& path);
 
 /// Reads up to 4 bytes of any type; missing bytes are 0. False, `out` unchanged, if missing or larger.
@@ -22,7 +22,7 @@ std::string getString(HKEY root, const std::string& path);
 
 std::uint32_t getNumber(HKEY root, const std::string& path, std::uint32_t fallback);
 
-/// As readString, for REG_BINARY.
+/// Like readString, for REG_BINARY.
 [[nodiscard]] bool readBinary(HKEY root, const std::string& path, std::string& out);
 
 // Writing creates a missing key. Strings are written as REG_SZ without a terminating zero.

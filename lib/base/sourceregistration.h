@@ -7,8 +7,8 @@ namespace base {
 
 class TimeValue;
 
-/// Each source calls this once before the entry point. `buildDate` has the compiler's format ("Jul 23 2005
-/// 19:54:31") but is the release's, so that builds are reproducible. Always true, to initialise a constant.
+/// Each source calls this once before the entry point. `buildDate` is the release date, so that builds are
+/// reproducible, in the compiler's format ("Jul 23 2005 19:54:31"). Always true, to initialise a constant.
 [[nodiscard]] bool registerSourceFile(std::string_view path, std::string_view buildDate);
 
 /// The latest registered date, which is the release's; 0 if there is none.

@@ -35,14 +35,14 @@ int compareNoCase(std::string_view a, std::string_view b);
 std::uint32_t findNoCase(std::string_view text, std::string_view what, std::uint32_t from = 0,
                          std::uint32_t limit = notFound);
 
-/// The number at the start of `text`, after blanks and the control characters 9 to 13: one sign, then digits
-/// (in a base above 10 also letters) up to another character. 0 without digits; wraps around if too large.
+/// The number at the start of `text`, after any spaces and control characters 9 to 13: an optional sign, then
+/// digits (letters, too, if the base is above 10). 0 if there are no digits; wraps around if too large.
 std::int64_t toInteger(std::string_view text, int base);
 
 /// Overwrites the first `count` characters, lengthening a shorter text. A longer text keeps its tail.
 void fill(std::string& text, std::size_t count, char character);
 
-/// Piece `n`, from 0, of `text` split at each `separator`; empty if there is none.
+/// Piece `n`, counted from 0, of `text` split at each `separator`; empty if there is no such piece.
 std::string pieceAt(std::string_view text, std::size_t n, char separator);
 
 } // namespace base

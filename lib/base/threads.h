@@ -23,8 +23,8 @@ public:
     ScratchRing& operator=(const ScratchRing&) = delete;
 
     /// At least `size` bytes, uninitialised; null if memory runs out. A buffer above 2048 bytes serves only
-    /// requests of two thirds of its size or more, so that one large request does not hold memory for ever. A
-    /// failed slot returns null by the same rule.
+    /// requests of two thirds of its size or more, so that one large request does not hold memory for ever.
+    /// A slot whose allocation failed returns null by the same rule.
     void* buffer(std::size_t size);
 
     void clear();
@@ -38,7 +38,7 @@ private:
 };
 
 /// A buffer of the calling thread's ring. Threads that startThread did not start share the main thread's
-/// ring, without a lock; so do all threads if no thread-local slot was free at the program's start.
+/// ring, without a lock. If no thread-local slot was free at the program's start, all threads share it.
 void* scratchBuffer(std::size_t size);
 
 std::uint32_t scratchAllocationCount();

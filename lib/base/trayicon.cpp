@@ -76,7 +76,7 @@ bool showTrayBalloon(HWND window, const std::string& title, const std::string& t
     title.copy(record.szInfoTitle, sizeof(record.szInfoTitle) - 1);
     constexpr std::size_t maxLength = sizeof(record.szInfo) - 1;
     text.copy(record.szInfo, maxLength);
-    if (text.size() > maxLength) // the dots replace whole characters
+    if (text.size() > maxLength) // the dots must not split a two-byte character
         std::memcpy(CharPrevA(record.szInfo, record.szInfo + maxLength - 2), "...", sizeof("..."));
     return Shell_NotifyIconA(NIM_MODIFY, &record);
 }

@@ -10,9 +10,9 @@ namespace scheduler {
 namespace {
 
 /// Maps references to entries while entries are deleted one by one, from the highest position to the lowest,
-/// so that entries still to be deleted keep their positions. Each deletion changes all references: one to the
-/// deleted entry becomes one to its predecessor, one to a later entry moves down by one. Finds the result for
-/// one reference without going through all deletions.
+/// so that entries still to be deleted keep their positions. A deletion turns references to the deleted entry
+/// into references to its predecessor, and moves references to later entries down by one. This class finds
+/// the result for one reference without going through all deletions.
 class Deletions {
 public:
     /// `positions` must be in descending order.
@@ -28,18 +28,18 @@ public:
         findPredecessors(list);
     }
 
-    /// The reference `before` after all deletions.
+    /// What the reference `before` becomes after all deletions.
     std::int32_t afterAll(std::int32_t before) const { return after(before, 0, stepCount()); }
 
 private:
     std::int32_t stepCount() const { return static_cast<std::int32_t>(positions_.size()); }
 
-    /// Maps the reference `index` from before deletion number `step` to before deletion number `end`.
+    /// Maps the reference `index`, valid before deletion number `step`, to its value before deletion `end`.
     std::int32_t after(std::int32_t index, std::int32_t step, std::int32_t end) const {
         while (step < end && index >= 0) {
             // All references beyond the end have the same result as one just beyond it.
             index = std::min(index, count_ + 1 - step);
-            // Deletions at higher positions do not affect the reference; all at lower positions move it down.
+            // Deletions at higher positions do not change the reference, those at lower ones move it down.
             if (index <= positions_[at(step)])
                 step = reachedAt_[at(index)];
             if (step >= end)
@@ -64,8 +64,8 @@ private:
     static std::size_t at(std::int32_t index) { return static_cast<std::size_t>(index); }
 
     std::vector<std::int32_t> positions_;
-    std::vector<std::int32_t> reachedAt_;    ///< per index: the first deletion at it or below it
-    std::vector<std::int32_t> predecessors_; ///< per deletion
+    std::vector<std::int32_t> reachedAt_;    ///< per index: the first deletion at or below this index
+    std::vector<std::int32_t> predecessors_; ///< per deletion: see findPredecessors
     std::int32_t count_;                     ///< number of entries before the first deletion
 };
 

@@ -146,7 +146,7 @@ std::string describeNextRun(const ScheduledProject& entry, const ScheduleList& s
         return "Now";
     switch (entry.kind) {
     case ScheduleKind::AfterProject:
-        // Even if its time is already set: the user waits for the other project.
+        // Even if the next run is already set: for the user, the entry still depends on the other project.
         return "waiting for " + followedName(entry, schedule);
     case ScheduleKind::AtStartup:
         return "next startup";
@@ -170,8 +170,8 @@ std::string describeLastRun(const ScheduledProject& entry, const base::Clock& cl
 base::TimeValue phrasesValidUntil(const ScheduledProject& entry, base::TimeValue now) {
     base::TimeValue until = nextMultiple(now, base::TimeValue(), quarterOfAnHour);
     for (const base::TimeValue t : {entry.nextRun, entry.lastRun}) {
-        // The days until a future time change one second after its time of day, the days since a past time
-        // exactly at it.
+        // The number of days until a future time changes one second after its time of day. The number of days
+        // since a past time changes exactly at its time of day.
         for (const std::int32_t delay : {0, 1})
             until = std::min(until, nextMultiple(now, t + base::TimeSpan::fromSeconds(delay), wholeDay));
     }

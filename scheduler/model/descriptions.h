@@ -27,7 +27,7 @@ std::string describeNextRun(const ScheduledProject& entry, const ScheduleList& s
 std::string describeLastRun(const ScheduledProject& entry, base::TimeValue now);
 std::string describeLastRun(const ScheduledProject& entry, const base::Clock& clock);
 
-/// Until when phrases made at `now` are valid unless the entry changes: within the next 15 minutes.
+/// The time until which phrases made at `now` are valid if the entry does not change: 15 minutes at most.
 base::TimeValue phrasesValidUntil(const ScheduledProject& entry, base::TimeValue now);
 
 } // namespace scheduler

@@ -34,8 +34,8 @@ TimeValue startOfNextMonth(const LocalTime& local) {
     return fromLocalDate(local.year, local.month + 1, 1); // month 13 rolls over into January
 }
 
-/// Whether, for n of 0 to 8, the date of `midnight` plus n days is also the local date of `midnight` plus the
-/// time of day and n * 86400 seconds. Daylight saving time is at most two hours from standard time: only
+/// Whether, for each n from 0 to 8, adding the time of day and n * 86400 seconds to `midnight` results in the
+/// n-th date after that of `midnight`. Daylight saving time is at most two hours from standard time, so only
 /// times within two hours of midnight can get another date.
 bool datesCanBeCounted(TimeValue midnight, TimeSpan sinceMidnight) {
     constexpr TimeSpan twoHours = TimeSpan::fromMinutes(120);
@@ -65,7 +65,7 @@ TimeValue computeNextRun(const EngineState& state, const ScheduledProject& entry
     case ScheduleKind::Monthly:
         return nextRunByCalendar(state, entry, now, clock);
     case ScheduleKind::Once:
-        // Unlike a daily or monthly time, one that equals `now` has passed.
+        // Unlike a daily or monthly time, a "just once" time that equals `now` has passed.
         return now < entry.time ? entry.time : TimeValue::never();
     }
     return TimeValue::never();
@@ -93,7 +93,7 @@ TimeValue NextRuns::hourly(const ScheduledProject& entry) {
         hour_ = Hour{startOfHour(local), local.minute};
     }
     const TimeValue candidate = hour_->start + TimeSpan::fromMinutes(entry.minutes);
-    // Within its minute the run counts as past: it was due when the minute began.
+    // From the start of its minute on, the run counts as past.
     return hour_->minute >= entry.minutes ? candidate + oneHour : candidate;
 }
 
@@ -108,12 +108,12 @@ TimeValue NextRuns::daily(const ScheduledProject& entry) {
             counted ? date().dayOfWeek + days : (candidate + TimeSpan::fromDays(days)).dayOfWeek();
         return entry.weekdays[static_cast<std::size_t>(weekday + 6) % 7] != 0;
     };
-    // A candidate that equals `now` is due. At most one day is added: in the night of the autumn change,
-    // whose day has 25 hours, the result can still be before `now`, and the entry is due again until
+    // A candidate that equals `now` is due. To reach `now`, at most one day is added. The day of the autumn
+    // change has 25 hours, so that night the result can still be before `now`: the entry is due again until
     // midnight.
     const int first = candidate < now_ ? 1 : 0;
     int days = first;
-    // Without any weekday the result is a week after the first candidate.
+    // If no weekday is set, the result is a week after the first candidate.
     while (days < first + 7 && !runsAfter(days))
         ++days;
     return candidate + TimeSpan::fromDays(days);

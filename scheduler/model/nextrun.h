@@ -13,7 +13,7 @@ struct EngineState {
     bool suspended = false;
 };
 
-/// When the entry is next due: TimeValue() is at once, TimeValue::never() not at all. An entry that follows
+/// When the entry is next due: TimeValue() means at once, TimeValue::never() never. An entry that follows
 /// another gets never: the engine sets its time when the other one has finished. Daily and monthly rules also
 /// read the clock. Days have 86400 seconds, on purpose: across a daylight saving change, a daily or monthly
 /// run is an hour off.

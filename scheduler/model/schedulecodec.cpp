@@ -17,7 +17,7 @@ namespace {
 static_assert(std::endian::native == std::endian::little,
               "the file's numbers are copied as they lie in memory");
 
-// In records.
+// How many records ahead.
 constexpr std::size_t prefetchDistance = 8;
 
 /// Passes each field of a record to `visit`. The only place that defines the file's order of fields.
@@ -32,13 +32,13 @@ bool visitFields(Record& record, Visitor&& visit) {
            visit(record.retryLimit) && visit(record.retriesDone) && visit(record.retryIntervalMinutes);
 }
 
-// A span of fixed length, so that copying it takes a move or two.
+// The span has a fixed length, so that copying it takes one or two machine instructions.
 template<class Value>
 auto bytesOf(const Value& value) {
     return std::as_bytes(std::span<const Value, 1>(&value, 1));
 }
 
-/// Passes the bytes of each field to `put`; those of a string follow its length.
+/// Passes the bytes of each field to `put`. A string's length precedes its bytes.
 template<class Put>
 bool putFields(const ScheduledProject& record, Put&& put) {
     return visitFields(record, [&put]<class Field>(const Field& field) {

@@ -1,8 +1,8 @@
 // Format of the schedule file. Integers are little-endian and unaligned:
 //   u32 magic 0x0046C71C, u32 record count, records.
-// A record is the fields of ScheduledProject in order: a string as a u32 byte count and its ANSI bytes, an
-// enumeration or a number as 4 bytes, a flag as 1 byte, the weekdays as 7 bytes; 82 bytes if the strings are
-// empty. Data after the last record is ignored.
+// A record is the fields of ScheduledProject in order. A string is a u32 byte count and its ANSI bytes; an
+// enumeration or a number has 4 bytes, a flag 1 byte, the weekdays 7 bytes. A record with empty strings has
+// 82 bytes. Data after the last record is ignored.
 #pragma once
 
 #include "scheduler/model/schedulelist.h"
@@ -26,8 +26,8 @@ using ContentSink = std::function<bool(std::span<const std::byte>)>;
 
 /// Fills `list` from a file's content. A damaged count costs no more memory than the content's size allows.
 /// - False, `list` unchanged: fewer than 8 bytes, or a magic other than `expectedMagic` (0: any).
-/// - False, `list` empty: a count or string length not below the content's size, a truncated record or
-///   no memory.
+/// - False, `list` empty: a count or string length not below the content's size, a truncated record, or too
+///   little memory.
 [[nodiscard]] bool decodeSchedule(std::span<const std::byte> content, std::uint32_t expectedMagic,
                                   ScheduleList& list);
 

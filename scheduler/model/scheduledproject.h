@@ -9,7 +9,7 @@
 
 namespace scheduler {
 
-/// The rule for the next run. Unknown values are kept and never run.
+/// The rule for the next run. An entry with an unknown value keeps it and never runs.
 enum class ScheduleKind : std::int32_t {
     AfterProject = 0,
     AtStartup = 1,

@@ -11,10 +11,10 @@ namespace scheduler {
 /// `schedule.dat` in the Windows directory. Empty if that is unknown: nothing is then loaded or saved.
 std::string schedulePath();
 
-/// False if a step failed; a partly written file stays.
+/// False if a step failed; a partly written file remains.
 [[nodiscard]] bool saveSchedule(const ScheduleList& list);
 
-/// As decodeSchedule. A missing or empty file is a failure that leaves `list` unchanged.
+/// Like decodeSchedule. A missing or empty file is a failure that leaves `list` unchanged.
 [[nodiscard]] bool loadSchedule(ScheduleList& list, std::uint32_t expectedMagic);
 
 class ScheduleFileListener {
@@ -24,7 +24,7 @@ public:
     /// The file exists but cannot be loaded: the schedule is empty.
     virtual void onLoadFailed(const std::string& path) = 0;
 
-    /// Called once for consecutive failures; `reason` is the system's error text.
+    /// Called for the first of consecutive failures; `reason` is the system's error text.
     virtual void onSaveFailed(const std::string& path, const std::string& reason) = 0;
 };
 
@@ -36,7 +36,7 @@ public:
     /// The listener must outlive this object.
     explicit ScheduleFile(ScheduleFileListener& listener) : listener_(listener) {}
 
-    /// As loadSchedule, but a missing file is no failure.
+    /// Like loadSchedule, but a missing file is no failure.
     void load(ScheduleList& list);
     void save(const ScheduleList& list) override;
 

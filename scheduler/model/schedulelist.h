@@ -26,7 +26,7 @@ public:
 
     virtual void onEntriesLoaded(std::size_t /*count*/) {}
 
-    /// In descending order. The entries after each moved down by one.
+    /// `positions` are in descending order. The entries after each position moved down by one.
     virtual void onEntriesRemoved(std::span<const std::size_t> /*positions*/) {}
 
     virtual void onCleared() {}
@@ -35,8 +35,8 @@ public:
     virtual void onScheduleChanged() {}
 };
 
-/// The capacity to grow an array to: twice `neededCount` if that takes less than 16384 bytes, half as many
-/// again below 131072 bytes, otherwise a quarter as many again. `recordSize` is in bytes.
+/// The capacity to grow an array to: `neededCount` times 2 if `neededCount` records take less than 16384
+/// bytes, times 1.5 if they take less than 131072, else times 1.25. `recordSize` is in bytes.
 std::size_t grownCapacity(std::size_t neededCount, std::size_t recordSize);
 
 /// Entries in order, identified by position. For the user-interface thread.
@@ -74,7 +74,7 @@ public:
     void replace(std::size_t position, ScheduledProject record);
     void clear();
 
-    /// Replaces the whole schedule and notifies. False, unchanged, if observers have no memory for it.
+    /// Replaces the whole schedule and notifies. False, with no change, if an observer runs out of memory.
     [[nodiscard]] bool assign(std::vector<ScheduledProject> entries);
 
     /// Notifies the observers. Call after changing fields of entries.

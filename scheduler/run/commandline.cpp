@@ -6,7 +6,7 @@ namespace scheduler {
 
 namespace {
 
-// An unknown command is kept in the file and gives the spider no switch.
+// An unknown command is kept in the file, but adds no switch.
 std::string_view switchOf(RunCommand command) {
     switch (command) {
     case RunCommand::RunNormally:
@@ -21,11 +21,11 @@ std::string_view switchOf(RunCommand command) {
     return {};
 }
 
-// Connecting, hanging up and the time limit. Relinking works on local files only and takes none of these
-// switches, not even /e.
+// The switches for connecting, hanging up and the time limit. Relinking works on local files only and takes
+// none of them, not even /e.
 std::string connectionSwitches(const ScheduledProject& entry) {
     std::string switches;
-    // Switch and name are one quoted argument, because a name can have blanks.
+    // Switch and name are one quoted argument, because a name can have spaces.
     if (!entry.dialupEntry.empty())
         switches += " \"/a" + entry.dialupEntry + '"';
     if (entry.disconnectWhenDone)

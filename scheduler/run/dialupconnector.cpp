@@ -10,11 +10,11 @@
 namespace scheduler {
 namespace {
 
-// The service tells the versions of its record apart by their sizes. In this one, the phone book's path
+// The service distinguishes the versions of its record by size. In this version, the phone book's path
 // follows the name.
 static_assert(sizeof(RASENTRYNAMEA) == 532 && offsetof(RASENTRYNAMEA, szEntryName) == 4);
 
-// Only the first is called here. Dialling needs the others: without them the service is useless.
+// Only the first function is called here. Dialling needs the others, so the service is useless without them.
 constexpr std::array entryPointNames{
     "RasEnumEntriesA", "RasEnumConnectionsA", "RasGetConnectStatusA",   "RasHangUpA",
     "RasDialA",        "RasGetErrorStringA",  "RasGetEntryDialParamsA",

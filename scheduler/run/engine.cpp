@@ -19,8 +19,8 @@ constexpr base::TimeSpan retryDelay = base::TimeSpan::fromSeconds(5);
 // During a tick the window does not respond.
 constexpr std::chrono::milliseconds maxTickTime(30);
 
-/// The outcome of a run that did not take place. Works without memory for the reason, because the entry would
-/// run for ever if its end were not recorded.
+/// The outcome of a run that did not take place. If memory runs out, omits the reason: the end must be
+/// recorded, or the entry would run for ever.
 RunOutcome notRun(const char* reason) {
     try {
         return {reason, 0};
@@ -171,9 +171,9 @@ void SchedulerEngine::waitForOthers(std::size_t position, base::TimeValue now) {
 }
 
 bool SchedulerEngine::hasWaitedTooLong(const ScheduledProject& entry, base::TimeValue now) const {
-    // Whole minutes, and more than allowed: a wait time of N minutes ends after N + 1 minutes. The comparison
-    // is unsigned: if the clock is set back to a minute or more before the wait began, the wait ends, and an
-    // enormous wait time never ends.
+    // The whole minutes must exceed the wait time, so a wait time of N minutes ends after N + 1 minutes. The
+    // comparison is unsigned. So setting the clock back to a minute or more before the wait began ends the
+    // wait, and an enormous wait time never ends.
     const std::int32_t minutesWaited = secondsBetween(now, entry.waitingSince) / 60;
     return static_cast<std::uint32_t>(minutesWaited) > policy_.waitTime;
 }
@@ -207,7 +207,7 @@ bool SchedulerEngine::onRunFinished(std::uint32_t runNumber) {
 
 RunOutcome SchedulerEngine::outcomeOf(const ScheduledProject& entry) const {
     const std::uint32_t runNumber = runNumberOf(entry);
-    // A command line leaves no outcome. Its error code is the run number, on purpose: it is never 0, so the
+    // A command line leaves no outcome. On purpose, its error code is the run number. That is never 0, so the
     // run counts as failed and is repeated until its retries are used up.
     if (isCommandLine(entry))
         return {{}, runNumber};
@@ -243,8 +243,8 @@ void SchedulerEngine::finishRun(std::size_t position, base::TimeValue finishTime
 }
 
 void SchedulerEngine::wakeFollowers(std::size_t position, base::TimeValue finishTime) {
-    // Including disabled and running followers, which do not start now: enabling an entry, or the end of its
-    // run, sets another next run.
+    // Includes disabled and running followers. They do not start now, because enabling an entry or finishing
+    // its run sets another next run.
     for (ScheduledProject& follower : entries_) {
         if (follower.kind == ScheduleKind::AfterProject && std::cmp_equal(follower.afterIndex, position))
             follower.nextRun = finishTime + base::TimeSpan::fromMinutes(follower.minutes);

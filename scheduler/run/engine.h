@@ -23,7 +23,7 @@ class EngineListener {
 public:
     virtual ~EngineListener() = default;
 
-    /// Show the state and store the preferences.
+    /// The listener shows the state and stores the preferences.
     virtual void onSuspendedChanged(bool suspended) = 0;
 };
 
@@ -62,8 +62,8 @@ public:
     /// A tick, unless suspended.
     TickResult onTimer(base::TimeValue now);
 
-    /// Visits each entry once, in order, and starts it if it is due. If entries may run in parallel, a tick
-    /// of 30 ms returns unfinished; the next call continues at the next entry, with the original `now`.
+    /// Starts each due entry, in order. If entries may run in parallel, pauses after a start once 30 ms have
+    /// passed. If more entries are due, returns unfinished, and the next call continues with the old `now`.
     TickResult tick(base::TimeValue now);
 
     /// For trying out a schedule: marks due entries as running, even while suspended, but starts no process.
@@ -78,7 +78,7 @@ public:
     /// wait, and its failure is shown to the user.
     void runEntry(std::size_t position, base::TimeValue now, bool manual);
 
-    /// The process of a run has ended. False if no running entry has this number: a late or foreign notice.
+    /// Call when a run's process has ended. False, for a stray notice, if no running entry has this number.
     [[nodiscard]] bool onRunFinished(std::uint32_t runNumber);
 
     /// Skips running entries.

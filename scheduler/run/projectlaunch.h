@@ -14,7 +14,7 @@ std::string buildCommandLine(const ScheduledProject& entry);
 [[nodiscard]] bool spiderExists(const std::string& commandPath);
 
 /// Opens the project for the user. True if a process was started or the user was told that the spider is
-/// missing; false, with no effect, for a command line or another type of file.
+/// missing. A command line or another type of file is ignored and returns false.
 [[nodiscard]] bool openProject(const std::string& path, UserMessages& messages);
 
 } // namespace scheduler

@@ -45,7 +45,7 @@ public:
 private:
     struct StartedRun {
         std::string cause;
-        std::string startFailure; ///< why its process could not be started; empty if it was
+        std::string startFailure; ///< why its process could not be started; empty if it started
     };
 
     const ScheduleList& schedule_;

@@ -25,7 +25,7 @@ class RunListener {
 public:
     virtual ~RunListener() = default;
 
-    /// The entry is marked as running. A run whose end is ignored is never finished.
+    /// The entry is already marked as running. If the end of a run is ignored, onRunFinished is not called.
     virtual void onRunStarted(const ScheduledProject& entry, bool manual) noexcept = 0;
 
     /// Called after the schedule is saved.

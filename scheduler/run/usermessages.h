@@ -8,10 +8,10 @@ class UserMessages {
 public:
     virtual ~UserMessages() = default;
 
-    /// A requested action needs something that is not installed: an error over the active window.
+    /// Shows an error over the active window: a requested action needs something that is not installed.
     virtual void showError(const std::string& text) = 0;
 
-    /// A requested action did not happen: a plain message over the main window.
+    /// Shows a plain message over the main window: a requested action did not happen.
     virtual void showNotice(const std::string& text) = 0;
 };
 

@@ -25,7 +25,7 @@ struct RunRequest {
 /// 0, or the error code of a failed start.
 std::uint32_t runToCompletion(const std::string& commandLine) {
     std::uint32_t startError = ERROR_SUCCESS;
-    // No time-out: the spider itself keeps the entry's time limit, and the scheduler never ends a process.
+    // No time-out: the spider itself enforces the entry's time limit, and the scheduler never ends a process.
     // The exit code is ignored.
     base::runProcessAndWait(commandLine, SW_SHOWMINNOACTIVE, workingDirectoryOf(commandLine), INFINITE,
                             &startError);

@@ -15,8 +15,8 @@ void insertColumns(HWND list);
 /// The pixels that a cell needs to show `text` whole. The list must not be empty.
 int neededWidth(HWND list, int column, const std::string& text);
 
-/// Columns without a valid saved width (pixels) fit their headers and first rows, in the remaining room.
-/// Returns whether any width was saved.
+/// Columns without a valid saved width (in pixels) are fitted to their headers and first rows, in the room
+/// that the others leave. Returns whether any width was saved.
 [[nodiscard]] bool restoreColumnWidths(HWND list, const ScheduleRows& rows, base::RegistryStore& store);
 /// Fits all columns to their headers and first rows.
 void fitColumnWidths(HWND list, const ScheduleRows& rows);

@@ -8,8 +8,8 @@
 namespace scheduler {
 namespace {
 
-/// A menu closes on a click elsewhere only if its window is in the foreground. A hidden window then returns
-/// the foreground, or keys would go to the hidden window.
+/// A menu closes on a click elsewhere only if its window is in the foreground. A hidden window gives the
+/// foreground back afterwards: otherwise the hidden window would receive the user's keys.
 void openIconMenu(WindowPresence& presence) {
     const HWND window = presence.window();
     const HWND before = GetForegroundWindow();

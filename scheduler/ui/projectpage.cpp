@@ -31,8 +31,8 @@ bool isFolder(const std::string& path) {
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
-/// Several files are shown in quotes. No usable path begins with a quote, so an edited text still names
-/// several files.
+/// Several files are shown in quotes. No usable path begins with a quote. So a text that begins with a quote
+/// names several files, even if the user has edited it.
 bool namesSeveralFiles(const std::string& path) {
     return path.starts_with('"');
 }

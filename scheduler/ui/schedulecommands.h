@@ -17,8 +17,8 @@ namespace scheduler {
 using ProjectOpener = std::function<void(const std::string& path)>;
 
 /// The commands on the schedule; independent of windows. Each change notifies the observers and is saved. An
-/// empty selection does nothing. Never remove entries while a dialog or message box is open: a running
-/// command uses positions.
+/// empty selection does nothing. Never remove entries while a dialog or message box is open: the command that
+/// opened it uses positions.
 class ScheduleCommands {
 public:
     /// The arguments must outlive this object.
@@ -33,7 +33,7 @@ public:
     /// The initial record for the editor.
     ScheduledProject newEntry() const;
 
-    /// Appends the record or, for two or more files as addEntries takes them, one copy per file.
+    /// Appends the record or, if there are two or more files (see addEntries), one copy per file.
     void add(const ScheduledProject& record, std::span<const std::string> files);
 
     /// Copies the fields that a user can set from `edited` to the entry.

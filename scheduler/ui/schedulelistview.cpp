@@ -163,7 +163,7 @@ void ScheduleListView::fitColumns() noexcept {
     try {
         fitColumnWidths(handle(), rows_);
     } catch (const std::bad_alloc&) {
-        return; // the next change fits them
+        return; // the next change of the schedule tries again
     }
 }
 
@@ -174,7 +174,7 @@ void ScheduleListView::onTimePassed(base::TimeValue now) {
 }
 
 void ScheduleListView::refresh() noexcept {
-    // Nothing is painted yet; a hidden list is painted when it is shown.
+    // No row has been painted since this refresh. A hidden list is painted when it is shown.
     paintedAt_ = base::TimeValue();
     validUntil_ = base::TimeValue::never();
     InvalidateRect(handle(), nullptr, TRUE); // to erase removed images, which some platforms do not overpaint
@@ -214,7 +214,7 @@ void ScheduleListView::copySelected() const {
         static_cast<void>(framework::copyToClipboard(handle(), lines));
 }
 
-/// The control keeps its initial colours, on some platforms permanently.
+/// Without this, the control keeps its old colours, on some platforms permanently.
 void ScheduleListView::applySystemColours() const {
     ListView_SetBkColor(handle(), GetSysColor(COLOR_WINDOW));
     ListView_SetTextBkColor(handle(), GetSysColor(COLOR_WINDOW));
@@ -278,7 +278,7 @@ LRESULT ScheduleListView::onCustomDraw(NMLVCUSTOMDRAW& draw) {
     }
 }
 
-/// Not for selected rows. CDIS_SELECTED cannot tell: with LVS_SHOWSELALWAYS it is set for every row.
+/// Not for selected rows. CDIS_SELECTED is no help: with LVS_SHOWSELALWAYS it is set for every row.
 bool ScheduleListView::isGrey(std::size_t row) const {
     return row < rows_.size() && schedule_[rows_.entryAt(row)].disabled &&
            !ListView_GetItemState(handle(), static_cast<int>(row), LVIS_SELECTED);

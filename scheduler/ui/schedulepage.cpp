@@ -44,7 +44,7 @@ framework::ItemList projectsExcept(std::optional<std::size_t> position, const Sc
     return items;
 }
 
-/// Stores only if `mayStore` and the value changed: a time keeps seconds that its text does not show.
+/// Stores only if mayStore() and if the value changed: a time keeps seconds that its text does not show.
 template<class Value>
 class GuardedBinding final : public framework::FieldBinding<Value> {
 public:
@@ -111,7 +111,7 @@ void SchedulePage::load() {
     offerFutureTime();
     if (afterProject_.selected() != framework::ListControl::noItem || afterProject_.count() == 0)
         return;
-    // The stored project was removed or is this entry.
+    // The stored position is that of a removed project or of this entry.
     afterProject_.select(0);
     afterProject_.store();
 }
@@ -158,7 +158,7 @@ void SchedulePage::onIdle() {
 }
 
 void SchedulePage::offerFutureTime() {
-    // Also when "just once" was selected since the last pass, which may be long ago.
+    // Also if "just once" was selected after the last pass. That pass may have been long ago.
     const bool isOnce = isChosen(ScheduleKind::Once);
     const bool isBeingEdited = isOnce && wasOnce_;
     wasOnce_ = isOnce;

@@ -49,15 +49,15 @@ public:
 
     RowImage image(std::size_t row) const;
 
-    /// The row's texts separated by tabs, and a line break. Tabs and line breaks in texts become blanks.
+    /// The row's texts, separated by tabs, and a line break. Tabs and line breaks in texts become spaces.
     std::string line(std::size_t row) const;
 
     /// The time that texts depend on.
     base::TimeValue now() const { return clock_.now(); }
-    /// When the row's texts or image of `now` may first change if the entry does not.
+    /// When the texts or the image that the row has at `now` may first change if its entry does not.
     base::TimeValue textsValidUntil(std::size_t row, base::TimeValue now) const;
 
-    /// Sorts bytewise by displayed text, equal texts by position. Repeating a column toggles the direction.
+    /// Sorts bytewise by displayed text, then by position. The same column again reverses the direction.
     void sortBy(ScheduleColumn column);
     /// Empty until the first sort after a load.
     std::optional<ScheduleColumn> sortColumn() const { return sortColumn_; }

@@ -1,4 +1,4 @@
-// Fuzzes the words of a command line and the folder of its program.
+// Fuzzes how a command line is split into words and how the folder of its program is found.
 #include "lib/base/expressions.h"
 #include "scheduler/run/workingdirectory.h"
 #include "tests/fuzz/fuzzing.h"
@@ -16,7 +16,7 @@ bool isBlank(char character) {
     return blanks.find(character) != std::string_view::npos;
 }
 
-/// From the left, a run of non-blank characters or a quoted text, whichever is longer.
+/// Each word extends to the next white space, or to the end of a quoted text if that is longer.
 std::vector<std::string> plainWords(std::string_view text) {
     std::vector<std::string> words;
     std::size_t at = 0;

@@ -14,7 +14,7 @@ using scheduler::ScheduleList;
 
 namespace {
 
-/// The largest possible entry array, a second one while it grows for the damaged last entry, and the texts.
+/// For the largest possible entry array, a second one while it grows for a damaged entry, and the texts.
 std::size_t memoryFor(std::size_t contentSize) {
     return (contentSize / 82 + 1) * 3 * sizeof(scheduler::ScheduledProject) + 2 * contentSize + 3 * 64;
 }

@@ -21,7 +21,7 @@ char lowerCase(char character) {
 }
 
 std::string formatLocaleDate(TimeValue t, bool longForm) {
-    // A negative time has no date, but its time of day is midnight.
+    // A negative time has no date. (formatLocaleTime shows it as midnight.)
     if (t.seconds() <= 0)
         return {};
     const LocalTime local = t.local();

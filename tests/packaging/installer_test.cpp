@@ -61,7 +61,7 @@ TEST_F(Installer, SilentRemovalDeletesTheProgramAndKeepsUserData) {
     base::writeString(HKEY_LOCAL_MACHINE, scheduler::outcomeKey(1) + "Result", "left behind");
     base::writeNumber(HKEY_CURRENT_USER, waitTime, 7);
 
-    // As Windows calls it: the uninstaller starts a copy of itself, which does the work.
+    // Windows starts it like this: the uninstaller then starts a copy of itself, which does the work.
     const std::string command =
         base::getString(HKEY_LOCAL_MACHINE, driver::uninstallKey + "QuietUninstallString");
     ASSERT_EQ(SetupProcess(command).waitForEnd(), 0U);

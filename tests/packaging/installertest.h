@@ -28,7 +28,7 @@ protected:
 
     static std::string setup(const std::string& switches = "");
     static DWORD runSetup(const std::string& switches) { return SetupProcess(setup(switches)).waitForEnd(); }
-    /// The uninstaller of a folder. With _?= it does the work itself instead of starting a copy of itself.
+    /// The command that uninstalls a folder. With _?= the uninstaller does not start a copy of itself.
     static std::string uninstaller(const std::string& folder, const std::string& switches = "");
 
     /// The window of the instance that the installer starts; null after a time limit.

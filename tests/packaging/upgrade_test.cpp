@@ -69,7 +69,7 @@ TEST_F(Upgrade, StopsIfTheUserKeepsTheProgramRunning) {
     EXPECT_TRUE(installed_.isRunning());
 }
 
-// As when another user runs the program: that instance has its own mutex.
+// Simulates an instance of another user, which has its own mutex.
 TEST_F(Upgrade, FailsWhileTheOldProgramFileIsInUse) {
     installOldVersion();
     const std::string program = oldFolder_ + "scheduler.exe";

@@ -42,7 +42,7 @@ class LargeSchedule : public driver::ProgramTest {
 protected:
     void sortBy(int column) const { list().clickHeader(column); }
 
-    /// The least of four times. Each time the list scrolls up three pages and paints them.
+    /// The shortest of four measurements. In each one the list scrolls up three pages and paints them.
     std::chrono::nanoseconds scrollingTime(int rows) {
         using Clock = std::chrono::steady_clock;
         startWith(makeEntries(rows));

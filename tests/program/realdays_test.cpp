@@ -16,7 +16,7 @@ using scheduler::ScheduleKind;
 
 namespace {
 
-// Less than the half hour by which a wrong run would be off, more than the delay of a busy machine.
+// A wrong run would be off by half an hour or more. A busy machine delays runs by less than this.
 constexpr TimeSpan lateness = TimeSpan::fromMinutes(15);
 
 class RealDays : public driver::ProgramTest {
@@ -124,7 +124,7 @@ protected:
     TimeValue begin_;
 
 private:
-    /// Appends new runs of the saved schedule to `seen`; true when it has all runs due by `now`.
+    /// Appends new runs of the saved schedule to `seen`; true when `seen` has all runs due by `now`.
     bool recordRuns(std::vector<Times>& seen, TimeValue now) const {
         const auto saved = driver::savedSchedule();
         if (saved.size() != entries_.size())

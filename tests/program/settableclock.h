@@ -21,7 +21,7 @@ public:
         std::ifstream(path_) >> offset_;
     }
 
-    /// Negative: backwards.
+    /// A negative number sets the clock back.
     void moveBy(long long seconds) {
         offset_ += seconds;
         char text[16]{};

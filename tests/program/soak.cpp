@@ -118,7 +118,7 @@ Sample leastSample(HWND window, const driver::SpyDriver& spy) {
     return least;
 }
 
-/// `slowly`: draws each dialog completely, which fills the platform's cache of drawn control parts.
+/// If `slowly`, draws each dialog completely, which fills the platform's cache of drawn control parts.
 void useWindows(const driver::SchedulerProcess& scheduler, const driver::ListDriver& list,
                 const driver::SpyDriver& spy, std::size_t round, bool slowly) {
     for (const int dialog : {IDM_ABOUT, IDM_PREFERENCES, IDM_ADD}) {

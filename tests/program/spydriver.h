@@ -20,7 +20,7 @@ public:
     bool isLoaded() const { return hooks_.size() == 2; }
 
     LONG ticks() const { return state_->ticks; }
-    /// Waits for ticks. Timer messages come last, so all messages posted before are handled then.
+    /// Waits for ticks. Timer messages come last, so messages posted before this call are handled first.
     bool passTicks(LONG count) const;
 
     // See spy::Request. The numbers are those of the last count().

@@ -22,7 +22,7 @@ using testing::ElementsAre;
 
 struct IconImage {
     int size = 0;  // width and height, pixels
-    int depth = 0; // bits for each pixel
+    int depth = 0; // bits per pixel
     std::string_view bytes;
 };
 

@@ -3,7 +3,7 @@
 #include <cstdlib>
 #include <new>
 
-// If inlined, the compiler would warn about mismatched pairs.
+// Not inlined: otherwise the compiler would warn about mismatched pairs of new and delete.
 [[gnu::noinline]] void* operator new(std::size_t size) {
     ++test::allocationCount;
     test::allocatedBytes += size;

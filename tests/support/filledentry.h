@@ -1,4 +1,4 @@
-// An entry in which no field has its default or another field's value.
+// An entry in which every field has a value of its own, not the default.
 #pragma once
 
 #include "scheduler/model/scheduledproject.h"

@@ -1,4 +1,4 @@
-// A full disk: drive D:, which tests run with `--disk` have to themselves.
+// Fills drive D:, the small disk that tools/wine --disk gives to a test.
 #pragma once
 
 #include "lib/base/handles.h"
@@ -11,7 +11,7 @@
 
 namespace test {
 
-/// Leaves `room` bytes free on drive D: during its lifetime. A multiple of 4096.
+/// Leaves `room` bytes (a multiple of 4096) free on drive D: during its lifetime.
 class FullDisk {
 public:
     explicit FullDisk(LONG room = 0) {

@@ -1,5 +1,5 @@
-// Replaces a platform function in a whole test program, with a function or with an object that returns set
-// answers. Defines the import pointer, which the linker otherwise takes from an import library:
+// Replaces a platform function in a whole test program, by a function or by an object with a set answer.
+// Defines the import pointer, which the linker otherwise takes from an import library:
 //
 //     SCHEDULER_REPLACE_IMPORT(GetTickCount, "_GetTickCount@0", simulatedTickCount);
 //     SCHEDULER_STAND_IN("kernel32.dll", GetFileSize, "_GetFileSize@8");

@@ -8,7 +8,7 @@
 
 namespace test {
 
-/// Where Wine's newer text controls keep their font; null if absent. Only controls with an icon free it.
+/// The block in which newer Wine's text controls keep the font, or null. Only controls with icons free it.
 inline void* blockOfText(HWND text) {
     void* const block = reinterpret_cast<void*>(static_cast<std::uintptr_t>(GetWindowLongA(text, 0)));
     return block && HeapValidate(GetProcessHeap(), 0, block) ? block : nullptr;

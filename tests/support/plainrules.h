@@ -239,7 +239,7 @@ private:
             item.waitsSince = now;
             return;
         }
-        // A clock set back to a minute or more before the wait ends it, unless waits are endless.
+        // Setting the clock back to a minute or more before the wait began ends it, unless waits are endless.
         const bool setBack = item.waitsSince - now >= 60;
         const bool endless = waitMinutes > 0xF0000000;
         if (setBack ? !endless : now >= item.waitsSince + (Second{waitMinutes} + 1) * 60) {

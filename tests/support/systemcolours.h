@@ -8,7 +8,7 @@
 
 namespace test {
 
-/// Sets system colours during its lifetime, for the whole session.
+/// Changes system colours for all programs of the session, and restores them on destruction.
 class SystemColours {
 public:
     /// Pairs of a COLOR_ constant and its colour.

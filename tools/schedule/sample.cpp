@@ -52,7 +52,7 @@ ScheduledProject entryOf(std::string path, ScheduleKind kind, base::TimeValue ti
 }
 
 /// Runs the sample spider if it is in the folder, otherwise a batch file. The run number makes the spider log
-/// its start and end; no scheduled run of the sample has that number.
+/// its start and end. No scheduled run of the sample has that number.
 std::string commandLine(const std::string& folder) {
     const std::string spider = folder + "spider.exe";
     if (!base::fileExists(spider))

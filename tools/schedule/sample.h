@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-/// Ten entries with the projects in `folder`, which ends in a backslash: a project and a command line that
-/// are due `seconds` after the clock's time, a project that follows the first, and entries of every kind that
-/// run in 20 minutes at the earliest or never.
+/// Ten entries with the projects in `folder`, which ends in a backslash. A project and a command line are due
+/// `seconds` after the clock's time, and another project follows the first. The others, of every kind, run in
+/// 20 minutes at the earliest or never.
 std::vector<scheduler::ScheduledProject> sampleEntries(const std::string& folder, const base::Clock& clock,
                                                        unsigned seconds);
 

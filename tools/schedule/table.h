@@ -4,5 +4,5 @@
 
 #include <string>
 
-/// The schedule as a text table: a line of headings and a line for each entry, in aligned columns.
+/// The schedule as a text table with aligned columns: a line of headings and a line per entry.
 std::string scheduleTable(const scheduler::ScheduleList& list, base::TimeValue now);

@@ -13,8 +13,8 @@
 namespace framework {
 namespace {
 
-// Bytes for the dialog's answer: enough for most choices, and the size for the second attempt. The size that
-// the dialog asks for has 16 bits, which is too few.
+// Buffer sizes in bytes for the first and the second attempt. The dialog reports the size that it needs, but
+// in 16 bits only, so that number is useless.
 constexpr std::size_t usualAnswerSize = 64 * 1024;
 constexpr std::size_t maxAnswerSize = 4 * 1024 * 1024;
 
@@ -101,7 +101,7 @@ void BrowseEdit::layOut() {
 Handled BrowseEdit::onMessage(const Message& message) {
     if (message.id == WM_ENABLE)
         button_.setEnabled(message.wParam != FALSE);
-    else if (message.id == WM_SHOWWINDOW && message.lParam == 0) // not sent because of the dialog
+    else if (message.id == WM_SHOWWINDOW && message.lParam == 0) // not because the dialog is shown or hidden
         button_.setVisible(message.wParam != FALSE);
     return Edit::onMessage(message);
 }
@@ -112,7 +112,7 @@ void BrowseEdit::browse() {
     request.hwndOwner = GetParent(handle());
     request.lpstrFilter = filter_.empty() ? nullptr : filter_.c_str();
     request.lpstrTitle = "Browse";
-    // Only a dialog of the Explorer type tells a hook that it is ready.
+    // Only a dialog of the Explorer type notifies its hook when the dialog is ready.
     request.Flags = flags_ | OFN_EXPLORER | OFN_ENABLEHOOK;
     request.lpfnHook = &centreWhenReady;
     std::vector<std::string> files = chosenFiles(askForFiles(request, text()));

@@ -13,7 +13,7 @@ std::string dialogFilter(std::string_view sections);
 /// first file becomes a full path; the others stay names in the same folder.
 std::vector<std::string> chosenFiles(std::string_view answer);
 
-/// The text for a field: one path unchanged; several full paths in double quotes, with blanks between them.
+/// The text for a field: one path unchanged; several full paths in double quotes, with spaces between them.
 std::string chosenFilesText(const std::vector<std::string>& files);
 
 } // namespace framework

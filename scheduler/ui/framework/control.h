@@ -9,7 +9,7 @@ namespace framework {
 class ControlHost;
 
 /// Base of all controls, each bound to a dialog's control by its id. Declare controls as members of their
-/// dialog or page, which must outlive them, in the order of loading, storing and checking.
+/// dialog or page, which must outlive them. They are loaded, stored and checked in order of declaration.
 class Control : public Window {
 public:
     Control(ControlHost& host, int id);
@@ -31,7 +31,7 @@ public:
     /// Whether the input may be stored. If not, the user has been told why.
     [[nodiscard]] virtual bool check() { return true; }
 
-    /// A notification to the dialog. True if handled, or if control or dialog were destroyed meanwhile.
+    /// A notification to the dialog. True if handled, or if the control or the dialog has been destroyed.
     [[nodiscard]] virtual bool onNotification(UINT code);
 
     /// Paints an item of an owner-drawn control.

@@ -19,13 +19,13 @@ public:
     /// Copies fields to controls, which are attached by then.
     virtual void load();
 
-    /// Copies controls to fields. Call check() first.
+    /// Copies controls to fields. Call updateAndCheck() first.
     virtual void store();
 
     /// Checks the visible, enabled controls in order until one fails.
     [[nodiscard]] virtual bool check();
 
-    /// Call before store(): clamps numbers even if OK arrives before an idle pass, then checks.
+    /// Clamps numbers (OK can arrive before an idle pass does so), then checks.
     [[nodiscard]] bool updateAndCheck();
 
     /// Makes this dialog or page visible before a message about it is shown.
@@ -40,11 +40,11 @@ public:
     bool isStarted() const { return started_; }
 
 protected:
-    /// Enables and shows what depends on values. Called at the start and after user input.
+    /// Enables or shows the controls that depend on the values of others. Called first and after user input.
     virtual void updateState() {}
 
-    /// A button's command or a control's notification. True: handled, or this object was destroyed. False:
-    /// the control's onNotification follows.
+    /// A button's command or a control's notification. True if handled or if this object was destroyed. After
+    /// false, the control's onNotification is called.
     [[nodiscard]] virtual bool onCommand(int id, UINT code);
 
     Handled onMessage(const Message& message) override;

@@ -38,7 +38,7 @@ int Dialog::runModal(HWND owner) {
         UpdateWindow(handle());
         MessagePump::instance().runModalLoop(*this);
     }
-    // After re-enabling the owner: otherwise the platform would activate another program.
+    // Close after re-enabling the owner: otherwise the platform would activate another program.
     close();
     return modalResult() == IDOK ? IDOK : IDCANCEL;
 }

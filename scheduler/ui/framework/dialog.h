@@ -14,7 +14,7 @@ public:
     /// Creates the hidden dialog and loads its controls. False, without a window, on failure.
     [[nodiscard]] bool open(HWND owner);
 
-    /// Runs until closed, with the owner disabled: IDOK after storing, IDCANCEL, or notCreated on failure.
+    /// Runs until closed, with the owner disabled. Returns IDOK (stored), IDCANCEL or notCreated (failed).
     int runModal(HWND owner);
 
     bool preTranslate(MSG& message) override;

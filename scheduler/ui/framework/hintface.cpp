@@ -25,7 +25,7 @@ UINT drawFormat(HintStyle style) {
     return measureFormat(style) | place;
 }
 
-/// The shift that moves low..high into lowest..highest. If both ends do not fit, the low end does.
+/// The shift that moves low..high into lowest..highest. If low..high is too long, only its low end is inside.
 LONG shiftInside(LONG low, LONG high, LONG lowest, LONG highest) {
     return std::max(lowest - low, std::min(highest - high, 0L));
 }

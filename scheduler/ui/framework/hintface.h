@@ -15,7 +15,7 @@ enum class HintStyle {
 /// Pale yellow, as 0xBBGGRR.
 inline constexpr COLORREF hintColour = 0xDFFFFF;
 
-/// The text's size in the hint font; for a rounded hint with the margins that hintRectangle does not add. A
+/// The text's size in the hint font, plus those margins of a rounded hint that hintRectangle does not add. A
 /// rounded hint breaks lines to fit into `maxWidth`, except a single long word.
 SIZE hintExtent(const std::string& text, HintStyle style, int maxWidth);
 

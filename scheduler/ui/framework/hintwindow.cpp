@@ -16,7 +16,7 @@ constexpr UINT_PTR displayTimer = 1;
 
 using Hints = std::vector<std::unique_ptr<HintWindow>>;
 
-/// Includes, until the next message, hints whose windows were just destroyed.
+/// Hints whose windows were just destroyed remain in this list until the next message.
 Hints& shownHints() {
     static Hints hints;
     return hints;
@@ -51,8 +51,8 @@ void trackLeave(HWND window) {
     TrackMouseEvent(&track);
 }
 
-/// Tracks the window under the mouse: the owner or a child. For any other window the platform would report at
-/// once that the mouse has left.
+/// Tracks the window under the mouse if it is the owner or a child. For any other window the platform would
+/// report at once that the mouse has left.
 void trackLeaveOf(HWND owner) {
     POINT pointer{};
     GetCursorPos(&pointer);
@@ -176,7 +176,7 @@ void HintWindow::close() {
     const auto place = std::ranges::find(hints, this, &std::unique_ptr<HintWindow>::get);
     if (place == hints.end())
         return;
-    // Leaves the list first: destroying the hint may show another one.
+    // Remove the hint from the list first: destroying it may show another hint.
     const std::unique_ptr<HintWindow> closing = std::move(*place);
     hints.erase(place);
 }

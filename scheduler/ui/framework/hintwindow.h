@@ -16,14 +16,14 @@ struct Hint {
     UINT displayMilliseconds = 7000;
 };
 
-/// A tool tip of our own. Closes when its time is up, or on typing, a mouse button or the mouse leaving: in
-/// the owner or its child windows, else in the hint. A hint with an owner is transparent to the mouse. The
-/// class owns all hints. Each lives until its window closes or its owner's window or object is destroyed.
+/// A tool tip of our own, transparent to the mouse if it has an owner. Closes after a time, on keys or mouse
+/// buttons, and when the mouse leaves. (It watches the owner and its children or, without an owner, itself.)
+/// The class owns all hints. Each lives until its window closes or its owner's window or object is destroyed.
 class HintWindow : public Window, private MessageFilter {
 public:
     ~HintWindow() override;
 
-    /// False if the text is empty or, unless `owner` is null, the pointer is outside it or it has a hint.
+    /// False if the text is empty, or if the owner (unless null) has a hint or the pointer is outside it.
     [[nodiscard]] static bool show(Window* owner, const Hint& hint);
 
     /// Closes the owner's hint, if any.

@@ -69,8 +69,8 @@ bool MessagePump::pumpOne(MSG& message, Window* modal) {
         idlePassWanted_ = true;
     nullIfSentOnly(message);
     {
-        // A handler may run one of the platform's loops. Timer handlers do not: a tick opens nothing modal.
-        // No guard for them, because an idle program gets no other messages.
+        // A handler may run one of the platform's loops. Timer handlers do not, because a tick opens nothing
+        // modal. They get no guard: an idle program gets only timer messages.
         std::optional<SentOnlyGuard> guard;
         if (message.message != WM_TIMER)
             guard.emplace();

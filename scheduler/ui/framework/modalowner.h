@@ -4,7 +4,7 @@
 
 namespace framework {
 
-/// Modal result beside IDOK and IDCANCEL: the window could not be created.
+/// The modal result, besides IDOK and IDCANCEL, if the window could not be created.
 inline constexpr int notCreated = -1;
 
 /// Disables the owner, then re-enables it and restores the focus. A disabled owner stays disabled.

@@ -20,7 +20,7 @@ int digitsOf(NumberRange range);
 /// The number at the start of a text; 0 if there is none.
 std::int32_t numberFromText(std::string_view text);
 
-/// Replaces an invalid text. `selectsAll` lets the next digit replace it; else the caret is at its end.
+/// Replaces an invalid text by `value`, which is then selected if `selectsAll`; else the caret is after it.
 struct NumberCorrection {
     std::int32_t value = 0;
     bool selectsAll = false;

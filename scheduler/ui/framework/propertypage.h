@@ -27,7 +27,7 @@ public:
     /// The template's size in pixels, in the page's font. The sheet may give the page another size.
     SIZE ownSize() const { return ownSize_; }
 
-    /// Keeps the current size: a sheet gives a page its initial size again whenever it turns to the page.
+    /// Keeps the current size. Otherwise a sheet restores a page's initial size when it turns to the page.
     void lockSize();
     void unlockSize() { lockedSize_.reset(); }
 

@@ -17,8 +17,8 @@ public:
     /// Appends a page, which must outlive the run.
     void add(PropertyPage& page) { pages_.push_back(&page); }
 
-    /// Runs until closed, with the owner disabled: IDOK after all pages passed their checks and were stored,
-    /// IDCANCEL, or notCreated on failure.
+    /// Runs until closed, with the owner disabled. Returns IDOK after all pages passed their checks and were
+    /// stored, IDCANCEL if cancelled, notCreated on failure.
     int run(const std::string& title, HWND owner);
 
     void onIdle() override;

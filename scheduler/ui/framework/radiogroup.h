@@ -18,7 +18,7 @@ public:
     /// The index of the first checked button, or noButton.
     std::int32_t value() const override;
 
-    /// Unchecks all other buttons; all, if the index is out of range.
+    /// Checks this button and unchecks the others. If the index is out of range, unchecks all.
     void setValue(const std::int32_t& value) override;
 
     /// Gives the tab stop to the checked button, else to the first enabled one: Tab must reach the group.

@@ -5,7 +5,7 @@
 namespace framework {
 
 std::string resourceText(UINT id) {
-    // The platform does not tell the length: a text that fills the buffer may be truncated.
+    // The platform does not report the full length, so a text that fills the buffer may be truncated.
     for (std::size_t room = 256;; room *= 2) {
         std::string text(room, '\0');
         const int length = LoadStringA(base::moduleHandle(), id, text.data(), static_cast<int>(room));

@@ -6,10 +6,10 @@
 
 namespace framework {
 
-/// For our own loop, on each message from the queue.
+/// Call in our own loop for each message from the queue.
 void nullIfSentOnly(MSG& message);
 
-/// Does this in the platform's loops (message boxes, menus, controls) during its lifetime. Its hook
+/// Protects the platform's loops (message boxes, menus, controls) during its lifetime. Its hook
 /// multiplies the cost of each message, so do not keep one while waiting.
 class [[nodiscard]] SentOnlyGuard {
 public:

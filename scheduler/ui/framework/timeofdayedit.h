@@ -10,7 +10,7 @@ namespace framework {
 
 class TimeOfDayEdit : public BoundControl<base::TimeValue> {
 public:
-    /// `clock` tells the day of a typed time; it must outlive the edit.
+    /// A typed time is on the current day of `clock`, which must outlive the edit.
     TimeOfDayEdit(ControlHost& host, int id, Binding binding, const base::Clock& clock)
         : BoundControl(std::move(binding), host, id), clock_(clock) {}
 

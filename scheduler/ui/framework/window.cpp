@@ -38,8 +38,8 @@ public:
         return control ? control->onReflectedNotify(notification) : std::nullopt;
     }
 
-    /// No exception may cross the platform's frames. The default handling follows, except for WM_CLOSE, which
-    /// would destroy the window.
+    /// Catches exceptions: none may cross the platform's frames. The default handling follows, except for
+    /// WM_CLOSE, where it would destroy the window.
     Handled runSafely(const Message& message) noexcept {
         try {
             return run(message);

@@ -9,7 +9,7 @@ namespace framework {
 
 class WindowClass {
 public:
-    /// Starts with the framework's procedure, the program's module, the arrow cursor, the window background.
+    /// Starts with the framework's procedure, the program's module, the arrow cursor and a window background.
     WindowClass();
 
     explicit WindowClass(std::string name);

@@ -25,7 +25,7 @@ spy::SharedState* state() {
     return shared;
 }
 
-/// Windows and menus; tries every possible handle if the platform does not count them.
+/// The number of windows and menus. If the platform does not count them, tries every possible handle.
 DWORD userObjectCount() {
     if (const DWORD count = GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS))
         return count;

@@ -192,7 +192,7 @@ TEST_F(Descriptions, SayWhenTheLastRunWas) {
     EXPECT_EQ(describeLastRun(entry, clock), "Mon Jan 05 at 8:00 PM");
 }
 
-// In zones offset by a quarter of an hour, days start at a quarter of an hour.
+// In zones offset by a quarter of an hour, days start a quarter of an hour before or after a full UTC hour.
 TEST_F(Descriptions, StayValidUntilTheReportedTime) {
     int changes = 0;
     int checks = 0;

@@ -150,7 +150,7 @@ TEST_F(Engine, DestroyedEngineNoLongerObservesTheSchedule) {
     alignas(SchedulerEngine) std::array<std::byte, sizeof(SchedulerEngine)> place;
     const EngineServices services{clock, launcher, outcomes, store, messages, listener, runs};
     std::destroy_at(new (place.data()) SchedulerEngine(entries, policy, services));
-    place.fill({}); // a call would crash
+    place.fill({}); // notifying the destroyed engine would crash
     entries.remove(0);
     EXPECT_TRUE(entries.empty());
 }

@@ -24,7 +24,7 @@ inline const std::string systemError = "A system error prevented the project fro
 inline constexpr std::int32_t lowest = std::numeric_limits<std::int32_t>::min();
 inline constexpr std::int32_t highest = std::numeric_limits<std::int32_t>::max();
 
-/// Seconds after noon, local time, of 15 June 2026.
+/// The given number of seconds after noon (local time) on 15 June 2026.
 inline base::TimeValue at(std::int32_t seconds) {
     return base::TimeValue(base::TimeValue::fromLocal(2026, 6, 15, 12, 0, 0, -1).seconds() + seconds);
 }

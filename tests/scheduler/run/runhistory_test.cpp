@@ -17,7 +17,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// Seconds after 8:00 local time on 22 November 2026.
+/// The given number of seconds after 8:00 (local time) on 22 November 2026.
 base::TimeValue at(std::int32_t seconds) {
     return base::TimeValue::fromLocal(2026, 11, 22, 8, 0, seconds, -1);
 }

@@ -17,7 +17,7 @@
 
 namespace test {
 
-/// Replaces the Browse dialog; false if the user cancels.
+/// Called in place of the Browse dialog; returns false if the user cancels.
 inline std::function<bool(OPENFILENAMEA&)> browseDialog;
 
 inline int phoneBookQueries = 0;
@@ -33,7 +33,7 @@ inline void press(HWND dialog, int button) {
     SendDlgItemMessageA(dialog, button, BM_CLICK, 0, 0);
 }
 
-/// `chosen`: the dialog's answer, separated by NULs.
+/// Presses Browse and chooses files. `chosen` is what the dialog returns: names separated by NULs.
 inline void browse(HWND sheet, const std::string& chosen) {
     browseDialog = [&](OPENFILENAMEA& request) {
         chosen.copy(request.lpstrFile, request.nMaxFile);

@@ -60,7 +60,7 @@ public:
 
     FakeClock clock{base::TimeValue(1'000'000)};
     scheduler::ScheduleList schedule;
-    int stateQueries = 0; ///< of the engine's state: one for each text of a time
+    int stateQueries = 0; ///< how often the rows asked for the engine's state
     scheduler::ScheduleRows rows{schedule,
                                  [this] {
                                      ++stateQueries;

@@ -21,7 +21,7 @@ std::string numberOf(HICON icon) {
 class NotificationIcon : public test::MainWindowTest {
 protected:
     bool shellAnswers = true;
-    std::vector<std::string> calls; ///< of the shell since the last newCalls()
+    std::vector<std::string> calls; ///< calls to the shell since the last newCalls()
 
     std::vector<std::string> newCalls() { return std::exchange(calls, {}); }
 

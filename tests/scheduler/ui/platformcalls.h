@@ -104,7 +104,7 @@ public:
     ~Override() { Call::replacement = nullptr; }
 };
 
-/// Replaces the start of threads if set: starts none; false simulates a failure.
+/// If set, called instead of starting a thread. Returning false simulates a failure.
 inline std::function<bool()> startThread;
 
 /// Replaces the program's clock if set.

@@ -112,7 +112,7 @@ private:
         icons_ += message == NIM_ADD ? 1 : message == NIM_DELETE ? -1 : 0;
         return refuses("Shell_NotifyIconA") ? FALSE : test::Shell_NotifyIconACall::original(message, record);
     }};
-    /// The last call before the message loop: posts the Exit command to it.
+    /// This is the last call before the message loop, so it posts the Exit command to that loop.
     Override<test::LoadAcceleratorsACall> accelerators_{[](HINSTANCE instance, LPCSTR name) {
         PostMessageA(FindWindowA(nullptr, "Corvane Scheduler"), WM_COMMAND, IDM_EXIT, 0);
         return refuses("LoadAcceleratorsA") ? nullptr : test::LoadAcceleratorsACall::original(instance, name);

@@ -63,7 +63,7 @@ TEST_F(ScheduleRows, TheColumnsHaveTheirHeaders) {
 TEST_F(ScheduleRows, AreNotToldOfChangesAfterTheirEnd) {
     alignas(scheduler::ScheduleRows) std::array<std::byte, sizeof(scheduler::ScheduleRows)> place;
     std::destroy_at(new (place.data()) scheduler::ScheduleRows(schedule_, state_, clock_));
-    place.fill({}); // a call would crash
+    place.fill({}); // notifying the destroyed rows would crash
     schedule_.append({});
     EXPECT_EQ(rows_.size(), 1U);
 }
@@ -124,7 +124,7 @@ TEST_F(ScheduleRows, UpperCaseSortsBeforeLowerCaseAndBytesAreUnsigned) {
     EXPECT_EQ(projects(), "B a b \xE4 ");
 }
 
-// More than 16 rows, because an unstable sort keeps the order of fewer.
+// Needs more than 16 rows: with fewer, even an unstable sort keeps the order of equal texts.
 TEST_F(ScheduleRows, EqualTextsKeepTheScheduleOrderInBothDirections) {
     std::vector<std::string> names;
     std::string expected;
