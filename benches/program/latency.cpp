@@ -26,7 +26,7 @@ struct Latencies {
     std::vector<double> toSave;
 };
 
-/// A Moment counts from 1601.
+/// A Moment counts 100 ns steps from 1601.
 Moment momentOf(TimeValue t) {
     return (t.seconds() + Moment{11644473600}) * 10000000;
 }
@@ -38,7 +38,7 @@ void waitForPhase(double phase) {
         Sleep(1);
 }
 
-/// Returns the times of the next `runs` saves of the schedule.
+/// The times of the next `runs` saves of the schedule; fewer if they take too long.
 std::vector<Moment> watchSaves(int runs) {
     std::vector<Moment> saves;
     const Moment from = savedAt();

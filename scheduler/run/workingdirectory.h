@@ -5,7 +5,7 @@
 
 namespace scheduler {
 
-/// The folder, with its separator, of the program that starts a command line; empty if it names none.
+/// The folder of the program at the start of a command line, with a trailing backslash; empty without one.
 std::string workingDirectoryOf(std::string_view commandLine);
 
 } // namespace scheduler

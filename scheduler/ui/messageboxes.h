@@ -6,7 +6,8 @@
 
 namespace scheduler {
 
-/// Message boxes with the program's title. Notices go over the owner; errors over the active window, if any.
+/// Message boxes with the program's title. Notices are owned by the window set with setOwner(), errors by the
+/// active window, if any.
 class MessageBoxes : public UserMessages {
 public:
     void setOwner(HWND owner) { owner_ = owner; }

@@ -64,7 +64,7 @@ protected:
 
     void carryOut(int command) const { SendMessageA(window(), WM_COMMAND, static_cast<WPARAM>(command), 0); }
 
-    /// The only entry in the file; a default one if the file is being written.
+    /// The file's only entry; a default one if it does not hold exactly one.
     static scheduler::ScheduledProject savedEntry() {
         const auto entries = savedSchedule();
         return entries.size() == 1 ? entries.front() : scheduler::ScheduledProject();

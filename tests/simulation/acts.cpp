@@ -178,7 +178,7 @@ void Simulation::edit(int position, const Item& shown) {
 }
 
 void Simulation::remove() {
-    // Keeps the count stable: removals balance additions.
+    // Skips the removal when few entries are left, so that removals do not outrun additions.
     if (count() < plan_.entries * 9 / 10)
         return;
     const std::vector<int> chosen = randomSelection();

@@ -70,7 +70,7 @@ template<FlagField Field>
 
 [[nodiscard]] std::unique_ptr<TextBinding> bindText(std::string& field);
 
-/// For TimeOfDayEdit, which converts the time itself.
+/// For TimeOfDayEdit, which does its own conversion.
 [[nodiscard]] std::unique_ptr<TimeBinding> bindTimeOfDay(base::TimeValue& field);
 
 /// For DateTimeEdit. Stores 0 if the text is no date.

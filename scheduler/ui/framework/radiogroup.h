@@ -1,4 +1,4 @@
-// A group of radio buttons, bound to the checked button's index, or to a flag (0 for the first button).
+// Radio buttons, bound to a variable that holds the checked button's index, or to a flag (0 for the first).
 #pragma once
 
 #include "scheduler/ui/framework/boundcontrol.h"

@@ -97,7 +97,7 @@ TEST(NextRunAgainstPlainRules, AgreesWhenNowAndTheClockDiffer) {
 
 TEST(NextRunAgainstPlainRules, AgreesInTheLastSecondsOfTheRange) {
     const std::vector<ScheduledProject> entries = variousEntries();
-    // 2147483647 is 2038-01-19 03:14:07 UTC.
+    // `highest` is 2038-01-19 03:14:07 UTC.
     for (std::int32_t now = highest - 5000; now < highest; now += now < highest - 100 ? 61 : 1)
         for (const ScheduledProject& entry : entries)
             ASSERT_TRUE(agrees(entry, now, now));
