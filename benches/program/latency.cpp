@@ -72,7 +72,7 @@ void measureOneStart(double phase, int runs, Latencies& latencies) {
         if (!marks)
             continue;
         latencies.toStart.push_back(secondsBetween(momentOf(entry.time), marks->started));
-        // File times lag a few milliseconds behind the clock.
+        // File times are up to a few milliseconds earlier than the clock.
         const auto saved = std::ranges::lower_bound(saves, marks->ended - 100000);
         if (saved != saves.end())
             latencies.toSave.push_back(secondsBetween(marks->ended, *saved));

@@ -18,7 +18,7 @@ constexpr std::string_view monthNames = "janfebmaraprmayjunjulaugsepoctnovdec";
 constexpr std::size_t monthNameLength = 3;
 constexpr int monthCount = 12;
 
-/// Stands for a word that names no month. Above 12, so that parseFreeDate() takes the word for the day.
+/// Returned for a word that is not a month. Above 12, so that parseFreeDate() swaps it with the day.
 constexpr int noMonth = monthCount + 1;
 
 // Constant-initialised: other sources register before this file's dynamic initialisation.

@@ -1,4 +1,4 @@
-// Alphabets of transfer encodings: character i stands for the 6-bit value i.
+// Alphabets of transfer encodings: character i encodes the 6-bit value i.
 #pragma once
 
 #include <string_view>

@@ -104,6 +104,18 @@ void fitColumnWidths(HWND list, const ScheduleRows& rows) {
     setWidths(list, rows, {});
 }
 
+bool isColumnResize(const NMHDR& notification) {
+    switch (notification.code) {
+    case HDN_ENDTRACKA:
+    case HDN_ENDTRACKW:
+    case HDN_DIVIDERDBLCLICKA:
+    case HDN_DIVIDERDBLCLICKW:
+        return true;
+    default:
+        return false;
+    }
+}
+
 void saveColumnWidths(HWND list, base::RegistryStore& store) {
     for (std::size_t column = 0; column < columnCount; ++column)
         static_cast<void>(store.writeNumber(

@@ -20,6 +20,8 @@ int neededWidth(HWND list, int column, const std::string& text);
 [[nodiscard]] bool restoreColumnWidths(HWND list, const ScheduleRows& rows, base::RegistryStore& store);
 /// Fits all columns to their headers and first rows.
 void fitColumnWidths(HWND list, const ScheduleRows& rows);
+/// Whether the header reports that the user has set the width of a column.
+[[nodiscard]] bool isColumnResize(const NMHDR& notification);
 void saveColumnWidths(HWND list, base::RegistryStore& store);
 
 /// Shows the arrow in the header of `column` only.

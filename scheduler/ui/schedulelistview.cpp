@@ -4,6 +4,7 @@
 #include "resources/ids.h"
 #include "scheduler/ui/framework/clipboard.h"
 #include "scheduler/ui/framework/fonts.h"
+#include "scheduler/ui/framework/redrawpause.h"
 #include "scheduler/ui/listcolumns.h"
 #include "scheduler/ui/rowimages.h"
 
@@ -24,41 +25,12 @@ constexpr int allRows = -1; // for ListView_SetItemState
 constexpr WPARAM ctrlA = 'A' - '@';
 constexpr WPARAM ctrlC = 'C' - '@';
 
-/// Whether the header reports that the user has set the width of a column.
-bool isUserResize(const NMHDR& notification) {
-    switch (notification.code) {
-    case HDN_ENDTRACKA:
-    case HDN_ENDTRACKW:
-    case HDN_DIVIDERDBLCLICKA:
-    case HDN_DIVIDERDBLCLICKW:
-        return true;
-    default:
-        return false;
-    }
-}
-
 std::string toAnsi(const wchar_t* text) {
     std::array<char, MAX_PATH> buffer{};
     WideCharToMultiByte(CP_ACP, 0, text, -1, buffer.data(), static_cast<int>(buffer.size() - 1), nullptr,
                         nullptr);
     return buffer.data();
 }
-
-/// Suspends redrawing; invalidates the list on destruction. Invalidating many rows one by one is slow, and
-/// each change of a column would redraw the header.
-class RedrawPause {
-public:
-    explicit RedrawPause(HWND list) : list_(list) { SendMessageA(list_, WM_SETREDRAW, FALSE, 0); }
-    RedrawPause(const RedrawPause&) = delete;
-    RedrawPause& operator=(const RedrawPause&) = delete;
-    ~RedrawPause() {
-        SendMessageA(list_, WM_SETREDRAW, TRUE, 0);
-        InvalidateRect(list_, nullptr, FALSE);
-    }
-
-private:
-    HWND list_;
-};
 
 } // namespace
 
@@ -80,7 +52,7 @@ bool ScheduleListView::createIn(HWND parent) {
         parent, reinterpret_cast<HMENU>(IDC_SCHEDULE_LIST), base::moduleHandle(), nullptr);
     if (!attach(list))
         return false;
-    const RedrawPause pause(list);
+    const framework::RedrawPause pause(list);
     ListView_SetExtendedListViewStyle(list, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER);
     SendMessageA(list, WM_SETFONT, reinterpret_cast<WPARAM>(framework::messageFont()), FALSE);
     // The list owns its image list.
@@ -91,7 +63,7 @@ bool ScheduleListView::createIn(HWND parent) {
 }
 
 void ScheduleListView::restoreColumns(base::RegistryStore& store) {
-    const RedrawPause pause(handle());
+    const framework::RedrawPause pause(handle());
     columnsFollowRows_ = !restoreColumnWidths(handle(), rows_, store);
 }
 
@@ -135,7 +107,7 @@ void ScheduleListView::focusEntry(std::size_t entry) {
 void ScheduleListView::onEntriesRemoved(std::span<const std::size_t>) {
     if (!handle())
         return;
-    const RedrawPause pause(handle());
+    const framework::RedrawPause pause(handle());
     const int first = ListView_GetNextItem(handle(), -1, LVNI_SELECTED); // the control still has the old rows
     ListView_SetItemState(handle(), allRows, 0, LVIS_SELECTED | LVIS_FOCUSED);
     ListView_SetItemCountEx(handle(), rows_.size(), LVSICF_NOSCROLL);
@@ -159,7 +131,7 @@ void ScheduleListView::onScheduleChanged() {
 void ScheduleListView::fitColumns() noexcept {
     if (!columnsFollowRows_)
         return;
-    const RedrawPause pause(handle());
+    const framework::RedrawPause pause(handle());
     try {
         fitColumnWidths(handle(), rows_);
     } catch (const std::bad_alloc&) {
@@ -188,7 +160,7 @@ framework::Handled ScheduleListView::onMessage(const framework::Message& message
         return SendMessageA(GetParent(handle()), WM_COMMAND, message.wParam, 0);
     if (message.id == WM_SYSCOLORCHANGE)
         applySystemColours();
-    if (message.id == WM_NOTIFY && isUserResize(*reinterpret_cast<const NMHDR*>(message.lParam)))
+    if (message.id == WM_NOTIFY && isColumnResize(*reinterpret_cast<const NMHDR*>(message.lParam)))
         columnsFollowRows_ = false;
     // The control would search for these as the beginning of a project's name.
     if (message.id == WM_CHAR && message.wParam == ctrlA) {
@@ -297,7 +269,7 @@ void ScheduleListView::onColumnClick(int column) {
     const std::optional<std::size_t> focused = entryInRow(ListView_GetNextItem(handle(), -1, LVNI_FOCUSED));
     rows_.sortBy(static_cast<ScheduleColumn>(column));
     showSortArrow(handle(), rows_.sortColumn(), rows_.isAscending());
-    const RedrawPause pause(handle());
+    const framework::RedrawPause pause(handle());
     selectEntries(selected);
     if (focused)
         focusEntry(*focused);

@@ -57,7 +57,7 @@ int runProgram(const std::string& commandLine, int showCommand) {
         pump.setAccelerators(LoadAcceleratorsA(base::moduleHandle(), MAKEINTRESOURCEA(IDR_ACCELERATORS)));
         return pump.runMainLoop();
     }
-    // After the window is destroyed, so that it cannot be used behind the message.
+    // The window is destroyed by now, so the user cannot work in it while the message is open.
     MessageBoxes().showError(startFailedText);
     return 1;
 }
