@@ -70,6 +70,17 @@ TEST_F(RunHistories, LineDescribesTheWholeRun) {
                             "C:\\Sites\\news.kra"));
 }
 
+TEST_F(RunHistories, EndWithoutAStartHasNoCauseOfAnEarlierRun) {
+    ScheduledProject& entry = add("run:backup.exe");
+    history->onRunStarted(entry, true);
+    history->onProcessNotStarted(static_cast<std::uint32_t>(entry.runNumber), "File not found");
+    history->onRunFinished({entry, at(0), 0, RunEnd::Reported});
+    entry.lastRun = at(0);
+    history->onRunFinished({entry, at(1), 0, RunEnd::Reported});
+    EXPECT_EQ(store.lines.back(),
+              "2026-11-22 08:00:00\t2026-11-22 08:00:01\t1\trun:backup.exe\t\tok\trun:backup.exe");
+}
+
 TEST_F(RunHistories, DurationIsNegativeWhenTheClockWasSetBack) {
     ScheduledProject& entry = add("run:backup.exe /all");
     history->onRunStarted(entry, false);

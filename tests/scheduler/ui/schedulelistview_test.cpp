@@ -107,6 +107,8 @@ TEST_F(ScheduleListView, TheTextsOfADisabledRowAreGreyUnlessItIsSelected) {
     window_.schedule[1].disabled = 1;
     EXPECT_EQ(textColour(0), RGB(1, 2, 3));
     EXPECT_EQ(textColour(1), GetSysColor(COLOR_GRAYTEXT));
+    window_.schedule[1].running = 1;
+    EXPECT_EQ(textColour(1), GetSysColor(COLOR_GRAYTEXT)) << "also while it runs";
     window_.select(1);
     EXPECT_EQ(textColour(1), RGB(1, 2, 3));
     EXPECT_EQ(textColour(3), RGB(1, 2, 3)) << "no such row";
