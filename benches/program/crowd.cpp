@@ -58,7 +58,7 @@ std::string milliseconds(double seconds) {
     return std::to_string(static_cast<int>(seconds * 1000 + 1)) + " ms";
 }
 
-/// `emptyResponses`, the empty program's, show the delay that the load causes for any program.
+/// The empty program's response times show the delay that the load causes for any program.
 void printResponses(const char* when, const std::vector<double>& responses,
                     const std::vector<double>& emptyResponses) {
     const double longest = std::ranges::max(responses);

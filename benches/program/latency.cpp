@@ -26,7 +26,7 @@ struct Latencies {
     std::vector<double> toSave;
 };
 
-/// Moments start in 1601, TimeValues 11644473600 s later.
+/// A Moment counts from 1601, a TimeValue from 11644473600 s later.
 Moment momentOf(TimeValue t) {
     return (t.seconds() + Moment{11644473600}) * 10000000;
 }

@@ -20,7 +20,7 @@ struct EditedEntry {
     std::vector<std::string> files; ///< chosen in the Browse dialog, in the form for addEntries()
 };
 
-/// Edits a copy of `record`, which is new or the entry at `position`. Empty on cancel.
+/// Edits a copy of `record`, which is new or the entry at `position`. Empty on cancel or failure.
 std::optional<EditedEntry> editEntry(HWND owner, const ScheduledProject& record, const ScheduleList& schedule,
                                      std::optional<std::size_t> position, const base::Clock& clock);
 
