@@ -1,4 +1,3 @@
-// Texts of the list's cells, by column.
 #include "benches/benches.h"
 #include "benches/comparison.h"
 #include "benches/entries.h"

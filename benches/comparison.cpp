@@ -10,7 +10,7 @@ namespace bench {
 namespace {
 
 constexpr int rounds = 15;
-// Minimum measured time per round. Shorter times are lost in the noise.
+// Short runs are repeated to fill about this time: a single one would be lost in the noise.
 constexpr double secondsPerRound = 0.05;
 constexpr int mostRepetitions = 10000;
 
@@ -35,7 +35,7 @@ void compare(const Comparison& comparison, const Timed& subject, const Timed& li
     std::vector<double> ratios;
     for (int round = 0; round < rounds; ++round) {
         std::pair<double, double> times;
-        // Alternates the order, because each measurement changes the caches and the heap for the next one.
+        // Alternate the order, because each measurement affects the caches and the heap for the next one.
         if (round % 2 == 0)
             times.first = averageOf(subject, repetitions);
         times.second = averageOf(limit, repetitions);

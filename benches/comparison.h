@@ -1,4 +1,4 @@
-// Measures a subject and its lower bound in turns, so that other load affects both alike.
+// Measures a subject and its lower bound alternately, so that other load affects both alike.
 #pragma once
 
 #include <chrono>

@@ -1,4 +1,3 @@
-// Deletes many entries at once.
 #include "scheduler/model/deletion.h"
 
 #include "benches/benches.h"
@@ -21,7 +20,7 @@ std::vector<std::size_t> spreadPositions() {
     return positions;
 }
 
-/// One pass over the `afterIndex` values, the minimum work of a deletion.
+/// One pass over the `afterIndex` values, the minimum work to delete an entry.
 [[gnu::noinline]] void passOver(std::vector<std::int32_t>& references, std::int32_t position) {
     for (std::int32_t& reference : references)
         reference -= reference > position;

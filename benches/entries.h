@@ -7,13 +7,13 @@
 
 namespace bench {
 
-/// The time of its first call. The times of the entries are before and after it.
+/// The time of the first call. The times of entries are relative to it.
 base::TimeValue referenceTime();
 
-/// Realistic entries of all kinds. None is due until an hour after referenceTime().
+/// Realistic entries of all kinds. Their next runs are at least two hours after referenceTime().
 std::vector<scheduler::ScheduledProject> manyEntries(std::size_t count);
 
-/// Saves to the schedule file. Throws when that fails.
+/// Saves to the schedule file. Throws on failure.
 void saveForBench(const scheduler::ScheduleList& list);
 
 } // namespace bench

@@ -1,4 +1,3 @@
-// Next run of an entry of each kind.
 #include "benches/benches.h"
 #include "benches/comparison.h"
 #include "benches/entries.h"
@@ -17,7 +16,7 @@ using scheduler::ScheduleKind;
 
 constexpr std::size_t calls = 100000;
 
-// Only the runtime calls of each rule. `now` changes with each call, as it does from entry to entry.
+// The lower bounds: only the runtime calls of each rule.
 std::time_t localTime(std::time_t t) {
     return std::localtime(&t)->tm_mday;
 }
@@ -36,12 +35,12 @@ std::time_t makeTime(int hour) {
     return localTime(now) + makeTime(13);
 }
 
-/// Calls for the current date, the start of its day or month, and the entry's time of day.
+/// Runtime calls for the current date, the start of its day or month, and the entry's time of day.
 [[gnu::noinline]] std::time_t clockCalls(std::time_t now) {
     return localTime(std::time(nullptr)) + makeTime(0) + localTime(now);
 }
 
-/// Dispatch by kind, and the rules without runtime calls. Same parameters as computeNextRun.
+/// For the kinds that need no runtime call. Dispatches by kind, with the parameters of computeNextRun().
 [[gnu::noipa]] std::time_t noCalls(const scheduler::EngineState& state, const ScheduledProject& entry,
                                    std::time_t now, const base::Clock& /*clock*/) {
     switch (entry.kind) {
@@ -87,8 +86,8 @@ void benchRule(const char* what, const char* limitName, const ScheduledProject& 
 void benchNextRuns() {
     ScheduledProject entry;
     entry.minutes = 30;
-    entry.dayOfMonth = 40; // so that the day in this month is always in the future
-    // Noon, because a daily entry near midnight needs one more calendar call.
+    entry.dayOfMonth = 40; // always in the future, so the next month is not needed
+    // Noon, because a daily entry near midnight needs more calendar calls.
     entry.time = TimeValue::fromLocal(2037, 6, 15, 12, 0, 0, -1);
     const scheduler::EngineState state;
     const base::Clock& clock = base::systemClock();

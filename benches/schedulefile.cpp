@@ -1,4 +1,4 @@
-// Loads and saves the schedule, including opening and closing the file.
+// Loads and saves the schedule. The times include opening and closing the file.
 #include "scheduler/model/schedulefile.h"
 
 #include "benches/benches.h"
@@ -21,13 +21,13 @@ namespace {
 
 constexpr std::array<std::size_t, 3> counts = {1000, 100000, 1000000};
 
-/// A record's raw content.
+/// A record: its strings, and its fixed-size fields as raw bytes.
 struct PlainRecord {
     std::string path;
     std::string lastResult;
     std::array<std::byte, 35> beforeDialup;
     std::string dialupEntry;
-    std::array<std::byte, 35> behindDialup;
+    std::array<std::byte, 35> afterDialup;
 };
 
 class PlainCopier {
@@ -61,7 +61,7 @@ std::vector<PlainRecord> copyPlainly() {
         copier.copy(record.lastResult);
         copier.copy(record.beforeDialup.data(), record.beforeDialup.size());
         copier.copy(record.dialupEntry);
-        copier.copy(record.behindDialup.data(), record.behindDialup.size());
+        copier.copy(record.afterDialup.data(), record.afterDialup.size());
     }
     return records;
 }
@@ -95,8 +95,7 @@ void benchLoading() {
             std::vector<PlainRecord> records;
             return secondsOf([&] { records = copyPlainly(); });
         };
-        compare({"load the schedule", count, "entries", "copying it out of the mapping", 1.5}, subject,
-                limit);
+        compare({"load the schedule", count, "entries", "copying the mapped records", 1.5}, subject, limit);
     }
 }
 
@@ -114,11 +113,11 @@ void benchSaving() {
         const std::string other = base::windowsDirectory() + "bench.dat";
         const auto subject = [&] { return secondsOf([&] { keep(scheduler::saveSchedule(list)); }); };
         const auto limit = [&] { return secondsOf([&] { writeOnce(other, bytes); }); };
-        compare({"save it", count, "entries", "one fwrite of its bytes", 1.5}, subject, limit);
+        compare({"save the schedule", count, "entries", "one fwrite of its bytes", 1.5}, subject, limit);
 
         IgnoredFailures failures;
         scheduler::ScheduleFile file(failures);
-        file.save(list); // later saves make a copy first
+        file.save(list); // from now on, each save first copies the old file
         const std::string copy = base::windowsDirectory() + "copy.dat";
         const auto saving = [&] { return secondsOf([&] { file.save(list); }); };
         const auto writingAndCopying = [&] {
@@ -127,8 +126,8 @@ void benchSaving() {
                 writeOnce(other, bytes);
             });
         };
-        compare({"save it after a copy", count, "entries", "CopyFile and one fwrite", 1.5}, saving,
-                writingAndCopying);
+        compare({"copy the old file and save the schedule", count, "entries", "CopyFile and one fwrite", 1.5},
+                saving, writingAndCopying);
         std::remove(other.c_str());
         std::remove(copy.c_str());
     }

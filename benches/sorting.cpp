@@ -1,4 +1,3 @@
-// Sorts the list by each column.
 #include "benches/benches.h"
 #include "benches/comparison.h"
 #include "benches/entries.h"
@@ -31,7 +30,7 @@ void benchSorting() {
         const auto column = static_cast<ScheduleColumn>(i);
         const std::vector<std::string> texts =
             textsOf(scheduler::ScheduleRows(list, state, base::systemClock()), column);
-        // New rows each time, so that they are in the schedule's order.
+        // New rows each time, because they start in the schedule's order.
         const auto subject = [&] {
             scheduler::ScheduleRows rows(list, state, base::systemClock());
             return secondsOf([&] { rows.sortBy(column); });

@@ -18,7 +18,6 @@ std::string scaled(double value, const std::string& unit) {
     return text.data();
 }
 
-/// `part` is from 0 to 1.
 double quantile(const std::vector<double>& sorted, double part) {
     const double place = part * static_cast<double>(sorted.size() - 1);
     const auto below = static_cast<std::size_t>(place);

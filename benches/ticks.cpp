@@ -1,4 +1,3 @@
-// The engine's timer with nothing due.
 #include "benches/benches.h"
 #include "benches/comparison.h"
 #include "benches/entries.h"
@@ -7,13 +6,13 @@
 namespace bench {
 namespace {
 
-/// Services that an engine without due entries never calls.
-class NothingAround : public scheduler::RunLauncher,
-                      public scheduler::OutcomeSource,
-                      public scheduler::ScheduleStore,
-                      public scheduler::UserMessages,
-                      public scheduler::EngineListener,
-                      public scheduler::RunListener {
+/// An engine without due entries calls none of these.
+class UnusedServices : public scheduler::RunLauncher,
+                       public scheduler::OutcomeSource,
+                       public scheduler::ScheduleStore,
+                       public scheduler::UserMessages,
+                       public scheduler::EngineListener,
+                       public scheduler::RunListener {
 public:
     bool launch(const scheduler::ScheduledProject&) override { return false; }
     scheduler::RunOutcome take(std::uint32_t) override { return {}; }
@@ -39,9 +38,9 @@ void benchTicks() {
         scheduler::ScheduleList list;
         list.assign(manyEntries(count));
         scheduler::RunPolicy policy;
-        NothingAround around;
+        UnusedServices services;
         scheduler::SchedulerEngine engine(
-            list, policy, {base::systemClock(), around, around, around, around, around, around});
+            list, policy, {base::systemClock(), services, services, services, services, services, services});
         const auto subject = [&] { return secondsOf([&] { engine.onTimer(referenceTime()); }); };
         const auto limit = [&] { return secondsOf([&] { keep(anyDue(list, referenceTime())); }); };
         compare({"a tick with nothing due", count, "entries", "one pass over the same fields", 1.5}, subject,

@@ -1,4 +1,4 @@
-// 500 runs at once: whether each one is recorded and how fast the window responds.
+// 500 runs at the same time: how many are recorded and how fast the window responds.
 #include "benches/program/marking.h"
 #include "benches/program/processes.h"
 #include "benches/program/programbenches.h"
@@ -17,19 +17,19 @@ namespace bench {
 namespace {
 
 constexpr int runs = 500;
-constexpr double wantedAnswer = 0.1;
-constexpr DWORD patienceMilliseconds = 300'000;
+constexpr double wantedResponse = 0.1;
+constexpr DWORD timeoutMilliseconds = 300'000;
 
-/// Measures the response time of a window repeatedly, on its own thread.
-class AnswerWatch {
+/// Repeatedly measures a window's response time, in a separate thread.
+class ResponseTimer {
 public:
-    explicit AnswerWatch(HWND window) : thread_([this, window] { watch(window); }) {}
+    explicit ResponseTimer(HWND window) : thread_([this, window] { watch(window); }) {}
 
-    /// Stops measuring. Returns each response time in seconds.
+    /// Stops measuring. Returns the response times in seconds.
     std::vector<double> end() {
         ending_ = true;
         thread_.join();
-        return answers_;
+        return responses_;
     }
 
 private:
@@ -37,13 +37,13 @@ private:
         while (!ending_) {
             const Moment sent = momentNow();
             SendMessageA(window, WM_NULL, 0, 0);
-            answers_.push_back(secondsBetween(sent, momentNow()));
+            responses_.push_back(secondsBetween(sent, momentNow()));
             Sleep(5);
         }
     }
 
     std::atomic<bool> ending_ = false;
-    std::vector<double> answers_;
+    std::vector<double> responses_;
     std::thread thread_;
 };
 
@@ -58,15 +58,15 @@ std::string milliseconds(double seconds) {
     return std::to_string(static_cast<int>(seconds * 1000 + 1)) + " ms";
 }
 
-/// `emptyAnswers` are response times of an unrelated window: the delay that the load causes for any program.
-void printAnswers(const char* when, const std::vector<double>& answers,
-                  const std::vector<double>& emptyAnswers) {
-    const double longest = std::ranges::max(answers);
-    print({std::string("500 runs: longest answer while they ") + when,
-           grouped(answers.size()) + " questions, 99 % within " + milliseconds(quantileOf(answers, 0.99)) +
-               "; an empty program's longest " + milliseconds(std::ranges::max(emptyAnswers)) +
-               ", 99 % within " + milliseconds(quantileOf(emptyAnswers, 0.99)),
-           longest, 0, 0, "what a user takes for at once", wantedAnswer, longest / wantedAnswer, 1});
+/// The empty program's response times show the delay that the load causes for any program.
+void printResponses(const char* when, const std::vector<double>& responses,
+                    const std::vector<double>& emptyResponses) {
+    const double longest = std::ranges::max(responses);
+    print({std::string("500 runs: slowest response while they ") + when,
+           grouped(responses.size()) + " requests, 99 % within " + milliseconds(quantileOf(responses, 0.99)) +
+               "; the empty program's slowest " + milliseconds(std::ranges::max(emptyResponses)) +
+               ", 99 % within " + milliseconds(quantileOf(emptyResponses, 0.99)),
+           longest, 0, 0, "a response that feels immediate", wantedResponse, longest / wantedResponse, 1});
 }
 
 } // namespace
@@ -87,26 +87,26 @@ void benchCrowd() {
     WindowProcess empty(emptyProgramCommand(runs), emptyProgramClass);
     empty.waitUntilShown();
 
-    AnswerWatch starting(program.window());
-    AnswerWatch emptyWhileStarting(empty.window());
+    ResponseTimer starting(program.window());
+    ResponseTimer emptyWhileStarting(empty.window());
     for (int run = 0; run < runs; ++run)
-        WaitForSingleObject(begun.get(), patienceMilliseconds);
+        WaitForSingleObject(begun.get(), timeoutMilliseconds);
     const std::vector<double> whileStarting = starting.end();
     const std::vector<double> emptyStarting = emptyWhileStarting.end();
 
-    AnswerWatch ending(program.window());
-    AnswerWatch emptyWhileEnding(empty.window());
+    ResponseTimer ending(program.window());
+    ResponseTimer emptyWhileEnding(empty.window());
     SetEvent(mayEnd.get());
-    driver::waitUntil([] { return countRecorded() == runs; },
-                      std::chrono::milliseconds(patienceMilliseconds));
+    driver::waitUntil([] { return countRecorded() == runs; }, std::chrono::milliseconds(timeoutMilliseconds));
     const std::vector<double> whileEnding = ending.end();
     const std::vector<double> emptyEnding = emptyWhileEnding.end();
 
     const std::size_t recorded = countRecorded();
-    print({"500 runs side by side: recorded", std::to_string(runs) + " runs", static_cast<double>(recorded),
-           0, 0, "all of them", runs, runs / std::max(1.0, static_cast<double>(recorded)), 1, ""});
-    printAnswers("start", whileStarting, emptyStarting);
-    printAnswers("end", whileEnding, emptyEnding);
+    print({"500 runs at the same time: recorded", std::to_string(runs) + " runs",
+           static_cast<double>(recorded), 0, 0, "all runs", runs,
+           runs / std::max(1.0, static_cast<double>(recorded)), 1, ""});
+    printResponses("start", whileStarting, emptyStarting);
+    printResponses("end", whileEnding, emptyEnding);
 }
 
 } // namespace bench

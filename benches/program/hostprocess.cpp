@@ -11,7 +11,7 @@ namespace {
 
 const std::string processes = "Z:\\proc\\";
 
-/// Subfolders with numeric names.
+/// The full paths of subfolders with numeric names.
 std::vector<std::string> numberedFolders(const std::string& folder) {
     std::vector<std::string> found;
     WIN32_FIND_DATAA entry{};

@@ -1,4 +1,4 @@
-// Reads a Windows process from /proc: Wine reports neither time nor memory of other processes.
+// Reads a process's time and memory from Linux's /proc: Wine reports neither for other processes.
 #pragma once
 
 #include <string>

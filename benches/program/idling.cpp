@@ -1,4 +1,4 @@
-// Idles for minutes, compared with an empty program at the same time.
+// Compares the idle program with an empty program that runs at the same time.
 #include "benches/entries.h"
 #include "benches/program/hostprocess.h"
 #include "benches/program/processes.h"
@@ -29,13 +29,13 @@ std::vector<scheduler::ScheduledProject> idleEntries() {
 }
 
 void idle(const std::string& how, const std::string& switches, WORD emptyShow, int seconds) {
-    // Under Wine, a window under the pointer polls the pointer's position several times a second.
+    // Move the pointer away: under Wine, the window below it polls its position several times a second.
     SetCursorPos(GetSystemMetrics(SM_CXSCREEN) - 1, GetSystemMetrics(SM_CYSCREEN) - 1);
     WindowProcess program(schedulerCommand() + switches, schedulerClass);
     WindowProcess empty(emptyProgramCommand(entryCount), emptyProgramClass, emptyShow);
-    program.waitUntilThere();
-    empty.waitUntilThere();
-    // Lets the start-up work finish.
+    program.waitUntilCreated();
+    empty.waitUntilCreated();
+    // Let the start-up work finish.
     Sleep(3000);
     const HostProcess host("scheduler.exe");
     const HostProcess emptyHost("emptyprogram.exe");
@@ -47,10 +47,10 @@ void idle(const std::string& how, const std::string& switches, WORD emptyShow, i
     const double programMemory = host.privateMegabytes();
     const double emptyMemory = emptyHost.privateMegabytes();
     const std::string amount = std::to_string(seconds) + " s, 1,000 entries";
-    print({"idle " + how + ": processor time", amount, programTime, 0, 0, "an empty program with such timers",
-           emptyTime, programTime / emptyTime, wantedTime});
+    print({"idle " + how + ": processor time", amount, programTime, 0, 0,
+           "an empty program with the same timers", emptyTime, programTime / emptyTime, wantedTime});
     print({"idle " + how + ": private memory", amount, programMemory, 0, 0,
-           "an empty program with such timers", emptyMemory, programMemory / emptyMemory, wantedMemory,
+           "an empty program with the same timers", emptyMemory, programMemory / emptyMemory, wantedMemory,
            "MB"});
 }
 

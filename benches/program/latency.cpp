@@ -1,4 +1,4 @@
-// The delay from an entry's due time to its process's start, and from the process's end to the saved outcome.
+// The delays from an entry's due time to its process's start and from the process's end to the saved outcome.
 #include "benches/program/marking.h"
 #include "benches/program/marks.h"
 #include "benches/program/processes.h"
@@ -26,12 +26,12 @@ struct Latencies {
     std::vector<double> toSave;
 };
 
-/// A Moment counts 100 ns steps from 1601.
+/// A Moment counts from 1601, a TimeValue from 11644473600 s later.
 Moment momentOf(TimeValue t) {
     return (t.seconds() + Moment{11644473600}) * 10000000;
 }
 
-/// Waits until this fraction of a clock second, which sets the phase of the program's timer.
+/// Waits until `phase` (0 to 1) of a clock second has passed. The program's timer starts with this phase.
 void waitForPhase(double phase) {
     const auto sinceSecond = [] { return static_cast<double>(momentNow() % 10000000) * 1e-7; };
     while (sinceSecond() < phase || sinceSecond() > phase + 0.02)
@@ -72,7 +72,7 @@ void measureOneStart(double phase, int runs, Latencies& latencies) {
         if (!marks)
             continue;
         latencies.toStart.push_back(secondsBetween(momentOf(entry.time), marks->started));
-        // File times are up to a few milliseconds earlier than the clock.
+        // A file's time can be a few milliseconds earlier than the clock.
         const auto saved = std::ranges::lower_bound(saves, marks->ended - 100000);
         if (saved != saves.end())
             latencies.toSave.push_back(secondsBetween(marks->ended, *saved));
@@ -85,9 +85,9 @@ void printRows(const std::string& what, const std::vector<double>& seconds, int 
         return;
     const double median = medianOf(seconds);
     const double longest = std::ranges::max(seconds);
-    print({what + ", median", amount, median, spreadOf(seconds), 0, "what a tick a second allows",
+    print({what + ", median", amount, median, spreadOf(seconds), 0, "what one tick per second allows",
            wantedMedian, median / wantedMedian, 1});
-    print({what + ", longest", amount, longest, 0, 0, "what a tick a second allows", wantedLongest,
+    print({what + ", longest", amount, longest, 0, 0, "what one tick per second allows", wantedLongest,
            longest / wantedLongest, 1});
 }
 
@@ -98,8 +98,8 @@ void benchLatency(int starts, int runsPerStart) {
     Latencies latencies;
     for (int start = 0; start < starts; ++start)
         measureOneStart(static_cast<double>(start) / starts, runsPerStart, latencies);
-    printRows("from due to started", latencies.toStart, starts * runsPerStart);
-    printRows("from end to saved", latencies.toSave, starts * runsPerStart);
+    printRows("from due time to process start", latencies.toStart, starts * runsPerStart);
+    printRows("from process end to saved outcome", latencies.toSave, starts * runsPerStart);
 }
 
 } // namespace bench

@@ -1,5 +1,5 @@
 // usage: bench.program [--all] [NAME...]
-// Without names, runs all benchmarks, the long ones only with --all.
+// Without names, runs all but idle. --all includes idle and measures longer.
 #include "benches/program/programbenches.h"
 
 #include <algorithm>

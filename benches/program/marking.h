@@ -8,7 +8,7 @@
 
 namespace bench {
 
-/// Registers the marking spider for projects in a new folder.
+/// Registers the marking spider for project files. Makes entries for it, with projects in a new folder.
 class MarkingSpider {
 public:
     MarkingSpider();

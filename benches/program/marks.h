@@ -14,17 +14,16 @@ Moment momentNow();
 double secondsBetween(Moment from, Moment to);
 
 struct Marks {
-    Moment started = 0; ///< process start
-    Moment ended = 0;   ///< just before process exit
+    Moment started = 0;
+    Moment ended = 0; ///< just before process exit
 };
 
 /// Stored in a file next to the project file.
 void writeMarks(const std::string& project, const Marks& marks);
 std::optional<Marks> readMarks(const std::string& project);
 
-/// If the event exists, runs wait for it before they end.
+/// If both objects exist, each run releases the semaphore once when it starts, then waits for the event.
 inline constexpr const char* endTogetherEvent = "bench: runs may end";
-/// Each run releases the semaphore once when it starts.
 inline constexpr const char* begunSemaphore = "bench: runs begun";
 
 } // namespace bench

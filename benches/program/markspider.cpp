@@ -1,4 +1,4 @@
-// Replaces the spider: records its start and end times and leaves its project's path as the result.
+// Stands in for the spider: records its start and end times and reports its project's path as the result.
 #include "benches/program/marks.h"
 #include "lib/base/handles.h"
 #include "lib/base/registry.h"
@@ -19,7 +19,7 @@ bench::Moment processStart() {
         ULARGE_INTEGER{{created.dwLowDateTime, created.dwHighDateTime}}.QuadPart);
 }
 
-void waitForTheOthers() {
+void waitForOtherRuns() {
     const base::KernelHandle begun(OpenSemaphoreA(SEMAPHORE_MODIFY_STATE, FALSE, bench::begunSemaphore));
     const base::KernelHandle end(OpenEventA(SYNCHRONIZE, FALSE, bench::endTogetherEvent));
     if (!begun || !end)
@@ -42,7 +42,7 @@ int main(int count, char** words) {
     }
     if (runNumber.empty())
         return 1;
-    waitForTheOthers();
+    waitForOtherRuns();
     const std::string key = "SOFTWARE\\Brindlewood\\Corvane Scheduler\\Schedule" + runNumber + '\\';
     base::writeString(HKEY_LOCAL_MACHINE, key + "Result", project);
     base::writeNumber(HKEY_LOCAL_MACHINE, key + "Error", 0);

@@ -36,7 +36,7 @@ bool WindowProcess::waitUntilShown() {
     return waitForWindow(true);
 }
 
-bool WindowProcess::waitUntilThere() {
+bool WindowProcess::waitUntilCreated() {
     return waitForWindow(false);
 }
 

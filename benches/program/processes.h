@@ -8,7 +8,7 @@
 
 namespace bench {
 
-/// A program with one main window. The destructor ends it.
+/// A process with one main window. The destructor terminates the process.
 class WindowProcess {
 public:
     WindowProcess(const std::string& commandLine, std::string windowClass, WORD showCommand = SW_SHOWNORMAL);
@@ -19,7 +19,7 @@ public:
     /// Waits until the window is visible and painted. False after a timeout.
     bool waitUntilShown();
     /// Also accepts a hidden window.
-    bool waitUntilThere();
+    bool waitUntilCreated();
 
     HWND window() const { return window_; }
 
@@ -37,7 +37,7 @@ std::string emptyProgramCommand(std::size_t rows);
 inline constexpr const char* schedulerClass = "scheduler";
 inline constexpr const char* emptyProgramClass = "empty program";
 
-/// Deletes the preferences, so that the next start uses the defaults.
+/// The next start then uses the defaults.
 void clearPreferences();
 
 } // namespace bench

@@ -3,7 +3,7 @@
 namespace bench {
 
 void benchStarting();
-/// Starts the program `starts` times, evenly spread over the phase of its tick.
+/// Starts the program `starts` times, with evenly spaced phases of its timer.
 void benchLatency(int starts, int runsPerStart);
 void benchIdling(int seconds);
 void benchCrowd();

@@ -1,4 +1,4 @@
-// Time from process start to painted window.
+// The time from the start of the process until its window is painted.
 #include "benches/comparison.h"
 #include "benches/entries.h"
 #include "benches/program/processes.h"

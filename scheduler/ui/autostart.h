@@ -2,7 +2,7 @@
 
 namespace scheduler {
 
-/// Adds or removes the program's start with "/s" at log-on. Registry errors are ignored.
+/// Sets whether Windows starts the program with "/s" at log-on. Registry errors are ignored.
 void applyAutostart(bool wanted);
 
 } // namespace scheduler

@@ -55,7 +55,7 @@ framework::Handled CellHints::filterMessage(framework::Window&, const framework:
     case WM_VSCROLL:
     case WM_HSCROLL:
     case WM_KEYDOWN:
-    case WM_SYSKEYDOWN: // which may open a menu
+    case WM_SYSKEYDOWN: // may open a menu
         dismiss();
         break;
     default:
@@ -85,7 +85,7 @@ void CellHints::onMouseHover() {
 }
 
 void CellHints::dismiss() {
-    underMouse_ = {}; // the mouse has to rest again
+    underMouse_ = {}; // the next hint needs a new hover
     hintText_.clear();
     framework::HintWindow::dismiss(list_);
 }
@@ -97,7 +97,7 @@ void CellHints::onTextsChanged() noexcept {
         if (textUnderMouse() == hintText_)
             return;
     } catch (const std::exception&) {
-        // Too little memory to compare: dismiss the hint.
+        // Out of memory: dismiss the hint without comparing.
     }
     dismiss();
 }

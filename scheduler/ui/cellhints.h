@@ -9,7 +9,7 @@
 
 namespace scheduler {
 
-/// Shows a truncated cell's whole text while the mouse rests on it. The list and the rows must outlive it.
+/// Shows the full text of a truncated cell on hover. The list and the rows must outlive this object.
 class CellHints : public framework::MessageFilter {
 public:
     CellHints(framework::Window& list, const ScheduleRows& rows);

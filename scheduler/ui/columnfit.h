@@ -4,8 +4,8 @@
 
 namespace scheduler {
 
-/// Divides `room` pixels among columns that need `needed` pixels each. Spare room is shared equally; if room
-/// is short, the widest columns shrink. The widths add up to `room` or a few pixels less.
+/// Fits columns of the widths `needed` into `room`, all in pixels. Spare room is shared equally; if there is
+/// too little, the widest columns shrink. The sum can be a few pixels less than `room`.
 std::vector<int> fitColumns(std::vector<int> needed, int room);
 
 } // namespace scheduler

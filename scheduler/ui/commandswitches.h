@@ -1,4 +1,4 @@
-// Command-line switches: prefixes of the text after the program's name, in any case. Other text is ignored.
+// Command-line switches at the start of the text after the program's name. Case and other text are ignored.
 #pragma once
 
 #include <string_view>

@@ -1,4 +1,4 @@
-// The dialogs that commands open. A dialog that cannot be created is reported over its owner.
+// The dialogs that commands open. If a dialog cannot be created, the user is told.
 #pragma once
 
 #include "scheduler/model/preferences.h"
@@ -17,10 +17,10 @@ namespace scheduler {
 /// The editor's result on OK.
 struct EditedEntry {
     ScheduledProject record;
-    std::vector<std::string> files; ///< chosen in the Browse dialog, as addEntries takes them
+    std::vector<std::string> files; ///< chosen in the Browse dialog, in the form for addEntries()
 };
 
-/// Edits a copy of `record`: the entry at `position`, or a new one without a position. Empty on cancel.
+/// Edits a copy of `record`, which is new or the entry at `position`. Empty on cancel or failure.
 std::optional<EditedEntry> editEntry(HWND owner, const ScheduledProject& record, const ScheduleList& schedule,
                                      std::optional<std::size_t> position, const base::Clock& clock);
 

@@ -17,7 +17,7 @@ void showHelp(HWND window) {
         ShellExecuteA(window, "open", manual.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
         return;
     }
-    // Even if the file is missing, because WinHelp then tells the user.
+    // If both files are missing, WinHelp tells the user.
     WinHelpA(window, file.c_str(), HELP_KEY, reinterpret_cast<ULONG_PTR>(base::applicationName.c_str()));
 }
 

@@ -4,7 +4,7 @@
 
 namespace scheduler {
 
-/// Opens `scheduler.hlp` beside the program in WinHelp or, without that file, `manual.html` in the browser.
+/// Opens `scheduler.hlp` or, if only that exists, `manual.html`. Both are in the program's folder.
 void showHelp(HWND window);
 
 } // namespace scheduler

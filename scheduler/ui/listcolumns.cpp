@@ -17,7 +17,7 @@ constexpr std::uint32_t widestSavedColumn = 4000;
 // Measuring every row of a long list would delay the start.
 constexpr std::size_t rowsMeasured = 50;
 
-// Pixels that the control leaves free beside a text, left and right together.
+// Pixels that the control leaves free on the left and right of a text, in total.
 constexpr int textMargins = 12;
 
 std::string widthName(std::size_t column) {
@@ -79,7 +79,7 @@ void insertColumns(HWND list) {
 
 int neededWidth(HWND list, int column, const std::string& text) {
     int width = textWidth(list, text);
-    if (column == 0) { // which shows the image, too
+    if (column == 0) { // also shows the image
         RECT row{};
         ListView_GetItemRect(list, 0, &row, LVIR_BOUNDS);
         RECT label{};

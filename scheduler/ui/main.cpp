@@ -6,8 +6,8 @@
 #include <cstdlib>
 #include <exception>
 
-/// Handles uncaught exceptions. Replaces the standard library's function, which adds 50 kB to print the
-/// exception's name, although this program has no console.
+/// Called for an uncaught exception. The standard library's function, which this one replaces, adds 50 kB to
+/// print the exception's name. This program has no console to print to.
 void __gnu_cxx::__verbose_terminate_handler() {
     std::abort();
 }

@@ -26,7 +26,7 @@ constexpr UINT_PTR engineTimer = 1;
 constexpr UINT engineTimerMilliseconds = 1000;
 constexpr UINT_PTR unfinishedTickTimer = 2;
 
-constexpr WORD acceleratorCode = 1; // the high word of WM_COMMAND
+constexpr WORD acceleratorCode = 1; // high word of WM_COMMAND's wParam
 
 HICON loadIcon(int sizeMetric) {
     const int size = GetSystemMetrics(sizeMetric);
@@ -34,7 +34,7 @@ HICON loadIcon(int sizeMetric) {
         LoadImageA(base::moduleHandle(), MAKEINTRESOURCEA(IDI_ACTIVE), IMAGE_ICON, size, size, LR_SHARED));
 }
 
-/// Other programs can send these commands while an open dialog relies on positions in the schedule.
+/// An open dialog relies on schedule positions: these commands are then ignored if other programs send them.
 bool changesSchedule(UINT command) {
     switch (command) {
     case IDM_ADD:
@@ -62,7 +62,7 @@ MainWindow::MainWindow()
       presence_(*this, preferences_),
       exit_({schedule_, file_, preferences_, list_, icon_, presence_, history_}) {}
 
-// The window is placed before it is shown, and the first next runs are computed with the start-up flag set.
+// Order matters: place the window before showing it; set the start-up flag before computing next runs.
 bool MainWindow::start(const std::string& commandLine, int showCommand) {
     if (!createWindow())
         return false;
@@ -113,8 +113,8 @@ void MainWindow::applySavedState(base::RegistryStore& store, int& showCommand) {
 Handled MainWindow::onMessage(const framework::Message& message) {
     switch (message.id) {
     case WM_WINDOWPOSCHANGING:
-        // The window is created visible. Until it is placed and known to start shown, it must not appear or
-        // get the focus.
+        // The window is created with WS_VISIBLE, but must not appear or get the focus before start() has
+        // placed it.
         if (!placed_) {
             UINT& flags = reinterpret_cast<WINDOWPOS*>(message.lParam)->flags;
             flags = (flags & ~UINT{SWP_SHOWWINDOW}) | SWP_NOACTIVATE;

@@ -1,4 +1,4 @@
-// The main window: owns the schedule and the engine; receives the timer, run ends and commands.
+// The main window: owns the schedule and the engine; handles the timer, the ends of runs and commands.
 #pragma once
 
 #include "scheduler/model/preferences.h"
@@ -52,7 +52,7 @@ private:
     void layOut();
 
     framework::WindowClass class_;
-    UINT taskbarCreated_; ///< broadcast when the shell has recreated its taskbar; 0: unknown
+    UINT taskbarCreated_; ///< broadcast when the shell has recreated its taskbar; 0: not registered
     const base::Clock& clock_ = base::systemClock();
     ScheduleList schedule_;
     Preferences preferences_;

@@ -9,7 +9,7 @@
 
 namespace scheduler {
 
-/// What the menu items depend on: counts of selected entries, and the scheduler's state.
+/// The state that menu items depend on. The numbers count selected entries.
 struct MenuContext {
     std::size_t selected = 0;
     std::size_t disabled = 0;
@@ -25,7 +25,7 @@ struct MenuItemState {
     bool isDefault = false;
 };
 
-/// A command without a rule is enabled and keeps its text.
+/// A command that does not depend on the context is enabled and keeps its text.
 MenuItemState menuItemState(UINT command, const MenuContext& context);
 
 void updateMenu(HMENU menu, const MenuContext& context);

@@ -6,8 +6,8 @@
 
 namespace scheduler {
 
-/// Message boxes with the program's title. Notices are owned by the window set with setOwner(), errors by the
-/// active window, if any.
+/// Message boxes with the program's title. The window set with setOwner() owns notices; activeWindowOr() of
+/// that window owns errors.
 class MessageBoxes : public UserMessages {
 public:
     void setOwner(HWND owner) { owner_ = owner; }

@@ -8,8 +8,8 @@
 namespace scheduler {
 namespace {
 
-/// A menu closes on a click elsewhere only if its window is in the foreground. A hidden window gives the
-/// foreground back afterwards: otherwise the hidden window would receive the user's keys.
+/// A menu closes on a click elsewhere only if its window is in the foreground. A hidden window must not stay
+/// in the foreground afterwards: it would receive the user's keys.
 void openIconMenu(WindowPresence& presence) {
     const HWND window = presence.window();
     const HWND before = GetForegroundWindow();

@@ -8,7 +8,7 @@
 
 namespace scheduler {
 
-/// The icon in the notification area. Errors of the shell are ignored. The destructor removes the icon.
+/// The icon in the notification area. Shell errors are ignored. The destructor removes the icon.
 class [[nodiscard]] NotificationIcon {
 public:
     NotificationIcon() = default;
@@ -19,19 +19,19 @@ public:
     /// `window` receives the icon's messages.
     void add(HWND window);
     void update(bool suspended);
-    /// Call when the shell has lost all icons.
+    /// Adds the icon again after the shell has lost all icons.
     void restore(bool suspended);
     void remove();
 
-    /// Shows a balloon. Does nothing without an icon.
+    /// Shows a balloon if the icon was added.
     void warn(const std::string& text) const;
 
-    /// A mouse message over the icon: shows the window, brings it forward or opens the icon's menu.
+    /// Handles the icon's mouse message: shows the window, brings it forward or opens the icon's menu.
     static void onMouse(UINT mouseMessage, WindowPresence& presence);
 
 private:
     HWND window_ = nullptr;
-    bool added_ = false; // even if the shell refused
+    bool added_ = false; // set even if the shell refused the icon
 };
 
 } // namespace scheduler

@@ -12,7 +12,7 @@ constexpr framework::NumberRange waitMinutes{0, 1440};
 PreferencesDialog::PreferencesDialog(Preferences& preferences)
     : Dialog(IDD_PREFERENCES),
       autostart_(*this, IDC_AUTOSTART, framework::bindFlag(preferences.autostart)),
-      // Without a checked button (-1) the flag is set, as for any button but the first.
+      // If no button is checked (-1), the flag is set: only the first button clears it.
       runMultiple_(*this, {IDC_WAIT_FOR_FIRST, IDC_RUN_BESIDE_FIRST},
                    framework::bindFlag(preferences.runMultiple)),
       waitTime_(*this, IDC_WAIT_TIME, waitMinutes, framework::bindNumber(preferences.waitTime)) {}

@@ -10,7 +10,7 @@ namespace scheduler {
 
 class PreferencesDialog : public framework::Dialog {
 public:
-    /// Edits `preferences` in place on OK. They must outlive the dialog.
+    /// Changes `preferences` on OK only. They must outlive the dialog.
     explicit PreferencesDialog(Preferences& preferences);
 
 protected:

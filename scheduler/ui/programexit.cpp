@@ -22,8 +22,8 @@ void ProgramExit::exitProgram(ExitMode mode) {
 }
 
 void ProgramExit::onSessionEnd() {
-    // Save before asking: the system may end the process while the question is open, or when this message
-    // returns. It returns at once if the question is already open.
+    // Save before asking: the system may end the process while the question is open or after this function
+    // returns. If the question is already open, the function returns at once.
     parts_.presence.storePlacement();
     save();
     parts_.history.note(ProgramEvent::SessionEnd);
@@ -31,7 +31,6 @@ void ProgramExit::onSessionEnd() {
 }
 
 bool ProgramExit::confirm() {
-    // The question is already open.
     if (asking_)
         return false;
     if (!parts_.schedule.hasPendingRun())

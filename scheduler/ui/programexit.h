@@ -12,10 +12,10 @@ namespace scheduler {
 
 enum class ExitMode { AskFirst, WithoutAsking };
 
-/// Asked if an enabled entry still has a next run.
+/// Asked before the exit if an enabled entry has a next run.
 extern const char* const exitQuestion;
 
-/// What the exit saves and closes. Not owned; must outlive ProgramExit.
+/// The objects that the exit saves or closes. Not owned; must outlive ProgramExit.
 struct ExitParts {
     const ScheduleList& schedule;
     ScheduleStore& store;
@@ -30,10 +30,11 @@ class ProgramExit {
 public:
     explicit ProgramExit(const ExitParts& parts) : parts_(parts) {}
 
-    /// Hides the window, removes the icon, saves and ends the message loop, unless the user declines.
+    /// Hides the window, removes the icon, saves, applies `autostart` and ends the message loop, unless the
+    /// user declines.
     void exitProgram(ExitMode mode);
 
-    /// Saves first, then exits like exitProgram: the system may end the process before the user answers.
+    /// Saves, then exits like exitProgram(ExitMode::AskFirst).
     void onSessionEnd();
 
 private:

@@ -8,7 +8,7 @@ namespace {
 
 constexpr framework::NumberRange timeLimitMinutes{0, 9999};
 
-// The position of the Autoconnect item that names no entry.
+// The position of the Autoconnect item that is not a phone book entry.
 constexpr int anyOpenConnection = 0;
 
 framework::ItemList runCommandItems() {
@@ -31,14 +31,13 @@ bool isFolder(const std::string& path) {
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
-/// Several files are shown in quotes. No usable path begins with a quote. So a text that begins with a quote
-/// names several files, even if the user has edited it.
+/// Several files are shown in quotes, and no usable path begins with a quote.
 bool namesSeveralFiles(const std::string& path) {
     return path.starts_with('"');
 }
 
 bool isProject(const std::string& path) {
-    // Several files come from the Browse dialog, which offers only existing files.
+    // Several files come from the Browse dialog, which accepts only existing files.
     return namesSeveralFiles(path) || isCommandLine(path) || (base::fileExists(path) && !isFolder(path));
 }
 
@@ -86,7 +85,7 @@ void ProjectPage::store() {
 }
 
 void ProjectPage::updateState() {
-    // Relinking uses local files and needs no connection.
+    // Relinking uses local files: it needs no connection and has no time limit.
     const bool connects = runCommand_.value() != static_cast<std::int32_t>(RunCommand::RelinkFiles);
     autoconnect_.setEnabled(connects);
     timeLimit_.setEnabled(connects);

@@ -1,4 +1,4 @@
-// The editor's page for what is run and how.
+// The editor's page for the project and its run settings.
 #pragma once
 
 #include "scheduler/model/scheduledproject.h"
@@ -21,7 +21,7 @@ public:
     /// Whether the Browse dialog accepts several files. Initially true.
     void setMultiSelect(bool several);
 
-    /// The files from the Browse dialog, as addEntries takes them. Empty unless the path names several files.
+    /// The files from the Browse dialog, in the form for addEntries(). Empty unless the path names several.
     std::vector<std::string> chosenFiles() const;
 
     void load() override;

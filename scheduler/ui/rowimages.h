@@ -15,7 +15,8 @@ struct ImageListTraits {
 };
 using ImageList = base::UniqueHandle<ImageListTraits>;
 
-/// An image per RowImage but None: the largest size up to `size` pixels, else the smallest. Null on failure.
+/// The images for all values of RowImage except None, in the largest available size up to `size` pixels, else
+/// the smallest. Null on failure.
 ImageList makeRowImages(int size);
 
 } // namespace scheduler

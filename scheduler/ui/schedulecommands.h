@@ -17,8 +17,8 @@ namespace scheduler {
 using ProjectOpener = std::function<void(const std::string& path)>;
 
 /// The commands on the schedule; independent of windows. Each change notifies the observers and is saved. An
-/// empty selection does nothing. Never remove entries while a dialog or message box is open: the command that
-/// opened it uses positions.
+/// empty selection is ignored. Do not remove entries while a dialog or message box is open: the command that
+/// opened it still uses positions.
 class ScheduleCommands {
 public:
     /// The arguments must outlive this object.
@@ -30,19 +30,19 @@ public:
           clock_(clock),
           openProject_(std::move(openProject)) {}
 
-    /// The initial record for the editor.
+    /// The record with which the editor starts for a new entry.
     ScheduledProject newEntry() const;
 
     /// Appends the record or, if there are two or more files (see addEntries), one copy per file.
     void add(const ScheduledProject& record, std::span<const std::string> files);
 
-    /// Copies the fields that a user can set from `edited` to the entry.
+    /// Copies the fields that a user can set. The entry keeps the others.
     void edit(std::size_t position, ScheduledProject edited);
 
     /// Toggles each entry separately, so a mixed selection stays mixed.
     void toggle(const Selection& selection);
 
-    /// Does not ask. Running entries are removed too; their end notices are then ignored.
+    /// Does not ask for confirmation. Also removes running entries; their end notices are then ignored.
     void remove(const Selection& selection);
 
     void runNow(const Selection& selection);

@@ -11,11 +11,11 @@
 
 namespace scheduler {
 
-/// The property sheet for an entry. Saving and computing the next run are left to the caller.
+/// The property sheet for an entry. The caller computes the next run and saves.
 class ScheduleEditor : public framework::PropertySheetDialog {
 public:
-    /// Edits `record` in place on OK only, except that an invalid `afterIndex` is replaced at once. Without a
-    /// position, the entry is new. The arguments must outlive the editor.
+    /// Changes `record` on OK only, except that an invalid `afterIndex` is replaced at once. No `position`
+    /// means a new entry. The arguments must outlive the editor.
     ScheduleEditor(ScheduledProject& record, const ScheduleList& schedule,
                    std::optional<std::size_t> position, const base::Clock& clock);
 

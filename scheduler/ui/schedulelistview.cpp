@@ -135,7 +135,7 @@ void ScheduleListView::fitColumns() noexcept {
     try {
         fitColumnWidths(handle(), rows_);
     } catch (const std::bad_alloc&) {
-        return; // the next change of the schedule tries again
+        return; // retried when the number of rows changes again
     }
 }
 
@@ -146,10 +146,10 @@ void ScheduleListView::onTimePassed(base::TimeValue now) {
 }
 
 void ScheduleListView::refresh() noexcept {
-    // No row has been painted since this refresh. A hidden list is painted when it is shown.
+    // Painting sets these again. A hidden list is painted when it is shown.
     paintedAt_ = base::TimeValue();
     validUntil_ = base::TimeValue::never();
-    InvalidateRect(handle(), nullptr, TRUE); // to erase removed images, which some platforms do not overpaint
+    InvalidateRect(handle(), nullptr, TRUE); // TRUE erases: some platforms do not paint over a removed image
     UpdateWindow(handle());
     hints_.onTextsChanged();
 }
@@ -162,7 +162,7 @@ framework::Handled ScheduleListView::onMessage(const framework::Message& message
         applySystemColours();
     if (message.id == WM_NOTIFY && isColumnResize(*reinterpret_cast<const NMHDR*>(message.lParam)))
         columnsFollowRows_ = false;
-    // The control would search for these as the beginning of a project's name.
+    // Otherwise the control would search for a project that begins with the character.
     if (message.id == WM_CHAR && message.wParam == ctrlA) {
         selectAll();
         return 0;
@@ -206,7 +206,7 @@ framework::Handled ScheduleListView::onReflectedNotify(const NMHDR& notification
         return 0;
     case LVN_ODFINDITEMA:
         return onFindItem(reinterpret_cast<const NMLVFINDITEMA&>(notification));
-    case LVN_ODFINDITEMW: { // sent by some platforms even to an ANSI list
+    case LVN_ODFINDITEMW: { // some platforms send it even for an ANSI list
         NMLVFINDITEMA request = reinterpret_cast<const NMLVFINDITEMA&>(notification);
         const auto* sought = reinterpret_cast<const NMLVFINDITEMW&>(notification).lvfi.psz;
         const std::string text = sought ? toAnsi(sought) : std::string();
@@ -250,7 +250,7 @@ LRESULT ScheduleListView::onCustomDraw(NMLVCUSTOMDRAW& draw) {
     }
 }
 
-/// Not for selected rows. CDIS_SELECTED is no help: with LVS_SHOWSELALWAYS it is set for every row.
+/// Selected rows are not grey. CDIS_SELECTED cannot tell: with LVS_SHOWSELALWAYS it is set for every row.
 bool ScheduleListView::isGrey(std::size_t row) const {
     return row < rows_.size() && schedule_[rows_.entryAt(row)].disabled &&
            !ListView_GetItemState(handle(), static_cast<int>(row), LVIS_SELECTED);

@@ -16,10 +16,10 @@
 
 namespace scheduler {
 
-/// The list control of the schedule's rows. Fetches texts while painting and observes the schedule.
+/// The list control that shows the schedule. Observes the schedule; fetches texts while painting.
 class ScheduleListView : public framework::Window, private ScheduleObserver {
 public:
-    /// `rows` must observe `schedule` before the view does. Both must outlive the view.
+    /// `rows` must already observe `schedule`. Both must outlive the view.
     ScheduleListView(ScheduleList& schedule, ScheduleRows& rows);
     ~ScheduleListView() override;
 
@@ -41,7 +41,7 @@ public:
     void onTimePassed(base::TimeValue now);
 
 private:
-    // Clears the selection and focuses the row where the topmost selected one was.
+    // Clears the selection. Focuses the row at the former place of the topmost selected row.
     void onEntriesRemoved(std::span<const std::size_t> positions) override;
     void onScheduleChanged() override;
 
@@ -67,8 +67,8 @@ private:
     ScheduleRows& rows_;
     CellHints hints_;
     bool columnsFollowRows_ = false;
-    base::TimeValue paintedAt_;                             ///< latest row painted since the last refresh
-    base::TimeValue validUntil_ = base::TimeValue::never(); ///< when the first of these rows is out of date
+    base::TimeValue paintedAt_;                             ///< latest painting of a row; refresh() resets it
+    base::TimeValue validUntil_ = base::TimeValue::never(); ///< earliest textsValidUntil() of a painted row
 };
 
 } // namespace scheduler

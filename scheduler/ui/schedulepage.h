@@ -1,4 +1,4 @@
-// The editor's page for when a project is run.
+// The editor's page for the times of a project's runs.
 #pragma once
 
 #include "scheduler/model/schedulelist.h"
@@ -19,7 +19,7 @@ namespace scheduler {
 
 class SchedulePage : public framework::PropertyPage {
 public:
-    /// Edits `record` in place; it and the clock must outlive the page. Without a position, the entry is new.
+    /// Edits `record` in place. It and the clock must outlive the page. No `position` means a new entry.
     SchedulePage(ScheduledProject& record, const ScheduleList& schedule, std::optional<std::size_t> position,
                  const base::Clock& clock);
 
@@ -39,14 +39,15 @@ private:
     bool isChosen(ScheduleKind kind) const;
     bool hasWeekday() const;
 
-    /// Sets a past "just once" time to one minute from now, unless it was loaded or is being edited.
+    /// Sets a past "just once" time to one minute from now, unless that kind was selected already: the user
+    /// may be editing the time.
     void offerFutureTime();
 
     const base::Clock& clock_;
     framework::ItemList otherProjects_; ///< values: positions in the schedule
 
     framework::RadioGroup kind_;
-    bool wasOnce_ = false; ///< at the last idle pass
+    bool wasOnce_ = false; ///< "just once" was selected at load or at the last idle pass
     framework::ListBox afterProject_;
     framework::NumberEdit afterDelay_;
     framework::NumberEdit startupDelay_;

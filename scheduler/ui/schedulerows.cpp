@@ -35,7 +35,7 @@ RowImage ScheduleRows::image(std::size_t row) const {
     return entry.lastResult.empty() ? RowImage::None : RowImage::Result;
 }
 
-/// `waitingSince` stays set when a waiting entry gets a later next run or the scheduler is suspended.
+/// `waitingSince` is not enough: a later next run or suspending the scheduler leaves it set.
 bool ScheduleRows::isWaiting(const ScheduledProject& entry) const {
     return entry.waitingSince != base::TimeValue() && !state_().suspended && clock_.now() >= entry.nextRun;
 }

@@ -32,38 +32,37 @@ enum class RowImage : std::uint8_t {
     None,
 };
 
-/// The list as a table of texts, independent of windows: one row per entry, in the order of the last sort.
-/// New entries are appended. Observes the schedule.
+/// The schedule as a table of texts, independent of windows. One row per entry, in the order of the last
+/// sort; new entries are appended. Observes the schedule.
 class ScheduleRows : public ScheduleObserver {
 public:
-    /// Calls `state` each time a text needs the engine's state. Schedule and clock must outlive the rows.
+    /// Calls `state` when a text or image needs the engine's state. Schedule and clock must outlive the rows.
     ScheduleRows(ScheduleList& schedule, std::function<EngineState()> state, const base::Clock& clock);
     ~ScheduleRows() override;
 
     std::size_t size() const { return order_.size(); }
 
-    /// The position in the schedule of the row's entry.
+    /// The schedule position of the row's entry.
     std::size_t entryAt(std::size_t row) const { return order_[row]; }
 
     std::string text(std::size_t row, ScheduleColumn column) const;
 
     RowImage image(std::size_t row) const;
 
-    /// The row's texts, separated by tabs, and a line break. Tabs and line breaks in texts become spaces.
+    /// The row's texts, separated by tabs, then CR LF. Tabs and line breaks in texts become spaces.
     std::string line(std::size_t row) const;
 
-    /// The time that texts depend on.
     base::TimeValue now() const { return clock_.now(); }
-    /// When the texts or the image that the row has at `now` may first change if its entry does not.
+    /// The time until which the row's texts and image at `now` are valid if its entry does not change.
     base::TimeValue textsValidUntil(std::size_t row, base::TimeValue now) const;
 
-    /// Sorts bytewise by displayed text, then by position. The same column again reverses the direction.
+    /// Sorts bytewise by text. The same column again reverses the direction. Ties are in schedule order.
     void sortBy(ScheduleColumn column);
     /// Empty until the first sort after a load.
     std::optional<ScheduleColumn> sortColumn() const { return sortColumn_; }
     bool isAscending() const { return ascending_; }
 
-    /// Searches from `start`, wrapping around, for a project that begins with `prefix` in any case.
+    /// The first row from `start`, wrapping around, whose project begins with `prefix`, ignoring case.
     std::optional<std::size_t> findProject(std::string_view prefix, std::size_t start) const;
 
     void makeRoom(std::size_t count) override;

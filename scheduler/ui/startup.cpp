@@ -16,7 +16,7 @@
 namespace scheduler {
 namespace {
 
-// Constructed in advance: it is shown when memory is short.
+// Constructed in advance, because it may be shown when memory is short.
 const std::string startFailedText = "A system error prevented the scheduler from starting.";
 
 /// Finds the running copy by its exact title. A suspended copy has another title, so it gets no message.
@@ -24,12 +24,12 @@ void tellRunningCopy(UINT message, WPARAM wParam, LPARAM lParam) {
     const HWND window = FindWindowA(nullptr, base::applicationName.c_str());
     if (!window)
         return;
-    // Lets the copy come to the front, as the user has just started this process.
+    // The user has just started this process, so it may allow the copy to come to the front.
     AllowSetForegroundWindow(ASFW_ANY);
     SendMessageA(window, message, wParam, lParam);
 }
 
-/// The started main window; null on any failure.
+/// Null on any failure.
 std::unique_ptr<MainWindow> startWindow(const std::string& commandLine, int showCommand) {
     try {
         auto window = std::make_unique<MainWindow>();

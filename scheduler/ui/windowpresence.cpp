@@ -6,7 +6,7 @@ namespace scheduler {
 
 namespace {
 
-/// A dialog open over the window, which disables it, or the window itself.
+/// The dialog open over the window or, if there is none, the window itself.
 HWND activePopupOf(HWND window) {
     const HWND popup = GetLastActivePopup(window);
     return popup && IsWindowVisible(popup) && IsWindowEnabled(popup) ? popup : window;
@@ -32,7 +32,7 @@ void WindowPresence::hide() {
 }
 
 void WindowPresence::storePlacement() {
-    // A hidden window was stored when it was hidden, or has not yet applied a saved maximised state.
+    // hide() has stored a hidden window's placement. If never shown, a saved maximised state would be lost.
     if (IsWindowVisible(window()))
         preferences_.windowState = framework::capturePlacement(window());
 }

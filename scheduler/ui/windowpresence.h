@@ -5,7 +5,7 @@
 
 namespace scheduler {
 
-/// Shows and hides the main window, which lives on while hidden. The arguments must outlive this object.
+/// Shows and hides the main window. The arguments must outlive this object.
 class WindowPresence {
 public:
     WindowPresence(const framework::Window& window, Preferences& preferences)
@@ -13,14 +13,14 @@ public:
 
     HWND window() const { return window_.handle(); }
 
-    /// Shows or restores the window in front of all others. An open dialog gets the keyboard.
+    /// Shows or restores the window in front of all others. A dialog open over it is activated instead.
     void show();
 
     void bringForwardIfShown();
 
     void hide();
 
-    /// Stores a visible window's placement in the preferences.
+    /// Stores the window's placement in the preferences if the window is visible.
     void storePlacement();
 
 private:
