@@ -5,7 +5,7 @@
 
 namespace scheduler {
 
-/// The folder of the program at the start of a command line, with a trailing backslash; empty without one.
+/// The folder of the program that a command line starts, with a trailing backslash; empty if not given.
 std::string workingDirectoryOf(std::string_view commandLine);
 
 } // namespace scheduler
