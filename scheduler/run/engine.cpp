@@ -170,9 +170,9 @@ void SchedulerEngine::waitForOthers(std::size_t position, base::TimeValue now) {
 }
 
 bool SchedulerEngine::hasWaitedTooLong(const ScheduledProject& entry, base::TimeValue now) const {
-    // Only whole minutes count, so a wait time of N minutes ends after N + 1 minutes. The comparison is
-    // unsigned, so an enormous wait time never ends by itself. Setting the clock back to a minute or more
-    // before the start of the wait ends the wait.
+    // A wait time of N minutes ends after N + 1 minutes, because the whole minutes must exceed it. The
+    // comparison is unsigned, so an enormous wait time never ends by itself. Setting the clock back to a
+    // minute or more before the start of the wait ends the wait.
     const std::int32_t minutesWaited = secondsBetween(now, entry.waitingSince) / 60;
     return static_cast<std::uint32_t>(minutesWaited) > policy_.waitTime;
 }
