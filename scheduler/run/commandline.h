@@ -17,8 +17,8 @@ SpiderCommand splitAssociation(std::string_view association);
 
 /// The command line of a run: a command-line entry's own line or, for a project,
 ///     "program" arguments /s<run number> /<r, u, l or c> "/a<dial-up entry>" /d /t<minutes> /e "path"
-/// `association`, the file type's registered command, has the program and arguments. /a, /d and /t are only
-/// present if set; with /l (relink), /e is missing, too.
+/// `association`, the file type's registered command, has the program and arguments. /a, /d and /t appear
+/// only if set. With /l (relink), none of /a, /d, /t and /e appears.
 std::string composeCommandLine(const ScheduledProject& entry, std::string_view association);
 
 } // namespace scheduler

@@ -25,7 +25,7 @@ class RunListener {
 public:
     virtual ~RunListener() = default;
 
-    /// The entry is already marked as running. If it is removed during the run, onRunFinished is not called.
+    /// The entry is already marked as running. If removed during the run, onRunFinished is not called.
     virtual void onRunStarted(const ScheduledProject& entry, bool manual) noexcept = 0;
 
     /// Called after the schedule is saved.

@@ -12,7 +12,7 @@ inline constexpr UINT WM_RUN_FINISHED = WM_USER + 1;
 /// Posted before WM_RUN_FINISHED if the process did not start. wParam: run number; lParam: error code.
 inline constexpr UINT WM_RUN_NOT_STARTED = WM_APP + 1;
 
-/// Starts a worker thread for each run, which waits for the end of the process and reports to one window.
+/// Starts a thread for each run. The thread waits for the end of the process and reports to one window.
 class WorkerLauncher : public RunLauncher {
 public:
     /// The window to notify of runs started from now on.

@@ -6,7 +6,7 @@
 
 namespace framework {
 
-/// Replaces each "|" by a null character and appends two, as the dialog expects.
+/// Replaces each "|" with a null character and appends two, as the dialog expects.
 std::string dialogFilter(std::string_view sections);
 
 /// Splits the dialog's null-terminated strings: a path, or a folder and at least two names. Returns a full

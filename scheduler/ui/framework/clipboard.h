@@ -6,7 +6,7 @@
 
 namespace framework {
 
-/// Replaces the clipboard's content by ANSI text. False if the clipboard stays in use or memory runs out.
+/// Replaces the clipboard's content with ANSI text. False if the clipboard stays in use or memory runs out.
 [[nodiscard]] bool copyToClipboard(HWND owner, const std::string& text);
 
 } // namespace framework

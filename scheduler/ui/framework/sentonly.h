@@ -1,5 +1,5 @@
-// Replaces posted messages by WM_NULL if they are only valid when sent. Another process can post a WM_NOTIFY
-// with an invalid address or a false WM_DESTROY.
+// Replaces posted messages with WM_NULL if they are only valid when sent. Another process can post a
+// WM_NOTIFY with an invalid address or a false WM_DESTROY.
 #pragma once
 
 #include <windows.h>
