@@ -5,7 +5,7 @@
 
 namespace scheduler {
 
-/// The folder of the program that a command line starts, with a trailing backslash; empty if it names none.
+/// The program's folder in a command line, with a trailing backslash; empty if there is none.
 std::string workingDirectoryOf(std::string_view commandLine);
 
 } // namespace scheduler
