@@ -6,7 +6,7 @@ namespace scheduler {
 
 namespace {
 
-// An unknown command is kept in the file, but adds no switch.
+// A schedule file can contain unknown commands; they add no switch.
 std::string_view switchOf(RunCommand command) {
     switch (command) {
     case RunCommand::RunNormally:
@@ -21,11 +21,10 @@ std::string_view switchOf(RunCommand command) {
     return {};
 }
 
-// The switches for connecting, hanging up and the time limit. Relinking works on local files only and takes
-// none of them, not even /e.
+// Not for relinking, which works on local files only.
 std::string connectionSwitches(const ScheduledProject& entry) {
     std::string switches;
-    // Switch and name are one quoted argument, because a name can have spaces.
+    // The quotes include the switch: the name can have spaces, and both are one argument.
     if (!entry.dialupEntry.empty())
         switches += " \"/a" + entry.dialupEntry + '"';
     if (entry.disconnectWhenDone)

@@ -9,17 +9,16 @@ namespace scheduler {
 
 struct SpiderCommand {
     std::string program;   ///< path without quotes; may be empty
-    std::string arguments; ///< with the space before them; usually empty
+    std::string arguments; ///< all text after the closing quote; usually empty
 };
 
-/// Splits after the closing quote. Text without a quote at its start is the program's path as a whole.
+/// Splits at the closing quote. If the text does not start with a quote, all of it is the program's path.
 SpiderCommand splitAssociation(std::string_view association);
 
-/// The command line of a run; `association` is the registered command for the project's file type.
-/// - A command-line entry: its own line, unchanged.
-/// - Others: the quoted program, its arguments, " /s" with the run number and the run command's switch. Then,
-/// unless files are relinked, the quoted /a switch with the dial-up entry, " /d", " /t" with the time limit
-/// (each of these if set) and always " /e". Last, the quoted project path.
+/// The command line of a run: a command-line entry's own line or, for a project,
+///     "program" arguments /s<run number> /<r, u, l or c> "/a<dial-up entry>" /d /t<minutes> /e "path"
+/// `association`, the file type's registered command, has the program and arguments. /a, /d and /t appear
+/// only if set. With /l (relink), none of /a, /d, /t and /e appears.
 std::string composeCommandLine(const ScheduledProject& entry, std::string_view association);
 
 } // namespace scheduler

@@ -10,8 +10,7 @@
 namespace scheduler {
 namespace {
 
-// The service distinguishes the versions of its record by size. In this version, the phone book's path
-// follows the name.
+// The service identifies a record's version by its size. This version ends in the phone book's path.
 static_assert(sizeof(RASENTRYNAMEA) == 532 && offsetof(RASENTRYNAMEA, szEntryName) == 4);
 
 // Only the first function is called here. Dialling needs the others, so the service is useless without them.
@@ -37,7 +36,7 @@ bool listEntries(const EnumerateEntries& enumerate, std::vector<std::string>& na
     const bool succeeded = result == ERROR_SUCCESS && count <= records.size();
     if (succeeded)
         records.resize(count);
-    // Also after a failure, on purpose: the editor then offers the empty names of the prepared records.
+    // Deliberately also after a failure: the editor then offers the empty names.
     for (const RASENTRYNAMEA& record : records)
         names.emplace_back(record.szEntryName);
     return succeeded;
@@ -60,7 +59,6 @@ DialupConnector::DialupConnector(HMODULE library, const FindEntryPoint& find) {
     available_ = true;
     auto* const enumerate =
         reinterpret_cast<decltype(&RasEnumEntriesA)>(reinterpret_cast<void*>(entryPoints.front()));
-    // If listing fails, there are no entries to offer.
     static_cast<void>(listEntries(enumerate, entries_));
 }
 

@@ -15,18 +15,18 @@ namespace scheduler {
 using EnumerateEntries = std::function<DWORD(const char* reserved, const char* phoneBook,
                                              RASENTRYNAMEA* records, DWORD* size, DWORD* count)>;
 
-/// Appends the default phone book's entry names to `names`, in the service's order. False on failure; if call
-/// number k fails, k empty names are appended.
+/// Appends the default phone book's entry names to `names`, in the service's order. False on failure; if the
+/// k-th call of `enumerate` fails, k empty names are appended.
 [[nodiscard]] bool listEntries(const EnumerateEntries& enumerate, std::vector<std::string>& names);
 
 class DialupConnector {
 public:
     using FindEntryPoint = std::function<FARPROC(HMODULE library, const char* name)>;
 
-    /// Created by the first call; later phone-book changes are not seen. For the user-interface thread.
+    /// Created by the first call; later phone-book changes have no effect. For the user-interface thread.
     static const DialupConnector& instance();
 
-    /// Lists the entries of a remote-access library, which stays loaded. Null: there is none.
+    /// Lists the entries now. `library`: the remote-access library; null if there is none.
     DialupConnector(HMODULE library, const FindEntryPoint& find);
 
     /// Whether the service exists with all functions that dialling needs.

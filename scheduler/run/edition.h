@@ -5,10 +5,10 @@
 
 namespace scheduler {
 
-/// The edition that owns the project's file type: 1, 2, 3 by the extension; 0 for none.
+/// The edition that the file's extension belongs to: 1, 2 or 3; 0 if none.
 int editionOf(std::string_view path);
 
-/// Empty if no edition owns the file's type.
+/// Empty if editionOf is 0.
 std::string editionName(std::string_view path);
 
 } // namespace scheduler

@@ -16,11 +16,11 @@ constexpr const char* systemErrorText = "A system error prevented the project fr
 // Added to an entry's retry interval.
 constexpr base::TimeSpan retryDelay = base::TimeSpan::fromSeconds(5);
 
-// During a tick the window does not respond.
+// The window does not respond during a tick.
 constexpr std::chrono::milliseconds maxTickTime(30);
 
-/// The outcome of a run that did not take place. If memory runs out, omits the reason: the end must be
-/// recorded, or the entry would run for ever.
+/// The outcome of a run that did not take place. Omits the reason if memory runs out: unless the end is
+/// recorded, the entry stays marked as running.
 RunOutcome notRun(const char* reason) {
     try {
         return {reason, 0};
@@ -101,8 +101,8 @@ std::size_t SchedulerEngine::findDue(std::size_t from, base::TimeValue now) cons
 }
 
 bool SchedulerEngine::anyRunning() const {
-    // While a project runs, every waiting entry calls this once a second. Trying the last result first avoids
-    // searching the whole schedule each time.
+    // Each tick calls this for every waiting entry. Trying the last result first avoids searching the whole
+    // schedule each time.
     if (lastSeenRunning_ < entries_.size() && entries_[lastSeenRunning_].running)
         return true;
     const auto found =
@@ -125,8 +125,7 @@ void SchedulerEngine::startEntry(std::size_t position, base::TimeValue now, Caus
     markRunning(entry, now);
     if (cause != Cause::Trial)
         services_.runs.onRunStarted(entry, cause == Cause::User);
-    // After a trial the entry stays marked as running, to show what would have been started. The next start
-    // of the program clears the mark.
+    // A trial leaves the entry marked as running, to show that it would have been started.
     if (cause == Cause::Trial || launch(entry)) {
         entries_.noteChange();
         return;
@@ -140,7 +139,7 @@ bool SchedulerEngine::launch(const ScheduledProject& entry) noexcept {
     try {
         return services_.launcher.launch(entry);
     } catch (const std::exception&) {
-        // The end of this run must be recorded, or the entry would run for ever.
+        // The caller then records the end of the run. Otherwise the entry would stay marked as running.
         return false;
     }
 }
@@ -161,8 +160,8 @@ void SchedulerEngine::waitForOthers(std::size_t position, base::TimeValue now) {
         return;
     }
     if (hasWaitedTooLong(entry, now)) {
-        // Giving up is recorded as a successful run that began and ended now, so it is not retried and its
-        // followers are woken.
+        // Giving up is recorded as a successful run that started and ended now. The entry is not retried, and
+        // its followers are woken.
         markRunning(entry, now);
         services_.runs.onRunStarted(entry, false);
         finishRun(position, now, notRun(conflictText), RunEnd::GaveUpWaiting);
@@ -171,9 +170,9 @@ void SchedulerEngine::waitForOthers(std::size_t position, base::TimeValue now) {
 }
 
 bool SchedulerEngine::hasWaitedTooLong(const ScheduledProject& entry, base::TimeValue now) const {
-    // The whole minutes must exceed the wait time, so a wait time of N minutes ends after N + 1 minutes. The
-    // comparison is unsigned. So setting the clock back to a minute or more before the wait began ends the
-    // wait, and an enormous wait time never ends.
+    // A wait time of N minutes ends after N + 1 minutes, because the whole minutes must exceed it. The
+    // comparison is unsigned, so an enormous wait time never ends by itself. Setting the clock back to a
+    // minute or more before the start of the wait ends the wait.
     const std::int32_t minutesWaited = secondsBetween(now, entry.waitingSince) / 60;
     return static_cast<std::uint32_t>(minutesWaited) > policy_.waitTime;
 }
@@ -207,14 +206,14 @@ bool SchedulerEngine::onRunFinished(std::uint32_t runNumber) {
 
 RunOutcome SchedulerEngine::outcomeOf(const ScheduledProject& entry) const {
     const std::uint32_t runNumber = runNumberOf(entry);
-    // A command line leaves no outcome. On purpose, its error code is the run number. That is never 0, so the
+    // A command line leaves no outcome. Deliberately, its error code is the run number, which is never 0: the
     // run counts as failed and is repeated until its retries are used up.
     if (isCommandLine(entry))
         return {{}, runNumber};
     try {
         return services_.outcomes.take(runNumber);
     } catch (const std::exception&) {
-        // Treated as missing: the end of a run is reported only once, so it must be recorded now.
+        // Treated as a missing outcome: the end of a run is reported only once, so it must be recorded now.
         return {};
     }
 }
@@ -243,8 +242,8 @@ void SchedulerEngine::finishRun(std::size_t position, base::TimeValue finishTime
 }
 
 void SchedulerEngine::wakeFollowers(std::size_t position, base::TimeValue finishTime) {
-    // Includes disabled and running followers. They do not start now, because enabling an entry or finishing
-    // its run sets another next run.
+    // Disabled and running followers need no exception: enabling an entry or finishing its run sets its next
+    // run again.
     for (ScheduledProject& follower : entries_) {
         if (follower.kind == ScheduleKind::AfterProject && std::cmp_equal(follower.afterIndex, position))
             follower.nextRun = finishTime + base::TimeSpan::fromMinutes(follower.minutes);

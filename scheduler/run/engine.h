@@ -1,5 +1,5 @@
 // Starts due entries, supervises the runs and records how they end. Runs on the user-interface thread, driven
-// by a timer tick per second and a message per finished run. Its state is in the schedule's entries.
+// by a timer tick per second and a message per finished run. The state of each run is in its entry.
 #pragma once
 
 #include "lib/base/dates.h"
@@ -23,12 +23,12 @@ class EngineListener {
 public:
     virtual ~EngineListener() = default;
 
-    /// The listener shows the state and stores the preferences.
+    /// Must show the state and store the preferences.
     virtual void onSuspendedChanged(bool suspended) = 0;
 };
 
 struct TickResult {
-    bool changed = false;    ///< an entry was started, still waits or gave up
+    bool changed = false;    ///< an entry was started, is still waiting or gave up waiting
     bool unfinished = false; ///< more entries are due: call again after handling pending input
 
     friend bool operator==(const TickResult&, const TickResult&) = default;
@@ -47,7 +47,7 @@ struct EngineServices {
 
 class SchedulerEngine : private ScheduleObserver {
 public:
-    /// Reads `policy` each time it needs it.
+    /// `entries` and `policy` must outlive the engine. setSuspended changes `policy`.
     SchedulerEngine(ScheduleList& entries, RunPolicy& policy, const EngineServices& services);
     SchedulerEngine(const SchedulerEngine&) = delete;
     SchedulerEngine& operator=(const SchedulerEngine&) = delete;
@@ -56,18 +56,18 @@ public:
     void setStartupFlag(bool flag) { startupFlag_ = flag; }
     EngineState state() const;
 
-    /// For use after a load: clears every run state and computes every next run.
+    /// Call after a load: clears every run state and computes every next run.
     void resetAll(base::TimeValue now);
 
-    /// A tick, unless suspended.
+    /// Like tick, but does nothing while suspended.
     TickResult onTimer(base::TimeValue now);
 
-    /// Starts each due entry, in order. If entries may run in parallel, pauses after a start once 30 ms have
-    /// passed. If more entries are due, returns unfinished, and the next call continues with the old `now`.
+    /// Starts each due entry, in order. If entries may run in parallel and more are due after 30 ms, returns
+    /// unfinished; the next call continues with the old `now`.
     TickResult tick(base::TimeValue now);
 
-    /// For trying out a schedule: marks due entries as running, even while suspended, but starts no process.
-    /// The entries stay marked until the program restarts. Never unfinished.
+    /// The test command: like tick, even while suspended and without a time limit, but starts no process. The
+    /// entries stay marked as running until the program restarts.
     void testTick();
 
     bool isDue(std::size_t position, base::TimeValue now) const { return isDueAt(entries_[position], now); }
@@ -75,10 +75,10 @@ public:
     bool anyRunning() const;
 
     /// Starts an entry or makes it wait for a running project, as the policy says. A manual run does not
-    /// wait, and its failure is shown to the user.
+    /// wait, and a failure to start it is shown to the user.
     void runEntry(std::size_t position, base::TimeValue now, bool manual);
 
-    /// Call when a run's process has ended. False, for a stray notice, if no running entry has this number.
+    /// Call when a run's process has ended. False if no running entry has this number.
     [[nodiscard]] bool onRunFinished(std::uint32_t runNumber);
 
     /// Skips running entries.
@@ -90,7 +90,7 @@ private:
     enum class Cause {
         Schedule,
         User,
-        Trial, ///< due, but only marked as running
+        Trial, ///< the test command: only marks the entry as running
     };
 
     [[nodiscard]] static bool isDueAt(const ScheduledProject& entry, base::TimeValue now) {
@@ -105,7 +105,6 @@ private:
     TickResult startDue(TickPosition place, Cause cause);
     std::size_t findDue(std::size_t from, base::TimeValue now) const;
     void startEntry(std::size_t position, base::TimeValue now, Cause cause);
-    /// False if no worker could be started.
     [[nodiscard]] bool launch(const ScheduledProject& entry) noexcept;
     void showFailure() noexcept;
     void waitForOthers(std::size_t position, base::TimeValue now);
@@ -124,7 +123,7 @@ private:
     EngineServices services_;
     bool startupFlag_ = false;
     std::optional<TickPosition> unfinished_;
-    mutable std::size_t lastSeenRunning_ = 0; // where anyRunning looks first; can be out of range
+    mutable std::size_t lastSeenRunning_ = 0; // the position that anyRunning tries first; can be out of range
 };
 
 } // namespace scheduler

@@ -6,7 +6,7 @@
 
 namespace scheduler {
 
-/// Writes `history.txt` in the program's folder for local data. At 1 MB, renames it to `history.1.txt`.
+/// Appends to `history.txt` in the program's folder for local data. At 1 MB, renames it to `history.1.txt`.
 class HistoryFile : public HistoryStore {
 public:
     void append(const std::string& line) noexcept override;

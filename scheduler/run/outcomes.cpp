@@ -8,8 +8,7 @@ namespace scheduler {
 
 namespace {
 
-// Outcome keys end in a backslash, which separates them from a value's name. The platform deletes a key by
-// its name without the backslash.
+// Outcome keys end in a backslash, ready for a value's name. The platform deletes a key only without it.
 std::string bareName(std::string key) {
     key.pop_back();
     return key;
@@ -21,7 +20,7 @@ public:
     explicit KeyRemoval(const std::string& key) : name_(bareName(key)) {}
     KeyRemoval(const KeyRemoval&) = delete;
     KeyRemoval& operator=(const KeyRemoval&) = delete;
-    // A missing key is no failure: the spider need not have left one.
+    // The key may be missing: not every run leaves an outcome.
     ~KeyRemoval() { static_cast<void>(base::deleteKey(HKEY_LOCAL_MACHINE, name_)); }
 
 private:
@@ -36,8 +35,8 @@ std::string outcomeKey(std::uint32_t runNumber) {
 
 RunOutcome RegistryOutcomes::take(std::uint32_t runNumber) {
     const std::string key = outcomeKey(runNumber);
-    // Run numbers are reused: an outcome left here would become that of a later run. So it is deleted even if
-    // there is no memory to read it.
+    // Deletes the outcome even if reading it runs out of memory. Run numbers are reused, so a later run would
+    // get this outcome.
     const KeyRemoval removal(key);
     return {base::getString(HKEY_LOCAL_MACHINE, key + "Result"),
             base::getNumber(HKEY_LOCAL_MACHINE, key + "Error", 0)};

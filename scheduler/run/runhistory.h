@@ -14,20 +14,20 @@ class HistoryStore {
 public:
     virtual ~HistoryStore() = default;
 
-    /// A line that cannot be stored is lost without notice.
+    /// A line that cannot be stored is lost silently.
     virtual void append(const std::string& line) noexcept = 0;
 };
 
-/// Column names, separated by tabs as in each line.
+/// The column names. Tabs separate the columns here and in each line.
 inline constexpr std::string_view historyHeader = "Start\tEnd\tSeconds\tProject\tCause\tOutcome\tPath";
 
 enum class ProgramEvent { Started, Suspended, Resumed, NotRead, NotSaved, SessionEnd, Exited };
 
-/// Writes a line for each finished run and each event of the program. If memory runs out, the line is lost.
-/// The destructor records the exit of a program whose start was recorded.
+/// Writes a line for each finished run and each program event. If memory runs out, the line is lost. The
+/// destructor notes ProgramEvent::Exited if Started was noted.
 class RunHistory : public RunListener {
 public:
-    /// `schedule` has the names of followed entries. All three must outlive this object.
+    /// `schedule` provides the names of followed entries. All arguments must outlive this object.
     RunHistory(const ScheduleList& schedule, const base::Clock& clock, HistoryStore& store)
         : schedule_(schedule), clock_(clock), store_(store) {}
     RunHistory(const RunHistory&) = delete;
@@ -39,7 +39,7 @@ public:
     void onProcessNotStarted(std::uint32_t runNumber, std::string_view reason) noexcept;
     void onRunFinished(const FinishedRun& run) noexcept override;
 
-    /// Adds a line, with the file's path and the reason where these are known.
+    /// Adds a line; `path` is the file concerned, `reason` the cause of a failure.
     void note(ProgramEvent event, const std::string& path = {}, const std::string& reason = {}) noexcept;
 
 private:

@@ -10,22 +10,22 @@ namespace scheduler {
 enum class RunEnd {
     Reported,
     GaveUpWaiting, ///< not started: another project ran for too long
-    SystemError,   ///< not started: no worker
+    SystemError,   ///< not started: the launch failed
 };
 
 struct FinishedRun {
-    const ScheduledProject& entry; ///< `lastRun` and `lastResult` are those of this run
+    const ScheduledProject& entry; ///< `lastRun` and `lastResult` already belong to this run
     base::TimeValue end;
     std::uint32_t errorCode;
     RunEnd how;
 };
 
-/// Notified of each run, except those of the test command. The run number links its start and its end.
+/// Notified of each run except those of the test command. The run number links its start and its end.
 class RunListener {
 public:
     virtual ~RunListener() = default;
 
-    /// The entry is already marked as running. If the end of a run is ignored, onRunFinished is not called.
+    /// The entry is already marked as running. If removed during the run, onRunFinished is not called.
     virtual void onRunStarted(const ScheduledProject& entry, bool manual) noexcept = 0;
 
     /// Called after the schedule is saved.

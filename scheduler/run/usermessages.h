@@ -8,10 +8,10 @@ class UserMessages {
 public:
     virtual ~UserMessages() = default;
 
-    /// Shows an error over the active window: a requested action needs something that is not installed.
+    /// Shows an error over the active window, and waits until the user closes it.
     virtual void showError(const std::string& text) = 0;
 
-    /// Shows a plain message over the main window: a requested action did not happen.
+    /// The same over the main window, without the error icon.
     virtual void showNotice(const std::string& text) = 0;
 };
 

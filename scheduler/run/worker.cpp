@@ -15,11 +15,11 @@ namespace {
 
 constexpr DWORD retryMilliseconds = 100;
 
-// Owned by the worker thread, which shares nothing with others.
+// Owned by the worker thread.
 struct RunRequest {
     std::string commandLine;
     std::uint32_t runNumber;
-    HWND window; ///< notified of the end
+    HWND window;
 };
 
 /// 0, or the error code of a failed start.
@@ -32,8 +32,8 @@ std::uint32_t runToCompletion(const std::string& commandLine) {
     return startError;
 }
 
-/// Posted, not sent: the worker must not wait for the user interface. Repeated while the queue is full:
-/// without this message the entry would run for ever.
+/// Posts, because the worker must not wait for the user interface. Retries while the queue is full: without
+/// the message, the entry would stay marked as running.
 void report(const RunRequest& request, UINT message, std::uint32_t parameter) {
     while (!PostMessageA(request.window, message, request.runNumber, static_cast<LPARAM>(parameter)) &&
            IsWindow(request.window))
@@ -49,7 +49,7 @@ void supervise(void* argument) noexcept {
         // No memory to start the process.
         startError = ERROR_NOT_ENOUGH_MEMORY;
     }
-    // A failed start is a run that ended at once.
+    // A failed start counts as a run that ended at once.
     if (startError != ERROR_SUCCESS)
         report(*request, WM_RUN_NOT_STARTED, startError);
     report(*request, WM_RUN_FINISHED, 0);

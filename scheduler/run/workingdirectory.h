@@ -5,7 +5,7 @@
 
 namespace scheduler {
 
-/// The folder of the program at the start of a command line, with a trailing backslash; empty without one.
+/// The program's folder in a command line, with a trailing backslash; empty if there is none.
 std::string workingDirectoryOf(std::string_view commandLine);
 
 } // namespace scheduler

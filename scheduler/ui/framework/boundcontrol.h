@@ -1,4 +1,4 @@
-// A control that shows one value, bound to a record's field of that type.
+// A control that shows one value and is bound to a record's field of that type.
 #pragma once
 
 #include "scheduler/ui/framework/control.h"
@@ -19,7 +19,6 @@ public:
     explicit BoundControl(Binding binding, Arguments&&... arguments)
         : Base(std::forward<Arguments>(arguments)...), binding_(std::move(binding)) {}
 
-    /// Replaces the binding, with effect from the next load.
     void bind(Binding binding) { binding_ = std::move(binding); }
 
     virtual Value value() const = 0;

@@ -14,7 +14,7 @@ namespace framework {
 namespace {
 
 // Buffer sizes in bytes for the first and the second attempt. The dialog reports the size that it needs, but
-// in 16 bits only, so that number is useless.
+// in 16 bits only, so the number can be wrong.
 constexpr std::size_t usualAnswerSize = 64 * 1024;
 constexpr std::size_t maxAnswerSize = 4 * 1024 * 1024;
 
@@ -25,10 +25,10 @@ CALLED_BY_PLATFORM UINT_PTR CALLBACK centreWhenReady(HWND hook, UINT id, WPARAM,
     return 0;
 }
 
-/// Opens the dialog with `text` as the initial choice. Returns its answer; empty if nothing was chosen.
+/// Opens the dialog with `text` as the initial choice. Returns its answer; empty if cancelled or on failure.
 std::string askForFiles(OPENFILENAMEA request, std::string text) {
     // The dialog changes the current directory, which started programs would inherit.
-    const base::CurrentDirectoryGuard kept;
+    const base::CurrentDirectoryGuard directoryGuard;
     std::size_t size = usualAnswerSize;
     for (;;) {
         std::string answer(size, '\0');
@@ -95,13 +95,13 @@ void BrowseEdit::createButton() {
 void BrowseEdit::layOut() {
     const BrowseLayout layout = layOutBrowseEdit(place_, TextExtent(handle()).of(buttonText_).cx);
     place(handle(), layout.edit, nullptr);
-    place(button_.handle(), layout.button, handle()); // after the edit in the tab order, too
+    place(button_.handle(), layout.button, handle()); // directly after the edit in the tab order
 }
 
 Handled BrowseEdit::onMessage(const Message& message) {
     if (message.id == WM_ENABLE)
         button_.setEnabled(message.wParam != FALSE);
-    else if (message.id == WM_SHOWWINDOW && message.lParam == 0) // not because the dialog is shown or hidden
+    else if (message.id == WM_SHOWWINDOW && message.lParam == 0) // caused by ShowWindow, not by the dialog
         button_.setVisible(message.wParam != FALSE);
     return Edit::onMessage(message);
 }
@@ -112,7 +112,7 @@ void BrowseEdit::browse() {
     request.hwndOwner = GetParent(handle());
     request.lpstrFilter = filter_.empty() ? nullptr : filter_.c_str();
     request.lpstrTitle = "Browse";
-    // Only a dialog of the Explorer type notifies its hook when the dialog is ready.
+    // Only an Explorer-style dialog sends CDN_INITDONE to its hook.
     request.Flags = flags_ | OFN_EXPLORER | OFN_ENABLEHOOK;
     request.lpfnHook = &centreWhenReady;
     std::vector<std::string> files = chosenFiles(askForFiles(request, text()));

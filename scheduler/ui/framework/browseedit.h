@@ -1,4 +1,4 @@
-// A field for a file's path, with a Browse button at its right.
+// A field for a file's path, with a Browse button to its right.
 #pragma once
 
 #include "scheduler/ui/framework/edit.h"
@@ -14,25 +14,24 @@ namespace framework {
 
 class BrowseEdit : public Edit {
 public:
-    /// The edit and its button share the template's rectangle of the edit.
+    /// The edit shares its rectangle in the template with the button.
     BrowseEdit(ControlHost& host, int id, Binding binding = nullptr);
 
     void setButtonText(std::string text);
 
-    /// Names and patterns in turn, separated by "|".
+    /// Alternating names and patterns, separated by "|".
     void setFilter(const std::string& sections);
 
     /// Flags of the open-file dialog (OFN_...).
     void addFlags(DWORD flags) { flags_ |= flags; }
     void removeFlags(DWORD flags) { flags_ &= ~flags; }
 
-    /// `message` tells the user why a text is not acceptable.
     void setCheck(std::function<bool(const std::string& text)> isAcceptable, std::string message);
 
-    /// The files last chosen, even after the text changed: one full path, then names in the same folder.
+    /// The files chosen last, even if the text has changed since: a full path, then names in the same folder.
     const std::vector<std::string>& chosen() const { return chosen_; }
 
-    /// Lets the user choose. The text is unchanged if nothing, or too much for the dialog, was chosen.
+    /// Shows the open-file dialog. The text is unchanged if the user cancels or chooses too many files.
     void browse();
 
     bool check() override;

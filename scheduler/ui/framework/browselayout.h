@@ -4,7 +4,7 @@
 
 namespace framework {
 
-/// An id that no template uses.
+/// No template uses these ids.
 constexpr int browseButtonIdOf(int editId) {
     return editId + 0x4000;
 }
@@ -14,7 +14,7 @@ struct BrowseLayout {
     RECT button{};
 };
 
-/// Divides `place`. All values are pixels; `textWidth` is that of the button's text.
+/// Divides `place`. `textWidth` is the width of the button's text. In pixels.
 BrowseLayout layOutBrowseEdit(const RECT& place, int textWidth);
 
 } // namespace framework

@@ -24,7 +24,7 @@ GlobalMemory toUnicode(const std::string& text) {
     return memory;
 }
 
-/// Other programs hold the clipboard for moments.
+/// Retries, because other programs can hold the clipboard briefly.
 bool openClipboard(HWND owner) {
     for (int attempt = 0; attempt < 5; ++attempt) {
         if (OpenClipboard(owner))
@@ -42,7 +42,7 @@ bool copyToClipboard(HWND owner, const std::string& text) {
         return false;
     const bool copied = EmptyClipboard() && SetClipboardData(CF_UNICODETEXT, memory.get());
     if (copied)
-        static_cast<void>(memory.release()); // the clipboard owns it
+        static_cast<void>(memory.release()); // the clipboard owns it now
     CloseClipboard();
     return copied;
 }

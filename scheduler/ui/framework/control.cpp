@@ -29,7 +29,7 @@ bool Control::attachIn(HWND dialog) {
 }
 
 bool Control::isVisible() const {
-    // Not IsWindowVisible, which is false while another page covers the control's page.
+    // Not IsWindowVisible, which is false while the control's page is hidden.
     return hasStyle(handle(), WS_VISIBLE);
 }
 
@@ -66,7 +66,7 @@ void Control::reportInvalid(const std::string& message) {
     const HWND dialog = GetParent(handle());
     host_.reveal();
     MessageBoxA(dialog, message.c_str(), base::applicationName.c_str(), MB_OK);
-    // Selects the text, as the Tab key does.
+    // Focuses the control and selects its text, as the Tab key does.
     SendMessageA(dialog, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(handle()), TRUE);
 }
 

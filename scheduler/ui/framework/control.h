@@ -20,7 +20,7 @@ public:
     /// False if the dialog has no such control.
     [[nodiscard]] bool attachIn(HWND dialog);
 
-    /// Copies field to control, or control to field. Does nothing without a binding.
+    // load: from field to control; store: from control to field. Without a binding, they do nothing.
     virtual void load() {}
     virtual void store() {}
 
@@ -31,20 +31,20 @@ public:
     /// Whether the input may be stored. If not, the user has been told why.
     [[nodiscard]] virtual bool check() { return true; }
 
-    /// A notification to the dialog. True if handled, or if the control or the dialog has been destroyed.
+    /// Handles a code of WM_COMMAND. True if handled, or if the control or the dialog has been destroyed.
     [[nodiscard]] virtual bool onNotification(UINT code);
 
-    /// Paints an item of an owner-drawn control.
+    /// Paints an item of an owner-drawn control. True if handled.
     [[nodiscard]] virtual bool onDrawItem(const DRAWITEMSTRUCT& item);
 
-    // No effect without a change, so that idle passes do not redraw.
+    // These do nothing if nothing changes. Otherwise each idle pass would redraw.
     void setEnabled(bool enabled);
     void setVisible(bool visible);
     void setText(const std::string& text);
 
     std::string text() const;
 
-    /// Turns to the control's page, shows the message and focuses the control.
+    /// Shows the control's page and the message, then focuses the control.
     void reportInvalid(const std::string& message);
 
 protected:
@@ -57,11 +57,11 @@ private:
     int id_;
 };
 
-/// Like the platform's functions, but without effect if nothing changes.
+// Like the platform's functions, but do nothing if nothing changes.
 void enableWindow(HWND window, bool enabled);
 void showWindow(HWND window, bool visible);
 
-/// `className`: at most 31 characters, in any case.
+/// `className`: at most 31 characters; case is ignored.
 [[nodiscard]] bool isOfClass(HWND window, const char* className);
 
 /// The static text directly before the control, if it has an access key; else null.

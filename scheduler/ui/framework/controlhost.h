@@ -9,14 +9,14 @@ namespace framework {
 class Control;
 
 /// Base of dialogs and pages. A derived class declares its controls as members, each with its field and
-/// rules. They are then loaded, stored, checked and updated here.
+/// rules. This class loads, stores, checks and updates them.
 class ControlHost : public Window {
 public:
     explicit ControlHost(int templateId) : templateId_(templateId) {}
 
     int templateId() const override { return templateId_; }
 
-    /// Copies fields to controls, which are attached by then.
+    /// Copies fields to controls, which are already attached.
     virtual void load();
 
     /// Copies controls to fields. Call updateAndCheck() first.
@@ -25,22 +25,22 @@ public:
     /// Checks the visible, enabled controls in order until one fails.
     [[nodiscard]] virtual bool check();
 
-    /// Clamps numbers (OK can arrive before an idle pass does so), then checks.
+    /// Runs an idle pass, which clamps numbers, then checks. OK can arrive before the pump's idle pass.
     [[nodiscard]] bool updateAndCheck();
 
-    /// Makes this dialog or page visible before a message about it is shown.
+    /// Makes this dialog or page visible. Called before a message box about it.
     virtual void reveal() {}
 
     void onIdle() override;
 
-    /// Binds this object to the dialog on its first message, then attaches and loads the controls.
+    /// Call on WM_INITDIALOG: binds this object to the dialog, then attaches and loads the controls.
     void start(HWND dialog);
 
-    /// False if start failed: controls may lack their fields' values, so never show or store such a dialog.
+    /// False if start failed. Do not show or store the dialog then: controls may lack their fields' values.
     bool isStarted() const { return started_; }
 
 protected:
-    /// Enables or shows the controls that depend on the values of others. Called first and after user input.
+    /// Enables or shows controls that depend on the values of others. Called on start and after user input.
     virtual void updateState() {}
 
     /// A button's command or a control's notification. True if handled or if this object was destroyed. After
@@ -49,7 +49,7 @@ protected:
 
     Handled onMessage(const Message& message) override;
 
-    // For items without an object: static texts and single radio buttons.
+    // For dialog items without a Control object: static texts and single radio buttons.
     void enableItem(int id, bool enabled);
     void showItem(int id, bool visible);
 

@@ -6,10 +6,10 @@
 
 namespace framework {
 
-/// Month, day, year and the time of day to the minute, such as "07/23/05 07:54 pm".
+/// Month, day, year and time of day, such as "07/23/05 07:54 pm".
 std::string dateTimeText(base::TimeValue time);
 
-/// 0 if the text is no date.
+/// 0 if the text is not a date.
 base::TimeValue dateTimeFromText(const std::string& text);
 
 /// In the user's locale, with seconds only if they are not 0. Empty for time 0.

@@ -7,10 +7,9 @@ namespace framework {
 
 class DateTimeEdit : public Edit {
 public:
-    /// `binding` comes from bindDateTime.
+    /// `binding` must come from bindDateTime.
     DateTimeEdit(ControlHost& host, int id, Binding binding = nullptr) : Edit(host, id, std::move(binding)) {}
 
-    /// 0 if the text is no date.
     base::TimeValue time() const { return dateTimeFromText(text()); }
     void setTime(base::TimeValue time) { setText(dateTimeText(time)); }
 };

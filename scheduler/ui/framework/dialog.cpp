@@ -52,7 +52,7 @@ bool Dialog::isModalFinished() const {
 }
 
 bool Dialog::onCommand(int id, UINT code) {
-    // 0: a button or a menu; 1: an accelerator.
+    // 0: a button or menu item; 1: an accelerator.
     if (code > 1)
         return false;
     switch (id) {
@@ -88,7 +88,7 @@ void Dialog::onCancel() {
 
 void Dialog::finish(int result) {
     endModal(result);
-    // Wakes the loop, which checks for the end only after a posted message.
+    // The loop checks for the end only after a posted message.
     PostMessageA(handle(), WM_NULL, 0, 0);
 }
 

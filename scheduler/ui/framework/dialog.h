@@ -11,7 +11,7 @@ public:
     using ControlHost::ControlHost;
     ~Dialog() override;
 
-    /// Creates the hidden dialog and loads its controls. False, without a window, on failure.
+    /// Creates the dialog, hidden, and loads its controls. On failure, returns false and leaves no window.
     [[nodiscard]] bool open(HWND owner);
 
     /// Runs until closed, with the owner disabled. Returns IDOK (stored), IDCANCEL or notCreated (failed).
@@ -24,7 +24,7 @@ protected:
     bool onCommand(int id, UINT code) override;
     Handled onMessage(const Message& message) override;
 
-    /// Checks and stores the controls and closes. The dialog stays open if a check fails.
+    /// Checks and stores the controls, then closes. If a check fails, the dialog stays open.
     virtual void onOk();
     virtual void onCancel();
     void finish(int result);

@@ -46,7 +46,7 @@ private:
     Field* field_;
 };
 
-/// Any value but 0 sets the flag, so a radio group can be bound to a flag.
+/// Any value except 0 sets the flag, so a radio group can be bound to a flag.
 template<FlagField Field>
 class FlagBinding final : public NumberBinding {
 public:
@@ -73,7 +73,7 @@ template<FlagField Field>
 /// For TimeOfDayEdit, which does its own conversion.
 [[nodiscard]] std::unique_ptr<TimeBinding> bindTimeOfDay(base::TimeValue& field);
 
-/// For DateTimeEdit. Stores 0 if the text is no date.
+/// For DateTimeEdit. Stores 0 if the text is not a date.
 [[nodiscard]] std::unique_ptr<TextBinding> bindDateTime(base::TimeValue& field);
 
 } // namespace framework

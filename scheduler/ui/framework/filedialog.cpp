@@ -17,7 +17,7 @@ void lookUp(Function& function, HMODULE library, const char* name) {
     function = reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(library, name)));
 }
 
-/// Empty if the library cannot be loaded now; each call tries again.
+/// The functions are null if the library cannot be loaded; the next call tries again.
 const FileDialogs& fileDialogs() {
     static FileDialogs loaded;
     if (!loaded.open || !loaded.lastError)

@@ -1,4 +1,4 @@
-// The platform's open-file dialog. Its library loads a printing library, so it is loaded on first use only.
+// The platform's open-file dialog. Its library loads a printing library, so it is loaded only on first use.
 #pragma once
 
 #include <windows.h>

@@ -1,4 +1,3 @@
-// Owners of GDI objects.
 #pragma once
 
 #include "lib/base/handles.h"

@@ -25,7 +25,7 @@ UINT drawFormat(HintStyle style) {
     return measureFormat(style) | place;
 }
 
-/// The shift that moves low..high into lowest..highest. If low..high is too long, only its low end is inside.
+/// The shift that moves low..high into lowest..highest. If low..high is too long, it starts at lowest.
 LONG shiftInside(LONG low, LONG high, LONG lowest, LONG highest) {
     return std::max(lowest - low, std::min(highest - high, 0L));
 }
@@ -33,8 +33,7 @@ LONG shiftInside(LONG low, LONG high, LONG lowest, LONG highest) {
 } // namespace
 
 SIZE hintExtent(const std::string& text, HintStyle style, int maxWidth) {
-    // A rounded hint's margins are 20 pixels, but hintRectangle adds only 6 and 2. The extent includes the
-    // difference.
+    // The part of a rounded hint's margins that hintRectangle does not add.
     const bool isRounded = style == HintStyle::Rounded;
     const int horizontalPadding = isRounded ? roundedMargin - horizontalGrowth : 0;
     const int verticalPadding = isRounded ? roundedMargin - verticalGrowth : 0;
@@ -75,7 +74,7 @@ void drawHint(HDC context, const RECT& area, const std::string& text, HintStyle 
     const Selection pen(context, GetStockObject(BLACK_PEN));
     SetDCBrushColor(context, hintColour);
     SetBkMode(context, TRANSPARENT);
-    // The user's tool tip colour may be too pale on this background.
+    // Not the user's tool tip colour, which may be too pale on this background.
     SetTextColor(context, RGB(0, 0, 0));
     FillRect(context, &area, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
     RECT textArea = area;

@@ -15,8 +15,8 @@ enum class HintStyle {
 /// Pale yellow, as 0xBBGGRR.
 inline constexpr COLORREF hintColour = 0xDFFFFF;
 
-/// The text's size in the hint font, plus those margins of a rounded hint that hintRectangle does not add. A
-/// rounded hint breaks lines to fit into `maxWidth`, except a single long word.
+/// The text's size in the hint font. A rounded hint's lines fit into `maxWidth` unless one word is too long,
+/// and its size includes the part of the margins that hintRectangle does not add.
 SIZE hintExtent(const std::string& text, HintStyle style, int maxWidth);
 
 /// The place for a hint: centred below `point`, a little larger than `extent` and moved into the work area. A
@@ -26,7 +26,7 @@ RECT hintRectangle(SIZE extent, POINT point, const RECT& workArea);
 /// The widest extent whose hint fits into the work area.
 int maxHintWidth(const RECT& workArea);
 
-/// The window's region; null for the whole rectangle. The caller deletes it.
+/// The window's region, owned by the caller; null for the whole rectangle.
 [[nodiscard]] HRGN hintOutline(HintStyle style, SIZE window);
 
 void drawHint(HDC context, const RECT& area, const std::string& text, HintStyle style);

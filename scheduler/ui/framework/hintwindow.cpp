@@ -16,7 +16,7 @@ constexpr UINT_PTR displayTimer = 1;
 
 using Hints = std::vector<std::unique_ptr<HintWindow>>;
 
-/// Hints whose windows were just destroyed remain in this list until the next message.
+/// A hint whose window was destroyed with its owner's stays in this list until the next message.
 Hints& shownHints() {
     static Hints hints;
     return hints;
@@ -51,8 +51,8 @@ void trackLeave(HWND window) {
     TrackMouseEvent(&track);
 }
 
-/// Tracks the window under the mouse if it is the owner or a child. For any other window the platform would
-/// report at once that the mouse has left.
+/// Tracks the window under the pointer if it is the owner or a child. For any other window, the platform
+/// would report at once that the mouse has left.
 void trackLeaveOf(HWND owner) {
     POINT pointer{};
     GetCursorPos(&pointer);
@@ -74,10 +74,10 @@ HintWindow::~HintWindow() {
 bool HintWindow::show(Window* owner, const Hint& hint) {
     removeClosedHints();
     const HWND window = owner ? owner->handle() : nullptr;
-    const auto isOwners = [&](const auto& other) { return other->owner_ == window; };
+    const auto belongsToOwner = [&](const auto& other) { return other->owner_ == window; };
     if (hint.text.empty())
         return false;
-    if (owner && (!pointerIsInside(window) || std::ranges::any_of(shownHints(), isOwners)))
+    if (owner && (!pointerIsInside(window) || std::ranges::any_of(shownHints(), belongsToOwner)))
         return false;
     std::unique_ptr<HintWindow> created(new HintWindow(window, hint));
     if (!created->open(hint))
@@ -109,10 +109,10 @@ bool HintWindow::open(const Hint& hint) {
     parameters.parent = owner_;
     if (!create(hintClass(), parameters))
         return false;
-    // The window owns its region.
+    // The window takes ownership of the region.
     SetWindowRgn(handle(), hintOutline(style_, {parameters.width, parameters.height}), FALSE);
     SetTimer(handle(), displayTimer, hint.displayMilliseconds, nullptr);
-    // Before the hint is shown, because it may appear under the pointer.
+    // Track before showing the hint, because it may appear under the pointer.
     if (owner_)
         trackLeaveOf(owner_);
     ShowWindow(handle(), SW_SHOWNOACTIVATE);
@@ -148,14 +148,14 @@ Handled HintWindow::onMessage(const Message& message) {
     }
 }
 
-/// The owner's input, also in the platform's loops (menus, message boxes).
+/// Sees the owner's input, also in the platform's loops (menus, message boxes).
 Handled HintWindow::filterMessage(Window&, const Message& message) {
     if (closesHint(message.id) || message.id == WM_DESTROY)
         postClose();
     return std::nullopt;
 }
 
-/// Input of the owners' child windows, which the filter does not see.
+/// Sees the input of the owners' child windows, which the filters do not see.
 void HintWindow::observeInput(const MSG& message) {
     removeClosedHints();
     if (!closesHint(message.message))
@@ -176,16 +176,16 @@ void HintWindow::close() {
     const auto place = std::ranges::find(hints, this, &std::unique_ptr<HintWindow>::get);
     if (place == hints.end())
         return;
-    // Remove the hint from the list first: destroying it may show another hint.
+    // Removed from the list first, because destroying the hint may show another one.
     const std::unique_ptr<HintWindow> closing = std::move(*place);
     hints.erase(place);
 }
 
-/// Removes hints without a window (destroyed with the owner's) or without an owner.
+/// Removes hints whose window or owner no longer exists.
 void HintWindow::removeClosedHints() {
     Hints& hints = shownHints();
     const auto isDead = [](const auto& hint) { return !hint->handle() || hint->isOrphaned(); };
-    // Must not allocate: handling a message must not fail. Each hint leaves the list first, as in close.
+    // Must not allocate: handling a message must not fail. Takes each hint from the list first, as in close.
     for (;;) {
         const auto dead = std::ranges::find_if(hints, isDead);
         if (dead == hints.end())

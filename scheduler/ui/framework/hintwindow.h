@@ -16,17 +16,16 @@ struct Hint {
     UINT displayMilliseconds = 7000;
 };
 
-/// A tool tip of our own, transparent to the mouse if it has an owner. Closes after a time, on keys or mouse
-/// buttons, and when the mouse leaves. (It watches the owner and its children or, without an owner, itself.)
+/// A tool tip. Closes after a time, on a key or mouse button, or when the mouse leaves. With an owner, it
+/// watches the owner and its children and is transparent to the mouse; otherwise it watches itself.
 /// The class owns all hints. Each lives until its window closes or its owner's window or object is destroyed.
 class HintWindow : public Window, private MessageFilter {
 public:
     ~HintWindow() override;
 
-    /// False if the text is empty, or if the owner (unless null) has a hint or the pointer is outside it.
+    /// False on failure, if the text is empty, or if a non-null owner has a hint or is not under the pointer.
     [[nodiscard]] static bool show(Window* owner, const Hint& hint);
 
-    /// Closes the owner's hint, if any.
     static void dismiss(const Window& owner);
 
     Handled onMessage(const Message& message) override;
@@ -45,7 +44,7 @@ private:
     static void observeInput(const MSG& message);
     static void removeClosedHints();
 
-    HWND owner_; // a handle, not a pointer, to tell whether the owner is gone; null: none
+    HWND owner_; // a handle, because a pointer could dangle; null: no owner
     std::string text_;
     HintStyle style_;
 };

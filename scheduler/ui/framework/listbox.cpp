@@ -7,9 +7,9 @@
 namespace framework {
 namespace {
 
-// Pixels.
+// In pixels.
 constexpr int textIndent = 2;
-constexpr int verticalMargin = 1; // above and below
+constexpr int verticalMargin = 1; // above and below the text
 
 struct ItemColours {
     int text = COLOR_WINDOWTEXT;
@@ -24,7 +24,6 @@ ItemColours coloursOf(const DRAWITEMSTRUCT& item, int ownTextColour) {
     return {ownTextColour, COLOR_WINDOW};
 }
 
-/// A focus rectangle inverts pixels, so drawing it a second time would erase it.
 bool showsFocus(const DRAWITEMSTRUCT& item) {
     return (item.itemState & ODS_FOCUS) && !(item.itemState & ODS_NOFOCUSRECT);
 }
@@ -36,7 +35,7 @@ void ListControl::onAttached() {
     refill();
 }
 
-/// The platform sets the items' height for another font, before the dialog sets its own.
+/// The platform chooses the items' height before the dialog sets its font.
 void ListControl::raiseItemHeights() {
     constexpr auto chosenItem = static_cast<WPARAM>(-1); // shown while the list is closed
     constexpr WPARAM listedItems = 0;
@@ -63,10 +62,10 @@ void ListControl::refill() {
 void ListControl::widenDroppedList(int textWidth) {
     RECT place{};
     GetWindowRect(handle(), &place);
-    const int longest = 3 * (place.right - place.left);
+    const int maxWidth = 3 * (place.right - place.left);
     const int needed = textWidth + 2 * textIndent + GetSystemMetrics(SM_CXVSCROLL);
     // The platform keeps the list at least as wide as the control.
-    send(CB_SETDROPPEDWIDTH, static_cast<WPARAM>(std::min(needed, longest)));
+    send(CB_SETDROPPEDWIDTH, static_cast<WPARAM>(std::min(needed, maxWidth)));
 }
 
 int ListControl::count() const {

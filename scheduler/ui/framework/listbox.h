@@ -7,8 +7,8 @@
 
 namespace framework {
 
-/// Base of drop-down lists with gray items. The template's combo box is owner-drawn, with items of one
-/// height. It holds the texts too, for screen readers and type-ahead.
+/// Base of drop-down lists, which can have gray items. The template's combo box needs CBS_OWNERDRAWFIXED and,
+/// for screen readers and type-ahead, CBS_HASSTRINGS.
 class ListControl : public Control {
 public:
     static constexpr int noItem = -1;
@@ -25,7 +25,7 @@ public:
     int selected() const;
     void select(int item);
 
-    /// Selects the first item for which `isWanted` is true, or nothing.
+    /// Selects the first item for which `isWanted` is true. If there is none, clears the selection.
     void selectFirst(const std::function<bool(int item)>& isWanted);
 
     bool onDrawItem(const DRAWITEMSTRUCT& item) override;
@@ -37,7 +37,7 @@ protected:
 private:
     void raiseItemHeights();
 
-    /// Makes long texts readable in the open list.
+    /// Makes long texts readable in the open list, up to three times the control's width.
     void widenDroppedList(int textWidth);
 
     const ListSource& source_;
@@ -63,8 +63,6 @@ public:
     using BoundList::BoundList;
 
     std::int32_t value() const override;
-
-    /// Selects the first item with this value, or nothing.
     void setValue(const std::int32_t& value) override;
 };
 

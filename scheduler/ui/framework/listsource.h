@@ -31,7 +31,7 @@ public:
     struct Item {
         std::string text;
         std::int32_t value = 0;
-        bool gray = false; ///< drawn in gray, like a placeholder
+        bool gray = false;
     };
 
     ItemList() = default;

@@ -9,7 +9,7 @@
 namespace framework {
 namespace {
 
-// The longest time that a loop waits for a message.
+// The longest delay of an idle pass requested by a sent message, which does not end GetMessage.
 constexpr UINT wakeUpMilliseconds = 200;
 
 CALLED_BY_PLATFORM BOOL CALLBACK updateIdle(HWND window, LPARAM) noexcept {
@@ -69,8 +69,8 @@ bool MessagePump::pumpOne(MSG& message, Window* modal) {
         idlePassWanted_ = true;
     nullIfSentOnly(message);
     {
-        // A handler may run one of the platform's loops. Timer handlers do not, because a tick opens nothing
-        // modal. They get no guard: an idle program gets only timer messages.
+        // Needed if the handler runs one of the platform's loops. Timer handlers never do, because a tick
+        // opens nothing modal. Without a guard for them, an idle program uses less time.
         std::optional<SentOnlyGuard> guard;
         if (message.message != WM_TIMER)
             guard.emplace();
@@ -96,7 +96,7 @@ void MessagePump::dispatch(MSG& message) {
 }
 
 void MessagePump::runIdlePass() {
-    // Cleared first: an update of controls may request another pass.
+    // Cleared first, because updating controls may request another pass.
     idlePassWanted_ = false;
     EnumThreadWindows(GetCurrentThreadId(), &updateIdle, 0);
 }

@@ -16,10 +16,10 @@ public:
     /// Used for keyboard messages that no modal window handled.
     void setAccelerators(HACCEL accelerators) { accelerators_ = accelerators; }
 
-    /// Called for each message between its translation and its dispatch. Hints close on input this way.
+    /// Called before each message is dispatched. Hints use it to close on input.
     void setInputObserver(std::function<void(const MSG&)> observer) { inputObserver_ = std::move(observer); }
 
-    /// For input that bypasses the pump because it is sent, such as a control's notification to its dialog.
+    /// Call for sent messages, which bypass the pump, such as a control's notification to its dialog.
     void requestIdlePass() { idlePassWanted_ = true; }
 
     /// Runs until the quit message; returns the exit code.
@@ -41,7 +41,7 @@ private:
     bool idlePassWanted_ = false;
 };
 
-/// Whether the state of controls may have to change after such a message.
+/// Whether controls may have to be updated after this message.
 [[nodiscard]] bool wantsIdlePass(UINT message);
 
 } // namespace framework

@@ -4,13 +4,12 @@
 
 namespace framework {
 
-/// The modal result, besides IDOK and IDCANCEL, if the window could not be created.
+/// A modal result besides IDOK and IDCANCEL: the window could not be created.
 inline constexpr int notCreated = -1;
 
-/// Disables the owner, then re-enables it and restores the focus. A disabled owner stays disabled.
+/// Disables the owner, if not null. The destructor restores the owner's former state and the focus.
 class [[nodiscard]] ModalOwner {
 public:
-    /// `owner` may be null.
     explicit ModalOwner(HWND owner);
     ModalOwner(const ModalOwner&) = delete;
     ModalOwner& operator=(const ModalOwner&) = delete;

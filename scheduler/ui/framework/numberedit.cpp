@@ -20,7 +20,7 @@ std::int32_t numberFromText(std::string_view text) {
 std::optional<NumberCorrection> correctNumber(std::string_view text, NumberRange range) {
     const std::int32_t number = numberFromText(text);
     const std::int32_t clamped = std::clamp(number, range.low, range.high);
-    // A valid 0 is rewritten, too: it is then selected, so that the next digit replaces it.
+    // A valid 0 is rewritten, too. That selects it, so that the next digit replaces it.
     if (number == clamped && number != 0)
         return std::nullopt;
     return NumberCorrection{clamped, number <= range.high};

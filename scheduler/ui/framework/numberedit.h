@@ -17,10 +17,10 @@ struct NumberRange {
 /// The number of digits of the upper bound.
 int digitsOf(NumberRange range);
 
-/// The number at the start of a text; 0 if there is none.
+/// The number at the start of a text, clamped to 32 bits; 0 if there is none.
 std::int32_t numberFromText(std::string_view text);
 
-/// Replaces an invalid text by `value`, which is then selected if `selectsAll`; else the caret is after it.
+/// The number to show, and whether to select it. Otherwise the caret is placed after it.
 struct NumberCorrection {
     std::int32_t value = 0;
     bool selectsAll = false;
@@ -28,7 +28,7 @@ struct NumberCorrection {
     friend bool operator==(const NumberCorrection&, const NumberCorrection&) = default;
 };
 
-/// Empty if the typed text is valid.
+/// Empty if the typed number is in the range and not 0.
 std::optional<NumberCorrection> correctNumber(std::string_view text, NumberRange range);
 
 class NumberEdit : public BoundControl<std::int32_t> {
@@ -36,7 +36,7 @@ public:
     NumberEdit(ControlHost& host, int id, NumberRange range, Binding binding = nullptr)
         : BoundControl(std::move(binding), host, id), range_(range) {}
 
-    /// Not clamped.
+    /// Not clamped to the range.
     std::int32_t value() const override { return numberFromText(text()); }
     void setValue(const std::int32_t& value) override { setText(std::to_string(value)); }
 

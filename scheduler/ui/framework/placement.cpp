@@ -7,8 +7,8 @@ namespace {
 
 static_assert(sizeof(WINDOWPLACEMENT) == 44 && sizeof(WINDOWPLACEMENT) <= sizeof(base::WindowState));
 
-/// Placements are relative to the work area, which a taskbar moves, not to the monitor.
-bool meetsWorkArea(RECT place) {
+/// `place` is relative to the work area, which a taskbar can shift, not to the monitor.
+bool overlapsWorkArea(RECT place) {
     const HMONITOR monitor = MonitorFromRect(&place, MONITOR_DEFAULTTONULL);
     if (!monitor)
         return false;
@@ -39,7 +39,7 @@ base::WindowState capturePlacement(HWND window) {
 bool applyPlacement(HWND window, const base::WindowState& bytes, int& showCommand) {
     WINDOWPLACEMENT placement{};
     std::memcpy(&placement, bytes.data(), sizeof(placement));
-    if (placement.length != sizeof(placement) || !meetsWorkArea(placement.rcNormalPosition))
+    if (placement.length != sizeof(placement) || !overlapsWorkArea(placement.rcNormalPosition))
         return false;
     const bool wasMaximised = placement.showCmd == SW_SHOWMAXIMIZED;
     placement.showCmd = SW_HIDE;

@@ -6,11 +6,11 @@
 
 namespace framework {
 
-/// A window's saved placement: the platform's WINDOWPLACEMENT (44 bytes), then 17 reserved zero bytes.
+/// The window's placement: the platform's WINDOWPLACEMENT (44 bytes), then 17 reserved zero bytes.
 base::WindowState capturePlacement(HWND window);
 
-/// Moves the window without showing it. False, with no change, if `bytes` hold no placement or a placement
-/// outside every work area. For a maximised window, replaces a normal `showCommand` by SW_SHOWMAXIMIZED.
+/// Moves the window without showing it. False, with no change, if the saved placement is invalid or outside
+/// every work area. If the window was maximised, replaces a normal `showCommand` with SW_SHOWMAXIMIZED.
 [[nodiscard]] bool applyPlacement(HWND window, const base::WindowState& bytes, int& showCommand);
 
 } // namespace framework

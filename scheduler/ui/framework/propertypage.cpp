@@ -16,7 +16,7 @@ void PropertyPage::reveal() {
 PROPSHEETPAGEA PropertyPage::platformRecord() {
     PROPSHEETPAGEA record{};
     record.dwSize = sizeof(record);
-    // Create all pages: those that the user never sees are checked and stored, too.
+    // Creates all pages: even pages that the user never opens are checked and stored.
     record.dwFlags = PSP_PREMATURE;
     record.hInstance = base::moduleHandle();
     record.pszTemplate = MAKEINTRESOURCEA(templateId());
@@ -32,7 +32,7 @@ void PropertyPage::lockSize() {
 void PropertyPage::onAttached() {
     ControlHost::onAttached();
     ownSize_ = sizeOf(handle());
-    unlockSize(); // the size of an earlier window
+    unlockSize(); // discards the size of an earlier window
     if (onCreated_)
         onCreated_(handle());
 }

@@ -15,19 +15,18 @@ class PropertyPage : public ControlHost {
 public:
     using ControlHost::ControlHost;
 
-    /// Turns the sheet to this page.
     void reveal() override;
 
-    /// The page's record for PropertySheetA. Points to this object.
+    /// The page's record for PropertySheetA. Contains a pointer to this object.
     PROPSHEETPAGEA platformRecord();
 
-    /// `function` is called when the page's window is created; the sheet is still hidden then.
+    /// `function` is called when the page's window is created, while the sheet is still hidden.
     void onCreated(std::function<void(HWND page)> function) { onCreated_ = std::move(function); }
 
     /// The template's size in pixels, in the page's font. The sheet may give the page another size.
     SIZE ownSize() const { return ownSize_; }
 
-    /// Keeps the current size. Otherwise a sheet restores a page's initial size when it turns to the page.
+    /// Keeps the current size. Otherwise the sheet restores the page's initial size when it shows the page.
     void lockSize();
     void unlockSize() { lockedSize_.reset(); }
 
@@ -41,7 +40,7 @@ private:
     std::optional<SIZE> lockedSize_;
 };
 
-/// The dialog procedure of pages: sets the window's id to the template's number.
+/// The dialog procedure of pages. Sets the window's id to the template's id.
 INT_PTR CALLBACK pageProcedure(HWND page, UINT id, WPARAM wParam, LPARAM lParam) noexcept;
 
 } // namespace framework

@@ -24,7 +24,7 @@ int PropertySheetDialog::run(const std::string& title, HWND owner) {
             result = accepted ? IDOK : IDCANCEL;
         }
     }
-    // Store after all pages have passed their checks: a failed check may be followed by Cancel.
+    // Stores only after all pages have passed their checks: after a failed check, the user may cancel.
     if (result == IDOK)
         for (PropertyPage* page : pages_)
             page->store();
@@ -81,7 +81,7 @@ void PropertySheetDialog::fitToPages() {
 }
 
 Handled PropertySheetDialog::onMessage(const Message& message) {
-    // While the sheet is hidden: some window managers ignore a resize during the first display.
+    // Resizes while the sheet is hidden: some window managers ignore a resize during the first display.
     if (message.id == WM_SHOWWINDOW && message.wParam) {
         createPages();
         fitToPages();

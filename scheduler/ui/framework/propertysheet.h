@@ -32,7 +32,7 @@ private:
     [[nodiscard]] bool open(const std::string& title, HWND owner);
     void attachTo(HWND sheet);
 
-    /// Turns to each page so that it is created: Wine 8 ignores PSP_PREMATURE.
+    /// Selects each page, which creates it: Wine 8 ignores PSP_PREMATURE.
     void createPages();
 
     void fitToPages();

@@ -1,4 +1,4 @@
-// Radio buttons, bound to a variable that holds the checked button's index, or to a flag (0 for the first).
+// Radio buttons, bound to the checked button's index, or to a flag that is 0 for the first button.
 #pragma once
 
 #include "scheduler/ui/framework/boundcontrol.h"
@@ -9,7 +9,6 @@ namespace framework {
 
 class RadioGroup : public BoundControl<std::int32_t> {
 public:
-    /// The value while no button is checked.
     static constexpr std::int32_t noButton = -1;
 
     /// `ids`: at least one, in the order of their values. The first is the control's id.
@@ -18,10 +17,10 @@ public:
     /// The index of the first checked button, or noButton.
     std::int32_t value() const override;
 
-    /// Checks this button and unchecks the others. If the index is out of range, unchecks all.
+    /// Checks the button with this index and unchecks the others. If the index is out of range, unchecks all.
     void setValue(const std::int32_t& value) override;
 
-    /// Gives the tab stop to the checked button, else to the first enabled one: Tab must reach the group.
+    /// Gives the tab stop to the checked button if it is enabled, else to the first enabled button.
     void keepTabStop();
 
 private:

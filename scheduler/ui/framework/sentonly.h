@@ -1,5 +1,5 @@
-// Protects against messages that are only valid when sent. Another process can post them: a WM_NOTIFY with an
-// invalid address, or a false WM_DESTROY. Such posted messages are replaced by WM_NULL.
+// Replaces posted messages with WM_NULL if they are only valid when sent. Another process can post a
+// WM_NOTIFY with an invalid address or a false WM_DESTROY.
 #pragma once
 
 #include <windows.h>
@@ -9,8 +9,8 @@ namespace framework {
 /// Call in our own loop for each message from the queue.
 void nullIfSentOnly(MSG& message);
 
-/// Protects the platform's loops (message boxes, menus, controls) during its lifetime. Its hook
-/// multiplies the cost of each message, so do not keep one while waiting.
+/// Protects the platform's loops (message boxes, menus, controls) during its lifetime. Its hook multiplies
+/// the cost of each message, so do not hold a guard while waiting for messages.
 class [[nodiscard]] SentOnlyGuard {
 public:
     SentOnlyGuard();

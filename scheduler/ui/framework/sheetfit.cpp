@@ -32,7 +32,7 @@ void move(HWND sheet, HWND child, SIZE by) {
                  SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-/// The sheet's own children except the tabs. All are below the tabs.
+/// The sheet's children except the tabs and the pages. All are below the tabs.
 std::vector<HWND> buttonsOf(HWND sheet, HWND tabs, std::span<const SheetPage> pages) {
     std::vector<HWND> buttons;
     for (HWND child = GetWindow(sheet, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT))
@@ -41,7 +41,7 @@ std::vector<HWND> buttonsOf(HWND sheet, HWND tabs, std::span<const SheetPage> pa
     return buttons;
 }
 
-/// How much narrower the sheet can get: until the margins left and right of its buttons are equal.
+/// If the sheet loses this width, the margins to the left and right of its buttons are equal.
 LONG spareWidth(HWND sheet, const std::vector<HWND>& buttons) {
     RECT client{};
     GetClientRect(sheet, &client);

@@ -12,8 +12,8 @@ struct SheetPage {
     SIZE size;
 };
 
-/// Makes the sheet as large as its largest page, but never too narrow for its buttons. The platform computes
-/// with the sheet's font, but pages use their own.
+/// Fits the sheet to its largest page, but never makes it too narrow for its buttons. The platform computes
+/// the size with the sheet's font, but pages use their own.
 void fitSheet(HWND sheet, std::span<const SheetPage> pages);
 
 } // namespace framework

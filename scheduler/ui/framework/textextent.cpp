@@ -23,7 +23,7 @@ bool isBoxWithText(HWND window) {
                                            typeOf(window, BS_TYPEMASK) == BS_AUTORADIOBUTTON);
 }
 
-/// On one line.
+/// The size on one line; 0 for other types of control.
 SIZE neededBy(HWND window) {
     SIZE needed{};
     if (isLeftAlignedText(window))

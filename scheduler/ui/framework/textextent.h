@@ -14,7 +14,7 @@ public:
     TextExtent& operator=(const TextExtent&) = delete;
     ~TextExtent();
 
-    /// In pixels, on one line, without the mark of an access key.
+    /// The size in pixels on one line. The "&" of an access key does not count.
     SIZE of(const std::string& text) const;
 
 private:
@@ -23,8 +23,8 @@ private:
     HGDIOBJ oldFont_;
 };
 
-/// Widens clipped one-line texts, check boxes and radio buttons: dialog units follow the average character,
-/// so a text can be wider than its place.
+/// Widens clipped one-line texts, check boxes and radio buttons. Dialog units depend on the average
+/// character, so a text can be wider than its control.
 void widenCutTexts(HWND dialog);
 
 } // namespace framework

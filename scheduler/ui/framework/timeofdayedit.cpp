@@ -16,8 +16,8 @@ void TimeOfDayEdit::onAttached() {
 base::TimeValue TimeOfDayEdit::value() const {
     const std::string typed = text();
     const base::TimeValue read = timeOfDayFromText(typed, clock_.now());
-    // On the day of a daylight saving change, reading a time's text can give a time an hour away. Keep the
-    // value if its text is unchanged.
+    // On the day of a daylight saving change, reading a time's text can give a time that is an hour off. Keep
+    // the value if its text is unchanged.
     const bool moved = !typed.empty() && typed == lastText_ && timeOfDayText(read) != typed;
     return moved ? lastValue_ : read;
 }

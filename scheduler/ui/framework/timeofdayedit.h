@@ -14,7 +14,6 @@ public:
     TimeOfDayEdit(ControlHost& host, int id, Binding binding, const base::Clock& clock)
         : BoundControl(std::move(binding), host, id), clock_(clock) {}
 
-    /// The typed time of day, today.
     base::TimeValue value() const override;
     void setValue(const base::TimeValue& value) override;
 
@@ -25,7 +24,7 @@ protected:
 
 private:
     const base::Clock& clock_;
-    std::string lastText_; ///< set by the last setValue, from the value below
+    std::string lastText_; ///< the text of lastValue_
     base::TimeValue lastValue_;
 };
 

@@ -11,7 +11,7 @@
 
 namespace framework {
 
-/// A message being handled. Nested messages form a chain, in which a destroyed object clears its pointers.
+/// A message being handled. Nested messages form a chain; destroying an object clears its pointers there.
 class Window::Dispatch {
 public:
     explicit Dispatch(Window* window) : window_(window), outer_(innermost_) { innermost_ = this; }
@@ -20,7 +20,7 @@ public:
     ~Dispatch() { innermost_ = outer_; }
 
     Handled run(const Message& message) {
-        // Filters may be added or removed meanwhile: call each initial filter once, unless it was removed.
+        // Filters may be added or removed during the calls: call each initial filter once, unless removed.
         const std::vector<MessageFilter*> filters = window_->filters_;
         for (auto filter = filters.rbegin(); filter != filters.rend() && window_; ++filter) {
             if (std::ranges::find(window_->filters_, *filter) == window_->filters_.end())
@@ -38,8 +38,8 @@ public:
         return control ? control->onReflectedNotify(notification) : std::nullopt;
     }
 
-    /// Catches exceptions: none may cross the platform's frames. The default handling follows, except for
-    /// WM_CLOSE, where it would destroy the window.
+    /// Catches exceptions, which must not cross the platform's frames. The default handling follows, except
+    /// for WM_CLOSE, where it would destroy the window.
     Handled runSafely(const Message& message) noexcept {
         try {
             return run(message);
@@ -71,7 +71,6 @@ static_assert(sizeof(LONG) == sizeof(void*));
 
 const LONG frameworkProcedure = reinterpret_cast<LONG>(&windowProcedure);
 
-/// The default handling of a message.
 LRESULT callDefaultProcedure(HWND window, const Message& message) {
     const auto classProcedure = reinterpret_cast<WNDPROC>(GetClassLongA(window, GCL_WNDPROC));
     if (!classProcedure || classProcedure == &windowProcedure)

@@ -53,20 +53,19 @@ public:
 
     HWND handle() const { return handle_; }
 
-    /// Creates a window that is bound from its first message on. False if the platform refuses.
+    /// Creates a window that is bound from WM_NCCREATE on. False on failure.
     [[nodiscard]] bool create(WindowClass& windowClass, const WindowParameters& parameters);
 
-    /// Binds this object to an existing window. False if another object is bound to it.
+    /// Binds this object to an existing window. False if the window is null or already bound.
     [[nodiscard]] bool attach(HWND window);
 
-    /// The object bound to a window. Null without one, or if the window's procedure is not the framework's.
+    /// The object bound to a window. Null if there is none or the window's procedure was replaced.
     static Window* of(HWND window);
 
     /// The filter added last sees a message first.
     void addFilter(MessageFilter& filter);
     void removeFilter(MessageFilter& filter);
 
-    /// Ends this object's modal loop.
     void endModal(int result);
     void beginModal();
     int modalResult() const { return modalResult_; }
@@ -89,7 +88,7 @@ public:
     /// A WM_NOTIFY from this control that its parent did not handle.
     virtual Handled onReflectedNotify(const NMHDR&) { return std::nullopt; }
 
-    /// The number of the dialog's or page's template; 0 for other windows.
+    /// The id of the dialog's or page's template; 0 for other windows.
     virtual int templateId() const { return 0; }
 
 private:
@@ -106,7 +105,6 @@ private:
     int modalResult_ = 0;
 };
 
-/// The window procedure of every window that has an object.
 LRESULT CALLBACK windowProcedure(HWND window, UINT id, WPARAM wParam, LPARAM lParam) noexcept;
 
 /// In pixels, including the frame.

@@ -14,13 +14,13 @@ public:
 
     explicit WindowClass(std::string name);
 
-    /// Change it before the first window is created. Registration sets its name.
+    /// Change it only before the first window is created. Registration sets the class name.
     WNDCLASSEXA& description() { return description_; }
 
     /// Ignores errors: an identical class may exist already.
     void registerOnce();
 
-    /// The given name, or one made of the attributes, so that windows with the same attributes share a class.
+    /// The given name, or one made from the attributes: windows with the same attributes then share a class.
     const std::string& name();
 
 private:
