@@ -13,7 +13,8 @@ enum class CaseRule { Sensitive, Insensitive };
 /// can throw std::runtime_error if repetitions are nested; the program's own expressions have none.
 class [[nodiscard]] Expression {
 public:
-    /// Starts with "[c]" if case-sensitive, "[i]" if not. Throws std::runtime_error if malformed.
+    /// A leading "[c]" (case-sensitive) or "[i]" (not) overrides `defaultRule`. Throws std::runtime_error if
+    /// the pattern is malformed.
     explicit Expression(std::string_view pattern, CaseRule defaultRule = CaseRule::Sensitive);
     ~Expression();
     Expression(const Expression&) = delete;

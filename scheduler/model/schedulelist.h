@@ -15,8 +15,7 @@ class ScheduleObserver {
 public:
     virtual ~ScheduleObserver() = default;
 
-    /// The schedule will hold `count` entries: allocate for later notices. If that throws, nothing is
-    /// inserted.
+    /// The schedule will hold `count` entries: allocate for later notices. If this throws, nothing changes.
     virtual void makeRoom(std::size_t /*count*/) {}
 
     // Called as soon as positions change, so that data stored by position stays correct.
