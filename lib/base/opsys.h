@@ -7,7 +7,7 @@
 
 namespace base {
 
-/// Initialises COM until the program exits. Call once, before all other functions.
+/// Initialises COM until the program exits. Call once, before anything else.
 void startComponentLibrary();
 
 HINSTANCE moduleHandle();

@@ -1,5 +1,4 @@
-// 8-bit strings in the system's ANSI code page. Comparisons that ignore case use the runtime's `tolower`,
-// toLower() uses the locale's lowerCase().
+// Strings in the system's ANSI code page. The runtime's `tolower` defines case, except for toLower().
 #pragma once
 
 #include <cstddef>
