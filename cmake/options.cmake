@@ -1,4 +1,4 @@
-# Every target links to `project_options`.
+# Compiler and linker options: a target gets them by linking to `project_options`.
 add_library(project_options INTERFACE)
 target_include_directories(project_options INTERFACE ${PROJECT_SOURCE_DIR})
 target_compile_options(project_options INTERFACE
