@@ -4,7 +4,7 @@ if(CMAKE_HOST_WIN32)
     find_package(Boost 1.76 REQUIRED)
     target_include_directories(boost_headers SYSTEM INTERFACE ${Boost_INCLUDE_DIRS})
 else()
-    set(BOOST_FOLDER "" CACHE PATH "The folder boost with Boost's headers; empty: searched for")
+    set(BOOST_FOLDER "" CACHE PATH "The folder \"boost\" with Boost's headers; if empty, it is searched for")
     set(boost_folder ${BOOST_FOLDER})
     if(NOT boost_folder)
         # If the machine's Boost is too old, tools/setup puts a newer one into the cache folder.

@@ -1,5 +1,5 @@
 # Cross build for 32-bit Windows with Debian's MinGW-w64.
-# The test library needs std::thread, which only the runtime of the -posix compiler has.
+# The test library needs std::thread, which not every version of the -win32 compiler has: use -posix.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR i686)
 

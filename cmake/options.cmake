@@ -1,4 +1,4 @@
-# Options for compiling and linking all targets: link to `project_options`.
+# Compiler and linker options: a target gets them by linking to `project_options`.
 add_library(project_options INTERFACE)
 target_include_directories(project_options INTERFACE ${PROJECT_SOURCE_DIR})
 target_compile_options(project_options INTERFACE
@@ -13,8 +13,8 @@ if(WIN32)
         NOMINMAX STRICT WIN32_LEAN_AND_MEAN WINVER=0x0601 _WIN32_WINNT=0x0601 _WIN32_IE=0x0700)
     # The newest debug information that Wine's debugger reads.
     target_compile_options(project_options INTERFACE -fstack-protector-strong $<$<CONFIG:Debug>:-gdwarf-4>)
-    # A single file with the platform's memory protections. Has no time stamp, so that builds are reproducible.
-    # Sections are aligned to pages in the file: otherwise Wine copies them into the memory of each process.
+    # A program is a single file with the platform's memory protections, without a time stamp (reproducible builds).
+    # Its sections are aligned to pages in the file: otherwise Wine copies them into the memory of each process.
     target_link_options(project_options INTERFACE
         -static -fstack-protector-strong
         -Wl,--dynamicbase,--nxcompat,--large-address-aware,--no-insert-timestamp,--file-alignment,4096

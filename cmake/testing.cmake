@@ -1,4 +1,4 @@
-# The googletest package contains sources, which are built with the compiler in use.
+# The googletest package contains only sources. They are built with the compiler in use.
 set(INSTALL_GTEST OFF)
 add_subdirectory(${GTEST_SOURCE_FOLDER} ${PROJECT_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
 
@@ -7,7 +7,7 @@ set(support ${PROJECT_SOURCE_DIR}/tests/support)
 add_library(test_main STATIC EXCLUDE_FROM_ALL ${support}/main.cpp)
 target_link_libraries(test_main PUBLIC project_options GTest::gmock)
 target_precompile_headers(test_main PRIVATE <gmock/gmock.h>)
-# Without optimisation, tests compile sooner and run as fast.
+# Without optimisation, tests compile faster and run equally fast.
 target_compile_options(test_main PUBLIC $<$<CONFIG:Release>:-O0>)
 
 # For tools/coverage: removes old line counters before the native tests run.
@@ -23,18 +23,19 @@ target_link_libraries(counted_allocations PRIVATE project_options)
 # DPI values above the default of 96, at which fonts grow by different steps.
 set(CORVANE_RESOLUTIONS 120 144 192)
 
-# Zones with and without daylight saving time, in both hemispheres, with both signs and offsets of half and quarter hours.
+# Zones with and without daylight saving time, north and south of the equator, east and west of Greenwich, some with
+# offsets of half or quarter hours.
 set(CORVANE_ZONES America/New_York Europe/Berlin Australia/Sydney Asia/Kolkata Asia/Kathmandu Pacific/Auckland
     America/St_Johns)
 set(CORVANE_UNCHANGING_ZONES Asia/Kolkata Asia/Kathmandu)
-# Under the sanitizers, one zone on each side of Greenwich suffices.
+# Native runs are slow under the sanitizers: one zone on each side of Greenwich suffices.
 if(NOT WIN32)
     set(CORVANE_ZONES America/St_Johns Australia/Sydney)
 endif()
 
 # corvane_test_run(NAME COMMAND command... [ZONE zone] [WINE option...] [TIMEOUT seconds])
 #
-# Adds a run of a test program: natively, with the name prefix "native.", or by tools/wine with its options.
+# Adds a run of a test program: natively (then the name starts with "native.") or under tools/wine with its options.
 function(corvane_test_run name)
     cmake_parse_arguments(arg "" "ZONE;TIMEOUT" "COMMAND;WINE" ${ARGN})
     if(WIN32)
@@ -54,7 +55,7 @@ function(corvane_test_run name)
     if(NOT arg_TIMEOUT)
         set(arg_TIMEOUT 300)
     endif()
-    # A checked build runs several times as long.
+    # Tests of a checked build take several times as long.
     if(CORVANE_CHECKED)
         math(EXPR arg_TIMEOUT "${arg_TIMEOUT} * 5")
     endif()
@@ -80,7 +81,7 @@ function(corvane_find_suites suites)
     foreach(file IN LISTS ARGN)
         set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${file})
         file(STRINGS ${file} lines REGEX "^(TYPED_)?TEST(_[FP])?\\(")
-        # A disabled test is run by another test.
+        # GoogleTest skips disabled tests.
         list(FILTER lines EXCLUDE REGEX "DISABLED_")
         list(TRANSFORM lines REPLACE "^[A-Z_]+\\( *([A-Za-z0-9_]+).*" "\\1")
         list(APPEND found ${lines})
@@ -89,8 +90,8 @@ function(corvane_find_suites suites)
     set(${suites} ${found} PARENT_SCOPE)
 endfunction()
 
-# Sets `filter` to the argument that makes a test program run only SUITES. In test names, values come before the suite,
-# types after it.
+# Sets `filter` to the argument that makes a test program run only SUITES. Full names are INSTANCE/SUITE.TEST/VALUE for
+# value-parameterised tests and SUITE/TYPE.TEST for typed tests.
 function(corvane_filter filter)
     list(TRANSFORM ARGN REPLACE "(.+)" "\\1.*:*/\\1.*:\\1/*" OUTPUT_VARIABLE patterns)
     list(JOIN patterns : patterns)

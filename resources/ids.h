@@ -1,12 +1,10 @@
-// Resource numbers. The resource compiler reads this file, so it has only comments and plain numbers. A
-// number must be unique among resources of one type or controls of one window.
+// Resource numbers. The resource compiler reads this file, so it contains only comments and preprocessor
+// directives. A number must be unique among resources of one type or controls of one window.
 #pragma once
 
-// Icons of the program and the notification area.
+// Icons of the program, of the notification area and of the list's rows.
 #define IDI_ACTIVE 100
 #define IDI_SUSPENDED 130
-
-// Icons of rows in the list.
 #define IDI_ROW_RUNNING 131
 #define IDI_ROW_WAITING 132
 #define IDI_ROW_DISABLED 133
@@ -17,10 +15,8 @@
 #define IDR_ITEM_MENU 132
 #define IDR_TRAY_MENU 133
 
-// Accelerator table.
 #define IDR_ACCELERATORS 100
 
-// Dialog templates.
 #define IDD_ABOUT 101
 #define IDD_SCHEDULE_PAGE 132
 #define IDD_PROJECT_PAGE 136

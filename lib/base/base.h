@@ -4,10 +4,10 @@
 
 namespace base {
 
-/// The vendor's name, for the instance mutex's name and registry paths.
+/// Part of the instance mutex's name and of registry and file paths.
 extern const std::string vendorName;
 
-/// The program's title, also used for the icon, autostart and the mutex. The entry point sets it first.
+/// The program's title, also part of the same names and paths. The entry point sets it first.
 extern std::string applicationName;
 
 } // namespace base

@@ -18,13 +18,13 @@ constexpr std::string_view monthNames = "janfebmaraprmayjunjulaugsepoctnovdec";
 constexpr std::size_t monthNameLength = 3;
 constexpr int monthCount = 12;
 
-/// Returned for a word that is not a month. Above 12, so that parseFreeDate() swaps it with the day.
+/// For a word that is not a month. Above 12: parseFreeDate() takes it for a day and swaps it with the month.
 constexpr int noMonth = monthCount + 1;
 
 // Constant-initialised: other sources register before this file's dynamic initialisation.
 constinit TimeValue latestBuild;
 
-// Compiled on first use, because sources register before the entry point, in any order.
+// Compiled on first use: sources register, and thereby parse dates, before the entry point and in any order.
 
 const Expression& blankOrComma() {
     static const Expression expression(R"([, ]+)");
@@ -52,7 +52,7 @@ const Expression& anySeparator() {
 }
 
 int toNumber(const std::string& text) {
-    // Clamped to 32 bits, like the target's `long`: in native builds, `long` can be wider.
+    // Clamped, because `long` has more than 32 bits in native builds.
     using Limits = std::numeric_limits<std::int32_t>;
     return static_cast<int>(
         std::clamp<long>(std::strtol(text.c_str(), nullptr, 10), Limits::min(), Limits::max()));
@@ -134,8 +134,8 @@ TimeValue parseInternetDate(std::string_view text) {
 
 TimeValue parseAsctimeDate(std::string_view text) {
     const std::string trimmed = trim(text, whitespace);
-    // asctime pads a one-digit day with a second space. The empty piece between the two is day 0 and fails.
-    // The day has no upper limit, so "23 jul 2005" matches this layout.
+    // asctime pads a one-digit day with a second space. The empty piece between the spaces is day 0 and is
+    // rejected. The day has no upper limit, so "23 jul 2005" matches this layout.
     const int day = toNumber(pieceAt(trimmed, 2, ' '));
     if (day == 0)
         return {};
@@ -159,8 +159,8 @@ TimeValue parseFreeDate(std::string_view text) {
     int day = toNumber(second);
     if (month > monthCount && day <= monthCount)
         std::swap(month, day);
-    // If the day comes before the month's name, the name has been read as 0 and swapped with the day. In this
-    // layout only three-letter names count: "23 july 2005" is no date, "5 january 2005" is day 0 of May.
+    // A month's name in second place has been read as 0 and swapped with a day above 12. Only three-letter
+    // names count: "23 july 2005" is no date. Days up to 12 are not swapped: "5 jan 2005" is day 0 of May.
     if (month == 0)
         month = monthByName(second);
     const int year = fullUserYear(numberAt(trimmed, 2, anySeparator()));
@@ -179,7 +179,7 @@ TimeValue parseFreeDate(std::string_view text) {
 
 TimeSpan parseTimeOfDay(std::string_view text) {
     int numbers[3] = {};
-    auto rest = text.begin(); // after the last number
+    auto rest = text.begin(); // after the last number found
     for (int& number : numbers) {
         const auto begin = std::find_if(rest, text.end(), isDigit);
         if (begin == text.end())
@@ -188,7 +188,7 @@ TimeSpan parseTimeOfDay(std::string_view text) {
         number = toNumber(std::string(begin, rest));
     }
     auto [hour, minute, second] = numbers;
-    // Without a separator, 1730 is 17:30, and 25 is 0:25.
+    // A first number above 24 has hours and minutes: 1730 is 17:30, 25 is 0:25.
     if (hour > 24) {
         second = minute;
         minute = hour % 100;

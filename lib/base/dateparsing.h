@@ -8,8 +8,8 @@
 
 namespace base {
 
-/// Tries the functions below in order until one does not return 0. An earlier layout can match by accident:
-/// asctime's reads "23 jul 2005" with 2005 as the day of the month.
+/// Tries the next three functions in order until one succeeds. An earlier layout can match by accident:
+/// parseAsctimeDate() reads "23 jul 2005" with 2005 as the day of the month.
 TimeValue parseDateTime(std::string_view text);
 
 /// "Sun, 06 Nov 1994 08:49:37 GMT", "Sunday, 06-Nov-94 08:49:37 GMT". Without "GMT" or "UTC" at the end:
@@ -19,11 +19,11 @@ TimeValue parseInternetDate(std::string_view text);
 /// "Sun Nov 6 08:49:37 1994", local time. A day that `asctime` padded with a second space is rejected.
 TimeValue parseAsctimeDate(std::string_view text);
 
-/// "7/23/2005 7:54 pm", "23.7.05", "jul 23 2005", "23 jul 2005 19:54:28", local time, 1970 to 2038. The month
-/// comes first unless it is out of range.
+/// "7/23/2005 7:54 pm", "23.7.05", "jul 23 2005", "23 jul 2005 19:54:28", local time, 1970 to 2038. The first
+/// number is the month unless it is above 12.
 TimeValue parseFreeDate(std::string_view text);
 
-/// "9:05 pm", "17:30:00", "0930": seconds after midnight, not checked for range (23:99).
+/// "9:05 pm", "17:30:00", "0930": the time since midnight. The fields' ranges are not checked (23:99).
 TimeSpan parseTimeOfDay(std::string_view text);
 
 } // namespace base

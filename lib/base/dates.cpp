@@ -14,7 +14,7 @@ constexpr bool fits(std::int64_t t) {
     return t >= std::numeric_limits<std::int32_t>::min() && t <= std::numeric_limits<std::int32_t>::max();
 }
 
-/// The zone's standard time, in seconds west of UTC.
+/// The offset of the zone's standard time, in seconds west of UTC.
 std::int32_t standardOffset() {
 #ifdef _WIN32
     _tzset();
@@ -25,7 +25,7 @@ std::int32_t standardOffset() {
 #endif
 }
 
-/// The result of mktime; nothing if it fails or exceeds 32 bits.
+/// The result of mktime; nullopt if mktime fails or its result exceeds 32 bits.
 std::optional<std::int32_t> secondsFromLocal(int year, int month, int day, int hour, int minute, int second,
                                              int isDst) {
     std::tm fields{};
@@ -68,9 +68,9 @@ TimeValue TimeValue::fromLocal(int year, int month, int day, int hour, int minut
 }
 
 TimeValue TimeValue::fromUtc(int year, int month, int day, int hour, int minute, int second) {
-    // At the ends of the range the fields can be invalid as local time: shift them by a day.
+    // Near both ends of the range, mktime can reject fields that are valid in UTC: shift them by a day then.
     for (const int shift : {0, 1, -1}) {
-        // Without daylight saving time, mktime reads the fields as local standard time.
+        // tm_isdst 0: mktime reads the fields as local standard time.
         const auto standard =
             secondsFromLocal(year, month, detail::wrappingAdd(day, shift), hour, minute, second, 0);
         if (!standard)

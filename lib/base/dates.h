@@ -78,7 +78,7 @@ public:
     friend constexpr TimeValue operator+(TimeValue t, TimeSpan span);
     friend constexpr TimeValue operator-(TimeValue t, TimeSpan span);
 
-    /// The seconds from b to a; negative if a is earlier, which TimeSpan does not support.
+    /// The seconds from b to a. Not a TimeSpan, because they are negative if a is earlier.
     friend constexpr std::int32_t secondsBetween(TimeValue a, TimeValue b);
 
 private:

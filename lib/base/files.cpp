@@ -102,27 +102,27 @@ bool WrittenFile::close() {
     std::FILE* const stream = std::exchange(stream_, nullptr);
     if (!stream)
         return false;
-    // On some platforms fclose does not report that the disk was too full for the last data.
+    // On some platforms, fclose does not report that the disk was too full for the last data.
     const bool flushed = attempt([stream] { return std::fflush(stream) == 0; });
     return attempt([stream] { return std::fclose(stream) == 0; }) && flushed;
 }
 
 bool copyOver(const std::string& source, const std::string& copy) {
-    MappedFile present;
-    if (!present.open(source))
+    MappedFile original;
+    if (!original.open(source))
         return false;
     const FileHandle file(
         CreateFileA(copy.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!file)
         return false;
     const DWORD size = GetFileSize(file.get(), nullptr);
-    const DWORD overwritten = std::min<DWORD>(size, present.size());
-    // Grow first: overwriting the rest then needs no more room.
-    if (!writeAt(file, overwritten, present.bytes().subspan(overwritten))) {
+    const DWORD overwritten = std::min<DWORD>(size, original.size());
+    // Grow first: overwriting the existing bytes then needs no more room.
+    if (!writeAt(file, overwritten, original.bytes().subspan(overwritten))) {
         static_cast<void>(cutAt(file, size));
         return false;
     }
-    return writeAt(file, 0, present.bytes().first(overwritten)) && cutAt(file, present.size()) &&
+    return writeAt(file, 0, original.bytes().first(overwritten)) && cutAt(file, original.size()) &&
            FlushFileBuffers(file.get());
 }
 
@@ -145,7 +145,7 @@ std::string windowsDirectory() {
         directory.resize(length + 1);
         length = ask();
     }
-    // A path longer than the length reported before counts as a failure.
+    // A buffer that is still too small counts as a failure.
     directory.resize(length < directory.size() ? length : 0);
     if (!directory.empty() && !directory.ends_with('\\'))
         directory += '\\';

@@ -18,7 +18,7 @@ public:
     MappedFile(const MappedFile&) = delete;
     MappedFile& operator=(const MappedFile&) = delete;
 
-    /// Closes any open file first. False if a step fails or the file is empty. Locks out writers until close.
+    /// Closes any open file first. False if a step fails or the file is empty. Blocks writers until close().
     [[nodiscard]] bool open(const std::string& path);
 
     void close();
@@ -35,7 +35,7 @@ private:
     std::uint32_t size_ = 0;
 };
 
-/// Truncates and writes a file. Child processes do not inherit the handle: they would keep the file locked.
+/// Truncates and writes a file. Child processes do not inherit the handle: they would keep the file open.
 class [[nodiscard]] WrittenFile {
 public:
     explicit WrittenFile(const std::string& path);
@@ -45,7 +45,7 @@ public:
 
     [[nodiscard]] bool write(std::span<const std::byte> bytes);
 
-    /// False if the file is not open or some data did not reach it.
+    /// False if the file is not open or buffered data cannot be written.
     [[nodiscard]] bool close();
 
     bool isOpen() const { return stream_ != nullptr; }

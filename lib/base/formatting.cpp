@@ -16,12 +16,12 @@ namespace {
 
 [[maybe_unused]] const bool registered = registerSourceFile(__FILE__, RELEASE_DATE);
 
-/// Like relativeDay(), if the day of the month of `t` is known.
+/// Like relativeDay(), for a `t` whose day of the month is known.
 int daysUntil(TimeValue t, int dayOfMonth, TimeValue now) {
     // On purpose: the same day of the month a year ahead counts as today.
     const int days = secondsBetween(t, now) / 86400 % 365;
-    // fromDays clamps a negative count to 0, so for a past time the probe is `now`. Therefore a time 24 to 48
-    // hours ago gets -2, and "yesterday" means the last 24 hours only.
+    // fromDays clamps a negative count to 0, so for a past time the probe is `now`: 24 to 48 hours ago is -2,
+    // and "yesterday" means the last 24 hours only.
     const TimeValue probe = now + TimeSpan::fromDays(days);
     if (probe.day() == dayOfMonth)
         return days;
@@ -63,7 +63,7 @@ std::string formatRelative(TimeValue t, TimeValue now) {
 
 namespace {
 
-/// A pattern can set huge widths. If their sum wrapped around, too little would be reserved.
+/// Saturates because a pattern can set huge widths: a sum that wrapped around would reserve too little.
 std::size_t saturatingAdd(std::size_t a, std::size_t b) {
     return b > std::numeric_limits<std::size_t>::max() - a ? std::numeric_limits<std::size_t>::max() : a + b;
 }
@@ -81,7 +81,7 @@ std::size_t estimateFormattedLength(const char* pattern, std::size_t textsLength
             ++position;
             continue;
         }
-        // Nearly every conversion is a bare "%s". Looking for its width would take most of the time.
+        // Nearly every conversion is a bare "%s". Parsing a width there would take most of the time.
         long width = 0;
         if (*position != 's') {
             position += std::strspn(position, " 0.#+-%");

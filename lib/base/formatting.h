@@ -10,14 +10,14 @@
 
 namespace base {
 
-/// `strftime` in local time, in English, at most 127 characters. Empty for time 0 and for a negative `t`.
+/// `strftime` in local time and English. Empty for time 0, a negative `t` and results above 127 characters.
 std::string formatPattern(TimeValue t, const char* pattern);
 
 /// The signed number of days from `now` to `t`, as the relative phrases count them:
-/// - today: 0
-/// - less than 24 hours away: 1 after the next midnight, -1 before the last one
-/// - longer ago: each started period of 24 hours counts, so 24 to 48 hours ago is -2, 48 to 72 is -3
-/// - modulo 365: the same day of the month, 365 days ahead, is 0 again; the list's phrases rely on this
+/// - ahead: calendar days
+/// - less than 24 hours ago: 0 if today, else -1
+/// - longer ago: started periods of 24 hours, so 24 to 48 hours ago is -2
+/// - modulo 365: 365 days ahead, on the same day of the month, is 0 again
 int relativeDay(TimeValue now, TimeValue t);
 
 /// "yesterday at %s", "today at %s", "tomorrow at %s", or the weekday, month, day, year (unless it is the
@@ -43,8 +43,8 @@ std::size_t estimateFormattedLength(const char* pattern, std::size_t textsLength
 } // namespace detail
 
 /// Formats one to four texts (std::string or zero-terminated) into `out`, reusing its capacity. `out` must
-/// not be one of the texts. The pattern's conversions are "%s" with optional flags, width and precision;
-/// those beyond the last text get an empty text. False, with `out` empty, if memory runs out.
+/// not be one of the texts. The pattern's conversions are "%s" with optional flags, width and precision.
+/// Conversions beyond the last text get an empty text. False, with `out` empty, if memory runs out.
 template<class... Texts>
 [[nodiscard]] bool formatInto(std::string& out, const char* pattern, const Texts&... texts) {
     static_assert(sizeof...(Texts) >= 1 && sizeof...(Texts) <= std::tuple_size_v<detail::FormatTexts>);

@@ -21,7 +21,7 @@ std::string textOf(const LocaleText& buffer, int count) {
 } // namespace
 
 char lowerCase(char character) {
-    // The platform takes a "pointer" below 0x10000 as a single character and returns its result in this form.
+    // CharLowerA treats a "pointer" below 0x10000 as a single character and returns a character the same way.
     const auto code = static_cast<UINT_PTR>(static_cast<unsigned char>(character));
     return static_cast<char>(reinterpret_cast<UINT_PTR>(CharLowerA(reinterpret_cast<LPSTR>(code))));
 }

@@ -1,4 +1,4 @@
-// Locale and code page of the platform. Native builds of the portable code supply their own functions.
+// Locale and code page of the platform. Native builds implement these functions in tests/native.
 #pragma once
 
 #include "lib/base/dates.h"

@@ -17,7 +17,7 @@ namespace {
 constexpr std::string_view lineBreak = "\r\n";
 
 FileHandle openToAppend(const std::string& path) {
-    // All sharing is allowed, so that readers and editors of the file are not disturbed.
+    // Allows all sharing, so that other programs can read and edit the file.
     constexpr DWORD sharing = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
     return FileHandle(CreateFileA(path.c_str(), GENERIC_READ | FILE_APPEND_DATA, sharing, nullptr,
                                   OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));

@@ -48,13 +48,13 @@ HMODULE loadSystemLibrary(const std::string& name) {
     const UINT length = GetSystemDirectoryA(folder.data(), static_cast<UINT>(folder.size()));
     if (length == 0 || length >= folder.size())
         return nullptr;
-    // Needs the full path: Windows 7 without updates does not support LOAD_LIBRARY_SEARCH_SYSTEM32.
+    // A full path, because Windows 7 without updates does not support LOAD_LIBRARY_SEARCH_SYSTEM32.
     const std::string path = folder.data() + ('\\' + name);
     return LoadLibraryExA(path.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
 }
 
 bool createInstanceMutex(const std::string& name) {
-    // Never closed: the mutex exists until the process ends.
+    // Never closed, on purpose.
     return CreateMutexA(nullptr, TRUE, name.c_str()) && GetLastError() == ERROR_ALREADY_EXISTS;
 }
 
@@ -72,7 +72,7 @@ std::string windowText(HWND window) {
     } catch (const std::exception&) {
         return {};
     }
-    // The string has room for the terminating zero.
+    // A std::string has room for the terminating zero, too.
     GetWindowTextA(window, text.data(), length + 1);
     return text;
 }

@@ -7,15 +7,15 @@
 
 namespace base {
 
-/// Initialises COM until the program exits. Call once, first.
+/// Initialises COM until the program exits. Call once, before anything else.
 void startComponentLibrary();
 
 HINSTANCE moduleHandle();
 
 std::string executablePath();
 
-/// Loads "name.dll" from the system's folder until the program ends; null if there is none. Never loads it,
-/// or a library that it needs, from the program's folder.
+/// Loads the library `name` from the system's folder and never unloads it; null on failure. Neither this
+/// library nor those that it needs are loaded from the program's folder.
 HMODULE loadSystemLibrary(const std::string& name);
 
 /// Holds the mutex until the process ends. True if another instance already has it.
@@ -23,7 +23,7 @@ HMODULE loadSystemLibrary(const std::string& name);
 
 [[nodiscard]] bool isAnotherInstanceRunning();
 
-/// Empty if there is none or memory runs out.
+/// Empty if the window has no text or memory runs out.
 std::string windowText(HWND window);
 
 /// In the user's language, without the line break at the end.

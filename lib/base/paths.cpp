@@ -8,7 +8,7 @@ namespace {
 
 [[maybe_unused]] const bool registered = registerSourceFile(__FILE__, RELEASE_DATE);
 
-/// The position after the last backslash or, without one, after the last slash.
+/// The position after the last backslash or, if there is none, after the last slash.
 std::size_t fileNameStart(std::string_view path) {
     std::size_t separator = path.rfind('\\');
     if (separator == std::string_view::npos)

@@ -20,7 +20,7 @@ STARTUPINFOA startupInfoFor(int showCommand) {
     return info;
 }
 
-/// Passes on the program's standard handles, if it has any. The output of a hidden process is not passed on.
+/// Passes on the program's standard handles, if it has any. A hidden process gets only the input handle.
 void passStandardHandles(STARTUPINFOA& info, int showCommand) {
     const HANDLE input = GetStdHandle(STD_INPUT_HANDLE);
     const HANDLE output = GetStdHandle(STD_OUTPUT_HANDLE);

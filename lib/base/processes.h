@@ -20,8 +20,8 @@ inline constexpr std::uint32_t processFailed = 0xFFFFFFFF;
 
 /// Starts `commandLine` with the program's standard handles and waits until it ends or `timeoutMs`
 /// milliseconds have passed (INFINITE: no limit). Returns the exit code, STILL_ACTIVE (259) after a time-out,
-/// or processFailed if starting or waiting failed; an exit code can have that value, too. A failed wait
-/// leaves the process's handles open. `startError`, if given, receives a failed start's error code, else 0.
+/// or processFailed if starting or waiting failed; an exit code can equal processFailed. A failed wait leaves
+/// the process's handles open. `startError` receives the error code of the start; 0 if it succeeded.
 std::uint32_t runProcessAndWait(const std::string& commandLine, int showCommand, const std::string& directory,
                                 std::uint32_t timeoutMs, std::uint32_t* startError = nullptr);
 

@@ -17,7 +17,7 @@ boost::regex compile(std::string_view pattern, CaseRule defaultRule) {
         rule = pattern[1] == 'i' ? CaseRule::Insensitive : CaseRule::Sensitive;
         pattern.remove_prefix(3);
     }
-    // POSIX lists have no escapes, but the program's expressions use them.
+    // POSIX bracket lists have no escapes, but the program's expressions use them.
     constexpr boost::regex::flag_type noEscapes = boost::regex::no_escape_in_lists;
     boost::regex::flag_type syntax = boost::regex::extended & ~noEscapes;
     if (rule == CaseRule::Insensitive)

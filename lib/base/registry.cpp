@@ -54,14 +54,14 @@ bool readBytes(HKEY root, const std::string& path, std::initializer_list<DWORD> 
     if (RegQueryValueExA(key.get(), address.name.c_str(), nullptr, nullptr,
                          reinterpret_cast<BYTE*>(bytes.data()), &size) != ERROR_SUCCESS)
         return false;
-    bytes.resize(size); // the first size can exceed that of the text in the code page
+    bytes.resize(size); // for a text, the first size was only an upper bound
     out = std::move(bytes);
     return true;
 }
 
 bool writeValue(HKEY root, const std::string& path, DWORD type, const void* data, std::size_t size) {
     const ValueAddress address(path);
-    // The class name has no meaning. Existing keys have this one.
+    // The class name has no effect. Existing keys have this one.
     char keyClass[] = "REG_SZ";
     RegistryKey key;
     if (RegCreateKeyExA(root, address.subkey.c_str(), 0, keyClass, REG_OPTION_NON_VOLATILE,

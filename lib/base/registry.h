@@ -22,10 +22,10 @@ std::string getString(HKEY root, const std::string& path);
 
 std::uint32_t getNumber(HKEY root, const std::string& path, std::uint32_t fallback);
 
-/// Like readString, for REG_BINARY.
+/// Reads a REG_BINARY of any content. Fails like readString.
 [[nodiscard]] bool readBinary(HKEY root, const std::string& path, std::string& out);
 
-// Writing creates a missing key. Strings are written as REG_SZ without a terminating zero.
+// Writing creates a missing key. The type is REG_SZ, REG_DWORD or REG_BINARY.
 
 [[nodiscard]] bool writeString(HKEY root, const std::string& path, std::string_view text);
 [[nodiscard]] bool writeNumber(HKEY root, const std::string& path, std::uint32_t value);

@@ -10,7 +10,6 @@ namespace {
 
 [[maybe_unused]] const bool registered = registerSourceFile(__FILE__, RELEASE_DATE);
 
-/// Enters a value on construction and leaves it on destruction.
 class EnteredValue {
 public:
     EnteredValue(RegistryStore& store, std::string_view name) : store_(store), name_(name) {

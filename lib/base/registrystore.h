@@ -9,7 +9,7 @@
 
 namespace base {
 
-/// Typed access to the values below a path that enter() and leave() lengthen and shorten.
+/// Typed access to the values below a current path. enter() and leave() change the path.
 class RegistryStore {
 public:
     RegistryStore(HKEY root, std::string path) : root_(root), path_(std::move(path)) {}

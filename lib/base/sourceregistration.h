@@ -7,11 +7,11 @@ namespace base {
 
 class TimeValue;
 
-/// Each source calls this once before the entry point. `buildDate` is the release date, so that builds are
-/// reproducible, in the compiler's format ("Jul 23 2005 19:54:31"). Always true, to initialise a constant.
+/// Each source calls this once, before the entry point, to initialise a constant: the result is always true.
+/// `buildDate` is the release date, in the compiler's format ("Jul 23 2005 19:54:31").
 [[nodiscard]] bool registerSourceFile(std::string_view path, std::string_view buildDate);
 
-/// The latest registered date, which is the release's; 0 if there is none.
+/// The latest registered date; 0 if there is none.
 TimeValue buildTime();
 
 } // namespace base

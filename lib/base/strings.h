@@ -1,4 +1,4 @@
-// 8-bit strings in the system's ANSI code page. Nothing here fails. The runtime's `tolower` defines case.
+// Strings in the system's ANSI code page. The runtime's `tolower` defines case, except for toLower().
 #pragma once
 
 #include <cstddef>
@@ -14,7 +14,7 @@ inline constexpr std::string_view invalidFileNameChars = "\\/:*?\"<>|";
 
 inline constexpr std::uint32_t notFound = 0xFFFFFFFF;
 
-/// English letters only, in either case.
+/// A to Z, in either case.
 [[nodiscard]] bool isLetter(char character);
 
 std::string trim(std::string_view text, std::string_view set);
@@ -30,8 +30,7 @@ int compareNoCase(std::string_view a, std::string_view b);
 [[nodiscard]] bool startsWithNoCase(std::string_view text, std::string_view prefix);
 [[nodiscard]] bool endsWithNoCase(std::string_view text, std::string_view suffix);
 
-/// The first position p of `what` with from <= p < limit, ignoring case. `notFound` if there is none, if
-/// `what` is empty or if `from` is beyond the text.
+/// The first position p (from <= p < limit) of `what`, ignoring case. notFound if none or `what` is empty.
 std::uint32_t findNoCase(std::string_view text, std::string_view what, std::uint32_t from = 0,
                          std::uint32_t limit = notFound);
 
@@ -39,7 +38,7 @@ std::uint32_t findNoCase(std::string_view text, std::string_view what, std::uint
 /// digits (letters, too, if the base is above 10). 0 if there are no digits; wraps around if too large.
 std::int64_t toInteger(std::string_view text, int base);
 
-/// Overwrites the first `count` characters, lengthening a shorter text. A longer text keeps its tail.
+/// Overwrites the first `count` characters. Lengthens a shorter text.
 void fill(std::string& text, std::size_t count, char character);
 
 /// Piece `n`, counted from 0, of `text` split at each `separator`; empty if there is no such piece.

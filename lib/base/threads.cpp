@@ -17,7 +17,7 @@ namespace {
 
 [[maybe_unused]] const bool registered = registerSourceFile(__FILE__, RELEASE_DATE);
 
-/// The thread-local slot for the ring of a thread that startThread started.
+/// The thread-local ring of each thread that startThread started.
 const DWORD ringSlot = TlsAlloc();
 
 constinit ScratchRing programRing;
@@ -38,7 +38,7 @@ CALLED_BY_PLATFORM void runThread(void* parameter) {
     try {
         start->function(start->argument);
     } catch (...) {
-        // An exception that reached the runtime would end the program.
+        // An exception that left this function would end the program.
     }
 }
 

@@ -10,11 +10,11 @@ using ThreadFunction = void (*)(void* argument);
 
 inline constexpr std::uintptr_t threadFailed = static_cast<std::uintptr_t>(-1);
 
-/// Starts a thread that calls function(argument), which owns `argument`. If memory runs out, the thread may
-/// do nothing. Returns the runtime's thread handle, which the runtime closes, or threadFailed.
+/// Runs function(argument) on a new thread. The function owns `argument`. If memory runs out, the thread may
+/// do nothing. Returns a handle that the runtime closes, or threadFailed.
 std::uintptr_t startThread(ThreadFunction function, void* argument);
 
-/// Sixteen buffers in turn: each stays valid during the next fifteen requests. For one thread.
+/// Hands out sixteen buffers in turn: each is valid during the next fifteen requests. For one thread.
 class [[nodiscard]] ScratchRing {
 public:
     ScratchRing() = default;
@@ -24,7 +24,7 @@ public:
 
     /// At least `size` bytes, uninitialised; null if memory runs out. A buffer above 2048 bytes serves only
     /// requests of two thirds of its size or more, so that one large request does not hold memory for ever.
-    /// A slot whose allocation failed returns null by the same rule.
+    /// After a failed allocation, its slot returns null to all requests that the buffer would have served.
     void* buffer(std::size_t size);
 
     void clear();

@@ -38,7 +38,7 @@ void addEntries(ScheduleList& list, const ScheduledProject& pattern, std::span<c
             record.path = &name == names.data() ? name : base::directoryOf(names.front()) + "\\" + name;
             addEntry(list, std::move(record), state, clock, store);
         } catch (const std::bad_alloc&) {
-            continue; // skip this file
+            continue;
         }
     }
 }

@@ -9,8 +9,7 @@
 
 namespace scheduler {
 
-/// A new entry for the editor. It follows the schedule's last entry or, if it is the first, runs at start-up.
-/// Its time is `now` plus 60 seconds, rounded down to the minute.
+/// A new entry: after the last one or, if there is none, at start-up. Its time is the next minute's start.
 ScheduledProject newEntryTemplate(const ScheduleList& list, base::TimeValue now);
 
 /// Computes the next run, appends the record and saves. If memory runs out, nothing is appended or saved.

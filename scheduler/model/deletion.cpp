@@ -9,10 +9,10 @@
 namespace scheduler {
 namespace {
 
-/// Maps references to entries while entries are deleted one by one, from the highest position to the lowest,
-/// so that entries still to be deleted keep their positions. A deletion turns references to the deleted entry
-/// into references to its predecessor, and moves references to later entries down by one. This class finds
-/// the result for one reference without going through all deletions.
+/// Maps references (afterIndex) through deletions without applying each one. Entries are deleted one by one,
+/// from the highest position to the lowest, so the positions still to be deleted do not change. A deletion
+/// turns references to the deleted entry into references to its predecessor, the entry that it followed, and
+/// moves references to later entries down by one.
 class Deletions {
 public:
     /// `positions` must be in descending order.
@@ -28,7 +28,6 @@ public:
         findPredecessors(list);
     }
 
-    /// What the reference `before` becomes after all deletions.
     std::int32_t afterAll(std::int32_t before) const { return after(before, 0, stepCount()); }
 
 private:
@@ -37,9 +36,9 @@ private:
     /// Maps the reference `index`, valid before deletion number `step`, to its value before deletion `end`.
     std::int32_t after(std::int32_t index, std::int32_t step, std::int32_t end) const {
         while (step < end && index >= 0) {
-            // All references beyond the end have the same result as one just beyond it.
+            // The next deletion lowers any reference beyond the end to the current entry count at most.
             index = std::min(index, count_ + 1 - step);
-            // Deletions at higher positions do not change the reference, those at lower ones move it down.
+            // Deletions at higher positions do not change the reference: skip them.
             if (index <= positions_[at(step)])
                 step = reachedAt_[at(index)];
             if (step >= end)
@@ -52,7 +51,7 @@ private:
         return index;
     }
 
-    /// The position of each deleted entry's predecessor after that deletion.
+    /// Stores the position of each deleted entry's predecessor after that deletion.
     void findPredecessors(const ScheduleList& list) {
         for (std::int32_t step = 0; step < stepCount(); ++step) {
             const std::int32_t position = positions_[at(step)];

@@ -7,8 +7,8 @@
 
 namespace scheduler {
 
-/// Removes the entries at `positions` (any order, no duplicates). Followers of a removed entry follow its
-/// predecessor; an entry that would then follow itself runs at start-up.
+/// Removes the entries at `positions` (any order, no duplicates). Entries that followed a removed entry then
+/// follow its predecessor. An entry that would follow itself runs at start-up.
 void deleteEntries(ScheduleList& list, std::vector<std::size_t> positions);
 
 } // namespace scheduler

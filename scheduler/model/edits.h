@@ -4,8 +4,8 @@
 
 namespace scheduler {
 
-/// Copies the fields that the user edits. Keeps what the engine recorded in `entry`, and the next run, which
-/// the caller must recompute. Allocates nothing, so that an entry is never half edited.
+/// Copies the fields that the user edits. The engine's fields stay unchanged; the caller must recompute the
+/// next run. Allocates nothing, so that an entry is never half edited.
 void applyEdit(ScheduledProject& entry, ScheduledProject edited);
 
 } // namespace scheduler

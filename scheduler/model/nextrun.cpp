@@ -34,19 +34,19 @@ TimeValue startOfNextMonth(const LocalTime& local) {
     return fromLocalDate(local.year, local.month + 1, 1); // month 13 rolls over into January
 }
 
-/// Whether, for each n from 0 to 8, adding the time of day and n * 86400 seconds to `midnight` results in the
-/// n-th date after that of `midnight`. Daylight saving time is at most two hours from standard time, so only
-/// times within two hours of midnight can get another date.
+/// Whether `midnight` + `sinceMidnight` + n * 86400 seconds is on the n-th date after `midnight`, for n from
+/// 0 to 8. Daylight saving changes are at most two hours, so only times within two hours of midnight can get
+/// another date.
 bool datesCanBeCounted(TimeValue midnight, TimeSpan sinceMidnight) {
     constexpr TimeSpan twoHours = TimeSpan::fromMinutes(120);
-    // `midnight` is 0 if it cannot be represented, and sums beyond the range wrap around.
+    // `midnight` is 0 if it cannot be represented. Sums beyond the range wrap around.
     return TimeValue() < midnight && midnight < midnight + TimeSpan::fromDays(9) &&
            twoHours <= sinceMidnight && sinceMidnight + twoHours < oneDay;
 }
 
 } // namespace
 
-/// For the kinds that need the calendar. External and not inlined: otherwise the other kinds get slower.
+/// For the kinds that need the calendar. External linkage and noinline, or the other kinds get slower.
 [[gnu::noinline]] TimeValue nextRunByCalendar(const EngineState& state, const ScheduledProject& entry,
                                               TimeValue now, const base::Clock& clock) {
     return NextRuns(state, now, clock).of(entry);
@@ -93,7 +93,7 @@ TimeValue NextRuns::hourly(const ScheduledProject& entry) {
         hour_ = Hour{startOfHour(local), local.minute};
     }
     const TimeValue candidate = hour_->start + TimeSpan::fromMinutes(entry.minutes);
-    // From the start of its minute on, the run counts as past.
+    // The run counts as past from the start of its minute.
     return hour_->minute >= entry.minutes ? candidate + oneHour : candidate;
 }
 
@@ -108,9 +108,8 @@ TimeValue NextRuns::daily(const ScheduledProject& entry) {
             counted ? date().dayOfWeek + days : (candidate + TimeSpan::fromDays(days)).dayOfWeek();
         return entry.weekdays[static_cast<std::size_t>(weekday + 6) % 7] != 0;
     };
-    // A candidate that equals `now` is due. To reach `now`, at most one day is added. The day of the autumn
-    // change has 25 hours, so that night the result can still be before `now`: the entry is due again until
-    // midnight.
+    // A candidate that equals `now` is due. To reach `now`, at most one day is added. In the last hour of the
+    // 25-hour autumn day, the result can still be before `now`: the entry is then due again until midnight.
     const int first = candidate < now_ ? 1 : 0;
     int days = first;
     // If no weekday is set, the result is a week after the first candidate.

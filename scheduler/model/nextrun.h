@@ -14,9 +14,9 @@ struct EngineState {
 };
 
 /// When the entry is next due: TimeValue() means at once, TimeValue::never() never. An entry that follows
-/// another gets never: the engine sets its time when the other one has finished. Daily and monthly rules also
-/// read the clock. Days have 86400 seconds, on purpose: across a daylight saving change, a daily or monthly
-/// run is an hour off.
+/// another gets never(): the engine sets its time when the other one has finished. Daily and monthly rules
+/// take the date from `clock`. Days have 86400 seconds, on purpose: across a daylight saving change, a daily
+/// or monthly run is an hour off.
 base::TimeValue computeNextRun(const EngineState& state, const ScheduledProject& entry, base::TimeValue now,
                                const base::Clock& clock);
 

@@ -17,7 +17,7 @@ namespace {
 static_assert(std::endian::native == std::endian::little,
               "the file's numbers are copied as they lie in memory");
 
-// How many records ahead.
+// In records.
 constexpr std::size_t prefetchDistance = 8;
 
 /// Passes each field of a record to `visit`. The only place that defines the file's order of fields.

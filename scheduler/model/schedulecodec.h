@@ -19,15 +19,14 @@ inline constexpr std::uint32_t scheduleMagic = 0x0046C71C;
 /// Receives the content piece by piece; false stops.
 using ContentSink = std::function<bool(std::span<const std::byte>)>;
 
-/// Passes the file's content to `sink` through `buffer` (at least 8 bytes) instead of copying the schedule. A
-/// record that exceeds the buffer is passed field by field. False if the sink returned false.
+/// Passes the file's content to `sink` in pieces that fit into `buffer` (at least 8 bytes). A record that
+/// exceeds the buffer is passed field by field. False if the sink returned false.
 [[nodiscard]] bool encodeSchedule(std::span<const ScheduledProject> entries, std::span<std::byte> buffer,
                                   const ContentSink& sink);
 
-/// Fills `list` from a file's content. A damaged count costs no more memory than the content's size allows.
+/// Fills `list` from a file's content. A damaged count causes no large allocation.
 /// - False, `list` unchanged: fewer than 8 bytes, or a magic other than `expectedMagic` (0: any).
-/// - False, `list` empty: a count or string length not below the content's size, a truncated record, or too
-///   little memory.
+/// - False, `list` empty: a count not below the content's size, a truncated record, or out of memory.
 [[nodiscard]] bool decodeSchedule(std::span<const std::byte> content, std::uint32_t expectedMagic,
                                   ScheduleList& list);
 

@@ -49,9 +49,9 @@ struct ScheduledProject {
     std::uint8_t disconnectWhenDone = 0;
     std::uint8_t disabled = 0;
     std::uint8_t running = 0;
-    base::TimeValue waitingSince; ///< since when a due entry waits for another project; 0: not waiting
+    base::TimeValue waitingSince; ///< when a due entry began to wait for another project; 0: not waiting
     base::TimeValue runStart;
-    std::int32_t runNumber = 0; ///< links the run in progress to its end notice and its outcome
+    std::int32_t runNumber = 0; ///< identifies the run in progress in its end notice and its outcome
     base::TimeValue nextRun;    ///< 0: at once; TimeValue::never(): not at all
     std::uint32_t retryLimit = 0;
     std::uint32_t retriesDone = 0;

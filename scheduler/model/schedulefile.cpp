@@ -17,7 +17,7 @@ constexpr std::size_t bufferSize = 128 * 1024;
 
 std::string pathWith(const char* extension) {
     std::string path = base::windowsDirectory();
-    // Without a folder the path would be relative. An empty path cannot be opened or created.
+    // If the folder is unknown, the path stays empty and cannot be opened. The name alone would be relative.
     if (!path.empty())
         path.append("schedule.").append(extension);
     return path;
@@ -99,7 +99,7 @@ void ScheduleFile::copyBeforeSave() {
 }
 
 void ScheduleFile::chooseNextCopy(const ScheduleList& list) {
-    // An empty list must not replace `schedule.bak`: after loading a damaged file, the program saves one.
+    // An empty list must not replace `schedule.bak`: if the file is damaged, the program saves an empty list.
     copyExtension_ = list.empty() ? nullptr : "bak";
 }
 

@@ -11,7 +11,7 @@ namespace scheduler {
 /// `schedule.dat` in the Windows directory. Empty if that is unknown: nothing is then loaded or saved.
 std::string schedulePath();
 
-/// False if a step failed; a partly written file remains.
+/// On failure the file can be incomplete.
 [[nodiscard]] bool saveSchedule(const ScheduleList& list);
 
 /// Like decodeSchedule. A missing or empty file is a failure that leaves `list` unchanged.
@@ -28,7 +28,7 @@ public:
     virtual void onSaveFailed(const std::string& path, const std::string& reason) = 0;
 };
 
-/// Loads and saves at schedulePath(). Before overwriting a file it keeps a copy for the user, if it can:
+/// Loads and saves at schedulePath(). Before overwriting a file it makes a copy for the user, if possible:
 /// - `schedule.bak`: a completely loaded or written schedule that has entries
 /// - `schedule.damaged`: a file with content that could not be loaded; replaces an earlier one
 class ScheduleFile : public ScheduleStore {
@@ -36,7 +36,7 @@ public:
     /// The listener must outlive this object.
     explicit ScheduleFile(ScheduleFileListener& listener) : listener_(listener) {}
 
-    /// Like loadSchedule, but a missing file is no failure.
+    /// Notifies the listener of a failure unless the file is missing.
     void load(ScheduleList& list);
     void save(const ScheduleList& list) override;
 

@@ -24,8 +24,6 @@ std::ptrdiff_t ScheduleList::insert(std::size_t position, ScheduledProject recor
         // Out of memory, or more records than the address space holds.
         return noMemory;
     }
-    // Later entries move up by their move constructor, not bytewise: a short string's text is inside the
-    // string object.
     entries_.insert(entries_.begin() + static_cast<std::ptrdiff_t>(position), std::move(record));
     const bool appended = position + 1 == entries_.size();
     for (ScheduleObserver* const observer : observers_)

@@ -15,8 +15,7 @@ class ScheduleObserver {
 public:
     virtual ~ScheduleObserver() = default;
 
-    /// The schedule will hold `count` entries: allocate for later notices. If that throws, nothing is
-    /// inserted.
+    /// The schedule will hold `count` entries: allocate for later notices. If this throws, nothing changes.
     virtual void makeRoom(std::size_t /*count*/) {}
 
     // Called as soon as positions change, so that data stored by position stays correct.
@@ -35,11 +34,10 @@ public:
     virtual void onScheduleChanged() {}
 };
 
-/// The capacity to grow an array to: `neededCount` times 2 if `neededCount` records take less than 16384
-/// bytes, times 1.5 if they take less than 131072, else times 1.25. `recordSize` is in bytes.
+/// The capacity to grow to: `neededCount` times 2 below 16384 bytes, times 1.5 below 131072, else times 1.25.
 std::size_t grownCapacity(std::size_t neededCount, std::size_t recordSize);
 
-/// Entries in order, identified by position. For the user-interface thread.
+/// Entries in order, identified by position. Changes notify the observers. For the user-interface thread.
 class ScheduleList {
 public:
     static constexpr std::ptrdiff_t noMemory = -1;
@@ -61,12 +59,9 @@ public:
     auto begin() const { return entries_.begin(); }
     auto end() const { return entries_.end(); }
 
-    /// Inserts before `position`, or at the end if it is out of range. Notifies the observers. Returns the
-    /// position used, or noMemory with the schedule unchanged.
+    /// `position` is clamped to size(). Returns the position used, or noMemory with the schedule unchanged.
     std::ptrdiff_t insert(std::size_t position, ScheduledProject record);
     std::ptrdiff_t append(ScheduledProject record) { return insert(size(), std::move(record)); }
-
-    // These notify the observers, too.
 
     void remove(std::size_t position);
     /// `positions` must be in descending order.
@@ -74,7 +69,7 @@ public:
     void replace(std::size_t position, ScheduledProject record);
     void clear();
 
-    /// Replaces the whole schedule and notifies. False, with no change, if an observer runs out of memory.
+    /// Replaces the whole schedule. False, with no change, if an observer runs out of memory.
     [[nodiscard]] bool assign(std::vector<ScheduledProject> entries);
 
     /// Notifies the observers. Call after changing fields of entries.
@@ -97,8 +92,7 @@ private:
     bool changedInBatch_ = false;
 };
 
-/// Defers onScheduleChanged to the end of the outermost batch, where it is called once if anything changed.
-/// The list must outlive the batch.
+/// Defers onScheduleChanged to the end of the outermost batch. The list must outlive the batch.
 class [[nodiscard]] ScheduleBatch {
 public:
     explicit ScheduleBatch(ScheduleList& list) : list_(list) { ++list_.openBatches_; }

@@ -8,7 +8,7 @@ class ScheduleStore {
 public:
     virtual ~ScheduleStore() = default;
 
-    /// Handles its own failures: the schedule in memory is valid, and the next save tries again.
+    /// Handles its own failures: the schedule in memory stays valid, and the next save tries again.
     virtual void save(const ScheduleList& list) = 0;
 };
 
