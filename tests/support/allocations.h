@@ -16,7 +16,7 @@ inline std::size_t heldBlocks() {
     return allocationCount - deallocationCount;
 }
 
-/// Makes allocations of at least this many bytes fail during its lifetime.
+/// Makes allocations of `bytes` or more fail during its lifetime.
 class RefusedAllocations {
 public:
     explicit RefusedAllocations(std::size_t bytes = 0) { refusedSize = bytes; }

@@ -13,13 +13,11 @@
 namespace test {
 
 struct TemplateItem {
-    int id = 0;       ///< -1 if unused by the program
-    std::string kind; ///< class name in lower case
-    std::string text; ///< "#" and the id for a resource
-    int x = 0, y = 0; ///< dialog units
-    int width = 0;    ///< dialog units
-    int height = 0;   ///< dialog units
-    DWORD style = 0;  ///< without WS_CHILD
+    int id = 0;                              ///< -1 if unused by the program
+    std::string kind;                        ///< class name in lower case
+    std::string text;                        ///< "#" and the id for a resource
+    int x = 0, y = 0, width = 0, height = 0; ///< dialog units
+    DWORD style = 0;                         ///< without WS_CHILD
 
     bool operator==(const TemplateItem&) const = default;
 };

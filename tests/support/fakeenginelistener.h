@@ -1,4 +1,3 @@
-// Logs engine notifications.
 #pragma once
 
 #include "scheduler/run/engine.h"

@@ -1,4 +1,3 @@
-// Keeps history lines in memory.
 #pragma once
 
 #include "scheduler/run/runhistory.h"

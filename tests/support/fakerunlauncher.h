@@ -1,4 +1,3 @@
-// Records runs without starting a process.
 #pragma once
 
 #include "scheduler/run/runlauncher.h"

@@ -1,4 +1,3 @@
-// Logs run notifications.
 #pragma once
 
 #include "scheduler/run/runlistener.h"
@@ -11,7 +10,7 @@ namespace test {
 
 class FakeRunListener : public scheduler::RunListener {
 public:
-    EventLog* log = nullptr; ///< null for no log
+    EventLog* log = nullptr;
 
     void onRunStarted(const scheduler::ScheduledProject& entry, bool manual) noexcept override {
         if (log)

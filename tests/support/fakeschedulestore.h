@@ -1,4 +1,3 @@
-// Keeps saved schedules in memory.
 #pragma once
 
 #include "scheduler/model/schedulelist.h"

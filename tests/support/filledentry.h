@@ -1,4 +1,4 @@
-// An entry in which every field has a value of its own, not the default.
+// An entry whose fields differ from their defaults and from each other.
 #pragma once
 
 #include "scheduler/model/scheduledproject.h"

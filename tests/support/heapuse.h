@@ -9,7 +9,7 @@
 
 namespace test {
 
-/// Bytes of all used blocks. Areas reserved for small blocks count in full.
+/// Bytes in all used blocks of all heaps. Regions reserved for small blocks count in full.
 inline std::size_t heapBytesInUse() {
     std::array<HANDLE, 16> heaps{};
     const DWORD room = static_cast<DWORD>(heaps.size());

@@ -1,5 +1,5 @@
-// Replaces a platform function in a whole test program, by a function or by an object with a set answer.
-// Defines the import pointer, which the linker otherwise takes from an import library:
+// Replaces a platform function in a whole test program with a function, or with an object that can return a
+// preset answer. Defines the import pointer that the linker otherwise takes from an import library:
 //
 //     SCHEDULER_REPLACE_IMPORT(GetTickCount, "_GetTickCount@0", simulatedTickCount);
 //     SCHEDULER_STAND_IN("kernel32.dll", GetFileSize, "_GetFileSize@8");
@@ -44,7 +44,7 @@ public:
 
     std::atomic<int> calls = 0;
     void (*note)(Arguments...) = nullptr; ///< called first
-    /// If set, returned instead of calling the platform, after `callsBeforeAnswer` calls.
+    /// If set, returned instead of calling the platform, after `callsBeforeAnswer` more calls.
     std::optional<std::conditional_t<std::is_void_v<Result>, bool, Result>> answer;
     int callsBeforeAnswer = 0;
 

@@ -1,4 +1,4 @@
-// Times that are difficult for calendar code, in the zone of the test run.
+// Times that are difficult for calendar code.
 #pragma once
 
 #include <cstdint>
@@ -12,7 +12,7 @@ inline std::tm localFields(std::int32_t seconds) {
     return *std::localtime(&t);
 }
 
-/// The last quarter of an hour before each clock change from 2024 to 2026, by the rules of this runtime.
+/// The times 15 minutes before each local clock change from 2024 to 2026, by this runtime's rules.
 inline std::vector<std::int32_t> clockChanges() {
     std::vector<std::int32_t> changes;
     constexpr std::int32_t quarter = 900;

@@ -8,7 +8,7 @@
 
 namespace test {
 
-/// The block in which newer Wine's text controls keep the font, or null. Only controls with icons free it.
+/// The block in which newer Wine's text controls keep their font, or null. Only icon controls free it.
 inline void* blockOfText(HWND text) {
     void* const block = reinterpret_cast<void*>(static_cast<std::uintptr_t>(GetWindowLongA(text, 0)));
     return block && HeapValidate(GetProcessHeap(), 0, block) ? block : nullptr;
@@ -27,7 +27,7 @@ inline bool textsLoseTheirBlock() {
     return true;
 }
 
-/// Call for each sent message if textsLoseTheirBlock(). True if it freed a block.
+/// Call for each sent message if textsLoseTheirBlock(). Returns whether it freed a block.
 inline bool freeBlockOfDyingText(const CWPSTRUCT& message) {
     if (message.message != WM_NCDESTROY)
         return false;

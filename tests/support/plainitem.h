@@ -20,7 +20,7 @@ constexpr Second wrapped(Second second) {
     return static_cast<std::int32_t>(static_cast<std::uint32_t>(second));
 }
 
-/// Local time. For a negative second, the calendar year, the month and all other values are 0.
+/// Local time. Before 1970: year 0, month 0 (before January) and 0 in all other fields.
 inline std::tm fieldsOf(Second second) {
     std::tm none{};
     none.tm_year = -1900;
@@ -88,7 +88,7 @@ struct Item {
     }
 };
 
-/// `now` is the time of evaluation. `clock` may differ from it.
+/// Takes the day and the month from `clock` and compares with `now`.
 inline Second nextRunOf(const Item& item, Second now, Second clock, bool atLogOn) {
     const std::tm today = fieldsOf(clock);
     switch (item.kind) {

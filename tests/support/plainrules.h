@@ -16,7 +16,7 @@ struct Outcome {
     unsigned error = 0;
 };
 
-/// Callbacks to the environment, called in the order of events.
+/// Callbacks to the environment.
 struct World {
     std::function<bool(const Item& item, Second now)> start; ///< false if no thread could be started
     std::function<Outcome(int number)> outcome;
@@ -239,7 +239,7 @@ private:
             item.waitsSince = now;
             return;
         }
-        // Setting the clock back to a minute or more before the wait began ends it, unless waits are endless.
+        // A clock set back to a minute or more before the wait began ends the wait, unless waits are endless.
         const bool setBack = item.waitsSince - now >= 60;
         const bool endless = waitMinutes > 0xF0000000;
         if (setBack ? !endless : now >= item.waitsSince + (Second{waitMinutes} + 1) * 60) {

@@ -36,7 +36,7 @@ private:
     std::string path_;
 };
 
-/// Stores bytes unchanged. The platform's text functions may add a zero.
+/// Adds no terminating zero to `bytes`.
 inline void storeValue(HKEY root, const std::string& subkey, const char* name, DWORD type,
                        const std::string& bytes) {
     base::RegistryKey key;

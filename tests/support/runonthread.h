@@ -10,7 +10,7 @@
 
 namespace test {
 
-/// Runs `work` on a thread of base::startThread. wait() returns after the thread freed its ring.
+/// Runs `work` on a thread of base::startThread. wait() returns after the thread freed its scratch buffers.
 class ThreadRun {
 public:
     explicit ThreadRun(std::function<void()> work) : work_(std::move(work)) {

@@ -26,7 +26,7 @@ struct KindControls {
     std::vector<int> texts;
 };
 
-/// Controls for one kind only, except for the list of projects.
+/// The controls of one kind. Only IDC_AFTER_PROJECT is also visible with other kinds.
 constexpr KindControls controlsOf(scheduler::ScheduleKind kind) {
     switch (kind) {
     case scheduler::ScheduleKind::AfterProject:

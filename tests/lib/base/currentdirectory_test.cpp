@@ -16,7 +16,7 @@ std::wstring current() {
     return directory;
 }
 
-// The second name has characters outside the code page.
+// The second directory's name has characters outside the code page.
 TEST(CurrentDirectory, IsRestoredEvenAfterAnException) {
     const test::TemporaryFolder folder;
     const std::wstring before = current();

@@ -19,7 +19,7 @@ TEST(DateParsing, FirstMatchingLayoutDecides) {
     const std::int32_t july = localSeconds(2005, 7, 23);
     const std::int32_t evening = localSeconds(2005, 7, 23, 19, 54, 28);
     const std::int32_t november = 784'111'777;
-    // The asctime layout reads 2005 in "23 jul 2005" as a day of July 2000.
+    // The asctime layout reads "23 jul 2005" as day 2005 of July 2000.
     const std::int32_t day2005 = localSeconds(2000, 7, 2005);
     const struct {
         const char* text;

@@ -25,7 +25,7 @@ TEST(Dates, SpanOfDaysIsClamped) {
                 {-1, 0},
                 {1, 86400},
                 {24'855, 2'147'472'000},
-                // Clamped to 25,000 days, 2,160,000,000 seconds, which wrap around.
+                // Clamped to 25,000 days: 2,160,000,000 seconds, which wrap around.
                 {25'000, -2'134'967'296},
                 {largest, -2'134'967'296}};
     for (const auto& [days, seconds] : rows)
@@ -131,7 +131,7 @@ TEST(Dates, LocalFieldsRoundTrip) {
     for (const std::int32_t t : test::instants()) {
         const std::tm fields = test::localFields(t);
         if (fields.tm_year < 70)
-            continue; // the runtime may reject local dates before 1970, west of Greenwich
+            continue; // west of Greenwich; the runtime may reject local dates before 1970
         // Compare fields: in a repeated hour, the runtime may choose either instant.
         ASSERT_EQ(TimeValue(fromLocalFields(fields)).local(), TimeValue(t).local()) << t;
     }

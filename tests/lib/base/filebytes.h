@@ -28,7 +28,7 @@ inline base::FileHandle openFile(const std::string& path, DWORD access, DWORD sh
         CreateFileA(path.c_str(), access, sharing, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
 }
 
-/// True if no open handle prevents the file's deletion; deletes the file. Deletes the file to find out.
+/// Whether no open handle prevents the file's deletion. Deletes the file to find out.
 inline bool isFree(const std::string& path) {
     return DeleteFileA(path.c_str());
 }

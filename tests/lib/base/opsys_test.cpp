@@ -147,7 +147,7 @@ TEST_F(OpSys, WindowTextOfNoWindowIsEmpty) {
     EXPECT_EQ(windowText(destroyed), "");
 }
 
-/// Reports a longer text than it has, or one that is too long to allocate.
+/// Reports a text length greater than the real one, or too large to allocate.
 CALLED_BY_PLATFORM LRESULT CALLBACK windowWithWrongLength(HWND window, UINT message, WPARAM wParam,
                                                           LPARAM lParam) {
     if (message == WM_GETTEXTLENGTH)

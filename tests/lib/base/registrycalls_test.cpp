@@ -35,7 +35,7 @@ std::vector<REGSAM> opened, created; ///< access requested by each call
 
 class RegistryCalls : public test::RegistryTest {
 protected:
-    /// The first use of a predefined key and the first exception leave handles open, so both come first.
+    /// The first use of a predefined key and the first exception leave handles open, so count after both.
     static void SetUpTestSuite() {
         EXPECT_FALSE(deleteValue(user, "Software\\Missing"));
         EXPECT_THROW(throw std::bad_alloc(), std::bad_alloc);

@@ -123,10 +123,10 @@ TEST(RelativeTimes, PhraseNamesTheDayOrTheDateWithAnyOtherYear) {
         {local(2005, 7, 28, 0, 30), local(2005, 7, 27, 12), "tomorrow at 12:30 AM"},
         {local(2006, 1, 1, 0, 30), local(2005, 12, 31, 23, 59), "tomorrow at 12:30 AM"},
         {local(2005, 7, 26, 13), local(2005, 7, 27, 12), "yesterday at 1:00 PM"},
-        // More than 24 hours ahead is still tomorrow until midnight.
+        // The whole next day is tomorrow, even more than 24 hours ahead.
         {local(2005, 7, 29, 23, 59), local(2005, 7, 28, 12), "tomorrow at 11:59 PM"},
         {local(2005, 7, 30, 0), local(2005, 7, 28, 12), "Sat Jul 30 at 12:00 AM"},
-        // More than 24 hours ago gets a date, even if it was yesterday.
+        // A time more than 24 hours ago gets a date, even if it was yesterday.
         {local(2005, 7, 31, 22), local(2005, 8, 1, 23), "Sun Jul 31 at 10:00 PM"},
         {local(2005, 7, 27, 6), local(2005, 7, 28, 12), "Wed Jul 27 at 6:00 AM"},
         {local(2005, 7, 27, 21, 30), local(2005, 1, 1, 0), "Wed Jul 27 at 9:30 PM"},

@@ -1,4 +1,4 @@
-// Expected times, computed by the runtime for local fields and by the calendar for UTC.
+// Expected times, computed with the C runtime for local fields and with <chrono> for UTC.
 #pragma once
 
 #include "tests/support/instants.h"
@@ -10,7 +10,7 @@
 
 namespace test {
 
-/// Rolls over fields out of range, like the runtime. 0 if the result exceeds 32 bits.
+/// Fields out of range roll over. 0 if the result exceeds 32 bits.
 inline std::int32_t localSeconds(int year, int month, int day, int hour = 0, int minute = 0, int second = 0,
                                  int isDst = -1) {
     std::tm fields{};

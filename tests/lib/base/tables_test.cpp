@@ -24,7 +24,7 @@ TEST(Tables, Crc32GivesTheStandardsCheckValue) {
     EXPECT_EQ(crc32Table[255], 0x2D02EF8DU);
 }
 
-// A linear table follows from eight of its entries, so checking the powers of two covers every entry.
+// Each entry of a CRC table is the XOR of the entries at the powers of two in its index.
 TEST(Tables, Crc32IsLinear) {
     for (std::uint32_t a = 0; a < 256; ++a)
         for (std::uint32_t b = 0; b < 256; ++b)

@@ -63,7 +63,7 @@ TEST(Threads, ThreadHasTheDefaultStackAndDoesNothingWithoutMemory) {
     }
     EXPECT_EQ(stackSize, 0U);
     EXPECT_NE(thread, threadFailed);
-    // Anything but a timeout means that the thread ended. The runtime may have closed the handle.
+    // The runtime may have closed the handle, so any result but a timeout means that the thread ended.
     EXPECT_NE(WaitForSingleObject(reinterpret_cast<HANDLE>(thread), patience), DWORD{WAIT_TIMEOUT});
     EXPECT_FALSE(called);
 }

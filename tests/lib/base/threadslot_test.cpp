@@ -9,7 +9,7 @@
 
 namespace {
 
-/// Refuses only the first request after its initialisation, because the runtime library needs slots, too.
+/// If set, the next request for a slot is refused. Only one, because the runtime library needs slots, too.
 bool refuses = false;
 int refusals = 0;
 struct Refusal {

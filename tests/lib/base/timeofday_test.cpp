@@ -33,7 +33,7 @@ TEST(TimeOfDay, EveryMinuteIsParsedInEveryForm) {
             ASSERT_EQ(parseTimeOfDay(text).seconds(), minute * 60) << text;
         }
         for (const char* pattern : {"%d:%02d %s", "%02d%02d %s"}) {
-            // The compact form before 1:00 am needs the 12: "1205 am".
+            // Without a separator, the hour after midnight needs its 12: "1205 am".
             snprintf(text, sizeof(text), pattern, hour % 12 == 0 ? 12 : hour % 12, minute % 60,
                      hour < 12 ? "am" : "pm");
             ASSERT_EQ(parseTimeOfDay(text).seconds(), minute * 60) << text;

@@ -50,7 +50,7 @@ protected:
     }
     ~TrayIcon() override { DestroyWindow(window_); }
 
-    /// Exit handlers run in reverse order. Only the cache registers its own between these two.
+    /// Exit handlers run in reverse order. The cache registers its handler between the two below.
     static void SetUpTestSuite() {
         platform::Shell_NotifyIconA.note = [](DWORD message, NOTIFYICONDATAA* record) {
             shellCalls.push_back({message, *record});

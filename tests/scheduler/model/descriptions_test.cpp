@@ -134,13 +134,13 @@ TEST_F(Descriptions, SayWhenTheNextRunIs) {
     const TimeValue justAfter = now + TimeSpan::fromSeconds(1);
     const Schedule table[] = {
         {due(never, after(1)), "waiting for news.daily"},
-        {due(justAfter, after(1)), "waiting for news.daily"}, // although its time is set
+        {due(justAfter, after(1)), "waiting for news.daily"}, // even if its next run is set
         {due(now, after(1)), "Now"},
         {due(never, after(3)), "waiting for (unknown)"},
         {due(never, after(-1)), "waiting for (unknown)"},
         {due(never, ofKind(1)), "next startup"},
         {due(justAfter, ofKind(1)), "next startup"}, // a retry is pending
-        {due(TimeValue(), ofKind(1)), "Now"},        // until it starts
+        {due(TimeValue(), ofKind(1)), "Now"},        // not started yet
         {due(never, once(justBefore)), "(never)"},
         {due(never, ofKind(scheduler::kindCount)), "(never)"},
         {due(at(2026, 1, 5, 20, 10), hourly(10)), "today at 8:10 PM"},
@@ -192,7 +192,7 @@ TEST_F(Descriptions, SayWhenTheLastRunWas) {
     EXPECT_EQ(describeLastRun(entry, clock), "Mon Jan 05 at 8:00 PM");
 }
 
-// In zones offset by a quarter of an hour, days start a quarter of an hour before or after a full UTC hour.
+// Zone offsets are multiples of 15 minutes, so local midnight is at a quarter of an hour in UTC.
 TEST_F(Descriptions, StayValidUntilTheReportedTime) {
     int changes = 0;
     int checks = 0;

@@ -33,7 +33,7 @@ protected:
         unsigned cutFiles = 0; ///< kills that left a truncated schedule.dat
     };
 
-    /// Runs the saves in a process and kills it at each call of the last save, until one run completes.
+    /// Runs the saves in new processes and kills each at a later call of the last save, until one completes.
     template<class Prepare, class Expect>
     static Kills killAtEachCall(const std::vector<Schedule>& saves, const Prepare& prepare,
                                 const Expect& expectNothingLost) {
@@ -71,7 +71,7 @@ protected:
     }
 };
 
-// Files written in one piece and in several.
+// Entry counts before and after. A file with one entry is written in one piece, one with 3000 in several.
 const std::vector<std::pair<std::size_t, std::size_t>> sizes = {{3000, 1}, {1, 3000}};
 
 TEST_F(KilledSave, FirstSaveAfterALoadLosesNothing) {

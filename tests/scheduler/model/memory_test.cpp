@@ -147,7 +147,7 @@ TEST_F(Memory, DamagedFileUsesNoMoreThanItsSizeAllows) {
     putNumber(content, countOffset, 999'999); // the largest count below the file size
     const std::size_t before = allocatedBytes;
     EXPECT_FALSE(decode(content));
-    // Allowed: the largest possible array, and two more arrays while it grows.
+    // At most three times the largest possible array, because the array grows.
     EXPECT_LE(allocatedBytes - before, (content.size() / emptyRecordSize + 1) * 3 * sizeof(ScheduledProject));
 }
 

@@ -84,7 +84,7 @@ TEST_F(ScheduleList, RemovesManyEntriesInLinearTime) {
     for (std::size_t position = count - 1; position < count; position -= 2)
         everySecond.push_back(position);
     list.assign(std::move(entries));
-    // Removing one by one would move five billion records.
+    // Removing one by one would move more than a billion records.
     list.removeAll(everySecond);
     ASSERT_EQ(list.size(), count / 2);
     for (std::size_t i = 0; i < list.size(); ++i)

@@ -79,7 +79,7 @@ void detourSystemCalls(HMODULE module) {
 } // namespace
 
 void endAtSystemCall(unsigned number) {
-    // The C runtime and the program call the system through these two.
+    // The C runtime and the program call the system through these two libraries.
     for (const char* const name : {"kernelbase.dll", "kernel32.dll"})
         detourSystemCalls(GetModuleHandleA(name));
     callsLeft = number;

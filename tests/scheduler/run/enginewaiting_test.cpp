@@ -92,7 +92,7 @@ TEST_F(EngineWaiting, WaitedMinutesAreComparedUnsigned) {
         {1000, 940, 0xFFFFFFFE, true},
         {1000, 940, 0xFFFFFFFF, false},
         {highest, 1, 35'791'393, true},
-        // Waits without a practical limit.
+        // Wait times of 68 years and more.
         {1, highest, 0x7FFFFFFF, false},
         {1, highest, 35'791'394, false},
         {1, highest, 35'791'393, true},

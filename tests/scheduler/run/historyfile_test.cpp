@@ -14,7 +14,7 @@
 
 namespace {
 
-std::string localData; ///< no trailing backslash; empty: the platform call fails
+std::string localData; ///< no trailing backslash; if empty, the platform call fails
 int requestedFolder = 0;
 
 HRESULT WINAPI simulatedFolder(HWND, int folder, HANDLE, DWORD, LPSTR path) {

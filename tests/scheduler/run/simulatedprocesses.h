@@ -1,4 +1,4 @@
-// Simulated processes: records each start. All end when `over` is signalled. Include in one source file only.
+// Simulates processes and records their starts. All end when `over` is set. Include in one source file only.
 #pragma once
 
 #include "lib/base/handles.h"

@@ -147,7 +147,7 @@ TEST_F(Controls, ARadioGroupStoresTheIndexOfTheFirstCheckedButtonAndMinusOneForN
     dialog.store();
     EXPECT_EQ(field, -1);
     for (const auto& [id, stored] : {std::pair{IDC_THIRD_CHOICE, 2}, {IDC_SECOND_CHOICE, 1}}) {
-        // Only buttons that do not uncheck each other can both be checked.
+        // Without BS_AUTORADIOBUTTON, two buttons can be checked.
         SendMessageA(item(id), BM_SETSTYLE, BS_RADIOBUTTON, FALSE);
         CheckDlgButton(dialog.handle(), id, BST_CHECKED);
         dialog.store();

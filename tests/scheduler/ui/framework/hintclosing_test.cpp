@@ -95,7 +95,7 @@ TEST_F(HintClosing, ItClosesWhenTheMouseLeavesItsOwner) {
             ASSERT_NE(WindowFromPoint({400, 300}), owner.handle());
         }
         const HWND window = shown(owner);
-        // The hover timer fires before one of twice its time, even on a slow machine.
+        // Even on a slow machine, the hover timer fires before a timer with twice its time.
         SetTimer(owner.handle(), 1, 2 * hover, nullptr);
         EXPECT_TRUE(test::pumpUntil([&] { return owner.hasSeen(WM_TIMER); }));
         ASSERT_TRUE(IsWindow(window)) << "the mouse is still there";
