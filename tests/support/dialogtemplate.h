@@ -15,7 +15,7 @@ namespace test {
 struct TemplateItem {
     int id = 0;                              ///< -1 if unused by the program
     std::string kind;                        ///< class name in lower case
-    std::string text;                        ///< "#" and the id for a resource
+    std::string text;                        ///< for a resource, "#" and its id
     int x = 0, y = 0, width = 0, height = 0; ///< dialog units
     DWORD style = 0;                         ///< without WS_CHILD
 

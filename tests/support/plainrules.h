@@ -22,7 +22,7 @@ struct World {
     std::function<Outcome(int number)> outcome;
     std::function<void(const Item& item)> message; ///< reports a system error
     std::function<void()> redraw;
-    std::function<void(bool suspended)> show; ///< shows a suspension or resumption
+    std::function<void(bool suspended)> show;
     std::function<void()> save;
 };
 

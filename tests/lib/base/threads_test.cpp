@@ -90,8 +90,8 @@ std::uint32_t allocationsOf(const std::function<void()>& work) {
     return scratchAllocationCount() - before;
 }
 
-/// Advances the ring by 15 of its 16 slots.
-void ask15(ScratchRing& ring) {
+/// The ring has 16 slots.
+void advanceBy15(ScratchRing& ring) {
     for (int i = 0; i < 15; ++i)
         ring.buffer(1);
 }
@@ -128,7 +128,7 @@ TEST(Threads, RingReusesABufferOrReplacesItWithTheRequestedSize) {
         ScratchRing ring;
         void* const before = ring.buffer(first);
         EXPECT_EQ(sizeOf(before), first);
-        ask15(ring);
+        advanceBy15(ring);
         void* buffer = nullptr;
         EXPECT_EQ(allocationsOf([&] { buffer = ring.buffer(second); }), kept ? 0U : 1U);
         EXPECT_EQ(sizeOf(buffer), kept ? first : second);
@@ -143,7 +143,7 @@ TEST(Threads, RingRemembersAFailedAllocationAsABufferOfThatSize) {
     for (const auto& [second, allocations] : rows) {
         ScratchRing ring;
         EXPECT_EQ(allocationsOf([&] { EXPECT_EQ(ring.buffer(tooMuch), nullptr); }), 1U);
-        ask15(ring);
+        advanceBy15(ring);
         void* buffer = nullptr;
         EXPECT_EQ(allocationsOf([&] { buffer = ring.buffer(second); }), allocations) << second;
         EXPECT_EQ(buffer != nullptr, second <= 5000) << second;

@@ -30,7 +30,7 @@ class KilledSave : public test::ScheduleFolder {
 protected:
     struct Kills {
         unsigned count = 0;
-        unsigned cutFiles = 0; ///< kills that left a truncated schedule.dat
+        unsigned truncatedFiles = 0; ///< kills that left a truncated schedule.dat
     };
 
     /// Runs the saves in new processes and kills each at a later call of the last save, until one completes.
@@ -57,7 +57,7 @@ protected:
             }
             ++kills.count;
             scheduler::ScheduleList list;
-            kills.cutFiles += !scheduler::loadSchedule(list, 0x0046C71C);
+            kills.truncatedFiles += !scheduler::loadSchedule(list, 0x0046C71C);
         }
     }
 
@@ -66,8 +66,8 @@ protected:
     }
 
     static void report(const Kills& kills) {
-        EXPECT_GT(kills.cutFiles, 0U) << "no kill happened during the write";
-        std::cout << kills.count << " kills, " << kills.cutFiles << " left a truncated file\n";
+        EXPECT_GT(kills.truncatedFiles, 0U) << "no kill happened during the write";
+        std::cout << kills.count << " kills, " << kills.truncatedFiles << " left a truncated file\n";
     }
 };
 

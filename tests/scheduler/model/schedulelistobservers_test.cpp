@@ -116,7 +116,7 @@ TEST_F(ScheduleObservers, PreventInsertionWhenTheyHaveNoMemory) {
 }
 
 TEST_F(ScheduleObservers, AreNotifiedOnceAtTheEndOfABatch) {
-    list.noteChange(); // before the batch
+    list.noteChange(); // must not count as a change of the batch
     newEvents();
     {
         const ScheduleBatch batch(list);

@@ -19,7 +19,7 @@ using Names = std::vector<std::string>;
 
 struct SimulatedService {
     Names phoneBook;
-    std::size_t spareRecords = 1; ///< records that it requires beyond its entries
+    std::size_t spareRecords = 1; ///< records required in addition to one per entry
     int failingCall = 0;          ///< number of the call that fails; 0 for none
     DWORD reportedBeyond = 0;     ///< entries reported beyond the buffer size
     int calls = 0;

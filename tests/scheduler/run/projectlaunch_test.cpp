@@ -20,7 +20,7 @@ void associate(const std::string& extension, const std::string& command) {
     ASSERT_TRUE(base::writeString(HKEY_CLASSES_ROOT, "Corvane.Test\\shell\\open\\command\\", command));
 }
 
-/// Provides an existing program. Each test program has its own Windows.
+/// Changes the real file associations, which is safe: each test program runs in its own Wine prefix.
 class ProjectLaunch : public testing::Test {
 protected:
     ProjectLaunch() {

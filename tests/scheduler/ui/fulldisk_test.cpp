@@ -49,7 +49,7 @@ TEST_F(FullDisk, TheNextSaveWritesWhatAFailedSaveCouldNot) {
 }
 
 TEST_F(FullDisk, TheProgramExitsAndSavesTheColumnWidths) {
-    command(IDM_ENABLE); // nothing is pending: Exit asks nothing
+    command(IDM_ENABLE); // disables the entry, so that Exit does not ask
     ASSERT_TRUE(DeleteFileA(scheduler::schedulePath().c_str()));
     const test::FullDisk full;
     PostMessageA(handle(), WM_COMMAND, IDM_EXIT, 0);

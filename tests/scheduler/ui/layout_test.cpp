@@ -1,4 +1,4 @@
-// Runs at several resolutions: every control fits its text and its dialog.
+// Runs at several resolutions. Every control must have room for its text and be inside its dialog.
 
 #include "lib/base/opsys.h"
 #include "lib/base/registry.h"
@@ -64,7 +64,7 @@ void expectRoomForText(HWND control) {
     EXPECT_LE(needed.cy, place.bottom - place.top) << describe(control);
 }
 
-/// A list's items do not get the height of the font by themselves.
+/// The height of a list's items does not follow the font automatically.
 void expectRoomForItems(HWND list) {
     if (classOf(list) != "combobox")
         return;

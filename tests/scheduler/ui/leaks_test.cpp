@@ -40,10 +40,10 @@ protected:
             UnhookWindowsHookEx(hook_);
     }
 
-    /// The platform caches objects of the first dialogs; a leak grows with every batch.
+    /// The platform caches objects of the first dialogs, so only growth in every batch counts as a leak.
     static void expectNoLeak(const std::function<void()>& open, const std::function<void(HWND dialog)>& use) {
         constexpr int batches = 10;
-        // More than a heap reserves at once, so that every batch shows a leak.
+        // A batch must leak more than a heap reserves at once. Otherwise a leak does not show in every batch.
         constexpr int batch = 40;
         ResourceUse before;
         for (int time = 0; time < batches; ++time) {

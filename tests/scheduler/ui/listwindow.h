@@ -60,7 +60,7 @@ public:
 
     FakeClock clock{base::TimeValue(1'000'000)};
     scheduler::ScheduleList schedule;
-    int stateQueries = 0; ///< how often the rows asked for the engine's state
+    int stateQueries = 0; ///< queries of the engine's state by `rows`
     scheduler::ScheduleRows rows{schedule,
                                  [this] {
                                      ++stateQueries;

@@ -23,7 +23,7 @@ using testing::Pair;
 
 class MainWindow : public test::MainWindowTest {
 protected:
-    std::vector<std::pair<UINT_PTR, UINT>> timers; ///< started for windows: id and milliseconds
+    std::vector<std::pair<UINT_PTR, UINT>> timers; ///< window timers started: id and milliseconds
     std::vector<UINT_PTR> killedTimers;
 
 private:

@@ -36,7 +36,7 @@ protected:
         currentTime = nullptr;
     }
 
-    /// Due at once after a log-on.
+    /// An entry that is due at once after a log-on.
     static scheduler::ScheduledProject entry(const std::string& path) {
         scheduler::ScheduledProject entry;
         entry.path = path;

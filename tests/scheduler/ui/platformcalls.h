@@ -1,4 +1,4 @@
-// Platform functions that tests may replace by an Override; platformcalls.cpp redirects the imports.
+// Platform functions that tests can replace with an Override. platformcalls.cpp redirects the imports.
 #pragma once
 
 #include "lib/base/dates.h"
@@ -107,10 +107,10 @@ public:
 /// If set, called instead of starting a thread. Returning false simulates a failure.
 inline std::function<bool()> startThread;
 
-/// Replaces the program's clock if set.
+/// If set, replaces the program's clock.
 inline std::function<base::TimeValue()> currentTime;
 
-/// Replaces message boxes: records and answers them.
+/// Records and answers message boxes instead of showing them.
 class MessageBoxes {
 public:
     struct Box {

@@ -79,7 +79,7 @@ TEST_F(ProgramExit, TakesItsStepsInOrderWithoutAskingWhenNothingIsPending) {
     EXPECT_NE(preferences_.windowState, base::WindowState{}) << "the placement of the window";
     EXPECT_EQ(autostart(), "\"" + base::executablePath() + "\" /s");
     preferences_.autostart = false;
-    for (int time = 0; time < 2; ++time) { // the second time the value is missing
+    for (int time = 0; time < 2; ++time) { // the second time, the value is missing
         exit_.exitProgram(ExitMode::AskFirst);
         EXPECT_EQ(events_.back(), "quit 0");
     }

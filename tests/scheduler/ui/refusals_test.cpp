@@ -1,4 +1,4 @@
-// Platform calls fail: the program runs without their results or reports a failed start.
+// If platform calls fail, the program runs without their results or reports a failed start.
 
 #include "lib/base/base.h"
 #include "resources/ids.h"
@@ -24,7 +24,7 @@ using framework::Window;
 using framework::WindowClass;
 using test::Override;
 
-/// The call that fails, or the class of the windows that cannot be created.
+/// Name of the call that fails, or of the class whose windows cannot be created.
 std::string refused;
 int refusals = 0;
 
@@ -50,7 +50,7 @@ protected:
     Refusals() { base::applicationName = "Corvane Scheduler"; }
     ~Refusals() override { refused.clear(); }
 
-    /// The first two calls fill the platform's caches.
+    /// The first two calls of `act` fill the platform's caches.
     template<class Action>
     static void expectNoLeak(const char* name, const Action& act) {
         SCOPED_TRACE(name);
@@ -112,7 +112,7 @@ private:
         icons_ += message == NIM_ADD ? 1 : message == NIM_DELETE ? -1 : 0;
         return refuses("Shell_NotifyIconA") ? FALSE : test::Shell_NotifyIconACall::original(message, record);
     }};
-    /// This is the last call before the message loop, so it posts the Exit command to that loop.
+    /// Posts the Exit command, because this is the last call before the message loop.
     Override<test::LoadAcceleratorsACall> accelerators_{[](HINSTANCE instance, LPCSTR name) {
         PostMessageA(FindWindowA(nullptr, "Corvane Scheduler"), WM_COMMAND, IDM_EXIT, 0);
         return refuses("LoadAcceleratorsA") ? nullptr : test::LoadAcceleratorsACall::original(instance, name);

@@ -19,7 +19,7 @@ protected:
     }
 };
 
-/// Records requests for the focus: controls of a hidden page never get the focus itself.
+/// Records focus requests, because controls of a hidden page never get the focus.
 class FocusRequests : public framework::MessageFilter {
 public:
     framework::Handled filterMessage(framework::Window&, const framework::Message& message) override {

@@ -11,7 +11,7 @@
 
 namespace test {
 
-/// Calls `act` once with this thread's next dialog. Must outlive the dialog; one at a time.
+/// Calls `act` once with this thread's next dialog. Must outlive the dialog. Only one may exist at a time.
 class WhileOpen {
 public:
     explicit WhileOpen(std::function<void(HWND dialog)> act) {
@@ -35,7 +35,7 @@ private:
     }
 
     CALLED_BY_PLATFORM static BOOL CALLBACK findDialog(HWND window, LPARAM found) noexcept {
-        constexpr WORD dialogClass = 32770; // the class of the platform's dialogs
+        constexpr WORD dialogClass = 32770; // class atom of the platform's dialogs
         if (GetClassWord(window, GCW_ATOM) != dialogClass || !IsWindowVisible(window))
             return TRUE;
         *reinterpret_cast<HWND*>(found) = window;

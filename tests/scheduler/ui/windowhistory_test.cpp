@@ -18,7 +18,6 @@ using testing::IsEmpty;
 using testing::Not;
 using testing::StartsWith;
 
-/// What the main window records in the history.
 class WindowHistory : public test::MainWindowTest {
 protected:
     WindowHistory() { deleteHistory(); }

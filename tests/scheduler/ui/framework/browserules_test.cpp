@@ -22,7 +22,7 @@ TEST(BrowseRules, TheButtonIsAtTheRightAndTheEditTakesTheRest) {
         {{10, 20, 310, 43}, 50, {10, 20, 246, 43}, {250, 20, 310, 43}}, // just high enough
         {{10, 20, 310, 41}, 50, {10, 20, 246, 41}, {250, 19, 310, 42}}, // two pixels short
         {{0, 10, 200, 29}, 9, {0, 10, 177, 29}, {181, 8, 200, 31}},     // four pixels short
-        {{0, 10, 200, 30}, 9, {0, 10, 177, 30}, {181, 9, 200, 32}}};    // three: the odd pixel goes below
+        {{0, 10, 200, 30}, 9, {0, 10, 177, 30}, {181, 9, 200, 32}}};    // three short: one above, two below
     for (const auto& row : cases) {
         const framework::BrowseLayout layout = framework::layOutBrowseEdit(row.place, row.textWidth);
         EXPECT_TRUE(EqualRect(&layout.edit, &row.edit)) << &row - cases;

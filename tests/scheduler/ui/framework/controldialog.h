@@ -7,7 +7,7 @@
 
 namespace test {
 
-/// Fixture: a dialog with one control of each kind.
+/// A dialog with all kinds of controls.
 class ControlDialogTest : public testing::Test {
 protected:
     void SetUp() override { open(); }

@@ -54,7 +54,7 @@ SIZE sizeOfLine(const std::string& text) {
     return size;
 }
 
-TEST(HintFace, ItsExtentIsThatOfItsTextPlusMarginsIfRounded) {
+TEST(HintFace, ExtentIsTheSizeOfItsTextPlusMarginsIfRounded) {
     for (const std::string text :
          {"x", "A hint & its text", "Spider project, next run tomorrow at 5:30 PM"}) {
         const SIZE plain = hintExtent(text, HintStyle::Plain, 1000);

@@ -54,7 +54,7 @@ inline framework::Hint hintAt(POINT point, const char* text = "A hint") {
     return hint;
 }
 
-/// Fixture: starts with the mouse inside the owner, closes all hints at the end.
+/// Starts with the mouse inside the owner and closes all hints at the end.
 class HintTest : public testing::Test {
 protected:
     void SetUp() override { SetCursorPos(400, 300); }

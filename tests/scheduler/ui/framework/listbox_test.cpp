@@ -12,7 +12,7 @@ namespace {
 using framework::ItemList;
 using framework::ListControl;
 
-/// Makes the list's items too low, as a platform font smaller than the dialog's does.
+/// Makes the list's items too low, as a system font smaller than the dialog's font does.
 class LowItems : public framework::Control {
 public:
     explicit LowItems(framework::ControlHost& host) : Control(host, IDC_LIST_LABEL) {}

@@ -61,7 +61,7 @@ TEST_F(NumberEdit, CorrectsTextsThatAreZeroOrOutOfRange) {
     const struct {
         const char* text;
         NumberRange range;
-        std::string expected; ///< empty: no correction
+        std::string expected; ///< empty for no correction
     } cases[] = {{"", delay, "[0]"},        {"0", delay, "[0]"},      {"000", delay, "[0]"},
                  {"1", delay, ""},          {"0001", delay, ""},      {"1440", delay, ""},
                  {"1441", delay, "1440|"},  {"9999", delay, "1440|"}, {"", dayOfMonth, "[1]"},

@@ -26,7 +26,7 @@ protected:
     }
 
     DWORD askedFlags = 0;
-    bool ignoresPremature = false; ///< true: pages are created only when shown
+    bool ignoresPremature = false; ///< if true, pages are created only when shown
     const test::Override<test::PropertySheetACall> sheets{[this](LPCPROPSHEETHEADERA header) {
         askedFlags = header->dwFlags;
         std::vector<PROPSHEETPAGEA> pages(header->ppsp, header->ppsp + header->nPages);

@@ -65,7 +65,7 @@ private:
 class Stepped {
 public:
     std::vector<std::function<void()>> steps;
-    bool stepping = true; ///< false: no further step is posted
+    bool stepping = true; ///< if false, no further step is posted
     std::string log;
 
     virtual ~Stepped() = default;

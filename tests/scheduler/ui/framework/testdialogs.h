@@ -28,7 +28,7 @@
 #define IDD_LARGE_PAGE 204
 #define IDD_SMALL_PAGE 205
 
-// Texts with lengths around that of the first read.
+// Texts around the length that fills the first read's buffer.
 #define IDS_SHORT 500
 #define IDS_BELOW 501
 #define IDS_AT 502

@@ -55,7 +55,7 @@ TEST_F(TimeFields, ATimeOfDayIsAddedInSecondsToLocalMidnight) {
         const TimeValue start = TimeValue::fromLocal(2005, 1, day, 0, 0, 0, -1);
         ASSERT_EQ(timeOfDayFromText("23:59:59", noon), start + TimeSpan::fromSeconds(86399)) << day;
     }
-    // A negative time has no midnight.
+    // The midnight of a negative time is 0.
     EXPECT_EQ(timeOfDayFromText("0:01", TimeValue(-5)), TimeValue(60));
 }
 
@@ -64,7 +64,7 @@ TEST_F(TimeFields, TextsSurviveARoundTrip) {
         ASSERT_EQ(dateTimeFromText(dateTimeText(at(0, minute))), at(0, minute)) << minute;
     for (int second = 0; second < 86400; second += 7)
         ASSERT_EQ(timeOfDayFromText(timeOfDayText(at(0, 0, second)), at(12, 0)), at(0, 0, second)) << second;
-    // From 1970, in local time of every zone, to 2037. No zone skips or repeats noon.
+    // From 3 January 1970 to the end of 2037. No zone skips or repeats noon.
     for (int day = 3; day <= 68 * 365 + 17; ++day) {
         const TimeValue noon = TimeValue::fromLocal(1970, 1, day, 12, 0, 0, -1);
         ASSERT_EQ(dateTimeFromText(dateTimeText(noon)), noon) << day;

@@ -223,7 +223,7 @@ TEST_F(Windows, EachRemainingFilterRunsOnceWhenOthersAreRemoved) {
     LoggingFilter third(*filtered, log, "third", [&] { return filtered->removeFilter(*last), std::nullopt; });
     last = &third;
     EXPECT_EQ(asked(), "third second window") << "a removed filter does not run";
-    filtered->addFilter(first); // runs before the second, which removes it
+    filtered->addFilter(first); // runs before the second filter removes it
     EXPECT_EQ(asked(), "first second window");
 }
 
