@@ -9,7 +9,7 @@
 namespace base {
 namespace {
 
-TEST(TimeOfDay, IsSecondsAfterMidnight) {
+TEST(TimeOfDay, IsInSecondsAfterMidnight) {
     const struct {
         const char* text;
         std::int32_t seconds;

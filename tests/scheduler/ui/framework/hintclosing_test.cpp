@@ -18,7 +18,7 @@ protected:
     }
 };
 
-TEST_F(HintClosing, ItsTimerPostsItsClose) {
+TEST_F(HintClosing, TheTimerPostsAClose) {
     HintOwner owner;
     const HWND window = shown(owner);
     SendMessageA(window, WM_TIMER, 2, 0);
