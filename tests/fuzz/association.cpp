@@ -1,4 +1,4 @@
-// Fuzzes the registered command of a project and the spider's command line built from it.
+// Fuzzes the command registered for projects, and the spider's command line that is built from it.
 #include "lib/base/placeholders.h"
 #include "scheduler/run/commandline.h"
 #include "tests/fuzz/fuzzing.h"
@@ -33,7 +33,7 @@ bool isBlank(char character) {
            character == '\f';
 }
 
-std::string plainly(const std::string& command) {
+std::string plainAssociation(const std::string& command) {
     std::string rest = without(without(command, placeholderAt), quotesAt);
     while (!rest.empty() && isBlank(rest.back()))
         rest.pop_back();
@@ -84,8 +84,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string command(input.rest());
 
     const std::string association = base::withoutPlaceholders(command);
-    require(association == plainly(command), "the command has lost its placeholders and no more");
+    require(association == plainAssociation(command), "withoutPlaceholders() agrees with plainAssociation()");
     require(scheduler::composeCommandLine(entry, association) == plainLine(entry, association),
-            "the command line is that of the rule");
+            "composeCommandLine() agrees with plainLine()");
     return 0;
 }

@@ -1,4 +1,4 @@
-// Fuzzes how a command line is split into words and how the folder of its program is found.
+// Fuzzes splitting a command line into words and finding the folder of its program.
 #include "lib/base/expressions.h"
 #include "scheduler/run/workingdirectory.h"
 #include "tests/fuzz/fuzzing.h"
@@ -16,7 +16,7 @@ bool isBlank(char character) {
     return blanks.find(character) != std::string_view::npos;
 }
 
-/// Each word extends to the next white space, or to the end of a quoted text if that is longer.
+/// A word ends before white space, but if it begins with a quote, not before its closing quote.
 std::vector<std::string> plainWords(std::string_view text) {
     std::vector<std::string> words;
     std::size_t at = 0;
@@ -60,7 +60,8 @@ std::string plainFolder(std::string_view text) {
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view text(reinterpret_cast<const char*>(data), size);
-    require(base::commandToken.matchesIn(text) == plainWords(text), "the words are those of the rule");
-    require(scheduler::workingDirectoryOf(text) == plainFolder(text), "the folder is that of the first word");
+    require(base::commandToken.matchesIn(text) == plainWords(text), "commandToken agrees with plainWords()");
+    require(scheduler::workingDirectoryOf(text) == plainFolder(text),
+            "workingDirectoryOf() agrees with plainFolder()");
     return 0;
 }

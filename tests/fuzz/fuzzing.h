@@ -9,7 +9,7 @@
 
 namespace fuzzing {
 
-/// Aborts unless `holds`. The fuzzer then keeps the input.
+/// Aborts unless `holds`, so that the fuzzer saves the input.
 inline void require(bool holds, const char* what) {
     if (holds)
         return;

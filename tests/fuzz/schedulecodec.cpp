@@ -14,26 +14,26 @@ using scheduler::ScheduleList;
 
 namespace {
 
-/// For the largest possible entry array, a second one while it grows for a damaged entry, and the texts.
+/// An upper bound for decoding: the entry array, its reallocation at twice the size, and the texts.
 std::size_t memoryFor(std::size_t contentSize) {
     return (contentSize / 82 + 1) * 3 * sizeof(scheduler::ScheduledProject) + 2 * contentSize + 3 * 64;
 }
 
 void checkEntries(const ScheduleList& list, const std::vector<plain::Item>& items) {
-    require(list.size() == items.size(), "there are as many entries as records");
+    require(list.size() == items.size(), "the list has an entry for each record");
     for (std::size_t i = 0; i < items.size(); ++i)
-        require(plain::itemOf(list[i]) == items[i], "an entry is what its record says");
+        require(plain::itemOf(list[i]) == items[i], "an entry has the values of its record");
 }
 
 void checkRoundTrip(const ScheduleList& list, std::span<const std::byte> content) {
     const std::vector<std::byte> written = test::encodedSchedule(list.entries());
     require(written.size() <= content.size() &&
                 std::memcmp(written.data(), content.data(), written.size()) == 0,
-            "what was read is written as it was");
+            "encoding restores the decoded bytes");
     ScheduleList again;
-    require(decodeSchedule(written, scheduler::scheduleMagic, again), "what was written is read");
+    require(decodeSchedule(written, scheduler::scheduleMagic, again), "the encoded schedule can be decoded");
     require(std::vector(list.begin(), list.end()) == std::vector(again.begin(), again.end()),
-            "what is read again is the same");
+            "decoding the encoded schedule gives the same entries");
 }
 
 } // namespace
@@ -44,17 +44,17 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     list.append(scheduler::ScheduledProject());
     const std::size_t before = test::allocatedBytes;
     const bool decoded = decodeSchedule(content, scheduler::scheduleMagic, list);
-    require(test::allocatedBytes - before <= memoryFor(size), "no more memory than the size suggests");
+    require(test::allocatedBytes - before <= memoryFor(size), "decoding stays within memoryFor()");
 
     plain::File file(content);
     const plain::Load expected = file.read();
-    require(decoded == (expected == plain::Load::Replaced), "only a whole file is read");
+    require(decoded == (expected == plain::Load::Replaced), "only a complete file is decoded");
     if (decoded) {
         checkEntries(list, file.items);
         checkRoundTrip(list, content);
     } else {
         require(list.size() == (expected == plain::Load::Untouched ? 1 : 0),
-                "a damaged file leaves no entries, a foreign one those that were there");
+                "a damaged file empties the list, and a foreign file leaves it unchanged");
     }
     return 0;
 }

@@ -1,4 +1,4 @@
-// Fuzzes the time of day against a second implementation of the rule.
+// Fuzzes the parser of times of day.
 #include "lib/base/dateparsing.h"
 #include "tests/fuzz/fuzzing.h"
 
@@ -16,10 +16,10 @@ bool isLetter(char character) {
 
 constexpr std::int64_t largest = 0x7FFFFFFF;
 
-std::int64_t plainly(std::string_view text) {
+std::int64_t plainTimeOfDay(std::string_view text) {
     std::vector<std::int64_t> numbers;
     std::size_t at = 0;
-    std::size_t behind = 0;
+    std::size_t suffix = 0;
     while (numbers.size() < 3) {
         while (at < text.size() && !isDigit(text[at]))
             ++at;
@@ -29,7 +29,7 @@ std::int64_t plainly(std::string_view text) {
         for (; at < text.size() && isDigit(text[at]); ++at)
             number = number > largest ? number : number * 10 + (text[at] - '0');
         numbers.push_back(number > largest ? largest : number);
-        behind = at;
+        suffix = at;
     }
     numbers.resize(3);
     std::int64_t hour = numbers[0], minute = numbers[1], second = numbers[2];
@@ -38,9 +38,9 @@ std::int64_t plainly(std::string_view text) {
         minute = hour % 100;
         hour = hour / 100;
     }
-    while (behind < text.size() && !isLetter(text[behind]))
-        ++behind;
-    const char letter = behind < text.size() ? text[behind] : ' ';
+    while (suffix < text.size() && !isLetter(text[suffix]))
+        ++suffix;
+    const char letter = suffix < text.size() ? text[suffix] : ' ';
     if (hour < 12 && (letter == 'p' || letter == 'P'))
         hour += 12;
     else if (hour == 12 && (letter == 'a' || letter == 'A'))
@@ -53,9 +53,9 @@ std::int64_t plainly(std::string_view text) {
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view text(reinterpret_cast<const char*>(data), size);
     const std::int32_t seconds = base::parseTimeOfDay(text).seconds();
-    const std::int64_t expected = plainly(text);
-    // The sum wraps around.
+    const std::int64_t expected = plainTimeOfDay(text);
+    // parseTimeOfDay() wraps larger sums, so they are not compared.
     if (expected <= largest)
-        fuzzing::require(seconds == expected, "the seconds after midnight are those of the rule");
+        fuzzing::require(seconds == expected, "parseTimeOfDay() agrees with plainTimeOfDay()");
     return 0;
 }

@@ -1,4 +1,4 @@
-// A plain English locale for the native build.
+// The locale functions of the native build, with English formats.
 
 #include "lib/base/locale.h"
 
@@ -21,7 +21,7 @@ char lowerCase(char character) {
 }
 
 std::string formatLocaleDate(TimeValue t, bool longForm) {
-    // A negative time has no date. (formatLocaleTime shows it as midnight.)
+    // As on Windows, a negative time has no date. formatLocaleTime() shows it as midnight.
     if (t.seconds() <= 0)
         return {};
     const LocalTime local = t.local();

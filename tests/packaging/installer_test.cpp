@@ -61,7 +61,7 @@ TEST_F(Installer, SilentRemovalDeletesTheProgramAndKeepsUserData) {
     base::writeString(HKEY_LOCAL_MACHINE, scheduler::outcomeKey(1) + "Result", "left behind");
     base::writeNumber(HKEY_CURRENT_USER, waitTime, 7);
 
-    // Windows starts it like this: the uninstaller then starts a copy of itself, which does the work.
+    // The command that Windows runs: the uninstaller starts a copy of itself, which does the work.
     const std::string command =
         base::getString(HKEY_LOCAL_MACHINE, driver::uninstallKey + "QuietUninstallString");
     ASSERT_EQ(SetupProcess(command).waitForEnd(), 0U);
@@ -78,7 +78,7 @@ TEST_F(Installer, TheProgramRespectsTheChoiceNotToStartWithWindows) {
     EXPECT_EQ(autostart(), "");
     ASSERT_TRUE(installed_.start());
     ASSERT_TRUE(installed_.exit());
-    EXPECT_EQ(autostart(), "") << "the program writes the entry when it exits";
+    EXPECT_EQ(autostart(), "") << "the program adds no entry when it exits";
     ASSERT_EQ(runSetup("/S"), 0U);
     EXPECT_EQ(autostart(), "") << "an upgrade keeps the choice";
     ASSERT_EQ(runSetup("/S /AUTOSTART=1"), 0U);
@@ -122,7 +122,7 @@ TEST_F(Installer, ThePagesInstallAndRemoveEverything) {
     removal.press("Do you want to keep", IDNO);
     removal.press("&Close", IDOK);
     EXPECT_EQ(removal.waitForEnd(), 0U);
-    EXPECT_FALSE(IsWindow(window)) << "the removal closed the program";
+    EXPECT_FALSE(IsWindow(window)) << "the removal closes the program";
     expectNothingInstalled();
     for (const char* name : {"dat", "bak", "damaged"})
         EXPECT_FALSE(fileExists(folderOf(CSIDL_WINDOWS) + "schedule." + name)) << name;

@@ -57,7 +57,7 @@ void InstallerTest::TearDown() {
     for (const std::string& folder : {folder_, ownFolder_})
         if (base::fileExists(folder + "uninstall.exe"))
             SetupProcess(uninstaller(folder, "/S")).waitForEnd();
-    // The files of installOldVersion(), unless they were upgraded.
+    // Files of installOldVersion() that no upgrade has removed.
     for (const char* file : {"scheduler.exe", "manual.html", "uninstall.exe"})
         DeleteFileA((oldFolder_ + file).c_str());
     RemoveDirectoryA(oldFolder_.c_str());

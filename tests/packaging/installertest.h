@@ -12,10 +12,10 @@ constexpr DWORD refused = 2; ///< exit code of an installer that installed nothi
 inline const std::string uninstallKey =
     "Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\Corvane Scheduler\\";
 
-/// A folder of the shell by its CSIDL, with a trailing backslash.
+/// The path of the shell folder with the CSIDL `id`, with a trailing backslash.
 std::string folderOf(int id);
 
-/// A shortcut's path as written, a space and its arguments; empty when there is no such shortcut.
+/// A shortcut's unexpanded target path, a space and its arguments; empty if there is no such shortcut.
 std::string shortcutCommand(const std::string& file);
 
 void killAllInstances();
@@ -28,19 +28,19 @@ protected:
 
     static std::string setup(const std::string& switches = "");
     static DWORD runSetup(const std::string& switches) { return SetupProcess(setup(switches)).waitForEnd(); }
-    /// The command that uninstalls a folder. With _?= the uninstaller does not start a copy of itself.
+    /// The command that removes an installation without starting a copy of the uninstaller (option _?=).
     static std::string uninstaller(const std::string& folder, const std::string& switches = "");
 
-    /// The window of the instance that the installer starts; null after a time limit.
+    /// Waits until the instance that the installer starts is ready. Null if it has no window in time.
     static HWND waitForWindow();
 
-    /// Creates what version 1.34 installed for all users, in a folder named after the program's title.
+    /// Imitates version 1.34 installed for all users, in a folder named after the program's title.
     void installOldVersion() const;
 
     const std::string folder_;    ///< for all users
     const std::string ownFolder_; ///< for one user
     const std::string oldFolder_; ///< of version 1.34
-    const std::string autostart_; ///< the value of the Run key
+    const std::string autostart_; ///< the command in the Run key
     SchedulerProcess installed_;
 };
 

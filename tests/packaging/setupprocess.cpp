@@ -45,7 +45,7 @@ HWND findControl(DWORD process, const std::string& text) {
 base::KernelHandle limitedToken() {
     base::KernelHandle own;
     OpenProcessToken(GetCurrentProcess(), TOKEN_ALL_ACCESS, own.receive());
-    // Under Wine, an installer gets its rights back unless the token is derived from the elevated one.
+    // Wine elevates the installer again unless its token is derived from the elevated, linked one.
     TOKEN_LINKED_TOKEN linked{};
     DWORD size = sizeof(linked);
     GetTokenInformation(own.get(), TokenLinkedToken, &linked, size, &size);

@@ -14,13 +14,13 @@ base::KernelHandle limitedToken();
 /// A running installer or uninstaller, killed on destruction.
 class SetupProcess {
 public:
-    /// Runs with the rights of `token`, or with those of the test if null.
+    /// Runs with the rights of `token`; if null, with the rights of the test.
     explicit SetupProcess(const std::string& commandLine, HANDLE token = nullptr);
     ~SetupProcess();
     SetupProcess(const SetupProcess&) = delete;
     SetupProcess& operator=(const SetupProcess&) = delete;
 
-    /// Waits for a window with a text that begins with `text` and presses its button with the id `button`.
+    /// Waits for a window with a text that begins with `text`, and presses its button `button` (an id).
     void press(const std::string& text, int button) const;
     /// Waits for a control whose text begins with `text` and clicks it.
     void click(const std::string& text) const;

@@ -1,4 +1,4 @@
-// Installs over an earlier version and while instances of the program run.
+// Installs over an earlier version, and while the program runs.
 
 #include "lib/base/files.h"
 #include "tests/packaging/installertest.h"
@@ -17,7 +17,7 @@ namespace {
 
 class Upgrade : public driver::InstallerTest {
 protected:
-    /// Waits for the instance that the installer starts in place of the one that it closed.
+    /// Waits for the instance that the installer starts after closing the old one.
     static void expectHiddenInstance() {
         const HWND window = waitForWindow();
         ASSERT_NE(window, nullptr);
@@ -38,7 +38,7 @@ TEST_F(Upgrade, RestartsARunningInstanceHidden) {
     }
 }
 
-// Explorer's window of a folder with that name has the same title.
+// An Explorer window of a folder with the program's name has this title.
 TEST_F(Upgrade, IgnoresOtherWindowsWithTheProgramsTitle) {
     ASSERT_TRUE(scheduler_.start());
     const HWND other =
@@ -69,7 +69,7 @@ TEST_F(Upgrade, StopsIfTheUserKeepsTheProgramRunning) {
     EXPECT_TRUE(installed_.isRunning());
 }
 
-// Simulates an instance of another user, which has its own mutex.
+// Simulates an instance of another user: its mutex is not visible here, but its file is open.
 TEST_F(Upgrade, FailsWhileTheOldProgramFileIsInUse) {
     installOldVersion();
     const std::string program = oldFolder_ + "scheduler.exe";

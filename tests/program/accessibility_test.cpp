@@ -47,7 +47,7 @@ std::string describe(HWND control) {
     return classOf(control) + " " + std::to_string(GetDlgCtrlID(control)) + " \"" + textOf(control) + "\"";
 }
 
-/// The name that a screen reader reads: the control's own text. For edits and lists, the static text before.
+/// The name for screen readers: the static text before an edit or combo box, the text of other controls.
 std::string nameOf(HWND control) {
     const std::string kind = classOf(control);
     if (kind != "edit" && kind != "combobox")

@@ -18,7 +18,7 @@ class ClockSet : public driver::ProgramTest {
 protected:
     void SetUp() override {
         ProgramTest::SetUp();
-        clock_.moveTo(begin_); // earlier tests set it, too
+        clock_.moveTo(begin_); // earlier tests have moved it
     }
 
     void startWithEachKind() {
@@ -39,7 +39,7 @@ protected:
 
     using Runs = std::vector<std::size_t>;
 
-    /// How often each entry has run. Two ticks start everything that is due, because one tick may stop early.
+    /// How often each entry has run after two ticks. One tick may end before all due entries have started.
     Runs runsAfterTwoTicks() {
         scheduler_.tick();
         scheduler_.tick();

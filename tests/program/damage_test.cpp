@@ -1,4 +1,5 @@
-// The program starts on damaged schedule files with the entries that the file holds, or with none.
+// Starts the program with damaged schedule files. It loads all entries of a file that can still be read,
+// otherwise none.
 
 #include "scheduler/model/schedulefile.h"
 #include "tests/program/programtest.h"
@@ -16,7 +17,7 @@ namespace {
 
 constexpr unsigned long defaultStarts = 20;
 
-/// The entries as they are after a start, without next runs.
+/// Clears the fields that a start resets, and the next runs, which are not compared.
 std::vector<Item> afterStart(std::vector<Item> items) {
     for (Item& item : items) {
         item.runs = 0;
@@ -34,7 +35,7 @@ protected:
         base::writeNumber(HKEY_CURRENT_USER, driver::stateKey + "\\Suspended", 1);
     }
 
-    /// Starts and exits the program on a file and checks what it saves. Returns the number of entries.
+    /// Starts and exits the program with a file and checks what it saves. Returns the number of entries.
     std::size_t startOn(const std::vector<std::byte>& content) {
         driver::writeText(scheduler::schedulePath(),
                           {reinterpret_cast<const char*>(content.data()), content.size()});

@@ -1,4 +1,4 @@
-// The platform's Browse dialog, opened by the program's editor.
+// Tests the editor's Browse button with the platform's dialog.
 
 #include "resources/ids.h"
 #include "scheduler/ui/framework/browselayout.h"
@@ -77,7 +77,7 @@ TEST_F(Browse, ThreeFilesAddThreeEntriesWithTheSameSchedule) {
     EXPECT_EQ(saved[3], wanted);
 }
 
-TEST_F(Browse, StartsAtThePathWhichTheChosenFileReplaces) {
+TEST_F(Browse, StartsAtTheCurrentPathAndReplacesIt) {
     list().select({0});
     ASSERT_TRUE(editor_.openEdit());
     ASSERT_NO_FATAL_FAILURE(browse());

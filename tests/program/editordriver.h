@@ -19,16 +19,16 @@ public:
 
     HWND sheet() const { return sheet_; }
     HWND item(int id) const;
-    /// Template id; 0 when no page is shown.
+    /// The template id of the visible page, or 0.
     int currentPage() const;
     void turnTo(int page) const;
 
     std::string text(int id) const { return textOf(item(id)); }
     bool isEnabled(int id) const { return IsWindowEnabled(item(id)) != FALSE; }
-    /// Whether the control is visible on its page, even if the page is hidden.
+    /// Whether the control has WS_VISIBLE; its page may be hidden.
     bool isShown(int id) const;
 
-    /// Types over the text of a field; false when it does not show the new text.
+    /// Types `text` over a field's text; false if the field does not show the new text.
     bool replace(int id, const std::string& text) const;
     void click(int id) const;
     void choose(int list, int position) const;
@@ -37,7 +37,7 @@ public:
     void press(int button) const;
     void pressKey(WPARAM key) const;
     bool moveFocusTo(int id) const;
-    /// The controls that Tab visits in any dialog, from the focused one until one repeats.
+    /// The controls that Tab visits, from the focused one until one repeats. Works in every dialog.
     std::vector<HWND> tabStops() const;
 
     bool isOpen() const { return IsWindow(sheet_) != FALSE; }

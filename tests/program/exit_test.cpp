@@ -40,7 +40,7 @@ TEST_F(Exit, TheStateIsSavedWhenTheSessionEndsWhileTheQuestionIsOpen) {
     ASSERT_NO_FATAL_FAILURE(startWith({pendingEntry()}));
     ASSERT_TRUE(DeleteFileA(scheduler::schedulePath().c_str()));
     SetWindowPos(window(), nullptr, 40, 60, 500, 300, SWP_NOZORDER);
-    SendMessageA(window(), WM_ENDSESSION, FALSE, 0); // the session goes on
+    SendMessageA(window(), WM_ENDSESSION, FALSE, 0); // the session does not end
     scheduler_.command(IDM_EXIT);
     const HWND box = waitForBox();
     ASSERT_NE(box, nullptr);
@@ -49,7 +49,7 @@ TEST_F(Exit, TheStateIsSavedWhenTheSessionEndsWhileTheQuestionIsOpen) {
     EXPECT_EQ(SendMessageA(window(), WM_ENDSESSION, TRUE, 0), 0);
     EXPECT_EQ(scheduler_.messageBox(), box) << "no second question";
     EXPECT_EQ(driver::savedSchedule().size(), 1U);
-    scheduler_.kill(); // as the platform does at the end of a session
+    scheduler_.kill(); // as Windows does at the end of a session
     ASSERT_TRUE(scheduler_.start());
     RECT place{};
     GetWindowRect(window(), &place);

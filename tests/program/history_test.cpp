@@ -1,4 +1,4 @@
-// The history that a real program writes about its runs and itself.
+// Tests the history file that the real program writes.
 
 #include "lib/base/opsys.h"
 #include "resources/ids.h"
@@ -52,7 +52,7 @@ protected:
             << rows().size();
     }
 
-    /// The time of a cell; 0 when the cell does not have the history's time format.
+    /// The time in a cell; 0 if the cell is not in the history's time format.
     static std::time_t timeOf(const std::string& cell) {
         std::tm fields{};
         std::istringstream text(cell);

@@ -17,7 +17,7 @@ protected:
     }
 };
 
-TEST_F(Keys, EnterAndDoubleClickInTheListEditAndEnterInTheEditorIsOk) {
+TEST_F(Keys, EnterOrDoubleClickOpensTheEditorAndEnterConfirmsIt) {
     startWith({sleeping("run:a"), sleeping("run:b")});
     const driver::EditorDriver editor(scheduler_);
     list().select({0});

@@ -37,7 +37,7 @@ TEST_F(Kill, AtAnyMomentAllowsARestart) {
     const driver::SampleSpider spider;
     const std::string project = spider.makeProject("quick.kra");
     std::vector<ScheduledProject> all = entries(50);
-    // Two entries that follow each other endlessly once one of them is started.
+    // Two entries that follow each other: once one is started, they run endlessly.
     for (const std::int32_t position : {0, 1}) {
         ScheduledProject& entry = all[static_cast<std::size_t>(position)];
         entry.path = project;

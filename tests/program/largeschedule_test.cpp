@@ -15,7 +15,7 @@ namespace {
 
 constexpr int entryCount = 100000;
 
-// Characters of WM_CHAR.
+// Character codes for WM_CHAR.
 constexpr WPARAM ctrlA = 1;
 constexpr WPARAM ctrlC = 3;
 
@@ -42,7 +42,7 @@ class LargeSchedule : public driver::ProgramTest {
 protected:
     void sortBy(int column) const { list().clickHeader(column); }
 
-    /// The shortest of four measurements. In each one the list scrolls up three pages and paints them.
+    /// The time to scroll up three pages and paint them: the shortest of four measurements.
     std::chrono::nanoseconds scrollingTime(int rows) {
         using Clock = std::chrono::steady_clock;
         startWith(makeEntries(rows));

@@ -31,7 +31,7 @@ TEST_F(Lifecycle, AManualStartTakesTheFocusAndAStartAtLogOnIsHidden) {
     const auto active = [this] { return driver::inputStateOf(window()).hwndActive; };
     for (const std::string word : {" /s", "/Start"}) {
         ASSERT_TRUE(scheduler_.start(word));
-        scheduler_.tick(); // answered after the start
+        scheduler_.tick(); // returns after start-up
         EXPECT_FALSE(isVisible()) << word;
         EXPECT_EQ(active(), nullptr);
         scheduler_.kill();

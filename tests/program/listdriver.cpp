@@ -8,7 +8,7 @@
 namespace driver {
 namespace {
 
-/// Memory in the process of a window, for messages with structures.
+/// Memory in the process of a window, for messages with pointers.
 class RemoteMemory {
 public:
     RemoteMemory(HWND window, std::size_t size) {
@@ -121,7 +121,7 @@ void ListDriver::selectAll() const {
 
 std::vector<int> ListDriver::selectedRows() const {
     std::vector<int> rows;
-    // A destroyed list always answers 0.
+    // A destroyed list always answers 0, which ends the loop.
     for (int row = -1, next = 0; (next = ListView_GetNextItem(list_, row, LVNI_SELECTED)) > row; row = next)
         rows.push_back(next);
     return rows;

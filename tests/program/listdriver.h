@@ -29,7 +29,7 @@ public:
     std::vector<std::string> rowTexts(int row) const;
     std::vector<std::string> columnTexts(int column) const;
 
-    /// Selects these rows alone and focuses the first.
+    /// Selects only these rows and focuses the first.
     void select(const std::vector<int>& rows) const;
     void selectAll() const;
     std::vector<int> selectedRows() const;

@@ -53,7 +53,7 @@ protected:
         post(message, second, static_cast<LPARAM>(first));
     }
 
-    /// Waits until all messages posted so far are handled; false when the program does not survive them.
+    /// Waits until all posted messages are handled; false if the program does not survive them.
     bool handlesAll() const {
         scheduler_.command(IDM_CLOSE);
         waitUntil([&] { return !IsWindowVisible(window()); });

@@ -18,7 +18,7 @@ inline const std::string stateKey = programKey + "\\State";
 inline const std::string autostartValue =
     "Software\\Microsoft\\Windows\\CurrentVersion\\Run\\Corvane Scheduler";
 
-/// Never due after a manual start.
+/// An entry that is never due after a manual start.
 inline scheduler::ScheduledProject sleeping(const std::string& path) {
     scheduler::ScheduledProject entry;
     entry.path = path;
@@ -34,7 +34,7 @@ inline scheduler::ScheduledProject after(std::int32_t position, const std::strin
     return entry;
 }
 
-/// Due tomorrow, so that Exit asks.
+/// An entry that is due tomorrow, so that Exit asks.
 inline scheduler::ScheduledProject pendingEntry() {
     scheduler::ScheduledProject entry;
     entry.path = "C:\\Sites\\news.kra";
@@ -43,7 +43,7 @@ inline scheduler::ScheduledProject pendingEntry() {
     return entry;
 }
 
-/// Deletes the program's registry keys and files before and after each test.
+/// Deletes the program's registry keys and empties its schedule before and after each test.
 class ProgramTest : public ::testing::Test {
 protected:
     void SetUp() override { resetState(); }
@@ -64,7 +64,7 @@ protected:
 
     void carryOut(int command) const { SendMessageA(window(), WM_COMMAND, static_cast<WPARAM>(command), 0); }
 
-    /// The file's only entry; a default one if it does not hold exactly one.
+    /// The only saved entry; a default one if the file does not hold exactly one.
     static scheduler::ScheduledProject savedEntry() {
         const auto entries = savedSchedule();
         return entries.size() == 1 ? entries.front() : scheduler::ScheduledProject();

@@ -1,5 +1,5 @@
-// The program runs through a whole day and through the nights of clock changes. The tests set the clock to
-// each hour, to a minute before each run and to the second after it.
+// Simulates a whole day and the nights of clock changes. The tests set the clock to each hour, to a minute
+// before each run and to a second after each run.
 
 #include "tests/program/programtest.h"
 #include "tests/program/settableclock.h"
@@ -79,7 +79,7 @@ protected:
     }
     void once(TimeValue time) { add(ScheduleKind::Once, {time}).time = time; }
 
-    /// Computes the runs, because C runtimes treat skipped and repeated hours differently.
+    /// Computes the expected runs, because C runtimes treat skipped and repeated hours differently.
     void expectRunsByTheRules(int hours) {
         const TimeValue end = begin_ + TimeSpan::fromMinutes(60 * hours);
         for (std::size_t i = 0; i < entries_.size(); ++i) {
@@ -101,7 +101,7 @@ protected:
             moments.insert(begin_ + TimeSpan::fromMinutes(60 * hour));
         for (const Times& runs : expected_)
             for (const TimeValue run : runs)
-                // A daily or monthly run that ends within its second is due again.
+                // Not at the run itself: a daily or monthly run that ends within that second is due again.
                 moments.insert({run - TimeSpan::fromMinutes(1), run + TimeSpan::fromSeconds(1)});
         std::vector<Times> seen(entries_.size());
         for (const TimeValue moment : moments) {

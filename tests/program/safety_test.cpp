@@ -1,4 +1,4 @@
-// What the program keeps and reports when its schedule is damaged or cannot be saved.
+// The program reports failed saves, and keeps copies of a damaged schedule and of the previous one.
 
 #include "lib/base/stackalignment.h"
 #include "resources/ids.h"
@@ -8,8 +8,8 @@
 
 namespace {
 
-/// Replaces the taskbar, which receives the requests of notification icons. The test's thread receives them
-/// while it waits for the scheduler's answer to a message.
+/// A window that replaces the taskbar and so receives the requests of notification icons. The test's thread
+/// handles them while its SendMessage() waits for the scheduler.
 class Taskbar {
 public:
     Taskbar() {

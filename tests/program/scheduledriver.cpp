@@ -144,7 +144,7 @@ void SchedulerProcess::launch(const std::string& switches) {
 }
 
 bool SchedulerProcess::waitForWindow() {
-    // Accepting dropped files is the last step of the start. On a fast clock an hour may take a minute.
+    // Accepting dropped files is the last step of start-up. On a fast clock, an hour may pass in a minute.
     waitUntil(
         [this] {
             window_ = findWindow(id_, "scheduler");
@@ -250,7 +250,7 @@ std::string safetyCopy(const std::string& extension) {
 }
 
 std::vector<scheduler::ScheduledProject> savedSchedule(const std::string& path) {
-    // loadSchedule() locks writers out while it reads: a save of the running scheduler would fail.
+    // Not loadSchedule(): it locks writers out, so a save by the running scheduler would fail.
     const std::string content = readBytes(path);
     scheduler::ScheduleList list;
     scheduler::decodeSchedule(std::as_bytes(std::span(content)), scheduler::scheduleMagic, list);

@@ -43,11 +43,11 @@ public:
     SchedulerProcess(const SchedulerProcess&) = delete;
     SchedulerProcess& operator=(const SchedulerProcess&) = delete;
 
-    /// Waits until the window is ready.
+    /// Waits until the window is ready; false if the program ends before.
     bool start(const std::string& switches = "");
     void launch(const std::string& switches = "");
     bool waitForWindow();
-    /// Starts an instance that ends by itself; returns its exit code.
+    /// Starts an instance that ends by itself. Returns its exit code; base::processFailed if it does not end.
     static DWORD runToEnd(const std::string& switches);
 
     HWND window() const { return window_; }
@@ -56,12 +56,12 @@ public:
     DWORD exitCode() const;
     void kill(bool mayHaveEnded = false);
 
-    /// Exits and answers Yes if asked; false when the program does not end.
+    /// Exits and answers Yes if asked; false unless the program ends with the exit code 0.
     bool exit();
 
     void command(int id) const;
 
-    /// Returns when the window has handled the tick.
+    /// Sends a timer message and waits until it is handled.
     void tick() const { SendMessageA(window_, WM_TIMER, 0, 0); }
 
     /// The open message box or dialog, or null.
@@ -69,13 +69,13 @@ public:
     /// The visible dialogs and message boxes, topmost first.
     std::vector<HWND> dialogs() const;
     bool isMenuOpen() const;
-    /// Null while the program is not in the foreground.
+    /// Null if the program is not in the foreground.
     HWND focused() const { return inputStateOf(window_).hwndFocus; }
     static std::string textOfBox(HWND box);
     static void press(HWND box, int button);
 
 private:
-    /// Fails when the program crashed or ended unexpectedly.
+    /// Fails the test if the program crashed or ended unexpectedly.
     void expectNoCrash() const;
 
     std::string program_;
@@ -91,7 +91,7 @@ std::string safetyCopy(const std::string& extension);
 std::vector<scheduler::ScheduledProject> savedSchedule(const std::string& path = scheduler::schedulePath());
 void saveEntries(const std::vector<scheduler::ScheduledProject>& entries);
 
-/// The sample spider, copied to a folder of its own and registered.
+/// A registered copy of the sample spider in its own folder.
 class SampleSpider {
 public:
     SampleSpider();

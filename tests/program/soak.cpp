@@ -80,7 +80,7 @@ unsigned long privateKilobytes(HANDLE process) {
     return static_cast<unsigned long>(total / 1024);
 }
 
-/// Advances the clock faster than real time, because Wine does not start reliably on a fast clock.
+/// Moves the settable clock forward in steps. With tools/wine --speed, Wine does not start reliably.
 class FastClock {
 public:
     explicit FastClock(int speed) : speed_(speed) {}
@@ -118,7 +118,7 @@ Sample leastSample(HWND window, const driver::SpyDriver& spy) {
     return least;
 }
 
-/// If `slowly`, draws each dialog completely, which fills the platform's cache of drawn control parts.
+/// If `slowly`, also draws each dialog completely, which fills the platform's cache of drawn control parts.
 void useWindows(const driver::SchedulerProcess& scheduler, const driver::ListDriver& list,
                 const driver::SpyDriver& spy, std::size_t round, bool slowly) {
     for (const int dialog : {IDM_ABOUT, IDM_PREFERENCES, IDM_ADD}) {
@@ -153,7 +153,7 @@ int main(int argc, char** argv) {
         return 1;
     const driver::ListDriver list(scheduler.window());
     const driver::SpyDriver spy(scheduler.window());
-    // A heap keeps memory for the maximum number of threads so far, so the first minute is the busiest.
+    // A heap keeps the memory of the most threads that ran at once, so the first minute is the busiest.
     spy.settleHeaps();
     spy.freeTexts();
     list.selectAll();
@@ -180,17 +180,18 @@ int main(int argc, char** argv) {
 
     constexpr std::array names = {"windows and menus", "graphics objects", "kernel handles", "threads",
                                   "private KB"};
-    // A heap may grow by one more step; a leak in each run would be a thousand times larger.
+    // A heap may grow by one more step; a leak per run would be a thousand times larger.
     constexpr std::array<unsigned long, 5> allowed = {0, 0, 2, 0, 128};
     bool same = scheduler.isRunning() && runs > runsBefore + rounds;
     if (spy.freedTexts() > 0)
-        std::printf("freed for the platform: the blocks of %ld text controls\n", spy.freedTexts());
+        std::printf("the test freed the blocks that the platform leaked for %ld text controls\n",
+                    spy.freedTexts());
     std::printf("%zu runs in %d minutes at %d-fold speed\n%-18s %12s %12s\n", runs, minutes, speed, "",
                 "first minute", "end");
     for (std::size_t i = 0; i < names.size(); ++i) {
         std::printf("%-18s %12lu %12lu\n", names[i], first[i], last[i]);
         same = same && last[i] <= first[i] + allowed[i];
     }
-    std::printf("%s\n", same ? "no leaks" : "LEAK: the program holds more than after the first minute");
+    std::printf("%s\n", same ? "no leaks" : "LEAK: the program uses more than after the first minute");
     return same ? 0 : 1;
 }

@@ -20,10 +20,10 @@ public:
     bool isLoaded() const { return hooks_.size() == 2; }
 
     LONG ticks() const { return state_->ticks; }
-    /// Waits for ticks. Timer messages come last, so messages posted before this call are handled first.
+    /// Waits for ticks. Timer messages have the lowest priority, so messages posted before are handled first.
     bool passTicks(LONG count) const;
 
-    // See spy::Request. The numbers are those of the last count().
+    // See spy::Request. The object counts are as of the last count().
     void count() const { perform(spy::Request::Count, mainWindow_); }
     DWORD userObjects() const { return state_->userObjects; }
     DWORD gdiObjects() const { return state_->gdiObjects; }
@@ -38,7 +38,7 @@ private:
 
     HWND mainWindow_;
     base::KernelHandle memory_;
-    spy::SharedState* state_; // written by the other process
+    spy::SharedState* state_; // written by the scheduler's process
     std::vector<HHOOK> hooks_;
 };
 

@@ -102,7 +102,7 @@ TEST(Icons, ForActiveAndSuspendedDifferWithoutColour) {
 
 constexpr int rowIcons[] = {IDI_ROW_RUNNING, IDI_ROW_WAITING, IDI_ROW_DISABLED, IDI_ROW_RESULT};
 
-/// Which pixels of an icon contrast with a grey background of that brightness.
+/// Which pixels of an icon contrast with a grey of brightness `background`.
 std::vector<bool> pixelsSeenOn(BYTE background, int icon, int size) {
     const BITMAPINFO format{{sizeof(BITMAPINFOHEADER), size, size, 1, 32, BI_RGB, 0, 0, 0, 0, 0}, {}};
     void* bits = nullptr;

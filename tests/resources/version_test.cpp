@@ -83,7 +83,7 @@ TEST_F(Version, TheManifestRequestsThemedControlsAndDpiAwareness) {
     EXPECT_THAT(manifest(), HasSubstr("name=\"Microsoft.Windows.Common-Controls\" version=\"6.0.0.0\""));
     EXPECT_THAT(manifest(), HasSubstr("SMI/2005/WindowsSettings\">true</dpiAware>"));
     EXPECT_TRUE(IsProcessDPIAware());
-    // Windows ignores a manifest that it cannot read.
+    // The redirection is active only if Windows could parse the manifest.
     ACTCTX_SECTION_KEYED_DATA data{};
     data.cbSize = sizeof data;
     EXPECT_TRUE(FindActCtxSectionStringA(0, nullptr, ACTIVATION_CONTEXT_SECTION_DLL_REDIRECTION,

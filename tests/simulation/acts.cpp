@@ -151,7 +151,7 @@ Item Simulation::randomItemNow(int serial, int position) {
 void Simulation::add() {
     Item item = randomItemNow(serial_++, count());
     ScheduledProject record = plain::entryOf(item);
-    if (dice_.oneIn(3)) { // the editor's template
+    if (dice_.oneIn(3)) { // the new entry that the editor shows
         const std::string path = item.path;
         item = plain_.rules.fresh(now_);
         record = engine_.program->commands.newEntry();
@@ -178,7 +178,7 @@ void Simulation::edit(int position, const Item& shown) {
 }
 
 void Simulation::remove() {
-    // Skips the removal when few entries are left, so that removals do not outrun additions.
+    // Without this limit, more entries would be removed than added.
     if (count() < plan_.entries * 9 / 10)
         return;
     const std::vector<int> chosen = randomSelection();
@@ -187,7 +187,7 @@ void Simulation::remove() {
     slowDownCycles();
 }
 
-// A cycle of followers without a delay would run every second from then on.
+// Gives each cycle of followers a delay, because it would run every second without one.
 void Simulation::slowDownCycles() {
     const auto followed = [this](int i) {
         const Item& item = plain_.rules.items[static_cast<unsigned>(i)];
@@ -223,7 +223,7 @@ void Simulation::exitAndStart(Second secondsOff) {
 }
 
 void Simulation::killAndStart(Second secondsOff) {
-    if (!killable_) // the program restarted, so its saves are not available
+    if (!killable_) // the program has restarted since SaveBeforeKill, so there are no saves
         return exitAndStart(secondsOff);
     now_ += secondsOff;
     const std::vector<Item> items = plain_.saved;

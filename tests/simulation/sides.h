@@ -1,4 +1,4 @@
-// Both sides of a simulation, the program without windows and the plain rules, with the same log format.
+// The two sides of a simulation: the program without windows, and the plain rules. They log events alike.
 #pragma once
 
 #include "scheduler/model/schedulecodec.h"
@@ -75,7 +75,7 @@ class EngineSide : public Side<std::vector<std::byte>>,
                    scheduler::UserMessages {
 public:
     explicit EngineSide(std::uint64_t seed) : Side(seed) {
-        clock.uptimeStep = std::chrono::milliseconds(15); // a tick pauses after every second start
+        clock.uptimeStep = std::chrono::milliseconds(15); // a tick pauses after every two starts
     }
 
     struct Program {
@@ -89,7 +89,7 @@ public:
         std::optional<test::RedrawLog> redraws; ///< set once start-up is complete
     };
 
-    /// Loads the file and starts the program like the main window does.
+    /// Loads the file and starts the program as the main window does.
     void start(const std::vector<std::byte>& file, bool bySystem) {
         program = std::make_unique<Program>(*this);
         scheduler::SchedulerEngine& engine = program->engine;
@@ -104,14 +104,14 @@ public:
         program->redraws.emplace(program->entries, events);
     }
 
-    /// One timer tick, with all its slices as one change.
+    /// Runs all slices of a timer tick as one change.
     void second() {
         const scheduler::ScheduleBatch batch(program->entries);
         while (program->engine.onTimer(clock.now()).unfinished)
             continue;
     }
 
-    /// Applies the edit, and the retries, which the editor does not show.
+    /// Edits all but the path. The editor does not show the retries, so they are set directly.
     void edit(std::size_t position, scheduler::ScheduledProject shown) {
         scheduler::ScheduledProject& entry = program->entries[position];
         entry.retryLimit = shown.retryLimit;

@@ -78,7 +78,7 @@ void Simulation::compare() {
         ASSERT_EQ(plain::itemOf(entries[i]), plain_.rules.items[i]) << "entry " << i << " at " << now_;
 }
 
-// The next second in which either side may act, and some random ones.
+// The next second in which either side may act, or an earlier random one.
 Second Simulation::nextEventSecond() {
     Second next = now_ + dice_.between(1, 7200);
     next = std::min({next, engine_.spiders.nextEnd(), plain_.spiders.nextEnd()});
@@ -106,7 +106,7 @@ Second Simulation::nextEventOf(Second nextRun, Second waitsSince, bool anotherRu
     if (nextRun > now_)
         return nextRun;
     const Second expiry = waitsSince + (Second{plain_.rules.waitMinutes} + 1) * minute;
-    // The clock was set back, so the wait ends at once.
+    // If the clock was set back to before waitsSince, the wait ends at once.
     if (waitsSince == 0 || waitsSince > now_ || !anotherRuns || expiry <= now_ + 1)
         return now_ + 1;
     return expiry - 1;

@@ -1,4 +1,4 @@
-// Simulates days with the program and with the plain rules and compares events and schedules.
+// Simulates the program and the plain rules over the same days, and compares their events and schedules.
 #pragma once
 
 #include "tests/simulation/sides.h"
@@ -35,7 +35,7 @@ class Simulation {
 public:
     Simulation(std::uint64_t seed, const Plan& plan);
 
-    /// Visits every second or only those with possible events. Fails fatally at the first difference.
+    /// Simulates every second, or only those with possible events. Fails fatally at the first difference.
     void run(bool everySecond);
 
     int steps() const { return steps_; }

@@ -20,7 +20,7 @@ constexpr int monthDivisor = 4;
 constexpr int years = 1;
 #endif
 
-/// Usually a few weeks before a clock change.
+/// Usually up to three weeks before a clock change.
 Second randomStart(Dice& dice) {
     static const std::vector<std::int32_t> changes = test::clockChanges();
     if (changes.empty() || dice.oneIn(4))

@@ -9,7 +9,7 @@ using plain::Item;
 namespace {
 
 int randomKind(Dice& dice, const Mix& mix) {
-    static_assert(scheduler::kindCount == 6, "Give each kind its share here, and its rule to nextRunOf().");
+    static_assert(scheduler::kindCount == 6, "Give each kind a share here, and a rule in nextRunOf().");
     const int share = dice.upTo(999);
     if (share < mix.hourlyPerThousand)
         return 2;
@@ -47,7 +47,7 @@ Item randomItem(Dice& dice, const Mix& mix, int serial, int position, int count)
         item.time = mix.from + dice.between(-10'000, static_cast<int>(mix.to - mix.from));
     else
         item.time = mix.from + dice.between(-100'000'000, 100'000'000);
-    if (dice.oneIn(3)) // several at the same time
+    if (dice.oneIn(3)) // so that several are due at the same time
         item.time -= item.time % 3600;
     if (dice.oneIn(50))
         item.time = dice.oneOf({-1, -1'000'000, 0});

@@ -36,22 +36,23 @@ struct Mix {
     int hourlyPerThousand = 30;
     int dailyPerThousand = 230;
     int minCycleMinutes = 30; ///< shortest delay within a cycle of followers
-    Second from = 0;          ///< start of the period for entries that run once
+    Second from = 0;          ///< entries that run once are due from here to `to`
     Second to = 0;
 };
 
 /// `position` is from 0 to `count`. The path contains the serial number.
 plain::Item randomItem(Dice& dice, const Mix& mix, int serial, int position, int count);
 
-/// The spiders of one side. Each run depends only on its project and run count, as on the other side.
+/// The spiders of one side. A run depends only on the seed, its project and the project's number of runs, so
+/// both sides have the same runs.
 class Spiders {
 public:
     explicit Spiders(std::uint64_t seed) : seed_(seed) {}
 
-    /// False when the run cannot be started.
+    /// False if the run cannot be started.
     bool launch(const std::string& path, int number, Second now);
 
-    /// Number of the next run that ended by now, or 0. Stores its outcome for take().
+    /// The number of the next run that has ended by `now`, or 0. Stores the outcome for take().
     int nextEnded(Second now);
 
     Second nextEnd() const { return ends_.empty() ? plain::never : ends_.begin()->first; }

@@ -62,17 +62,17 @@ std::string logPath() {
     return named ? named : program.substr(0, program.rfind('\\') + 1) + "spider.log";
 }
 
-/// Appends a line with the local time. False when that fails.
+/// Appends a line with the local time to the log. False if that fails.
 bool log(const std::string& text) {
     // Under Wine, concurrent appends overwrite each other.
-    const HANDLE turn = CreateMutexA(nullptr, FALSE, "Corvane sample spider's log");
-    WaitForSingleObject(turn, INFINITE);
+    const HANDLE mutex = CreateMutexA(nullptr, FALSE, "Corvane sample spider's log");
+    WaitForSingleObject(mutex, INFINITE);
     std::ofstream file(logPath(), std::ios::app);
     const std::time_t now = std::time(nullptr);
     file << std::put_time(std::localtime(&now), "%Y-%m-%d %H:%M:%S ") << text << '\n';
     file.close();
-    ReleaseMutex(turn);
-    CloseHandle(turn);
+    ReleaseMutex(mutex);
+    CloseHandle(mutex);
     return file.good();
 }
 

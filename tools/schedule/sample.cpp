@@ -22,18 +22,18 @@ struct ProjectFile {
 };
 
 constexpr ProjectFile projectFiles[] = {
-    {.name = "news.kra", .content = "# Takes three seconds and goes well.\nseconds=3\n"},
-    {.name = "report.kra", .content = "# Over at once.\n"},
+    {.name = "news.kra", .content = "# Takes three seconds and succeeds.\nseconds=3\n"},
+    {.name = "report.kra", .content = "# Ends at once.\n"},
     {.name = "mirror.krb",
      .content = "# Takes a second and leaves a text.\nseconds=1\nresult=2 pages not found\n"},
-    {.name = "prices.kra", .content = "# Takes two seconds and goes well.\nseconds=2\n"},
-    {.name = "archive.krb", .content = "# Takes ten seconds and goes well.\nseconds=10\n"},
-    {.name = "statistics.krc", .content = "# Takes a minute and goes well.\nseconds=60\n"},
+    {.name = "prices.kra", .content = "# Takes two seconds and succeeds.\nseconds=2\n"},
+    {.name = "archive.krb", .content = "# Takes ten seconds and succeeds.\nseconds=10\n"},
+    {.name = "statistics.krc", .content = "# Takes a minute and succeeds.\nseconds=60\n"},
     {.name = "conference.krc", .content = "# Fails.\nresult=The server does not answer.\nerror=5\n"},
-    {.name = "weather.krb", .content = "# Over at once.\n"},
-    {.name = "old shop.kra", .content = "# Over at once.\n"},
-    {.name = "summit.kra", .content = "# Over at once.\n"},
-    {.name = "backup.bat", .content = "@rem Over at once.\n"},
+    {.name = "weather.krb", .content = "# Ends at once.\n"},
+    {.name = "old shop.kra", .content = "# Ends at once.\n"},
+    {.name = "summit.kra", .content = "# Ends at once.\n"},
+    {.name = "backup.bat", .content = "@rem Ends at once.\n"},
 };
 
 bool writeText(const std::string& path, std::string_view text) {
@@ -52,7 +52,7 @@ ScheduledProject entryOf(std::string path, ScheduleKind kind, base::TimeValue ti
 }
 
 /// Runs the sample spider if it is in the folder, otherwise a batch file. The run number makes the spider log
-/// its start and end. No scheduled run of the sample has that number.
+/// its start and end, and differs from the numbers of the sample's scheduled runs.
 std::string commandLine(const std::string& folder) {
     const std::string spider = folder + "spider.exe";
     if (!base::fileExists(spider))

@@ -11,18 +11,18 @@ struct SharedState {
     DWORD userObjects = 0; // as of the last Request::Count
     DWORD gdiObjects = 0;
 
-    BOOL freesTexts = FALSE; ///< as of Request::FreeTexts
+    BOOL freesTexts = FALSE; ///< set by Request::FreeTexts
     LONG freedTexts = 0;
 };
 
-/// wParam of the registered message.
+/// wParam of the message registered as requestMessage.
 enum class Request : WPARAM {
     Count,       ///< counts the windows, menus and graphics objects of the process
     SettleHeaps, ///< fills the heaps' caches of blocks, as hours of use would
-    FreeTexts,   ///< from now on frees the block that the platform leaks with each text control
+    FreeTexts,   ///< from now on, frees the block that the platform leaks with each text control
     /// Fills Wine's cache of about 65 device contexts, each of which keeps its last bitmap.
     FillContexts,
-    Draw, ///< redraws the window at once, which no other process can do
+    Draw, ///< redraws the window at once, which another process cannot do
 };
 inline constexpr const char* requestMessage = "scheduler test request";
 

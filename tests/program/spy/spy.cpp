@@ -1,4 +1,4 @@
-// A DLL that hooks load into the scheduler's process to inspect it from inside.
+// A DLL that Windows loads into the scheduler's process with its hooks, to inspect the process from inside.
 
 #include "lib/base/stackalignment.h"
 #include "tests/program/spy/sharedstate.h"
@@ -44,10 +44,9 @@ void countObjects() {
     state()->gdiObjects = test::gdiObjectCount();
 }
 
-/// Allocates and frees a block of each small size thousands of times in each heap.
 void settleHeaps() {
     constexpr std::size_t largest = 1536;
-    constexpr int times = 2100; // Wine's heaps start to cache blocks with the 2,050th
+    constexpr int times = 2100; // Wine's heaps start to cache blocks of a size with the 2,050th
     std::array<HANDLE, 16> heaps{};
     const DWORD count = std::min<DWORD>(GetProcessHeaps(static_cast<DWORD>(heaps.size()), heaps.data()),
                                         static_cast<DWORD>(heaps.size()));

@@ -20,7 +20,7 @@ using testing::internal::GetCapturedStderr;
 using testing::internal::GetCapturedStdout;
 
 std::atomic<ULONGLONG> slept = 0; ///< milliseconds
-int sleepUntilARun = -1;          ///< calls of Sleep until an entry has run; -1 for never
+int sleepUntilARun = -1;          ///< Sleep calls until an entry has run; -1 for never
 
 ULONGLONG WINAPI simulatedTicks() {
     return slept;
@@ -36,7 +36,7 @@ void WINAPI simulatedSleep(DWORD milliseconds) {
     EXPECT_TRUE(scheduler::saveSchedule(list));
 }
 
-/// Starts without a schedule. Each test program has its own Windows.
+/// Each test starts without a schedule. Each test program has a Windows of its own.
 class ScheduleTool : public testing::Test {
 protected:
     ScheduleTool() { DeleteFileA(scheduler::schedulePath().c_str()); }
@@ -140,7 +140,7 @@ TEST_F(ScheduleTool, WaitsForTheGivenNumberOfRunsOrItsTimeLimit) {
     EXPECT_EQ(run({"wait", "0", "0"}).exitCode, 0);
     EXPECT_EQ(run({"wait", "1", "0"}).exitCode, 0);
     const Result tooFew = run({"wait", "2", "60"});
-    EXPECT_EQ(tooFew.exitCode, 1) << "one runs again, one never ran";
+    EXPECT_EQ(tooFew.exitCode, 1) << "one entry is running again, one has never run";
     EXPECT_EQ(tooFew.errors, "schedule: too few entries have run within the time limit\n");
     EXPECT_GE(slept, 60'000U);
     EXPECT_LT(slept, 61'000U);

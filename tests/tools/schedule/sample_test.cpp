@@ -79,7 +79,7 @@ TEST_F(ScheduleSample, WritesItsProjects) {
     EXPECT_NE(fileContent(path + "\\news.kra").find("\nseconds=3\n"), std::string::npos);
     EXPECT_NE(fileContent(path + "\\mirror.krb").find("\nresult=2 pages not found\n"), std::string::npos);
     EXPECT_NE(fileContent(path + "\\report.kra"), "");
-    EXPECT_EQ(fileContent(path + "\\backup.bat"), "@rem Over at once.\n");
+    EXPECT_EQ(fileContent(path + "\\backup.bat"), "@rem Ends at once.\n");
 }
 
 TEST_F(ScheduleSample, CommandLineUsesTheSpiderInTheFolder) {
