@@ -1,4 +1,4 @@
-# CPack includes this once for each kind of package.
+# CPack includes this file once for each generator.
 if(CPACK_GENERATOR STREQUAL "NSIS")
     string(APPEND CPACK_PACKAGE_FILE_NAME -setup)
 endif()

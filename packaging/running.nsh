@@ -1,8 +1,8 @@
-; Ends a running copy of the program and restarts it with the user's rights. The functions change $0 to $5.
+; Ends a running copy of the program and restarts it with the user's rights. The functions overwrite $0 to $5.
 
 Var oldFolder     ; the folder of the program to replace or remove
 Var closedProgram ; the path of the copy that was closed, or empty
-Var closedToken   ; its user and rights
+Var closedToken   ; a token with the user and rights of that copy
 
 !macro sharedFunctions un
 
@@ -17,7 +17,7 @@ Function ${un}isRunning
     ${ElseIf} $4 = 5 ; ERROR_ACCESS_DENIED: the copy has more rights than this run
         StrCpy $5 1
     ${ElseIf} ${FileExists} "$oldFolder\scheduler.exe"
-        ; A copy of another user has its own mutex, but it locks the file.
+        ; A copy that another user runs has its own mutex, but Windows locks its file.
         ClearErrors
         FileOpen $3 "$oldFolder\scheduler.exe" a
         ${If} ${Errors}
@@ -28,8 +28,8 @@ Function ${un}isRunning
     Push $5
 FunctionEnd
 
-; Ends a running copy by its Exit command, which may ask the user. If the answer is No or takes longer than a minute, the
-; user can try again; a silent run ends.
+; Ends a running copy through its Exit command, which may ask the user. If the user says No or does not answer within a
+; minute, a message offers another try; a silent run aborts.
 Function ${un}closeProgram
     retry:
     Call ${un}isRunning
@@ -46,7 +46,7 @@ Function ${un}closeProgram
             Call rememberProgram
         !endif
         SendMessage $1 ${WM_COMMAND} 2012 0 /TIMEOUT=1000
-        ; Otherwise the program's question could be hidden by the installer's window.
+        ; The installer's window could cover the program's question.
         System::Call 'user32::GetLastActivePopup(p r1) p .r2'
         System::Call 'user32::SetForegroundWindow(p r2)'
         HideWindow
@@ -62,7 +62,7 @@ Function ${un}closeProgram
         ${Loop}
         BringToFront
     ${EndIf}
-    ; After the answer, the program ends within moments.
+    ; After the answer, the program takes a moment to end.
     StrCpy $2 100 ; tenths of a second
     ${DoWhile} $2 > 0
         Call ${un}isRunning
@@ -85,13 +85,13 @@ FunctionEnd
 !insertmacro sharedFunctions ""
 !insertmacro sharedFunctions "un."
 
-; Starts the program through the shell, without the installer's rights: with those it would see another Windows folder and
-; another registry.
+; Starts the program through the shell, without the installer's rights. With them, Windows would not redirect the
+; program to the user's copies of the schedule and of registry keys.
 Function startProgram
     Exec '"$WINDIR\explorer.exe" "${PROGRAM}"'
 FunctionEnd
 
-; Stores path, user and rights of the copy that owns the window $1.
+; Stores the path and the token of the copy that owns the window $1.
 Function rememberProgram
     System::Call 'user32::GetWindowThreadProcessId(p r1, *i .r2)'
     System::Call 'kernel32::OpenProcess(i 0x1000, i 0, i r2) p .r3' ; PROCESS_QUERY_LIMITED_INFORMATION
@@ -102,8 +102,8 @@ Function rememberProgram
     Pop $closedToken
 FunctionEnd
 
-; Starts the program $0 hidden, with the user and rights of the closed copy. Not with "/s", which would also start the
-; entries "at startup".
+; Starts the program $0 hidden, with the user and rights of the closed copy. Does not pass "/s", which would also start
+; the entries "at startup".
 Function startAgain
     ${If} $closedProgram == ""
         Return

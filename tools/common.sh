@@ -1,17 +1,17 @@
 # shellcheck shell=bash
-# Shared functions of the scripts; to be sourced.
+# Functions for all scripts, which source this file.
 
 top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd -P)
 
-# A service may run without HOME.
+# HOME may be unset, for example in a service.
 home=${HOME:-$(getent passwd "$EUID" | cut -d: -f6)}
 cache=${XDG_CACHE_HOME:-$home/.cache}/corvane-scheduler
-# The folder of the Wine root and its prefix is named after a hash of the scripts that make it: clones with the same
-# scripts share one root, and changed scripts make a new one.
+# The Wine root is named after a hash of the scripts that make it: clones with the same scripts share one root, and
+# changed scripts make a new one.
 recipe=$(cat "$top"/tools/{winroot,debian} | sha256sum)
 # shellcheck disable=SC2034 # used by the scripts that source this
 winroot=$cache/${recipe:0:12}${CORVANE_SUITE:+-$CORVANE_SUITE}
-# Boost's headers if those of the machine are too old.
+# Boost's headers, if the machine's are too old.
 # shellcheck disable=SC2034 # used by cmake/boost.cmake, too
 boost=$cache/boost/usr/include/boost
 
@@ -27,10 +27,10 @@ die() {
     exit 1
 }
 
-# Replaces this shell by a command in a container. It sees this machine's files under their own paths, except /usr and
-# /etc, which are those of the Wine root; /usr/local and /usr/src stay visible. The command is the first process of its
-# own process namespace: when the command or this script ends, everything in the container ends. An ordinary user may
-# do this. Does not use --dev, which would add a second user namespace that tools/wine could not join.
+# Replaces this shell by a command in a container. The container has this machine's files under their own paths, except
+# /usr and /etc, which come from the Wine root; /usr/local and /usr/src stay visible. The command is the first process
+# of a process namespace: when the command or this script ends, everything in the container ends. Root is not needed.
+# Does not use --dev, which would add a second user namespace that tools/wine could not join.
 box() { # ROOT PREFIX [BWRAP-OPTION...] -- COMMAND...
     local root=$1 prefix=$2 own=() dir
     shift 2
@@ -49,8 +49,8 @@ box() { # ROOT PREFIX [BWRAP-OPTION...] -- COMMAND...
         --setenv WINEDLLOVERRIDES winemenubuilder.exe=d "$@"
 }
 
-# Removes the folder in /tmp with the socket of Wine's server, whose name is in the prefix. (TMPDIR cannot move it:
-# Debian's Wine crashes with TMPDIR in its environment.)
+# Removes the socket folder of Wine's server in /tmp. The file `wineserver` in the prefix has its name. (TMPDIR cannot
+# move the folder: Debian's Wine crashes with TMPDIR in its environment.)
 remove_server() { # PREFIX
     local name=''
     [[ ! -s $1/wineserver ]] || read -r name < "$1/wineserver" || true
@@ -58,8 +58,8 @@ remove_server() { # PREFIX
     rm -f "$1/wineserver"
 }
 
-# Makes $use, a folder in the cache for one run, which end_use removes. Folders without a lock were left by killed runs
-# and are removed, too.
+# Sets $use to a new folder in the cache for this run; end_use removes it. Also removes folders without a lock, which
+# killed runs have left.
 use=''
 make_use() {
     local old
@@ -89,10 +89,10 @@ remove_use() { # FOLDER
     rm -rf --one-file-system "$1"
 }
 
-# Background programs. end_helpers ends them, the last one first. They also end if this script is killed.
+# Background programs. end_helpers ends them, newest first. They also end if this script is killed.
 helpers=()
 
-# Starts a program in the background and waits for its first line of output, $answer.
+# Starts a program in the background and sets $answer to its first line of output.
 start_helper() { # COMMAND...
     local output
     exec {output}< <(exec 6>&- 8>&- 9>&- && exec setpriv --pdeathsig KILL "$@" 2> /dev/null)
@@ -107,14 +107,14 @@ end_helpers() {
     done 2> /dev/null || true
 }
 
-# Starts a screen with a window manager, and makes it the DISPLAY.
+# Starts a virtual screen with a window manager, and sets DISPLAY.
 start_screen() { # WIDTHxHEIGHT DPI
     start_helper Xvfb -displayfd 1 -screen 0 "${1}x24" -dpi "$2" -nolisten tcp
     export DISPLAY=:$answer
     start_helper openbox --sm-disable --startup 'echo ready'
 }
 
-# Takes a picture when painting is complete: when two in a row are the same.
+# Takes screenshots until two in a row are equal: then painting is complete.
 take_picture() { # FILE WINDOW
     local before='' now=- tries
     for ((tries = 0; tries < 100; tries++)); do
@@ -124,5 +124,5 @@ take_picture() { # FILE WINDOW
         [[ $now != "$before" ]] || return 0
         sleep 0.3
     done
-    die "no picture $1: the screen keeps changing"
+    die "no screenshot $1: the screen keeps changing"
 }

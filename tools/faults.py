@@ -9,7 +9,7 @@ binary = {'<': '<=', '<=': '<', '>': '>=', '>=': '>', '==': '!=', '!=': '==', '&
           '-': '+', '*': '/', '/': '*', '%': '*', '&': '|', '|': '&', '<<': '>>', '>>': '<<', '+=': '-=', '-=': '+='}
 words = {'true': 'false', 'false': 'true', 'min': 'max', 'max': 'min', 'break': 'continue', 'continue': 'break',
          '++': '--', '--': '++', '!': '', '-': ''}
-# An argument of a call, and the next one.
+# An argument of a call, and two neighbouring ones.
 argument = r'[^\s(),{}][^(),{}]*(?:\([^()]*\)|\{[^{}]*\})?[^(),{}]*'
 neighbours = re.compile(rf'(?:[({{]|, *)({argument})(?=(, *)({argument})[,)}}])')
 no_code = re.compile(r'\s*($|//|#|using\b|namespace\b|template\b|friend\b|static_assert\b|.*GCOV_EXCL)')
@@ -23,7 +23,7 @@ def without_comment(line):
     return ''.join(part for part in token.findall(line) if part[:2] not in ('//', '/*')).rstrip()
 
 
-def goes_on(line):
+def is_continued(line):
     """Whether a statement or declaration continues on the next line."""
     code = without_comment(line)
     return code != '' and not code.startswith('#') and code[-1] not in ';{}:'
@@ -42,7 +42,7 @@ def changes_of(part, has_spaces):
 
 
 def faults_of(line, before, has_code):
-    """The replacements of a line, each with one fault; before is the line above."""
+    """The replacements of a line, each with one fault; before is the previous line."""
     if no_code.match(line):
         return []
     code, found = without_comment(line), []
@@ -62,7 +62,7 @@ def faults_of(line, before, has_code):
             found.append(code[:match.start(1)] + code[slice(*match.span(3))] + match[2] +
                          code[slice(*match.span(1))] + code[match.end(3):])
         is_body = without_comment(before).endswith((')', 'else'))
-        is_first = not goes_on(before) and not code.lstrip().startswith('return ')
+        is_first = not is_continued(before) and not code.lstrip().startswith('return ')
         if code.endswith(';') and not no_statement.match(code) and (is_body or is_first):
             found.append(re.match(r'\s*', code)[0] + ';')
     return [change for change in dict.fromkeys(found) if change.split() != code.split()]
@@ -82,7 +82,7 @@ def all_faults(folder, files, code):
 
 
 def draw(places, seed):
-    """The faults in random order, one for each line in turn, so that lines full of numbers do not get most of them."""
+    """The faults in random order, one per line in turn, because a line with many numbers has many faults."""
     chance = random.Random(seed)
     chance.shuffle(places)
     for place in places:

@@ -1,6 +1,6 @@
 # shellcheck shell=bash
-# The steps of tools/setup, which sources this file and common.sh, and sets `packages`, `unpackers`, `stage` and
-# wine_is_wanted.
+# The steps of tools/setup, which sources common.sh and this file, and defines `packages`, `unpackers`, `stage`,
+# `remove` and wine_is_wanted.
 # shellcheck disable=SC2154
 
 # ------------------------------------------------------------------------------------------------- installed packages
@@ -12,7 +12,7 @@ boost_is_there() {
     ((${version:-0} >= 107600))
 }
 
-# Prints the package with a new enough Boost, if apt offers one. Debian 12 offers two versions.
+# Prints the package of a Boost that is new enough, if apt offers one. Debian 12 offers two versions.
 boost_package() {
     local name version
     for name in libboost-dev libboost1.81-dev; do
@@ -75,9 +75,9 @@ check_machine() {
     [[ "${missing[*]}" != *mingw* ]] || room=1000
     [[ "${missing[*]}" != *imagemagick* ]] || room=$((room + 550))
     [[ "${missing[*]}" != *clang-tidy* ]] || room=$((room + 650))
-    # The files of an interrupted run are used or deleted, so their space counts as free.
+    # Files of an interrupted run are reused or deleted, so their space counts as free.
     unpacked=$(du -sm "$winroot.half" 2> /dev/null | cut -f 1 || true)
-    # Checked even if Wine is left to a later run: that run would find the disk full.
+    # Checked with --packages, too, so that the run that installs Wine does not find the disk full.
     [[ $stage == build || -d $winroot ]] || cache_room=$((1500 - ${unpacked:-0}))
     boost_is_there || [[ "${missing[*]}" == *libboost* ]] || cache_room=$((cache_room + 400))
     until [[ -d $folder ]]; do
@@ -90,7 +90,7 @@ check_machine() {
 
 # ------------------------------------------------------------------------------------------------- one set-up at a time
 
-# Locks the cache folder. --remove may delete the lock file meanwhile, so the lock is taken again if the file has gone.
+# Locks the cache folder. Tries again if --remove has deleted the lock file meanwhile.
 lock() { # [FLOCK-OPTION]
     mkdir -p "$cache"
     exec 9> "$cache/setup.lock"
@@ -100,9 +100,9 @@ lock() { # [FLOCK-OPTION]
 
 # ------------------------------------------------------------------------------------------------- long steps
 
-# Runs a command, and ends it with its child processes when standard input ends. This works even if tools/setup is
-# killed, and for root's commands, to which an ordinary user cannot send signals. The guard holds the lock of set-up until
-# then. The command does not hold it: a process that survives the command would keep the lock forever.
+# Runs a command, and ends it and its child processes when standard input ends. This works even if tools/setup is
+# killed, and for root's commands, to which an ordinary user cannot send signals. The guard holds the lock of set-up
+# until the command has ended. The command does not inherit the lock: a process that it leaves running would keep it.
 # shellcheck disable=SC2016 # expanded by the shell that runs this
 guard='
     trap : INT TERM HUP
@@ -119,15 +119,15 @@ guard='
     kill -KILL -- -$! -$job
     exit $status'
 
-leash='' job='' become=()
+guard_input='' job='' become=()
 
-# Runs a long command, and prints its elapsed time and last line every few seconds.
+# Runs a long command. Every few seconds, prints the elapsed time and the command's last line of output.
 step() { # TITLE NAME COMMAND...
     local title=$1 log=$cache/logs/$2.log start=$SECONDS shown=$SECONDS status=0
     shift 2
     say "$title …"
     mkdir -p "${log%/*}"
-    exec {leash}> >(exec "${become[@]}" bash -c "$guard" guard "$@" > "$log" 2>&1)
+    exec {guard_input}> >(exec "${become[@]}" bash -c "$guard" guard "$@" > "$log" 2>&1)
     job=$!
     while [[ -d /proc/$job ]]; do
         sleep 0.2
@@ -137,8 +137,8 @@ step() { # TITLE NAME COMMAND...
         }
     done
     wait "$job" || status=$?
-    exec {leash}>&-
-    leash=''
+    exec {guard_input}>&-
+    guard_input=''
     ((status == 0)) || {
         say "failed: $title. All output is in $log, which ends with:"
         tail -n 12 "$log" >&2
@@ -147,11 +147,10 @@ step() { # TITLE NAME COMMAND...
     say "$title: done in $((SECONDS - start)) s"
 }
 
-# Ends the running step, if there is one.
 end_step() {
     trap '' INT TERM HUP
-    [[ -n $leash ]] || return 0
-    exec {leash}>&-
+    [[ -n $guard_input ]] || return 0
+    exec {guard_input}>&-
     wait "$job" || true
 }
 
@@ -178,7 +177,7 @@ as_root() { # TITLE NAME COMMAND...
     step "$title" "$name" env DEBIAN_FRONTEND=noninteractive "$@"
 }
 
-# Continues after a failure: the source that cannot be read may not be needed.
+# Continues after a failure, because a source that cannot be read may not be needed.
 update() { as_root 'reading the package lists' update apt-get update || say 'continuing with the package lists that could be read'; }
 
 install_packages() { # PACKAGE...
@@ -195,7 +194,7 @@ install_packages() { # PACKAGE...
 
 # ------------------------------------------------------------------------------------------------- removal
 
-# Renames a folder first, so that an interrupted removal never leaves an incomplete root under its real name.
+# Renames each folder first, so that an interrupted removal never leaves an incomplete root under its real name.
 remove() { # FOLDER...
     local folder
     for folder in "$@"; do
@@ -216,7 +215,7 @@ find_old_roots() {
     done
 }
 
-# Keeps roots that are in use: a program holds the lock of its root.
+# Keeps roots that are in use: tools/wine holds a lock on its root.
 remove_old_roots() {
     local folder
     find_old_roots
