@@ -225,7 +225,7 @@ remove_old_roots() {
         if flock -n 8; then
             remove "$folder"
         elif [[ -n $remove ]]; then
-            say "kept: $folder, because a program still runs in it; end the program and call tools/setup --remove again"
+            say "kept: $folder, because a program still runs in it; end the program and run tools/setup --remove again"
         fi
         exec 8<&-
     done

@@ -1,4 +1,3 @@
-// Fuzzes the date parsers.
 #include "lib/base/dateparsing.h"
 
 #include "tests/fuzz/fuzzing.h"

@@ -1,4 +1,3 @@
-// Fuzzes schedule files.
 #include "scheduler/model/schedulecodec.h"
 
 #include "tests/fuzz/fuzzing.h"

@@ -1,4 +1,3 @@
-// Fuzzes the parser of times of day.
 #include "lib/base/dateparsing.h"
 #include "tests/fuzz/fuzzing.h"
 

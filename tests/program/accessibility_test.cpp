@@ -1,5 +1,5 @@
-// In every window, each control that takes input has a name for screen readers, is reached by Tab and shares
-// no access key.
+// In every window, each control that takes input has a name for screen readers and is reached by Tab, and no
+// two controls share an access key.
 
 #include "lib/base/stackalignment.h"
 #include "resources/ids.h"

@@ -151,7 +151,7 @@ TEST_F(ForeignMessages, LogOffWhileADialogIsOpenAsksOverIt) {
 }
 
 TEST_F(ForeignMessages, LogOffWhileADialogOrAMenuIsOpenEndsTheProgram) {
-    pending_.disabled = 1; // nothing to ask about
+    pending_.disabled = 1; // so that log-off asks nothing
     for (const bool menu : {false, true}) {
         startWith({pending_});
         if (menu)

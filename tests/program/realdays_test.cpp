@@ -23,7 +23,7 @@ class RealDays : public driver::ProgramTest {
 protected:
     void SetUp() override {
         ProgramTest::SetUp();
-        // No entry waits for another, so only the clock delays a run.
+        // Entries run side by side, so that none waits for another.
         base::writeNumber(HKEY_CURRENT_USER, driver::stateKey + "\\RunMultiple", 1);
     }
 

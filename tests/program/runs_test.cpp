@@ -23,7 +23,6 @@ protected:
         return entry;
     }
 
-    /// Starts the program with an entry and sets the clock to due_.
     void runWith(const ScheduledProject& entry) {
         ASSERT_NO_FATAL_FAILURE(startWith({entry}));
         clock_.moveTo(due_);

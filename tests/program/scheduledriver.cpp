@@ -191,7 +191,7 @@ void SchedulerProcess::kill(bool mayHaveEnded) {
 void SchedulerProcess::expectNoCrash() const {
     if (!process_ || isRunning())
         return;
-    // The platform's debugger may end a crashed program with 0.
+    // The platform's debugger may end a crashed program with 0, so 0 alone does not prove a normal exit.
     EXPECT_TRUE(endIsExpected_ && (exitCode() == 0 || exitCode() == killedCode))
         << "the program crashed or ended unexpectedly with exit code " << exitCode();
 }

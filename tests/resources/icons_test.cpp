@@ -67,7 +67,7 @@ std::vector<bool> darkPixels(int icon, int size) {
     DeleteObject(parts.hbmMask);
     DestroyIcon(loaded);
     std::vector<bool> dark;
-    for (const RGBQUAD& colour : pixels) { // with the opacity in rgbReserved
+    for (const RGBQUAD& colour : pixels) { // rgbReserved is the opacity
         const int luminance = (colour.rgbRed * 30 + colour.rgbGreen * 59 + colour.rgbBlue * 11) / 100;
         dark.push_back(colour.rgbReserved > 128 && luminance < 80);
     }

@@ -1,4 +1,4 @@
-// The program's command line.
+// The command line of schedule.exe.
 #pragma once
 
 #include <optional>

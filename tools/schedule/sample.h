@@ -7,8 +7,8 @@
 #include <vector>
 
 /// Ten entries with the projects in `folder`, which ends in a backslash. A project and a command line are due
-/// `seconds` after the clock's time, and another project follows the first. The others, of every kind, run in
-/// 20 minutes at the earliest or never.
+/// `seconds` after the clock's time, and another project follows the first. The other entries cover all
+/// kinds, and run in 20 minutes or later, or never.
 std::vector<scheduler::ScheduledProject> sampleEntries(const std::string& folder, const base::Clock& clock,
                                                        unsigned seconds);
 
@@ -17,7 +17,7 @@ enum class Sample {
     Whole,
 };
 
-/// Writes sample projects into `folder`, creates it if needed, and replaces the schedule by sampleEntries.
-/// Start the scheduler before `seconds` have passed: entries that are already due never run. False if a file
-/// could not be written.
+/// Writes sample projects into `folder`, which is created if needed, and replaces the schedule by
+/// sampleEntries(). Start the scheduler within `seconds`: entries that are already due then never run. False
+/// if a file could not be written.
 bool writeSample(const std::string& folder, Sample sample, unsigned seconds = 8);

@@ -9,7 +9,7 @@
 #include <string>
 
 bool readStoredSchedule(scheduler::ScheduleList& list) {
-    // Not loadSchedule(): it locks writers out, so a save of the running scheduler would fail.
+    // Not loadSchedule(): it locks writers out, so a save by the running scheduler would fail.
     std::ifstream file(scheduler::schedulePath(), std::ios::binary);
     std::ostringstream copy;
     copy << file.rdbuf();

@@ -4,7 +4,6 @@
 
 namespace spy {
 
-/// Memory that the spy shares with the test.
 struct SharedState {
     LONG ticks = 0; ///< timer messages that the main window has retrieved
 

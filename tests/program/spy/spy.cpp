@@ -1,4 +1,4 @@
-// A DLL that Windows loads into the scheduler's process with its hooks, to inspect the process from inside.
+// A DLL with hooks: Windows loads the DLL into the scheduler's process, which it inspects from inside.
 
 #include "lib/base/stackalignment.h"
 #include "tests/program/spy/sharedstate.h"
