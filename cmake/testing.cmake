@@ -21,7 +21,7 @@ endif()
 # For tools/coverage: removes old line counters before the native tests run.
 if(NOT WIN32)
     add_test(NAME native.fresh COMMAND find ${PROJECT_BINARY_DIR} -name *.gcda -delete)
-    set_tests_properties(native.fresh PROPERTIES FIXTURES_SETUP nothing_reached)
+    set_tests_properties(native.fresh PROPERTIES FIXTURES_SETUP counters_cleared)
 endif()
 
 # Replaces the allocator of a program that links it.
@@ -72,7 +72,7 @@ function(corvane_test_run name)
         # Wine prints this at every crash, even when the exit status is lost.
         set_tests_properties(${name} PROPERTIES FAIL_REGULAR_EXPRESSION "starting debugger")
     else()
-        set_tests_properties(${name} PROPERTIES FIXTURES_REQUIRED nothing_reached FIXTURES_SETUP lines_reached)
+        set_tests_properties(${name} PROPERTIES FIXTURES_REQUIRED counters_cleared FIXTURES_SETUP counters_written)
     endif()
     if("--at" IN_LIST arg_WINE OR "--speed" IN_LIST arg_WINE OR "--settable" IN_LIST arg_WINE)
         set_tests_properties(${name} PROPERTIES LABELS set-clock)

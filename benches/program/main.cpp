@@ -16,8 +16,8 @@ int main(int argc, char* argv[]) {
         bench::benchStarting();
     if (wanted("latency"))
         bench::benchLatency(all ? 20 : 10, all ? 10 : 4);
-    if (wanted("crowd"))
-        bench::benchCrowd();
+    if (wanted("many-runs"))
+        bench::benchManyRuns();
     if (wanted("idle") && (all || !named.empty()))
         bench::benchIdling(all ? 300 : 30);
 }

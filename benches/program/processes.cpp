@@ -11,7 +11,7 @@
 namespace bench {
 namespace {
 
-constexpr auto patience = std::chrono::minutes(2);
+constexpr auto timeout = std::chrono::minutes(2);
 
 } // namespace
 
@@ -41,7 +41,7 @@ bool WindowProcess::waitUntilCreated() {
 }
 
 bool WindowProcess::waitForWindow(bool visible) {
-    const auto end = std::chrono::steady_clock::now() + patience;
+    const auto end = std::chrono::steady_clock::now() + timeout;
     while (!(window_ = FindWindowA(windowClass_.c_str(), nullptr)) ||
            (visible && !IsWindowVisible(window_))) {
         if (std::chrono::steady_clock::now() > end)

@@ -6,6 +6,6 @@ void benchStarting();
 /// Starts the program `starts` times, with evenly spaced phases of its timer.
 void benchLatency(int starts, int runsPerStart);
 void benchIdling(int seconds);
-void benchCrowd();
+void benchManyRuns();
 
 } // namespace bench

@@ -79,7 +79,7 @@ void MappedFile::close() {
 }
 
 template<class Step>
-bool WrittenFile::attempt(const Step& step) {
+bool OutputFile::attempt(const Step& step) {
     _doserrno = 0;
     const bool done = step();
     if (!done && error_ == 0)
@@ -87,18 +87,18 @@ bool WrittenFile::attempt(const Step& step) {
     return done;
 }
 
-WrittenFile::WrittenFile(const std::string& path) {
+OutputFile::OutputFile(const std::string& path) {
     static_cast<void>(attempt([&] { return (stream_ = openForWriting(path)) != nullptr; }));
 }
 
-bool WrittenFile::write(std::span<const std::byte> bytes) {
+bool OutputFile::write(std::span<const std::byte> bytes) {
     // An empty span's address can be null, which fwrite does not allow.
     return stream_ && (bytes.empty() || attempt([&] {
                            return std::fwrite(bytes.data(), 1, bytes.size(), stream_) == bytes.size();
                        }));
 }
 
-bool WrittenFile::close() {
+bool OutputFile::close() {
     std::FILE* const stream = std::exchange(stream_, nullptr);
     if (!stream)
         return false;

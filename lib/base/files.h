@@ -36,12 +36,12 @@ private:
 };
 
 /// Truncates and writes a file. Child processes do not inherit the handle: they would keep the file open.
-class [[nodiscard]] WrittenFile {
+class [[nodiscard]] OutputFile {
 public:
-    explicit WrittenFile(const std::string& path);
-    ~WrittenFile() { static_cast<void>(close()); }
-    WrittenFile(const WrittenFile&) = delete;
-    WrittenFile& operator=(const WrittenFile&) = delete;
+    explicit OutputFile(const std::string& path);
+    ~OutputFile() { static_cast<void>(close()); }
+    OutputFile(const OutputFile&) = delete;
+    OutputFile& operator=(const OutputFile&) = delete;
 
     [[nodiscard]] bool write(std::span<const std::byte> bytes);
 

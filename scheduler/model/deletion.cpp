@@ -89,7 +89,7 @@ void deleteEntries(ScheduleList& list, std::vector<std::size_t> positions) {
         entry.afterIndex = deletions.afterAll(entry.afterIndex);
         breakSelfReference(entry, position);
     }
-    list.noteChange();
+    list.notifyChanged();
 }
 
 } // namespace scheduler

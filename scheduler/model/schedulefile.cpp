@@ -33,7 +33,7 @@ Written writeSchedule(const ScheduleList& list) {
     try {
         // Allocated before the file is opened: if this fails, the file keeps the last schedule.
         std::vector<std::byte> buffer(bufferSize);
-        base::WrittenFile file(schedulePath());
+        base::OutputFile file(schedulePath());
         written.begun = file.isOpen();
         static_cast<void>(encodeSchedule(
             list.entries(), buffer, [&file](std::span<const std::byte> piece) { return file.write(piece); }));

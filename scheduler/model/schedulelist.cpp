@@ -28,7 +28,7 @@ std::ptrdiff_t ScheduleList::insert(std::size_t position, ScheduledProject recor
     const bool appended = position + 1 == entries_.size();
     for (ScheduleObserver* const observer : observers_)
         observer->onEntryInserted(position, appended);
-    noteChange();
+    notifyChanged();
     return static_cast<std::ptrdiff_t>(position);
 }
 
@@ -36,7 +36,7 @@ void ScheduleList::remove(std::size_t position) {
     entries_.erase(entries_.begin() + static_cast<std::ptrdiff_t>(position));
     for (ScheduleObserver* const observer : observers_)
         observer->onEntriesRemoved({&position, 1});
-    noteChange();
+    notifyChanged();
 }
 
 void ScheduleList::removeAll(const std::vector<std::size_t>& positions) {
@@ -54,19 +54,19 @@ void ScheduleList::removeAll(const std::vector<std::size_t>& positions) {
     entries_.erase(entries_.begin() + static_cast<std::ptrdiff_t>(kept), entries_.end());
     for (ScheduleObserver* const observer : observers_)
         observer->onEntriesRemoved(positions);
-    noteChange();
+    notifyChanged();
 }
 
 void ScheduleList::clear() {
     entries_.clear();
     for (ScheduleObserver* const observer : observers_)
         observer->onCleared();
-    noteChange();
+    notifyChanged();
 }
 
 void ScheduleList::replace(std::size_t position, ScheduledProject record) {
     entries_[position] = std::move(record);
-    noteChange();
+    notifyChanged();
 }
 
 bool ScheduleList::assign(std::vector<ScheduledProject> entries) {
@@ -75,11 +75,11 @@ bool ScheduleList::assign(std::vector<ScheduledProject> entries) {
     entries_ = std::move(entries);
     for (ScheduleObserver* const observer : observers_)
         observer->onEntriesLoaded(entries_.size());
-    noteChange();
+    notifyChanged();
     return true;
 }
 
-void ScheduleList::noteChange() {
+void ScheduleList::notifyChanged() {
     changedInBatch_ = openBatches_ > 0;
     if (changedInBatch_)
         return;
@@ -95,7 +95,7 @@ bool ScheduleList::hasPendingRun() const {
 
 ScheduleBatch::~ScheduleBatch() {
     if (--list_.openBatches_ == 0 && list_.changedInBatch_)
-        list_.noteChange();
+        list_.notifyChanged();
 }
 
 void ScheduleList::addObserver(ScheduleObserver& observer) {

@@ -73,7 +73,7 @@ public:
     [[nodiscard]] bool assign(std::vector<ScheduledProject> entries);
 
     /// Notifies the observers. Call after changing fields of entries.
-    void noteChange();
+    void notifyChanged();
 
     /// Whether an enabled entry has a next run, which would be missed if the program ended.
     bool hasPendingRun() const;

@@ -54,7 +54,7 @@ void SchedulerEngine::resetAll(base::TimeValue now) {
         resetRunState(entry);
         entry.nextRun = nextRuns.of(entry);
     }
-    entries_.noteChange();
+    entries_.notifyChanged();
 }
 
 TickResult SchedulerEngine::onTimer(base::TimeValue now) {
@@ -66,7 +66,7 @@ TickResult SchedulerEngine::tick(base::TimeValue now) {
 }
 
 void SchedulerEngine::testTick() {
-    startDue({services_.clock.now(), 0}, Cause::Trial);
+    startDue({services_.clock.now(), 0}, Cause::Test);
 }
 
 TickResult SchedulerEngine::startDue(TickPosition place, Cause cause) {
@@ -123,11 +123,11 @@ void SchedulerEngine::startEntry(std::size_t position, base::TimeValue now, Caus
 
     ScheduledProject& entry = entries_[position];
     markRunning(entry, now);
-    if (cause != Cause::Trial)
+    if (cause != Cause::Test)
         services_.runs.onRunStarted(entry, cause == Cause::User);
     // A trial leaves the entry marked as running, to show that it would have been started.
-    if (cause == Cause::Trial || launch(entry)) {
-        entries_.noteChange();
+    if (cause == Cause::Test || launch(entry)) {
+        entries_.notifyChanged();
         return;
     }
     if (cause == Cause::User)
@@ -166,7 +166,7 @@ void SchedulerEngine::waitForOthers(std::size_t position, base::TimeValue now) {
         services_.runs.onRunStarted(entry, false);
         finishRun(position, now, notRun(conflictText), RunEnd::GaveUpWaiting);
     }
-    entries_.noteChange();
+    entries_.notifyChanged();
 }
 
 bool SchedulerEngine::hasWaitedTooLong(const ScheduledProject& entry, base::TimeValue now) const {
@@ -236,7 +236,7 @@ void SchedulerEngine::finishRun(std::size_t position, base::TimeValue finishTime
         wakeFollowers(position, finishTime);
     }
 
-    entries_.noteChange();
+    entries_.notifyChanged();
     services_.store.save(entries_);
     services_.runs.onRunFinished({entry, finishTime, outcome.errorCode, how});
 }
@@ -256,7 +256,7 @@ void SchedulerEngine::recomputeAll(base::TimeValue now) {
         if (!entry.running)
             entry.nextRun = nextRuns.of(entry);
     }
-    entries_.noteChange();
+    entries_.notifyChanged();
 }
 
 void SchedulerEngine::setSuspended(bool suspended) {

@@ -90,7 +90,7 @@ private:
     enum class Cause {
         Schedule,
         User,
-        Trial, ///< the test command: only marks the entry as running
+        Test, ///< the test command: only marks the entry as running
     };
 
     [[nodiscard]] static bool isDueAt(const ScheduledProject& entry, base::TimeValue now) {

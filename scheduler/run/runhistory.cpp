@@ -75,7 +75,7 @@ void ignoringFailure(const Action& action) noexcept {
 
 RunHistory::~RunHistory() {
     if (programStarted_)
-        note(ProgramEvent::Exited);
+        record(ProgramEvent::Exited);
 }
 
 void RunHistory::onRunStarted(const ScheduledProject& entry, bool manual) noexcept {
@@ -105,7 +105,7 @@ void RunHistory::onRunFinished(const FinishedRun& run) noexcept {
     });
 }
 
-void RunHistory::note(ProgramEvent event, const std::string& path, const std::string& reason) noexcept {
+void RunHistory::record(ProgramEvent event, const std::string& path, const std::string& reason) noexcept {
     programStarted_ |= event == ProgramEvent::Started;
     ignoringFailure([&] {
         const base::TimeValue now = clock_.now();

@@ -40,7 +40,7 @@ public:
     void onRunFinished(const FinishedRun& run) noexcept override;
 
     /// Adds a line; `path` is the file concerned, `reason` the cause of a failure.
-    void note(ProgramEvent event, const std::string& path = {}, const std::string& reason = {}) noexcept;
+    void record(ProgramEvent event, const std::string& path = {}, const std::string& reason = {}) noexcept;
 
 private:
     struct StartedRun {

@@ -71,7 +71,7 @@ bool MainWindow::start(const std::string& commandLine, int showCommand) {
     RegistryOutcomes::discardAll();
     base::RegistryStore store = appRegistryKey(stateSection);
     applySavedState(store, showCommand);
-    history_.note(ProgramEvent::Started, base::executablePath());
+    history_.record(ProgramEvent::Started, base::executablePath());
     file_.load(schedule_);
     engine_.resetAll(clock_.now());
     list_.restoreColumns(store);
@@ -253,16 +253,16 @@ void MainWindow::onSuspendedChanged(bool suspended) {
         SetWindowTextA(handle(), title.c_str());
     icon_.update(suspended);
     storePreferences(preferences_);
-    history_.note(suspended ? ProgramEvent::Suspended : ProgramEvent::Resumed);
+    history_.record(suspended ? ProgramEvent::Suspended : ProgramEvent::Resumed);
 }
 
 void MainWindow::onLoadFailed(const std::string& path) {
-    history_.note(ProgramEvent::NotRead, path);
+    history_.record(ProgramEvent::NotRead, path);
 }
 
 void MainWindow::onSaveFailed(const std::string& path, const std::string& reason) {
     icon_.warn(saveFailedText(path, reason));
-    history_.note(ProgramEvent::NotSaved, path, reason);
+    history_.record(ProgramEvent::NotSaved, path, reason);
 }
 
 void MainWindow::addByEditor() {

@@ -26,7 +26,7 @@ void ProgramExit::onSessionEnd() {
     // returns. If the question is already open, the function returns at once.
     parts_.presence.storePlacement();
     save();
-    parts_.history.note(ProgramEvent::SessionEnd);
+    parts_.history.record(ProgramEvent::SessionEnd);
     exitProgram(ExitMode::AskFirst);
 }
 

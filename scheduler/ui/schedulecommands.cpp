@@ -33,7 +33,7 @@ void ScheduleCommands::edit(std::size_t position, ScheduledProject edited) {
     ScheduledProject& entry = schedule_[position];
     applyEdit(entry, std::move(edited));
     entry.nextRun = nextRunOf(entry);
-    schedule_.noteChange();
+    schedule_.notifyChanged();
     store_.save(schedule_);
 }
 
@@ -45,7 +45,7 @@ void ScheduleCommands::toggle(const Selection& selection) {
         entry.disabled = !entry.disabled;
         entry.nextRun = nextRunOf(entry);
     }
-    schedule_.noteChange();
+    schedule_.notifyChanged();
     store_.save(schedule_);
 }
 

@@ -3,7 +3,7 @@
 #include "lib/base/processes.h"
 #include "lib/base/stackalignment.h"
 #include "tests/program/scheduledriver.h"
-#include "tests/support/patience.h"
+#include "tests/support/timeout.h"
 
 #include <gtest/gtest.h>
 
@@ -100,7 +100,7 @@ bool SetupProcess::shows(const std::string& text) const {
 
 DWORD SetupProcess::waitForEnd() const {
     DWORD code = base::processFailed;
-    if (WaitForSingleObject(process_.get(), test::patience) == WAIT_OBJECT_0)
+    if (WaitForSingleObject(process_.get(), test::timeout) == WAIT_OBJECT_0)
         GetExitCodeProcess(process_.get(), &code);
     return code;
 }

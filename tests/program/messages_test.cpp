@@ -75,7 +75,7 @@ protected:
     void logOff() const {
         DWORD_PTR mayEnd = 0;
         EXPECT_NE(
-            SendMessageTimeoutA(window(), WM_QUERYENDSESSION, 0, 0, SMTO_NORMAL, test::patience, &mayEnd), 0);
+            SendMessageTimeoutA(window(), WM_QUERYENDSESSION, 0, 0, SMTO_NORMAL, test::timeout, &mayEnd), 0);
         EXPECT_EQ(mayEnd, 1U);
         SendNotifyMessageA(window(), WM_ENDSESSION, TRUE, 0);
     }

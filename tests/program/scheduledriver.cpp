@@ -8,7 +8,7 @@
 #include "resources/ids.h"
 #include "scheduler/model/schedulecodec.h"
 #include "scheduler/model/schedulefile.h"
-#include "tests/support/patience.h"
+#include "tests/support/timeout.h"
 
 #include <gtest/gtest.h>
 
@@ -158,7 +158,7 @@ DWORD SchedulerProcess::runToEnd(const std::string& switches) {
     const PROCESS_INFORMATION information = startCopy(builtProgram(), switches);
     base::KernelHandle process(information.hProcess);
     DWORD code = base::processFailed;
-    if (WaitForSingleObject(process.get(), test::patience) == WAIT_OBJECT_0)
+    if (WaitForSingleObject(process.get(), test::timeout) == WAIT_OBJECT_0)
         GetExitCodeProcess(process.get(), &code);
     return code;
 }

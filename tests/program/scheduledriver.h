@@ -4,7 +4,7 @@
 #include "lib/base/handles.h"
 #include "scheduler/model/schedulefile.h"
 #include "scheduler/model/schedulelist.h"
-#include "tests/support/patience.h"
+#include "tests/support/timeout.h"
 
 #include <windows.h>
 
@@ -18,7 +18,7 @@ namespace driver {
 
 /// Polls until `condition` holds; false after `limit`.
 bool waitUntil(const std::function<bool()>& condition,
-               std::chrono::milliseconds limit = std::chrono::milliseconds(test::patience));
+               std::chrono::milliseconds limit = std::chrono::milliseconds(test::timeout));
 
 /// The folder of the built program, with a trailing backslash.
 std::string buildFolder();

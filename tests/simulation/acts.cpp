@@ -50,7 +50,7 @@ Simulation::Act Simulation::randomAct() {
     if (share < 25)
         return {Act::RunByHand};
     if (share < 50)
-        return {Act::SwitchOnOrOff};
+        return {Act::Toggle};
     if (share < 60)
         return {Act::ForeignEnd, dice_.oneOf({-1, 0, 1, 2, 3, 40, 1000})};
     if (share < 68)
@@ -72,11 +72,11 @@ void Simulation::perform(const Act& act) {
             plain_.rules.runManually(position, now_);
         break;
     }
-    case Act::SwitchOnOrOff: {
+    case Act::Toggle: {
         const std::vector<int> chosen = randomSelection();
         engine_.program->commands.toggle({chosen.begin(), chosen.end()});
         if (!chosen.empty())
-            plain_.rules.switchOnOrOff(chosen, now_);
+            plain_.rules.toggle(chosen, now_);
         break;
     }
     case Act::ForeignEnd: {

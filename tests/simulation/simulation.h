@@ -45,7 +45,7 @@ private:
     struct Act {
         enum What {
             RunByHand,
-            SwitchOnOrOff,
+            Toggle,
             Add,
             Drop,
             Edit,

@@ -4,8 +4,8 @@
 #include "lib/base/processes.h"
 #include "lib/base/registry.h"
 #include "tests/support/filecontent.h"
-#include "tests/support/patience.h"
 #include "tests/support/temporaryfolder.h"
+#include "tests/support/timeout.h"
 
 #include <windows.h>
 
@@ -101,7 +101,7 @@ TEST_F(Spider, SeveralInstancesRunAndLogUntilTheirEventIsSignalled) {
         return lines;
     };
     const auto waitFor = [&](const std::string& text) {
-        for (const ULONGLONG end = GetTickCount64() + test::patience; GetTickCount64() < end; Sleep(10))
+        for (const ULONGLONG end = GetTickCount64() + test::timeout; GetTickCount64() < end; Sleep(10))
             if (logged(text) == runs)
                 return true;
         return false;

@@ -43,7 +43,7 @@ public:
     constexpr Answers(const char* library, const char* name) : library_(library), name_(name) {}
 
     std::atomic<int> calls = 0;
-    void (*note)(Arguments...) = nullptr; ///< called first
+    void (*onCall)(Arguments...) = nullptr; ///< called first
     /// If set, returned instead of calling the platform, after `callsBeforeAnswer` more calls.
     std::optional<std::conditional_t<std::is_void_v<Result>, bool, Result>> answer;
     int callsBeforeAnswer = 0;
@@ -51,8 +51,8 @@ public:
 protected:
     Result to(Arguments... arguments) {
         ++calls;
-        if (note)
-            note(arguments...);
+        if (onCall)
+            onCall(arguments...);
         if (answer && callsBeforeAnswer-- <= 0)
             return static_cast<Result>(*answer);
         if (!platform_)

@@ -122,7 +122,7 @@ public:
         world.show(on);
     }
 
-    void switchOnOrOff(const std::vector<int>& chosen, Second now) {
+    void toggle(const std::vector<int>& chosen, Second now) {
         for (const int i : chosen) {
             at(i).off = !at(i).off;
             at(i).next = nextRunOf(at(i), now);

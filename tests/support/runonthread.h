@@ -2,7 +2,7 @@
 
 #include "lib/base/handles.h"
 #include "lib/base/threads.h"
-#include "tests/support/patience.h"
+#include "tests/support/timeout.h"
 
 #include <windows.h>
 
@@ -23,12 +23,12 @@ public:
             self.work_();
         };
         hasStarted_ = base::startThread(run, this) != base::threadFailed &&
-                      WaitForSingleObject(started_.get(), patience) == WAIT_OBJECT_0;
+                      WaitForSingleObject(started_.get(), timeout) == WAIT_OBJECT_0;
     }
     ThreadRun(const ThreadRun&) = delete;
     ThreadRun& operator=(const ThreadRun&) = delete;
 
-    bool wait(DWORD milliseconds = patience) const {
+    bool wait(DWORD milliseconds = timeout) const {
         return hasStarted_ && WaitForSingleObject(thread_.get(), milliseconds) == WAIT_OBJECT_0;
     }
 

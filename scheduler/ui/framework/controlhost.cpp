@@ -23,7 +23,7 @@ void ControlHost::start(HWND dialog) {
         return;
     for (Control* control : controls_)
         static_cast<void>(control->attachIn(dialog));
-    widenCutTexts(dialog);
+    widenTruncatedTexts(dialog);
     load();
     updateState();
     started_ = true;

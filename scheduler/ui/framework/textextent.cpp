@@ -61,7 +61,7 @@ SIZE TextExtent::of(const std::string& text) const {
     return {extent.right, extent.bottom};
 }
 
-void widenCutTexts(HWND dialog) {
+void widenTruncatedTexts(HWND dialog) {
     for (HWND child = GetWindow(dialog, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT))
         widenIfCut(child);
 }

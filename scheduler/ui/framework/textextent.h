@@ -25,6 +25,6 @@ private:
 
 /// Widens clipped one-line texts, check boxes and radio buttons. Dialog units depend on the average
 /// character, so a text can be wider than its control.
-void widenCutTexts(HWND dialog);
+void widenTruncatedTexts(HWND dialog);
 
 } // namespace framework

@@ -18,7 +18,7 @@ inline std::span<const std::byte> bytesOf(std::string_view text) {
 
 /// False when opening, writing or closing fails.
 inline bool writeWhole(const std::string& path, std::string_view content) {
-    base::WrittenFile file(path);
+    base::OutputFile file(path);
     const bool written = file.write(bytesOf(content));
     return file.close() && written;
 }

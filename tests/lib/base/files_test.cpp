@@ -190,12 +190,12 @@ TEST_F(Files, MappedFileIsReleasedByCloseDestructionAndReopening) {
 TEST_F(Files, MappedFileIsOpenedForSequentialReading) {
     ASSERT_TRUE(writeWhole(path_, "content"));
     static std::vector<DWORD> requested;
-    platform::CreateFileA.note = [](LPCSTR, DWORD access, DWORD sharing, LPSECURITY_ATTRIBUTES,
-                                    DWORD disposition, DWORD flags, HANDLE) {
+    platform::CreateFileA.onCall = [](LPCSTR, DWORD access, DWORD sharing, LPSECURITY_ATTRIBUTES,
+                                      DWORD disposition, DWORD flags, HANDLE) {
         requested = {access, sharing, disposition, flags};
     };
     EXPECT_TRUE(MappedFile().open(path_));
-    platform::CreateFileA.note = nullptr;
+    platform::CreateFileA.onCall = nullptr;
     EXPECT_THAT(requested, ElementsAre(GENERIC_READ, FILE_SHARE_READ, OPEN_EXISTING,
                                        FILE_ATTRIBUTE_NORMAL | FILE_FLAG_SEQUENTIAL_SCAN));
 }

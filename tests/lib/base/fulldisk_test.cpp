@@ -27,7 +27,7 @@ TEST_F(FullDiskWrites, FailAtAnySizeUntilSpaceIsFreed) {
         {
             const FullDisk full;
             const unsigned handles = handleCount();
-            WrittenFile file(path);
+            OutputFile file(path);
             EXPECT_EQ(file.write(bytesOf(content)), size < 4096) << "small writes stay in the stream buffer";
             EXPECT_FALSE(file.close());
             EXPECT_EQ(file.error(), DWORD{ERROR_DISK_FULL});
@@ -43,7 +43,7 @@ TEST_F(FullDiskWrites, FailAtAnySizeUntilSpaceIsFreed) {
 
 TEST_F(FullDiskWrites, KeepThePartThatFitted) {
     const FullDisk full(8 * 4096);
-    WrittenFile file(path);
+    OutputFile file(path);
     EXPECT_TRUE(file.write(bytesOf(std::string(5000, 'a'))));
     EXPECT_FALSE(file.write(bytesOf(std::string(100'000, 'x'))));
     EXPECT_EQ(file.error(), DWORD{ERROR_DISK_FULL});

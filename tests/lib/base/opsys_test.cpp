@@ -95,10 +95,10 @@ TEST_F(OpSys, RefusedInstanceMutexDoesNotCountAsAnotherInstance) {
     const std::string name = unique("not-a-mutex");
     const KernelHandle event(CreateEventA(nullptr, TRUE, FALSE, name.c_str()));
     EXPECT_FALSE(createInstanceMutex(name));
-    platform::CreateMutexA.note = [](auto...) { SetLastError(ERROR_ALREADY_EXISTS); };
+    platform::CreateMutexA.onCall = [](auto...) { SetLastError(ERROR_ALREADY_EXISTS); };
     platform::CreateMutexA.answer = nullptr;
     EXPECT_FALSE(createInstanceMutex(unique("refused")));
-    platform::CreateMutexA.note = nullptr;
+    platform::CreateMutexA.onCall = nullptr;
     platform::CreateMutexA.answer.reset();
 }
 

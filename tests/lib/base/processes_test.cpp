@@ -45,21 +45,21 @@ protected:
     Processes() {
         starts.clear();
         waits.clear();
-        platform::CreateProcessA.note = [](LPCSTR program, LPSTR commandLine, LPSECURITY_ATTRIBUTES process,
-                                           LPSECURITY_ATTRIBUTES thread, BOOL inheritsHandles, DWORD flags,
-                                           LPVOID environment, LPCSTR directory, LPSTARTUPINFOA info,
-                                           LPPROCESS_INFORMATION) {
+        platform::CreateProcessA.onCall = [](LPCSTR program, LPSTR commandLine, LPSECURITY_ATTRIBUTES process,
+                                             LPSECURITY_ATTRIBUTES thread, BOOL inheritsHandles, DWORD flags,
+                                             LPVOID environment, LPCSTR directory, LPSTARTUPINFOA info,
+                                             LPPROCESS_INFORMATION) {
             EXPECT_TRUE(!program && !process && !thread && !environment && flags == 0);
             EXPECT_EQ(info->cb, 68U);
             starts.push_back({commandLine, directory ? directory : "", inheritsHandles, *info});
         };
-        platform::WaitForSingleObject.note = [](HANDLE, DWORD milliseconds) {
+        platform::WaitForSingleObject.onCall = [](HANDLE, DWORD milliseconds) {
             waits.push_back(milliseconds);
         };
     }
     ~Processes() override {
-        platform::CreateProcessA.note = nullptr;
-        platform::WaitForSingleObject.note = nullptr;
+        platform::CreateProcessA.onCall = nullptr;
+        platform::WaitForSingleObject.onCall = nullptr;
     }
 };
 
@@ -106,9 +106,9 @@ TEST_F(Processes, RunReturnsTheExitCode) {
 
 TEST_F(Processes, RunWaitsUntilTheProcessEndsOrIsKilled) {
     static const KernelHandle event(CreateEventA(nullptr, FALSE, FALSE, "process test"));
-    platform::WaitForSingleObject.note = [](HANDLE, DWORD) { SetEvent(event.get()); };
+    platform::WaitForSingleObject.onCall = [](HANDLE, DWORD) { SetEvent(event.get()); };
     EXPECT_EQ(run("process test"), 5U);
-    platform::WaitForSingleObject.note = [](HANDLE process, DWORD) { TerminateProcess(process, 77); };
+    platform::WaitForSingleObject.onCall = [](HANDLE process, DWORD) { TerminateProcess(process, 77); };
     EXPECT_EQ(run("process test"), 77U);
 }
 
@@ -152,7 +152,7 @@ TEST_F(Processes, RunPassesTheStandardHandlesButOnlyTheInputToAHiddenProcess) {
 
 TEST_F(Processes, RefusalWithoutAnErrorCodeCountsAsStarted) {
     static DWORD error;
-    platform::CreateProcessA.note = [](auto...) { SetLastError(error); };
+    platform::CreateProcessA.onCall = [](auto...) { SetLastError(error); };
     platform::CreateProcessA.answer = FALSE;
     for (const bool counts : {true, false}) {
         error = counts ? ERROR_SUCCESS : ERROR_FILE_NOT_FOUND;

@@ -49,12 +49,12 @@ protected:
         ASSERT_TRUE(writeBinary(user, path("Bytes"), std::string(100, 'b')));
         opened.clear();
         created.clear();
-        platform::RegOpenKeyExA.note = [](HKEY, LPCSTR, DWORD, REGSAM access, PHKEY) {
+        platform::RegOpenKeyExA.onCall = [](HKEY, LPCSTR, DWORD, REGSAM access, PHKEY) {
             opened.push_back(access);
         };
-        platform::RegCreateKeyExA.note = [](HKEY, LPCSTR, DWORD, LPSTR, DWORD, REGSAM access,
-                                            LPSECURITY_ATTRIBUTES, PHKEY,
-                                            LPDWORD) { created.push_back(access); };
+        platform::RegCreateKeyExA.onCall = [](HKEY, LPCSTR, DWORD, LPSTR, DWORD, REGSAM access,
+                                              LPSECURITY_ATTRIBUTES, PHKEY,
+                                              LPDWORD) { created.push_back(access); };
     }
 
     void expectNothingRead() const {

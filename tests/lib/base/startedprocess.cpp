@@ -1,6 +1,6 @@
 // A process for the tests. usage: startedprocess EXITCODE | EVENTNAME
 // With an event name, waits for the event and ends with code 5.
-#include "tests/support/patience.h"
+#include "tests/support/timeout.h"
 
 #include <windows.h>
 
@@ -14,5 +14,5 @@ int main() {
     if (end != argument)
         ExitProcess(code);
     const HANDLE event = OpenEventA(SYNCHRONIZE, FALSE, argument);
-    return WaitForSingleObject(event, test::patience) == WAIT_OBJECT_0 ? 5 : 1;
+    return WaitForSingleObject(event, test::timeout) == WAIT_OBJECT_0 ? 5 : 1;
 }

@@ -3,8 +3,8 @@
 #include "tests/support/allocations.h"
 #include "tests/support/importedfunctions.h"
 #include "tests/support/memoryuse.h"
-#include "tests/support/patience.h"
 #include "tests/support/runonthread.h"
+#include "tests/support/timeout.h"
 
 #include <windows.h>
 
@@ -55,7 +55,7 @@ bool called = false;
 
 TEST(Threads, ThreadHasTheDefaultStackAndDoesNothingWithoutMemory) {
     static unsigned stackSize = 1;
-    platform::_beginthread.note = [](auto, unsigned size, void*) { stackSize = size; };
+    platform::_beginthread.onCall = [](auto, unsigned size, void*) { stackSize = size; };
     std::uintptr_t thread = threadFailed;
     {
         const test::RefusedAllocations refused;
@@ -64,7 +64,7 @@ TEST(Threads, ThreadHasTheDefaultStackAndDoesNothingWithoutMemory) {
     EXPECT_EQ(stackSize, 0U);
     EXPECT_NE(thread, threadFailed);
     // The runtime may have closed the handle, so any result but a timeout means that the thread ended.
-    EXPECT_NE(WaitForSingleObject(reinterpret_cast<HANDLE>(thread), patience), DWORD{WAIT_TIMEOUT});
+    EXPECT_NE(WaitForSingleObject(reinterpret_cast<HANDLE>(thread), timeout), DWORD{WAIT_TIMEOUT});
     EXPECT_FALSE(called);
 }
 
@@ -238,7 +238,7 @@ TEST(Threads, ForeignThreadsShareTheMainThreadsRing) {
     void* theirs = nullptr;
     const KernelHandle thread(CreateThread(nullptr, 0, otherThread, &theirs, 0, nullptr));
     ASSERT_TRUE(thread);
-    ASSERT_EQ(WaitForSingleObject(thread.get(), patience), WAIT_OBJECT_0);
+    ASSERT_EQ(WaitForSingleObject(thread.get(), timeout), WAIT_OBJECT_0);
     EXPECT_EQ(theirs, mine);
 }
 

@@ -1,7 +1,7 @@
 #include "lib/base/trayicon.h"
 #include "tests/support/allocations.h"
 #include "tests/support/importedfunctions.h"
-#include "tests/support/patience.h"
+#include "tests/support/timeout.h"
 
 #include <windows.h>
 
@@ -42,7 +42,7 @@ class TrayIcon : public testing::Test {
 protected:
     TrayIcon() {
         // The notification area exists once the shell's window does.
-        for (unsigned waited = 0; waited < test::patience && !FindWindowA("Shell_TrayWnd", nullptr);
+        for (unsigned waited = 0; waited < test::timeout && !FindWindowA("Shell_TrayWnd", nullptr);
              waited += 20)
             Sleep(20);
         shellCalls.clear();
@@ -52,11 +52,11 @@ protected:
 
     /// Exit handlers run in reverse order. The cache registers its handler between the two below.
     static void SetUpTestSuite() {
-        platform::Shell_NotifyIconA.note = [](DWORD message, NOTIFYICONDATAA* record) {
+        platform::Shell_NotifyIconA.onCall = [](DWORD message, NOTIFYICONDATAA* record) {
             shellCalls.push_back({message, *record});
         };
-        platform::LoadImageA.note = [](HINSTANCE module, LPCSTR name, UINT type, int width, int height,
-                                       UINT flags) {
+        platform::LoadImageA.onCall = [](HINSTANCE module, LPCSTR name, UINT type, int width, int height,
+                                         UINT flags) {
             EXPECT_EQ(module, GetModuleHandleA(nullptr));
             EXPECT_EQ(type, UINT{IMAGE_ICON});
             EXPECT_TRUE(width == 16 && height == 16 && flags == 0);

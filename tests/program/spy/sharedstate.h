@@ -10,7 +10,7 @@ struct SharedState {
     DWORD userObjects = 0; // as of the last Request::Count
     DWORD gdiObjects = 0;
 
-    BOOL freesTexts = FALSE; ///< set by Request::FreeTexts
+    BOOL freesLeakedBlocks = FALSE; ///< set by Request::FreeTexts
     LONG freedTexts = 0;
 };
 

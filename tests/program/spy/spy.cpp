@@ -3,7 +3,7 @@
 #include "lib/base/stackalignment.h"
 #include "tests/program/spy/sharedstate.h"
 #include "tests/support/gdiobjects.h"
-#include "tests/support/losttexts.h"
+#include "tests/support/leakedtexts.h"
 
 #include <algorithm>
 #include <array>
@@ -76,7 +76,7 @@ void perform(spy::Request request, HWND window) {
     case spy::Request::SettleHeaps:
         return settleHeaps();
     case spy::Request::FreeTexts:
-        state()->freesTexts = test::textsLoseTheirBlock();
+        state()->freesLeakedBlocks = test::textControlsLeak();
         return;
     case spy::Request::FillContexts:
         return fillContexts();
@@ -95,7 +95,7 @@ extern "C" __declspec(dllexport) CALLED_BY_PLATFORM LRESULT CALLBACK
     if (code == HC_ACTION && state()) {
         if (message.message == requestMessage)
             perform(spy::Request{message.wParam}, message.hwnd);
-        if (state()->freesTexts && test::freeBlockOfDyingText(message))
+        if (state()->freesLeakedBlocks && test::freeLeakedBlock(message))
             ++state()->freedTexts;
     }
     return CallNextHookEx(nullptr, code, wParam, lParam);

@@ -5,7 +5,7 @@
 #include "lib/base/paths.h"
 #include "lib/base/processes.h"
 #include "tests/scheduler/model/schedulefolder.h"
-#include "tests/support/patience.h"
+#include "tests/support/timeout.h"
 
 #include <gtest/gtest.h>
 
@@ -47,7 +47,7 @@ protected:
             const std::string call = std::to_string(kills.count + 1);
             const std::string program = base::directoryOf(base::executablePath()) + "savingprocess.exe";
             const std::uint32_t code = base::runProcessAndWait("\"" + program + "\" " + call + schedules,
-                                                               SW_HIDE, "", test::patience);
+                                                               SW_HIDE, "", test::timeout);
             SCOPED_TRACE("call " + call);
             expectNothingLost();
             if (code != 1 || HasFailure()) {

@@ -95,8 +95,8 @@ TEST_F(PreferenceValues, HaveDefaultsAtTheFirstStart) {
 }
 
 TEST_F(PreferenceValues, RoundTripInTheirOrder) {
-    platform::RegSetValueExA.note = [](HKEY, LPCSTR name, auto...) { written.emplace_back(name); };
-    platform::RegQueryValueExA.note = [](HKEY, LPCSTR name, auto...) {
+    platform::RegSetValueExA.onCall = [](HKEY, LPCSTR name, auto...) { written.emplace_back(name); };
+    platform::RegQueryValueExA.onCall = [](HKEY, LPCSTR name, auto...) {
         if (read.empty() || read.back() != name) // the size of a block is queried first
             read.emplace_back(name);
     };
@@ -108,8 +108,8 @@ TEST_F(PreferenceValues, RoundTripInTheirOrder) {
         EXPECT_THAT(written, ElementsAreArray(valueNames));
         EXPECT_THAT(read, ElementsAreArray(valueNames));
     }
-    platform::RegSetValueExA.note = nullptr;
-    platform::RegQueryValueExA.note = nullptr;
+    platform::RegSetValueExA.onCall = nullptr;
+    platform::RegQueryValueExA.onCall = nullptr;
 }
 
 TEST_F(PreferenceValues, KeepOnlyTheSettingOfAMissingValue) {
@@ -169,7 +169,7 @@ TEST_F(PreferenceValues, StoreTheWindowStateAboveTheSectionAndNumbersInIt) {
 }
 
 TEST_F(PreferenceValues, WriteTheOthersAndFailWhenOneIsRefused) {
-    platform::RegSetValueExA.note = [](HKEY, LPCSTR name, auto...) {
+    platform::RegSetValueExA.onCall = [](HKEY, LPCSTR name, auto...) {
         platform::RegSetValueExA.answer.reset();
         if (refusedValue == name)
             platform::RegSetValueExA.answer = ERROR_ACCESS_DENIED;
@@ -181,7 +181,7 @@ TEST_F(PreferenceValues, WriteTheOthersAndFailWhenOneIsRefused) {
         EXPECT_FALSE(savePreferences(store, filledPreferences())) << refused;
         expectLoaded(true, filledBut(refused));
     }
-    platform::RegSetValueExA.note = nullptr;
+    platform::RegSetValueExA.onCall = nullptr;
     platform::RegSetValueExA.answer.reset();
 }
 

@@ -82,7 +82,7 @@ TEST_F(ScheduleObservers, ReceivePositionsThenTheChangeAfterItHappened) {
     EXPECT_THAT(newEvents(), ElementsAre("removed 2 0: c", "changed: c"));
     list.removeAll({});
     EXPECT_THAT(newEvents(), ElementsAre());
-    list.noteChange();
+    list.notifyChanged();
     EXPECT_THAT(newEvents(), ElementsAre("changed: c"));
     list.assign({withPath("f"), withPath("g")});
     EXPECT_THAT(newEvents(), ElementsAre("loaded 2: fg", "changed: fg"));
@@ -101,7 +101,7 @@ TEST_F(ScheduleObservers, AreNotifiedInOrderUntilRemoved) {
     list.clear();
     EXPECT_THAT(newEvents(), ElementsAre("other cleared: ", "other changed: "));
     list.addObserver(listener);
-    list.noteChange();
+    list.notifyChanged();
     EXPECT_THAT(newEvents(), ElementsAre("other changed: ", "changed: "));
 }
 
@@ -116,7 +116,7 @@ TEST_F(ScheduleObservers, PreventInsertionWhenTheyHaveNoMemory) {
 }
 
 TEST_F(ScheduleObservers, AreNotifiedOnceAtTheEndOfABatch) {
-    list.noteChange(); // must not count as a change of the batch
+    list.notifyChanged(); // must not count as a change of the batch
     newEvents();
     {
         const ScheduleBatch batch(list);
@@ -124,7 +124,7 @@ TEST_F(ScheduleObservers, AreNotifiedOnceAtTheEndOfABatch) {
         list.append(withPath("a"));
         EXPECT_TRUE(batch.hasChanges());
         list.remove(0);
-        list.noteChange();
+        list.notifyChanged();
         EXPECT_THAT(newEvents(), ElementsAre("inserted 0, the last: a", "removed 0: "))
             << "positions must be sent at once";
     }
@@ -134,7 +134,7 @@ TEST_F(ScheduleObservers, AreNotifiedOnceAtTheEndOfABatch) {
         EXPECT_FALSE(batch.hasChanges()) << "a new batch must have no changes";
     }
     EXPECT_THAT(newEvents(), ElementsAre());
-    list.noteChange();
+    list.notifyChanged();
     EXPECT_THAT(newEvents(), ElementsAre("changed: ")) << "without a batch, at once";
 }
 
@@ -143,7 +143,7 @@ TEST_F(ScheduleObservers, AreNotifiedAtTheEndOfTheOutermostBatchEvenAfterAnExcep
         const ScheduleBatch outer(list);
         {
             const ScheduleBatch inner(list);
-            list.noteChange();
+            list.notifyChanged();
         }
         EXPECT_TRUE(outer.hasChanges());
         { const ScheduleBatch withoutChanges(list); }
@@ -153,12 +153,12 @@ TEST_F(ScheduleObservers, AreNotifiedAtTheEndOfTheOutermostBatchEvenAfterAnExcep
     try {
         const ScheduleBatch outer(list);
         const ScheduleBatch inner(list);
-        list.noteChange();
+        list.notifyChanged();
         throw std::bad_alloc();
     } catch (const std::bad_alloc&) {
         EXPECT_THAT(newEvents(), ElementsAre("changed: "));
     }
-    list.noteChange();
+    list.notifyChanged();
     EXPECT_THAT(newEvents(), ElementsAre("changed: "));
 }
 

@@ -71,7 +71,7 @@ TEST_F(Outcomes, AreEmptyAndZeroWhenMissingOrOfAnotherType) {
 
 TEST_F(Outcomes, AreDeletedEvenIfReadingFails) {
     static std::string unreadable;
-    platform::RegQueryValueExA.note = [](HKEY, LPCSTR name, auto...) {
+    platform::RegQueryValueExA.onCall = [](HKEY, LPCSTR name, auto...) {
         if (unreadable == name)
             throw std::bad_alloc();
     };
@@ -83,7 +83,7 @@ TEST_F(Outcomes, AreDeletedEvenIfReadingFails) {
         unreadable.clear();
         expectOutcome("8", "", 0);
     }
-    platform::RegQueryValueExA.note = nullptr;
+    platform::RegQueryValueExA.onCall = nullptr;
 }
 
 TEST_F(Outcomes, AreDiscardedTogetherWithoutOtherKeys) {

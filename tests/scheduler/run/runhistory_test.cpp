@@ -182,13 +182,13 @@ TEST_F(RunHistories, TabsAndLineBreaksBecomeBlanks) {
 }
 
 TEST_F(RunHistories, ProgramEventsUseTheSameColumns) {
-    history->note(ProgramEvent::Started, "C:\\Scheduler\\scheduler.exe");
-    history->note(ProgramEvent::NotRead, "C:\\Windows\\schedule.dat");
-    history->note(ProgramEvent::Suspended);
+    history->record(ProgramEvent::Started, "C:\\Scheduler\\scheduler.exe");
+    history->record(ProgramEvent::NotRead, "C:\\Windows\\schedule.dat");
+    history->record(ProgramEvent::Suspended);
     clock.set(at(1));
-    history->note(ProgramEvent::Resumed);
-    history->note(ProgramEvent::NotSaved, "C:\\Windows\\schedule.dat", "Access is denied.");
-    history->note(ProgramEvent::SessionEnd);
+    history->record(ProgramEvent::Resumed);
+    history->record(ProgramEvent::NotSaved, "C:\\Windows\\schedule.dat", "Access is denied.");
+    history->record(ProgramEvent::SessionEnd);
     const std::string begin = "2026-11-22 08:00:00\t2026-11-22 08:00:00\t0\tCorvane Scheduler\t\t";
     const std::string later = "2026-11-22 08:00:01\t2026-11-22 08:00:01\t0\tCorvane Scheduler\t\t";
     EXPECT_THAT(
@@ -204,7 +204,7 @@ TEST_F(RunHistories, DestructionRecordsTheExitOfAStartedProgram) {
     history.reset();
     EXPECT_THAT(store.lines, IsEmpty());
     history = std::make_unique<RunHistory>(schedule, clock, store);
-    history->note(ProgramEvent::Started);
+    history->record(ProgramEvent::Started);
     history.reset();
     EXPECT_EQ(outcome(), "exited");
     EXPECT_EQ(store.lines.size(), 2U);
@@ -216,7 +216,7 @@ TEST_F(RunHistories, LinesAreLostWithoutMemoryAndLaterOnesAreWritten) {
         const test::RefusedAllocations refused;
         history->onRunStarted(entry, true);
         finish(entry);
-        history->note(ProgramEvent::Resumed);
+        history->record(ProgramEvent::Resumed);
     }
     EXPECT_THAT(store.lines, IsEmpty());
     EXPECT_EQ(causeOf(entry, true), "by hand");

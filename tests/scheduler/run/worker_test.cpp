@@ -4,7 +4,7 @@
 #include "tests/scheduler/run/simulatedprocesses.h"
 #include "tests/support/allocations.h"
 #include "tests/support/importedfunctions.h"
-#include "tests/support/patience.h"
+#include "tests/support/timeout.h"
 
 #include <windows.h>
 
@@ -59,7 +59,7 @@ using testing::UnorderedElementsAreArray;
 
 /// Returns once all workers have ended.
 void waitForWorkers() {
-    for (const ULONGLONG last = GetTickCount64() + test::patience; workers > 0 && GetTickCount64() < last;)
+    for (const ULONGLONG last = GetTickCount64() + test::timeout; workers > 0 && GetTickCount64() < last;)
         Sleep(1);
     ASSERT_EQ(workers, 0);
 }
@@ -137,7 +137,7 @@ TEST_F(Worker, ProcessStartsMinimisedInItsProgramsFolder) {
 }
 
 TEST_F(Worker, EndIsPostedAfterAnUnlimitedWait) {
-    platform::WaitForSingleObject.note = [](HANDLE, DWORD milliseconds) {
+    platform::WaitForSingleObject.onCall = [](HANDLE, DWORD milliseconds) {
         limitedWaits += milliseconds != INFINITE;
     };
     ASSERT_TRUE(launch(7));
@@ -145,7 +145,7 @@ TEST_F(Worker, EndIsPostedAfterAnUnlimitedWait) {
     EXPECT_THAT(window.ends(), IsEmpty());
     endProcesses();
     EXPECT_THAT(window.ends(), ElementsAre(7));
-    platform::WaitForSingleObject.note = nullptr;
+    platform::WaitForSingleObject.onCall = nullptr;
     EXPECT_EQ(limitedWaits, 0);
 }
 
@@ -153,7 +153,7 @@ TEST_F(Worker, EndIsPostedAgainUntilTheQueueAcceptsIt) {
     SetEvent(processes.over.get());
     postsRefused = 2;
     platform::PostMessageA.answer = FALSE;
-    platform::PostMessageA.note = [](auto...) {
+    platform::PostMessageA.onCall = [](auto...) {
         if (--postsRefused < 0)
             platform::PostMessageA.answer.reset();
     };
@@ -166,7 +166,7 @@ TEST_F(Worker, EndIsPostedAgainUntilTheQueueAcceptsIt) {
     platform::PostMessageA.answer = FALSE;
     ASSERT_TRUE(launch(6));
     waitForWorkers();
-    platform::PostMessageA.note = nullptr;
+    platform::PostMessageA.onCall = nullptr;
     EXPECT_THAT(window.posted(),
                 ElementsAre(Posted{WM_RUN_NOT_STARTED, 6, ERROR_FILE_NOT_FOUND}, Posted{0x0401, 6, 0}));
 }

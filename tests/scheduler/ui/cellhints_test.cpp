@@ -151,9 +151,9 @@ TEST_F(CellHints, AHintClosesWhenItsRowChanges) {
     };
     const auto setResult = [&](std::size_t position, const std::string& result) {
         window_.schedule[position].lastResult = result;
-        window_.schedule.noteChange();
+        window_.schedule.notifyChanged();
     };
-    EXPECT_TRUE(staysAfter([&] { window_.schedule.noteChange(); })) << "no text has changed";
+    EXPECT_TRUE(staysAfter([&] { window_.schedule.notifyChanged(); })) << "no text has changed";
     EXPECT_TRUE(staysAfter([&] { setResult(1, longResult + " elsewhere"); }));
     EXPECT_FALSE(staysAfter([&] { setResult(0, longResult + " of them"); }));
     EXPECT_FALSE(staysAfter([&] { window_.clickHeader(ScheduleColumn::Project); }));
@@ -170,7 +170,7 @@ TEST_F(CellHints, AHintClosesWhenMemoryToCompareItsTextRunsOut) {
             std::optional<scheduler::ScheduleBatch> batch;
             if (inBatch)
                 batch.emplace(window_.schedule);
-            window_.schedule.noteChange();
+            window_.schedule.notifyChanged();
         }
         test::pumpUntilIdle();
         EXPECT_TRUE(hintWindows().empty()) << inBatch;

@@ -3,7 +3,7 @@
 #include "tests/scheduler/ui/editoruser.h"
 #include "tests/support/gdiobjects.h"
 #include "tests/support/heapuse.h"
-#include "tests/support/losttexts.h"
+#include "tests/support/leakedtexts.h"
 
 #include <ostream>
 
@@ -21,7 +21,7 @@ struct ResourceUse {
 
 CALLED_BY_PLATFORM LRESULT CALLBACK onSent(int code, WPARAM wParam, LPARAM lParam) noexcept {
     if (code == HC_ACTION)
-        test::freeBlockOfDyingText(*reinterpret_cast<const CWPSTRUCT*>(lParam));
+        test::freeLeakedBlock(*reinterpret_cast<const CWPSTRUCT*>(lParam));
     return CallNextHookEx(nullptr, code, wParam, lParam);
 }
 
@@ -32,7 +32,7 @@ void drawAll(HWND window) {
 class Leaks : public testing::Test {
 protected:
     Leaks() {
-        if (test::textsLoseTheirBlock())
+        if (test::textControlsLeak())
             hook_ = SetWindowsHookExA(WH_CALLWNDPROC, &onSent, nullptr, GetCurrentThreadId());
     }
     ~Leaks() override {

@@ -81,7 +81,7 @@ TEST_F(ScheduleListView, AnImageDisappearsFromTheScreenWithItsState) {
     };
     const auto setRunning = [&](std::uint8_t running) {
         window_.schedule[0].running = running;
-        window_.schedule.noteChange();
+        window_.schedule.notifyChanged();
     };
     EXPECT_FALSE(showsImage(0));
     setRunning(1);
@@ -138,7 +138,7 @@ TEST_F(ScheduleListView, EachScheduleChangeRepaintsAtOnceAndABatchRepaintsOnce) 
     UpdateWindow(list());
     const test::PaintCounter paintings(window_.list);
     window_.schedule[1].lastResult = "new";
-    window_.schedule.noteChange();
+    window_.schedule.notifyChanged();
     EXPECT_EQ(paintings.count, 1);
     window_.add("d");
     EXPECT_EQ(paintings.count, 2);
@@ -159,7 +159,7 @@ TEST_F(ScheduleListView, EachScheduleChangeRepaintsAtOnceAndABatchRepaintsOnce) 
 
 TEST_F(ScheduleListView, RepaintsWhenATextOfAVisibleRowMayHaveChanged) {
     window_.schedule[1].lastRun = window_.clock.now() - base::TimeSpan::fromMinutes(1);
-    window_.schedule.noteChange();
+    window_.schedule.notifyChanged();
     const test::PaintCounter paintings(window_.list);
     const auto pass = [&](int seconds) {
         window_.clock.advance(base::TimeSpan::fromSeconds(seconds));
@@ -180,7 +180,7 @@ TEST_F(ScheduleListView, AHiddenListRequestsNoTextsUntilItIsShown) {
     window_.clock.advance(base::TimeSpan::fromDays(2));
     window_.stateQueries = 0;
     window_.list.onTimePassed(window_.clock.now());
-    window_.schedule.noteChange();
+    window_.schedule.notifyChanged();
     EXPECT_EQ(window_.stateQueries, 0);
     ShowWindow(window_.handle(), SW_SHOW);
     UpdateWindow(list());

@@ -3,7 +3,7 @@
 #include "lib/base/stackalignment.h"
 #include "scheduler/ui/framework/hintwindow.h"
 #include "tests/scheduler/ui/framework/pumping.h"
-#include "tests/support/patience.h"
+#include "tests/support/timeout.h"
 
 #include <gtest/gtest.h>
 
@@ -29,7 +29,7 @@ public:
 
 inline bool pumpUntil(const std::function<bool()>& condition) {
     const DWORD start = GetTickCount();
-    while (!condition() && GetTickCount() - start < patience)
+    while (!condition() && GetTickCount() - start < timeout)
         pumpUntilIdle();
     return condition();
 }
@@ -50,7 +50,7 @@ inline framework::Hint hintAt(POINT point, const char* text = "A hint") {
     framework::Hint hint;
     hint.text = text;
     hint.point = point;
-    hint.displayMilliseconds = 2 * patience; // never closed by its timer
+    hint.displayMilliseconds = 2 * timeout; // never closed by its timer
     return hint;
 }
 

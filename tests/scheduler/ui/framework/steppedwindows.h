@@ -5,7 +5,7 @@
 #include "scheduler/ui/framework/propertysheet.h"
 #include "scheduler/ui/framework/radiogroup.h"
 #include "tests/scheduler/ui/framework/testdialogs.h"
-#include "tests/support/patience.h"
+#include "tests/support/timeout.h"
 
 #include <gtest/gtest.h>
 
@@ -83,7 +83,7 @@ protected:
     virtual int run(HWND owner) = 0;
     void begin() {
         PostMessageA(window().handle(), step, 0, 0);
-        SetTimer(window().handle(), giveUp, patience, nullptr);
+        SetTimer(window().handle(), giveUp, timeout, nullptr);
     }
     bool handleStep(const framework::Message& message) {
         if (message.id == step && message.wParam < steps.size()) {

@@ -22,10 +22,10 @@ TEST_F(TextExtent, OnlyTruncatedTextsAreWidened) {
     for (const int id : {IDC_PLAIN_LABEL, IDC_CHECK, IDC_FIRST_CHOICE}) {
         const HWND text = item(id);
         const SIZE before = sizeOf(text);
-        framework::widenCutTexts(dialog.handle());
+        framework::widenTruncatedTexts(dialog.handle());
         EXPECT_EQ(sizeOf(text).cx, before.cx) << id;
         SetWindowTextA(text, longText);
-        framework::widenCutTexts(dialog.handle());
+        framework::widenTruncatedTexts(dialog.handle());
         const LONG needed = framework::TextExtent(text).of(longText).cx;
         if (id == IDC_PLAIN_LABEL)
             EXPECT_EQ(sizeOf(text).cx, needed);
@@ -40,7 +40,7 @@ TEST_F(TextExtent, MultilineTextsKeepTheirWidth) {
     const SIZE before = sizeOf(label);
     SetWindowPos(label, nullptr, 0, 0, before.cx, 3 * before.cy, SWP_NOMOVE | SWP_NOZORDER);
     SetWindowTextA(label, longText);
-    framework::widenCutTexts(dialog.handle());
+    framework::widenTruncatedTexts(dialog.handle());
     EXPECT_EQ(sizeOf(label).cx, before.cx);
 }
 

@@ -23,16 +23,16 @@ namespace {
 using namespace std::string_literals;
 using namespace test;
 
-class WrittenFiles : public testing::Test {
+class OutputFiles : public testing::Test {
 protected:
-    WrittenFiles() { EXPECT_TRUE(writeFile(copy_, "last copy")); }
+    OutputFiles() { EXPECT_TRUE(writeFile(copy_, "last copy")); }
 
     const TemporaryFolder folder_;
     const std::string path_ = folder_.file("file");
     const std::string copy_ = folder_.file("copy");
 };
 
-TEST_F(WrittenFiles, WriteReplacesTheContentAndReleasesTheFile) {
+TEST_F(OutputFiles, WriteReplacesTheContentAndReleasesTheFile) {
     for (const std::string& content :
          {"a\nb\r\nc\0d\x1a\xff"s, std::string(1'500'001, '\n'), "short"s, ""s, "again"s}) {
         EXPECT_TRUE(writeWhole(path_, content));
@@ -42,9 +42,9 @@ TEST_F(WrittenFiles, WriteReplacesTheContentAndReleasesTheFile) {
     }
 }
 
-TEST_F(WrittenFiles, PiecesAreAppendedAndTheDestructorClosesTheFile) {
+TEST_F(OutputFiles, PiecesAreAppendedAndTheDestructorClosesTheFile) {
     {
-        WrittenFile file(path_);
+        OutputFile file(path_);
         EXPECT_TRUE(file.write(bytesOf("one")));
         EXPECT_TRUE(file.write({}));
         EXPECT_TRUE(file.write(bytesOf(", two")));
@@ -60,9 +60,9 @@ int nextDescriptor() {
     return descriptor;
 }
 
-TEST_F(WrittenFiles, HandleIsNotInheritedAndAFailedCloseIsReported) {
+TEST_F(OutputFiles, HandleIsNotInheritedAndAFailedCloseIsReported) {
     const int descriptor = nextDescriptor();
-    WrittenFile file(path_);
+    OutputFile file(path_);
     const auto handle = reinterpret_cast<HANDLE>(_get_osfhandle(descriptor));
     DWORD flags = HANDLE_FLAG_INHERIT;
     EXPECT_TRUE(GetHandleInformation(handle, &flags));
@@ -71,19 +71,19 @@ TEST_F(WrittenFiles, HandleIsNotInheritedAndAFailedCloseIsReported) {
     EXPECT_FALSE(file.close());
 }
 
-TEST_F(WrittenFiles, WritesFailUnlessTheFileIsOpen) {
-    WrittenFile closed(path_);
+TEST_F(OutputFiles, WritesFailUnlessTheFileIsOpen) {
+    OutputFile closed(path_);
     EXPECT_TRUE(closed.close());
     EXPECT_FALSE(closed.write(bytesOf("content")));
     EXPECT_FALSE(closed.close());
     for (const std::string& path : {folder_.file("missing\\file"), folder_.path(), ""s}) {
-        WrittenFile none(path);
+        OutputFile none(path);
         EXPECT_FALSE(none.write(bytesOf("content"))) << path;
         EXPECT_FALSE(none.close()) << path;
     }
 }
 
-TEST_F(WrittenFiles, WriteFailsWhileTheFileIsLocked) {
+TEST_F(OutputFiles, WriteFailsWhileTheFileIsLocked) {
     ASSERT_TRUE(writeFile(path_, "content"));
     const FileHandle other = openFile(path_, GENERIC_READ, FILE_SHARE_READ);
     ASSERT_TRUE(other);
@@ -91,7 +91,7 @@ TEST_F(WrittenFiles, WriteFailsWhileTheFileIsLocked) {
     EXPECT_EQ(fileContent(path_), "content");
 }
 
-TEST_F(WrittenFiles, FileIsReleasedWhenTheStreamCannotBeCreated) {
+TEST_F(OutputFiles, FileIsReleasedWhenTheStreamCannotBeCreated) {
     ASSERT_TRUE(writeWhole(path_, "first"));
     const unsigned handles = handleCount();
     platform::_fdopen.answer = nullptr;
@@ -102,8 +102,8 @@ TEST_F(WrittenFiles, FileIsReleasedWhenTheStreamCannotBeCreated) {
     EXPECT_TRUE(writeWhole(path_, "again"));
 }
 
-TEST_F(WrittenFiles, FirstErrorIsKept) {
-    WrittenFile good(path_);
+TEST_F(OutputFiles, FirstErrorIsKept) {
+    OutputFile good(path_);
     EXPECT_TRUE(good.write(bytesOf("content")));
     EXPECT_TRUE(good.close());
     EXPECT_FALSE(good.close());
@@ -112,7 +112,7 @@ TEST_F(WrittenFiles, FirstErrorIsKept) {
     for (const auto& [path, error] : {std::pair{path_, ERROR_SHARING_VIOLATION},
                                       {folder_.file("missing\\file"), ERROR_PATH_NOT_FOUND},
                                       {folder_.path() + ".", ERROR_ACCESS_DENIED}}) {
-        WrittenFile refused(path);
+        OutputFile refused(path);
         EXPECT_FALSE(refused.isOpen());
         EXPECT_EQ(refused.error(), DWORD(error)) << path;
         EXPECT_FALSE(refused.close());
@@ -120,7 +120,7 @@ TEST_F(WrittenFiles, FirstErrorIsKept) {
     }
 }
 
-TEST_F(WrittenFiles, CopyHasTheWholeSource) {
+TEST_F(OutputFiles, CopyHasTheWholeSource) {
     for (const std::string& content : {std::string("a\r\n\0\x1A", 5), std::string("last cop?"),
                                        std::string(300'001, '\n'), std::string("x")}) {
         ASSERT_TRUE(writeFile(path_, content));
@@ -132,7 +132,7 @@ TEST_F(WrittenFiles, CopyHasTheWholeSource) {
     EXPECT_TRUE(isFree(path_) && isFree(copy_));
 }
 
-TEST_F(WrittenFiles, CopyIsUnchangedWhenTheSourceCannotBeRead) {
+TEST_F(OutputFiles, CopyIsUnchangedWhenTheSourceCannotBeRead) {
     EXPECT_FALSE(copyOver(path_, copy_));
     ASSERT_TRUE(writeFile(path_, ""));
     EXPECT_FALSE(copyOver(path_, copy_));
@@ -142,7 +142,7 @@ TEST_F(WrittenFiles, CopyIsUnchangedWhenTheSourceCannotBeRead) {
     EXPECT_EQ(fileContent(copy_), "last copy");
 }
 
-TEST_F(WrittenFiles, CopyIsUnchangedWhenItCannotBeWritten) {
+TEST_F(OutputFiles, CopyIsUnchangedWhenItCannotBeWritten) {
     ASSERT_TRUE(writeFile(path_, "content"));
     {
         const FileHandle other = openFile(copy_, GENERIC_READ, FILE_SHARE_READ);
@@ -155,10 +155,10 @@ TEST_F(WrittenFiles, CopyIsUnchangedWhenItCannotBeWritten) {
     EXPECT_FALSE(copyOver(path_, subfolder));
 }
 
-TEST_F(WrittenFiles, CopyIsFlushedToDisk) {
+TEST_F(OutputFiles, CopyIsFlushedToDisk) {
     ASSERT_TRUE(writeWhole(path_, "content"));
     static unsigned flushes = 0;
-    platform::FlushFileBuffers.note = [](HANDLE file) {
+    platform::FlushFileBuffers.onCall = [](HANDLE file) {
         EXPECT_EQ(GetFileSize(file, nullptr), 7U) << "flushed before everything was written";
         ++flushes;
     };
@@ -166,7 +166,7 @@ TEST_F(WrittenFiles, CopyIsFlushedToDisk) {
     platform::FlushFileBuffers.answer = FALSE;
     EXPECT_FALSE(copyOver(path_, copy_));
     platform::FlushFileBuffers.answer.reset();
-    platform::FlushFileBuffers.note = nullptr;
+    platform::FlushFileBuffers.onCall = nullptr;
     EXPECT_EQ(flushes, 2U);
 }
 

@@ -71,7 +71,7 @@ void printResponses(const char* when, const std::vector<double>& responses,
 
 } // namespace
 
-void benchCrowd() {
+void benchManyRuns() {
     clearPreferences();
     base::writeNumber(HKEY_CURRENT_USER, "Software\\Brindlewood\\scheduler\\State\\RunMultiple", 1);
     const base::KernelHandle begun(CreateSemaphoreA(nullptr, 0, runs, begunSemaphore));

@@ -15,7 +15,7 @@ inline void* blockOfText(HWND text) {
 }
 
 /// Whether destroyed text controls leak this block.
-inline bool textsLoseTheirBlock() {
+inline bool textControlsLeak() {
     const HWND text =
         CreateWindowExA(0, "Static", "", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr);
     SendMessageA(text, WM_SETFONT, reinterpret_cast<WPARAM>(GetStockObject(DEFAULT_GUI_FONT)), FALSE);
@@ -27,8 +27,8 @@ inline bool textsLoseTheirBlock() {
     return true;
 }
 
-/// Call for each sent message if textsLoseTheirBlock(). Returns whether it freed a block.
-inline bool freeBlockOfDyingText(const CWPSTRUCT& message) {
+/// Call for each sent message if textControlsLeak(). Returns whether it freed a block.
+inline bool freeLeakedBlock(const CWPSTRUCT& message) {
     if (message.message != WM_NCDESTROY)
         return false;
     char name[sizeof("Static") + 1] = {};

@@ -3,6 +3,6 @@
 namespace test {
 
 /// Timeout in milliseconds. Generous, because the machine may be busy.
-inline constexpr unsigned patience = 120'000;
+inline constexpr unsigned timeout = 120'000;
 
 } // namespace test
