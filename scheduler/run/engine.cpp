@@ -19,8 +19,8 @@ constexpr base::TimeSpan retryDelay = base::TimeSpan::fromSeconds(5);
 // The window does not respond during a tick.
 constexpr std::chrono::milliseconds maxTickTime(30);
 
-/// The outcome of a run that did not take place. Omits the reason if memory runs out: unless the end is
-/// recorded, the entry stays marked as running.
+/// The outcome of a run that did not take place. If memory runs out, the reason is omitted: the end must be
+/// recorded, or the entry would stay marked as running.
 RunOutcome notRun(const char* reason) {
     try {
         return {reason, 0};

@@ -1,4 +1,4 @@
-// Outcomes left by the test instead of a spider.
+// Outcomes that the test has left, instead of a spider.
 #pragma once
 
 #include "scheduler/run/outcomesource.h"

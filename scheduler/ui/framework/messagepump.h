@@ -8,7 +8,8 @@ namespace framework {
 
 class Window;
 
-/// The message loops of the user-interface thread, with idle passes after user input.
+/// The message loops of the user-interface thread. They run an idle pass after messages that may change
+/// controls.
 class MessagePump {
 public:
     static MessagePump& instance();

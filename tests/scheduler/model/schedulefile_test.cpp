@@ -51,7 +51,8 @@ int openUnlessForbidden(const char* path, int mode, ...) {
     return original(path, mode, _S_IREAD | _S_IWRITE);
 }
 
-/// Makes opening any file for writing fail. A read-only attribute does not stop an administrator under Wine.
+/// While this object exists, no file can be opened for writing. A read-only attribute does not stop an
+/// administrator under Wine.
 class WritingForbidden {
 public:
     WritingForbidden() { writingIsForbidden = true; }

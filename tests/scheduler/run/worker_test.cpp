@@ -57,7 +57,6 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::UnorderedElementsAreArray;
 
-/// Returns once all workers have ended.
 void waitForWorkers() {
     for (const ULONGLONG last = GetTickCount64() + test::timeout; workers > 0 && GetTickCount64() < last;)
         Sleep(1);

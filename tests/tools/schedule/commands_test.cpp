@@ -36,7 +36,7 @@ void WINAPI simulatedSleep(DWORD milliseconds) {
     EXPECT_TRUE(scheduler::saveSchedule(list));
 }
 
-/// Each test starts without a schedule, in the private Windows of the test program.
+/// Each test starts without a schedule. The test program has a Windows of its own.
 class ScheduleTool : public testing::Test {
 protected:
     ScheduleTool() { DeleteFileA(scheduler::schedulePath().c_str()); }

@@ -28,7 +28,7 @@
 #define IDD_LARGE_PAGE 204
 #define IDD_SMALL_PAGE 205
 
-// Texts around the length that fills the first read's buffer.
+// Texts for resourceText(): shorter than its first buffer of 256 characters, around that size, and longer.
 #define IDS_SHORT 500
 #define IDS_BELOW 501
 #define IDS_AT 502

@@ -64,7 +64,7 @@ TEST_F(TimeFields, TextsSurviveARoundTrip) {
         ASSERT_EQ(dateTimeFromText(dateTimeText(at(0, minute))), at(0, minute)) << minute;
     for (int second = 0; second < 86400; second += 7)
         ASSERT_EQ(timeOfDayFromText(timeOfDayText(at(0, 0, second)), at(12, 0)), at(0, 0, second)) << second;
-    // From 3 January 1970 to the end of 2037. No zone skips or repeats noon.
+    // From 3 January 1970 to the end of 2037. None of the tested zones skips or repeats noon.
     for (int day = 3; day <= 68 * 365 + 17; ++day) {
         const TimeValue noon = TimeValue::fromLocal(1970, 1, day, 12, 0, 0, -1);
         ASSERT_EQ(dateTimeFromText(dateTimeText(noon)), noon) << day;
