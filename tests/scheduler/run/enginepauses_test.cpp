@@ -18,7 +18,7 @@ using testing::IsEmpty;
 constexpr TickResult paused{.changed = true, .unfinished = true};
 constexpr TickResult finished{.changed = true, .unfinished = false};
 
-/// Projects run at the same time, and each start uses up the time that a tick may take.
+/// Projects may run at the same time, and each start uses up the time that a tick may take.
 class EnginePauses : public SchedulerEngineTest {
 protected:
     EnginePauses() {
