@@ -100,7 +100,7 @@ TEST_F(EnginePauses, TickVisitsEachEntryOnceAndSlicesShareTheStartTime) {
 }
 
 TEST_F(EnginePauses, RemovalNeitherSkipsNorRepeatsAnEntry) {
-    // The first slice starts b. c is disabled. The next entry to visit is d.
+    // The first slice starts b and skips c, which is disabled. The next entry to visit is d.
     const struct {
         const char* what;
         std::vector<std::size_t> positions; // descending
