@@ -10,7 +10,7 @@ namespace bench {
 namespace {
 
 constexpr int rounds = 15;
-// Short runs are repeated to fill about this time: a single one would be lost in the noise.
+// Short runs are repeated for about this time, because a single one would be lost in the noise.
 constexpr double secondsPerRound = 0.05;
 constexpr int mostRepetitions = 10000;
 
@@ -28,14 +28,14 @@ double averageOf(const Timed& timed, int repetitions) {
 } // namespace
 
 void compare(const Comparison& comparison, const Timed& subject, const Timed& limit) {
-    // Also warms up the caches and the heap.
+    // These first calls also warm up the caches and the heap.
     const int repetitions = repetitionsFor(std::min(subject(), limit()));
     std::vector<double> subjects;
     std::vector<double> limits;
     std::vector<double> ratios;
     for (int round = 0; round < rounds; ++round) {
         std::pair<double, double> times;
-        // Alternate the order, because each measurement affects the caches and the heap for the next one.
+        // The order alternates, because each measurement affects the caches and the heap for the next one.
         if (round % 2 == 0)
             times.first = averageOf(subject, repetitions);
         times.second = averageOf(limit, repetitions);

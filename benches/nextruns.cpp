@@ -16,7 +16,7 @@ using scheduler::ScheduleKind;
 
 constexpr std::size_t calls = 100000;
 
-// The lower bounds: only the runtime calls of each rule.
+// The lower bounds make only the runtime calls of each rule.
 std::time_t localTime(std::time_t t) {
     return std::localtime(&t)->tm_mday;
 }
@@ -40,7 +40,7 @@ std::time_t makeTime(int hour) {
     return localTime(std::time(nullptr)) + makeTime(0) + localTime(now);
 }
 
-/// For the kinds that need no runtime call. Dispatches by kind, with the parameters of computeNextRun().
+/// For the kinds that need no runtime call. Dispatches by kind like computeNextRun(), with its parameters.
 [[gnu::noipa]] std::time_t noCalls(const scheduler::EngineState& state, const ScheduledProject& entry,
                                    std::time_t now, const base::Clock& /*clock*/) {
     switch (entry.kind) {

@@ -1,4 +1,4 @@
-// Lower bound for creating a cell's text: makes each necessary runtime and locale call once.
+// Lower bound for creating a cell's text. Makes each necessary runtime and locale call once.
 #pragma once
 
 #include "scheduler/ui/schedulerows.h"

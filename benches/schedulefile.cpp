@@ -21,7 +21,7 @@ namespace {
 
 constexpr std::array<std::size_t, 3> counts = {1000, 100000, 1000000};
 
-/// A record: its strings, and its fixed-size fields as raw bytes.
+/// The strings of a record, and its fixed-size fields as raw bytes.
 struct PlainRecord {
     std::string path;
     std::string lastResult;

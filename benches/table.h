@@ -12,7 +12,7 @@ struct Row {
     std::string amount;
     double median = 0; ///< in `unit`
     double spread = 0; ///< interquartile range divided by the median
-    double each = 0;   ///< per item; 0: not shown
+    double each = 0;   ///< per item; 0 if not shown
     std::string limit; ///< name of the lower bound
     double bound = 0;  ///< median of the lower bound
     double ratio = 0;  ///< to the lower bound

@@ -37,7 +37,7 @@ std::string textOfFile(const std::string& path) {
 HostProcess::HostProcess(const std::string& programName) {
     for (const std::string& folder : numberedFolders(processes)) {
         const std::string commandLine = textOfFile(folder + "cmdline");
-        // The first word only: a parent process may name the program in its arguments.
+        // Only the first word counts, because a parent process may name the program in its arguments.
         if (commandLine.substr(0, commandLine.find('\0')).find(programName) != std::string::npos)
             folder_ = folder;
     }

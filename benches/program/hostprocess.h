@@ -1,4 +1,4 @@
-// Reads a process's time and memory from Linux's /proc: Wine reports neither for other processes.
+// Reads a process's time and memory from /proc, because Wine reports neither for other processes.
 #pragma once
 
 #include <string>

@@ -29,7 +29,7 @@ std::vector<scheduler::ScheduledProject> idleEntries() {
 }
 
 void idle(const std::string& how, const std::string& switches, WORD emptyShow, int seconds) {
-    // Move the pointer away: under Wine, the window below it polls its position several times a second.
+    // Under Wine, the window below the pointer polls its position several times a second.
     SetCursorPos(GetSystemMetrics(SM_CXSCREEN) - 1, GetSystemMetrics(SM_CYSCREEN) - 1);
     WindowProcess program(schedulerCommand() + switches, schedulerClass);
     WindowProcess empty(emptyProgramCommand(entryCount), emptyProgramClass, emptyShow);

@@ -1,4 +1,4 @@
-// The delays from an entry's due time to its process's start and from the process's end to the saved outcome.
+// The delays from due time to process start and from process end to saved outcome.
 #include "benches/program/marking.h"
 #include "benches/program/marks.h"
 #include "benches/program/processes.h"
@@ -31,7 +31,7 @@ Moment momentOf(TimeValue t) {
     return (t.seconds() + Moment{11644473600}) * 10000000;
 }
 
-/// Waits until `phase` (0 to 1) of a clock second has passed. The program's timer starts with this phase.
+/// Waits until `phase` (0 to 1) of a clock second has passed. The program's timer then has about this phase.
 void waitForPhase(double phase) {
     const auto sinceSecond = [] { return static_cast<double>(momentNow() % 10000000) * 1e-7; };
     while (sinceSecond() < phase || sinceSecond() > phase + 0.02)

@@ -1,4 +1,4 @@
-// Stands in for the spider: records its start and end times and reports its project's path as the result.
+// Stands in for the spider. Records when it starts and ends, and reports the project's path as the result.
 #include "benches/program/marks.h"
 #include "lib/base/handles.h"
 #include "lib/base/registry.h"

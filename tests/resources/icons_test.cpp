@@ -21,7 +21,7 @@ using test::resourceBytes;
 using testing::ElementsAre;
 
 struct IconImage {
-    int size = 0;  // width and height, pixels
+    int size = 0;  // width and height in pixels
     int depth = 0; // bits per pixel
     std::string_view bytes;
 };

@@ -18,7 +18,7 @@ namespace {
 
 using testing::ElementsAre;
 
-/// A menu as text, one line per item: its text and command id, or "-" for a separator. Submenus are indented.
+/// One line per menu item: its text and command id, or "-" for a separator. Submenu items are indented.
 std::string describe(HMENU menu, const std::string& indent = "") {
     std::string lines;
     for (int position = 0; position < GetMenuItemCount(menu); ++position) {

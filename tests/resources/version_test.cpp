@@ -83,14 +83,14 @@ TEST_F(Version, TheManifestRequestsThemedControlsAndDpiAwareness) {
     EXPECT_THAT(manifest(), HasSubstr("name=\"Microsoft.Windows.Common-Controls\" version=\"6.0.0.0\""));
     EXPECT_THAT(manifest(), HasSubstr("SMI/2005/WindowsSettings\">true</dpiAware>"));
     EXPECT_TRUE(IsProcessDPIAware());
-    // The redirection is active only if Windows could parse the manifest.
+    // comctl32.dll is redirected only if Windows could parse the manifest.
     ACTCTX_SECTION_KEYED_DATA data{};
     data.cbSize = sizeof data;
     EXPECT_TRUE(FindActCtxSectionStringA(0, nullptr, ACTIVATION_CONTEXT_SECTION_DLL_REDIRECTION,
                                          "comctl32.dll", &data));
 }
 
-// With an execution level, Windows would not redirect the writes of a limited user.
+// With an execution level, Windows would not redirect a limited user's writes to protected places.
 TEST_F(Version, TheManifestRequestsNoExecutionLevel) {
     EXPECT_THAT(manifest(), Not(HasSubstr("requestedExecutionLevel")));
     EXPECT_THAT(manifest(), Not(HasSubstr("trustInfo")));

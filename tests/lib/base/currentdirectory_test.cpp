@@ -16,7 +16,7 @@ std::wstring current() {
     return directory;
 }
 
-// The second directory's name has characters outside the code page.
+// ANSI functions cannot express the name of `foreign`.
 TEST(CurrentDirectory, IsRestoredEvenAfterAnException) {
     const test::TemporaryFolder folder;
     const std::wstring before = current();

@@ -96,7 +96,7 @@ TEST(DateLayouts, FreeDateSwapsDayAndMonthIfTheFirstNumberIsNoMonth) {
 
 TEST(DateLayouts, FreeDateNeedsAThreeLetterMonthAfterTheDay) {
     const std::int32_t july = localSeconds(2005, 7, 23);
-    // In the last two rows, the number is the month and the word counts as day 0.
+    // In the last two rows, the first number is read as the month and the word as day 0.
     expectAll(parseFreeDate, {{"july 23 2005", july},
                               {"Jul  3 2005 19:54:31", localSeconds(2005, 7, 3, 19, 54, 31)},
                               {"23-JUL-05", july},

@@ -25,7 +25,7 @@ TEST(Dates, SpanOfDaysIsClamped) {
                 {-1, 0},
                 {1, 86400},
                 {24'855, 2'147'472'000},
-                // Clamped to 25,000 days: 2,160,000,000 seconds, which wrap around.
+                // Days are clamped to 25,000. Their 2,160,000,000 seconds wrap around.
                 {25'000, -2'134'967'296},
                 {largest, -2'134'967'296}};
     for (const auto& [days, seconds] : rows)
@@ -48,7 +48,7 @@ TEST(Dates, SpanOfNegativeSecondsKeepsWholeDaysOnly) {
     }
 }
 
-// constexpr evaluation rejects any overflow.
+// An overflow in a constant expression would not compile.
 static_assert(TimeSpan::fromSeconds(largest).seconds() == largest);
 static_assert(TimeSpan::fromSeconds(smallest).seconds() == -2'147'472'000);
 
@@ -132,7 +132,7 @@ TEST(Dates, LocalFieldsRoundTrip) {
         const std::tm fields = test::localFields(t);
         if (fields.tm_year < 70)
             continue; // west of Greenwich; the runtime may reject local dates before 1970
-        // Compare fields: in a repeated hour, the runtime may choose either instant.
+        // Only the fields are compared because the runtime may choose either instant of a repeated hour.
         ASSERT_EQ(TimeValue(fromLocalFields(fields)).local(), TimeValue(t).local()) << t;
     }
     for (const std::int32_t t : {largest - 1, largest})

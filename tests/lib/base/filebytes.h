@@ -28,7 +28,7 @@ inline base::FileHandle openFile(const std::string& path, DWORD access, DWORD sh
         CreateFileA(path.c_str(), access, sharing, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
 }
 
-/// Whether no open handle prevents the file's deletion. Deletes the file to find out.
+/// Deletes the file. False if an open handle prevents that.
 inline bool isFree(const std::string& path) {
     return DeleteFileA(path.c_str());
 }

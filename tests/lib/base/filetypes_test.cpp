@@ -13,7 +13,7 @@ namespace {
 
 using namespace std::string_literals;
 
-/// Redirects HKEY_CLASSES_ROOT for this process to a key of the test.
+/// Redirects HKEY_CLASSES_ROOT for this process to a test key.
 class FileTypes : public testing::Test {
 protected:
     FileTypes() {

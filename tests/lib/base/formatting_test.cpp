@@ -37,7 +37,7 @@ TEST(Formatting, EstimateSaturates) {
     EXPECT_EQ(estimateFormattedLength((widest + widest).c_str(), 0), most);
     EXPECT_EQ(estimateFormattedLength((widest + widest + widest).c_str(), 0), most);
     EXPECT_EQ(estimateFormattedLength("%s", most), most);
-    // A width saturates.
+    // A width saturates at LONG_MAX.
     EXPECT_EQ(estimateFormattedLength("%99999999999999999999s", 0),
               22 + static_cast<std::size_t>(std::numeric_limits<long>::max()) + 6);
 }

@@ -126,7 +126,7 @@ std::string repeated(const std::string& text) {
     return result;
 }
 
-// "Wednesday" and the am/pm marker have nine characters, ten with the period after each.
+// "Wednesday" and "afternoon" have nine characters each, or ten with the period.
 TEST(Locale, DateAndTimeHaveAtMost127Characters) {
     const UserFormat marker(LOCALE_S2359, "afternoon");
     {

@@ -34,7 +34,7 @@ DWORD WINAPI simulatedFileName(HMODULE module, LPSTR buffer, DWORD size) {
     return static_cast<DWORD>(copied);
 }
 
-/// Checks after all other static variables are destroyed.
+/// Its destructor runs after those of all other static variables.
 struct AfterExit {
     bool usesComponents = false;
 

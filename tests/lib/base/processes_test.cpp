@@ -23,7 +23,7 @@ namespace {
 
 using testing::ElementsAre;
 
-/// `argument` is an exit code, or the name of an event to wait for before ending with code 5.
+/// `argument` is an exit code, or the name of an event. The child waits for the event and ends with code 5.
 std::string child(const std::string& argument) {
     return "\"" + directoryOf(executablePath()) + "startedprocess.exe\" " + argument;
 }

@@ -1,4 +1,4 @@
-// A refused call changes no data and leaks no handle.
+// When the system refuses a call, no data changes and no handle leaks.
 #include "lib/base/registry.h"
 #include "tests/support/allocations.h"
 #include "tests/support/handlecount.h"
@@ -31,11 +31,11 @@ using testing::IsEmpty;
 
 const HKEY user = HKEY_CURRENT_USER;
 constexpr LSTATUS refusal = ERROR_NO_SYSTEM_RESOURCES;
-std::vector<REGSAM> opened, created; ///< access requested by each call
+std::vector<REGSAM> opened, created; ///< access rights requested by each call
 
 class RegistryCalls : public test::RegistryTest {
 protected:
-    /// The first use of a predefined key and the first exception leave handles open, so count after both.
+    /// The first use of a predefined key and the first exception leave handles open.
     static void SetUpTestSuite() {
         EXPECT_FALSE(deleteValue(user, "Software\\Missing"));
         EXPECT_THROW(throw std::bad_alloc(), std::bad_alloc);

@@ -123,7 +123,7 @@ TEST(RelativeTimes, PhraseNamesTheDayOrTheDateAndAnyOtherYear) {
         {local(2005, 7, 28, 0, 30), local(2005, 7, 27, 12), "tomorrow at 12:30 AM"},
         {local(2006, 1, 1, 0, 30), local(2005, 12, 31, 23, 59), "tomorrow at 12:30 AM"},
         {local(2005, 7, 26, 13), local(2005, 7, 27, 12), "yesterday at 1:00 PM"},
-        // The whole next day is tomorrow, even more than 24 hours ahead.
+        // Any time on the next day is "tomorrow", even if it is more than 24 hours ahead.
         {local(2005, 7, 29, 23, 59), local(2005, 7, 28, 12), "tomorrow at 11:59 PM"},
         {local(2005, 7, 30, 0), local(2005, 7, 28, 12), "Sat Jul 30 at 12:00 AM"},
         // A time more than 24 hours ago gets a date, even if it was yesterday.

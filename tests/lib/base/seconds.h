@@ -10,7 +10,7 @@
 
 namespace test {
 
-/// Fields out of range roll over. 0 if the result exceeds 32 bits.
+/// Fields out of range roll over. 0 if mktime fails or the result exceeds 32 bits.
 inline std::int32_t localSeconds(int year, int month, int day, int hour = 0, int minute = 0, int second = 0,
                                  int isDst = -1) {
     std::tm fields{};
@@ -31,7 +31,7 @@ inline std::int32_t utcSeconds(int year, unsigned month, unsigned day) {
     return static_cast<std::int32_t>(duration_cast<seconds>(date.time_since_epoch()).count());
 }
 
-/// Both ends of the range, ends of days and months in every zone, and times around clock changes.
+/// Both ends of the range, some fixed times, and times around calendar ends and clock changes.
 inline std::vector<std::int32_t> instants() {
     std::vector<std::int32_t> result = {1, 2 * 86400, 68'169'599, 784'111'777, INT32_MAX - 1, INT32_MAX};
     for (const std::int32_t end : calendarEnds())

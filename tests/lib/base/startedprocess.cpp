@@ -1,5 +1,5 @@
-// A process for the tests. usage: startedprocess EXITCODE | EVENTNAME
-// With an event name, waits for the event and ends with code 5.
+// The child process of processes_test. usage: startedprocess EXITCODE | EVENTNAME
+// With an event name, waits for the event and ends with code 5, or with 1 after a timeout.
 #include "tests/support/timeout.h"
 
 #include <windows.h>

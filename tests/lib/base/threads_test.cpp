@@ -29,7 +29,7 @@ SCHEDULER_STAND_IN("msvcrt.dll", _beginthread, "__beginthread");
 
 namespace {
 
-/// Checks after all other static variables are destroyed.
+/// Its destructor runs after those of all other static variables.
 struct AfterExit {
     std::size_t withRing = 0; ///< committed bytes while the ring holds 64 MB
 

@@ -9,7 +9,7 @@
 
 namespace {
 
-/// If set, the next request for a slot is refused. Only one, because the runtime library needs slots, too.
+/// Set to refuse only the next request for a slot, because the runtime library needs slots, too.
 bool refuses = false;
 int refusals = 0;
 struct Refusal {
@@ -17,7 +17,7 @@ struct Refusal {
 } armed [[gnu::init_priority(65534)]];
 
 DWORD WINAPI slotUnlessRefused() {
-    // Not static, because a static initialiser would need a slot.
+    // Not static, because guarding its initialisation would need a slot.
     const auto original = test::platformFunction<decltype(&TlsAlloc)>("kernel32.dll", "TlsAlloc");
     if (!std::exchange(refuses, false))
         return original();

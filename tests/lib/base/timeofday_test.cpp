@@ -33,7 +33,7 @@ TEST(TimeOfDay, EveryMinuteIsParsedInEveryForm) {
             ASSERT_EQ(parseTimeOfDay(text).seconds(), minute * 60) << text;
         }
         for (const char* pattern : {"%d:%02d %s", "%02d%02d %s"}) {
-            // Without a separator, the hour after midnight needs its 12: "1205 am".
+            // Without a separator, the hour after midnight must be written as 12: "1205 am".
             snprintf(text, sizeof(text), pattern, hour % 12 == 0 ? 12 : hour % 12, minute % 60,
                      hour < 12 ? "am" : "pm");
             ASSERT_EQ(parseTimeOfDay(text).seconds(), minute * 60) << text;
@@ -47,7 +47,7 @@ TEST(TimeOfDay, EveryMinuteIsParsedInEveryForm) {
 
 TEST(TimeOfDay, NumbersSaturateAndTheSumWrapsAround) {
     EXPECT_EQ(parseTimeOfDay("0:0:99999999999999999999").seconds(), std::numeric_limits<std::int32_t>::max());
-    // 21,474,836 hours, 47 minutes and 2,147,483,647 seconds wrap around to a negative span.
+    // The first number saturates at 2147483647, which is read as 21,474,836 hours and 47 minutes.
     EXPECT_EQ(parseTimeOfDay("99999999999999999999:99999999999999999999:99999999999999999999").seconds(),
               -2'147'472'000);
 }

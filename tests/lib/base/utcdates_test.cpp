@@ -38,7 +38,7 @@ TEST(UtcDates, AreExactAcrossSeasonsClockChangesAndBothEndsOfTheRange) {
     EXPECT_EQ(TimeValue::fromUtc(2005, 7, 23, 19, 54, 28).seconds(), 1'122'148'468);
     expectExact(utcSeconds(2004, 1, 1), utcSeconds(2006, 1, 1), 7 * 3600 + 1);
     expectExact(utcSeconds(2024, 1, 1), utcSeconds(2027, 1, 1), 7 * 3600 + 1);
-    // fromUtc first treats the fields as local, so the range must cover the zone's offset, too.
+    // fromUtc first treats the fields as local, so the tested range must also cover the zone's offset.
     for (const std::int32_t change : test::clockChanges())
         expectExact(change - 16 * 3600, change + 16 * 3600, 601);
     constexpr std::int32_t around = 26 * 3600;

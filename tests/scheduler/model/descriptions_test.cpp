@@ -192,7 +192,7 @@ TEST_F(Descriptions, SayWhenTheLastRunWas) {
     EXPECT_EQ(describeLastRun(entry, clock), "Mon Jan 05 at 8:00 PM");
 }
 
-// Zone offsets are multiples of 15 minutes, so local midnight is at a quarter of an hour in UTC.
+// Zone offsets are multiples of 15 minutes, so local midnight falls on a quarter hour in UTC.
 TEST_F(Descriptions, StayValidUntilTheReportedTime) {
     int changes = 0;
     int checks = 0;

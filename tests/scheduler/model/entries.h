@@ -15,13 +15,13 @@ namespace test {
 inline constexpr std::int32_t lowest = std::numeric_limits<std::int32_t>::min();
 inline constexpr std::int32_t highest = std::numeric_limits<std::int32_t>::max();
 
-/// Local date and time. Independent of the program's calendar.
+/// Local date and time, computed without the code under test.
 inline base::TimeValue at(int year, int month, int day, int hour = 0, int minute = 0, int second = 0) {
     const plain::Second hourStart = plain::secondOf(year - 1900, month - 1, day, hour);
     return base::TimeValue(static_cast<std::int32_t>(hourStart) + minute * 60 + second);
 }
 
-/// A time of day on an arbitrary old date, as entries store it.
+/// Entries store a time of day together with an arbitrary date.
 inline base::TimeValue clockTime(int hour, int minute = 0, int second = 0) {
     return at(2003, 1, 15, hour, minute, second);
 }

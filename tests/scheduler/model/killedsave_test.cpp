@@ -33,7 +33,8 @@ protected:
         unsigned truncatedFiles = 0; ///< kills that left a truncated schedule.dat
     };
 
-    /// Runs the saves in new processes and kills each at a later call of the last save, until one completes.
+    /// Repeats the saves in new processes until one process completes them. Each is killed during the last
+    /// save, one system call later than the previous one.
     template<class Prepare, class Expect>
     static Kills killAtEachCall(const std::vector<Schedule>& saves, const Prepare& prepare,
                                 const Expect& expectNothingLost) {
@@ -71,7 +72,7 @@ protected:
     }
 };
 
-// Entry counts before and after. A file with one entry is written in one piece, one with 3000 in several.
+// Entry counts before and after. A single entry is written in one piece, 3000 entries in several.
 const std::vector<std::pair<std::size_t, std::size_t>> sizes = {{3000, 1}, {1, 3000}};
 
 TEST_F(KilledSave, FirstSaveAfterALoadLosesNothing) {

@@ -147,7 +147,7 @@ TEST_F(Memory, DamagedFileUsesNoMoreThanItsSizeAllows) {
     putNumber(content, countOffset, 999'999); // the largest count below the file size
     const std::size_t before = allocatedBytes;
     EXPECT_FALSE(decode(content));
-    // At most three times the largest possible array, because the array grows.
+    // Three times, because the incomplete last record makes the reserved array double its size.
     EXPECT_LE(allocatedBytes - before, (content.size() / emptyRecordSize + 1) * 3 * sizeof(ScheduledProject));
 }
 

@@ -32,7 +32,7 @@ void expectAll(const std::vector<Row>& table) {
         EXPECT_EQ(nextRun(row.entry, row.now, row.now), row.expected) << row.what;
 }
 
-// None of the tested zones changes its clock in the months of these tables.
+// Hourly, daily and monthly rows span no clock change of a tested zone.
 
 TEST(NextRun, OnlyStartupEntriesAreDueAtOnceWhileTheFlagIsSet) {
     const TimeValue now = at(2026, 1, 5, 10, 15);

@@ -73,7 +73,7 @@ TEST_F(ScheduleCodec, WritesPiecesThatFormTheWholeFile) {
 }
 
 TEST_F(ScheduleCodec, StopsAtTheFirstRefusedPiece) {
-    // A buffer larger than a record and one smaller.
+    // One buffer is larger than a record, the other is smaller.
     for (const std::size_t size : {100U, 8U})
         for (const std::size_t count : {1000U, 0U})
             for (const int accepted : {0, 1, 5}) {

@@ -51,8 +51,8 @@ int openUnlessForbidden(const char* path, int mode, ...) {
     return original(path, mode, _S_IREAD | _S_IWRITE);
 }
 
-/// While this object exists, no file can be opened for writing. A read-only attribute does not stop an
-/// administrator under Wine.
+/// While this object exists, _open cannot open files for writing. Under Wine, a read-only attribute does not
+/// stop an administrator.
 class WritingForbidden {
 public:
     WritingForbidden() { writingIsForbidden = true; }

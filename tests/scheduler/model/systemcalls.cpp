@@ -55,7 +55,7 @@ bool isSystemCall(HMODULE module, const IMAGE_THUNK_DATA& name) {
            std::string_view(at<IMAGE_IMPORT_BY_NAME>(module, name.u1.AddressOfData)->Name).starts_with("Nt");
 }
 
-/// Redirects all functions that the module imports from ntdll.dll and that start with "Nt".
+/// Redirects all functions named "Nt..." that the module imports from ntdll.dll.
 void detourSystemCalls(HMODULE module) {
     for (const auto* from = importsOf(module); from->Name != 0; ++from) {
         if (lstrcmpiA(at<char>(module, from->Name), "ntdll.dll") != 0)

@@ -2,7 +2,7 @@
 
 namespace test {
 
-/// Simulates a crash: ends this process with exit code 1 at its `number`th next system call (1 or more).
+/// Simulates a crash. The `number`th system call from now (1 or more) ends this process with exit code 1.
 void endAtSystemCall(unsigned number);
 
 } // namespace test

@@ -21,7 +21,7 @@ struct SimulatedService {
     Names phoneBook;
     std::size_t spareRecords = 1; ///< records required in addition to one per entry
     int failingCall = 0;          ///< number of the call that fails; 0 for none
-    DWORD reportedBeyond = 0;     ///< entries reported beyond the buffer size
+    DWORD reportedBeyond = 0;     ///< entries reported beyond those that fit the buffer
     int calls = 0;
 
     DWORD operator()(const char* reserved, const char* path, RASENTRYNAMEA* records, DWORD* size,
@@ -128,7 +128,7 @@ TEST(DialupConnector, LoadsOnlyTheSystemsLibrary) {
     char system[MAX_PATH]{};
     GetSystemDirectoryA(system, sizeof system);
     const std::string systemFolder = system + std::string("\\");
-    // A wrong library in the folder that is searched first.
+    // A wrong library in a folder that is searched before the system folder.
     const test::TemporaryFolder folder;
     ASSERT_TRUE(CopyFileA((systemFolder + "version.dll").c_str(), folder.file("rasapi32.dll").c_str(), TRUE));
     SetDllDirectoryA(folder.path().c_str());

@@ -36,7 +36,7 @@ struct LoggingStore : ScheduleStore {
     void save(const ScheduleList&) override { log.push_back("save"); }
 };
 
-/// The engine with fakes that record their calls in `log`.
+/// The engine with fakes, most of which record their calls in `log`.
 class SchedulerEngineTest : public testing::Test {
 protected:
     /// AfterProject entries follow no entry, so only the test can make them due.

@@ -18,7 +18,7 @@ using testing::IsEmpty;
 constexpr TickResult paused{.changed = true, .unfinished = true};
 constexpr TickResult finished{.changed = true, .unfinished = false};
 
-/// Projects run at the same time, and each start uses up the time that a tick may take.
+/// Projects may run at the same time, and each start uses up the time that a tick may take.
 class EnginePauses : public SchedulerEngineTest {
 protected:
     EnginePauses() {
@@ -100,7 +100,7 @@ TEST_F(EnginePauses, TickVisitsEachEntryOnceAndSlicesShareTheStartTime) {
 }
 
 TEST_F(EnginePauses, RemovalNeitherSkipsNorRepeatsAnEntry) {
-    // The first slice starts b. c is disabled. The next entry to visit is d.
+    // The first slice starts b and skips c, which is disabled. The next entry to visit is d.
     const struct {
         const char* what;
         std::vector<std::size_t> positions; // descending

@@ -86,7 +86,7 @@ TEST_F(EngineWaiting, WaitedMinutesAreComparedUnsigned) {
         std::uint32_t waitTime;
         bool givesUp;
     } rows[] = {
-        // A clock set back by under a minute counts as 0 minutes, by a minute or more as a huge number.
+        // If the clock was set back by less than a minute, the wait is 0 minutes. Otherwise the wait is huge.
         {1000, 941, 0, false},
         {1000, 940, 0, true},
         {1000, 940, 0xFFFFFFFE, true},

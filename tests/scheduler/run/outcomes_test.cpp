@@ -16,7 +16,7 @@ namespace {
 
 const std::string allOutcomes = "SOFTWARE\\Brindlewood\\Corvane Scheduler\\";
 
-/// Uses the program's real registry keys, which is safe: each test program runs in its own Wine prefix.
+/// Uses the program's real registry keys. This is safe because each test program has its own Wine prefix.
 class Outcomes : public testing::Test {
 protected:
     Outcomes() { base::deleteKey(HKEY_LOCAL_MACHINE, "SOFTWARE\\Brindlewood"); }

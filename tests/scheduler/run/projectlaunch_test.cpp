@@ -20,7 +20,7 @@ void associate(const std::string& extension, const std::string& command) {
     ASSERT_TRUE(base::writeString(HKEY_CLASSES_ROOT, "Corvane.Test\\shell\\open\\command\\", command));
 }
 
-/// Changes the real file associations, which is safe: each test program runs in its own Wine prefix.
+/// Changes the real file associations. This is safe because each test program has its own Wine prefix.
 class ProjectLaunch : public testing::Test {
 protected:
     ProjectLaunch() {

@@ -1,4 +1,4 @@
-// Simulates processes and records their starts. All end when `over` is set. Include in one source file only.
+// Simulates processes that end when `over` is set, and records their starts. For one source file per program.
 #pragma once
 
 #include "lib/base/handles.h"

@@ -83,7 +83,7 @@ public:
         return messages;
     }
 
-    /// Run numbers in the end messages since the last call. Fails on other messages.
+    /// Run numbers of the WM_RUN_FINISHED messages since the last call. Fails on other messages.
     std::vector<WPARAM> ends() const {
         std::vector<WPARAM> numbers;
         for (const Posted& message : posted()) {

@@ -33,7 +33,7 @@ inline void press(HWND dialog, int button) {
     SendDlgItemMessageA(dialog, button, BM_CLICK, 0, 0);
 }
 
-/// Presses Browse. The dialog returns `chosen`: file names separated by NULs.
+/// Presses Browse. The dialog returns `chosen`, which holds file names separated by NULs.
 inline void browse(HWND sheet, const std::string& chosen) {
     browseDialog = [&](OPENFILENAMEA& request) {
         chosen.copy(request.lpstrFile, request.nMaxFile);

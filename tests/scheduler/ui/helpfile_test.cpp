@@ -16,7 +16,7 @@ namespace {
 
 const std::string folder = base::directoryOf(base::executablePath());
 
-/// The files that showHelp() opens, and with which call, if the program's folder holds only `files`.
+/// The calls with which showHelp() opens files if the program's folder holds only `files`.
 std::vector<std::string> openedWith(const std::set<std::string>& files) {
     std::vector<std::string> opened;
     const Override<test::GetFileAttributesACall> attributes([&](LPCSTR path) {

@@ -43,7 +43,7 @@ protected:
     /// The platform caches objects of the first dialogs, so only growth in every batch counts as a leak.
     static void expectNoLeak(const std::function<void()>& open, const std::function<void(HWND dialog)>& use) {
         constexpr int batches = 10;
-        // A batch must leak more than a heap reserves at once. Otherwise a leak does not show in every batch.
+        // Enough openings for a leak to exceed what a heap reserves at once, so that every batch shows it.
         constexpr int batch = 40;
         ResourceUse before;
         for (int time = 0; time < batches; ++time) {

@@ -232,7 +232,7 @@ TEST_F(MainWindow, AnUnfinishedTickContinuesByItsOwnTimer) {
     test::startThread = [&passed] {
         LARGE_INTEGER frequency{};
         QueryPerformanceFrequency(&frequency);
-        passed += frequency.QuadPart; // a second
+        passed += frequency.QuadPart; // one second
         return true;
     };
     timers.clear();

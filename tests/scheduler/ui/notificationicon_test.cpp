@@ -25,7 +25,7 @@ protected:
 
     std::vector<std::string> newCalls() { return std::exchange(calls, {}); }
 
-    /// The schedule cannot be saved while this handle is open.
+    /// The schedule cannot be saved while the returned handle is open.
     static base::FileHandle heldSchedule() {
         return base::FileHandle(CreateFileA(scheduler::schedulePath().c_str(), GENERIC_READ, FILE_SHARE_READ,
                                             nullptr, OPEN_EXISTING, 0, nullptr));

@@ -27,7 +27,7 @@ public:
 
     HWND item(int id) const { return GetDlgItem(page_.handle(), id); }
 
-    // IsWindowVisible() would be false: the host is hidden.
+    // IsWindowVisible() would be false because the host is hidden.
     bool isVisible(int id) const { return (GetWindowLongA(item(id), GWL_STYLE) & WS_VISIBLE) != 0; }
     bool isEnabled(int id) const { return IsWindowEnabled(item(id)) != FALSE; }
     bool isChecked(int id) const { return SendMessageA(item(id), BM_GETCHECK, 0, 0) == BST_CHECKED; }

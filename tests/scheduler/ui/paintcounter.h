@@ -6,7 +6,6 @@
 
 namespace test {
 
-/// Counts a window's WM_PAINT messages.
 class PaintCounter : public framework::MessageFilter {
 public:
     explicit PaintCounter(framework::Window& window) : window_(window) { window_.addFilter(*this); }

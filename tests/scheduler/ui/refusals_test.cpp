@@ -1,4 +1,4 @@
-// If platform calls fail, the program runs without their results or reports a failed start.
+// If a platform call fails, the program runs without its result or reports the failure.
 
 #include "lib/base/base.h"
 #include "resources/ids.h"
@@ -112,7 +112,7 @@ private:
         icons_ += message == NIM_ADD ? 1 : message == NIM_DELETE ? -1 : 0;
         return refuses("Shell_NotifyIconA") ? FALSE : test::Shell_NotifyIconACall::original(message, record);
     }};
-    /// Posts the Exit command, because this is the last call before the message loop.
+    /// Posts the Exit command, because LoadAccelerators is the last call before the message loop.
     Override<test::LoadAcceleratorsACall> accelerators_{[](HINSTANCE instance, LPCSTR name) {
         PostMessageA(FindWindowA(nullptr, "Corvane Scheduler"), WM_COMMAND, IDM_EXIT, 0);
         return refuses("LoadAcceleratorsA") ? nullptr : test::LoadAcceleratorsACall::original(instance, name);
@@ -125,7 +125,7 @@ private:
         [](LPCPROPSHEETHEADERA) { return INT_PTR{refuses("PropertySheetA, -1") ? -1 : 0}; }};
 };
 
-// Must run first: the font is created once.
+// Must run first, because the font is created only once.
 TEST_F(Refusals, AStockFontReplacesAFontThatCannotBeCreated) {
     refused = "CreateFontIndirectA";
     refusals = 0;

@@ -124,7 +124,7 @@ TEST_F(ScheduleRows, UpperCaseSortsBeforeLowerCaseAndBytesAreUnsigned) {
     EXPECT_EQ(projects(), "B a b \xE4 ");
 }
 
-// Needs more than 16 rows: with fewer, even an unstable sort keeps the order of equal texts.
+// With 16 rows or fewer, even an unstable sort would keep the order of equal texts.
 TEST_F(ScheduleRows, EqualTextsKeepTheScheduleOrderInBothDirections) {
     std::vector<std::string> names;
     std::string expected;
@@ -210,7 +210,7 @@ TEST_F(ScheduleRows, ARemovalAllocatesNoMemory) {
 }
 
 TEST_F(ScheduleRows, AnEntryIsNotInsertedWhenMemoryForItsRowRunsOut) {
-    // The schedule keeps its capacity, so that the rows run out of room first.
+    // Gives the schedule spare capacity, so that the rows created below run out of memory first.
     load({"c", "a", "b"});
     while (schedule_.size() < 1000)
         schedule_.append(project("gone"));

@@ -116,7 +116,7 @@ TEST(HintFace, ARoundedHintHasTenPixelCornersAndATwentyPixelMargin) {
     const Picture picture("HxH", HintStyle::Rounded, {200, 80});
     EXPECT_EQ(picture.at(100, 3), 0xDFFFFFU);
     EXPECT_EQ(picture.at(0, 40), black);
-    // An arc of ten pixels meets the edge at pixel 7 and the diagonal at pixel 3.
+    // An arc with a radius of ten pixels meets the edge at pixel 7 and the diagonal at pixel 3.
     EXPECT_EQ(picture.at(6, 0), 0xDFFFFFU);
     EXPECT_EQ(picture.at(7, 0), black);
     EXPECT_EQ(picture.at(2, 2), 0xDFFFFFU);

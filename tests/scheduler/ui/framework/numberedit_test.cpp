@@ -90,7 +90,7 @@ TEST_F(NumberEdit, IsCorrectedAfterEachKey) {
     const struct {
         NumberRange range;
         const char* keys;
-        std::string shown; ///< after each key
+        std::string shown; ///< the text after each key
     } rows[] = {{delay, "1x2", " 1| 1| 12|"},
                 {delay, "2000", " 2| 20| 200| 1440|"},
                 {delay, "12345", " 1| 12| 123| 1234| 1234|"},

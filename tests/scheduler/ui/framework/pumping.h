@@ -5,7 +5,7 @@
 
 namespace test {
 
-/// Dispatches all waiting messages that `modal` does not translate, then runs one idle pass.
+/// Dispatches all waiting messages except those that `modal` translates, then runs one idle pass.
 inline void pumpUntilIdle(framework::Window* modal = nullptr) {
     constexpr UINT passWanted = WM_APP + 1;
     constexpr UINT passDone = WM_APP + 2;

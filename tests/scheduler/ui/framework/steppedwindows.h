@@ -61,7 +61,7 @@ private:
     std::string& log_;
 };
 
-/// Runs its steps in order; each posts the message that starts the next.
+/// Runs its steps in order, each in response to a posted message.
 class Stepped {
 public:
     std::vector<std::function<void()>> steps;
