@@ -28,8 +28,8 @@ Function ${un}isRunning
     Push $5
 FunctionEnd
 
-; Ends a running copy through its Exit command, which may ask the user. If the user says No or does not answer within a
-; minute, a message offers another try; a silent run aborts.
+; Ends a running copy through its Exit command. The copy may ask the user, who has a minute to answer. If the copy does
+; not end, a message offers to try again; a silent run aborts instead.
 Function ${un}closeProgram
     retry:
     Call ${un}isRunning
@@ -85,8 +85,8 @@ FunctionEnd
 !insertmacro sharedFunctions ""
 !insertmacro sharedFunctions "un."
 
-; Starts the program through the shell, without the installer's rights. With them, Windows would not redirect the
-; program to the user's copies of the schedule and of registry keys.
+; Starts the program through the shell, without the installer's rights. With those rights, Windows would not
+; redirect the program to the user's copies of the schedule and of registry keys.
 Function startProgram
     Exec '"$WINDIR\explorer.exe" "${PROGRAM}"'
 FunctionEnd
@@ -102,8 +102,8 @@ Function rememberProgram
     Pop $closedToken
 FunctionEnd
 
-; Starts the program $0 hidden, with the user and rights of the closed copy. Does not pass "/s", which would also start
-; the entries "at startup".
+; If a copy was closed, starts the program $0 hidden, with the user and rights of that copy. Does not pass "/s", which
+; would also start the entries "at startup".
 Function startAgain
     ${If} $closedProgram == ""
         Return

@@ -24,7 +24,7 @@ std::string_view switchOf(RunCommand command) {
 // Not for relinking, which works on local files only.
 std::string connectionSwitches(const ScheduledProject& entry) {
     std::string switches;
-    // The quotes include the switch: the name can have spaces, and both are one argument.
+    // The name can have spaces. The quotes make the switch and the name one argument.
     if (!entry.dialupEntry.empty())
         switches += " \"/a" + entry.dialupEntry + '"';
     if (entry.disconnectWhenDone)

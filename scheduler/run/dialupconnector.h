@@ -15,8 +15,8 @@ namespace scheduler {
 using EnumerateEntries = std::function<DWORD(const char* reserved, const char* phoneBook,
                                              RASENTRYNAMEA* records, DWORD* size, DWORD* count)>;
 
-/// Appends the default phone book's entry names to `names`, in the service's order. False on failure; if the
-/// k-th call of `enumerate` fails, k empty names are appended.
+/// Appends the default phone book's entry names to `names`, in the service's order. On failure, returns
+/// false and appends one empty name for each call of `enumerate`.
 [[nodiscard]] bool listEntries(const EnumerateEntries& enumerate, std::vector<std::string>& names);
 
 class DialupConnector {

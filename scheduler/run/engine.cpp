@@ -101,7 +101,7 @@ std::size_t SchedulerEngine::findDue(std::size_t from, base::TimeValue now) cons
 }
 
 bool SchedulerEngine::anyRunning() const {
-    // Each tick calls this for every waiting entry. Trying the last result first avoids searching the whole
+    // A tick calls this for every due entry. Trying the last result first avoids searching the whole
     // schedule each time.
     if (lastSeenRunning_ < entries_.size() && entries_[lastSeenRunning_].running)
         return true;
@@ -125,7 +125,7 @@ void SchedulerEngine::startEntry(std::size_t position, base::TimeValue now, Caus
     markRunning(entry, now);
     if (cause != Cause::Test)
         services_.runs.onRunStarted(entry, cause == Cause::User);
-    // A trial leaves the entry marked as running, to show that it would have been started.
+    // A test leaves the entry marked as running, to show that it would have been started.
     if (cause == Cause::Test || launch(entry)) {
         entries_.notifyChanged();
         return;
@@ -139,7 +139,7 @@ bool SchedulerEngine::launch(const ScheduledProject& entry) noexcept {
     try {
         return services_.launcher.launch(entry);
     } catch (const std::exception&) {
-        // The caller then records the end of the run. Otherwise the entry would stay marked as running.
+        // The caller must still record the end of the run, or the entry would stay marked as running.
         return false;
     }
 }
@@ -170,8 +170,8 @@ void SchedulerEngine::waitForOthers(std::size_t position, base::TimeValue now) {
 }
 
 bool SchedulerEngine::hasWaitedTooLong(const ScheduledProject& entry, base::TimeValue now) const {
-    // A wait time of N minutes ends after N + 1 minutes, because the whole minutes must exceed it. The
-    // comparison is unsigned, so an enormous wait time never ends by itself. Setting the clock back to a
+    // A wait time of N minutes ends after N + 1 minutes, because the number of whole minutes must exceed N.
+    // The comparison is unsigned, so an enormous wait time never ends by itself. Setting the clock back to a
     // minute or more before the start of the wait ends the wait.
     const std::int32_t minutesWaited = secondsBetween(now, entry.waitingSince) / 60;
     return static_cast<std::uint32_t>(minutesWaited) > policy_.waitTime;
@@ -206,8 +206,8 @@ bool SchedulerEngine::onRunFinished(std::uint32_t runNumber) {
 
 RunOutcome SchedulerEngine::outcomeOf(const ScheduledProject& entry) const {
     const std::uint32_t runNumber = runNumberOf(entry);
-    // A command line leaves no outcome. Deliberately, its error code is the run number, which is never 0: the
-    // run counts as failed and is repeated until its retries are used up.
+    // A command line leaves no outcome. Deliberately, its error code is the run number, which is never 0. So
+    // the run counts as failed and is repeated until its retries are used up.
     if (isCommandLine(entry))
         return {{}, runNumber};
     try {

@@ -28,7 +28,7 @@ public:
 };
 
 struct TickResult {
-    bool changed = false;    ///< an entry was started, is still waiting or gave up waiting
+    bool changed = false;    ///< an entry started, failed to start, is still waiting or gave up waiting
     bool unfinished = false; ///< more entries are due: call again after handling pending input
 
     friend bool operator==(const TickResult&, const TickResult&) = default;
@@ -66,8 +66,8 @@ public:
     /// unfinished; the next call continues with the old `now`.
     TickResult tick(base::TimeValue now);
 
-    /// The test command: like tick, even while suspended and without a time limit, but starts no process. The
-    /// entries stay marked as running until the program restarts.
+    /// The test command: like tick, but starts no process and has no time limit. Also works while suspended.
+    /// The entries stay marked as running until the program restarts.
     void testTick();
 
     bool isDue(std::size_t position, base::TimeValue now) const { return isDueAt(entries_[position], now); }

@@ -6,7 +6,8 @@
 
 namespace scheduler {
 
-/// Appends to `history.txt` in the program's folder for local data. At 1 MB, renames it to `history.1.txt`.
+/// Appends to `history.txt` in the program's folder for local data. A file that would exceed 1 MB is first
+/// renamed to `history.1.txt`.
 class HistoryFile : public HistoryStore {
 public:
     void append(const std::string& line) noexcept override;

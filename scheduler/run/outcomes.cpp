@@ -8,7 +8,7 @@ namespace scheduler {
 
 namespace {
 
-// Outcome keys end in a backslash, ready for a value's name. The platform deletes a key only without it.
+// Outcome keys end in a backslash so that a value's name can follow. Keys are deleted by the name without it.
 std::string bareName(std::string key) {
     key.pop_back();
     return key;
@@ -36,7 +36,7 @@ std::string outcomeKey(std::uint32_t runNumber) {
 RunOutcome RegistryOutcomes::take(std::uint32_t runNumber) {
     const std::string key = outcomeKey(runNumber);
     // Deletes the outcome even if reading it runs out of memory. Run numbers are reused, so a later run would
-    // get this outcome.
+    // otherwise get this outcome.
     const KeyRemoval removal(key);
     return {base::getString(HKEY_LOCAL_MACHINE, key + "Result"),
             base::getNumber(HKEY_LOCAL_MACHINE, key + "Error", 0)};

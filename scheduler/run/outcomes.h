@@ -17,7 +17,7 @@ class RegistryOutcomes : public OutcomeSource {
 public:
     RunOutcome take(std::uint32_t runNumber) override;
 
-    /// Deletes all outcomes. Call at the start: runs may have ended while the scheduler was not running.
+    /// Deletes all outcomes. Call at program start: runs may have ended while the scheduler was not running.
     static void discardAll();
 };
 

@@ -7,7 +7,7 @@
 
 namespace scheduler {
 
-/// composeCommandLine with the registered command. If none is registered, starting the line fails.
+/// composeCommandLine with the registered command. If a project has none, starting its line fails.
 std::string buildCommandLine(const ScheduledProject& entry);
 
 /// Whether the program exists. `commandPath` can have wildcards and surrounding white space.

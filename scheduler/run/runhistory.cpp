@@ -26,7 +26,7 @@ std::string lineOf(base::TimeValue start, base::TimeValue end,
     constexpr const char* pattern = "%Y-%m-%d %H:%M:%S\t";
     std::string line = base::formatPattern(start, pattern);
     line += base::formatPattern(end, pattern);
-    // Negative when the clock was set back during the run.
+    // Negative if the clock was set back during the run.
     line += std::to_string(secondsBetween(end, start));
     for (const std::string_view cell : cells) {
         line += '\t';

@@ -24,7 +24,7 @@ inline constexpr std::string_view historyHeader = "Start\tEnd\tSeconds\tProject\
 enum class ProgramEvent { Started, Suspended, Resumed, NotRead, NotSaved, SessionEnd, Exited };
 
 /// Writes a line for each finished run and each program event. If memory runs out, the line is lost. The
-/// destructor notes ProgramEvent::Exited if Started was noted.
+/// destructor records ProgramEvent::Exited if Started was recorded.
 class RunHistory : public RunListener {
 public:
     /// `schedule` provides the names of followed entries. All arguments must outlive this object.

@@ -20,12 +20,12 @@ struct FinishedRun {
     RunEnd how;
 };
 
-/// Notified of each run except those of the test command. The run number links its start and its end.
+/// Notified of each run except those of the test command. A run's start and end have the same run number.
 class RunListener {
 public:
     virtual ~RunListener() = default;
 
-    /// The entry is already marked as running. If removed during the run, onRunFinished is not called.
+    /// `entry` is already marked as running. If it is removed during the run, onRunFinished is not called.
     virtual void onRunStarted(const ScheduledProject& entry, bool manual) noexcept = 0;
 
     /// Called after the schedule is saved.

@@ -12,10 +12,10 @@ inline constexpr UINT WM_RUN_FINISHED = WM_USER + 1;
 /// Posted before WM_RUN_FINISHED if the process did not start. wParam: run number; lParam: error code.
 inline constexpr UINT WM_RUN_NOT_STARTED = WM_APP + 1;
 
-/// Starts a thread for each run. The thread waits for the end of the process and reports to one window.
+/// Starts a thread for each run. The thread starts the process, waits until it ends and notifies a window.
 class WorkerLauncher : public RunLauncher {
 public:
-    /// The window to notify of runs started from now on.
+    /// Sets the window to notify of runs that start from now on.
     void reportTo(HWND window) { window_ = window; }
 
     /// If memory runs out when the thread starts (see base::startThread), the end of the run is never

@@ -5,7 +5,7 @@
 
 namespace scheduler {
 
-/// The program's folder in a command line, with a trailing backslash; empty if there is none.
+/// The program's folder in a command line, with a trailing separator; empty if there is none.
 std::string workingDirectoryOf(std::string_view commandLine);
 
 } // namespace scheduler

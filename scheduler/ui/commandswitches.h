@@ -1,4 +1,5 @@
-// Command-line switches at the start of the text after the program's name. Case and other text are ignored.
+// Command-line switches at the start of the text after the program's name. Case and text after a switch are
+// ignored.
 #pragma once
 
 #include <string_view>
@@ -8,7 +9,7 @@ namespace scheduler {
 /// "/close": tell a running copy to exit.
 [[nodiscard]] bool asksToClose(std::string_view commandLine);
 
-/// "/s": the system started the program at log-on.
+/// "/s", also after white space: the system started the program at log-on.
 [[nodiscard]] bool asksForHiddenStart(std::string_view commandLine);
 
 } // namespace scheduler

@@ -4,7 +4,7 @@
 
 namespace scheduler {
 
-/// Opens `scheduler.hlp` or, if only that exists, `manual.html`. Both are in the program's folder.
+/// Opens `scheduler.hlp` or, if it is missing, `manual.html`. Both are in the program's folder.
 void showHelp(HWND window);
 
 } // namespace scheduler

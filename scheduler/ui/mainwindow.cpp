@@ -34,7 +34,8 @@ HICON loadIcon(int sizeMetric) {
         LoadImageA(base::moduleHandle(), MAKEINTRESOURCEA(IDI_ACTIVE), IMAGE_ICON, size, size, LR_SHARED));
 }
 
-/// An open dialog relies on schedule positions: these commands are then ignored if other programs send them.
+/// Such commands are ignored while a dialog is open, because the dialog relies on schedule positions. Other
+/// programs can send them at any time.
 bool changesSchedule(UINT command) {
     switch (command) {
     case IDM_ADD:

@@ -23,7 +23,7 @@ void ProgramExit::exitProgram(ExitMode mode) {
 
 void ProgramExit::onSessionEnd() {
     // Save before asking: the system may end the process while the question is open or after this function
-    // returns. If the question is already open, the function returns at once.
+    // returns. If the question is already open, exitProgram() does nothing.
     parts_.presence.storePlacement();
     save();
     parts_.history.record(ProgramEvent::SessionEnd);

@@ -15,7 +15,7 @@ enum class ExitMode { AskFirst, WithoutAsking };
 /// Asked before the exit if an enabled entry has a next run.
 extern const char* const exitQuestion;
 
-/// The objects that the exit saves or closes. Not owned; must outlive ProgramExit.
+/// The objects that exiting uses. Not owned; must outlive ProgramExit.
 struct ExitParts {
     const ScheduleList& schedule;
     ScheduleStore& store;

@@ -73,7 +73,7 @@ std::vector<std::string> ProjectPage::chosenFiles() const {
 
 void ProjectPage::load() {
     PropertyPage::load();
-    // Selected explicitly: the phone book may contain an entry with an empty name.
+    // An empty name always means any open connection, even if a phone book entry has an empty name.
     if (record_.dialupEntry.empty())
         autoconnect_.select(anyOpenConnection);
 }

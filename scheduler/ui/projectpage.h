@@ -21,7 +21,7 @@ public:
     /// Whether the Browse dialog accepts several files. Initially true.
     void setMultiSelect(bool several);
 
-    /// The files from the Browse dialog, in the form for addEntries(). Empty unless the path names several.
+    /// Several files from the Browse dialog, in the form for addEntries(); empty if the path names only one.
     std::vector<std::string> chosenFiles() const;
 
     void load() override;

@@ -30,7 +30,7 @@ public:
           clock_(clock),
           openProject_(std::move(openProject)) {}
 
-    /// The record with which the editor starts for a new entry.
+    /// The record that the editor initially shows for a new entry.
     ScheduledProject newEntry() const;
 
     /// Appends the record or, if there are two or more files (see addEntries), one copy per file.

@@ -155,14 +155,14 @@ void ScheduleListView::refresh() noexcept {
 }
 
 framework::Handled ScheduleListView::onMessage(const framework::Message& message) {
-    // Accelerators reach the focused window; the parent handles their commands.
+    // Accelerators send their commands to the focused window, but the parent handles them.
     if (message.id == WM_COMMAND && message.lParam == 0)
         return SendMessageA(GetParent(handle()), WM_COMMAND, message.wParam, 0);
     if (message.id == WM_SYSCOLORCHANGE)
         applySystemColours();
     if (message.id == WM_NOTIFY && isColumnResize(*reinterpret_cast<const NMHDR*>(message.lParam)))
         columnsFollowRows_ = false;
-    // Otherwise the control would search for a project that begins with the character.
+    // Handled here, or the control would search for a project that begins with the character.
     if (message.id == WM_CHAR && message.wParam == ctrlA) {
         selectAll();
         return 0;
@@ -250,7 +250,7 @@ LRESULT ScheduleListView::onCustomDraw(NMLVCUSTOMDRAW& draw) {
     }
 }
 
-/// Selected rows are not grey. CDIS_SELECTED cannot tell: with LVS_SHOWSELALWAYS it is set for every row.
+/// Selected rows are not grey. Ignores CDIS_SELECTED: with LVS_SHOWSELALWAYS it is set for every row.
 bool ScheduleListView::isGrey(std::size_t row) const {
     return row < rows_.size() && schedule_[rows_.entryAt(row)].disabled &&
            !ListView_GetItemState(handle(), static_cast<int>(row), LVIS_SELECTED);

@@ -1,4 +1,4 @@
-// The editor's page for the times of a project's runs.
+// The editor's page for when an entry runs.
 #pragma once
 
 #include "scheduler/model/schedulelist.h"

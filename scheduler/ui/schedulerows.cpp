@@ -35,7 +35,7 @@ RowImage ScheduleRows::image(std::size_t row) const {
     return entry.lastResult.empty() ? RowImage::None : RowImage::Result;
 }
 
-/// `waitingSince` is not enough: a later next run or suspending the scheduler leaves it set.
+/// `waitingSince` is not enough: it stays set if the scheduler is suspended or the next run is moved later.
 bool ScheduleRows::isWaiting(const ScheduledProject& entry) const {
     return entry.waitingSince != base::TimeValue() && !state_().suspended && clock_.now() >= entry.nextRun;
 }

@@ -53,10 +53,11 @@ public:
     std::string line(std::size_t row) const;
 
     base::TimeValue now() const { return clock_.now(); }
-    /// The time until which the row's texts and image at `now` are valid if its entry does not change.
+    /// When the row's texts and image made at `now` expire, unless its entry changes.
     base::TimeValue textsValidUntil(std::size_t row, base::TimeValue now) const;
 
-    /// Sorts bytewise by text. The same column again reverses the direction. Ties are in schedule order.
+    /// Sorts bytewise by text. Sorting by the same column again reverses the direction. Equal texts stay in
+    /// schedule order.
     void sortBy(ScheduleColumn column);
     /// Empty until the first sort after a load.
     std::optional<ScheduleColumn> sortColumn() const { return sortColumn_; }

@@ -24,7 +24,7 @@ void tellRunningCopy(UINT message, WPARAM wParam, LPARAM lParam) {
     const HWND window = FindWindowA(nullptr, base::applicationName.c_str());
     if (!window)
         return;
-    // The user has just started this process, so it may allow the copy to come to the front.
+    // The user has just started this process, so this process may allow the copy to come to the front.
     AllowSetForegroundWindow(ASFW_ANY);
     SendMessageA(window, message, wParam, lParam);
 }

@@ -1,4 +1,4 @@
-// A control that shows one value and is bound to a record's field of that type.
+// A control that shows one value and can be bound to a record's field.
 #pragma once
 
 #include "scheduler/ui/framework/control.h"

@@ -31,7 +31,8 @@ public:
     /// The files chosen last, even if the text has changed since: a full path, then names in the same folder.
     const std::vector<std::string>& chosen() const { return chosen_; }
 
-    /// Shows the open-file dialog. The text is unchanged if the user cancels or chooses too many files.
+    /// Shows the open-file dialog. Keeps the text if the user cancels or chooses too many files, or on
+    /// failure.
     void browse();
 
     bool check() override;

@@ -31,13 +31,13 @@ public:
     /// Whether the input may be stored. If not, the user has been told why.
     [[nodiscard]] virtual bool check() { return true; }
 
-    /// Handles a code of WM_COMMAND. True if handled, or if the control or the dialog has been destroyed.
+    /// Handles a notification code. True if handled, or if the control or the dialog has been destroyed.
     [[nodiscard]] virtual bool onNotification(UINT code);
 
     /// Paints an item of an owner-drawn control. True if handled.
     [[nodiscard]] virtual bool onDrawItem(const DRAWITEMSTRUCT& item);
 
-    // These do nothing if nothing changes. Otherwise each idle pass would redraw.
+    // These do nothing if nothing would change, so that idle passes do not redraw the control.
     void setEnabled(bool enabled);
     void setVisible(bool visible);
     void setText(const std::string& text);
@@ -57,14 +57,14 @@ private:
     int id_;
 };
 
-// Like the platform's functions, but do nothing if nothing changes.
+// Like the platform's functions, but do nothing if nothing would change.
 void enableWindow(HWND window, bool enabled);
 void showWindow(HWND window, bool visible);
 
 /// `className`: at most 31 characters; case is ignored.
 [[nodiscard]] bool isOfClass(HWND window, const char* className);
 
-/// The static text directly before the control, if it has an access key; else null.
+/// The static text directly before the control; null if there is none or it has no access key.
 HWND labelOf(HWND control);
 
 } // namespace framework

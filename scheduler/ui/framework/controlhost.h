@@ -16,19 +16,19 @@ public:
 
     int templateId() const override { return templateId_; }
 
-    /// Copies fields to controls, which are already attached.
+    /// Copies fields to the attached controls.
     virtual void load();
 
-    /// Copies controls to fields. Call updateAndCheck() first.
+    /// Copies the attached controls to fields. Call updateAndCheck() first.
     virtual void store();
 
     /// Checks the visible, enabled controls in order until one fails.
     [[nodiscard]] virtual bool check();
 
-    /// Runs an idle pass, which clamps numbers, then checks. OK can arrive before the pump's idle pass.
+    /// Runs an idle pass, which clamps numbers, then checks. OK can be chosen before the pump's pass.
     [[nodiscard]] bool updateAndCheck();
 
-    /// Makes this dialog or page visible. Called before a message box about it.
+    /// Makes this dialog or page visible. Called before a message box about a control.
     virtual void reveal() {}
 
     void onIdle() override;
@@ -40,7 +40,7 @@ public:
     bool isStarted() const { return started_; }
 
 protected:
-    /// Enables or shows controls that depend on the values of others. Called on start and after user input.
+    /// Enables or shows controls that depend on the values of others. Called on start and in each idle pass.
     virtual void updateState() {}
 
     /// A button's command or a control's notification. True if handled or if this object was destroyed. After
@@ -49,7 +49,7 @@ protected:
 
     Handled onMessage(const Message& message) override;
 
-    // For dialog items without a Control object: static texts and single radio buttons.
+    // For dialog items without a Control object: static texts and individual radio buttons.
     void enableItem(int id, bool enabled);
     void showItem(int id, bool visible);
 

@@ -5,7 +5,7 @@
 
 namespace framework {
 
-/// For message boxes and lists.
+/// The platform's font for message boxes, used for lists.
 HFONT messageFont();
 HFONT hintFont();
 

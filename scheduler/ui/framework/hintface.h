@@ -15,8 +15,8 @@ enum class HintStyle {
 /// Pale yellow, as 0xBBGGRR.
 inline constexpr COLORREF hintColour = 0xDFFFFF;
 
-/// The text's size in the hint font. A rounded hint's lines fit into `maxWidth` unless one word is too long,
-/// and its size includes the part of the margins that hintRectangle does not add.
+/// The text's size in the hint font. For a rounded hint, includes the part of the margins that hintRectangle
+/// does not add, and breaks lines to fit into `maxWidth`; a word that is too long exceeds it.
 SIZE hintExtent(const std::string& text, HintStyle style, int maxWidth);
 
 /// The place for a hint: centred below `point`, a little larger than `extent` and moved into the work area. A

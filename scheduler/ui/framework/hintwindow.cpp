@@ -16,7 +16,7 @@ constexpr UINT_PTR displayTimer = 1;
 
 using Hints = std::vector<std::unique_ptr<HintWindow>>;
 
-/// A hint whose window was destroyed with its owner's stays in this list until the next message.
+/// A hint whose window was destroyed together with the owner's stays in this list until the next message.
 Hints& shownHints() {
     static Hints hints;
     return hints;
@@ -51,8 +51,8 @@ void trackLeave(HWND window) {
     TrackMouseEvent(&track);
 }
 
-/// Tracks the window under the pointer if it is the owner or a child. For any other window, the platform
-/// would report at once that the mouse has left.
+/// Tracks the window under the pointer if it is the owner or a child. If another window were tracked, the
+/// platform would report at once that the mouse has left.
 void trackLeaveOf(HWND owner) {
     POINT pointer{};
     GetCursorPos(&pointer);
@@ -112,7 +112,7 @@ bool HintWindow::open(const Hint& hint) {
     // The window takes ownership of the region.
     SetWindowRgn(handle(), hintOutline(style_, {parameters.width, parameters.height}), FALSE);
     SetTimer(handle(), displayTimer, hint.displayMilliseconds, nullptr);
-    // Track before showing the hint, because it may appear under the pointer.
+    // Track before showing the hint, which may appear under the pointer.
     if (owner_)
         trackLeaveOf(owner_);
     ShowWindow(handle(), SW_SHOWNOACTIVATE);
@@ -185,7 +185,7 @@ void HintWindow::close() {
 void HintWindow::removeClosedHints() {
     Hints& hints = shownHints();
     const auto isDead = [](const auto& hint) { return !hint->handle() || hint->isOrphaned(); };
-    // Must not allocate: handling a message must not fail. Takes each hint from the list first, as in close.
+    // Must not allocate: handling a message must not fail. Each hint leaves the list before it is destroyed.
     for (;;) {
         const auto dead = std::ranges::find_if(hints, isDead);
         if (dead == hints.end())

@@ -17,13 +17,13 @@ struct Hint {
 };
 
 /// A tool tip. Closes after a time, on a key or mouse button, or when the mouse leaves. With an owner, it
-/// watches the owner and its children and is transparent to the mouse; otherwise it watches itself.
+/// watches the input of the owner and its children, and is transparent to the mouse; else it watches its own.
 /// The class owns all hints. Each lives until its window closes or its owner's window or object is destroyed.
 class HintWindow : public Window, private MessageFilter {
 public:
     ~HintWindow() override;
 
-    /// False on failure, if the text is empty, or if a non-null owner has a hint or is not under the pointer.
+    /// False on failure, if the text is empty, or if `owner` already has a hint or is not under the pointer.
     [[nodiscard]] static bool show(Window* owner, const Hint& hint);
 
     static void dismiss(const Window& owner);

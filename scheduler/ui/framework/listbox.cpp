@@ -35,7 +35,7 @@ void ListControl::onAttached() {
     refill();
 }
 
-/// The platform chooses the items' height before the dialog sets its font.
+/// The platform chooses the item height before the dialog sets its font.
 void ListControl::raiseItemHeights() {
     constexpr auto chosenItem = static_cast<WPARAM>(-1); // shown while the list is closed
     constexpr WPARAM listedItems = 0;

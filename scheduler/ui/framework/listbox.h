@@ -37,7 +37,7 @@ protected:
 private:
     void raiseItemHeights();
 
-    /// Makes long texts readable in the open list, up to three times the control's width.
+    /// Widens the open list for long texts, to at most three times the control's width.
     void widenDroppedList(int textWidth);
 
     const ListSource& source_;

@@ -9,7 +9,7 @@
 namespace framework {
 namespace {
 
-// The longest delay of an idle pass requested by a sent message, which does not end GetMessage.
+// The longest delay of an idle pass that a sent message requests: only posted messages end GetMessage.
 constexpr UINT wakeUpMilliseconds = 200;
 
 CALLED_BY_PLATFORM BOOL CALLBACK updateIdle(HWND window, LPARAM) noexcept {
@@ -70,7 +70,7 @@ bool MessagePump::pumpOne(MSG& message, Window* modal) {
     nullIfSentOnly(message);
     {
         // Needed if the handler runs one of the platform's loops. Timer handlers never do, because a tick
-        // opens nothing modal. Without a guard for them, an idle program uses less time.
+        // opens nothing modal. Without a guard for them, an idle program uses less CPU time.
         std::optional<SentOnlyGuard> guard;
         if (message.message != WM_TIMER)
             guard.emplace();

@@ -7,7 +7,7 @@ namespace {
 
 static_assert(sizeof(WINDOWPLACEMENT) == 44 && sizeof(WINDOWPLACEMENT) <= sizeof(base::WindowState));
 
-/// `place` is relative to the work area, which a taskbar can shift, not to the monitor.
+/// `place` is relative to the work area, not to the monitor. A taskbar can make their origins differ.
 bool overlapsWorkArea(RECT place) {
     const HMONITOR monitor = MonitorFromRect(&place, MONITOR_DEFAULTTONULL);
     if (!monitor)

@@ -10,7 +10,7 @@ namespace framework {
 base::WindowState capturePlacement(HWND window);
 
 /// Moves the window without showing it. False, with no change, if the saved placement is invalid or outside
-/// every work area. If the window was maximised, replaces a normal `showCommand` with SW_SHOWMAXIMIZED.
+/// every work area. If the saved window was maximised, replaces a normal `showCommand` with SW_SHOWMAXIMIZED.
 [[nodiscard]] bool applyPlacement(HWND window, const base::WindowState& bytes, int& showCommand);
 
 } // namespace framework

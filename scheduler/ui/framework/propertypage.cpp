@@ -16,7 +16,7 @@ void PropertyPage::reveal() {
 PROPSHEETPAGEA PropertyPage::platformRecord() {
     PROPSHEETPAGEA record{};
     record.dwSize = sizeof(record);
-    // Creates all pages: even pages that the user never opens are checked and stored.
+    // Creates all pages at once, because even pages that the user never opens are checked and stored.
     record.dwFlags = PSP_PREMATURE;
     record.hInstance = base::moduleHandle();
     record.pszTemplate = MAKEINTRESOURCEA(templateId());
@@ -32,7 +32,7 @@ void PropertyPage::lockSize() {
 void PropertyPage::onAttached() {
     ControlHost::onAttached();
     ownSize_ = sizeOf(handle());
-    unlockSize(); // discards the size of an earlier window
+    unlockSize(); // discards the locked size of an earlier window
     if (onCreated_)
         onCreated_(handle());
 }

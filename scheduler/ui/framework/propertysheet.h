@@ -32,7 +32,7 @@ private:
     [[nodiscard]] bool open(const std::string& title, HWND owner);
     void attachTo(HWND sheet);
 
-    /// Selects each page, which creates it: Wine 8 ignores PSP_PREMATURE.
+    /// Creates each page by selecting it, because Wine 8 ignores PSP_PREMATURE.
     void createPages();
 
     void fitToPages();

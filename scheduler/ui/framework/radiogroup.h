@@ -1,4 +1,4 @@
-// Radio buttons, bound to the checked button's index, or to a flag that is 0 for the first button.
+// Radio buttons whose field is the checked button's index, or a flag that is 0 for the first button.
 #pragma once
 
 #include "scheduler/ui/framework/boundcontrol.h"

@@ -4,8 +4,8 @@
 
 namespace framework {
 
-/// Suspends a list's redrawing, and invalidates the list on destruction. Invalidating many rows one by one is
-/// slow, and each change of a column would redraw the header.
+/// Suspends a list's redrawing until destroyed, then invalidates the list. Invalidating many rows one by one
+/// is slow, and each change of a column would redraw the header.
 class [[nodiscard]] RedrawPause {
 public:
     explicit RedrawPause(HWND list) : list_(list) { SendMessageA(list_, WM_SETREDRAW, FALSE, 0); }

@@ -1,12 +1,12 @@
-// Replaces posted messages with WM_NULL if they are only valid when sent. Another process can post a
-// WM_NOTIFY with an invalid address or a false WM_DESTROY.
+// Replaces posted messages with WM_NULL if they are only valid when sent. Another process can post a false
+// WM_DESTROY, or a WM_NOTIFY with an invalid address.
 #pragma once
 
 #include <windows.h>
 
 namespace framework {
 
-/// Call in our own loop for each message from the queue.
+/// Call in the program's own loops for each message from the queue.
 void nullIfSentOnly(MSG& message);
 
 /// Protects the platform's loops (message boxes, menus, controls) during its lifetime. Its hook multiplies

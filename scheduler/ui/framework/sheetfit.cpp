@@ -41,7 +41,7 @@ std::vector<HWND> buttonsOf(HWND sheet, HWND tabs, std::span<const SheetPage> pa
     return buttons;
 }
 
-/// If the sheet loses this width, the margins to the left and right of its buttons are equal.
+/// Narrowing the sheet by this width makes the margins left and right of its buttons equal.
 LONG spareWidth(HWND sheet, const std::vector<HWND>& buttons) {
     RECT client{};
     GetClientRect(sheet, &client);

@@ -23,7 +23,7 @@ bool isBoxWithText(HWND window) {
                                            typeOf(window, BS_TYPEMASK) == BS_AUTORADIOBUTTON);
 }
 
-/// The size on one line; 0 for other types of control.
+/// The size of a text, check box or radio button on one line; 0 for other controls.
 SIZE neededBy(HWND window) {
     SIZE needed{};
     if (isLeftAlignedText(window))

@@ -23,8 +23,8 @@ private:
     HGDIOBJ oldFont_;
 };
 
-/// Widens clipped one-line texts, check boxes and radio buttons. Dialog units depend on the average
-/// character, so a text can be wider than its control.
+/// Widens clipped one-line texts, check boxes and radio buttons. Dialog units are based on the
+/// average character width, so a text can be wider than its control.
 void widenTruncatedTexts(HWND dialog);
 
 } // namespace framework

@@ -11,7 +11,7 @@
 
 namespace framework {
 
-/// A message being handled. Nested messages form a chain; destroying an object clears its pointers there.
+/// A message being handled. Nested messages form a chain. Destroying a Window clears its pointers there.
 class Window::Dispatch {
 public:
     explicit Dispatch(Window* window) : window_(window), outer_(innermost_) { innermost_ = this; }
@@ -38,8 +38,8 @@ public:
         return control ? control->onReflectedNotify(notification) : std::nullopt;
     }
 
-    /// Catches exceptions, which must not cross the platform's frames. The default handling follows, except
-    /// for WM_CLOSE, where it would destroy the window.
+    /// Catches exceptions, which must not cross the platform's frames. The default procedure then handles
+    /// the message, except WM_CLOSE, where it would destroy the window.
     Handled runSafely(const Message& message) noexcept {
         try {
             return run(message);
@@ -66,7 +66,7 @@ private:
 
 namespace {
 
-// Window longs hold addresses, so this needs a 32-bit target.
+// Addresses are stored in window longs, which requires a 32-bit target.
 static_assert(sizeof(LONG) == sizeof(void*));
 
 const LONG frameworkProcedure = reinterpret_cast<LONG>(&windowProcedure);
@@ -157,7 +157,7 @@ void Window::unbind() {
 CALLED_BY_PLATFORM LRESULT CALLBACK windowProcedure(HWND window, UINT id, WPARAM wParam,
                                                     LPARAM lParam) noexcept {
     const Message message{id, wParam, lParam};
-    // Messages from other threads bypass the pump, and their handlers may run the platform's loops, too.
+    // Messages from other threads bypass the pump's guard. Their handlers may run the platform's loops, too.
     std::optional<SentOnlyGuard> guard;
     if (InSendMessage())
         guard.emplace();

@@ -75,10 +75,10 @@ public:
     /// After the window was attached or created.
     virtual void onAttached() {}
 
-    /// After user input, when the queue is empty: update the state of controls.
+    /// When the queue is empty after messages that may change controls. Updates the state of controls.
     virtual void onIdle() {}
 
-    /// Sees each pumped message first while this object is modal. True if handled.
+    /// Sees each queued message first while this object is modal. True if handled.
     [[nodiscard]] virtual bool preTranslate(MSG&) { return false; }
 
     virtual bool isModalFinished() const { return modalFinished_; }
@@ -110,7 +110,7 @@ LRESULT CALLBACK windowProcedure(HWND window, UINT id, WPARAM wParam, LPARAM lPa
 /// In pixels, including the frame.
 SIZE sizeOf(HWND window);
 
-/// Centres a window over its parent, or over the desktop without a parent.
+/// Centres a window over its parent or owner; if it has neither, over the desktop.
 void centreWindow(HWND window);
 
 } // namespace framework
