@@ -86,7 +86,7 @@ TickResult SchedulerEngine::startDue(TickPosition place, Cause cause) {
 }
 
 void SchedulerEngine::onEntriesRemoved(std::span<const std::size_t> positions) {
-    // New entries are appended, so only removals before the next position move it.
+    // New entries are appended, so only removals before the next position change it.
     if (!unfinished_)
         return;
     const auto isVisited = [next = unfinished_->next](std::size_t position) { return position < next; };

@@ -56,7 +56,7 @@ public:
     void setStartupFlag(bool flag) { startupFlag_ = flag; }
     EngineState state() const;
 
-    /// Call after a load: clears every run state and computes every next run.
+    /// Clears every run state and computes every next run. Call after a load.
     void resetAll(base::TimeValue now);
 
     /// Like tick, but does nothing while suspended.

@@ -8,10 +8,10 @@ class UserMessages {
 public:
     virtual ~UserMessages() = default;
 
-    /// Shows an error over the active window, and waits until the user closes it.
+    /// Shows an error message over the active window, and waits until the user closes the message.
     virtual void showError(const std::string& text) = 0;
 
-    /// The same over the main window, without the error icon.
+    /// Like showError, but over the main window and without the error icon.
     virtual void showNotice(const std::string& text) = 0;
 };
 

@@ -8,7 +8,7 @@
 namespace scheduler {
 namespace {
 
-/// Tells the user if the dialog could not be created. Returns `result`.
+/// Shows an error message if the dialog could not be created. Returns `result`.
 int reportFailure(int result, HWND owner) {
     if (result == framework::notCreated) {
         MessageBoxes messages;

@@ -1,4 +1,4 @@
-// The dialogs that commands open. If a dialog cannot be created, the user is told.
+// The dialogs that commands open. If a dialog cannot be created, an error message is shown.
 #pragma once
 
 #include "scheduler/model/preferences.h"
@@ -17,7 +17,7 @@ namespace scheduler {
 /// The editor's result on OK.
 struct EditedEntry {
     ScheduledProject record;
-    std::vector<std::string> files; ///< chosen in the Browse dialog, in the form for addEntries()
+    std::vector<std::string> files; ///< if several were chosen; in the form for addEntries()
 };
 
 /// Edits a copy of `record`, which is new or the entry at `position`. Empty on cancel or failure.

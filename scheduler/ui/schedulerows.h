@@ -53,7 +53,7 @@ public:
     std::string line(std::size_t row) const;
 
     base::TimeValue now() const { return clock_.now(); }
-    /// When the row's texts and image made at `now` expire, unless its entry changes.
+    /// When the texts and the image that the row has at `now` expire, unless its entry changes.
     base::TimeValue textsValidUntil(std::size_t row, base::TimeValue now) const;
 
     /// Sorts bytewise by text. Sorting by the same column again reverses the direction. Equal texts stay in

@@ -32,8 +32,8 @@ void WindowPresence::hide() {
 }
 
 void WindowPresence::storePlacement() {
-    // hide() has stored a hidden window's placement. Storing that of a window that was never shown would lose
-    // a saved maximised state.
+    // hide() has already stored its window's placement. Capturing a window that was never shown would lose a
+    // saved maximised state.
     if (IsWindowVisible(window()))
         preferences_.windowState = framework::capturePlacement(window());
 }

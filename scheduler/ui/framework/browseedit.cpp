@@ -101,7 +101,7 @@ void BrowseEdit::layOut() {
 Handled BrowseEdit::onMessage(const Message& message) {
     if (message.id == WM_ENABLE)
         button_.setEnabled(message.wParam != FALSE);
-    else if (message.id == WM_SHOWWINDOW && message.lParam == 0) // by ShowWindow on this edit
+    else if (message.id == WM_SHOWWINDOW && message.lParam == 0) // sent by ShowWindow for this edit
         button_.setVisible(message.wParam != FALSE);
     return Edit::onMessage(message);
 }

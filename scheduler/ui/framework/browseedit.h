@@ -31,8 +31,7 @@ public:
     /// The files chosen last, even if the text has changed since: a full path, then names in the same folder.
     const std::vector<std::string>& chosen() const { return chosen_; }
 
-    /// Shows the open-file dialog. Keeps the text if the user cancels or chooses too many files, or on
-    /// failure.
+    /// Shows the open-file dialog. If the user cancels or the dialog fails, the text is unchanged.
     void browse();
 
     bool check() override;

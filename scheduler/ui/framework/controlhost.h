@@ -25,7 +25,7 @@ public:
     /// Checks the visible, enabled controls in order until one fails.
     [[nodiscard]] virtual bool check();
 
-    /// Runs an idle pass, which clamps numbers, then checks. OK can be chosen before the pump's pass.
+    /// Checks after an idle pass, which clamps numbers. On OK, the pump's own pass may still be pending.
     [[nodiscard]] bool updateAndCheck();
 
     /// Makes this dialog or page visible. Called before a message box about a control.

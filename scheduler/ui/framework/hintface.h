@@ -15,8 +15,8 @@ enum class HintStyle {
 /// Pale yellow, as 0xBBGGRR.
 inline constexpr COLORREF hintColour = 0xDFFFFF;
 
-/// The text's size in the hint font. For a rounded hint, includes the part of the margins that hintRectangle
-/// does not add, and breaks lines to fit into `maxWidth`; a word that is too long exceeds it.
+/// The text's size in the hint font, with the part of the margins that hintRectangle does not add. The lines
+/// of a rounded hint fit into `maxWidth` unless a word is too long.
 SIZE hintExtent(const std::string& text, HintStyle style, int maxWidth);
 
 /// The place for a hint: centred below `point`, a little larger than `extent` and moved into the work area. A

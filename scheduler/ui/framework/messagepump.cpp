@@ -9,7 +9,7 @@
 namespace framework {
 namespace {
 
-// The longest delay of an idle pass that a sent message requests: only posted messages end GetMessage.
+// The longest delay of an idle pass requested by a sent message: sent messages do not end GetMessage.
 constexpr UINT wakeUpMilliseconds = 200;
 
 CALLED_BY_PLATFORM BOOL CALLBACK updateIdle(HWND window, LPARAM) noexcept {

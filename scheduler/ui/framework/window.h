@@ -75,7 +75,7 @@ public:
     /// After the window was attached or created.
     virtual void onAttached() {}
 
-    /// When the queue is empty after messages that may change controls. Updates the state of controls.
+    /// After messages that may change controls, once the queue is empty. Updates the state of controls.
     virtual void onIdle() {}
 
     /// Sees each queued message first while this object is modal. True if handled.
