@@ -14,7 +14,7 @@ struct BrowseLayout {
     RECT button{};
 };
 
-/// Divides `place`. `textWidth` is the width of the button's text. In pixels.
+/// Divides `place` between edit and button, in pixels. `textWidth` is the width of the button's text.
 BrowseLayout layOutBrowseEdit(const RECT& place, int textWidth);
 
 } // namespace framework

@@ -88,7 +88,7 @@ void Dialog::onCancel() {
 
 void Dialog::finish(int result) {
     endModal(result);
-    // The loop checks for the end only after a posted message.
+    // The loop checks for the end only after a message from the queue.
     PostMessageA(handle(), WM_NULL, 0, 0);
 }
 

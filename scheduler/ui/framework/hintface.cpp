@@ -64,7 +64,7 @@ int maxHintWidth(const RECT& workArea) {
 HRGN hintOutline(HintStyle style, SIZE window) {
     if (style == HintStyle::Plain)
         return nullptr;
-    // A region excludes one more pixel at its right and bottom than a drawn rectangle.
+    // A region is one pixel smaller at the right and bottom than a rectangle drawn with the same corners.
     return CreateRoundRectRgn(0, 0, window.cx + 1, window.cy + 1, cornerDiameter, cornerDiameter);
 }
 

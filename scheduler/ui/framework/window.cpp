@@ -11,7 +11,7 @@
 
 namespace framework {
 
-/// A message being handled. Nested messages form a chain. Destroying a Window clears its pointers there.
+/// A message being handled. Nested messages form a chain. Destroying a Window clears the pointers to it.
 class Window::Dispatch {
 public:
     explicit Dispatch(Window* window) : window_(window), outer_(innermost_) { innermost_ = this; }
