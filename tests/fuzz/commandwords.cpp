@@ -16,7 +16,7 @@ bool isBlank(char character) {
     return blanks.find(character) != std::string_view::npos;
 }
 
-/// A word ends before white space, but if it begins with a quote, not before its closing quote.
+/// A word ends at white space. A word that begins with a quote does not end before its closing quote.
 std::vector<std::string> plainWords(std::string_view text) {
     std::vector<std::string> words;
     std::size_t at = 0;

@@ -21,7 +21,7 @@ char lowerCase(char character) {
 }
 
 std::string formatLocaleDate(TimeValue t, bool longForm) {
-    // As on Windows, a negative time has no date. formatLocaleTime() shows it as midnight.
+    // As on Windows, negative times have no date. formatLocaleTime() shows them as midnight.
     if (t.seconds() <= 0)
         return {};
     const LocalTime local = t.local();

@@ -61,7 +61,7 @@ TEST_F(Installer, SilentRemovalDeletesTheProgramAndKeepsUserData) {
     base::writeString(HKEY_LOCAL_MACHINE, scheduler::outcomeKey(1) + "Result", "left behind");
     base::writeNumber(HKEY_CURRENT_USER, waitTime, 7);
 
-    // The command that Windows runs: the uninstaller starts a copy of itself, which does the work.
+    // Windows runs this command. The uninstaller then starts a copy of itself, which does the work.
     const std::string command =
         base::getString(HKEY_LOCAL_MACHINE, driver::uninstallKey + "QuietUninstallString");
     ASSERT_EQ(SetupProcess(command).waitForEnd(), 0U);

@@ -7,7 +7,7 @@
 
 namespace driver {
 
-constexpr DWORD refused = 2; ///< exit code of an installer that installed nothing
+constexpr DWORD refused = 2; ///< exit code of an incomplete installation or removal
 
 inline const std::string uninstallKey =
     "Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\Corvane Scheduler\\";
@@ -34,12 +34,12 @@ protected:
     /// Waits until the instance that the installer starts is ready. Null if it has no window in time.
     static HWND waitForWindow();
 
-    /// Imitates version 1.34 installed for all users, in a folder named after the program's title.
+    /// Imitates an earlier version, installed for all users in a folder named after the program's title.
     void installOldVersion() const;
 
     const std::string folder_;    ///< for all users
     const std::string ownFolder_; ///< for one user
-    const std::string oldFolder_; ///< of version 1.34
+    const std::string oldFolder_; ///< of installOldVersion()
     const std::string autostart_; ///< the command in the Run key
     SchedulerProcess installed_;
 };

@@ -45,7 +45,7 @@ HWND findControl(DWORD process, const std::string& text) {
 base::KernelHandle limitedToken() {
     base::KernelHandle own;
     OpenProcessToken(GetCurrentProcess(), TOKEN_ALL_ACCESS, own.receive());
-    // Wine elevates the installer again unless its token is derived from the elevated, linked one.
+    // Wine would elevate the installer again if this token were not derived from the linked, elevated one.
     TOKEN_LINKED_TOKEN linked{};
     DWORD size = sizeof(linked);
     GetTokenInformation(own.get(), TokenLinkedToken, &linked, size, &size);

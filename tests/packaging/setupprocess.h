@@ -8,7 +8,7 @@
 
 namespace driver {
 
-/// A token of this process without its administrator rights.
+/// This process's token without administrator rights.
 base::KernelHandle limitedToken();
 
 /// A running installer or uninstaller, killed on destruction.
@@ -20,7 +20,8 @@ public:
     SetupProcess(const SetupProcess&) = delete;
     SetupProcess& operator=(const SetupProcess&) = delete;
 
-    /// Waits for a window with a text that begins with `text`, and presses its button `button` (an id).
+    /// Waits for a window that shows a text beginning with `text`, and presses the window's button with the
+    /// id `button`.
     void press(const std::string& text, int button) const;
     /// Waits for a control whose text begins with `text` and clicks it.
     void click(const std::string& text) const;

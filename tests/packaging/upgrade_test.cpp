@@ -38,7 +38,7 @@ TEST_F(Upgrade, RestartsARunningInstanceHidden) {
     }
 }
 
-// An Explorer window of a folder with the program's name has this title.
+// An Explorer window that shows a folder with the program's name has this title.
 TEST_F(Upgrade, IgnoresOtherWindowsWithTheProgramsTitle) {
     ASSERT_TRUE(scheduler_.start());
     const HWND other =

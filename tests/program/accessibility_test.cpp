@@ -1,5 +1,5 @@
-// In every window, each control that takes input has a name for screen readers and is reached by Tab, and no
-// two controls share an access key.
+// In every window, each control that takes input has a name for screen readers and can be reached with Tab.
+// No two controls share an access key.
 
 #include "lib/base/stackalignment.h"
 #include "resources/ids.h"
@@ -47,7 +47,7 @@ std::string describe(HWND control) {
     return classOf(control) + " " + std::to_string(GetDlgCtrlID(control)) + " \"" + textOf(control) + "\"";
 }
 
-/// The name for screen readers: the static text before an edit or combo box, the text of other controls.
+/// The name for screen readers: for an edit or combo box, the static text before it; otherwise its own text.
 std::string nameOf(HWND control) {
     const std::string kind = classOf(control);
     if (kind != "edit" && kind != "combobox")

@@ -39,7 +39,8 @@ protected:
 
     using Runs = std::vector<std::size_t>;
 
-    /// How often each entry has run after two ticks. One tick may end before all due entries have started.
+    /// Ticks twice, because a tick may pause before all due entries have started. Returns how often each
+    /// entry has run since the test began.
     Runs runsAfterTwoTicks() {
         scheduler_.tick();
         scheduler_.tick();

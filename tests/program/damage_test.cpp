@@ -1,5 +1,5 @@
-// Starts the program with damaged schedule files. It loads all entries of a file that can still be read,
-// otherwise none.
+// Starts the program with damaged schedule files. If a file is still readable, the program must load all its
+// entries, otherwise none.
 
 #include "scheduler/model/schedulefile.h"
 #include "tests/program/programtest.h"
@@ -35,7 +35,7 @@ protected:
         base::writeNumber(HKEY_CURRENT_USER, driver::stateKey + "\\Suspended", 1);
     }
 
-    /// Starts and exits the program with a file and checks what it saves. Returns the number of entries.
+    /// Starts the program with this file, exits it and checks what it saved. Returns the number of entries.
     std::size_t startOn(const std::vector<std::byte>& content) {
         driver::writeText(scheduler::schedulePath(),
                           {reinterpret_cast<const char*>(content.data()), content.size()});

@@ -117,7 +117,7 @@ std::vector<scheduler::ScheduledProject> EditorDriver::saveByOk() const {
     press(IDOK);
     if (!closes())
         return {};
-    // Returns after the window has completed the command.
+    // Waits until the main window has completed the command.
     SendMessageA(scheduler_.window(), WM_NULL, 0, 0);
     return savedSchedule();
 }

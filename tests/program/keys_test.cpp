@@ -56,7 +56,7 @@ TEST_F(Keys, TypingALetterSelectsTheNextProjectThatBeginsWithIt) {
     startWith(
         {sleeping("alpha.kra"), sleeping("C:\\b\\Gamma.kra"), sleeping("Beta.kra"), sleeping("beyond.kra")});
     list().select({0});
-    // One letter only: a second one would have to arrive within the platform's time limit.
+    // Only one letter, because a second one would have to arrive within the platform's time limit.
     PostMessageA(list().handle(), WM_CHAR, 'b', 1);
     EXPECT_TRUE(waitUntil([&] { return list().focusedRow() == 2; }));
     EXPECT_THAT(list().selectedRows(), ElementsAre(2));

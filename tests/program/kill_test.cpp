@@ -37,7 +37,7 @@ TEST_F(Kill, AtAnyMomentAllowsARestart) {
     const driver::SampleSpider spider;
     const std::string project = spider.makeProject("quick.kra");
     std::vector<ScheduledProject> all = entries(50);
-    // Two entries that follow each other: once one is started, they run endlessly.
+    // Each of two entries follows the other, so they never stop running once one is started.
     for (const std::int32_t position : {0, 1}) {
         ScheduledProject& entry = all[static_cast<std::size_t>(position)];
         entry.path = project;

@@ -14,7 +14,7 @@ namespace {
 constexpr std::array<DWORD, 9> oddParameters = {0,       1,          2,          0x203,     0x7FFF,
                                                 0x10000, 0x7FFFFFFF, 0x80000000, 0xFFFFFFFF};
 
-/// Messages below WM_USER that have an effect when posted. 0x118 is WM_SYSTIMER.
+/// Messages that have an effect when posted; isEffective() adds ranges of others. 0x118 is WM_SYSTIMER.
 const std::set<UINT> effective = {WM_SETREDRAW, WM_CLOSE,      WM_QUIT,  WM_ENDSESSION, WM_HELP,
                                   WM_COMMAND,   WM_SYSCOMMAND, WM_TIMER, 0x118};
 

@@ -43,7 +43,7 @@ inline scheduler::ScheduledProject pendingEntry() {
     return entry;
 }
 
-/// Deletes the program's registry keys and empties its schedule before and after each test.
+/// Clears the program's registry data, schedule and safety copies before and after each test.
 class ProgramTest : public ::testing::Test {
 protected:
     void SetUp() override { resetState(); }

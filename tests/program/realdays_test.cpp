@@ -16,7 +16,7 @@ using scheduler::ScheduleKind;
 
 namespace {
 
-// A wrong run would be off by half an hour or more. A busy machine delays runs by less than this.
+// Longer than a busy machine delays a run. A run that breaks the rules would be off by half an hour or more.
 constexpr TimeSpan lateness = TimeSpan::fromMinutes(15);
 
 class RealDays : public driver::ProgramTest {

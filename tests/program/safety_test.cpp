@@ -1,4 +1,4 @@
-// The program reports failed saves, and keeps copies of a damaged schedule and of the previous one.
+// The program reports failed saves, and keeps copies of the previous schedule and of a damaged one.
 
 #include "lib/base/stackalignment.h"
 #include "resources/ids.h"
@@ -9,7 +9,7 @@
 namespace {
 
 /// A window that replaces the taskbar and so receives the requests of notification icons. The test's thread
-/// handles them while its SendMessage() waits for the scheduler.
+/// handles these requests while it waits in SendMessage() for the scheduler.
 class Taskbar {
 public:
     Taskbar() {

@@ -144,7 +144,8 @@ void SchedulerProcess::launch(const std::string& switches) {
 }
 
 bool SchedulerProcess::waitForWindow() {
-    // Accepting dropped files is the last step of start-up. On a fast clock, an hour may pass in a minute.
+    // Accepting dropped files is the last step of start-up that is visible here. With tools/wine --speed, an
+    // hour may pass in a minute.
     waitUntil(
         [this] {
             window_ = findWindow(id_, "scheduler");
@@ -250,7 +251,7 @@ std::string safetyCopy(const std::string& extension) {
 }
 
 std::vector<scheduler::ScheduledProject> savedSchedule(const std::string& path) {
-    // Not loadSchedule(): it locks writers out, so a save by the running scheduler would fail.
+    // Not loadSchedule(), because it would lock the file, and a save by the running scheduler would fail.
     const std::string content = readBytes(path);
     scheduler::ScheduleList list;
     scheduler::decodeSchedule(std::as_bytes(std::span(content)), scheduler::scheduleMagic, list);

@@ -43,7 +43,7 @@ public:
     SchedulerProcess(const SchedulerProcess&) = delete;
     SchedulerProcess& operator=(const SchedulerProcess&) = delete;
 
-    /// Waits until the window is ready; false if the program ends before.
+    /// Waits until the window is ready; false if the program ends first.
     bool start(const std::string& switches = "");
     void launch(const std::string& switches = "");
     bool waitForWindow();
@@ -56,7 +56,7 @@ public:
     DWORD exitCode() const;
     void kill(bool mayHaveEnded = false);
 
-    /// Exits and answers Yes if asked; false unless the program ends with the exit code 0.
+    /// Exits and answers Yes if asked; false unless the program ends with exit code 0.
     bool exit();
 
     void command(int id) const;
@@ -69,7 +69,7 @@ public:
     /// The visible dialogs and message boxes, topmost first.
     std::vector<HWND> dialogs() const;
     bool isMenuOpen() const;
-    /// Null if the program is not in the foreground.
+    /// Null if no window of the program has the focus.
     HWND focused() const { return inputStateOf(window_).hwndFocus; }
     static std::string textOfBox(HWND box);
     static void press(HWND box, int button);

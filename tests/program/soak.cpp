@@ -80,7 +80,7 @@ unsigned long privateKilobytes(HANDLE process) {
     return static_cast<unsigned long>(total / 1024);
 }
 
-/// Moves the settable clock forward in steps. With tools/wine --speed, Wine does not start reliably.
+/// Sets the clock forward in steps, because Wine does not start reliably with tools/wine --speed.
 class FastClock {
 public:
     explicit FastClock(int speed) : speed_(speed) {}
@@ -153,7 +153,8 @@ int main(int argc, char** argv) {
         return 1;
     const driver::ListDriver list(scheduler.window());
     const driver::SpyDriver spy(scheduler.window());
-    // A heap keeps the memory of the most threads that ran at once, so the first minute is the busiest.
+    // A heap keeps the memory that its busiest moment needed. So the first minute starts all entries again
+    // and again, to have the most threads at once.
     spy.settleHeaps();
     spy.freeTexts();
     list.selectAll();
@@ -180,7 +181,7 @@ int main(int argc, char** argv) {
 
     constexpr std::array names = {"windows and menus", "graphics objects", "kernel handles", "threads",
                                   "private KB"};
-    // A heap may grow by one more step; a leak per run would be a thousand times larger.
+    // A heap may grow by one more step. A leak in each of thousands of runs would exceed these limits.
     constexpr std::array<unsigned long, 5> allowed = {0, 0, 2, 0, 128};
     bool same = scheduler.isRunning() && runs > runsBefore + rounds;
     if (spy.freedTexts() > 0)

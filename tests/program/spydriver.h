@@ -20,7 +20,7 @@ public:
     bool isLoaded() const { return hooks_.size() == 2; }
 
     LONG ticks() const { return state_->ticks; }
-    /// Waits for ticks. Timer messages have the lowest priority, so messages posted before are handled first.
+    /// Timer messages have the lowest priority, so messages posted earlier are handled before this returns.
     bool passTicks(LONG count) const;
 
     // See spy::Request. The object counts are as of the last count().

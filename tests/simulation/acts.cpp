@@ -21,7 +21,7 @@ void Simulation::planActs() {
         const Second to = from + dice_.between(0, dice_.oneOf({1, 600, 86'400}));
         plan(from, Act::Suspend);
         plan(to, Act::Resume);
-        if (dice_.oneIn(3)) // while due entries accumulate
+        if (dice_.oneIn(3)) // when due entries have accumulated
             plan(std::max(from, to - 1), Act::DryRun);
     }
     for (int i = 0; i < 1 + static_cast<int>(days / plan_.daysPerClockChange); ++i)
@@ -223,7 +223,7 @@ void Simulation::exitAndStart(Second secondsOff) {
 }
 
 void Simulation::killAndStart(Second secondsOff) {
-    if (!killable_) // the program has restarted since SaveBeforeKill, so there are no saves
+    if (!killable_) // the program has restarted since SaveBeforeKill and kept no saves
         return exitAndStart(secondsOff);
     now_ += secondsOff;
     const std::vector<Item> items = plain_.saved;

@@ -1,4 +1,5 @@
-// The two sides of a simulation: the program without windows, and the plain rules. They log events alike.
+// The two sides of a simulation: the program without windows, and the plain rules. They log the same
+// events.
 #pragma once
 
 #include "scheduler/model/schedulecodec.h"

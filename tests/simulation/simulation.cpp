@@ -106,7 +106,7 @@ Second Simulation::nextEventOf(Second nextRun, Second waitsSince, bool anotherRu
     if (nextRun > now_)
         return nextRun;
     const Second expiry = waitsSince + (Second{plain_.rules.waitMinutes} + 1) * minute;
-    // If the clock was set back to before waitsSince, the wait ends at once.
+    // If the clock was set back to before waitsSince, the wait may end at once.
     if (waitsSince == 0 || waitsSince > now_ || !anotherRuns || expiry <= now_ + 1)
         return now_ + 1;
     return expiry - 1;

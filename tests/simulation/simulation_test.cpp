@@ -11,7 +11,7 @@ namespace {
 
 using namespace simulation;
 
-// The native build simulates less, because its sanitizers are slow.
+// The native build simulates less, because the sanitizers make it slow.
 #ifdef _WIN32
 constexpr int monthDivisor = 1;
 constexpr int years = 10;

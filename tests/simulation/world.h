@@ -35,16 +35,16 @@ private:
 struct Mix {
     int hourlyPerThousand = 30;
     int dailyPerThousand = 230;
-    int minCycleMinutes = 30; ///< shortest delay within a cycle of followers
-    Second from = 0;          ///< entries that run once are due from here to `to`
+    int minCycleMinutes = 30; ///< each cycle of followers has a delay of at least this
+    Second from = 0;          ///< most entries that run once are due from here to `to`
     Second to = 0;
 };
 
 /// `position` is from 0 to `count`. The path contains the serial number.
 plain::Item randomItem(Dice& dice, const Mix& mix, int serial, int position, int count);
 
-/// The spiders of one side. A run depends only on the seed, its project and the project's number of runs, so
-/// both sides have the same runs.
+/// The spiders of one side. A run depends only on the seed, the path and how often that path has run before.
+/// So both sides have the same runs.
 class Spiders {
 public:
     explicit Spiders(std::uint64_t seed) : seed_(seed) {}

@@ -1,4 +1,4 @@
-// The sample spider (see README.md). Shares no code with the program: a shared bug would stay hidden.
+// The sample spider (see README.md). Shares no code with the program, so that no shared bug stays hidden.
 #include <windows.h>
 
 #include <cstdlib>

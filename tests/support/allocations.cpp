@@ -13,7 +13,7 @@
     return memory;
 }
 
-// The sanitizers' own version does not call the operator above.
+// The sanitizers' nothrow operator does not call the operator above.
 [[gnu::noinline]] void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
     try {
         return operator new(size);

@@ -6,7 +6,7 @@
 
 namespace test {
 
-/// Empty if the clipboard holds no text.
+/// Empty if the clipboard holds no text or cannot be opened.
 inline std::wstring clipboardText() {
     std::wstring text;
     if (!OpenClipboard(nullptr))

@@ -1,4 +1,4 @@
-// A varied schedule and random damage to its file. The same on every platform.
+// A varied schedule and random damage to its file. A seed gives the same damage on every platform.
 #pragma once
 
 #include "tests/support/filledentry.h"

@@ -13,9 +13,9 @@
 namespace test {
 
 struct TemplateItem {
-    int id = 0;                              ///< -1 if unused by the program
+    int id = 0;                              ///< -1 if the program does not use it
     std::string kind;                        ///< class name in lower case
-    std::string text;                        ///< for a resource, "#" and its id
+    std::string text;                        ///< or "#" and the id of a resource
     int x = 0, y = 0, width = 0, height = 0; ///< dialog units
     DWORD style = 0;                         ///< without WS_CHILD
 

@@ -1,4 +1,4 @@
-// Outcomes that the test has left, instead of a spider.
+// Returns outcomes that the test, not a spider, has put into `left`.
 #pragma once
 
 #include "scheduler/run/outcomesource.h"

@@ -6,7 +6,7 @@
 
 namespace test {
 
-/// Tries every handle value of a small program, because Wine's GetProcessHandleCount returns 0.
+/// Tries every handle value below 0x2000, because Wine's GetProcessHandleCount returns 0.
 inline unsigned handleCount() {
     unsigned count = 0;
     for (std::uintptr_t value = 4; value < 0x2000; value += 4) {

@@ -1,5 +1,6 @@
-// Replaces a platform function in a whole test program with a function, or with an object that can return a
-// preset answer. Defines the import pointer that the linker otherwise takes from an import library:
+// Replaces a platform function in a whole test program. The replacement is a function, or an object that can
+// return a preset answer. The macros define the import pointer that the linker otherwise takes from an import
+// library. Examples:
 //
 //     SCHEDULER_REPLACE_IMPORT(GetTickCount, "_GetTickCount@0", simulatedTickCount);
 //     SCHEDULER_STAND_IN("kernel32.dll", GetFileSize, "_GetFileSize@8");
@@ -44,7 +45,7 @@ public:
 
     std::atomic<int> calls = 0;
     void (*onCall)(Arguments...) = nullptr; ///< called first
-    /// If set, returned instead of calling the platform, after `callsBeforeAnswer` more calls.
+    /// If set, the next `callsBeforeAnswer` calls go to the platform, and all later ones return this.
     std::optional<std::conditional_t<std::is_void_v<Result>, bool, Result>> answer;
     int callsBeforeAnswer = 0;
 

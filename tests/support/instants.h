@@ -28,10 +28,10 @@ inline std::vector<std::int32_t> clockChanges() {
     return changes;
 }
 
-/// Last UTC seconds of days, months, leap Februaries and years.
+/// The last UTC second of some days, months and years.
 inline std::vector<std::int32_t> calendarEnds() {
     return {
-        951'782'399,   // 2000-02-28 23:59:59, a leap year divisible by 100
+        951'782'399,   // 2000-02-28 23:59:59, in a leap year divisible by 100
         951'868'799,   // 2000-02-29 23:59:59
         1'104'537'599, // 2004-12-31 23:59:59
         1'109'635'199, // 2005-02-28 23:59:59

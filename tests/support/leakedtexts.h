@@ -8,7 +8,8 @@
 
 namespace test {
 
-/// The block in which newer Wine's text controls keep their font, or null. Only icon controls free it.
+/// The block in which newer versions of Wine keep the font of a text control, or null. Wine frees the block
+/// only for icon controls.
 inline void* blockOfText(HWND text) {
     void* const block = reinterpret_cast<void*>(static_cast<std::uintptr_t>(GetWindowLongA(text, 0)));
     return block && HeapValidate(GetProcessHeap(), 0, block) ? block : nullptr;
@@ -27,7 +28,7 @@ inline bool textControlsLeak() {
     return true;
 }
 
-/// Call for each sent message if textControlsLeak(). Returns whether it freed a block.
+/// Call for each sent message if textControlsLeak(). True if a block was freed.
 inline bool freeLeakedBlock(const CWPSTRUCT& message) {
     if (message.message != WM_NCDESTROY)
         return false;

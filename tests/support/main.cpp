@@ -30,7 +30,7 @@ int minutesEastOfUtc(std::int32_t seconds) {
            utc.tm_min;
 }
 
-/// Checks that the runtime uses the zone SCHEDULER_ZONE: runtimes silently replace unknown zones with UTC.
+/// Checks that the runtime uses the zone SCHEDULER_ZONE. Runtimes silently replace unknown zones with UTC.
 class ZoneOfTheRun : public testing::Environment {
     void SetUp() override {
         const char* const name = std::getenv("SCHEDULER_ZONE");

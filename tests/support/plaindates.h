@@ -1,4 +1,4 @@
-// The three date layouts, implemented as simply as possible with the runtime's calendar.
+// Simple reference parsers for the three date layouts. They use the C runtime's calendar.
 #pragma once
 
 #include <cstdint>

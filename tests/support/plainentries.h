@@ -35,7 +35,7 @@ inline Item itemOf(const scheduler::ScheduledProject& entry) {
     return item;
 }
 
-/// Copies the fields that users set, not the run state.
+/// Copies only the path, the schedule, the disabled flag and the retries.
 inline scheduler::ScheduledProject entryOf(const Item& item) {
     scheduler::ScheduledProject entry;
     entry.path = item.path;

@@ -1,4 +1,4 @@
-// A simple reference entry and its next run. Uses the C runtime's calendar and no code of the program.
+// A simple reference entry with its next-run rule. Uses the C runtime's calendar and no code of the program.
 #pragma once
 
 #include <algorithm>
@@ -29,7 +29,7 @@ inline std::tm fieldsOf(Second second) {
     return second < 0 ? none : *std::localtime(&time);
 }
 
-/// Year and month as in std::tm. 0 if the result exceeds 32 bits.
+/// Year and month as in std::tm. 0 if mktime fails or the result exceeds 32 bits.
 inline Second secondOf(int year, int month, int day, int hour) {
     std::tm fields{};
     fields.tm_year = year;
@@ -88,7 +88,7 @@ struct Item {
     }
 };
 
-/// Takes the day and the month from `clock` and compares with `now`.
+/// Daily and monthly entries take today's date from `clock`. Everything else uses `now`.
 inline Second nextRunOf(const Item& item, Second now, Second clock, bool atLogOn) {
     const std::tm today = fieldsOf(clock);
     switch (item.kind) {

@@ -164,7 +164,7 @@ public:
             world.redraw();
     }
 
-    /// Copies the fields shown by the editor and keeps the run state.
+    /// Copies the schedule and the retries, and keeps the run state.
     void edit(int i, const Item& shown, Second now) {
         Item& item = at(i);
         item.kind = shown.kind;
@@ -239,7 +239,8 @@ private:
             item.waitsSince = now;
             return;
         }
-        // A clock set back to a minute or more before the wait began ends the wait, unless waits are endless.
+        // Setting the clock back to a minute or more before the start of the wait ends the wait, unless waits
+        // are endless.
         const bool setBack = item.waitsSince - now >= 60;
         const bool endless = waitMinutes > 0xF0000000;
         if (setBack ? !endless : now >= item.waitsSince + (Second{waitMinutes} + 1) * 60) {

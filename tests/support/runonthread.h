@@ -10,13 +10,13 @@
 
 namespace test {
 
-/// Runs `work` on a thread of base::startThread. wait() returns after the thread freed its scratch buffers.
+/// Runs `work` on a thread of base::startThread. After wait(), the thread has freed its scratch buffers.
 class ThreadRun {
 public:
     explicit ThreadRun(std::function<void()> work) : work_(std::move(work)) {
         const auto run = [](void* argument) {
             auto& self = *static_cast<ThreadRun*>(argument);
-            // The runtime closes its handle when the thread ends, so wait() needs its own.
+            // The runtime closes its handle when the thread ends, so wait() needs a handle of its own.
             DuplicateHandle(GetCurrentProcess(), GetCurrentThread(), GetCurrentProcess(),
                             self.thread_.receive(), 0, FALSE, DUPLICATE_SAME_ACCESS);
             SetEvent(self.started_.get());

@@ -26,7 +26,7 @@ struct KindControls {
     std::vector<int> texts;
 };
 
-/// The controls of one kind. Only IDC_AFTER_PROJECT is also visible with other kinds.
+/// The controls of one kind. The button and IDC_AFTER_PROJECT are always visible.
 constexpr KindControls controlsOf(scheduler::ScheduleKind kind) {
     switch (kind) {
     case scheduler::ScheduleKind::AfterProject:

@@ -19,7 +19,7 @@ enum class Request : WPARAM {
     Count,       ///< counts the windows, menus and graphics objects of the process
     SettleHeaps, ///< fills the heaps' caches of blocks, as hours of use would
     FreeTexts,   ///< from now on, frees the block that the platform leaks with each text control
-    /// Fills Wine's cache of about 65 device contexts, each of which keeps its last bitmap.
+    /// Uses all of Wine's about 65 cached device contexts, so that none keeps an old bitmap.
     FillContexts,
     Draw, ///< redraws the window at once, which another process cannot do
 };

@@ -1,4 +1,4 @@
-// A DLL with hooks: Windows loads the DLL into the scheduler's process, which it inspects from inside.
+// A DLL with hooks. Windows loads the DLL into the scheduler's process, where the hooks inspect the process.
 
 #include "lib/base/stackalignment.h"
 #include "tests/program/spy/sharedstate.h"
@@ -46,7 +46,7 @@ void countObjects() {
 
 void settleHeaps() {
     constexpr std::size_t largest = 1536;
-    constexpr int times = 2100; // Wine's heaps start to cache blocks of a size with the 2,050th
+    constexpr int times = 2100; // Wine's heaps cache blocks of a size from the 2,050th block on
     std::array<HANDLE, 16> heaps{};
     const DWORD count = std::min<DWORD>(GetProcessHeaps(static_cast<DWORD>(heaps.size()), heaps.data()),
                                         static_cast<DWORD>(heaps.size()));
