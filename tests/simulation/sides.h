@@ -1,5 +1,4 @@
-// The two sides of a simulation: the program without windows, and the plain rules. They log the same
-// events.
+// The two sides of a simulation, the program without windows and the plain rules, must log the same events.
 #pragma once
 
 #include "scheduler/model/schedulecodec.h"
