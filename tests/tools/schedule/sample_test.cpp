@@ -87,7 +87,7 @@ TEST_F(ScheduleSample, CommandLineUsesTheSpiderInTheFolder) {
     ASSERT_TRUE(CopyFileA((path + "\\news.kra").c_str(), (path + "\\spider.exe").c_str(), TRUE));
     ASSERT_TRUE(write());
     EXPECT_EQ(list[1].path, "run:\"" + path + "\\spider.exe\" /s99 /e \"" + path + "\\report.kra\"");
-    EXPECT_FALSE(writeSample(path + "\\news.kra", Sample::Whole)) << "the folder does not exist";
+    EXPECT_FALSE(writeSample(path + "\\news.kra", Sample::Whole)) << "a file is in the folder's place";
 }
 
 } // namespace
