@@ -18,13 +18,13 @@ constexpr std::string_view monthNames = "janfebmaraprmayjunjulaugsepoctnovdec";
 constexpr std::size_t monthNameLength = 3;
 constexpr int monthCount = 12;
 
-/// For a word that is not a month. Above 12: parseFreeDate() takes it for a day and swaps it with the month.
+/// The value for a word that is not a month. It is above 12, so parseFreeDate() treats it as a day.
 constexpr int noMonth = monthCount + 1;
 
-// Constant-initialised: other sources register before this file's dynamic initialisation.
+// Constant-initialised, because other sources can register before this file's dynamic initialisation.
 constinit TimeValue latestBuild;
 
-// Compiled on first use: sources register, and thereby parse dates, before the entry point and in any order.
+// Compiled on first use, because registering parses a date and can happen before this file is initialised.
 
 const Expression& blankOrComma() {
     static const Expression expression(R"([, ]+)");
@@ -134,8 +134,8 @@ TimeValue parseInternetDate(std::string_view text) {
 
 TimeValue parseAsctimeDate(std::string_view text) {
     const std::string trimmed = trim(text, whitespace);
-    // asctime pads a one-digit day with a second space. The empty piece between the spaces is day 0 and is
-    // rejected. The day has no upper limit, so "23 jul 2005" matches this layout.
+    // asctime pads a one-digit day with an extra space. The empty piece between the spaces reads as day 0 and
+    // is rejected. The day has no upper limit, so "23 jul 2005" matches this layout.
     const int day = toNumber(pieceAt(trimmed, 2, ' '));
     if (day == 0)
         return {};
@@ -160,7 +160,8 @@ TimeValue parseFreeDate(std::string_view text) {
     if (month > monthCount && day <= monthCount)
         std::swap(month, day);
     // A month's name in second place has been read as 0 and swapped with a day above 12. Only three-letter
-    // names count: "23 july 2005" is no date. Days up to 12 are not swapped: "5 jan 2005" is day 0 of May.
+    // names count, so "23 july 2005" is rejected. Days up to 12 are not swapped, so "5 jan 2005" is day 0 of
+    // May.
     if (month == 0)
         month = monthByName(second);
     const int year = fullUserYear(numberAt(trimmed, 2, anySeparator()));
@@ -188,7 +189,7 @@ TimeSpan parseTimeOfDay(std::string_view text) {
         number = toNumber(std::string(begin, rest));
     }
     auto [hour, minute, second] = numbers;
-    // A first number above 24 has hours and minutes: 1730 is 17:30, 25 is 0:25.
+    // A first number above 24 is hours and minutes together: 1730 is 17:30, 25 is 0:25.
     if (hour > 24) {
         second = minute;
         minute = hour % 100;

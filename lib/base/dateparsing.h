@@ -1,4 +1,4 @@
-// Reads dates and times. Case is ignored; unreadable text gives 0. Missing parts read as 0, numbers are
+// Reads dates and times. Case is ignored; unreadable text gives 0. Missing parts count as 0, numbers are
 // clamped to 32 bits, and fields outside the calendar (25:61, 30 February) roll over.
 #pragma once
 
@@ -16,11 +16,11 @@ TimeValue parseDateTime(std::string_view text);
 /// local standard time, even in summer.
 TimeValue parseInternetDate(std::string_view text);
 
-/// "Sun Nov 6 08:49:37 1994", local time. A day that `asctime` padded with a second space is rejected.
+/// "Sun Nov 6 08:49:37 1994", local time. A day that `asctime` padded with an extra space is rejected.
 TimeValue parseAsctimeDate(std::string_view text);
 
-/// "7/23/2005 7:54 pm", "23.7.05", "jul 23 2005", "23 jul 2005 19:54:28", local time, 1970 to 2038. The first
-/// number is the month unless it is above 12.
+/// "7/23/2005 7:54 pm", "23.7.05", "jul 23 2005", "23 jul 2005 19:54:28", local time, 1970 to 2038. If month
+/// and day are both numbers, the month comes first unless the first number is above 12.
 TimeValue parseFreeDate(std::string_view text);
 
 /// "9:05 pm", "17:30:00", "0930": the time since midnight. The fields' ranges are not checked (23:99).

@@ -68,14 +68,15 @@ TimeValue TimeValue::fromLocal(int year, int month, int day, int hour, int minut
 }
 
 TimeValue TimeValue::fromUtc(int year, int month, int day, int hour, int minute, int second) {
-    // Near both ends of the range, mktime can reject fields that are valid in UTC: shift them by a day then.
+    // Near both ends of the range, mktime can reject fields that are valid in UTC, so other days are tried,
+    // too.
     for (const int shift : {0, 1, -1}) {
         // tm_isdst 0: mktime reads the fields as local standard time.
         const auto standard =
             secondsFromLocal(year, month, detail::wrappingAdd(day, shift), hour, minute, second, 0);
         if (!standard)
             continue;
-        // Signed seconds: a TimeSpan would lose the offset of a zone east of Greenwich.
+        // Not a TimeSpan, which would lose the negative offset of a zone east of Greenwich.
         const std::int64_t t = std::int64_t{*standard} - std::int64_t{shift} * 86400 - standardOffset();
         return t >= 0 && fits(t) ? TimeValue(static_cast<std::int32_t>(t)) : TimeValue();
     }

@@ -13,7 +13,7 @@ class TimeSpan {
 public:
     constexpr TimeSpan() = default;
 
-    /// n is clamped to 0..25000: to go back in time, subtract a span. 24856 days and more wrap around.
+    /// n is clamped to 0..25000. 24856 days and more wrap around. To go back in time, subtract a span.
     static constexpr TimeSpan fromDays(std::int32_t n);
 
     /// Exact for s >= 0. A negative count keeps only its whole days.
@@ -64,7 +64,7 @@ public:
 
     LocalTime local() const;
 
-    // Each call converts again: for several fields use local().
+    // Each call converts again. For several fields, use local().
     int year() const { return local().year; }
     int month() const { return local().month; }
     int day() const { return local().day; }
@@ -97,7 +97,7 @@ public:
 const Clock& systemClock();
 
 namespace detail {
-/// `t` in local time, overwritten by the thread's next call; null for a negative `t`.
+/// `t` in local time, valid until the next call; null for a negative `t`.
 const std::tm* localFields(TimeValue t);
 
 // Unsigned, because signed overflow is undefined.

@@ -29,7 +29,7 @@ std::FILE* openForWriting(const std::string& path) {
     return file;
 }
 
-/// A failed runtime call's error code. The runtime sets none if the disk had room for only part of the data.
+/// The error code of a failed runtime call. The runtime sets none if only part of the data fits on the disk.
 std::uint32_t runtimeError() {
     return _doserrno != 0 ? _doserrno : ERROR_DISK_FULL;
 }
@@ -102,7 +102,7 @@ bool OutputFile::close() {
     std::FILE* const stream = std::exchange(stream_, nullptr);
     if (!stream)
         return false;
-    // On some platforms, fclose does not report that the disk was too full for the last data.
+    // Flushed separately, because on some platforms fclose does not report a full disk.
     const bool flushed = attempt([stream] { return std::fflush(stream) == 0; });
     return attempt([stream] { return std::fclose(stream) == 0; }) && flushed;
 }
@@ -117,7 +117,7 @@ bool copyOver(const std::string& source, const std::string& copy) {
         return false;
     const DWORD size = GetFileSize(file.get(), nullptr);
     const DWORD overwritten = std::min<DWORD>(size, original.size());
-    // Grow first: overwriting the existing bytes then needs no more room.
+    // Grows the file first, because overwriting the existing bytes needs no more room.
     if (!writeAt(file, overwritten, original.bytes().subspan(overwritten))) {
         static_cast<void>(cutAt(file, size));
         return false;

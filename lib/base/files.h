@@ -35,7 +35,7 @@ private:
     std::uint32_t size_ = 0;
 };
 
-/// Truncates and writes a file. Child processes do not inherit the handle: they would keep the file open.
+/// Creates or truncates a file. Child processes do not inherit the handle, which would keep the file open.
 class [[nodiscard]] OutputFile {
 public:
     explicit OutputFile(const std::string& path);

@@ -18,7 +18,7 @@ namespace {
 
 /// Like relativeDay(), for a `t` whose day of the month is known.
 int daysUntil(TimeValue t, int dayOfMonth, TimeValue now) {
-    // On purpose: the same day of the month a year ahead counts as today.
+    // On purpose: 365 days ahead or ago counts as today if the day of the month is the same.
     const int days = secondsBetween(t, now) / 86400 % 365;
     // fromDays clamps a negative count to 0, so for a past time the probe is `now`: 24 to 48 hours ago is -2,
     // and "yesterday" means the last 24 hours only.
@@ -63,7 +63,7 @@ std::string formatRelative(TimeValue t, TimeValue now) {
 
 namespace {
 
-/// Saturates because a pattern can set huge widths: a sum that wrapped around would reserve too little.
+/// A pattern can set huge widths, and a sum that wrapped around would reserve too little.
 std::size_t saturatingAdd(std::size_t a, std::size_t b) {
     return b > std::numeric_limits<std::size_t>::max() - a ? std::numeric_limits<std::size_t>::max() : a + b;
 }
@@ -81,7 +81,7 @@ std::size_t estimateFormattedLength(const char* pattern, std::size_t textsLength
             ++position;
             continue;
         }
-        // Nearly every conversion is a bare "%s". Parsing a width there would take most of the time.
+        // Nearly every conversion is a bare "%s". Parsing a width there would take most of this loop's time.
         long width = 0;
         if (*position != 's') {
             position += std::strspn(position, " 0.#+-%");

@@ -16,8 +16,9 @@ std::string formatPattern(TimeValue t, const char* pattern);
 /// The signed number of days from `now` to `t`, as the relative phrases count them:
 /// - ahead: calendar days
 /// - less than 24 hours ago: 0 if today, else -1
-/// - longer ago: started periods of 24 hours, so 24 to 48 hours ago is -2
-/// - modulo 365: 365 days ahead, on the same day of the month, is 0 again
+/// - longer ago: started periods of 24 hours (24 to 48 hours ago is -2), or completed ones if the day of the
+///   month is the same
+/// - modulo 365: 365 days ahead or ago, on the same day of the month, is 0 again
 int relativeDay(TimeValue now, TimeValue t);
 
 /// "yesterday at %s", "today at %s", "tomorrow at %s", or the weekday, month, day, year (unless it is the

@@ -13,7 +13,7 @@ namespace {
 
 using LocaleText = std::array<char, 128>;
 
-/// `count` is the platform's result: it includes the terminating zero, and 0 means failure.
+/// `count` is the platform's result. It includes the terminating zero; 0 means failure.
 std::string textOf(const LocaleText& buffer, int count) {
     return count > 0 ? std::string(buffer.data(), static_cast<std::size_t>(count - 1)) : std::string();
 }

@@ -8,7 +8,7 @@ namespace base {
 
 struct LogFile {
     std::string path;        ///< full path; its folder is created if missing
-    std::string olderPath;   ///< a full log is moved here, replacing an older one
+    std::string olderPath;   ///< a full log is moved here, replacing an earlier one
     std::string header;      ///< first line of each file
     std::uint32_t sizeLimit; ///< in bytes; a line that would exceed it starts a new file
 };

@@ -7,15 +7,15 @@
 
 namespace base {
 
-/// Initialises COM until the program exits. Call once, before anything else.
+/// Initialises COM and uninitialises it when the program exits. Call once, before anything else.
 void startComponentLibrary();
 
 HINSTANCE moduleHandle();
 
 std::string executablePath();
 
-/// Loads the library `name` from the system's folder and never unloads it; null on failure. Neither this
-/// library nor those that it needs are loaded from the program's folder.
+/// Loads the library `name` from the system's folder and never unloads it; null on failure. The library and
+/// its dependencies are never loaded from the program's folder.
 HMODULE loadSystemLibrary(const std::string& name);
 
 /// Holds the mutex until the process ends. True if another instance already has it.

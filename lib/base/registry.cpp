@@ -33,7 +33,7 @@ RegistryKey openKey(HKEY root, const std::string& subkey, REGSAM access) {
     return key;
 }
 
-/// Reads a non-empty value of one of `types`. Otherwise leaves `out` unchanged.
+/// Reads a non-empty value of one of `types`. Leaves `out` unchanged on failure.
 bool readBytes(HKEY root, const std::string& path, std::initializer_list<DWORD> types, std::string& out) {
     const ValueAddress address(path);
     const RegistryKey key = openKey(root, address.subkey, KEY_QUERY_VALUE);
@@ -109,7 +109,7 @@ bool readBinary(HKEY root, const std::string& path, std::string& out) {
 }
 
 bool writeString(HKEY root, const std::string& path, std::string_view text) {
-    // The platform expects a terminating zero after the text and stores it; a view may have none.
+    // The platform looks for a terminating zero after the text and stores it, too. A view may have none.
     const std::string terminated(text);
     return writeValue(root, path, REG_SZ, terminated.c_str(), terminated.size());
 }

@@ -1,5 +1,5 @@
 // Registry access. Each call opens and closes the key. `path` is a subkey, a backslash and a value name,
-// split at the last backslash. Without a backslash, or with one at the end, it names the key's default value.
+// split at the last backslash. A path without a backslash, or with one at the end, names the default value.
 #pragma once
 
 #include <windows.h>
@@ -17,7 +17,8 @@ namespace base {
 /// Like readString; empty on failure.
 std::string getString(HKEY root, const std::string& path);
 
-/// Reads up to 4 bytes of any type; missing bytes are 0. False, `out` unchanged, if missing or larger.
+/// Reads a value of any type and at most 4 bytes. A shorter one is padded with zeros. False, `out` unchanged,
+/// if the value is missing or larger.
 [[nodiscard]] bool readNumber(HKEY root, const std::string& path, std::uint32_t& out);
 
 std::uint32_t getNumber(HKEY root, const std::string& path, std::uint32_t fallback);
@@ -33,7 +34,7 @@ std::uint32_t getNumber(HKEY root, const std::string& path, std::uint32_t fallba
 
 [[nodiscard]] bool deleteValue(HKEY root, const std::string& path);
 
-/// Includes subkeys and values. False if there is no such key.
+/// Deletes the subkeys and values, too. False if there is no such key.
 [[nodiscard]] bool deleteKey(HKEY root, const std::string& subkey);
 
 } // namespace base

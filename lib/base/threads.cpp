@@ -17,7 +17,7 @@ namespace {
 
 [[maybe_unused]] const bool registered = registerSourceFile(__FILE__, RELEASE_DATE);
 
-/// The thread-local ring of each thread that startThread started.
+/// Holds the ring of each thread that startThread started.
 const DWORD ringSlot = TlsAlloc();
 
 constinit ScratchRing programRing;

@@ -14,7 +14,7 @@ inline constexpr std::uintptr_t threadFailed = static_cast<std::uintptr_t>(-1);
 /// do nothing. Returns a handle that the runtime closes, or threadFailed.
 std::uintptr_t startThread(ThreadFunction function, void* argument);
 
-/// Hands out sixteen buffers in turn: each is valid during the next fifteen requests. For one thread.
+/// Hands out sixteen buffers in turn, so each is valid during the next fifteen requests. For one thread.
 class [[nodiscard]] ScratchRing {
 public:
     ScratchRing() = default;
@@ -22,9 +22,10 @@ public:
     ScratchRing(const ScratchRing&) = delete;
     ScratchRing& operator=(const ScratchRing&) = delete;
 
-    /// At least `size` bytes, uninitialised; null if memory runs out. A buffer above 2048 bytes serves only
-    /// requests of two thirds of its size or more, so that one large request does not hold memory for ever.
-    /// After a failed allocation, its slot returns null to all requests that the buffer would have served.
+    /// At least `size` bytes, uninitialised; null if memory runs out. A buffer above 2048 bytes is reused
+    /// only for requests of two thirds of its size or more, so that one large request does not hold memory
+    /// for ever. After a failed allocation, the slot returns null to all requests that the buffer would have
+    /// served.
     void* buffer(std::size_t size);
 
     void clear();
