@@ -134,8 +134,8 @@ TimeValue parseInternetDate(std::string_view text) {
 
 TimeValue parseAsctimeDate(std::string_view text) {
     const std::string trimmed = trim(text, whitespace);
-    // asctime pads a one-digit day with an extra space. The empty piece between the spaces reads as day 0 and
-    // is rejected. The day has no upper limit, so "23 jul 2005" matches this layout.
+    // asctime pads a one-digit day with an extra space. The empty piece between the spaces is day 0, which is
+    // rejected. The day has no upper limit, so "23 jul 2005" matches this layout.
     const int day = toNumber(pieceAt(trimmed, 2, ' '));
     if (day == 0)
         return {};
@@ -160,8 +160,7 @@ TimeValue parseFreeDate(std::string_view text) {
     if (month > monthCount && day <= monthCount)
         std::swap(month, day);
     // A month's name in second place has been read as 0 and swapped with a day above 12. Only three-letter
-    // names count, so "23 july 2005" is rejected. Days up to 12 are not swapped, so "5 jan 2005" is day 0 of
-    // May.
+    // names count: "23 july 2005" is rejected. Days up to 12 are not swapped: "5 jan 2005" is day 0 of May.
     if (month == 0)
         month = monthByName(second);
     const int year = fullUserYear(numberAt(trimmed, 2, anySeparator()));

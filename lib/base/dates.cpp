@@ -68,8 +68,7 @@ TimeValue TimeValue::fromLocal(int year, int month, int day, int hour, int minut
 }
 
 TimeValue TimeValue::fromUtc(int year, int month, int day, int hour, int minute, int second) {
-    // Near both ends of the range, mktime can reject fields that are valid in UTC, so other days are tried,
-    // too.
+    // Near both ends of the range, mktime can reject fields that are valid in UTC. Another day is then tried.
     for (const int shift : {0, 1, -1}) {
         // tm_isdst 0: mktime reads the fields as local standard time.
         const auto standard =

@@ -117,7 +117,7 @@ bool copyOver(const std::string& source, const std::string& copy) {
         return false;
     const DWORD size = GetFileSize(file.get(), nullptr);
     const DWORD overwritten = std::min<DWORD>(size, original.size());
-    // Grows the file first, because overwriting the existing bytes needs no more room.
+    // Grows the file first, so that a full disk is noticed before existing bytes are overwritten.
     if (!writeAt(file, overwritten, original.bytes().subspan(overwritten))) {
         static_cast<void>(cutAt(file, size));
         return false;

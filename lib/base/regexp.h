@@ -13,7 +13,7 @@ enum class CaseRule { Sensitive, Insensitive };
 /// can throw std::runtime_error if repetitions are nested; the program's own expressions have none.
 class [[nodiscard]] Expression {
 public:
-    /// "[c]" (sensitive) or "[i]" at the start overrides the rule. Throws std::runtime_error if malformed.
+    /// A leading "[c]" (sensitive) or "[i]" overrides the rule. Throws std::runtime_error if malformed.
     explicit Expression(std::string_view pattern, CaseRule defaultRule = CaseRule::Sensitive);
     ~Expression();
     Expression(const Expression&) = delete;

@@ -24,8 +24,7 @@ public:
 
     /// At least `size` bytes, uninitialised; null if memory runs out. A buffer above 2048 bytes is reused
     /// only for requests of two thirds of its size or more, so that one large request does not hold memory
-    /// for ever. After a failed allocation, the slot returns null to all requests that the buffer would have
-    /// served.
+    /// for ever. After a failed allocation, requests that the buffer would have served get null.
     void* buffer(std::size_t size);
 
     void clear();

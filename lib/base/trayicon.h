@@ -13,8 +13,7 @@ namespace base {
 /// The icon's message to its window; lParam is the mouse message.
 inline constexpr UINT WM_TRAY_NOTIFY = WM_APP + 100;
 
-/// Shows at most 63 characters of `tip`. False without a window, without such an icon or if the shell
-/// refuses.
+/// Shows at most 63 characters of `tip`. False if there is no window or icon, or if the shell refuses.
 [[nodiscard]] bool addTrayIcon(HWND window, std::uint16_t iconResource, const std::string& tip);
 
 [[nodiscard]] bool modifyTrayIcon(HWND window, std::uint16_t iconResource, const std::string& tip);

@@ -9,7 +9,7 @@
 
 namespace scheduler {
 
-/// A new entry: after the last one or, if there is none, at start-up. Its time is the next minute's start.
+/// An entry that runs after the last one or, in an empty list, at start-up. Its time is the next full minute.
 ScheduledProject newEntryTemplate(const ScheduleList& list, base::TimeValue now);
 
 /// Computes the next run, appends the record and saves. If memory runs out, nothing is appended or saved.

@@ -9,10 +9,9 @@
 namespace scheduler {
 namespace {
 
-/// Maps references (afterIndex) through deletions without applying each one. Entries are deleted one by one,
-/// from the highest position to the lowest, so the positions still to be deleted do not change. A deletion
-/// turns references to the deleted entry into references to its predecessor, the entry that it followed, and
-/// moves references to later entries down by one.
+/// Computes what references (afterIndex) become if entries are deleted one by one, from the highest position
+/// to the lowest. Each deletion replaces references to the deleted entry by references to its predecessor,
+/// the entry that it followed, and lowers references to later entries by one.
 class Deletions {
 public:
     /// `positions` must be in descending order.
@@ -36,9 +35,9 @@ private:
     /// Maps the reference `index`, valid before deletion number `step`, to its value before deletion `end`.
     std::int32_t after(std::int32_t index, std::int32_t step, std::int32_t end) const {
         while (step < end && index >= 0) {
-            // The next deletion lowers any reference beyond the end to the current entry count at most.
+            // A deletion lowers a reference beyond the end to at most the entry count before the deletion.
             index = std::min(index, count_ + 1 - step);
-            // Deletions at higher positions do not change the reference: skip them.
+            // Skips deletions at higher positions, because they do not change the reference.
             if (index <= positions_[at(step)])
                 step = reachedAt_[at(index)];
             if (step >= end)
@@ -51,7 +50,7 @@ private:
         return index;
     }
 
-    /// Stores the position of each deleted entry's predecessor after that deletion.
+    /// Stores, for each deleted entry, the position of its predecessor after the deletion.
     void findPredecessors(const ScheduleList& list) {
         for (std::int32_t step = 0; step < stepCount(); ++step) {
             const std::int32_t position = positions_[at(step)];

@@ -27,7 +27,7 @@ std::string describeNextRun(const ScheduledProject& entry, const ScheduleList& s
 std::string describeLastRun(const ScheduledProject& entry, base::TimeValue now);
 std::string describeLastRun(const ScheduledProject& entry, const base::Clock& clock);
 
-/// When phrases made at `now` expire unless the entry changes: at most 15 minutes later.
+/// When phrases made at `now` become outdated even if the entry does not change; at most 15 minutes later.
 base::TimeValue phrasesValidUntil(const ScheduledProject& entry, base::TimeValue now);
 
 } // namespace scheduler

@@ -4,7 +4,7 @@
 
 namespace scheduler {
 
-/// Copies the fields that the user edits. The engine's fields stay unchanged; the caller must recompute the
+/// Copies the fields that the user can edit. The others stay unchanged; the caller must recompute the
 /// next run. Allocates nothing, so that an entry is never half edited.
 void applyEdit(ScheduledProject& entry, ScheduledProject edited);
 

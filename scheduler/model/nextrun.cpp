@@ -34,9 +34,9 @@ TimeValue startOfNextMonth(const LocalTime& local) {
     return fromLocalDate(local.year, local.month + 1, 1); // month 13 rolls over into January
 }
 
-/// Whether `midnight` + `sinceMidnight` + n * 86400 seconds is on the n-th date after `midnight`, for n from
-/// 0 to 8. Daylight saving changes are at most two hours, so only times within two hours of midnight can get
-/// another date.
+/// True only if `midnight` + `sinceMidnight` + n * 86400 seconds is on the n-th date after `midnight`, for n
+/// from 0 to 8. Daylight saving changes are at most two hours, so only times within two hours of midnight can
+/// fall on another date.
 bool datesCanBeCounted(TimeValue midnight, TimeSpan sinceMidnight) {
     constexpr TimeSpan twoHours = TimeSpan::fromMinutes(120);
     // `midnight` is 0 if it cannot be represented. Sums beyond the range wrap around.
@@ -46,7 +46,7 @@ bool datesCanBeCounted(TimeValue midnight, TimeSpan sinceMidnight) {
 
 } // namespace
 
-/// For the kinds that need the calendar. External linkage and noinline, or the other kinds get slower.
+/// For the kinds that need the calendar. External linkage and noinline keep the other kinds fast.
 [[gnu::noinline]] TimeValue nextRunByCalendar(const EngineState& state, const ScheduledProject& entry,
                                               TimeValue now, const base::Clock& clock) {
     return NextRuns(state, now, clock).of(entry);
@@ -58,7 +58,7 @@ TimeValue computeNextRun(const EngineState& state, const ScheduledProject& entry
     case ScheduleKind::AfterProject:
         return TimeValue::never();
     case ScheduleKind::AtStartup:
-        // The delay is shown to the user but not applied: these entries start at the first tick.
+        // The entry's delay is shown to the user but not applied: the entry starts at the first tick.
         return state.startupFlag ? TimeValue() : TimeValue::never();
     case ScheduleKind::Hourly:
     case ScheduleKind::Daily:
@@ -109,7 +109,8 @@ TimeValue NextRuns::daily(const ScheduledProject& entry) {
         return entry.weekdays[static_cast<std::size_t>(weekday + 6) % 7] != 0;
     };
     // A candidate that equals `now` is due. To reach `now`, at most one day is added. In the last hour of the
-    // 25-hour autumn day, the result can still be before `now`: the entry is then due again until midnight.
+    // 25-hour autumn day, the result can still be before `now`: the entry then runs repeatedly until
+    // midnight.
     const int first = candidate < now_ ? 1 : 0;
     int days = first;
     // If no weekday is set, the result is a week after the first candidate.

@@ -8,15 +8,15 @@
 namespace scheduler {
 
 struct EngineState {
-    /// True only during the first evaluation of the schedule after a start at log-on.
+    /// True only while the program starts at log-on.
     bool startupFlag = false;
     bool suspended = false;
 };
 
 /// When the entry is next due: TimeValue() means at once, TimeValue::never() never. An entry that follows
-/// another gets never(): the engine sets its time when the other one has finished. Daily and monthly rules
-/// take the date from `clock`. Days have 86400 seconds, on purpose: across a daylight saving change, a daily
-/// or monthly run is an hour off.
+/// another gets never(), because the engine sets its time when the other one has finished. Daily and monthly
+/// rules take the date from `clock`. Days have 86400 seconds, on purpose: across a daylight saving change, a
+/// daily or monthly run is an hour off.
 base::TimeValue computeNextRun(const EngineState& state, const ScheduledProject& entry, base::TimeValue now,
                                const base::Clock& clock);
 
@@ -53,7 +53,7 @@ private:
     std::optional<base::TimeValue> nextMonth_;
 };
 
-/// Seconds since local midnight; 0 if `t` is negative.
+/// The local time of day; 0 if `t` is negative.
 base::TimeSpan timeOfDay(base::TimeValue t);
 
 base::TimeValue localMidnight(base::TimeValue t);

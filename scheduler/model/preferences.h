@@ -16,7 +16,8 @@ struct Preferences : RunPolicy {
 
 inline const std::string stateSection = "State";
 
-/// The current user's "Software\<vendor>\<program's file name in lower case>\<section>".
+/// The current user's "Software\<vendor>\<program>\<section>". <program> is the program's file name in lower
+/// case, without extension.
 base::RegistryStore appRegistryKey(const std::string& section);
 
 /// A missing setting keeps its value in `preferences`. True only if every read succeeded.

@@ -97,7 +97,7 @@ private:
 bool readEntries(Reader& read, std::uint32_t count, std::size_t contentSize,
                  std::vector<ScheduledProject>& entries) {
     try {
-        // The count may be damaged: reserve only what the content can hold.
+        // The count may be damaged, so only what the content can hold is reserved.
         const std::size_t smallestRecord = encodedSize(ScheduledProject());
         entries.reserve(std::min<std::size_t>(count, contentSize / smallestRecord));
         for (std::uint32_t i = 0; i < count; ++i)

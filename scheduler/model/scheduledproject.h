@@ -35,13 +35,13 @@ inline constexpr std::array<std::string_view, 4> runCommandNames = {"Run normall
 /// One entry of the schedule. The fields are in the order of the schedule file.
 struct ScheduledProject {
     std::string path;        ///< a project file's full path, or a command line after "run:"
-    std::string lastResult;  ///< outcome of the last run; empty after success or no run
+    std::string lastResult;  ///< outcome of the last run; empty after success or before the first run
     base::TimeValue lastRun; ///< start of the last finished run; 0: never ran
     ScheduleKind kind = ScheduleKind::AfterProject;
     base::TimeValue time;        ///< daily, monthly: only the local time of day counts; once: date and time
     std::int32_t minutes = 0;    ///< after a project, at start-up: delay; hourly: minute of the hour
     std::int32_t afterIndex = 0; ///< after a project: position of the followed entry
-    std::array<std::uint8_t, 7> weekdays = {1, 1, 1, 1, 1, 1, 1}; ///< daily: Monday first, 1: runs
+    std::array<std::uint8_t, 7> weekdays = {1, 1, 1, 1, 1, 1, 1}; ///< daily: Monday to Sunday, 1: runs
     std::int32_t dayOfMonth = 1;
     RunCommand runCommand = RunCommand::RunNormally;
     std::string dialupEntry;           ///< phone-book entry; empty: none

@@ -77,13 +77,13 @@ void ScheduleFile::save(const ScheduleList& list) {
         return chooseNextCopy(list);
     }
     if (written.begun)
-        copyExtension_ = nullptr; // the file is incomplete: its copy would replace a complete one
+        copyExtension_ = nullptr; // a copy of the incomplete file would replace a complete one
     if (std::exchange(failing_, true))
         return;
     try {
         listener_.onSaveFailed(schedulePath(), base::systemErrorText(written.error));
     } catch (const std::bad_alloc&) {
-        failing_ = false; // notify of the next failure
+        failing_ = false; // so that the next failure is reported
     }
 }
 
@@ -99,7 +99,7 @@ void ScheduleFile::copyBeforeSave() {
 }
 
 void ScheduleFile::chooseNextCopy(const ScheduleList& list) {
-    // An empty list must not replace `schedule.bak`: if the file is damaged, the program saves an empty list.
+    // An empty list must not replace `schedule.bak`: after loading a damaged file, the program may save one.
     copyExtension_ = list.empty() ? nullptr : "bak";
 }
 

@@ -21,16 +21,16 @@ class ScheduleFileListener {
 public:
     virtual ~ScheduleFileListener() = default;
 
-    /// The file exists but cannot be loaded: the schedule is empty.
+    /// The file exists but cannot be loaded.
     virtual void onLoadFailed(const std::string& path) = 0;
 
     /// Called for the first of consecutive failures; `reason` is the system's error text.
     virtual void onSaveFailed(const std::string& path, const std::string& reason) = 0;
 };
 
-/// Loads and saves at schedulePath(). Before overwriting a file it makes a copy for the user, if possible:
-/// - `schedule.bak`: a completely loaded or written schedule that has entries
-/// - `schedule.damaged`: a file with content that could not be loaded; replaces an earlier one
+/// Loads and saves at schedulePath(). A save first copies the old file for the user, if possible, to
+/// - `schedule.bak` if it was loaded or written completely and has entries
+/// - `schedule.damaged` if it could not be loaded and is not empty
 class ScheduleFile : public ScheduleStore {
 public:
     /// The listener must outlive this object.

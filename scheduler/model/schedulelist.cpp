@@ -42,7 +42,7 @@ void ScheduleList::remove(std::size_t position) {
 void ScheduleList::removeAll(const std::vector<std::size_t>& positions) {
     if (positions.empty())
         return;
-    // The remaining entries move down in one pass.
+    // Moves the remaining entries in one pass: erasing one by one would take quadratic time.
     auto removed = positions.rbegin();
     std::size_t kept = *removed;
     for (std::size_t position = kept; position < entries_.size(); ++position) {

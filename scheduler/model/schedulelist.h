@@ -15,17 +15,17 @@ class ScheduleObserver {
 public:
     virtual ~ScheduleObserver() = default;
 
-    /// The schedule will hold `count` entries: allocate for later notices. If this throws, nothing changes.
+    /// Allocates what notices need for `count` entries. Called before a change; throwing prevents the change.
     virtual void makeRoom(std::size_t /*count*/) {}
 
     // Called as soon as positions change, so that data stored by position stays correct.
 
-    /// The entries after `position` moved up by one; `appended` if there are none.
+    /// The entries from `position` on moved up by one; `appended` if there were none.
     virtual void onEntryInserted(std::size_t /*position*/, bool /*appended*/) {}
 
     virtual void onEntriesLoaded(std::size_t /*count*/) {}
 
-    /// `positions` are in descending order. The entries after each position moved down by one.
+    /// `positions` are in descending order. The entries after each of them moved down by one.
     virtual void onEntriesRemoved(std::span<const std::size_t> /*positions*/) {}
 
     virtual void onCleared() {}
