@@ -1,4 +1,4 @@
-# Boost.Regex is header-only since Boost 1.76.
+# Boost.Regex has been header-only since Boost 1.76.
 add_library(boost_headers INTERFACE)
 if(CMAKE_HOST_WIN32)
     find_package(Boost 1.76 REQUIRED)
@@ -22,11 +22,11 @@ else()
     if(boost_version LESS 107600)
         message(FATAL_ERROR "No Boost 1.76 or newer in ${boost_folder}: run tools/setup build, or set BOOST_FOLDER")
     endif()
-    # Uses a folder with only a link to Boost: a cross build must not see the machine's other headers.
+    # Uses a folder with only a link to Boost, because a cross build must not see the machine's other headers.
     set(boost_link_folder ${PROJECT_BINARY_DIR}/boost-include)
     file(MAKE_DIRECTORY ${boost_link_folder})
     file(CREATE_LINK ${boost_folder} ${boost_link_folder}/boost SYMBOLIC)
     target_include_directories(boost_headers SYSTEM INTERFACE ${boost_link_folder})
 endif()
-# Uses the character classes of the C library, because those of C++ locales add 750 kB to the program.
+# Uses the character classes of the C library, because those of C++ locales would add 750 kB to the program.
 target_compile_definitions(boost_headers INTERFACE BOOST_REGEX_STANDALONE BOOST_REGEX_USE_C_LOCALE)

@@ -1,5 +1,5 @@
 # Cross build for 32-bit Windows with Debian's MinGW-w64.
-# The test library needs std::thread, which not every version of the -win32 compiler has: use -posix.
+# Uses the -posix compiler, because GoogleTest needs std::thread, which some versions of the -win32 compiler lack.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR i686)
 

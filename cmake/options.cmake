@@ -1,4 +1,4 @@
-# Compiler and linker options: a target gets them by linking to `project_options`.
+# A target gets the compiler and linker options by linking to `project_options`.
 add_library(project_options INTERFACE)
 target_include_directories(project_options INTERFACE ${PROJECT_SOURCE_DIR})
 target_compile_options(project_options INTERFACE
@@ -11,10 +11,10 @@ target_compile_options(project_options INTERFACE
 if(WIN32)
     target_compile_definitions(project_options INTERFACE
         NOMINMAX STRICT WIN32_LEAN_AND_MEAN WINVER=0x0601 _WIN32_WINNT=0x0601 _WIN32_IE=0x0700)
-    # The newest debug information that Wine's debugger reads.
+    # DWARF 4 is the newest debug format that Wine's debugger reads.
     target_compile_options(project_options INTERFACE -fstack-protector-strong $<$<CONFIG:Debug>:-gdwarf-4>)
-    # A program is a single file with the platform's memory protections, without a time stamp (reproducible builds).
-    # Its sections are aligned to pages in the file: otherwise Wine copies them into the memory of each process.
+    # A program is a single file with the platform's memory protections and, for reproducible builds, no time stamp. Its
+    # sections are aligned to pages in the file, because Wine would otherwise copy them into the memory of each process.
     target_link_options(project_options INTERFACE
         -static -fstack-protector-strong
         -Wl,--dynamicbase,--nxcompat,--large-address-aware,--no-insert-timestamp,--file-alignment,4096
@@ -34,7 +34,7 @@ else()
         add_link_options(-fsanitize=address,undefined)
     endif()
     if(CORVANE_FUZZ)
-        # Reports branches to the fuzzer; optimised for speed.
+        # Reports branches to the fuzzer. Optimised, so that fuzzing is faster.
         add_compile_options(-fsanitize=fuzzer-no-link -O1)
     else()
         # For tools/coverage.

@@ -1,16 +1,16 @@
-# The googletest package contains only sources. They are built with the compiler in use.
+# The googletest package contains only sources, which are built here with the compiler of the tests.
 set(INSTALL_GTEST OFF)
 add_subdirectory(${GTEST_SOURCE_FOLDER} ${PROJECT_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
 
-# Linked with every test.
+# Linked into every test program.
 set(support ${PROJECT_SOURCE_DIR}/tests/support)
 add_library(test_main STATIC EXCLUDE_FROM_ALL ${support}/main.cpp)
 target_link_libraries(test_main PUBLIC project_options GTest::gmock)
 target_precompile_headers(test_main PRIVATE <gmock/gmock.h>)
 # Without optimisation, tests compile faster and run equally fast.
 target_compile_options(test_main PUBLIC $<$<CONFIG:Release>:-O0>)
-# Under the sanitizers, checks of each pointer's value and alignment would take a third of the compile time of the tests.
-# The address sanitizer notices invalid pointers, too.
+# These sanitizer checks of every pointer would take a third of the tests' compile time. The address sanitizer notices
+# invalid pointers, too.
 if(CORVANE_SANITIZE)
     target_compile_options(test_main PUBLIC -fno-sanitize=null,alignment,vptr,object-size)
     foreach(library IN ITEMS gtest gmock)
@@ -28,7 +28,7 @@ endif()
 add_library(counted_allocations OBJECT EXCLUDE_FROM_ALL ${support}/allocations.cpp)
 target_link_libraries(counted_allocations PRIVATE project_options)
 
-# DPI values above the default of 96, at which fonts grow by different steps.
+# DPI values above the default of 96. Font sizes do not grow in proportion to them, so several are tested.
 set(CORVANE_RESOLUTIONS 120 144 192)
 
 # Zones with and without daylight saving time, north and south of the equator, east and west of Greenwich, some with
@@ -36,14 +36,15 @@ set(CORVANE_RESOLUTIONS 120 144 192)
 set(CORVANE_ZONES America/New_York Europe/Berlin Australia/Sydney Asia/Kolkata Asia/Kathmandu Pacific/Auckland
     America/St_Johns)
 set(CORVANE_UNCHANGING_ZONES Asia/Kolkata Asia/Kathmandu)
-# Native runs are slow under the sanitizers: one zone on each side of Greenwich suffices.
+# Native runs are slow under the sanitizers, so they use only one zone on each side of Greenwich.
 if(NOT WIN32)
     set(CORVANE_ZONES America/St_Johns Australia/Sydney)
 endif()
 
 # corvane_test_run(NAME COMMAND command... [ZONE zone] [WINE option...] [TIMEOUT seconds])
 #
-# Adds a run of a test program: natively (then the name starts with "native.") or under tools/wine with its options.
+# Adds a run of a test program. In native builds, "native." precedes the name. In cross builds, the program runs under
+# tools/wine with the options after WINE.
 function(corvane_test_run name)
     cmake_parse_arguments(arg "" "ZONE;TIMEOUT" "COMMAND;WINE" ${ARGN})
     if(WIN32)
@@ -109,9 +110,9 @@ endfunction()
 # corvane_tests(PROGRAM FILES file... LIBRARIES library... [ZONED suite...] [CHANGES suite...] [DPI suite...]
 #               [NEEDS target...] [WINE option...] [TIMEOUT seconds])
 #
-# Adds the test program PROGRAM.tests of FILES, and a test run PROGRAM.SUITE for each suite.
+# Adds the test program PROGRAM.tests of FILES, and a test run PROGRAM.SUITE for each suite except CHANGES.
 #   ZONED    suites that also run in each of CORVANE_ZONES, one run per zone
-#   CHANGES  suites that run only in zones with daylight saving time
+#   CHANGES  suites that run only in those of CORVANE_ZONES that have daylight saving time
 #   DPI      suites that also run at each of CORVANE_RESOLUTIONS
 #   NEEDS    targets that the tests start
 #   WINE     options for tools/wine

@@ -1,12 +1,12 @@
 # shellcheck shell=bash
-# Functions for all scripts, which source this file.
+# Variables and functions for the scripts that source this file.
 
 top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd -P)
 
 # HOME may be unset, for example in a service.
 home=${HOME:-$(getent passwd "$EUID" | cut -d: -f6)}
 cache=${XDG_CACHE_HOME:-$home/.cache}/corvane-scheduler
-# The Wine root is named after a hash of the scripts that make it: clones with the same scripts share one root, and
+# The Wine root is named after a hash of the scripts that make it, so clones with the same scripts share one root, and
 # changed scripts make a new one.
 recipe=$(cat "$top"/tools/{winroot,debian} | sha256sum)
 # shellcheck disable=SC2034 # used by the scripts that source this
@@ -15,7 +15,7 @@ winroot=$cache/${recipe:0:12}${CORVANE_SUITE:+-$CORVANE_SUITE}
 # shellcheck disable=SC2034 # used by cmake/boost.cmake, too
 boost=$cache/boost/usr/include/boost
 
-# On a terminal, first clears the line: ninja may be rewriting it.
+# On a terminal, first clears the line, because ninja may have written its status there.
 say() {
     local line=''
     [[ ! -t 2 ]] || line=$'\r\e[K'
@@ -29,8 +29,8 @@ die() {
 
 # Replaces this shell by a command in a container. The container has this machine's files under their own paths, except
 # /usr and /etc, which come from the Wine root; /usr/local and /usr/src stay visible. The command is the first process
-# of a process namespace: when the command or this script ends, everything in the container ends. Root is not needed.
-# Does not use --dev, which would add a second user namespace that tools/wine could not join.
+# of a process namespace, so everything in the container ends with the command or with this script. Root is not
+# needed. Does not use --dev, which would add a second user namespace that tools/wine could not join.
 box() { # ROOT PREFIX [BWRAP-OPTION...] -- COMMAND...
     local root=$1 prefix=$2 own=() dir
     shift 2
@@ -49,8 +49,8 @@ box() { # ROOT PREFIX [BWRAP-OPTION...] -- COMMAND...
         --setenv WINEDLLOVERRIDES winemenubuilder.exe=d "$@"
 }
 
-# Removes the socket folder of Wine's server in /tmp. The file `wineserver` in the prefix has its name. (TMPDIR cannot
-# move the folder: Debian's Wine crashes with TMPDIR in its environment.)
+# Removes the socket folder of Wine's server in /tmp. The file `wineserver` in the prefix contains the folder's name.
+# (TMPDIR cannot move the folder: Debian's Wine crashes with TMPDIR in its environment.)
 remove_server() { # PREFIX
     local name=''
     [[ ! -s $1/wineserver ]] || read -r name < "$1/wineserver" || true
@@ -59,7 +59,7 @@ remove_server() { # PREFIX
 }
 
 # Sets $use to a new folder in the cache for this run; end_use removes it. Also removes folders without a lock, which
-# killed runs have left.
+# killed runs left behind.
 use=''
 make_use() {
     local old

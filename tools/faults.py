@@ -9,11 +9,11 @@ binary = {'<': '<=', '<=': '<', '>': '>=', '>=': '>', '==': '!=', '!=': '==', '&
           '-': '+', '*': '/', '/': '*', '%': '*', '&': '|', '|': '&', '<<': '>>', '>>': '<<', '+=': '-=', '-=': '+='}
 words = {'true': 'false', 'false': 'true', 'min': 'max', 'max': 'min', 'break': 'continue', 'continue': 'break',
          '++': '--', '--': '++', '!': '', '-': ''}
-# An argument of a call, and two neighbouring ones.
+# An argument of a call, and two neighbouring arguments.
 argument = r'[^\s(),{}][^(),{}]*(?:\([^()]*\)|\{[^{}]*\})?[^(),{}]*'
 neighbours = re.compile(rf'(?:[({{]|, *)({argument})(?=(, *)({argument})[,)}}])')
 no_code = re.compile(r'\s*($|//|#|using\b|namespace\b|template\b|friend\b|static_assert\b|.*GCOV_EXCL)')
-# Lines that cannot be removed: most declarations.
+# Lines that cannot be removed, mostly declarations.
 no_statement = re.compile(r'\s*((const|constexpr|static|auto|case|default|public|private|protected|class|struct)\b|\}|'
                           r'(?!return|throw|delete)[\w:<>,]+[&*]* \w+( =|;|\{))')
 parameter = re.compile(r'(.*[\w>][ &*]+)\w+')
@@ -82,7 +82,7 @@ def all_faults(folder, files, code):
 
 
 def draw(places, seed):
-    """The faults in random order, one per line in turn, because a line with many numbers has many faults."""
+    """The faults in random order, taking one of each line in turn: lines with many numbers have many faults."""
     chance = random.Random(seed)
     chance.shuffle(places)
     for place in places:

@@ -100,9 +100,10 @@ lock() { # [FLOCK-OPTION]
 
 # ------------------------------------------------------------------------------------------------- long steps
 
-# Runs a command, and ends it and its child processes when standard input ends. This works even if tools/setup is
+# Runs a command, and ends it and its child processes when standard input is closed. This works even if tools/setup is
 # killed, and for root's commands, to which an ordinary user cannot send signals. The guard holds the lock of set-up
-# until the command has ended. The command does not inherit the lock: a process that it leaves running would keep it.
+# until the command has ended. The command does not inherit the lock, because a process that it leaves running would
+# keep the lock.
 # shellcheck disable=SC2016 # expanded by the shell that runs this
 guard='
     trap : INT TERM HUP

@@ -34,7 +34,7 @@ int fail(const std::string& message) {
     return Failed;
 }
 
-/// A running scheduler would overwrite the new file. A suspended one has another title.
+/// A running scheduler would overwrite the new file. A suspended scheduler has another title.
 bool schedulerIsRunning() {
     return FindWindowA(nullptr, scheduler::titleFor(false).c_str()) ||
            FindWindowA(nullptr, scheduler::titleFor(true).c_str());

@@ -7,8 +7,8 @@
 #include <vector>
 
 /// Ten entries with the projects in `folder`, which ends in a backslash. A project and a command line are due
-/// `seconds` after the clock's time, and another project follows the first. The other entries cover all
-/// kinds, and run in 20 minutes or later, or never.
+/// `seconds` after the clock's time, and another project follows the first. The other entries cover the
+/// remaining kinds, and none runs within the next 20 minutes.
 std::vector<scheduler::ScheduledProject> sampleEntries(const std::string& folder, const base::Clock& clock,
                                                        unsigned seconds);
 
@@ -18,6 +18,6 @@ enum class Sample {
 };
 
 /// Writes sample projects into `folder`, which is created if needed, and replaces the schedule by
-/// sampleEntries(). Start the scheduler within `seconds`: entries that are already due then never run. False
-/// if a file could not be written.
+/// sampleEntries(). Entries that are already due when the scheduler starts never run, so start it within
+/// `seconds`. False if a file could not be written.
 bool writeSample(const std::string& folder, Sample sample, unsigned seconds = 8);

@@ -2,5 +2,5 @@
 
 #include "scheduler/model/schedulelist.h"
 
-/// Fills `list` from the schedule file. False if there is no file, or if the scheduler is writing it.
+/// Fills `list` from the schedule file. False if there is no complete file, for example during a save.
 bool readStoredSchedule(scheduler::ScheduleList& list);
