@@ -1,5 +1,7 @@
 // A baseline: a window with the same list control and timers as the scheduler's, but no function.
 // usage: emptyprogram ROWS [icon]
+#include "scheduler/ui/schedulerows.h"
+
 #include <windows.h>
 
 #include <commctrl.h>
@@ -12,7 +14,6 @@ namespace {
 
 constexpr UINT engineTimerMilliseconds = 1000;
 constexpr UINT pumpTimerMilliseconds = 200;
-constexpr int columns = 6;
 
 HWND list = nullptr;
 
@@ -39,13 +40,12 @@ void makeList(HWND parent, int rows) {
                            0, parent, nullptr, GetModuleHandleA(nullptr), nullptr);
     ListView_SetExtendedListViewStyle(list, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER);
     char header[] = "Column";
-    for (int column = 0; column < columns; ++column) {
+    for (std::size_t column = 0; column < scheduler::columnCount; ++column) {
         LVCOLUMNA description{};
         description.mask = LVCF_TEXT | LVCF_WIDTH;
         description.pszText = header;
         description.cx = 120;
-        SendMessageA(list, LVM_INSERTCOLUMNA, static_cast<WPARAM>(column),
-                     reinterpret_cast<LPARAM>(&description));
+        SendMessageA(list, LVM_INSERTCOLUMNA, column, reinterpret_cast<LPARAM>(&description));
     }
     ListView_SetItemCountEx(list, rows, 0);
 }

@@ -6,7 +6,6 @@
 #include "lib/base/paths.h"
 #include "lib/base/strings.h"
 
-#include <algorithm>
 #include <cstring>
 
 namespace scheduler {
@@ -29,16 +28,13 @@ bool readWindowState(const base::RegistryStore& store, base::WindowState& state)
     return true;
 }
 
-bool writeWindowState(const base::RegistryStore& store, const base::WindowState& state) {
-    return store.writeBinaryHere({reinterpret_cast<const char*>(state.data()), state.size()});
-}
-
-bool readFlag(base::RegistryStore& store, const std::string& name, bool& flag) {
-    std::uint32_t value = 0;
-    if (!store.readNumber(name, value))
-        return false;
-    flag = value != 0;
-    return true;
+/// Passes the name and the field of each number to `visit`, in the order of their registry accesses.
+template<class Record, class Visitor>
+void visitNumbers(Record& preferences, Visitor&& visit) {
+    visit("Suspended", preferences.suspended);
+    visit("WaitTime", preferences.waitTime);
+    visit("RunMultiple", preferences.runMultiple);
+    visit("Autostart", preferences.autostart);
 }
 
 } // namespace
@@ -50,19 +46,19 @@ base::RegistryStore appRegistryKey(const std::string& section) {
 
 bool loadPreferences(base::RegistryStore& store, Preferences& preferences) {
     bool all = readWindowState(store, preferences.windowState);
-    all &= readFlag(store, "Suspended", preferences.suspended);
-    all &= store.readNumber("WaitTime", preferences.waitTime);
-    all &= readFlag(store, "RunMultiple", preferences.runMultiple);
-    all &= readFlag(store, "Autostart", preferences.autostart);
+    visitNumbers(preferences, [&]<class Value>(const char* name, Value& value) {
+        std::uint32_t number = value;
+        all &= store.readNumber(name, number);
+        value = static_cast<Value>(number);
+    });
     return all;
 }
 
 bool savePreferences(base::RegistryStore& store, const Preferences& preferences) {
-    bool all = writeWindowState(store, preferences.windowState);
-    all &= store.writeNumber("Suspended", preferences.suspended);
-    all &= store.writeNumber("WaitTime", preferences.waitTime);
-    all &= store.writeNumber("RunMultiple", preferences.runMultiple);
-    all &= store.writeNumber("Autostart", preferences.autostart);
+    const base::WindowState& state = preferences.windowState;
+    bool all = store.writeBinaryHere({reinterpret_cast<const char*>(state.data()), state.size()});
+    visitNumbers(preferences,
+                 [&](const char* name, std::uint32_t value) { all &= store.writeNumber(name, value); });
     return all;
 }
 

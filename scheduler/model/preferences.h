@@ -12,6 +12,8 @@ namespace scheduler {
 struct Preferences : RunPolicy {
     base::WindowState windowState{};
     bool autostart = true;
+
+    friend bool operator==(const Preferences&, const Preferences&) = default;
 };
 
 inline const std::string stateSection = "State";

@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <cstdint>
 #include <functional>
-#include <span>
 #include <utility>
 
 namespace scheduler {
@@ -16,25 +15,26 @@ constexpr framework::NumberRange delayMinutes{0, 1440};
 constexpr framework::NumberRange minutesAfterTheHour{0, 59};
 constexpr framework::NumberRange daysOfAMonth{1, 31};
 
-constexpr auto kindButtons = std::to_array({IDC_KIND_AFTER_PROJECT, IDC_KIND_STARTUP, IDC_KIND_HOURLY,
-                                            IDC_KIND_DAILY, IDC_KIND_MONTHLY, IDC_KIND_ONCE});
-static_assert(kindButtons.size() == kindCount);
+// Indexed by kind. The controls of different kinds overlap.
+constexpr struct KindControls {
+    int button;
+    std::initializer_list<int> controls;
+} kindControls[] = {
+    {IDC_KIND_AFTER_PROJECT, {IDC_AFTER_DELAY_LABEL, IDC_AFTER_DELAY, IDC_AFTER_DELAY_UNIT}},
+    {IDC_KIND_STARTUP, {IDC_STARTUP_DELAY_LABEL, IDC_STARTUP_DELAY, IDC_STARTUP_DELAY_UNIT}},
+    {IDC_KIND_HOURLY, {IDC_HOURLY_MINUTE_LABEL, IDC_HOURLY_MINUTE, IDC_HOURLY_MINUTE_UNIT}},
+    {IDC_KIND_DAILY,
+     {IDC_DAILY_TIME_LABEL, IDC_DAILY_TIME, IDC_DAILY_ON, IDC_MONDAY, IDC_TUESDAY, IDC_WEDNESDAY,
+      IDC_THURSDAY, IDC_FRIDAY, IDC_SATURDAY, IDC_SUNDAY}},
+    {IDC_KIND_MONTHLY, {IDC_MONTHLY_DAY_LABEL, IDC_MONTHLY_DAY, IDC_MONTHLY_TIME_LABEL, IDC_MONTHLY_TIME}},
+    {IDC_KIND_ONCE, {IDC_ONCE_TIME_LABEL, IDC_ONCE_TIME}}};
+static_assert(std::size(kindControls) == kindCount);
 
-// The controls of each kind. Those of different kinds overlap.
-constexpr int afterProjectControls[] = {IDC_AFTER_DELAY_LABEL, IDC_AFTER_DELAY, IDC_AFTER_DELAY_UNIT};
-constexpr int startupControls[] = {IDC_STARTUP_DELAY_LABEL, IDC_STARTUP_DELAY, IDC_STARTUP_DELAY_UNIT};
-constexpr int hourlyControls[] = {IDC_HOURLY_MINUTE_LABEL, IDC_HOURLY_MINUTE, IDC_HOURLY_MINUTE_UNIT};
-constexpr int dailyControls[] = {IDC_DAILY_TIME_LABEL, IDC_DAILY_TIME, IDC_DAILY_ON, IDC_MONDAY,
-                                 IDC_TUESDAY,          IDC_WEDNESDAY,  IDC_THURSDAY, IDC_FRIDAY,
-                                 IDC_SATURDAY,         IDC_SUNDAY};
-constexpr int monthlyControls[] = {IDC_MONTHLY_DAY_LABEL, IDC_MONTHLY_DAY, IDC_MONTHLY_TIME_LABEL,
-                                   IDC_MONTHLY_TIME};
-constexpr int onceControls[] = {IDC_ONCE_TIME_LABEL, IDC_ONCE_TIME};
-
-// Indexed by kind.
-constexpr auto controlsOfKinds = std::to_array<std::span<const int>>(
-    {afterProjectControls, startupControls, hourlyControls, dailyControls, monthlyControls, onceControls});
-static_assert(controlsOfKinds.size() == kindCount);
+std::vector<int> kindButtons() {
+    std::vector<int> buttons(kindCount);
+    std::ranges::transform(kindControls, buttons.begin(), &KindControls::button);
+    return buttons;
+}
 
 framework::ItemList projectsExcept(std::optional<std::size_t> position, const ScheduleList& schedule) {
     framework::ItemList items;
@@ -79,7 +79,7 @@ SchedulePage::SchedulePage(ScheduledProject& record, const ScheduleList& schedul
     : PropertyPage(IDD_SCHEDULE_PAGE),
       clock_(clock),
       otherProjects_(projectsExcept(position, schedule)),
-      kind_(*this, {kindButtons.begin(), kindButtons.end()},
+      kind_(*this, kindButtons(),
             std::make_unique<GuardedBinding<std::int32_t>>(
                 framework::bindNumber(record.kind),
                 // An unknown kind is kept until the user selects another.
@@ -139,16 +139,16 @@ void SchedulePage::updateState() {
 
     const auto chosen = static_cast<std::size_t>(kind_.value()); // out of range if no button is checked
     const auto show = [this](std::size_t kind, bool visible) {
-        for (const int id : controlsOfKinds[kind]) {
+        for (const int id : kindControls[kind].controls) {
             showItem(id, visible);
             enableItem(id, visible);
         }
     };
     // Hide the others first, so that they do not show through.
-    for (std::size_t kind = 0; kind < controlsOfKinds.size(); ++kind)
+    for (std::size_t kind = 0; kind < std::size(kindControls); ++kind)
         if (kind != chosen)
             show(kind, false);
-    if (chosen < controlsOfKinds.size())
+    if (chosen < std::size(kindControls))
         show(chosen, true);
 }
 

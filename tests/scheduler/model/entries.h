@@ -79,4 +79,10 @@ inline scheduler::ScheduledProject once(base::TimeValue time) {
     return ofKind(5, 0, time);
 }
 
+inline std::vector<scheduler::ScheduledProject> oneOfEachKind() {
+    static_assert(scheduler::kindCount == 6, "add an entry of the new kind");
+    const base::TimeValue noon = clockTime(12);
+    return {ofKind(0), ofKind(1), hourly(30), daily(noon, "M......"), monthly(clockTime(0), 1), once(noon)};
+}
+
 } // namespace test

@@ -4,12 +4,12 @@
 #include "tests/support/importedfunctions.h"
 #include "tests/support/registrykey.h"
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 #include <string>
-#include <tuple>
 #include <vector>
 
 namespace {
@@ -31,51 +31,62 @@ namespace {
 using scheduler::loadPreferences;
 using scheduler::Preferences;
 using scheduler::savePreferences;
-using testing::ElementsAreArray;
+using testing::PrintToString;
 
 const HKEY user = HKEY_CURRENT_USER;
-constexpr const char* valueNames[] = {"State", "Suspended", "WaitTime", "RunMultiple", "Autostart"};
 std::vector<std::string> read, written;
 std::string refusedValue;
 
-auto fieldsOf(const Preferences& preferences) {
-    return std::tuple(preferences.suspended, preferences.waitTime, preferences.runMultiple,
-                      preferences.autostart, preferences.windowState);
+const std::string on{1, 0, 0, 0}, off{0, 0, 0, 0};
+const std::string filledState = [] {
+    std::string bytes;
+    for (int i = 0; i < 61; ++i)
+        bytes += static_cast<char>(i * 5); // includes zeros and high bytes
+    return bytes;
+}();
+
+/// In the order of the registry accesses, with the bytes that the registry holds by default and after fill().
+const struct Setting {
+    std::string name;
+    void (*fill)(Preferences& preferences);
+    std::string defaultBytes, filledBytes;
+} settings[] = {{"State", [](auto& to) { std::memcpy(to.windowState.data(), filledState.data(), 61); },
+                 std::string(61, '\0'), filledState},
+                {"Suspended", [](auto& to) { to.suspended = true; }, off, on},
+                {"WaitTime", [](auto& to) { to.waitTime = 0xF1F2F3F4; }, {20, 0, 0, 0}, "\xF4\xF3\xF2\xF1"},
+                {"RunMultiple", [](auto& to) { to.runMultiple = true; }, off, on},
+                {"Autostart", [](auto& to) { to.autostart = false; }, on, off}};
+
+Preferences filledBut(const std::string& name) {
+    Preferences preferences;
+    for (const Setting& setting : settings)
+        if (setting.name != name)
+            setting.fill(preferences);
+    return preferences;
 }
 
 Preferences filledPreferences() {
-    Preferences preferences;
-    preferences.suspended = true;
-    preferences.waitTime = 0xF1F2F3F4;
-    preferences.runMultiple = true;
-    preferences.autostart = false;
-    for (std::size_t i = 0; i < preferences.windowState.size(); ++i)
-        preferences.windowState[i] = static_cast<std::byte>(i * 5); // includes zeros and high bytes
-    return preferences;
-}
-
-Preferences filledBut(const std::string& name) {
-    Preferences preferences = filledPreferences();
-    if (name == "State")
-        preferences.windowState = {};
-    else if (name == "Suspended")
-        preferences.suspended = false;
-    else if (name == "WaitTime")
-        preferences.waitTime = 20;
-    else if (name == "RunMultiple")
-        preferences.runMultiple = false;
-    else
-        preferences.autostart = true;
-    return preferences;
+    return filledBut("");
 }
 
 class PreferenceValues : public test::RegistryTest {
 protected:
-    std::string value(const std::string& name) const { return path("State\\" + name); }
+    std::string value(const std::string& name) const {
+        return path(name == "State" ? name : "State\\" + name);
+    }
+    void expectStored(std::string Setting::*bytes) const {
+        for (const Setting& setting : settings) {
+            const bool isState = setting.name == "State";
+            const test::StoredValue stored =
+                test::loadValue(user, isState ? key_.path() : path("State"), setting.name.c_str());
+            EXPECT_EQ(stored.type, isState ? DWORD{REG_BINARY} : DWORD{REG_DWORD}) << setting.name;
+            EXPECT_EQ(stored.bytes, setting.*bytes) << setting.name;
+        }
+    }
     void expectLoaded(bool whole, const Preferences& expected) {
         Preferences preferences;
         EXPECT_EQ(loadPreferences(store, preferences), whole);
-        EXPECT_EQ(fieldsOf(preferences), fieldsOf(expected));
+        EXPECT_EQ(preferences, expected);
         EXPECT_EQ(store.path(), path("State")) << "the path of the store must not change";
     }
 
@@ -91,7 +102,8 @@ TEST_F(PreferenceValues, AreStoredUnderTheProgramsFileNameInLowerCase) {
 TEST_F(PreferenceValues, HaveDefaultsAtTheFirstStart) {
     Preferences preferences;
     EXPECT_FALSE(loadPreferences(store, preferences));
-    EXPECT_EQ(fieldsOf(preferences), std::tuple(false, 20U, false, true, base::WindowState{}));
+    EXPECT_TRUE(savePreferences(store, preferences));
+    expectStored(&Setting::defaultBytes);
 }
 
 TEST_F(PreferenceValues, RoundTripInTheirOrder) {
@@ -105,33 +117,33 @@ TEST_F(PreferenceValues, RoundTripInTheirOrder) {
         written.clear();
         EXPECT_TRUE(savePreferences(store, saved));
         expectLoaded(true, saved);
-        EXPECT_THAT(written, ElementsAreArray(valueNames));
-        EXPECT_THAT(read, ElementsAreArray(valueNames));
+        EXPECT_TRUE(std::ranges::equal(written, settings, {}, {}, &Setting::name)) << PrintToString(written);
+        EXPECT_TRUE(std::ranges::equal(read, settings, {}, {}, &Setting::name)) << PrintToString(read);
     }
     platform::RegSetValueExA.onCall = nullptr;
     platform::RegQueryValueExA.onCall = nullptr;
 }
 
 TEST_F(PreferenceValues, KeepOnlyTheSettingOfAMissingValue) {
-    for (const std::string missing : valueNames) {
+    for (const Setting& missing : settings) {
         ASSERT_TRUE(savePreferences(store, filledPreferences()));
-        ASSERT_TRUE(base::deleteValue(user, missing == "State" ? path("State") : value(missing)));
-        expectLoaded(false, filledBut(missing));
+        ASSERT_TRUE(base::deleteValue(user, value(missing.name)));
+        expectLoaded(false, filledBut(missing.name));
     }
 }
 
 TEST_F(PreferenceValues, ReadAnyNonzeroFlagAsSetAndWriteItAsOne) {
-    ASSERT_TRUE(savePreferences(store, Preferences()));
-    for (const std::uint32_t number : {1U, 2U, 0x100U, 0xFFFFFFFFU}) {
-        for (const char* name : {"Suspended", "RunMultiple", "Autostart"})
-            ASSERT_TRUE(base::writeNumber(user, value(name), number));
-        Preferences preferences;
-        preferences.autostart = false;
-        EXPECT_TRUE(loadPreferences(store, preferences));
-        EXPECT_TRUE(preferences.suspended && preferences.runMultiple && preferences.autostart) << number;
-        EXPECT_TRUE(savePreferences(store, preferences));
-        for (const char* name : {"Suspended", "RunMultiple", "Autostart"})
-            EXPECT_EQ(base::getNumber(user, value(name), 99), 1U) << name << " " << number;
+    for (const Setting& setting : settings) {
+        if (setting.filledBytes != on && setting.filledBytes != off)
+            continue; // not a flag
+        for (const std::uint32_t number : {1U, 2U, 0x100U, 0xFFFFFFFFU}) {
+            ASSERT_TRUE(savePreferences(store, Preferences()));
+            ASSERT_TRUE(base::writeNumber(user, value(setting.name), number));
+            Preferences preferences;
+            EXPECT_TRUE(loadPreferences(store, preferences));
+            EXPECT_TRUE(savePreferences(store, preferences));
+            EXPECT_EQ(base::getNumber(user, value(setting.name), 99), 1U) << setting.name << " " << number;
+        }
     }
 }
 
@@ -148,24 +160,8 @@ TEST_F(PreferenceValues, AcceptOnlyABinaryWindowStateOfSufficientLength) {
 }
 
 TEST_F(PreferenceValues, StoreTheWindowStateAboveTheSectionAndNumbersInIt) {
-    const Preferences preferences = filledPreferences();
-    EXPECT_TRUE(savePreferences(store, preferences));
-    const test::StoredValue state = loadValue("State");
-    EXPECT_EQ(state.type, DWORD{REG_BINARY});
-    ASSERT_EQ(state.bytes.size(), 61U);
-    EXPECT_EQ(std::memcmp(state.bytes.data(), preferences.windowState.data(), 61), 0);
-    const struct {
-        const char* name;
-        std::string bytes;
-    } rows[] = {{"Suspended", {1, 0, 0, 0}},
-                {"WaitTime", "\xF4\xF3\xF2\xF1"},
-                {"RunMultiple", {1, 0, 0, 0}},
-                {"Autostart", {0, 0, 0, 0}}};
-    for (const auto& [name, bytes] : rows) {
-        const test::StoredValue number = test::loadValue(user, path("State"), name);
-        EXPECT_EQ(number.type, DWORD{REG_DWORD}) << name;
-        EXPECT_EQ(number.bytes, bytes) << name;
-    }
+    EXPECT_TRUE(savePreferences(store, filledPreferences()));
+    expectStored(&Setting::filledBytes);
 }
 
 TEST_F(PreferenceValues, WriteTheOthersAndFailWhenOneIsRefused) {
@@ -174,12 +170,12 @@ TEST_F(PreferenceValues, WriteTheOthersAndFailWhenOneIsRefused) {
         if (refusedValue == name)
             platform::RegSetValueExA.answer = ERROR_ACCESS_DENIED;
     };
-    for (const char* refused : valueNames) {
+    for (const Setting& refused : settings) {
         refusedValue.clear();
         ASSERT_TRUE(savePreferences(store, Preferences()));
-        refusedValue = refused;
-        EXPECT_FALSE(savePreferences(store, filledPreferences())) << refused;
-        expectLoaded(true, filledBut(refused));
+        refusedValue = refused.name;
+        EXPECT_FALSE(savePreferences(store, filledPreferences())) << refused.name;
+        expectLoaded(true, filledBut(refused.name));
     }
     platform::RegSetValueExA.onCall = nullptr;
     platform::RegSetValueExA.answer.reset();
@@ -190,7 +186,7 @@ TEST_F(PreferenceValues, AreNeitherSavedNorLoadedWithoutAKey) {
     EXPECT_FALSE(savePreferences(nowhere, Preferences()));
     Preferences preferences = filledPreferences();
     EXPECT_FALSE(loadPreferences(nowhere, preferences));
-    EXPECT_EQ(fieldsOf(preferences), fieldsOf(filledPreferences()));
+    EXPECT_EQ(preferences, filledPreferences());
 }
 
 } // namespace

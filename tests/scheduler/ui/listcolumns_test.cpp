@@ -94,12 +94,12 @@ TEST_F(ListColumns, DoNotFollowTheEntriesIfAWidthIsSaved) {
 
 TEST_F(ListColumns, AColumnWithAnInvalidSavedWidthFitsBesideTheOthers) {
     window_.add("news");
-    for (int column = 0; column < 5; ++column)
+    for (int column = 0; column < static_cast<int>(scheduler::columnCount); ++column)
         save(column, 60);
-    save(5, 4001);
+    save(static_cast<int>(ScheduleColumn::LastResult), 4001);
     restore();
     EXPECT_EQ(width(ScheduleColumn::Schedule), 60);
-    EXPECT_EQ(width(ScheduleColumn::LastResult), room_ - 300);
+    EXPECT_EQ(sum(), room_);
     save(0, 4000);
     restore();
     EXPECT_EQ(width(ScheduleColumn::Project), 4000);

@@ -80,7 +80,7 @@ TEST_F(ScheduleRows, EachColumnShowsTheTextOfItsHeader) {
     EXPECT_TRUE(rows_.text(0, ScheduleColumn::NextRun).starts_with("today at "));
     EXPECT_EQ(rows_.text(0, ScheduleColumn::LastRun), "Never");
     EXPECT_EQ(rows_.text(0, ScheduleColumn::LastResult), "3 pages are missing");
-    EXPECT_EQ(rows_.text(0, static_cast<ScheduleColumn>(6)), "");
+    EXPECT_EQ(rows_.text(0, static_cast<ScheduleColumn>(scheduler::columnCount)), "");
     EXPECT_EQ(rows_.now(), TimeValue::fromLocal(2026, 5, 20, 12, 0, 0, -1));
 }
 
