@@ -62,8 +62,8 @@ public:
     /// Like tick, but does nothing while suspended.
     TickResult onTimer(base::TimeValue now);
 
-    /// Starts each due entry, in order. If entries may run in parallel and more are due after 30 ms, returns
-    /// unfinished; the next call continues with the old `now`.
+    /// Starts each due entry, in order. If entries may run in parallel, stops after 30 ms and returns
+    /// unfinished if due entries remain. The next call then continues with the old `now`.
     TickResult tick(base::TimeValue now);
 
     /// The test command: like tick, but starts no process and has no time limit. Also works while suspended.

@@ -153,8 +153,6 @@ int main(int argc, char** argv) {
         return 1;
     const driver::ListDriver list(scheduler.window());
     const driver::SpyDriver spy(scheduler.window());
-    // A heap keeps the memory that its busiest moment needed. So the first minute starts all entries again
-    // and again, to have the most threads at once.
     spy.settleHeaps();
     spy.freeTexts();
     list.selectAll();
@@ -164,6 +162,7 @@ int main(int argc, char** argv) {
     const auto work = [&](int until) {
         std::size_t round = 0;
         for (; GetTickCount64() - begin < static_cast<ULONGLONG>(until) * 60000; ++round) {
+            // A heap keeps the memory that its busiest moment needed: the first minute is the busiest.
             if (until == busyMinutes)
                 scheduler.command(IDM_RUN);
             if (usesWindows)

@@ -11,7 +11,7 @@ class RadioGroup : public BoundControl<std::int32_t> {
 public:
     static constexpr std::int32_t noButton = -1;
 
-    /// `ids`: at least one, in the order of their values. The first is the control's id.
+    /// `ids`: at least one. The value is an index in `ids`. The first is the control's id.
     RadioGroup(ControlHost& host, std::vector<int> ids, Binding binding = nullptr);
 
     /// The index of the first checked button, or noButton.

@@ -25,7 +25,7 @@ Calls newCalls() {
 }
 
 Calls callsFor(const ScheduledProject& entry) {
-    // Avoids the first second of a month.
+    // After the start of the clock's month even in its first second.
     const TimeValue now = TimeValue::now() + base::TimeSpan::fromMinutes(1);
     newCalls();
     computeNextRun({}, entry, now, base::systemClock());

@@ -24,7 +24,7 @@
 #define IDD_FIRST_PAGE 202
 #define IDD_SECOND_PAGE 203
 
-// The first page in a larger and a smaller font.
+// Like the first page, but of twice its size, in a larger and a smaller font.
 #define IDD_LARGE_PAGE 204
 #define IDD_SMALL_PAGE 205
 
