@@ -233,6 +233,8 @@ Handled MainWindow::onCommand(UINT command) {
 }
 
 void MainWindow::onTimer() {
+    if (exit_.continueExit())
+        return;
     const TickResult tick = engine_.onTimer(clock_.now());
     // Timer messages have the lowest priority, so pending input is handled before the tick continues.
     if (tick.unfinished)

@@ -17,6 +17,11 @@ void ProgramExit::exitProgram(ExitMode mode) {
     parts_.icon.remove();
     save();
     applyAutostart(parts_.preferences.autostart);
+    exiting_ = true;
+    endLoops();
+}
+
+void ProgramExit::endLoops() {
     EndMenu(); // the loop of an open menu would discard the quit message
     PostQuitMessage(0);
 }
@@ -28,6 +33,12 @@ void ProgramExit::onSessionEnd() {
     save();
     parts_.history.record(ProgramEvent::SessionEnd);
     exitProgram(ExitMode::AskFirst);
+}
+
+bool ProgramExit::continueExit() {
+    if (exiting_)
+        endLoops();
+    return exiting_;
 }
 
 bool ProgramExit::confirm() {

@@ -37,12 +37,18 @@ public:
     /// Saves, then exits like exitProgram(ExitMode::AskFirst).
     void onSessionEnd();
 
+    /// Ends the message loops again if the program is exiting, and returns whether it is. A menu that was
+    /// just opening has ignored the first attempt.
+    [[nodiscard]] bool continueExit();
+
 private:
+    static void endLoops();
     [[nodiscard]] bool confirm();
     void save() const;
 
     ExitParts parts_;
     bool asking_ = false;
+    bool exiting_ = false;
 };
 
 } // namespace scheduler

@@ -153,6 +153,7 @@ TEST_F(ForeignMessages, LogOffWhileADialogIsOpenAsksOverIt) {
 TEST_F(ForeignMessages, LogOffWhileADialogOrAMenuIsOpenEndsTheProgram) {
     pending_.disabled = 1; // so that log-off asks nothing
     for (const bool menu : {false, true}) {
+        SCOPED_TRACE(menu ? "menu" : "dialog");
         startWith({pending_});
         if (menu)
             PostMessageA(window(), base::WM_TRAY_NOTIFY, 0, WM_RBUTTONDOWN);
