@@ -19,7 +19,7 @@ constexpr DWORD pollInterval = 200; // milliseconds
 int usage() {
     std::fputs("usage: schedule sample DIR [SECONDS]\n"
                "                                  write sample projects into DIR and replace the schedule\n"
-               "                                  by ten entries of every kind, the first two due in\n"
+               "                                  by entries of every kind, the first two due in\n"
                "                                  SECONDS (default: 8)\n"
                "       schedule demo DIR [SECONDS]\n"
                "                                  the same with only the first three entries\n"
