@@ -9,8 +9,8 @@ target_link_libraries(test_main PUBLIC project_options GTest::gmock)
 target_precompile_headers(test_main PRIVATE <gmock/gmock.h>)
 # Without optimisation, tests compile faster and run equally fast.
 target_compile_options(test_main PUBLIC $<$<CONFIG:Release>:-O0>)
-# These sanitizer checks of every pointer would take a third of the tests' compile time. The address sanitizer notices
-# invalid pointers, too.
+# These sanitizer checks of every pointer would take a third of the tests' compile time. The address sanitizer still
+# finds null and dangling pointers.
 if(CORVANE_SANITIZE)
     target_compile_options(test_main PUBLIC -fno-sanitize=null,alignment,vptr,object-size)
     foreach(library IN ITEMS gtest gmock)
@@ -46,7 +46,7 @@ endif()
 # Adds a run of a test program. In native builds, "native." precedes the name. In cross builds, the program runs under
 # tools/wine with the options after WINE.
 function(corvane_test_run name)
-    cmake_parse_arguments(arg "" "ZONE;TIMEOUT" "COMMAND;WINE" ${ARGN})
+    cmake_parse_arguments(arg "" "ZONE;TIMEOUT;FAILS" "COMMAND;WINE" ${ARGN})
     if(WIN32)
         if(arg_ZONE)
             list(APPEND arg_WINE --zone ${arg_ZONE})
@@ -59,6 +59,9 @@ function(corvane_test_run name)
         endif()
     else()
         string(PREPEND name native.)
+    endif()
+    if(arg_FAILS)
+        list(PREPEND arg_COMMAND ${support}/fails ${arg_FAILS})
     endif()
     add_test(NAME ${name} COMMAND ${arg_COMMAND})
     if(NOT arg_TIMEOUT)

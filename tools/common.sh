@@ -97,7 +97,7 @@ start_helper() { # COMMAND...
     local output
     exec {output}< <(exec 6>&- 8>&- 9>&- && exec setpriv --pdeathsig KILL "$@" 2> /dev/null)
     helpers+=($!)
-    read -r -t 30 answer <&"$output" || die "$1 did not start within 30 seconds"
+    read -r -t 30 answer <&"$output" || die "$1 did not start within 30 seconds: if the machine is busy, try again"
 }
 
 end_helpers() {
@@ -124,5 +124,5 @@ take_picture() { # FILE WINDOW
         [[ $now != "$before" ]] || return 0
         sleep 0.3
     done
-    die "no screenshot $1: the screen keeps changing"
+    die "no screenshot $1: the screen keeps changing; try again"
 }

@@ -36,7 +36,7 @@ bool listEntries(const EnumerateEntries& enumerate, std::vector<std::string>& na
     const bool succeeded = result == ERROR_SUCCESS && count <= records.size();
     if (succeeded)
         records.resize(count);
-    // Deliberately done after a failure, too: the editor then offers the records' names, usually blank.
+    // Deliberately done after a failure, too: the editor then offers these names, usually empty.
     for (const RASENTRYNAMEA& record : records)
         names.emplace_back(record.szEntryName);
     return succeeded;

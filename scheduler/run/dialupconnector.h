@@ -16,7 +16,7 @@ using EnumerateEntries = std::function<DWORD(const char* reserved, const char* p
                                              RASENTRYNAMEA* records, DWORD* size, DWORD* count)>;
 
 /// Appends the default phone book's entry names to `names`, in the service's order. On failure, returns
-/// false and appends one empty name for each call of `enumerate`.
+/// false and appends the names of all records passed to the service, usually empty.
 [[nodiscard]] bool listEntries(const EnumerateEntries& enumerate, std::vector<std::string>& names);
 
 class DialupConnector {

@@ -172,7 +172,7 @@ Handled MainWindow::onMessage(const framework::Message& message) {
     case WM_QUERYENDSESSION:
         return 1;
     case WM_ENDSESSION:
-        if (message.wParam)
+        if (message.wParam && !exit_.continueExit())
             exit_.onSessionEnd();
         return 0;
     default:
@@ -183,6 +183,8 @@ Handled MainWindow::onMessage(const framework::Message& message) {
 }
 
 Handled MainWindow::onCommand(UINT command) {
+    if (exit_.continueExit())
+        return 0;
     if (changesSchedule(command) && !IsWindowEnabled(handle()))
         return 0;
     switch (command) {

@@ -38,7 +38,7 @@ public:
     void onSessionEnd();
 
     /// Ends the message loops again if the program is exiting, and returns whether it is. A menu that was
-    /// just opening has ignored the first attempt.
+    /// just opening may have ignored the first attempt.
     [[nodiscard]] bool continueExit();
 
 private:

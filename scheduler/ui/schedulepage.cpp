@@ -6,7 +6,10 @@
 #include <algorithm>
 #include <cstdint>
 #include <functional>
+#include <initializer_list>
+#include <iterator>
 #include <utility>
+#include <vector>
 
 namespace scheduler {
 namespace {

@@ -42,7 +42,8 @@ class LargeSchedule : public driver::ProgramTest {
 protected:
     void sortBy(int column) const { list().clickHeader(column); }
 
-    /// The time to scroll up one page and paint it: the shortest of twenty measurements.
+    /// The time to page up and paint: the shortest of twenty measurements. Ten rows fit into a page, so they
+    /// do not move.
     std::chrono::nanoseconds scrollingTime(int rows) {
         using Clock = std::chrono::steady_clock;
         startWith(makeEntries(rows));
@@ -61,7 +62,9 @@ protected:
     }
 };
 
-TEST_F(LargeSchedule, ScrollsAsFastAsTenRows) {
+class Scrolling : public LargeSchedule {};
+
+TEST_F(Scrolling, IsAsFastAsWithTenRows) {
     const auto few = scrollingTime(10);
     const auto many = scrollingTime(entryCount);
     EXPECT_GT(ListView_GetTopIndex(list().handle()), entryCount / 2) << "not yet at the top";

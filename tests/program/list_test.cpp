@@ -11,7 +11,6 @@ using driver::nextRunColumn;
 using driver::sleeping;
 using scheduler::ScheduledProject;
 using ::testing::ElementsAre;
-using ::testing::ElementsAreArray;
 using ::testing::StartsWith;
 
 namespace {
@@ -20,7 +19,8 @@ class List : public driver::ProgramTest {};
 
 TEST_F(List, HasARowForEachEntry) {
     startWith({sleeping("C:\\Sites\\news.daily.kra"), driver::after(0, "mirror.krb")});
-    EXPECT_THAT(list().headers(), ElementsAreArray(scheduler::columnHeaders));
+    EXPECT_EQ(list().headers().size(), std::size_t{columns});
+    EXPECT_EQ(list().headers()[0], "Project");
     EXPECT_EQ(list().rowCount(), 2);
     EXPECT_THAT(list().rowTexts(0),
                 ElementsAre("news.daily", "at startup", "Run normally", "next startup", "Never", ""));

@@ -132,7 +132,7 @@ void useWindows(const driver::SchedulerProcess& scheduler, const driver::ListDri
             driver::SchedulerProcess::press(open, IDCANCEL);
         driver::waitUntil([&] { return scheduler.dialogs().empty(); }, std::chrono::hours(1));
     }
-    list.clickHeader(static_cast<int>(round % 6));
+    list.clickHeader(static_cast<int>(round % driver::columns));
     scheduler.command(IDM_CLOSE);
     scheduler.command(IDM_DISPLAY);
 }

@@ -73,7 +73,7 @@ TEST_F(Version, IsTheSameInTextAndNumbers) {
     EXPECT_EQ(numbers->dwProductVersionLS, numbers->dwFileVersionLS);
 }
 
-TEST_F(Version, ItsTextsAreInEnglish) {
+TEST_F(Version, TextsAreInEnglish) {
     const auto* language = static_cast<const DWORD*>(value("\\VarFileInfo\\Translation", sizeof(DWORD)));
     ASSERT_TRUE(language);
     EXPECT_EQ(*language, DWORD{1252 << 16 | 0x0409});

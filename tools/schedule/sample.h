@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-/// Ten entries with the projects in `folder`, which ends in a backslash. A project and a command line are due
+/// Entries with the projects in `folder`, which ends in a backslash. A project and a command line are due
 /// `seconds` after the clock's time, and another project follows the first. The other entries cover the
 /// remaining kinds, and none runs within the next 20 minutes.
 std::vector<scheduler::ScheduledProject> sampleEntries(const std::string& folder, const base::Clock& clock,

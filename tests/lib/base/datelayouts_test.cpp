@@ -61,7 +61,7 @@ TEST(DateLayouts, AsctimeDateIsLocalTimeAndAcceptsAnyDayNumber) {
                                  {"Sun Nov -1 08:49:37 1994", localSeconds(1994, 10, 30, 8, 49, 37)}});
 }
 
-TEST(DateLayouts, AsctimeDateNeedsAMonthNameAndADayAfterOneBlank) {
+TEST(DateLayouts, AsctimeDateNeedsAMonthNameAndADayAfterOneSpace) {
     for (const char* text : {"Sun Nov  6 08:49:37 1994", "Sun Nov 0 08:49:37 1994", "Sun Nov x 08:49:37 1994",
                              "Sun 11 6 08:49:37 1994", "Sun,Nov,6,08:49:37,1994", "Sun Nov", "Sun", ""})
         EXPECT_EQ(parseAsctimeDate(text), TimeValue()) << text;

@@ -146,7 +146,7 @@ TEST(Regexp, CommandTokenIsAWordOrAQuotedTextWhicheverIsLonger) {
         EXPECT_EQ(commandToken.matchesIn(text), words) << text;
 }
 
-TEST(Regexp, PlaceholdersAreRemovedWithTheirQuotesAndOuterBlanks) {
+TEST(Regexp, PlaceholdersAreRemovedWithTheirQuotesAndOuterSpaces) {
     const struct {
         const char *registered, *expected;
     } rows[] = {

@@ -114,7 +114,7 @@ TEST(RelativeTimes, DaysAreCountedModulo365) {
     EXPECT_EQ(relativeDay(beforeLeapDay, later(beforeLeapDay, 365 * day + 2 * hour)), 1);
 }
 
-TEST(RelativeTimes, PhraseNamesTheDayOrTheDateAndAnyOtherYear) {
+TEST(RelativeTimes, PhraseIsTheDayOrTheDateWithTheYearUnlessCurrent) {
     const struct {
         TimeValue t, now;
         const char* expected;

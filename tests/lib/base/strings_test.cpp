@@ -84,7 +84,7 @@ TEST(Strings, ToIntegerAcceptsTheDigitsOfTheBase) {
         }
 }
 
-TEST(Strings, ToIntegerSkipsBlanksAndTheControlCharacters9To13) {
+TEST(Strings, ToIntegerSkipsSpacesAndTheControlCharacters9To13) {
     for (int code = 0; code < 256; ++code) {
         if (digitIn36(code) < 10 || code == '+' || code == '-')
             continue;

@@ -129,7 +129,7 @@ TEST(Deletion, OfSeveralEqualsDeletingEachFromLastToFirst) {
         std::vector<Entry> links(1 + random() % 12);
         for (Entry& entry : links) {
             entry.name = std::string(1, static_cast<char>('A' + (&entry - links.data())));
-            entry.kind = below(3) == 0 ? below(7) : 0;
+            entry.kind = below(3) == 0 ? below(scheduler::kindCount + 1) : 0;
             entry.after = below(20) == 0 ? strange[below(std::size(strange))] : below(links.size() + 2);
         }
         Positions positions;

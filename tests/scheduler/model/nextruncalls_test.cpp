@@ -25,7 +25,7 @@ Calls newCalls() {
 }
 
 Calls callsFor(const ScheduledProject& entry) {
-    // After the start of the clock's month even in its first second.
+    // A minute ahead, so that the start of the clock's month is always past.
     const TimeValue now = TimeValue::now() + base::TimeSpan::fromMinutes(1);
     newCalls();
     computeNextRun({}, entry, now, base::systemClock());

@@ -140,6 +140,7 @@ TEST_F(PreferenceValues, ReadAnyNonzeroFlagAsSetAndWriteItAsOne) {
             ASSERT_TRUE(savePreferences(store, Preferences()));
             ASSERT_TRUE(base::writeNumber(user, value(setting.name), number));
             Preferences preferences;
+            preferences.autostart = false; // unset, like the other flags
             EXPECT_TRUE(loadPreferences(store, preferences));
             EXPECT_TRUE(savePreferences(store, preferences));
             EXPECT_EQ(base::getNumber(user, value(setting.name), 99), 1U) << setting.name << " " << number;

@@ -132,6 +132,7 @@ TEST(DialupConnector, LoadsOnlyTheSystemsLibrary) {
     const test::TemporaryFolder folder;
     ASSERT_TRUE(CopyFileA((systemFolder + "version.dll").c_str(), folder.file("rasapi32.dll").c_str(), TRUE));
     SetDllDirectoryA(folder.path().c_str());
+    EXPECT_EQ(GetModuleHandleA("RASAPI32"), nullptr) << "the library must be loaded only when it is needed";
     const DialupConnector& connector = DialupConnector::instance();
     SetDllDirectoryA(nullptr);
 

@@ -220,7 +220,8 @@ TEST_F(Engine, AcceptsExtremeValuesInEveryField) {
     for (int round = 0; round < 1000; ++round) {
         entries.clear();
         for (const char* const path : {"a.kra", "run:b", "c.kra"}) {
-            ScheduledProject& entry = addIdle(path, static_cast<ScheduleKind>(random() % 8 - 1));
+            ScheduledProject& entry =
+                addIdle(path, static_cast<ScheduleKind>(random() % (scheduler::kindCount + 2) - 1));
             for (TimeValue* time : {&entry.time, &entry.waitingSince, &entry.runStart, &entry.nextRun})
                 *time = TimeValue(pick());
             for (std::int32_t* number : {&entry.minutes, &entry.afterIndex, &entry.dayOfMonth,

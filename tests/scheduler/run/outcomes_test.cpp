@@ -86,7 +86,7 @@ TEST_F(Outcomes, AreDeletedEvenIfReadingFails) {
     platform::RegQueryValueExA.onCall = nullptr;
 }
 
-TEST_F(Outcomes, AreDiscardedTogetherWithoutOtherKeys) {
+TEST_F(Outcomes, DiscardingAllKeepsOtherKeys) {
     leaveText("Schedule1\\Result", "one");
     leaveText("Schedule700\\Result", "seven hundred");
     leaveText("Value", "x");

@@ -70,7 +70,7 @@ TEST_F(RunHistories, LineDescribesTheWholeRun) {
                             "C:\\Sites\\news.kra"));
 }
 
-TEST_F(RunHistories, EndWithoutAStartHasNoCauseOfAnEarlierRun) {
+TEST_F(RunHistories, EndWithoutAStartHasNoCause) {
     ScheduledProject& entry = add("run:backup.exe");
     history->onRunStarted(entry, true);
     history->onProcessNotStarted(static_cast<std::uint32_t>(entry.runNumber), "File not found");
@@ -167,7 +167,7 @@ TEST_F(RunHistories, IgnoredEndDoesNotAffectTheNextRunWithItsNumber) {
     EXPECT_EQ(outcome(), "ok");
 }
 
-TEST_F(RunHistories, TabsAndLineBreaksBecomeBlanks) {
+TEST_F(RunHistories, TabsAndLineBreaksBecomeSpaces) {
     add("C:\\Sites\\a\tb.kra");
     ScheduledProject& entry = add("", ScheduleKind::AfterProject);
     entry.path = std::string("run:a\tb\r\nc\0\x1F"

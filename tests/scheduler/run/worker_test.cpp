@@ -24,6 +24,7 @@ void (*workerFunction)(void*) = nullptr; ///< their thread function
 SRWLOCK workersMayBegin = SRWLOCK_INIT;  ///< held exclusively to delay the workers
 bool threadsStart = true;
 std::atomic<int> limitedWaits = 0;
+std::atomic<int> unlimitedWaits = 0;
 std::atomic<int> postsRefused = 0; ///< remaining refusals
 
 void countedWorker(void* argument) {
@@ -137,7 +138,7 @@ TEST_F(Worker, ProcessStartsMinimisedInItsProgramsFolder) {
 
 TEST_F(Worker, EndIsPostedAfterAnUnlimitedWait) {
     platform::WaitForSingleObject.onCall = [](HANDLE, DWORD milliseconds) {
-        limitedWaits += milliseconds != INFINITE;
+        ++(milliseconds == INFINITE ? unlimitedWaits : limitedWaits);
     };
     ASSERT_TRUE(launch(7));
     EXPECT_EQ(workers, 1);
@@ -146,6 +147,7 @@ TEST_F(Worker, EndIsPostedAfterAnUnlimitedWait) {
     EXPECT_THAT(window.ends(), ElementsAre(7));
     platform::WaitForSingleObject.onCall = nullptr;
     EXPECT_EQ(limitedWaits, 0);
+    EXPECT_GT(unlimitedWaits, 0);
 }
 
 TEST_F(Worker, EndIsPostedAgainUntilTheQueueAcceptsIt) {

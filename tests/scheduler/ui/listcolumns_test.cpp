@@ -33,7 +33,7 @@ protected:
             widths += ListView_GetColumnWidth(list(), column);
         return widths;
     }
-    bool isCut(int row, ScheduleColumn column) const {
+    bool isTruncated(int row, ScheduleColumn column) const {
         const std::string text = window_.rows.text(static_cast<std::size_t>(row), column);
         return scheduler::neededWidth(list(), static_cast<int>(column), text) > width(column);
     }
@@ -46,8 +46,8 @@ TEST_F(ListColumns, FitTheirContentsIfNoWidthsAreSaved) {
     window_.add("a project whose name is long");
     window_.schedule[0].kind = scheduler::ScheduleKind::AtStartup;
     restore();
-    EXPECT_FALSE(isCut(0, ScheduleColumn::Project));
-    EXPECT_FALSE(isCut(0, ScheduleColumn::Parameters));
+    EXPECT_FALSE(isTruncated(0, ScheduleColumn::Project));
+    EXPECT_FALSE(isTruncated(0, ScheduleColumn::Parameters));
     EXPECT_GT(width(ScheduleColumn::Project), width(ScheduleColumn::LastResult));
     EXPECT_LE(sum(), room_);
     EXPECT_GE(sum(), room_ - 5);
@@ -60,7 +60,7 @@ TEST_F(ListColumns, FillTheListEvenWithLongTexts) {
     restore();
     EXPECT_LE(sum(), room_);
     EXPECT_GE(sum(), room_ - 5);
-    EXPECT_FALSE(isCut(0, ScheduleColumn::LastRun)) << "the widest columns shrink";
+    EXPECT_FALSE(isTruncated(0, ScheduleColumn::LastRun)) << "the widest columns shrink";
 }
 
 TEST_F(ListColumns, FitTheirHeadersIfTheScheduleIsEmpty) {
@@ -73,7 +73,7 @@ TEST_F(ListColumns, FitTheirHeadersIfTheScheduleIsEmpty) {
 TEST_F(ListColumns, FollowTheFirstEntriesUntilTheUserResizesOne) {
     restore();
     window_.add("news");
-    EXPECT_FALSE(isCut(0, ScheduleColumn::Schedule));
+    EXPECT_FALSE(isTruncated(0, ScheduleColumn::Schedule));
     EXPECT_GT(width(ScheduleColumn::Schedule), width(ScheduleColumn::Project));
     EXPECT_LE(sum(), room_);
 
@@ -98,7 +98,8 @@ TEST_F(ListColumns, AColumnWithAnInvalidSavedWidthFitsBesideTheOthers) {
         save(column, 60);
     save(static_cast<int>(ScheduleColumn::LastResult), 4001);
     restore();
-    EXPECT_EQ(width(ScheduleColumn::Schedule), 60);
+    for (int column = 0; column < static_cast<int>(ScheduleColumn::LastResult); ++column)
+        EXPECT_EQ(width(static_cast<ScheduleColumn>(column)), 60);
     EXPECT_EQ(sum(), room_);
     save(0, 4000);
     restore();

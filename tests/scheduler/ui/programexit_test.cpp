@@ -130,7 +130,7 @@ TEST_F(ProgramExit, AsksOverTheActiveWindowWhenAnEntryIsPending) {
     EXPECT_EQ(events_.back(), "quit 0 with autostart");
 }
 
-TEST_F(ProgramExit, DoesNotAskInModeWithoutAsking) {
+TEST_F(ProgramExit, ExitsWithoutAskingIfToldTo) {
     addPendingEntry();
     exit_.exitProgram(ExitMode::WithoutAsking);
     EXPECT_TRUE(boxes_.shown.empty());

@@ -60,7 +60,7 @@ TEST_F(ScheduleRows, TheColumnsHaveTheirHeaders) {
                                                                "Next Run", "Last Run", "Last Result"));
 }
 
-TEST_F(ScheduleRows, AreNotToldOfChangesAfterTheirEnd) {
+TEST_F(ScheduleRows, AreNotNotifiedAfterTheirDestruction) {
     alignas(scheduler::ScheduleRows) std::array<std::byte, sizeof(scheduler::ScheduleRows)> place;
     std::destroy_at(new (place.data()) scheduler::ScheduleRows(schedule_, state_, clock_));
     place.fill({}); // notifying the destroyed rows would crash

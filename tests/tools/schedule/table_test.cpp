@@ -11,7 +11,7 @@ TEST(ScheduleTable, EmptyScheduleShowsOnlyTheHeadings) {
               "Project  When  Last Run  Last Result  Next Run\n");
 }
 
-TEST(ScheduleTable, ColumnsAreTwoBlanksWiderThanTheirLongestCellWithoutTrailingBlanks) {
+TEST(ScheduleTable, ColumnsAreTwoSpacesWiderThanTheirLongestCellWithoutTrailingSpaces) {
     scheduler::ScheduledProject entry;
     entry.afterIndex = -1;
     entry.nextRun = base::TimeValue::never();

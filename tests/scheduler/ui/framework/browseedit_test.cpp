@@ -129,7 +129,7 @@ TEST_F(BrowseEdit, WithALargerFontHasAWiderButtonAndCentresItsFileDialogOverTheS
     EXPECT_EQ(sheet.runSteps(), 2);
 }
 
-TEST_F(BrowseEdit, ItsButtonAndLabelFollowItsState) {
+TEST_F(BrowseEdit, ButtonAndLabelFollowTheState) {
     const auto buttonIsVisible = [&] { return (test::styleOf(buttonOf(edit)) & WS_VISIBLE) != 0; };
     for (const bool on : {false, true}) {
         edit.setEnabled(on);

@@ -46,7 +46,7 @@ TEST_F(ControlHost, LoadsStoresAndIdlesItsControlsInOrderOfDeclaration) {
 }
 
 TEST_F(ControlHost, WidensTruncatedTextsWhenItOpens) {
-    const HWND label = GetDlgItem(dialog->handle(), IDC_CUT_LABEL);
+    const HWND label = GetDlgItem(dialog->handle(), IDC_TRUNCATED_LABEL);
     EXPECT_EQ(framework::sizeOf(label).cx, framework::TextExtent(label).of("too long for its place").cx);
 }
 

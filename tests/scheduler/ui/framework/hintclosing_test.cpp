@@ -82,7 +82,7 @@ TEST_F(HintClosing, InputToAChildOfItsOwnerClosesIt) {
     }
 }
 
-TEST_F(HintClosing, ItClosesWhenTheMouseLeavesItsOwner) {
+TEST_F(HintClosing, AHintClosesWhenTheMouseLeavesItsOwner) {
     UINT usualHover = 0;
     SystemParametersInfoA(SPI_GETMOUSEHOVERTIME, 0, &usualHover, 0);
     constexpr UINT hover = USER_TIMER_MINIMUM;

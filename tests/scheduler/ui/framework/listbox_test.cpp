@@ -79,7 +79,7 @@ TEST_F(ListBox, StoresEachTextWithItsValueAndCanBeRefilled) {
     EXPECT_EQ(list.selected(), ListControl::noItem);
 }
 
-TEST_F(ListBox, ItsItemsAreHighEnoughForTheFont) {
+TEST_F(ListBox, ItemsAreHighEnoughForTheFont) {
     TEXTMETRICA metrics{};
     {
         const framework::Selection font(drawn.context(), reinterpret_cast<HGDIOBJ>(ask(WM_GETFONT)));

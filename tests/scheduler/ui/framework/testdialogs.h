@@ -17,14 +17,14 @@
 #define IDC_DATE 1012
 #define IDC_BROWSE_LABEL 1013
 #define IDC_BROWSE 1014
-#define IDC_CUT_LABEL 1015
+#define IDC_TRUNCATED_LABEL 1015
 
 #define IDD_CENTRED 201
 
 #define IDD_FIRST_PAGE 202
 #define IDD_SECOND_PAGE 203
 
-// Like the first page, but of twice its size, in a larger and a smaller font.
+// Twice as large as the first page in dialog units, in a larger and a smaller font.
 #define IDD_LARGE_PAGE 204
 #define IDD_SMALL_PAGE 205
 
