@@ -16,7 +16,7 @@ namespace {
 
 DWORD WINAPI renamedProgram(HMODULE, LPSTR buffer, DWORD) {
     constexpr char path[] = "C:\\My.Files\\My COPY.of it.exe";
-    std::strcpy(buffer, path);
+    std::ranges::copy(path, buffer);
     return sizeof path - 1;
 }
 
