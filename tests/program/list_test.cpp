@@ -78,19 +78,4 @@ TEST_F(List, ColumnWidthsAreRestored) {
         EXPECT_EQ(list().columnWidth(column), 40 + 10 * column);
 }
 
-TEST_F(List, AColumnWidthOutOfRangeIsIgnored) {
-    startWith({});
-    const int defaultWidth = list().columnWidth(0);
-    EXPECT_GT(defaultWidth, 20);
-    struct Case {
-        std::uint32_t saved;
-        int shown;
-    };
-    for (const Case& width : {Case{0, 0}, {4000, 4000}, {4001, defaultWidth}, {0x80000000, defaultWidth}}) {
-        base::writeNumber(HKEY_CURRENT_USER, driver::stateKey + "\\Column0", width.saved);
-        startWith({});
-        EXPECT_EQ(list().columnWidth(0), width.shown);
-    }
-}
-
 } // namespace

@@ -96,14 +96,18 @@ TEST_F(ListColumns, AColumnWithAnInvalidSavedWidthFitsBesideTheOthers) {
     window_.add("news");
     for (int column = 0; column < static_cast<int>(scheduler::columnCount); ++column)
         save(column, 60);
-    save(static_cast<int>(ScheduleColumn::LastResult), 4001);
-    restore();
-    for (int column = 0; column < static_cast<int>(ScheduleColumn::LastResult); ++column)
-        EXPECT_EQ(width(static_cast<ScheduleColumn>(column)), 60);
-    EXPECT_EQ(sum(), room_);
-    save(0, 4000);
-    restore();
-    EXPECT_EQ(width(ScheduleColumn::Project), 4000);
+    for (const std::uint32_t invalid : {4001U, 0x80000000U}) {
+        save(static_cast<int>(ScheduleColumn::LastResult), invalid);
+        restore();
+        for (int column = 0; column < static_cast<int>(ScheduleColumn::LastResult); ++column)
+            EXPECT_EQ(width(static_cast<ScheduleColumn>(column)), 60);
+        EXPECT_EQ(sum(), room_);
+    }
+    for (const int valid : {0, 4000}) {
+        save(0, static_cast<std::uint32_t>(valid));
+        restore();
+        EXPECT_EQ(width(ScheduleColumn::Project), valid);
+    }
     EXPECT_GE(width(ScheduleColumn::LastResult), 60) << "its header fits";
     EXPECT_LE(width(ScheduleColumn::LastResult), 150);
 }
