@@ -58,8 +58,8 @@ remove_server() { # PREFIX
     rm -f "$1/wineserver"
 }
 
-# Sets $use to a new folder in the cache for this run; end_use removes it. Also removes folders without a lock, which
-# killed runs left behind.
+# Sets $use to a new folder in the cache for this run; end_use removes it. Also removes unlocked folders, whose runs were
+# killed.
 use=''
 make_use() {
     local old

@@ -1,4 +1,5 @@
-// Stands in for the spider. Records when it starts and ends, and reports the project's path as the result.
+// The spider of the benchmarks. Records when it starts and ends, and reports the project's path as the
+// result.
 #include "benches/program/marks.h"
 #include "lib/base/handles.h"
 #include "lib/base/registry.h"
